@@ -1,0 +1,18 @@
+#pragma once
+
+#include <Vesmar/measurementresults.h>
+
+namespace Vesmar
+{
+
+/// Reading of the touch current measurement.
+class VESMAR_EXPORT ITResults : public MeasurementResults
+{
+public:
+    explicit ITResults(float current);
+    ~ITResults() override;
+
+    float _current;
+};
+
+} // namespace Vesmar

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <Vesmar/continuousmeasurementsettings.h>
+
+namespace Vesmar
+{
+
+/// Settings of the power measurement (continuous).
+class VESMAR_EXPORT POWERSettings : public ContinuousMeasurementSettings
+{
+public:
+    /// Measurement mode, by the instrument's number.
+    enum class POWERMode : int { Mode1 = 1, Mode2 = 2 };
+
+    POWERSettings();
+    POWERSettings(POWERSettings& other);
+    ~POWERSettings() override;
+
+    /// Default 0, to the instrument the same as `Mode1`.
+    POWERMode GetMode() const { return _mode; }
+    void SetMode(POWERMode value) { _mode = value; }
+
+    QByteArray* CreateMeasurementFrame() override;
+    MeasurementSettings* Clone() override;
+
+private:
+    POWERMode _mode = POWERMode{};
+};
+
+} // namespace Vesmar

@@ -1,0 +1,192 @@
+#pragma once
+
+#include <memory>
+
+#include <QDateTime>
+#include <QObject>
+
+#include <Vesmar/error.h>
+#include <Vesmar/export.h>
+#include <Vesmar/functionstate.h>
+#include <Vesmar/measurementresults.h>
+#include <Vesmar/measurementsettings.h>
+#include <Vesmar/measurementstate.h>
+#include <Vesmar/measurementtype.h>
+#include <Vesmar/operationmode.h>
+#include <Vesmar/operationstate.h>
+#include <Vesmar/starttestresult.h>
+#include <Vesmar/testerinformation.h>
+
+namespace Vesmar
+{
+
+class StateMachine;
+class StateMachineContext;
+
+/// The instrument, as an application sees it: properties with change signals, and operations.
+///
+/// Use it on one thread, the application's, which must run a Qt event loop: the signals and the measurement
+/// time come through it. Operations record what is asked for and return at once; a worker thread does it, and
+/// what becomes of it arrives through the properties. What was asked for while the link is disabled or lost
+/// is done when it is back, except for measurements, which are forgotten. A signal's value is the one that
+/// the property has when the signal is emitted, so two quick changes may signal the same value twice. The
+/// change signals of the enumerations and of the dates carry values that are not registered with the
+/// meta-type system.
+class VESMAR_EXPORT Tester : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(TesterInformation* DeviceInformation READ DeviceInformation NOTIFY DeviceInformationChanged)
+    Q_PROPERTY(OperationMode TesterMode READ TesterMode NOTIFY TesterModeChanged)
+    Q_PROPERTY(QDateTime CurrentDateTime READ CurrentDateTime NOTIFY CurrentDateTimeChanged)
+    Q_PROPERTY(QDateTime CalibrationDateTime READ CalibrationDateTime NOTIFY CalibrationDateTimeChanged)
+    Q_PROPERTY(StartTestResult StartTestStatus READ StartTestStatus NOTIFY StartTestStatusChanged)
+    Q_PROPERTY(FunctionState MeasurementFunctionStatus READ MeasurementFunctionStatus NOTIFY
+                   MeasurementFunctionStatusChanged)
+    Q_PROPERTY(Error ErrorCode READ ErrorCode NOTIFY ErrorCodeChanged)
+    Q_PROPERTY(MeasurementSettings* TestSettings READ TestSettings NOTIFY TestSettingsChanged)
+    Q_PROPERTY(MeasurementResults* TestResults READ TestResults NOTIFY TestResultsChanged)
+    Q_PROPERTY(bool IsMeasurementRunning READ IsMeasurementRunning NOTIFY IsMeasurementRunningChanged)
+    Q_PROPERTY(MeasurementState MeasurementStatus READ MeasurementStatus NOTIFY MeasurementStatusChanged)
+    Q_PROPERTY(int MeasurementTime READ MeasurementTime NOTIFY MeasurementTimeChanged)
+    Q_PROPERTY(int OperationProgress READ OperationProgress NOTIFY OperationProgressChanged)
+    Q_PROPERTY(MeasurementType CurrentMeasurementType READ CurrentMeasurementType NOTIFY
+                   CurrentMeasurementTypeChanged)
+    Q_PROPERTY(OperationState OperationStatus READ OperationStatus NOTIFY OperationStatusChanged)
+
+public:
+    /// The one tester; created, disabled, by the first call, which is not guarded against a second thread.
+    /// Deleting it disables it first; the next call then creates another.
+    static Tester* Instance();
+
+    /// For `Instance()`. A second object would talk to the same serial line.
+    explicit Tester(QObject* parent);
+    ~Tester() override;
+
+    bool IsEnabled() const;
+    /// Opens the serial line and starts to talk to the instrument: `ErrorCode` is 103
+    /// (`CommunicationRecovery`) and after a while 100 (`NoResponse`) when it does not answer or the device
+    /// cannot be opened. Sets `MeasurementStatus` to `Idle`; everything else keeps its value. Does nothing
+    /// when enabled.
+    void Enable();
+    /// Ends the exchange under way and closes the serial line. A measurement that runs on the instrument runs
+    /// on: abort it first. Waits for the step under way, pauses included. Does nothing when disabled.
+    void Disable();
+
+    /// Who the instrument is. Owned by the library and replaced by the next version answer: copy what you
+    /// need.
+    TesterInformation* DeviceInformation() const;
+    /// The mode that the instrument reports. `Normal` until it has answered.
+    OperationMode TesterMode() const;
+    /// The instrument's clock when it was last read or set, in local time; it does not tick by itself.
+    /// 2016-01-01 00:00 until then.
+    QDateTime CurrentDateTime() const;
+    /// The date of the last calibration; null until it has been read.
+    QDateTime CalibrationDateTime() const;
+    /// The result of the start test, reported while no function is active. `Unknown` until then.
+    StartTestResult StartTestStatus() const;
+    /// The state of the active function on the instrument. `Unknown` until one was active.
+    FunctionState MeasurementFunctionStatus() const;
+    /// The present error, the instrument's or the library's; `NoErrors` when there is none. Every status
+    /// stores the instrument's own, so one of the library's lasts until the next status.
+    Error ErrorCode() const;
+    /// The settings prepared last, a clone of the application's. Owned by the library and replaced by the
+    /// next preparation. Of type `None` until then.
+    MeasurementSettings* TestSettings() const;
+    /// The readings that came last, mains readings included. Owned by the library and replaced by the next
+    /// ones: copy what you need. Of type `None` until then.
+    MeasurementResults* TestResults() const;
+    /// Whether the instrument runs a measurement that was started here. Default false.
+    bool IsMeasurementRunning() const;
+    /// Where the present measurement stands. Default `Idle`.
+    MeasurementState MeasurementStatus() const;
+    /// Seconds that the present measurement has run. Default 0.
+    int MeasurementTime() const;
+    /// Per cent of the present operation that is done. Default 0.
+    int OperationProgress() const;
+    /// The function that is active on the instrument; `Monitoring` when none is, `None` until it has
+    /// answered.
+    MeasurementType CurrentMeasurementType() const;
+    /// Where the present operation stands. Default `Idle`.
+    OperationState OperationStatus() const;
+
+    /// Asks for a restart of the instrument into its normal mode, which takes it about two seconds.
+    void RestartTester();
+    /// Asks for the instrument's identity; `DeviceInformationChanged` follows.
+    void RetrieveDeviceInformation();
+    /// Asks for the instrument's clock; `CurrentDateTimeChanged` follows if it differs.
+    void RetrieveCurrentDateTime();
+    /// Asks for the date of the last calibration; `CalibrationDateTimeChanged` follows if it differs.
+    void RetrieveCalibrationDateTime();
+    /// Sets the instrument's clock. Years 2001 to 2099, as the fields of `value` show them: no time zone is
+    /// converted. `CurrentDateTime` takes the value at once, before the instrument has it.
+    void ConfigureCurrentDateTime(const QDateTime& value);
+    /// Sets the date of the last calibration, by way of the calibration mode; the time of day is not sent.
+    /// Years 2001 to 2099. `CalibrationDateTime` takes the value at once, before the instrument has it.
+    void ConfigureCalibrationDateTime(const QDateTime& value);
+
+    bool GetIsMeasurementModeActive() const;
+    /// Enters or leaves measurement mode, in which measurements are prepared and started. A loss of the link
+    /// leaves it.
+    void SetIsMeasurementModeActive(bool active);
+
+    /// Asks for a measurement to be prepared with a clone of `settings`, which stay the caller's.
+    /// `MeasurementStatus` becomes `Prepared`, or `ErrorCode` 200 (`PrepareFailed`).
+    void PrepareMeasurement(MeasurementSettings& settings);
+    /// Asks for the prepared measurement to be started. `MeasurementStatus` becomes `Running` or `Measuring`,
+    /// or `ErrorCode` 201 (`StartFailed`) or 202 (`MeasurementFailed`). Withdraws an abort that is still
+    /// pending.
+    void StartMeasurement();
+    /// Asks for both, one after the other.
+    void StartMeasurement(MeasurementSettings& settings);
+    /// Asks for the present measurement to be ended. `MeasurementStatus` becomes `Stopped` once the
+    /// instrument confirms it, or at once, always with a signal, when nothing runs.
+    void AbortMeasurement();
+
+Q_SIGNALS:
+    void DeviceInformationChanged(TesterInformation* value);
+    void TesterModeChanged(OperationMode value);
+    void CurrentDateTimeChanged(QDateTime value);
+    void CalibrationDateTimeChanged(QDateTime value);
+    void StartTestStatusChanged(StartTestResult value);
+    void MeasurementFunctionStatusChanged(FunctionState value);
+    void ErrorCodeChanged(Error value);
+    void TestSettingsChanged(MeasurementSettings* value);
+    void TestResultsChanged(MeasurementResults* value);
+    void IsMeasurementRunningChanged(bool value);
+    void MeasurementStatusChanged(MeasurementState value);
+    void MeasurementTimeChanged(int value);
+    void OperationProgressChanged(int value);
+    void CurrentMeasurementTypeChanged(MeasurementType value);
+    void OperationStatusChanged(OperationState value);
+
+public Q_SLOTS:
+    // Each emits its property's signal with the present value. The library calls them when a value has
+    // changed.
+    void UpdateDeviceInformation();
+    void UpdateTesterMode();
+    void UpdateCurrentDateTime();
+    void UpdateCalibrationDateTime();
+    void UpdateStartTestStatus();
+    void UpdateMeasurementFunctionStatus();
+    void UpdateErrorCode();
+    void UpdateTestSettings();
+    void UpdateTestResults();
+    void UpdateIsMeasurementRunning();
+    void UpdateMeasurementStatus();
+    void UpdateMeasurementTime();
+    void UpdateOperationProgress();
+    void UpdateCurrentMeasurementType();
+    void UpdateOperationStatus();
+
+private:
+    StateMachineContext& Context() const;
+    void ConnectCells();
+    void DropMeasurementRequests();
+
+    static Tester* _instance;
+
+    std::unique_ptr<StateMachine> _stateMachine;
+    bool _enabled = false;
+};
+
+} // namespace Vesmar

@@ -1,0 +1,115 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QObject>
+#include <QTimer>
+
+#include <Vesmar/error.h>
+#include <Vesmar/functionstate.h>
+#include <Vesmar/measurementresults.h>
+#include <Vesmar/measurementsettings.h>
+#include <Vesmar/measurementstate.h>
+#include <Vesmar/measurementtype.h>
+#include <Vesmar/operationmode.h>
+#include <Vesmar/operationstate.h>
+#include <Vesmar/starttestresult.h>
+#include <Vesmar/testerinformation.h>
+
+#include "context/threadsafeproperty.h"
+
+namespace Vesmar
+{
+
+class CRC16;
+class CommandBuilder;
+class ResponseParser;
+class Transciever;
+
+/// The one object that the application's side and the worker's side share: every cell, every request, the way
+/// to the link, and the measurement timer.
+///
+/// It belongs to the thread that creates it, the application's, which must run an event loop for the timer to
+/// tick. The cells may be used from any thread. It owns the objects that `DeviceInformation`, `TestSettings`
+/// and `TestResults` publish last; the link's components stay their creator's.
+class StateMachineContext : public QObject
+{
+    Q_OBJECT
+
+public:
+    StateMachineContext(CRC16* crc16, Transciever* transciever, CommandBuilder* commandBuilder,
+                        ResponseParser* responseParser, QObject* parent);
+    ~StateMachineContext() override;
+
+    /// Sets `MeasurementStatus` back to `Idle`. Despite the name, everything else keeps its value.
+    void ResetAllProperty();
+
+    CommandBuilder* GetCommandBuilder() const { return _commandBuilder; }
+    ResponseParser* GetResponseParser() const { return _responseParser; }
+    CRC16* GetCRC16() const { return _crc16; }
+    Transciever* GetTransciever() const { return _transciever; }
+    QTimer* GetMeasurementTimer() const { return _measurementTimer; }
+
+    /// Counts seconds into `MeasurementTime` and raises `MeasurementTimeElapsed` after `time` of them
+    /// (negative: never). Any thread may start and stop the timer; it does so on its own thread, in the order
+    /// it was told.
+    void StartMeasurementTimer(int time);
+    /// As above, with the first second longer by `offsetSeconds`.
+    void StartMeasurementTimer(int time, float offsetSeconds);
+    void StopMeasurementTimer();
+
+    // What the instrument reports.
+    ThreadSafeProperty<TesterInformation*> DeviceInformation;
+    ThreadSafeProperty<QDateTime> CurrentDateTime;
+    ThreadSafeProperty<QDateTime> CalibrationDateTime;
+    ThreadSafeProperty<int> MeasurementTime; ///< Seconds.
+    ThreadSafeProperty<bool> NewMeasurement;
+    ThreadSafeProperty<OperationMode> TesterMode;
+    ThreadSafeProperty<MeasurementType> CurrentMeasurementType;
+    ThreadSafeProperty<StartTestResult> StartTestStatus;
+    ThreadSafeProperty<FunctionState> MeasurementFunctionStatus;
+    ThreadSafeProperty<Error> ErrorCode;
+    ThreadSafeProperty<MeasurementResults*> TestResults;
+
+    // What the application asks for, and what becomes of it.
+    ThreadSafeProperty<MeasurementSettings*> TestSettings;
+    ThreadSafeProperty<bool> CommunicationError;
+    ThreadSafeProperty<bool> RestartRequested;
+    ThreadSafeProperty<bool> PrepareMeasurementRequested;
+    ThreadSafeProperty<bool> StartMeasurementRequested;
+    ThreadSafeProperty<bool> AbortMeasurementRequested;
+    ThreadSafeProperty<bool> MeasurementTimeElapsed;
+    ThreadSafeProperty<bool> UpdateRequested;
+    QByteArray UpdateData;             ///< Written before `UpdateRequested` is raised.
+    QByteArray UpdateConfirmationData; ///< Written before `UpdateRequested` is raised.
+    ThreadSafeProperty<bool> IsMeasurementModeActive;
+    ThreadSafeProperty<bool> IsMeasurementRunning;
+    ThreadSafeProperty<bool> CurrentDateTimeRequested;
+    ThreadSafeProperty<bool> CurrentDateTimeConfigurationRequested;
+    ThreadSafeProperty<bool> CalibrationDateTimeRequested;
+    ThreadSafeProperty<bool> CalibrationDateTimeConfigurationRequested;
+    ThreadSafeProperty<bool> DeviceInformationRequested;
+    ThreadSafeProperty<int> OperationProgress; ///< Per cent.
+    ThreadSafeProperty<OperationState> OperationStatus;
+    ThreadSafeProperty<MeasurementState> MeasurementStatus;
+
+Q_SIGNALS:
+    void StartMeasurementTimerRequested(int time, int msOffset);
+    void StopMeasurementTimerRequested();
+
+public Q_SLOTS:
+    void OnStartMeasurementTimerRequested(int time, int msOffset);
+    void OnStopMeasurementTimerRequested();
+    void MeasurementTimerTick();
+
+private:
+    CRC16* _crc16;
+    CommandBuilder* _commandBuilder;
+    ResponseParser* _responseParser;
+    Transciever* _transciever;
+    QTimer* _measurementTimer;
+    int _elapsedSeconds = 0;
+    int _timeLimit = 0;
+};
+
+} // namespace Vesmar

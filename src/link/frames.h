@@ -1,0 +1,38 @@
+#pragma once
+
+/// The words of the protocol: command codes, short answers and the lengths of the data answers.
+namespace Vesmar
+{
+
+namespace Command
+{
+
+constexpr char Status = 's';
+constexpr char Version = 'W';
+constexpr char StartMeasurement = 'S';
+constexpr char StopMeasurement = 'h';
+constexpr char ReadMeasurement = 'e';
+constexpr char ReadCurrentDate = 'R';
+constexpr char ReadCalibrationDate = 'T';
+constexpr char InitializeUpdate = 'V';
+constexpr char ProgramFlashSector = 'F';
+constexpr char FinishUpdate = 'Z';
+constexpr char ChangeTesterMode = 'x';
+constexpr char PrepareMeasurement = 'P';
+constexpr char SetCurrentDate = 'r';
+constexpr char SetCalibrationDate = 't';
+
+} // namespace Command
+
+/// The short answers begin with these three bytes; what follows them does not matter.
+constexpr char AcknowledgeFrame[] = "\x06\xC6\x60";
+constexpr char RefusalFrame[] = "\x21\x43\x34";
+constexpr int ShortFrameSize = 3;
+
+/// Sizes of the data answers, checksum included.
+constexpr int StatusFrameSize = 4;
+constexpr int VersionFrameSize = 25;
+constexpr int DateFrameSize = 8;
+constexpr int MeasurementFrameSize = 26;
+
+} // namespace Vesmar

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QByteArray>
+#include <QObject>
+
+#include <Vesmar/measurementtype.h>
+
+namespace Vesmar
+{
+
+class CRC16;
+class StateMachineContext;
+
+/// Turns the instrument's data answers into values of the context's cells.
+///
+/// The frames come from `Transciever::RunQuery`, which has checked their checksum. The parsers test the
+/// length alone: on a wrong one they return false and change nothing. Bytes that make no sense are stored and
+/// announced like any other. Used on the worker's thread.
+class ResponseParser : public QObject
+{
+    Q_OBJECT
+
+public:
+    ResponseParser(CRC16* crc16, QObject* parent);
+
+    /// Publishes a new `TesterInformation` and deletes the one before.
+    bool ParseVersionFrame(const QByteArray& frame, StateMachineContext& context) const;
+    bool ParseStatusFrame(const QByteArray& frame, StateMachineContext& context) const;
+    bool ParseCurrentDateTimeFrame(const QByteArray& frame, StateMachineContext& context) const;
+    bool ParseCalibrationDateTimeFrame(const QByteArray& frame, StateMachineContext& context) const;
+
+    /// Publishes new results of the function and deletes the ones before. A function that has no results
+    /// class publishes nothing and returns true.
+    bool ParseMeasurementResults(const QByteArray& frame, StateMachineContext& context,
+                                 MeasurementType type) const;
+    /// As above, for the function that the last status named.
+    bool ParseMeasurementResults(const QByteArray& frame, StateMachineContext& context) const;
+
+    /// Length and checksum only; no byte of the data is looked at.
+    bool IsRCDMeasurementResultResponse(const QByteArray& frame) const;
+    bool IsRCDMeasurementStatusResponse(const QByteArray& frame) const;
+
+private:
+    CRC16* _crc16;
+};
+
+} // namespace Vesmar

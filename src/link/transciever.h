@@ -1,0 +1,87 @@
+#pragma once
+
+#include <array>
+#include <atomic>
+
+#include <QByteArray>
+#include <QElapsedTimer>
+#include <QObject>
+#include <QString>
+
+namespace Vesmar
+{
+
+class CRC16;
+
+/// What became of an exchange.
+namespace QueryResult
+{
+
+constexpr int Data = 0;         ///< A data answer with a valid checksum.
+constexpr int Acknowledged = 1; ///< The acknowledge frame.
+constexpr int Refused = 2;      ///< The refusal frame, on the last attempt.
+constexpr int NoResponse = 3;   ///< Nothing came on the last attempt, or the port is closed.
+constexpr int BadChecksum = 4;  ///< An answer with a wrong checksum, on the last attempt.
+
+} // namespace QueryResult
+
+/// Owns the serial line: opens it, runs one exchange at a time, sends a request again after a failure, and
+/// traces every exchange to the log.
+///
+/// Exchanges run on the worker's thread. `Open`, `PrepareToClose` and `Close` are called by the owner of the
+/// worker; its `Close` comes when no exchange is under way.
+class Transciever : public QObject
+{
+    Q_OBJECT
+
+public:
+    Transciever(CRC16* crc16, QObject* parent);
+    ~Transciever() override;
+
+    /// True when the port is open afterwards; an open port stays as it is.
+    bool Open();
+    /// Makes every wait of an exchange under way end at once, until `Close`.
+    void PrepareToClose();
+    void Close();
+
+    int GetMaxRetransmissions() const { return _maxRetransmissions; }
+    void SetMaxRetransmissions(int maxRetransmissions) { _maxRetransmissions = maxRetransmissions; }
+
+    /// Sends a request, up to `maxRetransmissions` times more after a failure, and waits up to `timeoutMs`
+    /// for each answer. Returns a `QueryResult`; a negative `maxRetransmissions` sends nothing and returns
+    /// `Data`. `*response` is a new array, which the caller deletes; it is left untouched when the port is
+    /// closed.
+    int RunQuery(const QByteArray& request, int timeoutMs, int maxRetransmissions, QByteArray** response);
+    int RunQuery(const QByteArray& request, int timeoutMs, QByteArray** response);
+    int RunQuery(const QByteArray& request, QByteArray** response);
+
+    /// Sends a request and reads no answer. Always returns 1.
+    int StartQuery(const QByteArray& request);
+
+    /// What is waiting on the line, in a new array that the caller deletes.
+    QByteArray* ReadBuffer();
+    /// Waits up to `timeoutMs` for data and reads on until the line is silent.
+    QByteArray* ReadBuffer(int timeoutMs);
+
+private:
+    int Attempt(int port, const QByteArray& request, int timeoutMs, QByteArray& response);
+    int Classify(const QByteArray& request, const QByteArray& response) const;
+    void TakeLine(bool closingEndsWait);
+    void ReleaseLine();
+    void Receive(int port, int timeoutMs, QByteArray& response);
+    void Append(int received, QByteArray& response) const;
+    bool IsUsable(int port) const;
+    void Write(int port, const QByteArray& request) const;
+    int Read(int port);
+
+    CRC16* _crc16;
+    std::atomic<bool> _lineFree{true};
+    std::array<char, 128> _receiveBuffer{};
+    std::atomic<int> _handle{0};
+    QElapsedTimer _responseTimer;
+    QElapsedTimer _gapTimer;
+    int _maxRetransmissions = 2;
+    std::atomic<bool> _closing{false};
+};
+
+} // namespace Vesmar

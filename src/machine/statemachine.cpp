@@ -1,0 +1,83 @@
+#include "machine/statemachine.h"
+
+#include "context/statemachinecontext.h"
+#include "link/commandbuilder.h"
+#include "link/crc16.h"
+#include "link/responseparser.h"
+#include "link/transciever.h"
+#include "machine/statemachinerunner.h"
+
+namespace Vesmar
+{
+
+StateMachine::StateMachine(QObject* parent)
+    : QObject(parent),
+      _crc16(std::make_unique<CRC16>(nullptr)),
+      _transciever(std::make_unique<Transciever>(_crc16.get(), nullptr)),
+      _commandBuilder(std::make_unique<CommandBuilder>(_crc16.get(), nullptr)),
+      _responseParser(std::make_unique<ResponseParser>(_crc16.get(), nullptr))
+{
+    PrepareNewStateMachine();
+}
+
+StateMachine::~StateMachine()
+{
+    if (_runner != nullptr) {
+        _transciever->PrepareToClose();
+        _runner->Disable();
+    }
+    ReleaseWorker();
+}
+
+/// The context lives as long as the owner. Its first worker is not enabled: the thread idles.
+void StateMachine::PrepareNewStateMachine()
+{
+    _context = std::make_unique<StateMachineContext>(_crc16.get(), _transciever.get(), _commandBuilder.get(),
+                                                     _responseParser.get(), nullptr);
+    CreateWorker();
+    _workerThread->start(QThread::InheritPriority);
+}
+
+void StateMachine::Enable()
+{
+    _context->ResetAllProperty();
+    ReleaseWorker();
+    _transciever->Open();
+    CreateWorker();
+    // Before the thread starts: a first step that found the runner disabled would be the last one.
+    _runner->Enable();
+    _workerThread->start(QThread::InheritPriority);
+}
+
+void StateMachine::Disable()
+{
+    if (_runner == nullptr || !_runner->IsEnabled()) {
+        return;
+    }
+    _transciever->PrepareToClose();
+    _runner->Disable();
+    _transciever->Close();
+    ReleaseWorker();
+}
+
+void StateMachine::CreateWorker()
+{
+    _runner = new StateMachineRunner(_context.get(), nullptr);
+    _workerThread = std::make_unique<QThread>();
+    _runner->moveToThread(_workerThread.get());
+    connect(_workerThread.get(), &QThread::started, _runner, &StateMachineRunner::RunStateMachineWorker);
+    connect(_workerThread.get(), &QThread::finished, _runner, &StateMachineRunner::onWorkerFinisched);
+}
+
+void StateMachine::ReleaseWorker()
+{
+    if (_workerThread == nullptr) {
+        return;
+    }
+    _workerThread->quit();
+    _workerThread->wait();
+    _workerThread.reset();
+    _runner = nullptr;
+}
+
+} // namespace Vesmar

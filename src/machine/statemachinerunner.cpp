@@ -1,0 +1,168 @@
+#include "machine/statemachinerunner.h"
+
+#include <QDebug>
+#include <QThread>
+
+#include "context/statemachinecontext.h"
+#include "machine/transitions.h"
+#include "states/configuration/restartingtesterstate.h"
+#include "states/configuration/testerconfigurationstate.h"
+#include "states/connection/communicationrecoverystate.h"
+#include "states/connection/initializationstate.h"
+#include "states/connection/monitoringstate.h"
+#include "states/connection/testeroperationsstate.h"
+
+namespace Vesmar
+{
+
+namespace
+{
+
+constexpr unsigned long StepPeriodMs = 100;
+
+State* FirstThatHolds(const QList<StateTransition>& transitions, StateMachineContext& context)
+{
+    for (const StateTransition& transition : transitions) {
+        if (transition.guard(context)) {
+            return transition.target;
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
+StateMachineRunner::StateMachineRunner(StateMachineContext* context, QObject* parent)
+    : QObject(parent), _context(context)
+{
+    CreateStateMachineTree();
+}
+
+StateMachineRunner::~StateMachineRunner() = default;
+
+template <typename ConcreteState>
+State* StateMachineRunner::CreateState(State* parentState)
+{
+    _states.push_back(std::make_unique<ConcreteState>(_context, parentState));
+    return _states.back().get();
+}
+
+void StateMachineRunner::CreateStateMachineTree()
+{
+    State* testerOperations = CreateState<TesterOperationsState>(nullptr);
+    State* communicationRecovery = CreateState<CommunicationRecoveryState>(nullptr);
+    State* initialization = CreateState<InitializationState>(testerOperations);
+    State* restartingTester = CreateState<RestartingTesterState>(nullptr);
+    State* monitoring = CreateState<MonitoringState>(testerOperations);
+    State* testerConfiguration = CreateState<TesterConfigurationState>(testerOperations);
+    _currentState = testerOperations;
+
+    // The first row that holds wins among those of one source, so the order decides.
+    using namespace Transitions;
+    // clang-format off
+    AddExternalTransition(testerOperations, TesterOperationsToCommunicationRecoveryTransition, communicationRecovery);
+    AddExternalTransition(testerOperations, TesterOperationsToRestartingTesterTransition, restartingTester);
+    AddInternalTransition(testerOperations, TesterOperationsToInitializationTransition, initialization);
+    AddExternalTransition(restartingTester, RestartingTesterToTesterOperationsTransition, testerOperations);
+    AddExternalTransition(communicationRecovery, CommunicationRecoveryToTesterOperationsTransition, testerOperations);
+    AddExternalTransition(initialization, InitializationToMonitoringTransition, monitoring);
+    AddExternalTransition(monitoring, MonitoringToTesterConfigurationTransition, testerConfiguration);
+    AddExternalTransition(testerConfiguration, TesterConfigurationToMonitoringTransition, monitoring);
+    // clang-format on
+}
+
+void StateMachineRunner::AddExternalTransition(State* from, Guard guard, State* to)
+{
+    _externalTransitions[from].append({guard, to});
+}
+
+void StateMachineRunner::AddInternalTransition(State* from, Guard guard, State* to)
+{
+    _internalTransitions[from].append({guard, to});
+}
+
+State* StateMachineRunner::FindTransition(State* state) const
+{
+    State* outermost = nullptr;
+    for (State* level = state; level != nullptr; level = level->GetParentState()) {
+        const auto transitions = _externalTransitions.constFind(level);
+        if (transitions == _externalTransitions.constEnd()) {
+            qWarning("\033[0;31mNo transition map entry for a current state.\033[0m");
+            return nullptr;
+        }
+        if (State* target = FirstThatHolds(*transitions, *_context)) {
+            outermost = target;
+        }
+    }
+    if (outermost != nullptr) {
+        return outermost;
+    }
+    const auto internal = _internalTransitions.constFind(state);
+    return internal != _internalTransitions.constEnd() ? FirstThatHolds(*internal, *_context) : nullptr;
+}
+
+void StateMachineRunner::Enable()
+{
+    if (_enabled || _disableRequested) {
+        return;
+    }
+    _entryPending = true;
+    _currentState = _states.front().get();
+    _enabled = true;
+}
+
+void StateMachineRunner::Disable()
+{
+    _disableRequested = true;
+    const QMutexLocker lock(&_mutex);
+    _context->StopMeasurementTimer();
+}
+
+void StateMachineRunner::RunStateMachineWorker()
+{
+    if (TakeDisableRequest() || !_enabled) {
+        return;
+    }
+    if (_entryPending) {
+        _currentState->OnEntry();
+        _entryPending = false;
+    }
+    if (!StepCurrentState()) {
+        return;
+    }
+    QThread::msleep(StepPeriodMs);
+    QMetaObject::invokeMethod(this, "RunStateMachineWorker", Qt::QueuedConnection);
+}
+
+void StateMachineRunner::onWorkerFinisched()
+{
+    deleteLater();
+}
+
+/// A disable that was requested ends the stepping.
+bool StateMachineRunner::TakeDisableRequest()
+{
+    if (!_disableRequested.exchange(false)) {
+        return false;
+    }
+    _enabled = false;
+    return true;
+}
+
+/// False when a disable came first: its caller may have closed the port already.
+bool StateMachineRunner::StepCurrentState()
+{
+    const QMutexLocker lock(&_mutex);
+    if (TakeDisableRequest()) {
+        return false;
+    }
+    _currentState->OnRunning();
+    if (State* next = FindTransition(_currentState)) {
+        _currentState->OnExit();
+        _entryPending = true;
+        _currentState = next;
+    }
+    return true;
+}
+
+} // namespace Vesmar

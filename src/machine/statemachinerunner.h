@@ -1,0 +1,82 @@
+#pragma once
+
+#include <atomic>
+#include <memory>
+#include <vector>
+
+#include <QList>
+#include <QMap>
+#include <QMutex>
+#include <QObject>
+
+namespace Vesmar
+{
+
+class State;
+class StateMachineContext;
+
+/// Decides from the context whether a transition is taken.
+using Guard = bool (*)(StateMachineContext& context);
+
+/// One row of the transition map, seen from its source.
+struct StateTransition {
+    Guard guard;
+    State* target;
+};
+
+/// The engine: owns the states, holds the transition map, and steps the machine every 100 ms.
+///
+/// It lives on the worker's thread, where steps, hooks and guards run. `Enable()` is called before that
+/// thread starts; `Disable()` from the owner's thread: it waits for a step under way, and no step does
+/// anything afterwards.
+class StateMachineRunner : public QObject
+{
+    Q_OBJECT
+
+public:
+    using TransitionMap = QMap<State*, QList<StateTransition>>;
+
+    StateMachineRunner(StateMachineContext* context, QObject* parent);
+    ~StateMachineRunner() override;
+
+    void Enable();
+    void Disable();
+    bool IsEnabled() const { return _enabled; }
+
+    void AddExternalTransition(State* from, Guard guard, State* to);
+    void AddInternalTransition(State* from, Guard guard, State* to);
+
+    /// The state to enter, or null to stay. External transitions are searched from the state up to the top of
+    /// the tree, and the outermost one that holds wins; if none does, the first of the state's own internal
+    /// ones that holds.
+    State* FindTransition(State* state) const;
+
+    State* GetCurrentState() const { return _currentState; }
+    const TransitionMap& GetExternalTransitions() const { return _externalTransitions; }
+    const TransitionMap& GetInternalTransitions() const { return _internalTransitions; }
+
+public Q_SLOTS:
+    /// One step. Posts the next one while the runner is enabled.
+    void RunStateMachineWorker();
+    void onWorkerFinisched();
+
+private:
+    void CreateStateMachineTree();
+    bool TakeDisableRequest();
+    bool StepCurrentState();
+
+    template <typename ConcreteState>
+    State* CreateState(State* parentState);
+
+    TransitionMap _externalTransitions;
+    TransitionMap _internalTransitions;
+    std::vector<std::unique_ptr<State>> _states;
+    State* _currentState = nullptr;
+    StateMachineContext* _context;
+    std::atomic<bool> _entryPending{true};
+    std::atomic<bool> _enabled{false};
+    std::atomic<bool> _disableRequested{false};
+    QMutex _mutex; ///< Held during a step, so that a disable waits for its end.
+};
+
+} // namespace Vesmar

@@ -1,0 +1,301 @@
+#include "machine/transitions.h"
+
+#include <optional>
+
+#include <Vesmar/rcdiecsettings.h>
+#include <Vesmar/rcdsettings.h>
+
+#include "context/statemachinecontext.h"
+
+namespace Vesmar::Transitions
+{
+
+namespace
+{
+
+using RCDMode = RCDSettings::RCDMode;
+using RCDIECMode = RCDIECSettings::RCDIECMode;
+
+MeasurementType SettingsType(StateMachineContext& context)
+{
+    return context.TestSettings.Get()->GetMeasurementType();
+}
+
+bool IsRCD(MeasurementType type)
+{
+    return type == MeasurementType::RCD || type == MeasurementType::RCDIEC;
+}
+
+bool IsSingle(MeasurementType type)
+{
+    return type == MeasurementType::RLN || type == MeasurementType::IEC;
+}
+
+bool IsUpdateDue(StateMachineContext& context)
+{
+    return context.UpdateRequested.Get() || context.TesterMode.Get() == OperationMode::Update;
+}
+
+bool HasMeasurementStatus(StateMachineContext& context, MeasurementState status)
+{
+    return context.MeasurementStatus.Get() == status;
+}
+
+/// The mode of the settings if they are those of the RCD test.
+std::optional<RCDMode> ModeOfRCD(StateMachineContext& context)
+{
+    const MeasurementSettings* settings = context.TestSettings.Get();
+    if (settings->GetMeasurementType() != MeasurementType::RCD) {
+        return std::nullopt;
+    }
+    return static_cast<const RCDSettings*>(settings)->GetMode();
+}
+
+/// The mode of the settings if they are those of the IEC variant of the RCD test.
+std::optional<RCDIECMode> ModeOfRCDIEC(StateMachineContext& context)
+{
+    const MeasurementSettings* settings = context.TestSettings.Get();
+    if (settings->GetMeasurementType() != MeasurementType::RCDIEC) {
+        return std::nullopt;
+    }
+    return static_cast<const RCDIECSettings*>(settings)->GetMode();
+}
+
+/// An aborted RCD measurement always leaves an error code behind.
+bool IsRCDAborted(StateMachineContext& context)
+{
+    if (!context.AbortMeasurementRequested.Get()) {
+        return false;
+    }
+    if (context.ErrorCode.Get() == Error::NoErrors) {
+        context.ErrorCode.Set(Error::RCDDeviceError1);
+    }
+    return true;
+}
+
+bool IsRCDStoppedOrAborted(StateMachineContext& context)
+{
+    return HasMeasurementStatus(context, MeasurementState::Stopped) || IsRCDAborted(context);
+}
+
+} // namespace
+
+bool TesterOperationsToCommunicationRecoveryTransition(StateMachineContext& context)
+{
+    return context.CommunicationError.Get();
+}
+
+bool TesterOperationsToRestartingTesterTransition(StateMachineContext& context)
+{
+    if (context.RestartRequested.Get()) {
+        return true;
+    }
+    const OperationMode mode = context.TesterMode.Get();
+    return mode != OperationMode::Update && mode != OperationMode::Normal;
+}
+
+bool TesterOperationsToInitializationTransition(StateMachineContext& /*context*/)
+{
+    return true;
+}
+
+bool RestartingTesterToTesterOperationsTransition(StateMachineContext& /*context*/)
+{
+    return true;
+}
+
+bool CommunicationRecoveryToTesterOperationsTransition(StateMachineContext& context)
+{
+    return !context.CommunicationError.Get();
+}
+
+bool InitializationToAwaitUpdateActionTransition(StateMachineContext& context)
+{
+    return IsUpdateDue(context);
+}
+
+bool InitializationToMonitoringTransition(StateMachineContext& /*context*/)
+{
+    return true;
+}
+
+bool MonitoringToAwaitUpdateActionTransition(StateMachineContext& context)
+{
+    return IsUpdateDue(context);
+}
+
+bool MonitoringToTesterConfigurationTransition(StateMachineContext& context)
+{
+    return context.DeviceInformationRequested.Get() || context.CurrentDateTimeRequested.Get() ||
+           context.CalibrationDateTimeRequested.Get() ||
+           context.CurrentDateTimeConfigurationRequested.Get() ||
+           context.CalibrationDateTimeConfigurationRequested.Get();
+}
+
+bool MonitoringToRCDMeasurementModeTransition(StateMachineContext& context)
+{
+    return IsRCD(SettingsType(context)) && context.IsMeasurementModeActive.Get();
+}
+
+bool MonitoringToMeasurementModeTransition(StateMachineContext& context)
+{
+    return !IsRCD(SettingsType(context)) && context.IsMeasurementModeActive.Get();
+}
+
+bool TesterConfigurationToMonitoringTransition(StateMachineContext& context)
+{
+    return !MonitoringToTesterConfigurationTransition(context);
+}
+
+bool AwaitUpdateActionToUpdatingTransition(StateMachineContext& context)
+{
+    return context.UpdateRequested.Get() && context.TesterMode.Get() == OperationMode::Update;
+}
+
+bool UpdatingToAwaitUpdateActionTransition(StateMachineContext& context)
+{
+    return context.TesterMode.Get() == OperationMode::Update;
+}
+
+bool UpdatingToInitializationTransition(StateMachineContext& context)
+{
+    return context.TesterMode.Get() == OperationMode::Normal;
+}
+
+bool MeasurementModeToAbortingMeasurementTransition(StateMachineContext& context)
+{
+    return context.AbortMeasurementRequested.Get() &&
+           !HasMeasurementStatus(context, MeasurementState::Prepared);
+}
+
+bool MeasurementModeToMonitoringTransition(StateMachineContext& context)
+{
+    return !context.IsMeasurementModeActive.Get();
+}
+
+bool MeasurementModeToPreparingMeasurementTransition(StateMachineContext& /*context*/)
+{
+    return true;
+}
+
+bool AbortingMeasurementToMeasurementModeTransition(StateMachineContext& context)
+{
+    return HasMeasurementStatus(context, MeasurementState::Stopped);
+}
+
+bool PreparingMeasurementToRCDMeasurementModeTransition(StateMachineContext& context)
+{
+    // For every type, not for the RCD types alone: RCD measurement mode sends the others back.
+    return context.PrepareMeasurementRequested.Get();
+}
+
+bool PreparingMeasurementToStartingMeasurementTransition(StateMachineContext& context)
+{
+    return context.StartMeasurementRequested.Get() &&
+           HasMeasurementStatus(context, MeasurementState::Prepared) &&
+           !context.PrepareMeasurementRequested.Get();
+}
+
+bool StartingMeasurementToSingleMeasurementRunningTransition(StateMachineContext& context)
+{
+    return HasMeasurementStatus(context, MeasurementState::Running) && IsSingle(SettingsType(context));
+}
+
+bool StartingMeasurementToHVTestContinuousMeasurementRunningTransition(StateMachineContext& context)
+{
+    return context.CurrentMeasurementType.Get() == MeasurementType::HVTest &&
+           HasMeasurementStatus(context, MeasurementState::Running);
+}
+
+bool StartingMeasurementToContinuousMeasurementRunningTransition(StateMachineContext& context)
+{
+    const MeasurementType type = SettingsType(context);
+    return HasMeasurementStatus(context, MeasurementState::Running) && type != MeasurementType::HVTest &&
+           !IsSingle(type);
+}
+
+bool SingleMeasurementRunningToStoppingMeasurementTransition(StateMachineContext& context)
+{
+    const MeasurementResults* results = context.TestResults.Get();
+    const MeasurementType resultsType = results->GetMeasurementType();
+    const bool isLineToNeutral = context.CurrentMeasurementType.Get() == MeasurementType::RLN;
+    if (isLineToNeutral && resultsType == MeasurementType::RLN) {
+        return context.NewMeasurement.Get() && HasMeasurementStatus(context, MeasurementState::Measuring);
+    }
+    if (isLineToNeutral && resultsType == MeasurementType::IEC) {
+        constexpr float NoResultYet = 0.0F;
+        return results->_values.front() != NoResultYet &&
+               HasMeasurementStatus(context, MeasurementState::Measuring);
+    }
+    return context.MeasurementFunctionStatus.Get() != FunctionState::Running;
+}
+
+bool ContinuousMeasurementRunningToStoppingMeasurementTransition(StateMachineContext& context)
+{
+    return context.MeasurementTimeElapsed.Get();
+}
+
+bool StoppingMeasurementToMeasurementModeTransition(StateMachineContext& context)
+{
+    return HasMeasurementStatus(context, MeasurementState::Stopped);
+}
+
+bool RCDMeasurementModeToMonitoringTransition(StateMachineContext& context)
+{
+    return !context.IsMeasurementModeActive.Get();
+}
+
+bool RCDMeasurementModeToMeasurementModeTransition(StateMachineContext& context)
+{
+    return context.PrepareMeasurementRequested.Get() && !IsRCD(SettingsType(context));
+}
+
+bool RCDMeasurementModeToRCDMonitoringTransition(StateMachineContext& /*context*/)
+{
+    return true;
+}
+
+bool RCDMonitoringToRCDUbReMeasurementRunningTransition(StateMachineContext& context)
+{
+    return context.StartMeasurementRequested.Get() && ModeOfRCD(context) == RCDMode::UbRe;
+}
+
+bool RCDMonitoringToRCDIaTaMeasurementRunningTransition(StateMachineContext& context)
+{
+    const auto mode = ModeOfRCD(context);
+    return context.StartMeasurementRequested.Get() && (mode == RCDMode::IaTa2 || mode == RCDMode::IaTa1);
+}
+
+bool RCDMonitoringToRCDIECIaTaMeasurementRunningTransition(StateMachineContext& context)
+{
+    const auto mode = ModeOfRCDIEC(context);
+    return context.StartMeasurementRequested.Get() &&
+           (mode == RCDIECMode::IaTa2 || mode == RCDIECMode::IaTa1);
+}
+
+bool RCDMonitoringToRCDIECCleanUpTransition(StateMachineContext& context)
+{
+    return context.StartMeasurementRequested.Get() && ModeOfRCDIEC(context) == RCDIECMode::CleanUp;
+}
+
+bool RCDUbReMeasurementRunningToRCDMonitoringTransition(StateMachineContext& context)
+{
+    return IsRCDStoppedOrAborted(context);
+}
+
+bool RCDIaTaMeasurementRunningToRCDMonitoringTransition(StateMachineContext& context)
+{
+    return IsRCDStoppedOrAborted(context);
+}
+
+bool RCDIECIaTaMeasurementRunningToRCDMonitoringTransition(StateMachineContext& context)
+{
+    return IsRCDStoppedOrAborted(context) || ModeOfRCDIEC(context) == RCDIECMode::CleanUp;
+}
+
+bool RCDIECCleanUpToRCDMonitoringTransition(StateMachineContext& context)
+{
+    return HasMeasurementStatus(context, MeasurementState::Stopped);
+}
+
+} // namespace Vesmar::Transitions

@@ -1,0 +1,29 @@
+#include <Vesmar/hvtestsettings.h>
+
+#include "model/settings/payload.h"
+
+namespace Vesmar
+{
+
+HVTestSettings::HVTestSettings() : ContinuousMeasurementSettings(MeasurementType::HVTest, nullptr) {}
+
+HVTestSettings::HVTestSettings(HVTestSettings& other)
+    : ContinuousMeasurementSettings(other),
+      _mode(other.GetMode()),
+      _measurementTimeOffset(other.GetMeasurementTimeOffset())
+{
+}
+
+HVTestSettings::~HVTestSettings() = default;
+
+QByteArray* HVTestSettings::CreateMeasurementFrame()
+{
+    return CreatePayload(GetMeasurementType(), TimeFlag(), _mode == HVMode::Mode2 ? 0x05 : 0x02);
+}
+
+MeasurementSettings* HVTestSettings::Clone()
+{
+    return new HVTestSettings(*this);
+}
+
+} // namespace Vesmar

@@ -1,0 +1,25 @@
+#include <Vesmar/iecsettings.h>
+
+#include "model/settings/payload.h"
+
+namespace Vesmar
+{
+
+IECSettings::IECSettings() : MeasurementSettings(MeasurementType::IEC, nullptr) {}
+
+IECSettings::IECSettings(IECSettings& other) : MeasurementSettings(other) {}
+
+IECSettings::~IECSettings() = default;
+
+QByteArray* IECSettings::CreateMeasurementFrame()
+{
+    // To the instrument IEC is a variant of RLN.
+    return CreatePayload(MeasurementType::RLN, TimeNotSent, 0x02);
+}
+
+MeasurementSettings* IECSettings::Clone()
+{
+    return new IECSettings(*this);
+}
+
+} // namespace Vesmar

@@ -1,0 +1,24 @@
+#include <Vesmar/isubsettings.h>
+
+#include "model/settings/payload.h"
+
+namespace Vesmar
+{
+
+ISUBSettings::ISUBSettings() : ContinuousMeasurementSettings(MeasurementType::ISUB, nullptr) {}
+
+ISUBSettings::ISUBSettings(ISUBSettings& other) : ContinuousMeasurementSettings(other) {}
+
+ISUBSettings::~ISUBSettings() = default;
+
+QByteArray* ISUBSettings::CreateMeasurementFrame()
+{
+    return CreatePayload(GetMeasurementType(), TimeFlag(), 0x00);
+}
+
+MeasurementSettings* ISUBSettings::Clone()
+{
+    return new ISUBSettings(*this);
+}
+
+} // namespace Vesmar

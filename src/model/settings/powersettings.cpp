@@ -1,0 +1,27 @@
+#include <Vesmar/powersettings.h>
+
+#include "model/settings/payload.h"
+
+namespace Vesmar
+{
+
+POWERSettings::POWERSettings() : ContinuousMeasurementSettings(MeasurementType::POWER, nullptr) {}
+
+POWERSettings::POWERSettings(POWERSettings& other)
+    : ContinuousMeasurementSettings(other), _mode(other.GetMode())
+{
+}
+
+POWERSettings::~POWERSettings() = default;
+
+QByteArray* POWERSettings::CreateMeasurementFrame()
+{
+    return CreatePayload(GetMeasurementType(), TimeFlag(), _mode == POWERMode::Mode2 ? 0x01 : 0x00);
+}
+
+MeasurementSettings* POWERSettings::Clone()
+{
+    return new POWERSettings(*this);
+}
+
+} // namespace Vesmar

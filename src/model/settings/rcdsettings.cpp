@@ -1,0 +1,43 @@
+#include <Vesmar/rcdsettings.h>
+
+#include "model/settings/payload.h"
+
+namespace Vesmar
+{
+
+RCDSettings::RCDSettings() : MeasurementSettings(MeasurementType::RCD, nullptr) {}
+
+RCDSettings::RCDSettings(RCDSettings& other)
+    : MeasurementSettings(other),
+      _mode(other.GetMode()),
+      _quantity(other.GetQuantity()),
+      _phase(other.GetPhase()),
+      _current(other.GetCurrent()),
+      _type(other.GetType()),
+      _re(other.GetRe())
+{
+}
+
+RCDSettings::~RCDSettings() = default;
+
+QByteArray* RCDSettings::CreateMeasurementFrame()
+{
+    auto* payload = new QByteArray;
+    AppendByte(*payload, static_cast<int>(GetMeasurementType()));
+    AppendByte(*payload, 0x00);
+    AppendByte(*payload, RCDOptionBits(_type, 6));
+    AppendByte(*payload, RCDOptions(_mode, _phase, _quantity, _current));
+    if (_mode == RCDMode::UbRe) {
+        payload->append(4, '\xFF');
+    } else {
+        AppendFloat(*payload, _re);
+    }
+    return payload;
+}
+
+MeasurementSettings* RCDSettings::Clone()
+{
+    return new RCDSettings(*this);
+}
+
+} // namespace Vesmar

@@ -1,0 +1,24 @@
+#include <Vesmar/rlnsettings.h>
+
+#include "model/settings/payload.h"
+
+namespace Vesmar
+{
+
+RLNSettings::RLNSettings() : MeasurementSettings(MeasurementType::RLN, nullptr) {}
+
+RLNSettings::RLNSettings(RLNSettings& other) : MeasurementSettings(other) {}
+
+RLNSettings::~RLNSettings() = default;
+
+QByteArray* RLNSettings::CreateMeasurementFrame()
+{
+    return CreatePayload(GetMeasurementType(), TimeNotSent, 0x01);
+}
+
+MeasurementSettings* RLNSettings::Clone()
+{
+    return new RLNSettings(*this);
+}
+
+} // namespace Vesmar

@@ -1,0 +1,10 @@
+#include <Vesmar/testerinformation.h>
+
+namespace Vesmar
+{
+
+TesterInformation::TesterInformation(QObject* parent) : QObject(parent) {}
+
+TesterInformation::~TesterInformation() = default;
+
+} // namespace Vesmar

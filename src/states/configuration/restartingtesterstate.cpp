@@ -1,0 +1,45 @@
+#include "states/configuration/restartingtesterstate.h"
+
+#include <QThread>
+
+#include "context/statemachinecontext.h"
+
+namespace Vesmar
+{
+
+namespace
+{
+
+constexpr unsigned long RestartPauseMs = 2000;
+
+} // namespace
+
+RestartingTesterState::RestartingTesterState(StateMachineContext* context, State* parentState)
+    : State(context, parentState, nullptr)
+{
+}
+
+void RestartingTesterState::OnEntry()
+{
+    TraceBanner("ENTERING RESTARTING TESTER STATE ");
+}
+
+void RestartingTesterState::OnExit()
+{
+    TraceBanner("LEAVING RESTARTING TESTER STATE ");
+}
+
+void RestartingTesterState::OnRunning()
+{
+    ChangeTesterMode(OperationMode::Normal);
+    GetContext()->RestartRequested.Set(false);
+    QThread::msleep(RestartPauseMs);
+    const OperationMode mode = GetContext()->TesterMode.Get();
+    if (mode != OperationMode::Normal && mode != OperationMode::Update) {
+        // Only a status shows where the instrument now is; without it the machine would restart for ever.
+        RequestStatus();
+    }
+    GetContext()->CommunicationError.Set(false);
+}
+
+} // namespace Vesmar

@@ -1,0 +1,106 @@
+#include "states/connection/communicationrecoverystate.h"
+
+#include <QThread>
+
+#include "context/statemachinecontext.h"
+#include "link/commandbuilder.h"
+#include "link/responseparser.h"
+#include "link/transciever.h"
+
+namespace Vesmar
+{
+
+namespace
+{
+
+constexpr int CheckTimeoutMs = 500;
+constexpr int NoRetransmissions = 0;
+constexpr unsigned MaxAttempts = 10;
+constexpr unsigned long RestartPauseMs = 3000;
+
+} // namespace
+
+CommunicationRecoveryState::CommunicationRecoveryState(StateMachineContext* context, State* parentState)
+    : State(context, parentState, nullptr)
+{
+}
+
+void CommunicationRecoveryState::OnEntry()
+{
+    TraceBanner("ENTERING COMMUNICATION RECOVERY STATE ");
+    _attempts = 0;
+    _isModeResetDone = false;
+    ClearMeasurementRequests();
+}
+
+void CommunicationRecoveryState::OnExit()
+{
+    TraceBanner("LEAVING COMMUNICATION RECOVERY STATE ");
+}
+
+void CommunicationRecoveryState::OnRunning()
+{
+    ReportRecovery();
+    const int result = CheckStatus();
+    if (result == QueryResult::Data) {
+        GetContext()->CommunicationError.Set(false);
+        return;
+    }
+    ++_attempts;
+    if (_attempts > MaxAttempts) {
+        HandlePersistentFailure(result);
+    }
+}
+
+int CommunicationRecoveryState::CheckStatus()
+{
+    QByteArray* answer = nullptr;
+    const int result = GetContext()->GetTransciever()->RunQuery(
+        *GetContext()->GetCommandBuilder()->GetStatusFrame(), CheckTimeoutMs, NoRetransmissions, &answer);
+    const std::unique_ptr<QByteArray> response(answer);
+    if (result == QueryResult::Data) {
+        GetContext()->GetResponseParser()->ParseStatusFrame(*response, *GetContext());
+    }
+    return result;
+}
+
+/// The codes of a link that is given up stay; any other one gives way.
+void CommunicationRecoveryState::ReportRecovery()
+{
+    const Error present = GetContext()->ErrorCode.Get();
+    if (present < Error::NoResponse || present > Error::InvalidResponse) {
+        GetContext()->ErrorCode.Set(Error::CommunicationRecovery);
+    }
+}
+
+void CommunicationRecoveryState::HandlePersistentFailure(int result)
+{
+    switch (result) {
+    case QueryResult::NoResponse:
+        GetContext()->ErrorCode.Set(Error::NoResponse);
+        break;
+    case QueryResult::BadChecksum:
+        ResetModeOnceOrReport(Error::InvalidResponse);
+        break;
+    case QueryResult::Refused:
+        ResetModeOnceOrReport(Error::RequestRefused);
+        break;
+    default:
+        GetContext()->ErrorCode.Set(Error::RequestRefused);
+        break;
+    }
+}
+
+void CommunicationRecoveryState::ResetModeOnceOrReport(Error error)
+{
+    if (_isModeResetDone) {
+        GetContext()->ErrorCode.Set(error);
+        return;
+    }
+    ChangeTesterMode(OperationMode::Normal);
+    QThread::msleep(RestartPauseMs);
+    _isModeResetDone = true;
+    _attempts = 0;
+}
+
+} // namespace Vesmar

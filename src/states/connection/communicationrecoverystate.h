@@ -1,0 +1,35 @@
+#pragma once
+
+#include "states/state.h"
+
+namespace Vesmar
+{
+
+/// Tries to win the instrument back after a failed request, for as long as it takes.
+///
+/// Sends a status request on every step, with a short time limit and no retransmission; after more than 10
+/// failures with bad checksums or refusals one change to the normal mode. Clears every measurement request
+/// and `IsMeasurementModeActive` on entry, and `CommunicationError` when the instrument answers, which leaves
+/// the state. Reports 103 while it tries; then 100 (silence), 101 (refusals) or 102 (bad checksums).
+class CommunicationRecoveryState : public State
+{
+public:
+    CommunicationRecoveryState(StateMachineContext* context, State* parentState);
+
+    void OnEntry() override;
+    void OnExit() override;
+    void OnRunning() override;
+
+    /// One status exchange; returns its `QueryResult`. `CommunicationError` stays as it is.
+    int CheckStatus();
+
+private:
+    void ReportRecovery();
+    void HandlePersistentFailure(int result);
+    void ResetModeOnceOrReport(Error error);
+
+    unsigned _attempts = 0;
+    bool _isModeResetDone = false;
+};
+
+} // namespace Vesmar

@@ -1,0 +1,156 @@
+#include "states/state.h"
+
+#include <QDebug>
+
+#include "context/statemachinecontext.h"
+#include "link/commandbuilder.h"
+#include "link/responseparser.h"
+#include "link/transciever.h"
+
+namespace Vesmar
+{
+
+namespace
+{
+
+struct Answer {
+    int result;
+    std::unique_ptr<QByteArray> response;
+};
+
+Answer Query(StateMachineContext& context, const QByteArray& frame)
+{
+    QByteArray* response = nullptr;
+    const int result = context.GetTransciever()->RunQuery(frame, &response);
+    return {result, std::unique_ptr<QByteArray>(response)};
+}
+
+} // namespace
+
+State::State(StateMachineContext* context, State* parentState, QObject* parent)
+    : QObject(parent), _context(context), _parentState(parentState)
+{
+}
+
+State::~State() = default;
+
+void State::OnEntry() {}
+
+void State::OnExit() {}
+
+void State::OnRunning() {}
+
+bool State::RequestStatus()
+{
+    const auto response = Read(*_context->GetCommandBuilder()->GetStatusFrame());
+    return RaiseErrorUnless(response &&
+                            _context->GetResponseParser()->ParseStatusFrame(*response, *_context));
+}
+
+bool State::RequestVersion()
+{
+    const auto response = Read(*_context->GetCommandBuilder()->GetVersionFrame());
+    return RaiseErrorUnless(response &&
+                            _context->GetResponseParser()->ParseVersionFrame(*response, *_context));
+}
+
+bool State::RequestCurrentDateTime()
+{
+    const auto response = Read(*_context->GetCommandBuilder()->GetReadCurrentDateFrame());
+    return RaiseErrorUnless(response &&
+                            _context->GetResponseParser()->ParseCurrentDateTimeFrame(*response, *_context));
+}
+
+bool State::RequestCalibrationDateTime()
+{
+    const auto response = Read(*_context->GetCommandBuilder()->GetReadCalibrationDateFrame());
+    return RaiseErrorUnless(
+        response && _context->GetResponseParser()->ParseCalibrationDateTimeFrame(*response, *_context));
+}
+
+bool State::RequestMeasurementResults(MeasurementType type)
+{
+    const auto response = Read(*_context->GetCommandBuilder()->GetReadMeasurementFrame());
+    return RaiseErrorUnless(
+        response && _context->GetResponseParser()->ParseMeasurementResults(*response, *_context, type));
+}
+
+bool State::ConfigureCurrentDateTime(const QDateTime& dateTime)
+{
+    const std::unique_ptr<QByteArray> frame(
+        _context->GetCommandBuilder()->CreateSetCurrentDateTimeFrame(dateTime));
+    return Send(*frame);
+}
+
+bool State::ConfigureCalibrationDateTime(const QDateTime& dateTime)
+{
+    const std::unique_ptr<QByteArray> frame(
+        _context->GetCommandBuilder()->CreateSetCalibrationDateTimeFrame(dateTime));
+    return Send(*frame);
+}
+
+bool State::ChangeTesterMode(OperationMode mode)
+{
+    const std::unique_ptr<QByteArray> frame(_context->GetCommandBuilder()->CreateChangeTesterModeFrame(mode));
+    return Send(*frame);
+}
+
+bool State::PrepareMeasurement(MeasurementSettings& settings)
+{
+    const std::unique_ptr<QByteArray> frame(
+        _context->GetCommandBuilder()->CreatePrepareMeasurementFrame(settings));
+    return Send(*frame);
+}
+
+bool State::StartMeasurement()
+{
+    return Send(*_context->GetCommandBuilder()->GetStartMeasurementFrame());
+}
+
+bool State::StopMeasurement()
+{
+    return Send(*_context->GetCommandBuilder()->GetStopMeasurementFrame());
+}
+
+void State::ReportError(Error error)
+{
+    if (_context->ErrorCode.Get() == Error::NoErrors) {
+        _context->ErrorCode.Set(error);
+    }
+}
+
+void State::TraceBanner(const char* text)
+{
+    qWarning("\033[0;34m<<<                              %s\033[0m", text);
+}
+
+void State::ClearMeasurementRequests()
+{
+    _context->AbortMeasurementRequested.Set(false);
+    _context->PrepareMeasurementRequested.Set(false);
+    _context->StartMeasurementRequested.Set(false);
+    _context->IsMeasurementModeActive.Set(false);
+}
+
+/// The answer to a read request; null if no data came.
+std::unique_ptr<QByteArray> State::Read(const QByteArray& frame)
+{
+    Answer answer = Query(*_context, frame);
+    return answer.result == QueryResult::Data ? std::move(answer.response) : nullptr;
+}
+
+/// A command, which the instrument answers with an acknowledge.
+bool State::Send(const QByteArray& frame)
+{
+    return RaiseErrorUnless(Query(*_context, frame).result == QueryResult::Acknowledged);
+}
+
+bool State::RaiseErrorUnless(bool succeeded)
+{
+    if (!succeeded) {
+        _context->CommunicationError.Set(true);
+    }
+    return succeeded;
+}
+
+} // namespace Vesmar

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <memory>
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QObject>
+
+#include <Vesmar/error.h>
+#include <Vesmar/measurementsettings.h>
+#include <Vesmar/measurementtype.h>
+#include <Vesmar/operationmode.h>
+
+namespace Vesmar
+{
+
+class StateMachineContext;
+
+/// The base of every state: the three hooks that the runner calls, and one operation for each exchange with
+/// the instrument.
+///
+/// A state owns nothing; the runner owns the states. Hooks and requests run on the worker's thread. A request
+/// that fails, for whatever reason, raises `CommunicationError` and returns false; none ever clears it.
+class State : public QObject
+{
+    Q_OBJECT
+
+public:
+    State(StateMachineContext* context, State* parentState, QObject* parent);
+    ~State() override;
+
+    /// Called once when the state becomes the current one, at the start of its first step.
+    virtual void OnEntry();
+    /// Called once when the state is left.
+    virtual void OnExit();
+    /// Called on every step, the first included.
+    virtual void OnRunning();
+
+    StateMachineContext* GetContext() const { return _context; }
+    /// The enclosing state; null at the top.
+    State* GetParentState() const { return _parentState; }
+
+    bool RequestStatus();
+    bool RequestVersion();
+    bool RequestCurrentDateTime();
+    bool RequestCalibrationDateTime();
+    bool RequestMeasurementResults(MeasurementType type);
+
+    bool ConfigureCurrentDateTime(const QDateTime& dateTime);
+    bool ConfigureCalibrationDateTime(const QDateTime& dateTime);
+    bool ChangeTesterMode(OperationMode mode);
+    bool PrepareMeasurement(MeasurementSettings& settings);
+    bool StartMeasurement();
+    bool StopMeasurement();
+
+    /// Stores the error unless another one is pending: the first one reported stays.
+    void ReportError(Error error);
+
+protected:
+    /// Writes the blue line that tells what a state is doing.
+    static void TraceBanner(const char* text);
+
+    /// Forgets every request of a measurement, and measurement mode: the application has to ask anew.
+    void ClearMeasurementRequests();
+
+private:
+    std::unique_ptr<QByteArray> Read(const QByteArray& frame);
+    bool Send(const QByteArray& frame);
+    bool RaiseErrorUnless(bool succeeded);
+
+    StateMachineContext* _context;
+    State* _parentState;
+};
+
+} // namespace Vesmar
