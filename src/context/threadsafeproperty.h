@@ -67,13 +67,4 @@ private:
     mutable QMutex _mutex;
 };
 
-/// Publishes another object in a cell whose owner is the caller, and deletes the one published before.
-template <typename Object>
-void ReplaceOwned(ThreadSafeProperty<Object*>& cell, Object* object)
-{
-    const Object* previous = cell.Get();
-    cell.Set(object);
-    delete previous;
-}
-
 } // namespace Vesmar

@@ -2,6 +2,7 @@
 
 #include <QDebug>
 
+#include "context/replaceowned.h"
 #include "context/statemachinecontext.h"
 #include "machine/statemachine.h"
 
@@ -203,7 +204,7 @@ void Tester::PrepareMeasurement(MeasurementSettings& settings)
 {
     TraceOperation(QStringLiteral("PREPARE MEASUREMENT") +
                    FunctionText(settings.GetMeasurementType(), QStringLiteral(" : "), QStringLiteral(" : ")));
-    ReplaceOwned(Context().TestSettings, settings.Clone());
+    ReplaceOwned(Context().TestSettings, settings.Clone(), _stateMachine->GetSteppingRunner());
     Context().PrepareMeasurementRequested.Set(true);
 }
 

@@ -19,6 +19,7 @@
 #include <Vesmar/rlnresults.h>
 #include <Vesmar/rperesults.h>
 
+#include "context/replaceowned.h"
 #include "context/statemachinecontext.h"
 #include "link/crc16.h"
 #include "link/frames.h"
@@ -162,7 +163,7 @@ bool ResponseParser::ParseVersionFrame(const QByteArray& frame, StateMachineCont
     qWarning().noquote() << information->DeviceName << information->DeviceCode << information->SerialNumber
                          << information->Version << information->VersionCode << information->RevisionCode
                          << information->BuildNumber;
-    ReplaceOwned(context.DeviceInformation, information);
+    ReplaceOwned(context.DeviceInformation, information, &context);
     return true;
 }
 
@@ -218,7 +219,7 @@ bool ResponseParser::ParseMeasurementResults(const QByteArray& frame, StateMachi
     auto* results = kind->create(values);
     results->_values = values;
     TraceValues(*kind, values);
-    ReplaceOwned(context.TestResults, results);
+    ReplaceOwned(context.TestResults, results, &context);
     return true;
 }
 

@@ -51,13 +51,18 @@ void StateMachine::Enable()
 
 void StateMachine::Disable()
 {
-    if (_runner == nullptr || !_runner->IsEnabled()) {
+    if (GetSteppingRunner() == nullptr) {
         return;
     }
     _transciever->PrepareToClose();
     _runner->Disable();
     _transciever->Close();
     ReleaseWorker();
+}
+
+QObject* StateMachine::GetSteppingRunner() const
+{
+    return _runner != nullptr && _runner->IsEnabled() ? _runner : nullptr;
 }
 
 void StateMachine::CreateWorker()

@@ -34,6 +34,8 @@ public:
 
     StateMachineContext* GetContext() const { return _context.get(); }
     Transciever* GetTransciever() const { return _transciever.get(); }
+    /// The runner while it steps, on the worker's thread; null otherwise.
+    QObject* GetSteppingRunner() const;
 
 private:
     void PrepareNewStateMachine();

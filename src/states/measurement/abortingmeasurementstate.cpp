@@ -1,0 +1,52 @@
+#include "states/measurement/abortingmeasurementstate.h"
+
+#include "context/statemachinecontext.h"
+#include "states/measurement/functionstatesets.h"
+
+namespace Vesmar
+{
+
+AbortingMeasurementState::AbortingMeasurementState(StateMachineContext* context, State* parentState)
+    : State(context, parentState, nullptr)
+{
+}
+
+void AbortingMeasurementState::OnEntry()
+{
+    TraceBanner("ENTERING ABORTING MEASUREMENT STATE ");
+    GetContext()->MeasurementStatus.Set(MeasurementState::Stopping);
+    GetContext()->StopMeasurementTimer();
+    GetContext()->IsMeasurementRunning.Set(false);
+}
+
+void AbortingMeasurementState::OnExit()
+{
+    TraceBanner("LEAVING ABORTING MEASUREMENT STATE ");
+    GetContext()->AbortMeasurementRequested.Set(false);
+    GetContext()->MeasurementStatus.Set(MeasurementState::Stopped);
+}
+
+void AbortingMeasurementState::OnRunning()
+{
+    if (!RequestStatus()) {
+        return;
+    }
+    const FunctionState state = GetContext()->MeasurementFunctionStatus.Get();
+    if (FunctionStateSets::Contains(FunctionStateSets::OverWhenAborting, state)) {
+        GetContext()->MeasurementStatus.Set(MeasurementState::Stopped);
+        GetContext()->IsMeasurementRunning.Set(false);
+        DropStartOfAbortedFunction();
+    } else if (FunctionStateSets::Contains(FunctionStateSets::StillRunning, state)) {
+        StopMeasurement();
+    }
+}
+
+/// A start that comes with a preparation of its own is for the next function.
+void AbortingMeasurementState::DropStartOfAbortedFunction()
+{
+    if (GetContext()->StartMeasurementRequested.Get() && !GetContext()->PrepareMeasurementRequested.Get()) {
+        GetContext()->StartMeasurementRequested.Set(false);
+    }
+}
+
+} // namespace Vesmar

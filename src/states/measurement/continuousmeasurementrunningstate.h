@@ -1,0 +1,23 @@
+#pragma once
+
+#include "states/measurement/measurementrunningstate.h"
+
+namespace Vesmar
+{
+
+/// Follows a function that delivers results until its time is up.
+///
+/// Starts the measurement timer with the settings' time. Sends status on every step, and a read when there is
+/// a new result. Sets `MeasurementStatus` to `Measuring`. Reports 202 and asks for an abort when the function
+/// ends by itself. Left for stopping when the time has elapsed.
+class ContinuousMeasurementRunningState : public MeasurementRunningState
+{
+public:
+    ContinuousMeasurementRunningState(StateMachineContext* context, State* parentState);
+
+    void OnEntry() override;
+    void OnExit() override;
+    void OnRunning() override;
+};
+
+} // namespace Vesmar

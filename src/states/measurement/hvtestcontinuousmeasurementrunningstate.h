@@ -1,0 +1,21 @@
+#pragma once
+
+#include "states/measurement/measurementrunningstate.h"
+
+namespace Vesmar
+{
+
+/// Follows the high-voltage test: a continuous function whose time begins after the voltage has risen.
+///
+/// Starts the measurement timer with the settings' time and time offset; otherwise like the continuous state.
+class HVTestContinuousMeasurementRunningState : public MeasurementRunningState
+{
+public:
+    HVTestContinuousMeasurementRunningState(StateMachineContext* context, State* parentState);
+
+    void OnEntry() override;
+    void OnExit() override;
+    void OnRunning() override;
+};
+
+} // namespace Vesmar

@@ -1,0 +1,78 @@
+#include "states/measurement/preparingmeasurementstate.h"
+
+#include <QThread>
+
+#include "context/statemachinecontext.h"
+
+namespace Vesmar
+{
+
+namespace
+{
+
+constexpr unsigned long PauseAfterPrepareMs = 100;
+
+} // namespace
+
+PreparingMeasurementState::PreparingMeasurementState(StateMachineContext* context, State* parentState)
+    : State(context, parentState, nullptr)
+{
+}
+
+void PreparingMeasurementState::OnEntry()
+{
+    TraceBanner("ENTERING PREPARING MEASUREMENT STATE ");
+    GetContext()->MeasurementStatus.Set(MeasurementState::Preparing);
+    GetContext()->MeasurementTime.Set(0);
+}
+
+void PreparingMeasurementState::OnExit()
+{
+    TraceBanner("LEAVING PREPARING MEASUREMENT STATE ");
+}
+
+void PreparingMeasurementState::OnRunning()
+{
+    TraceBanner("RUNNING PREPARING MEASUREMENT STATE ");
+    if (!RequestStatus()) {
+        return;
+    }
+    if (GetContext()->PrepareMeasurementRequested.Get()) {
+        Prepare();
+    } else {
+        FollowPreparation();
+    }
+}
+
+void PreparingMeasurementState::Prepare()
+{
+    MeasurementSettings* settings = GetContext()->TestSettings.Get();
+    const MeasurementType type = settings->GetMeasurementType();
+    if (type == MeasurementType::RCD || type == MeasurementType::RCDIEC) {
+        return; // The request stays pending and leads to RCD measurement mode.
+    }
+    if (!PrepareMeasurement(*settings)) {
+        return;
+    }
+    GetContext()->PrepareMeasurementRequested.Set(false);
+    // The guards of this step must see what the instrument makes of the settings.
+    QThread::msleep(PauseAfterPrepareMs);
+    RequestStatus();
+}
+
+void PreparingMeasurementState::FollowPreparation()
+{
+    switch (GetContext()->MeasurementFunctionStatus.Get()) {
+    case FunctionState::PrepareError:
+        ReportError(Error::PrepareFailed);
+        GetContext()->AbortMeasurementRequested.Set(true);
+        break;
+    case FunctionState::Prepared:
+        GetContext()->MeasurementStatus.Set(MeasurementState::Prepared);
+        break;
+    default:
+        break;
+    }
+}
+
+} // namespace Vesmar

@@ -1,0 +1,37 @@
+#include "states/measurement/singlemeasurementrunningstate.h"
+
+#include "context/statemachinecontext.h"
+
+namespace Vesmar
+{
+
+SingleMeasurementRunningState::SingleMeasurementRunningState(StateMachineContext* context, State* parentState)
+    : MeasurementRunningState(context, parentState, nullptr)
+{
+}
+
+void SingleMeasurementRunningState::OnEntry()
+{
+    TraceBanner("ENTERING SINGLE MEASUREMENT STATE ");
+    GetContext()->MeasurementStatus.Set(MeasurementState::Running);
+}
+
+void SingleMeasurementRunningState::OnExit()
+{
+    TraceBanner("LEAVING SINGLE MEASUREMENT STATE ");
+}
+
+void SingleMeasurementRunningState::OnRunning()
+{
+    if (!RequestStatus()) {
+        return;
+    }
+    if (GetContext()->NewMeasurement.Get()) {
+        ReadResults();
+        GetContext()->MeasurementStatus.Set(MeasurementState::Measuring);
+    } else {
+        FailIfEndedWithoutResult();
+    }
+}
+
+} // namespace Vesmar

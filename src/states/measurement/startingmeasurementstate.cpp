@@ -1,0 +1,84 @@
+#include "states/measurement/startingmeasurementstate.h"
+
+#include "context/statemachinecontext.h"
+
+namespace Vesmar
+{
+
+StartingMeasurementState::StartingMeasurementState(StateMachineContext* context, State* parentState)
+    : State(context, parentState, nullptr)
+{
+}
+
+void StartingMeasurementState::OnEntry()
+{
+    TraceBanner("ENTERING STARTING MEASUREMENT STATE ");
+    _isFunctionStarted = false;
+    GetContext()->MeasurementStatus.Set(MeasurementState::Starting);
+}
+
+void StartingMeasurementState::OnExit()
+{
+    TraceBanner("LEAVING STARTING MEASUREMENT STATE ");
+    _isFunctionStarted = false;
+}
+
+void StartingMeasurementState::OnRunning()
+{
+    qWarning("StartingMeasurementState::OnRunning() IN");
+    RequestStatus();
+    if (GetContext()->StartMeasurementRequested.Get() && !GetContext()->AbortMeasurementRequested.Get()) {
+        Start();
+    }
+    FollowStart();
+    qWarning("StartingMeasurementState::OnRunning() OUT");
+}
+
+void StartingMeasurementState::Start()
+{
+    StartMeasurement();
+    GetContext()->StartMeasurementRequested.Set(false);
+}
+
+void StartingMeasurementState::FollowStart()
+{
+    switch (GetContext()->MeasurementFunctionStatus.Get()) {
+    case FunctionState::Idle:
+    case FunctionState::Completed:
+        // The function ran and finished within one status period.
+        if (_isFunctionStarted && GetContext()->NewMeasurement.Get()) {
+            _isFunctionStarted = false;
+            GetContext()->MeasurementStatus.Set(MeasurementState::Running);
+        }
+        break;
+    case FunctionState::PrepareError:
+    case FunctionState::StartError:
+        Abort(Error::StartFailed);
+        break;
+    case FunctionState::Prepared:
+        if (_isFunctionStarted) {
+            Abort(Error::MeasurementFailed);
+        }
+        break;
+    case FunctionState::Starting:
+        _isFunctionStarted = true;
+        break;
+    case FunctionState::Running:
+    case FunctionState::Stopping:
+    case FunctionState::Terminated:
+        _isFunctionStarted = false;
+        GetContext()->MeasurementStatus.Set(MeasurementState::Running);
+        GetContext()->IsMeasurementRunning.Set(true);
+        break;
+    default:
+        break;
+    }
+}
+
+void StartingMeasurementState::Abort(Error error)
+{
+    ReportError(error);
+    GetContext()->AbortMeasurementRequested.Set(true);
+}
+
+} // namespace Vesmar
