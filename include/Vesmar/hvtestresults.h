@@ -15,7 +15,7 @@ public:
     float _maxVoltage; ///< Maximum voltage.
     float _voltage;
     float _current;
-    float _uln;  ///< Voltage between line and neutral.
+    float _uln;  ///< The reading ULN.
     float _upri; ///< Primary voltage.
     float _pwm;  ///< Pulse width as a fraction: the instrument's per cent divided by 100.
 };

@@ -14,7 +14,7 @@ public:
 
     int _result; ///< The instrument's result number, its fraction cut off.
     float _voltage;
-    float _uln;   ///< Voltage between line and neutral.
+    float _uln;   ///< The reading ULN.
     float _step;  ///< Step of the instrument's procedure.
     float _delay; ///< The instrument's delay divided by 1000.
 };

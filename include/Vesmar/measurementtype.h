@@ -9,7 +9,7 @@ namespace Vesmar
 enum class MeasurementType : int {
     None = -1,      ///< Nothing known yet; also the tag of the placeholder settings and results.
     Monitoring = 0, ///< No function is active; the tag of the mains readings taken while idle.
-    RLN = 1,        ///< Resistance between line and neutral, a single measurement.
+    RLN = 1,        ///< RLN, a single measurement.
     RPE = 2,        ///< Protective-earth resistance, continuous.
     RISO = 3,       ///< Insulation resistance, continuous.
     ISUB = 4,       ///< Substitute leakage current, continuous.

@@ -12,9 +12,9 @@ public:
     MonitoringResults(float uln, float unpe, float frequency);
     ~MonitoringResults() override;
 
-    float _uln;       ///< Voltage between line and neutral.
-    float _unpe;      ///< Voltage between neutral and protective earth.
-    float _frequency; ///< Mains frequency.
+    float _uln;       ///< The reading ULN.
+    float _unpe;      ///< The reading UNPE.
+    float _frequency; ///< The reading f, a frequency.
 };
 
 } // namespace Vesmar

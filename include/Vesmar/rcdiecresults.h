@@ -12,8 +12,8 @@ public:
     RCDIECResults(float ia, float ta);
     ~RCDIECResults() override;
 
-    float _ia; ///< Tripping current.
-    float _ta; ///< Tripping time.
+    float _ia; ///< The reading Ia.
+    float _ta; ///< The reading Ta.
 };
 
 } // namespace Vesmar

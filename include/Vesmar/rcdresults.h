@@ -12,9 +12,9 @@ public:
     RCDResults(float re, float ia, float ta);
     ~RCDResults() override;
 
-    float _re; ///< Earth resistance.
-    float _ia; ///< Tripping current.
-    float _ta; ///< Tripping time.
+    float _re; ///< The reading Re.
+    float _ia; ///< The reading Ia.
+    float _ta; ///< The reading Ta.
 };
 
 } // namespace Vesmar

@@ -31,8 +31,8 @@ public:
     MeasurementSettings* Clone() override;
 
 private:
-    RISOVoltage _voltage = RISOVoltage::Voltage0;
     RISOMode _mode = static_cast<RISOMode>(-1);
+    RISOVoltage _voltage = RISOVoltage::Voltage0;
 };
 
 } // namespace Vesmar

@@ -27,11 +27,11 @@ class StateMachineContext;
 ///
 /// Use it on one thread, the application's, which must run a Qt event loop: the signals and the measurement
 /// time come through it. Operations record what is asked for and return at once; a worker thread does it, and
-/// what becomes of it arrives through the properties. What was asked for while the link is disabled or lost
-/// is done when it is back, except for measurements, which are forgotten. A signal's value is the one that
-/// the property has when the signal is emitted, so two quick changes may signal the same value twice. The
-/// change signals of the enumerations and of the dates carry values that are not registered with the
-/// meta-type system.
+/// what becomes of it arrives through the properties. A request waits while the link is disabled or lost,
+/// except for those of a measurement, which are forgotten when it comes up, and for dates to be set, whose
+/// values the clocks then read from the instrument replace. A signal's value is the one that the property has
+/// when the signal is emitted, so two quick changes may signal the same value twice. The enumerations are not
+/// registered with the meta-type system.
 class VESMAR_EXPORT Tester : public QObject
 {
     Q_OBJECT
@@ -63,22 +63,23 @@ public:
     ~Tester() override;
 
     bool IsEnabled() const;
-    /// Opens the serial line and starts to talk to the instrument: `ErrorCode` is 103
+    /// Opens the serial line and starts to talk to the instrument. `ErrorCode` is 103
     /// (`CommunicationRecovery`) and after a while 100 (`NoResponse`) when it does not answer or the device
-    /// cannot be opened. Sets `MeasurementStatus` to `Idle`; everything else keeps its value. Does nothing
-    /// when enabled.
+    /// cannot be opened; a device that appears later is taken up by `Disable()` and another `Enable()`. After
+    /// a `Disable()` that cut an exchange short, 103 shows for a moment. Sets `MeasurementStatus` to `Idle`;
+    /// everything else keeps its value. Does nothing when enabled.
     void Enable();
     /// Ends the exchange under way and closes the serial line. A measurement that runs on the instrument runs
     /// on: abort it first. Waits for the step under way, pauses included. Does nothing when disabled.
     void Disable();
 
-    /// Who the instrument is. Owned by the library and replaced by the next version answer: copy what you
-    /// need.
+    /// Who the instrument is. Owned by the library and deleted after the next version answer: copy what you
+    /// need before control returns to an event loop.
     TesterInformation* DeviceInformation() const;
     /// The mode that the instrument reports. `Normal` until it has answered.
     OperationMode TesterMode() const;
-    /// The instrument's clock when it was last read or set, in local time; it does not tick by itself.
-    /// 2016-01-01 00:00 until then.
+    /// The instrument's clock when it was last read or set; it does not tick by itself. Local time, as the
+    /// instrument has it. 2016-01-01 00:00 until then.
     QDateTime CurrentDateTime() const;
     /// The date of the last calibration; null until it has been read.
     QDateTime CalibrationDateTime() const;
@@ -92,8 +93,8 @@ public:
     /// The settings prepared last, a clone of the application's. Owned by the library and replaced by the
     /// next preparation. Of type `None` until then.
     MeasurementSettings* TestSettings() const;
-    /// The readings that came last, mains readings included. Owned by the library and replaced by the next
-    /// ones: copy what you need. Of type `None` until then.
+    /// The readings that came last, mains readings included. Owned by the library and deleted after the next
+    /// ones: copy what you need before control returns to an event loop. Of type `None` until then.
     MeasurementResults* TestResults() const;
     /// Whether the instrument runs a measurement that was started here. Default false.
     bool IsMeasurementRunning() const;
@@ -117,11 +118,13 @@ public:
     void RetrieveCurrentDateTime();
     /// Asks for the date of the last calibration; `CalibrationDateTimeChanged` follows if it differs.
     void RetrieveCalibrationDateTime();
-    /// Sets the instrument's clock. Years 2001 to 2099, as the fields of `value` show them: no time zone is
-    /// converted. `CurrentDateTime` takes the value at once, before the instrument has it.
+    /// Sets the instrument's clock to the fields of `value`, years 2001 to 2099; no time zone is converted.
+    /// Ask for it when the link is up: connecting reads the clock, and replaces a value that was not sent
+    /// yet. `CurrentDateTime` takes the value at once, before the instrument has it.
     void ConfigureCurrentDateTime(const QDateTime& value);
-    /// Sets the date of the last calibration, by way of the calibration mode; the time of day is not sent.
-    /// Years 2001 to 2099. `CalibrationDateTime` takes the value at once, before the instrument has it.
+    /// Sets the date of the last calibration, years 2001 to 2099, by way of the calibration mode; the time of
+    /// day is not sent. Ask for it when the link is up, as for the clock. `CalibrationDateTime` takes the
+    /// value at once, before the instrument has it.
     void ConfigureCalibrationDateTime(const QDateTime& value);
 
     bool GetIsMeasurementModeActive() const;

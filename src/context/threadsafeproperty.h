@@ -1,5 +1,7 @@
 #pragma once
 
+#include <utility>
+
 #include <QMutex>
 #include <QObject>
 
@@ -43,7 +45,7 @@ public:
             if (_value == value) {
                 return;
             }
-            _value = value;
+            _value = std::move(value);
         }
         Q_EMIT ValueChanged();
     }

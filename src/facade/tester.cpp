@@ -5,6 +5,7 @@
 #include "context/replaceowned.h"
 #include "context/statemachinecontext.h"
 #include "machine/statemachine.h"
+#include "model/classification.h"
 
 namespace Vesmar
 {
@@ -28,11 +29,6 @@ QString FunctionText(MeasurementType type, const QString& beforeName, const QStr
     default:
         return beforeNumber + QString::number(static_cast<int>(type));
     }
-}
-
-bool IsRCD(MeasurementType type)
-{
-    return type == MeasurementType::RCD || type == MeasurementType::RCDIEC;
 }
 
 } // namespace

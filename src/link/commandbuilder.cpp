@@ -4,6 +4,7 @@
 
 #include "link/crc16.h"
 #include "link/frames.h"
+#include "link/trace.h"
 
 namespace Vesmar
 {
@@ -36,11 +37,6 @@ QByteArray TimeBytes(QTime time)
     bytes.append(Bcd(time.minute()));
     bytes.append(Bcd(time.second()));
     return bytes;
-}
-
-QString Formatted(const QDateTime& dateTime)
-{
-    return dateTime.toString(QStringLiteral("dd/MM/yyyy hh:mm:ss"));
 }
 
 } // namespace
@@ -86,14 +82,14 @@ QByteArray* CommandBuilder::CreateSetCurrentDateTimeFrame(const QDateTime& dateT
 {
     auto* frame =
         CreateFrame(Command::SetCurrentDate, DateBytes(dateTime.date()) + TimeBytes(dateTime.time()));
-    qWarning().noquote() << QStringLiteral("Setting current date to: ") + Formatted(dateTime);
+    qWarning().noquote() << QStringLiteral("Setting current date to: ") + Trace::DateText(dateTime);
     return frame;
 }
 
 QByteArray* CommandBuilder::CreateSetCalibrationDateTimeFrame(const QDateTime& dateTime) const
 {
     auto* frame = CreateFrame(Command::SetCalibrationDate, DateBytes(dateTime.date()) + QByteArray(3, '\0'));
-    qWarning().noquote() << QStringLiteral("Setting calibration date to: ") + Formatted(dateTime);
+    qWarning().noquote() << QStringLiteral("Setting calibration date to: ") + Trace::DateText(dateTime);
     return frame;
 }
 

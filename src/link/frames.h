@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QByteArray>
+
 /// The words of the protocol: command codes, short answers and the lengths of the data answers.
 namespace Vesmar
 {
@@ -27,12 +29,17 @@ constexpr char SetCalibrationDate = 't';
 /// The short answers begin with these three bytes; what follows them does not matter.
 constexpr char AcknowledgeFrame[] = "\x06\xC6\x60";
 constexpr char RefusalFrame[] = "\x21\x43\x34";
-constexpr int ShortFrameSize = 3;
 
 /// Sizes of the data answers, checksum included.
 constexpr int StatusFrameSize = 4;
 constexpr int VersionFrameSize = 25;
 constexpr int DateFrameSize = 8;
 constexpr int MeasurementFrameSize = 26;
+
+/// The byte at the position as a number; 0 where a frame is too short to have one.
+inline unsigned ByteAt(const QByteArray& frame, int position)
+{
+    return position < frame.size() ? static_cast<unsigned char>(frame.at(position)) : 0U;
+}
 
 } // namespace Vesmar

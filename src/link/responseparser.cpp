@@ -23,6 +23,7 @@
 #include "context/statemachinecontext.h"
 #include "link/crc16.h"
 #include "link/frames.h"
+#include "link/trace.h"
 
 namespace Vesmar
 {
@@ -79,11 +80,6 @@ const std::array<ResultsKind, 11> ResultsKinds{{
      [](const Values& v) -> MeasurementResults* { return new IECResults(v[0], v[1], v[2], v[3], v[4]); }},
 }};
 
-unsigned ByteAt(const QByteArray& frame, int position)
-{
-    return static_cast<unsigned char>(frame.at(position));
-}
-
 /// A text field; it ends at a zero byte.
 QString Text(const QByteArray& frame, int position, int size)
 {
@@ -122,7 +118,7 @@ bool ParseDate(const QByteArray& frame, ThreadSafeProperty<QDateTime>& cell, con
     dateTime.setDate(QDate(2000 + BcdAt(frame, 0), BcdAt(frame, 1), BcdAt(frame, 2)));
     dateTime.setTime(QTime(BcdAt(frame, 3), BcdAt(frame, 4), BcdAt(frame, 5)));
     cell.Set(dateTime);
-    qWarning().noquote() << label + dateTime.toString(QStringLiteral("dd/MM/yyyy hh:mm:ss"));
+    qWarning().noquote() << label + Trace::DateText(dateTime);
     return true;
 }
 
@@ -187,8 +183,9 @@ bool ResponseParser::ParseStatusFrame(const QByteArray& frame, StateMachineConte
     } else {
         context.StartTestStatus.Set(static_cast<StartTestResult>(processStatus));
     }
-    qWarning().noquote() << "DeviceMode: " << mode << "MeasurementType: " << type << "Error: " << error
-                         << "ProcessStatus: " << processStatus << "NewMeasurement: " << int{isNewMeasurement};
+    qWarning().nospace() << "DeviceMode: " << mode << " MeasurementType: " << type << " Error: " << error
+                         << " ProcessStatus: " << processStatus
+                         << " NewMeasurement: " << (isNewMeasurement ? 1 : 0);
     return true;
 }
 

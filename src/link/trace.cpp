@@ -1,6 +1,5 @@
 #include "link/trace.h"
 
-#include <QDateTime>
 #include <QDebug>
 
 #include "link/frames.h"
@@ -10,12 +9,6 @@ namespace Vesmar::Trace
 
 namespace
 {
-
-/// The byte at the position as a number; 0 where a request is too short to have one.
-unsigned ByteAt(const QByteArray& frame, int position)
-{
-    return position < frame.size() ? static_cast<unsigned char>(frame.at(position)) : 0U;
-}
 
 bool IsPrepare(const QByteArray& request)
 {
@@ -156,6 +149,11 @@ void BadChecksum(const QByteArray& request, const QByteArray& response)
 void NoResponse(const QByteArray& request, const QByteArray& response)
 {
     Note(Exchange(request, response) + Red(QStringLiteral(" No response")));
+}
+
+QString DateText(const QDateTime& dateTime)
+{
+    return dateTime.toString(QStringLiteral("dd/MM/yyyy hh:mm:ss"));
 }
 
 void ReadingBuffer(const QByteArray& buffer)

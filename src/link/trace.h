@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QDateTime>
 #include <QString>
 
 /// The lines that the serial line writes to the log: each one warning, after the UTC time.
@@ -16,6 +17,9 @@ void Acknowledged(const QByteArray& request, const QByteArray& response);
 void Refused(const QByteArray& request, const QByteArray& response);
 void BadChecksum(const QByteArray& request, const QByteArray& response);
 void NoResponse(const QByteArray& request, const QByteArray& response);
+
+/// How the log shows a date.
+QString DateText(const QDateTime& dateTime);
 
 /// What was read without a request.
 void ReadingBuffer(const QByteArray& buffer);

@@ -50,11 +50,6 @@ int MovedAboveStandardStreams(int descriptor)
     return moved;
 }
 
-bool BeginsWith(const QByteArray& response, const char* shortFrame)
-{
-    return response.startsWith(QByteArray::fromRawData(shortFrame, ShortFrameSize));
-}
-
 } // namespace
 
 Transciever::Transciever(CRC16* crc16, QObject* parent) : QObject(parent), _crc16(crc16)
@@ -94,8 +89,11 @@ void Transciever::PrepareToClose()
 void Transciever::Close()
 {
     Trace::Note(QStringLiteral("Transciever::Close"));
-    if (_handle > Closed) {
-        ::close(_handle.exchange(Closed));
+    {
+        const QMutexLocker lock(&_portMutex);
+        if (_handle > Closed) {
+            ::close(_handle.exchange(Closed));
+        }
     }
     _closing = false;
 }
@@ -114,7 +112,8 @@ int Transciever::RunQuery(const QByteArray& request, int timeoutMs, int maxRetra
             return QueryResult::NoResponse;
         }
         result = Attempt(port, request, timeoutMs, **response);
-        if (result == QueryResult::Data || result == QueryResult::Acknowledged) {
+        // Once the port is about to close, nobody would hear what the instrument says to another attempt.
+        if (result == QueryResult::Data || result == QueryResult::Acknowledged || _closing) {
             break;
         }
         usleep(RetryPauseUs);
@@ -177,11 +176,11 @@ int Transciever::Classify(const QByteArray& request, const QByteArray& response)
         Trace::NoResponse(request, response);
         return QueryResult::NoResponse;
     }
-    if (BeginsWith(response, RefusalFrame)) {
+    if (response.startsWith(RefusalFrame)) {
         Trace::Refused(request, response);
         return QueryResult::Refused;
     }
-    if (BeginsWith(response, AcknowledgeFrame)) {
+    if (response.startsWith(AcknowledgeFrame)) {
         Trace::Acknowledged(request, response);
         return QueryResult::Acknowledged;
     }
@@ -197,10 +196,9 @@ int Transciever::Classify(const QByteArray& request, const QByteArray& response)
 void Transciever::TakeLine(bool closingEndsWait)
 {
     const auto isWaitOver = [this, closingEndsWait] { return closingEndsWait && _closing; };
-    while (!_lineFree && !isWaitOver()) {
+    while (!_lineFree.exchange(false) && !isWaitOver()) {
         usleep(PollUs);
     }
-    _lineFree = false;
     while (_gapTimer.elapsed() < GapMs && !isWaitOver()) {
         usleep(PollUs);
     }
@@ -253,8 +251,9 @@ bool Transciever::IsUsable(int port) const
     return port > Closed && _handle == port;
 }
 
-void Transciever::Write(int port, const QByteArray& request) const
+void Transciever::Write(int port, const QByteArray& request)
 {
+    const QMutexLocker lock(&_portMutex);
     if (!IsUsable(port)) {
         return;
     }
@@ -267,6 +266,7 @@ void Transciever::Write(int port, const QByteArray& request) const
 int Transciever::Read(int port)
 {
     constexpr int Failed = -1;
+    const QMutexLocker lock(&_portMutex);
     if (!IsUsable(port)) {
         return Failed;
     }

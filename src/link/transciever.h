@@ -5,8 +5,8 @@
 
 #include <QByteArray>
 #include <QElapsedTimer>
+#include <QMutex>
 #include <QObject>
-#include <QString>
 
 namespace Vesmar
 {
@@ -28,8 +28,7 @@ constexpr int BadChecksum = 4;  ///< An answer with a wrong checksum, on the las
 /// Owns the serial line: opens it, runs one exchange at a time, sends a request again after a failure, and
 /// traces every exchange to the log.
 ///
-/// Exchanges run on the worker's thread. `Open`, `PrepareToClose` and `Close` are called by the owner of the
-/// worker; its `Close` comes when no exchange is under way.
+/// Exchanges run on the worker's thread; `Open`, `PrepareToClose` and `Close` are called on its owner's.
 class Transciever : public QObject
 {
     Q_OBJECT
@@ -71,13 +70,15 @@ private:
     void Receive(int port, int timeoutMs, QByteArray& response);
     void Append(int received, QByteArray& response) const;
     bool IsUsable(int port) const;
-    void Write(int port, const QByteArray& request) const;
+    void Write(int port, const QByteArray& request);
     int Read(int port);
 
     CRC16* _crc16;
     std::atomic<bool> _lineFree{true};
     std::array<char, 128> _receiveBuffer{};
     std::atomic<int> _handle{0};
+    QMutex _portMutex; ///< No read or write meets a descriptor that is being closed, or another file under
+                       ///< its number.
     QElapsedTimer _responseTimer;
     QElapsedTimer _gapTimer;
     int _maxRetransmissions = 2;

@@ -58,16 +58,15 @@ void StateMachineRunner::CreateStateMachineTree()
     _currentState = testerOperations;
 
     // The first row that holds wins among those of one source, so the order decides.
-    using namespace Transitions;
     // clang-format off
-    AddExternalTransition(testerOperations, TesterOperationsToCommunicationRecoveryTransition, communicationRecovery);
-    AddExternalTransition(testerOperations, TesterOperationsToRestartingTesterTransition, restartingTester);
-    AddInternalTransition(testerOperations, TesterOperationsToInitializationTransition, initialization);
-    AddExternalTransition(restartingTester, RestartingTesterToTesterOperationsTransition, testerOperations);
-    AddExternalTransition(communicationRecovery, CommunicationRecoveryToTesterOperationsTransition, testerOperations);
-    AddExternalTransition(initialization, InitializationToMonitoringTransition, monitoring);
-    AddExternalTransition(monitoring, MonitoringToTesterConfigurationTransition, testerConfiguration);
-    AddExternalTransition(testerConfiguration, TesterConfigurationToMonitoringTransition, monitoring);
+    AddExternalTransition(testerOperations, Transitions::TesterOperationsToCommunicationRecoveryTransition, communicationRecovery);
+    AddExternalTransition(testerOperations, Transitions::TesterOperationsToRestartingTesterTransition, restartingTester);
+    AddInternalTransition(testerOperations, Transitions::TesterOperationsToInitializationTransition, initialization);
+    AddExternalTransition(restartingTester, Transitions::RestartingTesterToTesterOperationsTransition, testerOperations);
+    AddExternalTransition(communicationRecovery, Transitions::CommunicationRecoveryToTesterOperationsTransition, testerOperations);
+    AddExternalTransition(initialization, Transitions::InitializationToMonitoringTransition, monitoring);
+    AddExternalTransition(monitoring, Transitions::MonitoringToTesterConfigurationTransition, testerConfiguration);
+    AddExternalTransition(testerConfiguration, Transitions::TesterConfigurationToMonitoringTransition, monitoring);
     // clang-format on
 }
 

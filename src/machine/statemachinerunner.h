@@ -51,6 +51,7 @@ public:
     /// ones that holds.
     State* FindTransition(State* state) const;
 
+    /// Not while another thread steps.
     State* GetCurrentState() const { return _currentState; }
     const TransitionMap& GetExternalTransitions() const { return _externalTransitions; }
     const TransitionMap& GetInternalTransitions() const { return _internalTransitions; }

@@ -6,6 +6,7 @@
 #include <Vesmar/rcdsettings.h>
 
 #include "context/statemachinecontext.h"
+#include "model/classification.h"
 
 namespace Vesmar::Transitions
 {
@@ -19,16 +20,6 @@ using RCDIECMode = RCDIECSettings::RCDIECMode;
 MeasurementType SettingsType(StateMachineContext& context)
 {
     return context.TestSettings.Get()->GetMeasurementType();
-}
-
-bool IsRCD(MeasurementType type)
-{
-    return type == MeasurementType::RCD || type == MeasurementType::RCDIEC;
-}
-
-bool IsSingle(MeasurementType type)
-{
-    return type == MeasurementType::RLN || type == MeasurementType::IEC;
 }
 
 bool IsUpdateDue(StateMachineContext& context)
@@ -87,11 +78,7 @@ bool TesterOperationsToCommunicationRecoveryTransition(StateMachineContext& cont
 
 bool TesterOperationsToRestartingTesterTransition(StateMachineContext& context)
 {
-    if (context.RestartRequested.Get()) {
-        return true;
-    }
-    const OperationMode mode = context.TesterMode.Get();
-    return mode != OperationMode::Update && mode != OperationMode::Normal;
+    return context.RestartRequested.Get() || !IsWorkingMode(context.TesterMode.Get());
 }
 
 bool TesterOperationsToInitializationTransition(StateMachineContext& /*context*/)

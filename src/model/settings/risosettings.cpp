@@ -8,7 +8,7 @@ namespace Vesmar
 RISOSettings::RISOSettings() : ContinuousMeasurementSettings(MeasurementType::RISO, nullptr) {}
 
 RISOSettings::RISOSettings(RISOSettings& other)
-    : ContinuousMeasurementSettings(other), _voltage(other.GetVoltage()), _mode(other.GetMode())
+    : ContinuousMeasurementSettings(other), _mode(other.GetMode()), _voltage(other.GetVoltage())
 {
 }
 

@@ -3,6 +3,7 @@
 #include <QThread>
 
 #include "context/statemachinecontext.h"
+#include "model/classification.h"
 
 namespace Vesmar
 {
@@ -34,8 +35,7 @@ void RestartingTesterState::OnRunning()
     ChangeTesterMode(OperationMode::Normal);
     GetContext()->RestartRequested.Set(false);
     QThread::msleep(RestartPauseMs);
-    const OperationMode mode = GetContext()->TesterMode.Get();
-    if (mode != OperationMode::Normal && mode != OperationMode::Update) {
+    if (!IsWorkingMode(GetContext()->TesterMode.Get())) {
         // Only a status shows where the instrument now is; without it the machine would restart for ever.
         RequestStatus();
     }

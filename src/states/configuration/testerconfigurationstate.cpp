@@ -75,9 +75,11 @@ bool TesterConfigurationState::ServeCurrentDateTime()
     return !GetContext()->CurrentDateTimeRequested.TestAndClear() || RequestCurrentDateTime();
 }
 
-bool TesterConfigurationState::ServeCalibrationDateTime()
+void TesterConfigurationState::ServeCalibrationDateTime()
 {
-    return !GetContext()->CalibrationDateTimeRequested.TestAndClear() || RequestCalibrationDateTime();
+    if (GetContext()->CalibrationDateTimeRequested.TestAndClear()) {
+        RequestCalibrationDateTime();
+    }
 }
 
 } // namespace Vesmar

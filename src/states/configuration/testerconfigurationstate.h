@@ -25,7 +25,7 @@ private:
     bool ServeCurrentDateTimeConfiguration();
     bool ServeCalibrationDateTimeConfiguration();
     bool ServeCurrentDateTime();
-    bool ServeCalibrationDateTime();
+    void ServeCalibrationDateTime();
 };
 
 } // namespace Vesmar

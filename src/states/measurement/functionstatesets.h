@@ -5,7 +5,8 @@
 
 #include <Vesmar/functionstate.h>
 
-/// Which function states mean what to which state. The sets differ on purpose; nothing above 9 is in any of them.
+/// Which function states mean what to which state. The sets differ on purpose; nothing above 9 is in any of
+/// them.
 namespace Vesmar::FunctionStateSets
 {
 

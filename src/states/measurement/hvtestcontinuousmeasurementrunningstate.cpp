@@ -17,7 +17,8 @@ void HVTestContinuousMeasurementRunningState::OnEntry()
 {
     TraceBanner("ENTERING HVTEST CONTINUOUS MEASUREMENT STATE ");
     GetContext()->MeasurementStatus.Set(MeasurementState::Measuring);
-    // The instrument decides that this is the high-voltage test; the settings may be those of another function.
+    // The instrument decides that this is the high-voltage test; the settings may be those of another
+    // function.
     const auto* settings = dynamic_cast<HVTestSettings*>(GetContext()->TestSettings.Get());
     const float offsetSeconds = settings != nullptr ? settings->GetMeasurementTimeOffset() : 0.0F;
     GetContext()->StartMeasurementTimer(GetMeasurementTime(), offsetSeconds);

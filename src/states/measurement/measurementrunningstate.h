@@ -12,7 +12,8 @@ public:
     using State::State;
 
 protected:
-    /// The measurement time of the settings in seconds; 0 for settings that have none, so that the measurement ends.
+    /// The measurement time of the settings in seconds; 0 for settings that have none, so that the
+    /// measurement ends.
     int GetMeasurementTime() const;
 
     /// The step of a function that delivers results until its time is up: reads the result when there is a

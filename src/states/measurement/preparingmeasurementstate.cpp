@@ -3,6 +3,7 @@
 #include <QThread>
 
 #include "context/statemachinecontext.h"
+#include "model/classification.h"
 
 namespace Vesmar
 {
@@ -47,8 +48,7 @@ void PreparingMeasurementState::OnRunning()
 void PreparingMeasurementState::Prepare()
 {
     MeasurementSettings* settings = GetContext()->TestSettings.Get();
-    const MeasurementType type = settings->GetMeasurementType();
-    if (type == MeasurementType::RCD || type == MeasurementType::RCDIEC) {
+    if (IsRCD(settings->GetMeasurementType())) {
         return; // The request stays pending and leads to RCD measurement mode.
     }
     if (!PrepareMeasurement(*settings)) {
