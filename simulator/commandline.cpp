@@ -1,0 +1,166 @@
+#include "simulator/commandline.h"
+
+#include "simulator/scenarios.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QFile>
+
+#include <algorithm>
+#include <cmath>
+#include <iostream>
+#include <memory>
+
+namespace Simulator
+{
+
+namespace
+{
+
+constexpr double LongestMilliseconds = 600000;
+constexpr double LongestSeconds = 86400;
+
+constexpr char Usage[] = "Usage: vesmar-simulator [OPTIONS] --link PATH\n"
+                         "       vesmar-simulator run [OPTIONS] -- PROGRAM [ARG...]\n";
+
+/// What CLI11 fills in, as it comes.
+struct RawOptions {
+    std::string linkPath;
+    std::string logPath;
+    std::string scenario;
+    std::vector<std::string> schedule;
+    unsigned int seed = 1;
+    double restartTime = 500;
+    double answerAfter = 0;
+};
+
+class HelpFormatter : public CLI::Formatter
+{
+public:
+    std::string make_usage(const CLI::App* /*app*/, std::string /*name*/) const override { return Usage; }
+};
+
+std::string Footer()
+{
+    std::string text = "\nScenarios and faults:\n";
+    for (const Scenario& scenario : Scenarios) {
+        text += std::string("  ") + scenario.name + ": " + scenario.meaning + "\n";
+    }
+    return text + "\nCommands (of --at, and with --link of standard input, one a line):\n"
+                  "  mode N, error N, function N: what the instrument reports from now on\n"
+                  "  fault NAME, unplug, plug: as above; plug ends every fault\n"
+                  "  quit: ends the simulator (standard input only)\n";
+}
+
+void AddOptions(CLI::App* app, RawOptions* raw)
+{
+    app->add_option("--link", raw->linkPath, "Make the instrument's line reachable at this path")
+        ->type_name("PATH");
+    app->add_option("--scenario", raw->scenario, "Start with this scenario")->type_name("NAME");
+    app->add_option("--at", raw->schedule, "Carry out a command so long after the start; may be repeated")
+        ->type_name("SECONDS:COMMAND")
+        ->allow_extra_args(false);
+    app->add_option("--log", raw->logPath, "Write one line per exchange to this file")->type_name("FILE");
+    app->add_option("--seed", raw->seed, "Start of the readings' random numbers (default 1)")->type_name("N");
+    app->add_option("--restart-time", raw->restartTime, "How long a restart takes (default 500)")
+        ->type_name("MS")
+        ->check(CLI::Range(0.0, LongestMilliseconds));
+    app->add_option("--answer-after", raw->answerAfter, "Wait so long before each answer (default 0)")
+        ->type_name("MS")
+        ->check(CLI::Range(0.0, LongestMilliseconds));
+}
+
+ControlCommand RequiredCommand(const QString& text, const char* option)
+{
+    QString error;
+    const std::optional<ControlCommand> command = ParseControlCommand(text, &error);
+    if (!command) {
+        throw CLI::ValidationError(option, error.toStdString());
+    }
+    return *command;
+}
+
+TimedCommand ParseTimedCommand(const std::string& text)
+{
+    const QString whole = QString::fromLocal8Bit(text.c_str());
+    bool isNumber = false;
+    const double seconds = whole.section(QLatin1Char(':'), 0, 0).toDouble(&isNumber);
+    if (!isNumber || !(seconds >= 0 && seconds <= LongestSeconds)) {
+        throw CLI::ValidationError("--at", "\"" + text + "\" does not begin with seconds and a colon");
+    }
+    return {std::chrono::milliseconds(std::llround(seconds * 1000)),
+            RequiredCommand(whole.section(QLatin1Char(':'), 1), "--at")};
+}
+
+CommandLine Digested(const RawOptions& raw)
+{
+    CommandLine commandLine;
+    InstrumentOptions& instrument = commandLine.instrument;
+    instrument.keepsExchanges = false;
+    instrument.logPath = QFile::decodeName(raw.logPath.c_str());
+    instrument.answerAfter = std::chrono::microseconds(std::llround(raw.answerAfter * 1000));
+    instrument.model.seed = raw.seed;
+    instrument.model.restartTime = std::chrono::milliseconds(std::llround(raw.restartTime));
+    commandLine.linkPath = QFile::decodeName(raw.linkPath.c_str());
+    if (!raw.scenario.empty()) {
+        const QString command = QStringLiteral("fault ") + QString::fromLocal8Bit(raw.scenario.c_str());
+        commandLine.schedule.push_back(
+            {std::chrono::milliseconds(0), RequiredCommand(command, "--scenario")});
+    }
+    for (const std::string& text : raw.schedule) {
+        commandLine.schedule.push_back(ParseTimedCommand(text));
+    }
+    return commandLine;
+}
+
+void CheckWhatToDo(bool isRun, const CommandLine& commandLine)
+{
+    if (isRun && commandLine.program.empty()) {
+        throw CLI::RequiredError("\"--\" and a program to run");
+    }
+    if (isRun && !commandLine.linkPath.isEmpty()) {
+        throw CLI::ExcludesError("run", "--link");
+    }
+    if (!isRun && commandLine.linkPath.isEmpty()) {
+        throw CLI::RequiredError("--link PATH or run");
+    }
+    if (!isRun && !commandLine.program.empty()) {
+        throw CLI::ExtrasError({commandLine.program.front()});
+    }
+}
+
+} // namespace
+
+std::optional<CommandLine> ParseCommandLine(int argumentCount, char** arguments, int* exitStatus)
+{
+    RawOptions raw;
+    CLI::App app("A simulated instrument at a pseudo-terminal.", "vesmar-simulator");
+    app.formatter(std::make_shared<HelpFormatter>());
+    app.set_version_flag("--version", "vesmar-simulator " VESMAR_VERSION);
+    app.footer(Footer());
+    AddOptions(&app, &raw);
+    CLI::App* run = app.add_subcommand("run", "Run a program that finds the instrument at its serial device")
+                        ->fallthrough();
+
+    // Everything behind "--" belongs to the program and is none of the parser's business.
+    char** const end = arguments + argumentCount;
+    char** const divider =
+        std::find_if(arguments, end, [](const char* argument) { return std::string("--") == argument; });
+    try {
+        app.parse(static_cast<int>(divider - arguments), arguments);
+        CommandLine commandLine = Digested(raw);
+        if (divider != end) {
+            commandLine.program.assign(divider + 1, end);
+        }
+        CheckWhatToDo(run->parsed(), commandLine);
+        return commandLine;
+    } catch (const CLI::Success& success) {
+        *exitStatus = app.exit(success);
+    } catch (const CLI::ParseError& error) {
+        std::cerr << "vesmar-simulator: " << error.what() << '\n' << Usage;
+        *exitStatus = 1;
+    }
+    return std::nullopt;
+}
+
+} // namespace Simulator

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "simulator/controlcommand.h"
+#include "simulator/instrument.h"
+
+#include <QString>
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace Simulator
+{
+
+/// A command and when it is due, counted from the start.
+struct TimedCommand {
+    std::chrono::milliseconds at;
+    ControlCommand command;
+};
+
+/// What the user asked for: either a link or a program is set.
+struct CommandLine {
+    InstrumentOptions instrument;
+    std::vector<TimedCommand> schedule;
+    QString linkPath;
+    std::vector<std::string> program;
+};
+
+/// Nothing when the program ends here; *exitStatus then says how. Help, version and errors are printed.
+std::optional<CommandLine> ParseCommandLine(int argumentCount, char** arguments, int* exitStatus);
+
+} // namespace Simulator

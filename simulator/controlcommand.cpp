@@ -1,0 +1,118 @@
+#include "simulator/controlcommand.h"
+
+#include "simulator/faults.h"
+#include "simulator/instrumentmodel.h"
+
+#include <QStringList>
+
+#include <array>
+
+namespace Simulator
+{
+
+namespace
+{
+
+struct NumberCommand {
+    const char* name;
+    ControlCommand::Verb verb;
+    int highest;
+};
+
+constexpr std::array<NumberCommand, 3> NumberCommands{{
+    {"mode", ControlCommand::Verb::Mode, InstrumentModel::HighestMode},
+    {"error", ControlCommand::Verb::Error, InstrumentModel::HighestError},
+    {"function", ControlCommand::Verb::Function, InstrumentModel::HighestFunction},
+}};
+
+constexpr int LongestDelay = 600000;
+
+std::optional<int> ParseNumber(const QString& text, int highest)
+{
+    bool isNumber = false;
+    const int number = text.toInt(&isNumber);
+    if (!isNumber || number < 0 || number > highest) {
+        return std::nullopt;
+    }
+    return number;
+}
+
+ControlCommand FaultCommand(Fault fault)
+{
+    ControlCommand command;
+    command.fault = fault;
+    return command;
+}
+
+QString FaultNames()
+{
+    QStringList names;
+    for (const Scenario& scenario : Scenarios) {
+        names.append(QLatin1String(scenario.name));
+    }
+    return names.join(QLatin1String(", "));
+}
+
+std::optional<ControlCommand> ParseNumberCommand(const NumberCommand& form, const QStringList& words,
+                                                 QString* error)
+{
+    const std::optional<int> number =
+        words.size() == 2 ? ParseNumber(words.at(1), form.highest) : std::optional<int>();
+    if (!number) {
+        *error =
+            QStringLiteral("%1 takes a number from 0 to %2").arg(QLatin1String(form.name)).arg(form.highest);
+        return std::nullopt;
+    }
+    ControlCommand command;
+    command.verb = form.verb;
+    command.number = *number;
+    return command;
+}
+
+std::optional<ControlCommand> ParseFault(const QStringList& words, QString* error)
+{
+    const std::optional<Fault> fault = FindFault(words.value(1));
+    if (!fault) {
+        *error = QStringLiteral("fault takes one of %1").arg(FaultNames());
+        return std::nullopt;
+    }
+    ControlCommand command = FaultCommand(*fault);
+    if (words.size() == 2) {
+        return command;
+    }
+    const std::optional<int> delay = ParseNumber(words.at(2), LongestDelay);
+    if (words.size() > 3 || *fault != Fault::Slow || !delay) {
+        *error =
+            QStringLiteral("only \"fault slow\" takes a number, of milliseconds up to %1").arg(LongestDelay);
+        return std::nullopt;
+    }
+    command.delay = std::chrono::milliseconds(*delay);
+    return command;
+}
+
+} // namespace
+
+std::optional<ControlCommand> ParseControlCommand(const QString& text, QString* error)
+{
+    const QStringList words = text.simplified().split(QLatin1Char(' '));
+    for (const NumberCommand& form : NumberCommands) {
+        if (words.first() == QLatin1String(form.name)) {
+            return ParseNumberCommand(form, words, error);
+        }
+    }
+    if (words.first() == QLatin1String("fault")) {
+        return ParseFault(words, error);
+    }
+    if (words == QStringList{QStringLiteral("unplug")}) {
+        return FaultCommand(Fault::Silent);
+    }
+    if (words == QStringList{QStringLiteral("plug")}) {
+        return FaultCommand(Fault::None);
+    }
+    *error =
+        QStringLiteral("no command \"%1\"; there are mode N, error N, function N, fault NAME, unplug, plug")
+            .arg(text.simplified());
+    return std::nullopt;
+}
+
+} // namespace Simulator

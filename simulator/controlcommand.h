@@ -1,0 +1,27 @@
+#pragma once
+
+#include "simulator/scenarios.h"
+
+#include <QString>
+
+#include <chrono>
+#include <optional>
+
+namespace Simulator
+{
+
+/// One thing that a person or a test makes the simulated instrument do.
+struct ControlCommand {
+    enum class Verb { Mode, Error, Function, Fault };
+
+    Verb verb = Verb::Fault;
+    int number = 0;                                     ///< of Mode, Error and Function
+    Fault fault = Fault::None;                          ///< of Fault
+    std::chrono::milliseconds delay{DefaultSlowAnswer}; ///< of Fault::Slow
+};
+
+/// Understands "mode N", "error N", "function N", "fault NAME [MS]", "unplug" and "plug". Otherwise nothing,
+/// and *error says why.
+std::optional<ControlCommand> ParseControlCommand(const QString& text, QString* error);
+
+} // namespace Simulator

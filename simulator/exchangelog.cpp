@@ -1,0 +1,29 @@
+#include "simulator/exchangelog.h"
+
+#include <QDateTime>
+
+#include <stdexcept>
+
+namespace Simulator
+{
+
+ExchangeLog::ExchangeLog(const QString& path) : _file(path)
+{
+    if (!path.isEmpty() && !_file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text)) {
+        throw std::runtime_error(
+            QStringLiteral("cannot write the log %1: %2").arg(path, _file.errorString()).toStdString());
+    }
+}
+
+void ExchangeLog::Write(const Exchange& exchange)
+{
+    if (!_file.isOpen()) {
+        return;
+    }
+    const QByteArray time = QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs).toLatin1();
+    const QByteArray answer = exchange.answer.isEmpty() ? QByteArrayLiteral("-") : exchange.answer.toHex();
+    _file.write(time + ' ' + exchange.request.toHex() + ' ' + answer + '\n');
+    _file.flush();
+}
+
+} // namespace Simulator

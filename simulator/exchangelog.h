@@ -1,0 +1,24 @@
+#pragma once
+
+#include "simulator/exchange.h"
+
+#include <QFile>
+#include <QString>
+
+namespace Simulator
+{
+
+/// A text file with one line per exchange: UTC time, request and answer in hexadecimal, "-" for silence.
+class ExchangeLog
+{
+public:
+    /// An empty path means no log. Throws std::runtime_error when the file cannot be written.
+    explicit ExchangeLog(const QString& path);
+
+    void Write(const Exchange& exchange);
+
+private:
+    QFile _file;
+};
+
+} // namespace Simulator

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QByteArray>
+
+namespace Simulator
+{
+
+/// What the instrument says of itself when asked for its version. Each field has a fixed width on the line.
+struct Identity {
+    QByteArray deviceName = QByteArrayLiteral("PAT");
+    QByteArray deviceCode = QByteArrayLiteral("410");
+    QByteArray serialNumber = QByteArrayLiteral("204815");
+    QByteArray version = QByteArrayLiteral("105"); ///< major digit, two minor digits
+    QByteArray versionCode = QByteArrayLiteral("03");
+    QByteArray revisionCode = QByteArrayLiteral("02");
+    QByteArray buildNumber = QByteArrayLiteral("2016");
+
+    QByteArray Data() const;
+};
+
+} // namespace Simulator

@@ -1,0 +1,300 @@
+#include "simulator/instrument.h"
+
+#include "simulator/faults.h"
+#include "simulator/frames.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <optional>
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <system_error>
+
+namespace Simulator
+{
+
+namespace
+{
+
+int OpenWake()
+{
+    const int descriptor = ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+    if (descriptor < 0) {
+        throw std::system_error(errno, std::generic_category(), "no event descriptor");
+    }
+    return descriptor;
+}
+
+/// Waits until a descriptor is readable or the deadline is there; without a deadline as long as it takes.
+void WaitReadable(int line, int wake, const std::optional<TimePoint>& deadline)
+{
+    std::array<pollfd, 2> descriptors{{{line, POLLIN, 0}, {wake, POLLIN, 0}}};
+    timespec timeout{};
+    if (deadline) {
+        const auto left = std::max(*deadline - Clock::now(), Clock::duration::zero());
+        const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(left);
+        timeout.tv_sec = seconds.count();
+        timeout.tv_nsec = std::chrono::nanoseconds(left - seconds).count();
+    }
+    ::ppoll(descriptors.data(), descriptors.size(), deadline ? &timeout : nullptr, nullptr);
+    eventfd_t wakes = 0;
+    ::eventfd_read(wake, &wakes);
+}
+
+} // namespace
+
+Instrument::Instrument(const InstrumentOptions& options)
+    : _model(options.model, Clock::now()),
+      _line(std::make_unique<PtyLine>()),
+      _devicePath(_line->DevicePath()),
+      _log(options.logPath),
+      _answerAfter(options.answerAfter),
+      _keepsExchanges(options.keepsExchanges),
+      _wake(OpenWake()),
+      _thread([this] { Serve(); })
+{
+}
+
+Instrument::~Instrument()
+{
+    {
+        const std::lock_guard<std::mutex> lock(_mutex);
+        _isStopping = true;
+    }
+    Wake();
+    _thread.join();
+}
+
+QString Instrument::DevicePath() const
+{
+    const std::lock_guard<std::mutex> lock(_mutex);
+    return _devicePath;
+}
+
+void Instrument::Execute(const ControlCommand& command)
+{
+    switch (command.verb) {
+    case ControlCommand::Verb::Mode:
+        SetMode(command.number);
+        break;
+    case ControlCommand::Verb::Error:
+        SetError(command.number);
+        break;
+    case ControlCommand::Verb::Function:
+        SetFunction(command.number);
+        break;
+    case ControlCommand::Verb::Fault:
+        SetFault(command.fault, command.delay);
+        break;
+    }
+}
+
+bool Instrument::Execute(const QString& command, QString* error)
+{
+    QString reason;
+    const std::optional<ControlCommand> parsed = ParseControlCommand(command, &reason);
+    if (parsed) {
+        Execute(*parsed);
+    } else if (error != nullptr) {
+        *error = reason;
+    }
+    return parsed.has_value();
+}
+
+void Instrument::SetMode(int mode)
+{
+    const std::lock_guard<std::mutex> lock(_mutex);
+    _model.SetMode(mode);
+}
+
+void Instrument::SetError(int error)
+{
+    const std::lock_guard<std::mutex> lock(_mutex);
+    _model.SetError(error);
+}
+
+void Instrument::SetFunction(int function)
+{
+    const std::lock_guard<std::mutex> lock(_mutex);
+    _model.SetFunction(function);
+}
+
+void Instrument::SetFault(Fault fault, std::chrono::milliseconds slowAnswer)
+{
+    std::unique_lock<std::mutex> lock(_mutex);
+    _lineChanged.wait(lock, [this] { return !_isLineChanging; });
+    if (fault == Fault::HangUp) {
+        ReplaceLine(nullptr, lock);
+    } else if (!_line) {
+        ReplaceLine(std::make_unique<PtyLine>(), lock);
+    }
+    _fault = fault;
+    _slowAnswer = slowAnswer;
+}
+
+void Instrument::SetAnswerAfter(std::chrono::microseconds delay)
+{
+    const std::lock_guard<std::mutex> lock(_mutex);
+    _answerAfter = delay;
+}
+
+void Instrument::AnswerNextWith(const QByteArray& raw)
+{
+    const std::lock_guard<std::mutex> lock(_mutex);
+    _scriptedAnswers.push_back(raw);
+}
+
+void Instrument::Send(const QByteArray& raw)
+{
+    const std::lock_guard<std::mutex> lock(_mutex);
+    if (_line) {
+        _line->Write(raw);
+    }
+}
+
+std::vector<Exchange> Instrument::Exchanges() const
+{
+    const std::lock_guard<std::mutex> lock(_mutex);
+    return _exchanges;
+}
+
+QVector<QByteArray> Instrument::Requests() const
+{
+    const std::lock_guard<std::mutex> lock(_mutex);
+    QVector<QByteArray> requests;
+    requests.reserve(static_cast<int>(_exchanges.size()));
+    for (const Exchange& exchange : _exchanges) {
+        requests.append(exchange.request);
+    }
+    return requests;
+}
+
+void Instrument::ClearRequests()
+{
+    const std::lock_guard<std::mutex> lock(_mutex);
+    _exchanges.clear();
+}
+
+QDateTime Instrument::Date() const
+{
+    const std::lock_guard<std::mutex> lock(_mutex);
+    return _model.Date(Clock::now());
+}
+
+QDateTime Instrument::CalibrationDate() const
+{
+    const std::lock_guard<std::mutex> lock(_mutex);
+    return _model.CalibrationDate();
+}
+
+void Instrument::Serve()
+{
+    std::unique_lock<std::mutex> lock(_mutex);
+    while (!_isStopping) {
+        TakeNewLine();
+        ReadLine();
+        AnswerDueRequests();
+        WaitForWork(lock);
+    }
+}
+
+void Instrument::TakeNewLine()
+{
+    if (!_isLineChanging) {
+        return;
+    }
+    _line = std::move(_newLine);
+    if (_line) {
+        _devicePath = _line->DevicePath();
+    }
+    _collector = RequestCollector();
+    _pending.clear();
+    _isLineChanging = false;
+    _lineChanged.notify_all();
+}
+
+void Instrument::ReadLine()
+{
+    if (!_line) {
+        return;
+    }
+    const QByteArray bytes = _line->Read();
+    const TimePoint now = Clock::now();
+    if (!bytes.isEmpty()) {
+        _collector.Append(bytes, now);
+    }
+    while (const std::optional<CollectedRequest> request = _collector.Take(now)) {
+        _pending.push_back({*request, now + AnswerDelay()});
+    }
+}
+
+void Instrument::AnswerDueRequests()
+{
+    while (!_pending.empty() && _pending.front().dueAt <= Clock::now()) {
+        AnswerRequest(_pending.front().request);
+        _pending.pop_front();
+    }
+}
+
+void Instrument::AnswerRequest(const CollectedRequest& request)
+{
+    Exchange exchange{request.frame, AnswerTo(request.frame), request.receivedAt, {}};
+    if (_line) {
+        _line->Write(exchange.answer);
+    }
+    exchange.answeredAt = Clock::now();
+    _log.Write(exchange);
+    if (_keepsExchanges) {
+        _exchanges.push_back(exchange);
+    }
+}
+
+QByteArray Instrument::AnswerTo(const QByteArray& request)
+{
+    if (!_scriptedAnswers.empty()) {
+        QByteArray answer = _scriptedAnswers.front();
+        _scriptedAnswers.pop_front();
+        return answer;
+    }
+    if (_fault == Fault::Silent) {
+        return {}; // never reaches the instrument
+    }
+    if (_fault == Fault::Refuse) {
+        return Refusal(); // and nothing comes of it
+    }
+    return Damaged(_model.Answer(request, Clock::now()), _fault);
+}
+
+std::chrono::microseconds Instrument::AnswerDelay() const
+{
+    return _fault == Fault::Slow ? _slowAnswer : _answerAfter;
+}
+
+void Instrument::WaitForWork(std::unique_lock<std::mutex>& lock)
+{
+    std::optional<TimePoint> deadline = _collector.SilenceEndsAt();
+    if (!_pending.empty()) {
+        deadline = std::min(_pending.front().dueAt, deadline.value_or(TimePoint::max()));
+    }
+    const int line = _line ? _line->Handle() : -1;
+    lock.unlock();
+    WaitReadable(line, _wake.Get(), deadline);
+    lock.lock();
+}
+
+/// The serving thread may be waiting at the old line, so it is the one that lets go of it.
+void Instrument::ReplaceLine(std::unique_ptr<PtyLine> line, std::unique_lock<std::mutex>& lock)
+{
+    _newLine = std::move(line);
+    _isLineChanging = true;
+    Wake();
+    _lineChanged.wait(lock, [this] { return !_isLineChanging; });
+}
+
+void Instrument::Wake()
+{
+    ::eventfd_write(_wake.Get(), 1);
+}
+
+} // namespace Simulator

@@ -1,0 +1,125 @@
+#pragma once
+
+#include "simulator/controlcommand.h"
+#include "simulator/descriptor.h"
+#include "simulator/exchange.h"
+#include "simulator/exchangelog.h"
+#include "simulator/instrumentmodel.h"
+#include "simulator/ptyline.h"
+#include "simulator/requestcollector.h"
+#include "simulator/scenarios.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QVector>
+
+#include <chrono>
+#include <condition_variable>
+#include <deque>
+#include <memory>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+namespace Simulator
+{
+
+/// How an instrument behaves on its line.
+struct InstrumentOptions {
+    ModelOptions model;
+    std::chrono::microseconds answerAfter{0}; ///< from the end of a request to its answer
+    QString logPath;                          ///< one line per exchange; empty for no log
+    bool keepsExchanges = true;               ///< off for a program that runs for days
+};
+
+/// A simulated instrument at a pseudo-terminal, served by a thread of its own from construction to
+/// destruction. Every operation may be called from any thread.
+class Instrument
+{
+public:
+    /// Throws std::exception when there is no pseudo-terminal or the log cannot be written.
+    explicit Instrument(const InstrumentOptions& options = {});
+    ~Instrument();
+    Instrument(const Instrument&) = delete;
+    Instrument(Instrument&&) = delete;
+    Instrument& operator=(const Instrument&) = delete;
+    Instrument& operator=(Instrument&&) = delete;
+
+    /// What programs open. A line that comes back after a hang-up is a new one, with a new path.
+    QString DevicePath() const;
+
+    void Execute(const ControlCommand& command);
+
+    /// False when there is no such command; *error then says why.
+    bool Execute(const QString& command, QString* error = nullptr);
+
+    void SetMode(int mode);
+    void SetError(int error);
+
+    /// As if someone had started this function at the instrument; 0 ends it.
+    void SetFunction(int function);
+
+    void SetFault(Fault fault, std::chrono::milliseconds slowAnswer = DefaultSlowAnswer);
+    void Unplug() { SetFault(Fault::Silent); }
+    void Plug() { SetFault(Fault::None); }
+
+    void SetAnswerAfter(std::chrono::microseconds delay);
+
+    /// The exact bytes that answer the next request, whatever it is; an empty array means silence. Calls
+    /// queue up.
+    void AnswerNextWith(const QByteArray& raw);
+
+    /// Puts bytes on the line that nobody asked for.
+    void Send(const QByteArray& raw);
+
+    std::vector<Exchange> Exchanges() const;
+
+    /// The requests that were received and dealt with so far, those that found no answer included.
+    QVector<QByteArray> Requests() const;
+
+    /// Forgets the exchanges so far.
+    void ClearRequests();
+
+    /// What the instrument's own clock shows.
+    QDateTime Date() const;
+    QDateTime CalibrationDate() const;
+
+private:
+    struct PendingRequest {
+        CollectedRequest request;
+        TimePoint dueAt;
+    };
+
+    void Serve();
+    void TakeNewLine();
+    void ReadLine();
+    void AnswerDueRequests();
+    void AnswerRequest(const CollectedRequest& request);
+    QByteArray AnswerTo(const QByteArray& request);
+    std::chrono::microseconds AnswerDelay() const;
+    void WaitForWork(std::unique_lock<std::mutex>& lock);
+    void ReplaceLine(std::unique_ptr<PtyLine> line, std::unique_lock<std::mutex>& lock);
+    void Wake();
+
+    mutable std::mutex _mutex; ///< guards everything below up to the thread
+    InstrumentModel _model;
+    std::unique_ptr<PtyLine> _line; ///< none while hung up
+    QString _devicePath;
+    RequestCollector _collector;
+    std::deque<PendingRequest> _pending;
+    std::deque<QByteArray> _scriptedAnswers;
+    std::vector<Exchange> _exchanges;
+    ExchangeLog _log;
+    std::chrono::microseconds _answerAfter;
+    bool _keepsExchanges;
+    Fault _fault = Fault::None;
+    std::chrono::microseconds _slowAnswer{DefaultSlowAnswer};
+    std::unique_ptr<PtyLine> _newLine;
+    bool _isLineChanging = false;
+    bool _isStopping = false;
+    std::condition_variable _lineChanged;
+    Descriptor _wake; ///< tells the serving thread to look again
+    std::thread _thread;
+};
+
+} // namespace Simulator

@@ -1,0 +1,96 @@
+#include "simulator/commandinput.h"
+#include "simulator/commandline.h"
+#include "simulator/programrunner.h"
+#include "simulator/session.h"
+#include "simulator/signalwatcher.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <iostream>
+#include <stdexcept>
+
+namespace
+{
+
+constexpr int NothingDone = 1;
+constexpr int ProgramNotStarted = 127;
+
+void PrintError(const QString& text)
+{
+    std::cerr << "vesmar-simulator: " << text.toLocal8Bit().constData() << '\n';
+}
+
+/// Serves at the link until a signal or "quit".
+int ServeAtLink(const Simulator::CommandLine& commandLine)
+{
+    Simulator::SignalWatcher signalWatcher;
+    Simulator::Session session(commandLine, commandLine.linkPath);
+    Simulator::CommandInput input;
+    QObject::connect(&signalWatcher, &Simulator::SignalWatcher::EndRequested, &session,
+                     [] { QCoreApplication::quit(); });
+    QObject::connect(&input, &Simulator::CommandInput::LineRead, &session, [&session](const QString& line) {
+        QString error;
+        if (line == QLatin1String("quit")) {
+            QCoreApplication::quit();
+        } else if (const auto command = Simulator::ParseControlCommand(line, &error)) {
+            session.Execute(*command);
+        } else {
+            PrintError(error);
+        }
+    });
+    std::cout << "The instrument is ready: open " << QFile::encodeName(commandLine.linkPath).constData()
+              << " as its serial line. Ctrl-C or the line \"quit\" ends it." << std::endl;
+    return QCoreApplication::exec();
+}
+
+/// Serves until the program has ended; its exit status is the result.
+int RunProgram(const Simulator::CommandLine& commandLine)
+{
+    Simulator::SignalWatcher signalWatcher;
+    const QTemporaryDir folder;
+    if (!folder.isValid()) {
+        throw std::runtime_error("no temporary folder: " + folder.errorString().toStdString());
+    }
+    const QString linkPath = folder.filePath(QStringLiteral("line"));
+    Simulator::Session session(commandLine, linkPath);
+    Simulator::ProgramRunner runner(linkPath);
+    const QString failure = runner.Start(commandLine.program, signalWatcher.OriginalMask());
+    if (!failure.isEmpty()) {
+        PrintError(QStringLiteral("cannot run %1: %2")
+                       .arg(QString::fromLocal8Bit(commandLine.program.front().c_str()), failure));
+        return ProgramNotStarted;
+    }
+    QObject::connect(&signalWatcher, &Simulator::SignalWatcher::EndRequested, &session,
+                     [&runner](int signalNumber, bool isFromTerminal) {
+                         if (!isFromTerminal) { // the terminal has told the program itself
+                             runner.Forward(signalNumber);
+                         }
+                     });
+    QObject::connect(&signalWatcher, &Simulator::SignalWatcher::ChildChanged, &session, [&runner] {
+        if (const std::optional<int> status = runner.ExitStatus()) {
+            QCoreApplication::exit(*status);
+        }
+    });
+    return QCoreApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    int exitStatus = 0;
+    const auto commandLine = Simulator::ParseCommandLine(argc, argv, &exitStatus);
+    if (!commandLine) {
+        return exitStatus;
+    }
+    int ownArgumentCount = 1; // the rest is not Qt's
+    const QCoreApplication application(ownArgumentCount, argv);
+    try {
+        return commandLine->program.empty() ? ServeAtLink(*commandLine) : RunProgram(*commandLine);
+    } catch (const std::exception& error) {
+        PrintError(QString::fromLocal8Bit(error.what()));
+        return NothingDone;
+    }
+}

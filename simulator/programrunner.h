@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QString>
+
+#include <csignal>
+#include <map>
+#include <optional>
+#include <string>
+#include <sys/types.h>
+#include <vector>
+
+namespace Simulator
+{
+
+/// Runs a program with the preloaded library that shows it the instrument as its serial device. The program
+/// inherits standard input, output, error and the process group.
+class ProgramRunner
+{
+public:
+    /// Throws std::runtime_error when the preloaded library is missing.
+    explicit ProgramRunner(const QString& devicePath);
+
+    /// Empty when the program runs; otherwise why it does not.
+    QString Start(const std::vector<std::string>& program, const sigset_t& signalMask);
+
+    void Forward(int signalNumber) const;
+
+    /// The exit status once the program has ended, as a shell would tell it.
+    std::optional<int> ExitStatus();
+
+private:
+    std::map<std::string, std::string> _environment;
+    pid_t _process = -1;
+};
+
+} // namespace Simulator

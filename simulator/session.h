@@ -1,0 +1,28 @@
+#pragma once
+
+#include "simulator/commandline.h"
+#include "simulator/devicelink.h"
+#include "simulator/instrument.h"
+
+#include <QObject>
+
+namespace Simulator
+{
+
+/// An instrument that can be reached by a link, and the commands that are planned for it.
+class Session : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Throws std::exception when the instrument or the link cannot be had.
+    Session(const CommandLine& commandLine, const QString& linkPath);
+
+    void Execute(const ControlCommand& command);
+
+private:
+    Instrument _instrument;
+    DeviceLink _link;
+};
+
+} // namespace Simulator

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QByteArray>
+#include <QFile>
+#include <QString>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <termios.h>
+#include <unistd.h>
+
+/// A program's end of the instrument's line.
+class LineClient
+{
+public:
+    explicit LineClient(const QString& path)
+        : _descriptor(::open(QFile::encodeName(path).constData(), O_RDWR | O_NOCTTY | O_CLOEXEC))
+    {
+    }
+    LineClient(const LineClient&) = delete;
+    LineClient& operator=(const LineClient&) = delete;
+    ~LineClient() { ::close(_descriptor); }
+
+    bool IsOpen() const { return _descriptor >= 0; }
+
+    bool Write(const QByteArray& bytes)
+    {
+        return ::write(_descriptor, bytes.constData(), static_cast<std::size_t>(bytes.size())) ==
+               bytes.size();
+    }
+
+    /// Waits until so many bytes have come or the line has broken; less only after ten seconds of silence.
+    QByteArray Read(int count)
+    {
+        QByteArray bytes;
+        while (bytes.size() < count && IsReadable(10000)) {
+            QByteArray chunk(count - bytes.size(), '\0');
+            const ssize_t size = ::read(_descriptor, chunk.data(), static_cast<std::size_t>(chunk.size()));
+            if (size <= 0) {
+                break;
+            }
+            bytes.append(chunk.constData(), static_cast<int>(size));
+        }
+        return bytes;
+    }
+
+    QByteArray Ask(const QByteArray& request, int answerSize)
+    {
+        return Write(request) ? Read(answerSize) : QByteArray();
+    }
+
+    void DropInput() { ::tcflush(_descriptor, TCIFLUSH); }
+
+    bool IsReadable(int timeoutMs) const
+    {
+        pollfd descriptor{_descriptor, POLLIN, 0};
+        return ::poll(&descriptor, 1, timeoutMs) > 0;
+    }
+
+private:
+    int _descriptor;
+};

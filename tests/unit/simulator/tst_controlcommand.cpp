@@ -1,0 +1,113 @@
+#include "simulator/controlcommand.h"
+
+#include <QtTest>
+
+using Simulator::ControlCommand;
+using Simulator::Fault;
+
+class TestControlCommand : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void Numbers_data();
+    void Numbers();
+    void Faults_data();
+    void Faults();
+    void Nonsense_data();
+    void Nonsense();
+};
+
+void TestControlCommand::Numbers_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("verb");
+    QTest::addColumn<int>("number");
+    QTest::newRow("mode") << "mode 3" << static_cast<int>(ControlCommand::Verb::Mode) << 3;
+    QTest::newRow("error") << "error 15" << static_cast<int>(ControlCommand::Verb::Error) << 15;
+    QTest::newRow("function") << "function 31" << static_cast<int>(ControlCommand::Verb::Function) << 31;
+    QTest::newRow("blanks") << "  error \t 0 " << static_cast<int>(ControlCommand::Verb::Error) << 0;
+}
+
+void TestControlCommand::Numbers()
+{
+    QFETCH(QString, text);
+    QFETCH(int, verb);
+    QFETCH(int, number);
+    QString error;
+    const auto command = Simulator::ParseControlCommand(text, &error);
+    QVERIFY2(command.has_value(), qPrintable(error));
+    QCOMPARE(static_cast<int>(command->verb), verb);
+    QCOMPARE(command->number, number);
+}
+
+void TestControlCommand::Faults_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("fault");
+    QTest::addColumn<int>("delayMs");
+    QTest::newRow("fault") << "fault bad-crc" << static_cast<int>(Fault::BadCrc) << 1000;
+    QTest::newRow("none") << "fault none" << static_cast<int>(Fault::None) << 1000;
+    QTest::newRow("slow") << "fault slow" << static_cast<int>(Fault::Slow) << 1000;
+    QTest::newRow("slow by") << "fault slow 250" << static_cast<int>(Fault::Slow) << 250;
+    QTest::newRow("unplug") << "unplug" << static_cast<int>(Fault::Silent) << 1000;
+    QTest::newRow("plug") << "plug" << static_cast<int>(Fault::None) << 1000;
+}
+
+void TestControlCommand::Faults()
+{
+    QFETCH(QString, text);
+    QFETCH(int, fault);
+    QFETCH(int, delayMs);
+    QString error;
+    const auto command = Simulator::ParseControlCommand(text, &error);
+    QVERIFY2(command.has_value(), qPrintable(error));
+    QCOMPARE(static_cast<int>(command->verb), static_cast<int>(ControlCommand::Verb::Fault));
+    QCOMPARE(static_cast<int>(command->fault), fault);
+    QCOMPARE(static_cast<int>(command->delay.count()), delayMs);
+}
+
+void TestControlCommand::Nonsense_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("mentioned");
+    QTest::newRow("nothing") << ""
+                             << "no command";
+    QTest::newRow("unknown") << "jump"
+                             << "\"jump\"";
+    QTest::newRow("no number") << "mode"
+                               << "0 to 3";
+    QTest::newRow("no such mode") << "mode 4"
+                                  << "0 to 3";
+    QTest::newRow("negative") << "error -1"
+                              << "0 to 15";
+    QTest::newRow("word for a number") << "function rln"
+                                       << "0 to 31";
+    QTest::newRow("two numbers") << "mode 1 2"
+                                 << "0 to 3";
+    QTest::newRow("no such fault") << "fault loud"
+                                   << "bad-crc";
+    QTest::newRow("no fault") << "fault"
+                              << "bad-crc";
+    QTest::newRow("number behind another fault") << "fault silent 3"
+                                                 << "fault slow";
+    QTest::newRow("word behind slow") << "fault slow down"
+                                      << "fault slow";
+    QTest::newRow("two numbers behind slow") << "fault slow 1 2"
+                                             << "fault slow";
+    QTest::newRow("word behind unplug") << "unplug now"
+                                        << "\"unplug now\"";
+}
+
+void TestControlCommand::Nonsense()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, mentioned);
+    QString error;
+    QVERIFY(!Simulator::ParseControlCommand(text, &error).has_value());
+    QVERIFY2(error.contains(mentioned), qPrintable(error));
+    QVERIFY(!error.contains(QLatin1Char('\n')));
+}
+
+QTEST_APPLESS_MAIN(TestControlCommand)
+#include "tst_controlcommand.moc"

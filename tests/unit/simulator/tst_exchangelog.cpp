@@ -1,0 +1,44 @@
+#include "simulator/exchangelog.h"
+
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <stdexcept>
+
+using Simulator::ExchangeLog;
+
+class TestExchangeLog : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void OneLineAnExchange();
+    void PathThatCannotBeWritten();
+};
+
+void TestExchangeLog::OneLineAnExchange()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("log"));
+    ExchangeLog log(path);
+    log.Write({QByteArray::fromHex("73f44e"), QByteArray::fromHex("00fed10e"), {}, {}});
+    log.Write({QByteArray::fromHex("57122a"), QByteArray(), {}, {}});
+
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QRegularExpression expected(QStringLiteral(
+        "\\A\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d\\.\\d{3}Z 73f44e 00fed10e\n[^ ]+Z 57122a -\n\\z"));
+    const QString text = QString::fromLatin1(file.readAll());
+    QVERIFY2(expected.match(text).hasMatch(), qPrintable(text));
+}
+
+void TestExchangeLog::PathThatCannotBeWritten()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("missing/log"));
+    QVERIFY_EXCEPTION_THROWN(ExchangeLog{path}, std::runtime_error);
+}
+
+QTEST_APPLESS_MAIN(TestExchangeLog)
+#include "tst_exchangelog.moc"

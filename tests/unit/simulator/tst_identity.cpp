@@ -1,0 +1,23 @@
+#include "simulator/identity.h"
+
+#include <QtTest>
+
+class TestIdentity : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void FieldsInTheirOrder();
+};
+
+void TestIdentity::FieldsInTheirOrder()
+{
+    Simulator::Identity identity;
+    QCOMPARE(identity.Data(), QByteArray("PAT41020481510503022016"));
+    identity.buildNumber = QByteArray::fromHex("02000204");
+    QCOMPARE(identity.Data().size(), 23);
+    QCOMPARE(identity.Data().right(4).toHex(), QByteArray("02000204"));
+}
+
+QTEST_APPLESS_MAIN(TestIdentity)
+#include "tst_identity.moc"

@@ -1,0 +1,464 @@
+#include "lineclient.h"
+
+#include "simulator/ptyline.h"
+#include "simulator/scenarios.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <csignal>
+#include <memory>
+#include <pty.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+
+namespace
+{
+
+const QString SimulatorProgram = QStringLiteral(SIMULATOR_PROGRAM);
+const QByteArray ReadStatus = QByteArray::fromHex("73f44e");
+const QByteArray ReadVersion = QByteArray::fromHex("57122a");
+const QByteArray Version = QByteArray::fromHex("5041543431303230343831353130353033303232303136f923");
+
+// Pieces of shell programs that know nothing but the path of the device and the bytes of the line.
+const QString OpenDevice = QStringLiteral("exec 3<>/dev/ttycommunication; ");
+const QString AskStatus = QStringLiteral("printf '\\163\\364\\116' >&3; head -c 3 <&3 | od -An -tx1; ");
+const QString AskStop = QStringLiteral("printf '\\150\\256\\355' >&3; head -c 3 <&3 | od -An -tx1; ");
+const QString AskVersion = QStringLiteral("printf '\\127\\022\\052' >&3; head -c 25 <&3 | od -An -v -tx1; ");
+
+QStringList RunShell(const QString& script, const QStringList& options = {})
+{
+    return QStringList{QStringLiteral("run")} + options +
+           QStringList{QStringLiteral("--"), QStringLiteral("sh"), QStringLiteral("-c"), script};
+}
+
+QByteArray Hex(const QByteArray& dump)
+{
+    return QByteArray(dump).replace(' ', "").replace('\n', "");
+}
+
+} // namespace
+
+class TestSimulatorProgram : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void ExitStatusOfTheProgram_data();
+    void ExitStatusOfTheProgram();
+    void ProgramThatCannotBeStarted();
+    void ArgumentsArriveAsTheyAre();
+    void ProgramTalksToTheInstrument();
+    void ProgramMayLookBeforeItOpens();
+    void OtherFilesAreLeftAlone();
+    void LineSettingsAreNoted();
+    void OtherPreloadedLibrariesAreKept();
+    void TwoSideBySide();
+    void SignalsAreForwarded_data();
+    void SignalsAreForwarded();
+    void ControlCReachesTheProgramOnce();
+    void NothingIsLeftBehind();
+    void PreloadedLibraryMissing();
+    void CommandsAtTheirTime();
+    void LogOfTheExchanges();
+    void EveryScenarioCanBeTheFirst();
+    void BadUse_data();
+    void BadUse();
+    void HelpAndVersion();
+    void LinkServesUntilASignal_data();
+    void LinkServesUntilASignal();
+    void LinkServesUntilQuit();
+    void LinkTakesCommands();
+    void LinkFollowsANewLine();
+    void LinkRefusesAPathThatIsTaken();
+
+private:
+    int Finish();
+    int Run(const QStringList& arguments);
+    void StartLink(const QString& path);
+
+    std::unique_ptr<QTemporaryDir> _folder;
+    std::unique_ptr<QProcess> _process;
+    QByteArray _output;
+    QByteArray _errors;
+};
+
+void TestSimulatorProgram::init()
+{
+    _folder = std::make_unique<QTemporaryDir>();
+    _process = std::make_unique<QProcess>();
+    _output.clear();
+    _errors.clear();
+}
+
+/// The exit status of what was started; -1 when it was killed or did not end.
+int TestSimulatorProgram::Finish()
+{
+    const bool hasEnded = _process->waitForFinished(30000);
+    _output += _process->readAllStandardOutput();
+    _errors += _process->readAllStandardError();
+    return hasEnded && _process->exitStatus() == QProcess::NormalExit ? _process->exitCode() : -1;
+}
+
+int TestSimulatorProgram::Run(const QStringList& arguments)
+{
+    _process->start(SimulatorProgram, arguments);
+    return Finish();
+}
+
+void TestSimulatorProgram::StartLink(const QString& path)
+{
+    _process->start(SimulatorProgram, {QStringLiteral("--link"), path});
+    QTRY_VERIFY_WITH_TIMEOUT(_process->canReadLine(), 10000);
+    QVERIFY(_process->readLine().contains(QFile::encodeName(path)));
+}
+
+void TestSimulatorProgram::ExitStatusOfTheProgram_data()
+{
+    QTest::addColumn<QString>("script");
+    QTest::addColumn<int>("status");
+    QTest::newRow("success") << "true" << 0;
+    QTest::newRow("failure") << "false" << 1;
+    QTest::newRow("own number") << "exit 42" << 42;
+    QTest::newRow("killed") << "kill -9 $$" << 137;
+    QTest::newRow("terminated") << "kill -TERM $$" << 143;
+}
+
+void TestSimulatorProgram::ExitStatusOfTheProgram()
+{
+    QFETCH(QString, script);
+    QFETCH(int, status);
+    QCOMPARE(Run(RunShell(script)), status);
+    QCOMPARE(_errors, QByteArray());
+}
+
+void TestSimulatorProgram::ProgramThatCannotBeStarted()
+{
+    QCOMPARE(Run({QStringLiteral("run"), QStringLiteral("--"), QStringLiteral("/no/such/program")}), 127);
+    QCOMPARE(_errors,
+             QByteArray("vesmar-simulator: cannot run /no/such/program: No such file or directory\n"));
+}
+
+void TestSimulatorProgram::ArgumentsArriveAsTheyAre()
+{
+    const QStringList arguments{QStringLiteral("[a,b]"), QString(), QStringLiteral("--"),
+                                QStringLiteral("--help"), QStringLiteral("a b")};
+    QCOMPARE(Run(QStringList{QStringLiteral("run"), QStringLiteral("--"), QStringLiteral("printf"),
+                             QStringLiteral("<%s>")} +
+                 arguments),
+             0);
+    QCOMPARE(_output, QByteArray("<[a,b]><><--><--help><a b>"));
+}
+
+void TestSimulatorProgram::ProgramTalksToTheInstrument()
+{
+    QCOMPARE(Run(RunShell(OpenDevice + AskVersion)), 0);
+    QCOMPARE(Hex(_output), Version.toHex());
+}
+
+void TestSimulatorProgram::ProgramMayLookBeforeItOpens()
+{
+    const QString device = QStringLiteral("/dev/ttycommunication");
+    QCOMPARE(
+        Run(RunShell(QStringLiteral("test -c %1 && test -r %1 && test -w %1 && ! test -L %1 && ! test -e %1x")
+                         .arg(device))),
+        0);
+    QCOMPARE(Run({QStringLiteral("run"), QStringLiteral("--"), QStringLiteral("stat"), QStringLiteral("-c"),
+                  QStringLiteral("%F"), device}),
+             0);
+    QCOMPARE(_output, QByteArray("character special file\n"));
+}
+
+void TestSimulatorProgram::OtherFilesAreLeftAlone()
+{
+    const QString path = _folder->filePath(QStringLiteral("file"));
+    QCOMPARE(Run(RunShell(QStringLiteral("umask 027; echo text > %1; cat %1").arg(path))), 0);
+    QCOMPARE(_output, QByteArray("text\n"));
+    struct stat state = {};
+    QCOMPARE(::stat(QFile::encodeName(path).constData(), &state), 0);
+    QCOMPARE(state.st_mode & 07777U, 0640U);
+}
+
+void TestSimulatorProgram::LineSettingsAreNoted()
+{
+    const Simulator::PtyLine otherLine;
+    const QString log = _folder->filePath(QStringLiteral("settings"));
+    qputenv("VESMAR_SIMULATOR_LINE_LOG", QFile::encodeName(log));
+    const int status = Run(RunShell(QStringLiteral("stty -F %1 parodd; stty -F /dev/ttycommunication parenb; "
+                                                   "stty -F /dev/ttycommunication min 0 time 3")
+                                        .arg(otherLine.DevicePath())));
+    qunsetenv("VESMAR_SIMULATOR_LINE_LOG");
+    QFile file(log);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    // The pseudo-terminal has dropped the parity by the time of the second line.
+    QCOMPARE(file.readAll(), QByteArray("iflag=0 oflag=0 cflag=19b2 lflag=0 vmin=1 vtime=0\n"
+                                        "iflag=0 oflag=0 cflag=18b2 lflag=0 vmin=0 vtime=3\n"));
+    QCOMPARE(status, 0);
+}
+
+void TestSimulatorProgram::OtherPreloadedLibrariesAreKept()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral("libdl.so.2"));
+    environment.insert(QStringLiteral("ASAN_OPTIONS"), QStringLiteral("verify_asan_link_order=0"));
+    _process->setProcessEnvironment(environment);
+    QCOMPARE(Run(RunShell(QStringLiteral("echo $LD_PRELOAD"))), 0);
+    QCOMPARE(_output, QByteArray(PRELOAD_LIBRARY ":libdl.so.2\n"));
+}
+
+void TestSimulatorProgram::TwoSideBySide()
+{
+    const QString script = OpenDevice + QStringLiteral("echo open; read go; ") + AskStatus;
+    QProcess other;
+    other.start(SimulatorProgram, RunShell(script, {QStringLiteral("--scenario"), QStringLiteral("refuse")}));
+    _process->start(SimulatorProgram, RunShell(script));
+    QTRY_VERIFY(_process->canReadLine());
+    QTRY_VERIFY(other.canReadLine());
+    _process->write("go\n");
+    other.write("go\n");
+    QCOMPARE(Finish(), 0);
+    QVERIFY(other.waitForFinished(30000));
+    QCOMPARE(Hex(_output.mid(5)).left(4), QByteArray("00fe"));
+    QCOMPARE(Hex(other.readAllStandardOutput().mid(5)), QByteArray("214334"));
+}
+
+void TestSimulatorProgram::SignalsAreForwarded_data()
+{
+    QTest::addColumn<int>("signalNumber");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("SIGINT") << SIGINT << "INT";
+    QTest::newRow("SIGTERM") << SIGTERM << "TERM";
+    QTest::newRow("SIGHUP") << SIGHUP << "HUP";
+}
+
+void TestSimulatorProgram::SignalsAreForwarded()
+{
+    QFETCH(int, signalNumber);
+    QFETCH(QString, name);
+    _process->start(
+        SimulatorProgram,
+        RunShell(QStringLiteral("trap 'echo got; exit 7' %1; echo ready; while :; do sleep 0.05; done")
+                     .arg(name)));
+    QTRY_VERIFY(_process->canReadLine());
+    QCOMPARE(::kill(static_cast<pid_t>(_process->processId()), signalNumber), 0);
+    QCOMPARE(Finish(), 7);
+    QCOMPARE(_output, QByteArray("ready\ngot\n"));
+}
+
+void TestSimulatorProgram::ControlCReachesTheProgramOnce()
+{
+    const QByteArray program = QFile::encodeName(SimulatorProgram);
+    const char* script = "trap 'n=$((n+1))' INT; n=0; echo ready; while [ $n = 0 ]; do sleep 0.05; done; "
+                         "sleep 0.3; echo count=$n; exit 5";
+    int terminal = -1;
+    const pid_t process = ::forkpty(&terminal, nullptr, nullptr, nullptr);
+    if (process == 0) {
+        ::execl(program.constData(), program.constData(), "run", "--", "sh", "-c", script, nullptr);
+        ::_exit(99);
+    }
+    QByteArray output;
+    const auto readUntil = [&](const char* text) {
+        pollfd descriptor{terminal, POLLIN, 0};
+        char buffer[256];
+        while (!output.contains(text) && ::poll(&descriptor, 1, 10000) > 0) {
+            const ssize_t size = ::read(terminal, buffer, sizeof(buffer));
+            if (size <= 0) {
+                break;
+            }
+            output.append(buffer, static_cast<int>(size));
+        }
+        return output.contains(text);
+    };
+    QVERIFY2(readUntil("ready"), output.constData());
+    QCOMPARE(::write(terminal, "\x03", 1), ssize_t(1));
+    QVERIFY2(readUntil("count=1"), output.constData());
+    int status = 0;
+    QCOMPARE(::waitpid(process, &status, 0), process);
+    ::close(terminal);
+    QVERIFY(WIFEXITED(status));
+    QCOMPARE(WEXITSTATUS(status), 5);
+}
+
+void TestSimulatorProgram::NothingIsLeftBehind()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("TMPDIR"), _folder->path());
+    _process->setProcessEnvironment(environment);
+    QCOMPARE(Run(RunShell(QStringLiteral("ls $TMPDIR/*"))), 0);
+    QCOMPARE(_output, QByteArray("line\n"));
+    QCOMPARE(QDir(_folder->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
+}
+
+void TestSimulatorProgram::PreloadedLibraryMissing()
+{
+    const QString copy = _folder->filePath(QStringLiteral("vesmar-simulator"));
+    QVERIFY(QFile::copy(SimulatorProgram, copy));
+    _process->start(copy, {QStringLiteral("run"), QStringLiteral("--"), QStringLiteral("true")});
+    QCOMPARE(Finish(), 1);
+    QVERIFY2(_errors.contains("vesmar-simulator-preload.so") && _errors.count('\n') == 1,
+             _errors.constData());
+}
+
+void TestSimulatorProgram::CommandsAtTheirTime()
+{
+    const QString script =
+        OpenDevice + QStringLiteral("while :; do case $(%1) in *21*43*34*) exit 3;; esac; done").arg(AskStop);
+    QCOMPARE(Run(RunShell(script, {QStringLiteral("--at"), QStringLiteral("0.2:error 4"),
+                                   QStringLiteral("--at"), QStringLiteral("0.4:fault refuse")})),
+             3);
+}
+
+void TestSimulatorProgram::LogOfTheExchanges()
+{
+    const QString log = _folder->filePath(QStringLiteral("log"));
+    QCOMPARE(Run(RunShell(OpenDevice + AskVersion, {QStringLiteral("--log"), log})), 0);
+    QFile file(log);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArrayList words = file.readAll().trimmed().split(' ');
+    QCOMPARE(words.size(), 3);
+    QCOMPARE(words.at(1), QByteArray("57122a"));
+    QCOMPARE(words.at(2), Version.toHex());
+}
+
+void TestSimulatorProgram::EveryScenarioCanBeTheFirst()
+{
+    for (const Simulator::Scenario& scenario : Simulator::Scenarios) {
+        QCOMPARE(Run(RunShell(QStringLiteral("true"),
+                              {QStringLiteral("--scenario"), QLatin1String(scenario.name)})),
+                 0);
+    }
+}
+
+void TestSimulatorProgram::BadUse_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    const auto row = [](const char* name, const char* arguments) {
+        QTest::newRow(name) << QString::fromLatin1(arguments).split(QLatin1Char('|'));
+    };
+    row("nothing to do", "--seed|1");
+    row("unknown option", "--loud|--link|x");
+    row("unknown word", "walk");
+    row("run without a program", "run");
+    row("run without a program behind the divider", "run|--");
+    row("run without a divider", "run|true");
+    row("link and run", "run|--link|x|--|true");
+    row("program without run", "--link|x|--|true");
+    row("link without a path", "--link");
+    row("no such scenario", "run|--scenario|loud|--|true");
+    row("seed that is no number", "run|--seed|many|--|true");
+    row("negative restart time", "run|--restart-time|-1|--|true");
+    row("restart time that is no number", "run|--restart-time|long|--|true");
+    row("answer too late", "run|--answer-after|600001|--|true");
+    row("time missing", "run|--at|unplug|--|true");
+    row("time negative", "run|--at|-1:unplug|--|true");
+    row("time not a number", "run|--at|nan:unplug|--|true");
+    row("command missing", "run|--at|1:|--|true");
+    row("no such command", "run|--at|1:jump|--|true");
+    row("command out of range", "run|--at|1:mode 4|--|true");
+}
+
+void TestSimulatorProgram::BadUse()
+{
+    QFETCH(QStringList, arguments);
+    QCOMPARE(Run(arguments), 1);
+    const QByteArrayList lines = _errors.split('\n');
+    QVERIFY2(lines.at(0).startsWith("vesmar-simulator: "), _errors.constData());
+    QVERIFY2(lines.value(1).startsWith("Usage: vesmar-simulator "), _errors.constData());
+    QCOMPARE(_output, QByteArray());
+}
+
+void TestSimulatorProgram::HelpAndVersion()
+{
+    QCOMPARE(Run({QStringLiteral("--version")}), 0);
+    QCOMPARE(_output, QByteArray("vesmar-simulator " PROJECT_VERSION "\n"));
+    QCOMPARE(Run({QStringLiteral("--help")}), 0);
+    for (const Simulator::Scenario& scenario : Simulator::Scenarios) {
+        QVERIFY2(_output.contains(scenario.meaning), scenario.name);
+    }
+    QCOMPARE(_errors, QByteArray());
+}
+
+void TestSimulatorProgram::LinkServesUntilASignal_data()
+{
+    QTest::addColumn<int>("signalNumber");
+    QTest::newRow("SIGINT") << SIGINT;
+    QTest::newRow("SIGTERM") << SIGTERM;
+    QTest::newRow("SIGHUP") << SIGHUP;
+}
+
+void TestSimulatorProgram::LinkServesUntilASignal()
+{
+    QFETCH(int, signalNumber);
+    const QString path = _folder->filePath(QStringLiteral("line"));
+    _process->setStandardInputFile(QProcess::nullDevice());
+    StartLink(path);
+    {
+        LineClient client(path);
+        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+    }
+    QCOMPARE(::kill(static_cast<pid_t>(_process->processId()), signalNumber), 0);
+    QCOMPARE(Finish(), 0);
+    QVERIFY(!QFileInfo(path).isSymLink());
+}
+
+void TestSimulatorProgram::LinkServesUntilQuit()
+{
+    const QString path = _folder->filePath(QStringLiteral("line"));
+    StartLink(path);
+    _process->write("quit\n");
+    QCOMPARE(Finish(), 0);
+    QVERIFY(!QFileInfo(path).isSymLink());
+}
+
+void TestSimulatorProgram::LinkTakesCommands()
+{
+    const QString path = _folder->filePath(QStringLiteral("line"));
+    StartLink(path);
+    LineClient client(path);
+    _process->write("jump\n\nmode 2\nerror 4\n");
+    QTRY_COMPARE(client.Ask(ReadStatus, 4).left(2).toHex(), QByteArray("404e"));
+    _process->closeWriteChannel();
+    QCOMPARE(client.Ask(ReadVersion, 25), Version);
+    QTRY_COMPARE((_errors += _process->readAllStandardError()).count("no command \"jump\""), 1);
+    QCOMPARE(_process->state(), QProcess::Running);
+    _process->terminate();
+    QCOMPARE(Finish(), 0);
+}
+
+void TestSimulatorProgram::LinkFollowsANewLine()
+{
+    const QString path = _folder->filePath(QStringLiteral("line"));
+    StartLink(path);
+    _process->write("fault hang-up\n");
+    QTRY_VERIFY(!QFileInfo::exists(path));
+    _process->write("plug\n");
+    QTRY_VERIFY(QFileInfo::exists(path));
+    LineClient client(path);
+    QCOMPARE(client.Ask(ReadVersion, 25), Version);
+    _process->write("quit\n");
+    QCOMPARE(Finish(), 0);
+    QVERIFY(!QFileInfo(path).isSymLink());
+}
+
+void TestSimulatorProgram::LinkRefusesAPathThatIsTaken()
+{
+    const QString path = _folder->filePath(QStringLiteral("line"));
+    StartLink(path);
+    QProcess second;
+    second.start(SimulatorProgram, {QStringLiteral("--link"), path});
+    QVERIFY(second.waitForFinished(30000));
+    QCOMPARE(second.exitCode(), 1);
+    const QByteArray errors = second.readAllStandardError();
+    QVERIFY2(errors.contains("it exists") && errors.count('\n') == 1, errors.constData());
+    LineClient client(path);
+    QCOMPARE(client.Ask(ReadVersion, 25), Version);
+    _process->write("quit\n");
+    QCOMPARE(Finish(), 0);
+}
+
+QTEST_GUILESS_MAIN(TestSimulatorProgram)
+#include "tst_simulatorprogram.moc"
