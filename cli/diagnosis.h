@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QString>
+
+#include <chrono>
+
+#include <Vesmar/error.h>
+#include <Vesmar/operationmode.h>
+
+namespace Cli
+{
+
+/// Why something was not done: a word for programs and a sentence or two for people.
+struct Failure {
+    QString kind;
+    QString message;
+};
+
+/// What is known when the time is over and the link is not up.
+struct Situation {
+    int openError;  ///< Of an attempt to open the serial device; 0 if that works.
+    bool hasAnswer; ///< The instrument's identity was read at least once.
+    Vesmar::OperationMode mode;
+    Vesmar::Error error;
+    std::chrono::milliseconds waited;
+};
+
+/// Tries to open the serial device, which changes nothing about it: 0, or the error number.
+int TryToOpenSerialDevice();
+
+/// What is wrong, and what to try.
+Failure Diagnose(const Situation& situation);
+
+/// For an instrument that answers, in a mode in which its clocks cannot be read.
+Failure ClocksOutOfReach();
+
+} // namespace Cli

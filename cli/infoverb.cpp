@@ -1,0 +1,96 @@
+#include "cli/infoverb.h"
+
+#include "cli/exitstatus.h"
+#include "cli/format.h"
+#include "cli/link.h"
+#include "cli/readiness.h"
+
+namespace Cli
+{
+
+namespace
+{
+
+using Vesmar::OperationMode;
+using Vesmar::Tester;
+
+constexpr VerbTexts Texts{
+    "info", "Show the instrument's identity and clocks",
+    "Usage: vesmar info [--json] [--timeout SECONDS] [--trace]\n",
+    "Connects, waits until the identity and both clocks have been read, shows them with\n"
+    "the instrument's mode and error, and ends.\n"
+    "\n"
+    "JSON fields: DeviceInformation (DeviceName, DeviceCode, SerialNumber, Version,\n"
+    "VersionCode, RevisionCode, BuildNumber), CurrentDateTime and CalibrationDateTime\n"
+    "(null when they cannot be read or hold no valid date), TesterMode (name, number),\n"
+    "ErrorCode (name, number, meaning). A failure is an object too, with the fields\n"
+    "error, message and status.\n"
+    "\n"
+    "Exit status: 0 shown; 1 bad usage; 2 the link did not come up in time; 3 the\n"
+    "instrument is in update mode, where its clocks cannot be read, or the output cannot\n"
+    "be written.\n"
+    "\n"
+    "Example, without an instrument:\n"
+    "  vesmar-simulator run -- vesmar info --json\n"};
+
+/// Waits until everything has been read, and shows it.
+class InfoReader : public QObject
+{
+public:
+    explicit InfoReader(Link& link) : _link(link)
+    {
+        const Tester* tester = &link.Instrument();
+        connect(tester, &Tester::DeviceInformationChanged, this,
+                [this, tester] { Follow(_readiness.IdentityRead(tester->TesterMode())); });
+        connect(tester, &Tester::TesterModeChanged, this,
+                [this](OperationMode mode) { Follow(_readiness.ModeChanged(mode)); });
+        connect(tester, &Tester::ErrorCodeChanged, this, [this] { _readiness.ErrorChanged(); });
+        connect(&link, &Link::Interrupted, this,
+                [this](int signalNumber) { _link.Finish(ExitStatus::Signalled + signalNumber); });
+    }
+
+private:
+    void Follow(Readiness::Progress progress)
+    {
+        Tester& tester = _link.Instrument();
+        switch (progress) {
+        case Readiness::Progress::Waiting:
+            break;
+        case Readiness::Progress::AskForIdentity:
+            tester.RetrieveDeviceInformation();
+            break;
+        case Readiness::Progress::Complete:
+            Show(Clocks{tester.CurrentDateTime(), tester.CalibrationDateTime()});
+            _link.Finish(ExitStatus::Done);
+            break;
+        case Readiness::Progress::InUpdateMode:
+            Show(std::nullopt);
+            _link.Fail(ExitStatus::NotDone, ClocksOutOfReach());
+            break;
+        }
+    }
+
+    void Show(const std::optional<Clocks>& clocks)
+    {
+        const Tester& tester = _link.Instrument();
+        const Condition condition{clocks, tester.TesterMode(), tester.ErrorCode()};
+        const Vesmar::TesterInformation& identity = *tester.DeviceInformation();
+        _link.Print(_link.IsJson() ? InfoJson(identity, condition) : InfoText(identity, condition));
+    }
+
+    Link& _link;
+    Readiness _readiness;
+};
+
+} // namespace
+
+InfoVerb::InfoVerb(CLI::App& program) : Verb(program, Texts) {}
+
+int InfoVerb::Run()
+{
+    Link link(Options());
+    const InfoReader reader(link);
+    return link.Work();
+}
+
+} // namespace Cli

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QByteArray>
+#include <QObject>
+#include <QTimer>
+
+#include <memory>
+
+#include <Vesmar/tester.h>
+
+#include "cli/diagnosis.h"
+#include "cli/output.h"
+#include "cli/signalwatcher.h"
+#include "cli/verb.h"
+
+namespace Cli
+{
+
+/// What a verb works with while it runs: the instrument, the output, the time limit for the link, and the
+/// signals that end the program. A verb connects what it needs, and then lets it work until it is finished.
+class Link : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Link(const LinkOptions& options);
+    ~Link() override;
+
+    Vesmar::Tester& Instrument() const { return *_tester; }
+    bool IsJson() const { return _options.isJson; }
+
+    /// Connects to the instrument and works until `Finish`; disconnects. The program's exit status.
+    int Work();
+
+    /// The link is what the verb wanted it to be: the time limit is over.
+    void ConfirmUp();
+    bool IsUp() const { return _isUp; }
+
+    void Print(const QByteArray& lines);
+    /// Ends the work. The first call counts; nothing of the instrument's is told after it.
+    void Finish(int exitStatus);
+    /// Says what went wrong, and ends the work.
+    void Fail(int exitStatus, const Failure& failure);
+
+Q_SIGNALS:
+    /// Somebody wants the program to end. It is the verb's to finish.
+    void Interrupted(int signalNumber);
+
+private:
+    void FailWhereDeviceCannotBeOpened();
+    void FailToComeUp();
+
+    LinkOptions _options;
+    SignalWatcher _signalWatcher; // before the tester, which starts a thread
+    Output _output;
+    QTimer _timeLimit;
+    std::unique_ptr<Vesmar::Tester> _tester;
+    bool _hasAnswer = false;
+    bool _isUp = false;
+    bool _isFinished = false;
+};
+
+} // namespace Cli

@@ -1,0 +1,51 @@
+#include <QCoreApplication>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <exception>
+#include <iostream>
+
+#include "cli/exitstatus.h"
+#include "cli/output.h"
+#include "cli/program.h"
+#include "cli/tracefilter.h"
+
+namespace
+{
+
+/// The serial line must never get the number of a standard stream that was closed: what the program prints
+/// would go to the instrument. What is opened here cannot be written to, so that a closed output is still an
+/// error.
+void OccupyStandardStreams()
+{
+    int descriptor = STDIN_FILENO;
+    while (descriptor >= 0 && descriptor <= STDERR_FILENO) {
+        descriptor = ::open("/dev/null", O_RDONLY);
+    }
+    ::close(descriptor);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    OccupyStandardStreams();
+    Cli::Program program;
+    int exitStatus = Cli::ExitStatus::Done;
+    Cli::Verb* verb = program.Parse(argc, argv, std::cout, std::cerr, &exitStatus);
+    if (verb == nullptr) {
+        return exitStatus;
+    }
+    std::signal(SIGPIPE, SIG_IGN); // a reader that went away shows as a failed write
+    Cli::InstallTraceFilter(verb->Options().isTraceWanted);
+    int ownArgumentCount = 1; // the rest is not Qt's
+    const QCoreApplication application(ownArgumentCount, argv);
+    try {
+        return verb->Run();
+    } catch (const std::exception& error) {
+        Cli::WriteError(QString::fromLocal8Bit(error.what()));
+        return Cli::ExitStatus::NotDone;
+    }
+}

@@ -1,0 +1,79 @@
+#include "cli/program.h"
+
+#include <algorithm>
+#include <ostream>
+
+#include "cli/exitstatus.h"
+#include "cli/format.h"
+#include "cli/infoverb.h"
+#include "cli/monitorverb.h"
+
+namespace Cli
+{
+
+namespace
+{
+
+constexpr char Description[] = "Drives a portable appliance tester on the serial line.";
+constexpr char Version[] = "vesmar " VESMAR_VERSION;
+constexpr char Usage[] = "Usage: vesmar VERB [OPTIONS]\n"
+                         "       vesmar VERB --help\n";
+constexpr char Footer[] =
+    "\n"
+    "Exit status: 0 only when the thing asked for was done; 1 bad usage; 2 the link did\n"
+    "not come up in time. VERB --help tells the others.\n"
+    "\n"
+    "Example, without an instrument:\n"
+    "  vesmar-simulator run -- vesmar info\n";
+
+std::string OneLine(const std::string& text)
+{
+    return Printable(QString::fromStdString(text)).toStdString();
+}
+
+} // namespace
+
+Program::Program() : _app(Description, "vesmar")
+{
+    constexpr int MostVerbs = 1;
+    _app.require_subcommand(0, MostVerbs);
+    _app.set_version_flag("--version", Version);
+    _app.formatter(std::make_shared<HelpFormatter>(Usage));
+    _app.footer(Footer);
+    AddVerb<InfoVerb>();
+    AddVerb<MonitorVerb>();
+}
+
+template <typename ConcreteVerb>
+void Program::AddVerb()
+{
+    _verbs.push_back(std::make_unique<ConcreteVerb>(_app));
+}
+
+Verb* Program::Parse(int argumentCount, const char* const* arguments, std::ostream& output,
+                     std::ostream& errors, int* exitStatus)
+{
+    try {
+        _app.parse(argumentCount, arguments);
+        if (Verb* verb = ChosenVerb()) {
+            return verb;
+        }
+        throw CLI::ValidationError("no verb given; vesmar --help lists them");
+    } catch (const CLI::Success& success) {
+        *exitStatus = _app.exit(success, output, errors);
+    } catch (const CLI::ParseError& error) {
+        const Verb* verb = ChosenVerb();
+        errors << "vesmar: " << OneLine(error.what()) << '\n' << (verb != nullptr ? verb->Usage() : Usage);
+        *exitStatus = ExitStatus::BadUsage;
+    }
+    return nullptr;
+}
+
+Verb* Program::ChosenVerb() const
+{
+    const auto chosen =
+        std::find_if(_verbs.cbegin(), _verbs.cend(), [](const auto& verb) { return verb->IsChosen(); });
+    return chosen != _verbs.cend() ? chosen->get() : nullptr;
+}
+
+} // namespace Cli

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include <iosfwd>
+#include <memory>
+#include <vector>
+
+#include "cli/verb.h"
+
+namespace Cli
+{
+
+/// The program's command line with all its verbs.
+class Program
+{
+public:
+    Program();
+
+    /// The verb that is to be run, or null where there is none; `exitStatus` then says what the program ends
+    /// with. Help and version go to `output`, an error with the usage to `errors`.
+    Verb* Parse(int argumentCount, const char* const* arguments, std::ostream& output, std::ostream& errors,
+                int* exitStatus);
+
+private:
+    template <typename ConcreteVerb>
+    void AddVerb();
+    Verb* ChosenVerb() const;
+
+    CLI::App _app;
+    std::vector<std::unique_ptr<Verb>> _verbs;
+};
+
+} // namespace Cli

@@ -1,0 +1,43 @@
+#include "cli/verb.h"
+
+#include <QString>
+
+#include <cmath>
+#include <memory>
+
+namespace Cli
+{
+
+namespace
+{
+
+constexpr double ShortestTimeout = 0.1;
+constexpr double LongestSeconds = 86400;
+
+} // namespace
+
+Verb::Verb(CLI::App& program, const VerbTexts& texts)
+    : _app(*program.add_subcommand(texts.name, texts.description)), _usage(texts.usage)
+{
+    _app.formatter(std::make_shared<HelpFormatter>(_usage));
+    _app.footer(texts.footer);
+    _app.add_flag("--json", _options.isJson, "Write JSON, one object on each line");
+    _app.add_flag("--trace", _options.isTraceWanted, "Show the library's own trace on the error output");
+    AddSeconds("--timeout", "How long the link may take to come up (default 10)", ShortestTimeout,
+               _options.timeout);
+}
+
+std::chrono::milliseconds Verb::ParseSeconds(const char* name, const std::string& text, double least)
+{
+    const QString given = QString::fromLocal8Bit(text.c_str());
+    bool isNumber = false;
+    const double seconds = given.toDouble(&isNumber);
+    if (!isNumber || !(seconds >= least && seconds <= LongestSeconds)) {
+        const QString complaint = QStringLiteral("\"%1\" is not a number of seconds from %2 to %3")
+                                      .arg(given, QString::number(least), QString::number(LongestSeconds));
+        throw CLI::ValidationError(name, complaint.toStdString());
+    }
+    return std::chrono::milliseconds(std::llround(seconds * 1000));
+}
+
+} // namespace Cli

@@ -1,0 +1,219 @@
+#include "cli/program.h"
+
+#include <QtTest>
+
+#include <sstream>
+
+#include "cli/monitorverb.h"
+
+using std::chrono::milliseconds;
+
+namespace
+{
+
+/// A command line that has been read.
+class Reading
+{
+public:
+    explicit Reading(const QStringList& arguments)
+    {
+        std::vector<std::string> texts{"vesmar"};
+        for (const QString& argument : arguments) {
+            texts.push_back(argument.toStdString());
+        }
+        std::vector<const char*> pointers;
+        for (const std::string& text : texts) {
+            pointers.push_back(text.c_str());
+        }
+        verb = _program.Parse(static_cast<int>(pointers.size()), pointers.data(), _output, _errors, &status);
+    }
+
+    QByteArray Output() const { return QByteArray::fromStdString(_output.str()); }
+    QByteArray Errors() const { return QByteArray::fromStdString(_errors.str()); }
+
+    Cli::Verb* verb = nullptr;
+    int status = -1;
+
+private:
+    Cli::Program _program;
+    std::ostringstream _output;
+    std::ostringstream _errors;
+};
+
+QStringList Words(const char* words)
+{
+    return QString::fromLatin1(words).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+constexpr char ProgramUsage[] = "Usage: vesmar VERB [OPTIONS]\n       vesmar VERB --help\n";
+constexpr char InfoUsage[] = "Usage: vesmar info [--json] [--timeout SECONDS] [--trace]\n";
+constexpr char MonitorUsage[] =
+    "Usage: vesmar monitor [--for SECONDS] [--json] [--timeout SECONDS] [--trace]\n";
+
+} // namespace
+
+class TestCliProgram : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void InfoWithItsDefaults();
+    void InfoWithEveryOption();
+    void MonitorWithItsDefaults();
+    void MonitorWithEveryOption();
+    void Seconds_data();
+    void Seconds();
+    void BadUsage_data();
+    void BadUsage();
+    void ErrorIsOneLine();
+    void Version();
+    void Help_data();
+    void Help();
+};
+
+void TestCliProgram::InfoWithItsDefaults()
+{
+    const Reading reading(Words("info"));
+    QVERIFY(reading.verb != nullptr);
+    QVERIFY(!reading.verb->Options().isJson);
+    QVERIFY(!reading.verb->Options().isTraceWanted);
+    QVERIFY(reading.verb->Options().timeout == milliseconds(10000));
+    QCOMPARE(reading.Output() + reading.Errors(), QByteArray());
+}
+
+void TestCliProgram::InfoWithEveryOption()
+{
+    const Reading reading(Words("info --json --trace --timeout 2.5"));
+    QVERIFY(reading.verb != nullptr);
+    QVERIFY(reading.verb->Options().isJson);
+    QVERIFY(reading.verb->Options().isTraceWanted);
+    QVERIFY(reading.verb->Options().timeout == milliseconds(2500));
+}
+
+void TestCliProgram::MonitorWithItsDefaults()
+{
+    const Reading reading(Words("monitor"));
+    const auto* monitor = dynamic_cast<Cli::MonitorVerb*>(reading.verb);
+    QVERIFY(monitor != nullptr);
+    QVERIFY(!monitor->Duration().has_value());
+    QVERIFY(monitor->Options().timeout == milliseconds(10000));
+}
+
+void TestCliProgram::MonitorWithEveryOption()
+{
+    const Reading reading(Words("monitor --for=14 --json --timeout=1 --trace"));
+    const auto* monitor = dynamic_cast<Cli::MonitorVerb*>(reading.verb);
+    QVERIFY(monitor != nullptr);
+    QVERIFY(monitor->Duration() == milliseconds(14000));
+    QVERIFY(monitor->Options().isJson);
+    QVERIFY(monitor->Options().isTraceWanted);
+    QVERIFY(monitor->Options().timeout == milliseconds(1000));
+}
+
+void TestCliProgram::Seconds_data()
+{
+    QTest::addColumn<QString>("given");
+    QTest::addColumn<int>("timeout");
+    QTest::newRow("least") << QStringLiteral("0.1") << 100;
+    QTest::newRow("most") << QStringLiteral("86400") << 86400000;
+    QTest::newRow("exponent") << QStringLiteral("1e1") << 10000;
+    QTest::newRow("rounded") << QStringLiteral("0.1236") << 124;
+}
+
+void TestCliProgram::Seconds()
+{
+    QFETCH(QString, given);
+    QFETCH(int, timeout);
+    const Reading reading({QStringLiteral("info"), QStringLiteral("--timeout"), given});
+    QVERIFY(reading.verb != nullptr);
+    QVERIFY(reading.verb->Options().timeout == milliseconds(timeout));
+}
+
+void TestCliProgram::BadUsage_data()
+{
+    QTest::addColumn<QString>("arguments");
+    QTest::addColumn<QByteArray>("errors");
+    const auto row = [](const char* arguments, const char* complaint, const char* usage) {
+        QTest::addRow("<%s>", arguments)
+            << QString::fromLatin1(arguments) << "vesmar: " + QByteArray(complaint) + '\n' + usage;
+    };
+    row("", "no verb given; vesmar --help lists them", ProgramUsage);
+    row("measured", "The following argument was not expected: measured", ProgramUsage);
+    row("--bad", "The following argument was not expected: --bad", ProgramUsage);
+    row("info more", "The following argument was not expected: more", InfoUsage);
+    row("info monitor", "The following argument was not expected: monitor", InfoUsage);
+    row("info --bad", "The following argument was not expected: --bad", InfoUsage);
+    row("info --timeout", "--timeout: 1 required SECONDS missing", InfoUsage);
+    row("info --json=perhaps", "Could not convert: --json = perhaps", InfoUsage);
+    const char* const timeouts[] = {"0", "0.09", "-1", "nan", "inf", "1e99", "86401", "ten", "1x", "0x10"};
+    for (const char* timeout : timeouts) {
+        const QByteArray complaint =
+            "--timeout: \"" + QByteArray(timeout) + "\" is not a number of seconds from 0.1 to 86400";
+        row(("info --timeout " + QByteArray(timeout)).constData(), complaint.constData(), InfoUsage);
+    }
+    const char* const durations[] = {"-1", "-0.001", "nan", "-inf", "1e99", "86401", "long"};
+    for (const char* duration : durations) {
+        const QByteArray complaint =
+            "--for: \"" + QByteArray(duration) + "\" is not a number of seconds from 0 to 86400";
+        row(("monitor --for " + QByteArray(duration)).constData(), complaint.constData(), MonitorUsage);
+    }
+}
+
+void TestCliProgram::BadUsage()
+{
+    QFETCH(QString, arguments);
+    const Reading reading(arguments.split(QLatin1Char(' '), Qt::SkipEmptyParts));
+    QVERIFY(reading.verb == nullptr);
+    QCOMPARE(reading.status, 1);
+    QCOMPARE(reading.Output(), QByteArray());
+    QTEST(reading.Errors(), "errors");
+}
+
+void TestCliProgram::ErrorIsOneLine()
+{
+    const Reading reading({QStringLiteral("info"), QStringLiteral("--timeout"), QStringLiteral("1\n2")});
+    QCOMPARE(reading.status, 1);
+    QCOMPARE(reading.Errors(), QByteArray("vesmar: --timeout: \"1\\x0a2\" is not a number of seconds from "
+                                          "0.1 to 86400\n") +
+                                   InfoUsage);
+}
+
+void TestCliProgram::Version()
+{
+    const Reading reading(Words("--version"));
+    QCOMPARE(reading.status, 0);
+    const QRegularExpression version(QStringLiteral(R"(\Avesmar \d+\.\d+\.\d+\n\z)"));
+    QVERIFY(version.match(QString::fromLatin1(reading.Output())).hasMatch());
+    QCOMPARE(reading.Errors(), QByteArray());
+}
+
+void TestCliProgram::Help_data()
+{
+    QTest::addColumn<QString>("arguments");
+    QTest::addColumn<QByteArray>("usage");
+    QTest::addColumn<QStringList>("parts");
+    QTest::newRow("program") << QStringLiteral("--help") << QByteArray(ProgramUsage)
+                             << Words("info monitor --version status Example");
+    QTest::newRow("info") << QStringLiteral("info --help") << QByteArray(InfoUsage)
+                          << Words("--json --timeout --trace CalibrationDateTime status Example");
+    QTest::newRow("monitor") << QStringLiteral("monitor --help") << QByteArray(MonitorUsage)
+                             << Words("--for --json --timeout --trace readings status Example");
+}
+
+void TestCliProgram::Help()
+{
+    QFETCH(QString, arguments);
+    QFETCH(QByteArray, usage);
+    QFETCH(QStringList, parts);
+    const Reading reading(arguments.split(QLatin1Char(' ')));
+    QVERIFY(reading.verb == nullptr);
+    QCOMPARE(reading.status, 0);
+    QVERIFY(reading.Output().contains(usage));
+    for (const QString& part : parts) {
+        QVERIFY2(reading.Output().contains(part.toLatin1()), qPrintable(part));
+    }
+    QCOMPARE(reading.Errors(), QByteArray());
+}
+
+QTEST_GUILESS_MAIN(TestCliProgram)
+#include "tst_cliprogram.moc"
