@@ -1,0 +1,162 @@
+#include "support/serialdevice.h"
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+#include <cstdarg>
+#include <cstring>
+#include <mutex>
+
+namespace
+{
+
+constexpr char SerialDevice[] = "/dev/ttycommunication";
+constexpr int Never = -1;
+
+struct Redirection {
+    std::mutex mutex;
+    QByteArray path;
+    int openError = 0;
+    SerialDeviceRecord record;
+};
+
+Redirection& Current()
+{
+    static Redirection redirection;
+    return redirection;
+}
+
+std::atomic<int> serialDescriptor{-1};
+std::atomic<int> readsBeforeFailure{Never};
+
+template <typename Function>
+Function* SystemFunction(const char* name)
+{
+    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+}
+
+int OpenFile(const char* path, int flags, mode_t mode)
+{
+    static auto* const systemOpen = SystemFunction<int(const char*, int, ...)>("open");
+    return systemOpen(path, flags, mode);
+}
+
+int OpenSerialDevice(int flags)
+{
+    Redirection& redirection = Current();
+    const std::lock_guard<std::mutex> lock(redirection.mutex);
+    ++redirection.record.opens;
+    redirection.record.openFlags = flags;
+    if (redirection.openError != 0 || redirection.path.isEmpty()) {
+        errno = redirection.openError != 0 ? redirection.openError : ENOENT;
+        return -1;
+    }
+    serialDescriptor = OpenFile(redirection.path.constData(), flags, 0);
+    return serialDescriptor;
+}
+
+int OpenPath(const char* path, int flags, mode_t mode)
+{
+    return std::strcmp(path, SerialDevice) == 0 ? OpenSerialDevice(flags) : OpenFile(path, flags, mode);
+}
+
+mode_t ModeArgument(int flags, va_list arguments)
+{
+    const bool hasMode = (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
+    return hasMode ? va_arg(arguments, mode_t) : 0;
+}
+
+bool ReadMustFail(int descriptor)
+{
+    return descriptor == serialDescriptor && readsBeforeFailure == 0;
+}
+
+} // namespace
+
+// These take the place of the C library's for the whole program, whatever library calls them.
+extern "C" {
+
+__attribute__((visibility("default"))) int open(const char* path, int flags, ...)
+{
+    va_list arguments;
+    va_start(arguments, flags);
+    const mode_t mode = ModeArgument(flags, arguments);
+    va_end(arguments);
+    return OpenPath(path, flags, mode);
+}
+
+__attribute__((visibility("default"))) int open64(const char* path, int flags, ...)
+{
+    va_list arguments;
+    va_start(arguments, flags);
+    const mode_t mode = ModeArgument(flags, arguments);
+    va_end(arguments);
+    return OpenPath(path, flags | O_LARGEFILE, mode);
+}
+
+__attribute__((visibility("default"))) ssize_t read(int descriptor, void* buffer, size_t size)
+{
+    static auto* const systemRead = SystemFunction<ssize_t(int, void*, size_t)>("read");
+    if (ReadMustFail(descriptor)) {
+        errno = EIO;
+        return -1;
+    }
+    const ssize_t received = systemRead(descriptor, buffer, size);
+    if (descriptor == serialDescriptor && received > 0 && readsBeforeFailure > 0) {
+        --readsBeforeFailure;
+    }
+    return received;
+}
+
+__attribute__((visibility("default"))) int tcsetattr(int descriptor, int action,
+                                                     const termios* settings) noexcept
+{
+    static auto* const systemTcsetattr = SystemFunction<int(int, int, const termios*)>("tcsetattr");
+    Redirection& redirection = Current();
+    const std::lock_guard<std::mutex> lock(redirection.mutex);
+    ++redirection.record.configurations;
+    redirection.record.configurationAction = action;
+    redirection.record.configuration = *settings;
+    return systemTcsetattr(descriptor, action, settings);
+}
+
+} // extern "C"
+
+void RedirectSerialDevice(const QByteArray& path)
+{
+    Redirection& redirection = Current();
+    const std::lock_guard<std::mutex> lock(redirection.mutex);
+    redirection.path = path;
+    redirection.openError = 0;
+    redirection.record = {};
+    readsBeforeFailure = Never;
+}
+
+QByteArray SerialDeviceRedirection()
+{
+    Redirection& redirection = Current();
+    const std::lock_guard<std::mutex> lock(redirection.mutex);
+    return redirection.path;
+}
+
+void FailSerialDeviceOpen(int error)
+{
+    Redirection& redirection = Current();
+    const std::lock_guard<std::mutex> lock(redirection.mutex);
+    redirection.openError = error;
+}
+
+void FailSerialDeviceReads(int afterReadsWithBytes)
+{
+    readsBeforeFailure = afterReadsWithBytes;
+}
+
+SerialDeviceRecord RecordedSerialDevice()
+{
+    Redirection& redirection = Current();
+    const std::lock_guard<std::mutex> lock(redirection.mutex);
+    return redirection.record;
+}

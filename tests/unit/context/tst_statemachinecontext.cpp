@@ -1,0 +1,516 @@
+#include <functional>
+#include <memory>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include <QElapsedTimer>
+#include <QSignalSpy>
+#include <QThread>
+#include <QtTest>
+
+#include "context/statemachinecontext.h"
+#include "link/commandbuilder.h"
+#include "link/crc16.h"
+#include "link/responseparser.h"
+#include "link/transciever.h"
+
+using Vesmar::Notifible;
+using Vesmar::StateMachineContext;
+
+namespace
+{
+
+constexpr int GenerousLimitMs = 30000;
+
+/// A timer of Qt may be early by 5 per cent.
+constexpr double EarliestShare = 0.95;
+
+struct Components {
+    Vesmar::CRC16 crc16{nullptr};
+    Vesmar::Transciever transciever{&crc16, nullptr};
+    Vesmar::CommandBuilder commandBuilder{&crc16, nullptr};
+    Vesmar::ResponseParser responseParser{&crc16, nullptr};
+    StateMachineContext context{&crc16, &transciever, &commandBuilder, &responseParser, nullptr};
+};
+
+std::vector<Notifible*> Cells(StateMachineContext& context)
+{
+    return {&context.DeviceInformation,
+            &context.CurrentDateTime,
+            &context.CalibrationDateTime,
+            &context.MeasurementTime,
+            &context.NewMeasurement,
+            &context.TesterMode,
+            &context.CurrentMeasurementType,
+            &context.StartTestStatus,
+            &context.MeasurementFunctionStatus,
+            &context.ErrorCode,
+            &context.TestResults,
+            &context.TestSettings,
+            &context.CommunicationError,
+            &context.RestartRequested,
+            &context.PrepareMeasurementRequested,
+            &context.StartMeasurementRequested,
+            &context.AbortMeasurementRequested,
+            &context.MeasurementTimeElapsed,
+            &context.UpdateRequested,
+            &context.IsMeasurementModeActive,
+            &context.IsMeasurementRunning,
+            &context.CurrentDateTimeRequested,
+            &context.CurrentDateTimeConfigurationRequested,
+            &context.CalibrationDateTimeRequested,
+            &context.CalibrationDateTimeConfigurationRequested,
+            &context.DeviceInformationRequested,
+            &context.OperationProgress,
+            &context.OperationStatus,
+            &context.MeasurementStatus};
+}
+
+std::vector<Vesmar::ThreadSafeProperty<bool>*> Flags(StateMachineContext& context)
+{
+    return {&context.NewMeasurement,
+            &context.CommunicationError,
+            &context.RestartRequested,
+            &context.PrepareMeasurementRequested,
+            &context.StartMeasurementRequested,
+            &context.AbortMeasurementRequested,
+            &context.MeasurementTimeElapsed,
+            &context.UpdateRequested,
+            &context.IsMeasurementModeActive,
+            &context.IsMeasurementRunning,
+            &context.CurrentDateTimeRequested,
+            &context.CurrentDateTimeConfigurationRequested,
+            &context.CalibrationDateTimeRequested,
+            &context.CalibrationDateTimeConfigurationRequested,
+            &context.DeviceInformationRequested};
+}
+
+/// The changes of `MeasurementTime`, each with the time since the recorder was made.
+class TickRecorder
+{
+public:
+    struct Tick {
+        int value;
+        qint64 atMs;
+    };
+
+    explicit TickRecorder(StateMachineContext& context)
+    {
+        _clock.start();
+        QObject::connect(&context.MeasurementTime, &Notifible::ValueChanged, &_receiver, [this, &context] {
+            _ticks.push_back({context.MeasurementTime.Get(), _clock.elapsed()});
+        });
+    }
+
+    const std::vector<Tick>& Ticks() const { return _ticks; }
+    std::vector<int> Values() const
+    {
+        std::vector<int> values;
+        for (const Tick& tick : _ticks) {
+            values.push_back(tick.value);
+        }
+        return values;
+    }
+
+private:
+    QElapsedTimer _clock;
+    std::vector<Tick> _ticks;
+    QObject _receiver;
+};
+
+void RunOnAnotherThread(const std::function<void()>& work)
+{
+    std::thread thread(work);
+    thread.join();
+}
+
+} // namespace
+
+class TestStateMachineContext : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void ReturnsItsComponents();
+    void HasItsSignalsAndSlots();
+    void BeginsWithTheFirstValues();
+    void BeginsWithEveryFlagLowered();
+    void CellsHaveNoParent();
+    void BeginsAt2016InLocalTimeAndWithoutACalibration();
+    void BeginsWithPlaceholderObjects();
+    void HasAnIdleTimerOfOneSecondOfItsOwn();
+    void ResetChangesTheMeasurementStatusAlone();
+    void TakesThePublishedObjectsAlong();
+    void AsksForTheTimerWithTheOffsetInMilliseconds_data();
+    void AsksForTheTimerWithTheOffsetInMilliseconds();
+    void AsksForTheTimerWithoutAnOffset();
+    void ClearsTheElapsedFlagAtOnceWhenTheTimerIsAskedFor();
+    void ClearsTheElapsedFlagWhenTheTimerStarts();
+    void StartsWithTheOffsetOnTopOfTheFirstSecond();
+    void KeepsTheMeasurementTimeUntilTheFirstTick();
+    void TicksOnceASecondUntilTheLimit();
+    void ALimitOfZeroEndsWithTheFirstTick();
+    void TheOffsetDelaysTheFirstTickAlone();
+    void ANegativeLimitCountsUntilItIsStopped();
+    void AnotherStartCountsFromZeroWithItsOwnOffset();
+    void KeepsTheCountWhenStopped();
+    void TheWorkersStartAndStopHappenOnTheContextsThreadInOrder();
+    void ATickIsTheTimersOwnSlot();
+};
+
+void TestStateMachineContext::ReturnsItsComponents()
+{
+    Components components;
+    QCOMPARE(components.context.GetCRC16(), &components.crc16);
+    QCOMPARE(components.context.GetTransciever(), &components.transciever);
+    QCOMPARE(components.context.GetCommandBuilder(), &components.commandBuilder);
+    QCOMPARE(components.context.GetResponseParser(), &components.responseParser);
+}
+
+void TestStateMachineContext::HasItsSignalsAndSlots()
+{
+    const QMetaObject& metaData = StateMachineContext::staticMetaObject;
+    QCOMPARE(metaData.className(), "Vesmar::StateMachineContext");
+    QVERIFY(metaData.indexOfSignal("StartMeasurementTimerRequested(int,int)") >= 0);
+    QVERIFY(metaData.indexOfSignal("StopMeasurementTimerRequested()") >= 0);
+    QVERIFY(metaData.indexOfSlot("OnStartMeasurementTimerRequested(int,int)") >= 0);
+    QVERIFY(metaData.indexOfSlot("OnStopMeasurementTimerRequested()") >= 0);
+    QVERIFY(metaData.indexOfSlot("MeasurementTimerTick()") >= 0);
+}
+
+void TestStateMachineContext::BeginsWithTheFirstValues()
+{
+    Components components;
+    StateMachineContext& context = components.context;
+    QCOMPARE(context.MeasurementTime.Get(), 0);
+    QCOMPARE(static_cast<int>(context.TesterMode.Get()), 0);
+    QCOMPARE(static_cast<int>(context.CurrentMeasurementType.Get()), -1);
+    QCOMPARE(static_cast<int>(context.StartTestStatus.Get()), -1);
+    QCOMPARE(static_cast<int>(context.MeasurementFunctionStatus.Get()), -1);
+    QCOMPARE(static_cast<int>(context.ErrorCode.Get()), 15);
+    QCOMPARE(context.OperationProgress.Get(), 0);
+    QCOMPARE(static_cast<int>(context.OperationStatus.Get()), 0);
+    QCOMPARE(static_cast<int>(context.MeasurementStatus.Get()), 0);
+    QVERIFY(context.UpdateData.isEmpty());
+    QVERIFY(context.UpdateConfirmationData.isEmpty());
+}
+
+void TestStateMachineContext::BeginsWithEveryFlagLowered()
+{
+    Components components;
+    for (const auto* flag : Flags(components.context)) {
+        QCOMPARE(flag->Get(), false);
+    }
+}
+
+void TestStateMachineContext::CellsHaveNoParent()
+{
+    Components components;
+    const std::vector<Notifible*> cells = Cells(components.context);
+    QCOMPARE(cells.size(), std::size_t(29));
+    for (const Notifible* cell : cells) {
+        QVERIFY(cell->parent() == nullptr);
+    }
+}
+
+void TestStateMachineContext::BeginsAt2016InLocalTimeAndWithoutACalibration()
+{
+    Components components;
+    const QDateTime current = components.context.CurrentDateTime.Get();
+    QCOMPARE(current.date(), QDate(2016, 1, 1));
+    QCOMPARE(current.time(), QTime(0, 0, 0, 0));
+    QCOMPARE(current.timeSpec(), Qt::LocalTime);
+    QVERIFY(components.context.CalibrationDateTime.Get().isNull());
+}
+
+void TestStateMachineContext::BeginsWithPlaceholderObjects()
+{
+    Components components;
+    StateMachineContext& context = components.context;
+    QVERIFY(context.DeviceInformation.Get() != nullptr);
+    QVERIFY(context.DeviceInformation.Get()->parent() == nullptr);
+    QCOMPARE(context.DeviceInformation.Get()->DeviceName, QStringLiteral("PAT"));
+    QCOMPARE(context.DeviceInformation.Get()->BuildNumber, QStringLiteral("0000"));
+    QVERIFY(context.TestResults.Get() != nullptr);
+    QVERIFY(context.TestResults.Get()->parent() == nullptr);
+    QCOMPARE(static_cast<int>(context.TestResults.Get()->GetMeasurementType()), -1);
+    QVERIFY(context.TestSettings.Get() != nullptr);
+    QVERIFY(context.TestSettings.Get()->parent() == nullptr);
+    QCOMPARE(static_cast<int>(context.TestSettings.Get()->GetMeasurementType()), -1);
+}
+
+void TestStateMachineContext::HasAnIdleTimerOfOneSecondOfItsOwn()
+{
+    Components components;
+    const QTimer* timer = components.context.GetMeasurementTimer();
+    QVERIFY(timer != nullptr);
+    QCOMPARE(timer->parent(), &components.context);
+    QCOMPARE(timer->interval(), 1000);
+    QVERIFY(!timer->isActive());
+}
+
+void TestStateMachineContext::ResetChangesTheMeasurementStatusAlone()
+{
+    Components components;
+    StateMachineContext& context = components.context;
+    for (auto* flag : Flags(context)) {
+        flag->Set(true);
+    }
+    context.MeasurementTime.Set(11);
+    context.OperationProgress.Set(12);
+    context.TesterMode.Set(Vesmar::OperationMode::Update);
+    context.CurrentMeasurementType.Set(Vesmar::MeasurementType::RISO);
+    context.StartTestStatus.Set(Vesmar::StartTestResult::Status14);
+    context.MeasurementFunctionStatus.Set(Vesmar::FunctionState::Running);
+    context.ErrorCode.Set(Vesmar::Error::PrepareFailed);
+    context.OperationStatus.Set(Vesmar::OperationState::InProgress);
+    context.MeasurementStatus.Set(Vesmar::MeasurementState::Measuring);
+    context.CalibrationDateTime.Set(QDateTime(QDate(2024, 3, 7), QTime(14, 5, 9)));
+    context.UpdateData = "image";
+    context.UpdateConfirmationData = "confirmation";
+
+    QStringList changes;
+    const std::vector<Notifible*> cells = Cells(context);
+    for (std::size_t cell = 0; cell < cells.size(); ++cell) {
+        connect(cells[cell], &Notifible::ValueChanged, &context,
+                [&changes, cell] { changes.append(QString::number(cell)); });
+    }
+    context.ResetAllProperty();
+
+    QCOMPARE(static_cast<int>(context.MeasurementStatus.Get()), 0);
+    QCOMPARE(changes, QStringList(QStringLiteral("28")));
+    for (const auto* flag : Flags(context)) {
+        QCOMPARE(flag->Get(), true);
+    }
+    QCOMPARE(context.MeasurementTime.Get(), 11);
+    QCOMPARE(static_cast<int>(context.ErrorCode.Get()), 200);
+    QCOMPARE(static_cast<int>(context.CurrentMeasurementType.Get()), 3);
+    QCOMPARE(context.UpdateData, QByteArray("image"));
+    QCOMPARE(context.UpdateConfirmationData, QByteArray("confirmation"));
+}
+
+void TestStateMachineContext::TakesThePublishedObjectsAlong()
+{
+    int destroyed = 0;
+    {
+        Components components;
+        const auto count = [&destroyed] { ++destroyed; };
+        connect(components.context.DeviceInformation.Get(), &QObject::destroyed, this, count);
+        connect(components.context.TestResults.Get(), &QObject::destroyed, this, count);
+        connect(components.context.TestSettings.Get(), &QObject::destroyed, this, count);
+    }
+    QCOMPARE(destroyed, 3);
+}
+
+void TestStateMachineContext::AsksForTheTimerWithTheOffsetInMilliseconds_data()
+{
+    QTest::addColumn<float>("offsetSeconds");
+    QTest::addColumn<int>("milliseconds");
+    QTest::newRow("3.5 s") << 3.5F << 3500;
+    QTest::newRow("nothing") << 0.0F << 0;
+    QTest::newRow("half a millisecond more is cut off") << 0.0015F << 1;
+    QTest::newRow("nearly a millisecond is cut off") << 0.00099F << 0;
+    QTest::newRow("negative, cut off towards zero") << -0.0015F << -1;
+    QTest::newRow("a minute") << 60.25F << 60250;
+}
+
+void TestStateMachineContext::AsksForTheTimerWithTheOffsetInMilliseconds()
+{
+    QFETCH(const float, offsetSeconds);
+    QFETCH(const int, milliseconds);
+    Components components;
+    QSignalSpy requests(&components.context, &StateMachineContext::StartMeasurementTimerRequested);
+    components.context.StartMeasurementTimer(10, offsetSeconds);
+    QCOMPARE(requests.count(), 1);
+    QCOMPARE(requests.first(), QList<QVariant>({10, milliseconds}));
+}
+
+void TestStateMachineContext::AsksForTheTimerWithoutAnOffset()
+{
+    Components components;
+    QSignalSpy starts(&components.context, &StateMachineContext::StartMeasurementTimerRequested);
+    QSignalSpy stops(&components.context, &StateMachineContext::StopMeasurementTimerRequested);
+    components.context.StartMeasurementTimer(-1);
+    QCOMPARE(starts.count(), 1);
+    QCOMPARE(starts.first(), QList<QVariant>({-1, 0}));
+    QCOMPARE(stops.count(), 0);
+    components.context.StopMeasurementTimer();
+    QCOMPARE(stops.count(), 1);
+}
+
+void TestStateMachineContext::ClearsTheElapsedFlagAtOnceWhenTheTimerIsAskedFor()
+{
+    Components components;
+    StateMachineContext& context = components.context;
+    context.MeasurementTimeElapsed.Set(true);
+    RunOnAnotherThread([&] { context.StartMeasurementTimer(5); });
+    QCOMPARE(context.MeasurementTimeElapsed.Get(), false);
+
+    context.MeasurementTimeElapsed.Set(true);
+    RunOnAnotherThread([&] { context.StartMeasurementTimer(5, 3.5F); });
+    QCOMPARE(context.MeasurementTimeElapsed.Get(), false);
+}
+
+void TestStateMachineContext::ClearsTheElapsedFlagWhenTheTimerStarts()
+{
+    Components components;
+    components.context.MeasurementTimeElapsed.Set(true);
+    components.context.OnStartMeasurementTimerRequested(5, 0);
+    QCOMPARE(components.context.MeasurementTimeElapsed.Get(), false);
+}
+
+void TestStateMachineContext::StartsWithTheOffsetOnTopOfTheFirstSecond()
+{
+    Components components;
+    const QTimer* timer = components.context.GetMeasurementTimer();
+    components.context.StartMeasurementTimer(5);
+    QVERIFY(timer->isActive());
+    QCOMPARE(timer->interval(), 1000);
+    components.context.StartMeasurementTimer(10, 3.5F);
+    QVERIFY(timer->isActive());
+    QCOMPARE(timer->interval(), 4500);
+    components.context.StopMeasurementTimer();
+    QVERIFY(!timer->isActive());
+}
+
+void TestStateMachineContext::KeepsTheMeasurementTimeUntilTheFirstTick()
+{
+    Components components;
+    StateMachineContext& context = components.context;
+    context.MeasurementTime.Set(9);
+    context.StartMeasurementTimer(5);
+    QCOMPARE(context.MeasurementTime.Get(), 9);
+    QTRY_VERIFY_WITH_TIMEOUT(context.MeasurementTime.Get() != 9, GenerousLimitMs);
+    QCOMPARE(context.MeasurementTime.Get(), 1);
+}
+
+void TestStateMachineContext::TicksOnceASecondUntilTheLimit()
+{
+    Components components;
+    StateMachineContext& context = components.context;
+    const TickRecorder recorder(context);
+    std::vector<int> elapsedAt;
+    connect(&context.MeasurementTimeElapsed, &Notifible::ValueChanged, this,
+            [&] { elapsedAt.push_back(context.MeasurementTime.Get()); });
+
+    context.StartMeasurementTimer(5);
+    QTRY_VERIFY_WITH_TIMEOUT(context.MeasurementTimeElapsed.Get(), GenerousLimitMs);
+
+    QCOMPARE(recorder.Values(), std::vector<int>({1, 2, 3, 4, 5}));
+    for (const TickRecorder::Tick& tick : recorder.Ticks()) {
+        QVERIFY(static_cast<double>(tick.atMs) >= EarliestShare * 1000 * tick.value);
+    }
+    QCOMPARE(elapsedAt, std::vector<int>({5}));
+    QVERIFY2(!context.GetMeasurementTimer()->isActive(), "a sixth tick would follow");
+}
+
+void TestStateMachineContext::ALimitOfZeroEndsWithTheFirstTick()
+{
+    Components components;
+    StateMachineContext& context = components.context;
+    context.StartMeasurementTimer(0);
+    QCOMPARE(context.MeasurementTimeElapsed.Get(), false);
+    QTRY_VERIFY_WITH_TIMEOUT(context.MeasurementTimeElapsed.Get(), GenerousLimitMs);
+    QCOMPARE(context.MeasurementTime.Get(), 1);
+    QVERIFY(!context.GetMeasurementTimer()->isActive());
+}
+
+void TestStateMachineContext::TheOffsetDelaysTheFirstTickAlone()
+{
+    Components components;
+    StateMachineContext& context = components.context;
+    const TickRecorder recorder(context);
+    context.StartMeasurementTimer(10, 3.5F);
+    QTRY_COMPARE_WITH_TIMEOUT(context.MeasurementTime.Get(), 1, GenerousLimitMs);
+    QVERIFY(static_cast<double>(recorder.Ticks().front().atMs) >= EarliestShare * 4500);
+    QCOMPARE(context.GetMeasurementTimer()->interval(), 1000);
+    QVERIFY(context.GetMeasurementTimer()->isActive());
+    QCOMPARE(context.MeasurementTimeElapsed.Get(), false);
+}
+
+void TestStateMachineContext::ANegativeLimitCountsUntilItIsStopped()
+{
+    Components components;
+    StateMachineContext& context = components.context;
+    const TickRecorder recorder(context);
+    context.StartMeasurementTimer(-1);
+    QTRY_COMPARE_WITH_TIMEOUT(context.MeasurementTime.Get(), 3, GenerousLimitMs);
+    QVERIFY(context.GetMeasurementTimer()->isActive());
+    QCOMPARE(context.MeasurementTimeElapsed.Get(), false);
+    context.StopMeasurementTimer();
+    QVERIFY(!context.GetMeasurementTimer()->isActive());
+    QCOMPARE(recorder.Values(), std::vector<int>({1, 2, 3}));
+}
+
+void TestStateMachineContext::AnotherStartCountsFromZeroWithItsOwnOffset()
+{
+    Components components;
+    StateMachineContext& context = components.context;
+    context.StartMeasurementTimer(10);
+    QTRY_COMPARE_WITH_TIMEOUT(context.MeasurementTime.Get(), 2, GenerousLimitMs);
+
+    const TickRecorder recorder(context);
+    context.StartMeasurementTimer(2, 0.5F);
+    QTRY_VERIFY_WITH_TIMEOUT(context.MeasurementTimeElapsed.Get(), GenerousLimitMs);
+    QCOMPARE(recorder.Values(), std::vector<int>({1, 2}));
+    QVERIFY(static_cast<double>(recorder.Ticks().front().atMs) >= EarliestShare * 1500);
+}
+
+void TestStateMachineContext::KeepsTheCountWhenStopped()
+{
+    Components components;
+    StateMachineContext& context = components.context;
+    context.OnStartMeasurementTimerRequested(10, 0);
+    context.MeasurementTimerTick();
+    context.MeasurementTimerTick();
+    context.OnStopMeasurementTimerRequested();
+    QCOMPARE(context.MeasurementTime.Get(), 2);
+    context.MeasurementTimerTick();
+    QCOMPARE(context.MeasurementTime.Get(), 3);
+}
+
+void TestStateMachineContext::TheWorkersStartAndStopHappenOnTheContextsThreadInOrder()
+{
+    Components components;
+    StateMachineContext& context = components.context;
+    const QTimer* timer = context.GetMeasurementTimer();
+
+    RunOnAnotherThread([&] { context.StartMeasurementTimer(5); });
+    QVERIFY2(!timer->isActive(), "started on the worker's thread");
+    QTRY_VERIFY(timer->isActive());
+    QCOMPARE(timer->thread(), QThread::currentThread());
+
+    RunOnAnotherThread([&] {
+        context.StartMeasurementTimer(7, 2.0F);
+        context.StopMeasurementTimer();
+    });
+    QTRY_VERIFY(!timer->isActive());
+    QCOMPARE(timer->interval(), 3000);
+
+    RunOnAnotherThread([&] {
+        context.StopMeasurementTimer();
+        context.StartMeasurementTimer(5);
+    });
+    QTRY_VERIFY(timer->isActive());
+    QCOMPARE(timer->interval(), 1000);
+}
+
+void TestStateMachineContext::ATickIsTheTimersOwnSlot()
+{
+    Components components;
+    StateMachineContext& context = components.context;
+    context.OnStartMeasurementTimerRequested(2, 60000);
+    QCOMPARE(context.GetMeasurementTimer()->interval(), 61000);
+    context.MeasurementTimerTick();
+    QCOMPARE(context.GetMeasurementTimer()->interval(), 1000);
+    QCOMPARE(context.MeasurementTime.Get(), 1);
+    QCOMPARE(context.MeasurementTimeElapsed.Get(), false);
+    context.MeasurementTimerTick();
+    QCOMPARE(context.MeasurementTime.Get(), 2);
+    QCOMPARE(context.MeasurementTimeElapsed.Get(), true);
+    QVERIFY(!context.GetMeasurementTimer()->isActive());
+}
+
+QTEST_GUILESS_MAIN(TestStateMachineContext)
+#include "tst_statemachinecontext.moc"

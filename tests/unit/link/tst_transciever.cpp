@@ -1,0 +1,1039 @@
+#include <fcntl.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <future>
+#include <memory>
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QTemporaryFile>
+#include <QtTest>
+
+#include "link/crc16.h"
+#include "link/transciever.h"
+#include "support/logcapture.h"
+#include "support/scriptedpeer.h"
+#include "support/serialdevice.h"
+
+using Vesmar::Transciever;
+
+namespace
+{
+
+/// Longer than any answer of the peer takes on a busy machine.
+constexpr int GenerousMs = 20000;
+
+/// Far longer than a test may take: a wait of this length must end by something else.
+constexpr int EndlessMs = 3600 * 1000;
+
+const QByteArray StatusRequest = QByteArray::fromHex("73F44E");
+const QByteArray VersionRequest = QByteArray::fromHex("57122A");
+const QByteArray Acknowledge = QByteArray::fromHex("06C660");
+const QByteArray Refusal = QByteArray::fromHex("214334");
+const QByteArray Status = QByteArray::fromHex("A3529A32");
+const QByteArray DamagedStatus = QByteArray::fromHex("A3529A33");
+
+struct Outcome {
+    int result = -1;
+    std::unique_ptr<QByteArray> response; ///< Null when it was left untouched.
+
+    QByteArray Bytes() const { return response ? *response : QByteArray("untouched"); }
+};
+
+Outcome Query(Transciever& transciever, const QByteArray& request, int timeoutMs, int maxRetransmissions)
+{
+    QByteArray* response = nullptr;
+    Outcome outcome;
+    outcome.result = transciever.RunQuery(request, timeoutMs, maxRetransmissions, &response);
+    outcome.response.reset(response);
+    return outcome;
+}
+
+QByteArray Owned(QByteArray* bytes)
+{
+    const std::unique_ptr<QByteArray> owner(bytes);
+    return *owner;
+}
+
+/// How many descriptors of this process lead to the file.
+int DescriptorsOf(const QByteArray& path)
+{
+    int count = 0;
+    const QDir directory(QStringLiteral("/proc/self/fd"));
+    for (const QString& entry : directory.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)) {
+        const QString target = QFileInfo(directory.filePath(entry)).symLinkTarget();
+        count += target == QString::fromLocal8Bit(path) ? 1 : 0;
+    }
+    return count;
+}
+
+/// Puts another descriptor, or none, in the place of descriptor 0 for as long as it lives.
+class StandardInputReplacement
+{
+public:
+    explicit StandardInputReplacement(int descriptor) : _saved(fcntl(0, F_DUPFD_CLOEXEC, 3))
+    {
+        close(0);
+        if (descriptor >= 0) {
+            dup2(descriptor, 0);
+        }
+    }
+    ~StandardInputReplacement()
+    {
+        dup2(_saved, 0);
+        close(_saved);
+    }
+    StandardInputReplacement(const StandardInputReplacement&) = delete;
+    StandardInputReplacement& operator=(const StandardInputReplacement&) = delete;
+
+private:
+    int _saved;
+};
+
+/// Whether work on a thread of its own ends, within a generous time.
+template <typename Result>
+bool EndsInTime(const std::future<Result>& work)
+{
+    return work.wait_for(std::chrono::milliseconds(GenerousMs)) == std::future_status::ready;
+}
+
+/// The two ends of a line, the near one open.
+struct Line {
+    ScriptedPeer peer;
+    Vesmar::CRC16 crc16{nullptr};
+    Transciever transciever{&crc16, nullptr};
+
+    Line() { transciever.Open(); }
+};
+
+} // namespace
+
+class TestTransciever : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void OpensForReadingAndWritingWithoutAControllingTerminal();
+    void ConfiguresTheLine();
+    void OpenTracesItsSteps();
+    void OpenDiscardsWhatWasWaiting();
+    void OpenOfAnOpenPortDoesNotReconfigureIt();
+    void OpenFailsWithTheDevice_data();
+    void OpenFailsWithTheDevice();
+    void AMissingDeviceIsTriedAgainByTheNextOpen();
+    void WithAMissingDeviceNothingIsExchanged();
+    void ANegativeHandleOutlivesClose();
+    void DescriptorZeroIsMovedHigher();
+    void CloseReleasesThePort();
+    void CloseTracesItself();
+    void TheDestructorReleasesThePort();
+    void CanBeOpenedAgainAfterClose();
+
+    void AClosedPortAnswersWithoutTouchingTheResponse();
+    void AClosedPortTouchesNoDescriptor();
+
+    void JudgesTheAnswer_data();
+    void JudgesTheAnswer();
+    void SendsAgainAfterAFailure_data();
+    void SendsAgainAfterAFailure();
+    void ReturnsTheResultOfTheLastAttempt_data();
+    void ReturnsTheResultOfTheLastAttempt();
+    void TheResponseIsThatOfTheLastAttemptAlone();
+    void RetransmitsTwiceByDefault();
+    void StoresAnyNumberOfRetransmissions_data();
+    void StoresAnyNumberOfRetransmissions();
+    void TheShorterFormsUseTheStoredRetransmissions();
+    void NegativeRetransmissionsSendNothing_data();
+    void NegativeRetransmissionsSendNothing();
+    void PausesAfterEveryFailedAttempt();
+    void WaitsForTheWholeTimeout();
+    void AnAnswerEndsTheWait();
+    void SilenceEndsAResponse();
+    void CollectsLongResponses_data();
+    void CollectsLongResponses();
+    void SendsLongRequestsWhole();
+    void DiscardsStaleInputBeforeARequest();
+    void DiscardsOneBufferOfStaleInputOnly();
+    void DiscardsStrayInputAtTheEnd();
+    void ExchangesAreTenMillisecondsApart();
+    void AnUnansweredRequestIsSentThreeTimesByDefault();
+
+    void StartQuerySendsAndReadsNothing();
+    void StartQueriesAreTenMillisecondsApart();
+    void StartQueryLooksAtNoClosingFlag();
+    void ReadBufferReadsOnceWithoutWaiting();
+    void ReadBufferWaitsForData();
+    void ReadBufferGivesUpAtTheTimeout();
+    void ReadBufferCollectsUntilSilence();
+
+    void ClosingEndsTheWaitForAnAnswer();
+    void ClosingEndsEveryWaitUntilClose();
+    void CloseClearsTheClosingFlag_data();
+    void CloseClearsTheClosingFlag();
+    void ACloseBetweenAttemptsEndsTheQuery();
+    void AQueryNeverWritesToTheFileThatTookItsDescriptor();
+
+    void AFailingReadEndsTheWaitAndCountsAsNothing();
+    void AFailingReadAddsNothingToTheResponse();
+    void AFailingReadLeavesTheBufferEmpty();
+    void AHangUpEndsAQuery_data();
+    void AHangUpEndsAQuery();
+    void AHangUpIsOvercomeByOpeningAgain();
+
+    void TracesEveryAttempt();
+    void TracesAStartAndAPrepare();
+    void TracesTheReadBuffer();
+};
+
+void TestTransciever::OpensForReadingAndWritingWithoutAControllingTerminal()
+{
+    const ScriptedPeer peer;
+    Vesmar::CRC16 crc16(nullptr);
+    Transciever transciever(&crc16, nullptr);
+    QVERIFY(transciever.Open());
+    QCOMPARE(RecordedSerialDevice().opens, 1);
+    QCOMPARE(RecordedSerialDevice().openFlags, O_RDWR | O_NOCTTY);
+}
+
+void TestTransciever::ConfiguresTheLine()
+{
+    const Line line;
+    const SerialDeviceRecord record = RecordedSerialDevice();
+    QCOMPARE(record.configurations, 1);
+    QCOMPARE(record.configurationAction, TCSANOW);
+    QCOMPARE(record.configuration.c_cflag, tcflag_t(0x19B2));
+    QCOMPARE(record.configuration.c_cflag, tcflag_t(B115200 | CS8 | CREAD | PARENB | CLOCAL));
+    QCOMPARE(record.configuration.c_iflag, tcflag_t(0));
+    QCOMPARE(record.configuration.c_oflag, tcflag_t(0));
+    QCOMPARE(record.configuration.c_lflag, tcflag_t(0));
+    QCOMPARE(record.configuration.c_cc[VMIN], cc_t(0));
+    QCOMPARE(record.configuration.c_cc[VTIME], cc_t(0));
+}
+
+void TestTransciever::OpenTracesItsSteps()
+{
+    const ScriptedPeer peer;
+    Vesmar::CRC16 crc16(nullptr);
+    Transciever transciever(&crc16, nullptr);
+    const LogCapture log;
+    QVERIFY(transciever.Open());
+    QCOMPARE(log.Texts().size(), 2);
+    QVERIFY(log.Texts().at(0).endsWith(QStringLiteral(" Transciever::Open")));
+    QVERIFY(
+        log.Texts().at(1).endsWith(QStringLiteral(" Transciever::Open: Serial port opened successfully.")));
+}
+
+void TestTransciever::OpenDiscardsWhatWasWaiting()
+{
+    ScriptedPeer peer;
+    peer.Send("stale");
+    QVERIFY(peer.WaitUntilReadable(5));
+    Vesmar::CRC16 crc16(nullptr);
+    Transciever transciever(&crc16, nullptr);
+    QVERIFY(transciever.Open());
+    QCOMPARE(Owned(transciever.ReadBuffer()), QByteArray());
+}
+
+void TestTransciever::OpenOfAnOpenPortDoesNotReconfigureIt()
+{
+    Line line;
+    const LogCapture log;
+    QVERIFY(line.transciever.Open());
+    QCOMPARE(RecordedSerialDevice().opens, 1);
+    QCOMPARE(RecordedSerialDevice().configurations, 1);
+    QCOMPARE(log.Texts().size(), 2);
+    QVERIFY(log.Texts().at(0).endsWith(QStringLiteral(" Transciever::Open")));
+    QVERIFY(log.Texts().at(1).endsWith(QStringLiteral(" Transciever::Open: Serial port already opened.")));
+
+    line.peer.AnswerAlways(Status);
+    QCOMPARE(Query(line.transciever, StatusRequest, GenerousMs, 0).result, 0);
+}
+
+void TestTransciever::OpenFailsWithTheDevice_data()
+{
+    QTest::addColumn<int>("error");
+    QTest::newRow("missing") << ENOENT;
+    QTest::newRow("no permission") << EACCES;
+    QTest::newRow("no such device") << ENXIO;
+    QTest::newRow("input or output error") << EIO;
+    QTest::newRow("too many files") << EMFILE;
+}
+
+void TestTransciever::OpenFailsWithTheDevice()
+{
+    QFETCH(const int, error);
+    const ScriptedPeer peer;
+    FailSerialDeviceOpen(error);
+    Vesmar::CRC16 crc16(nullptr);
+    Transciever transciever(&crc16, nullptr);
+    const LogCapture log;
+    QVERIFY(!transciever.Open());
+    QCOMPARE(log.Texts().size(), 2);
+    QVERIFY(log.Texts().at(1).endsWith(QStringLiteral(" Transciever::Open: Serial port failed to open.")));
+    QCOMPARE(RecordedSerialDevice().opens, 1);
+    QCOMPARE(RecordedSerialDevice().configurations, 0);
+}
+
+void TestTransciever::AMissingDeviceIsTriedAgainByTheNextOpen()
+{
+    Vesmar::CRC16 crc16(nullptr);
+    Transciever transciever(&crc16, nullptr);
+    RedirectSerialDevice({});
+    QVERIFY(!transciever.Open());
+    QVERIFY(!transciever.Open());
+    QCOMPARE(RecordedSerialDevice().opens, 2);
+
+    ScriptedPeer peer;
+    peer.AnswerAlways(Status);
+    QVERIFY(transciever.Open());
+    QCOMPARE(Query(transciever, StatusRequest, GenerousMs, 0).result, 0);
+}
+
+void TestTransciever::WithAMissingDeviceNothingIsExchanged()
+{
+    Vesmar::CRC16 crc16(nullptr);
+    Transciever transciever(&crc16, nullptr);
+    RedirectSerialDevice({});
+    QVERIFY(!transciever.Open());
+
+    const Outcome outcome = Query(transciever, StatusRequest, 20, 0);
+    QCOMPARE(outcome.result, 3);
+    QVERIFY(outcome.response != nullptr);
+    QCOMPARE(outcome.Bytes(), QByteArray());
+    QCOMPARE(transciever.StartQuery(StatusRequest), 1);
+    QCOMPARE(Owned(transciever.ReadBuffer()), QByteArray());
+    QCOMPARE(Owned(transciever.ReadBuffer(20)), QByteArray());
+}
+
+void TestTransciever::ANegativeHandleOutlivesClose()
+{
+    Vesmar::CRC16 crc16(nullptr);
+    Transciever transciever(&crc16, nullptr);
+    RedirectSerialDevice({});
+    QVERIFY(!transciever.Open());
+    transciever.Close();
+    const Outcome outcome = Query(transciever, StatusRequest, 20, 0);
+    QCOMPARE(outcome.result, 3);
+    QVERIFY2(outcome.response != nullptr, "the port counts as closed, not as failed");
+}
+
+void TestTransciever::DescriptorZeroIsMovedHigher()
+{
+    ScriptedPeer peer;
+    peer.AnswerAlways(Status);
+    Vesmar::CRC16 crc16(nullptr);
+    Transciever transciever(&crc16, nullptr);
+    bool opened = false;
+    bool zeroIsFree = false;
+    Outcome outcome;
+    {
+        const StandardInputReplacement nothing(-1);
+        opened = transciever.Open();
+        zeroIsFree = fcntl(0, F_GETFD) == -1;
+        outcome = Query(transciever, StatusRequest, GenerousMs, 0);
+    }
+    QVERIFY(opened);
+    QVERIFY(zeroIsFree);
+    QCOMPARE(outcome.result, 0);
+    QCOMPARE(outcome.Bytes(), Status);
+    QCOMPARE(Query(transciever, StatusRequest, GenerousMs, 0).result, 0);
+    transciever.Close();
+    QCOMPARE(DescriptorsOf(peer.DevicePath()), 1);
+}
+
+void TestTransciever::CloseReleasesThePort()
+{
+    Line line;
+    QCOMPARE(DescriptorsOf(line.peer.DevicePath()), 2); // The peer keeps one.
+    line.transciever.Close();
+    QCOMPARE(DescriptorsOf(line.peer.DevicePath()), 1);
+    line.transciever.Close();
+    QCOMPARE(DescriptorsOf(line.peer.DevicePath()), 1);
+}
+
+void TestTransciever::CloseTracesItself()
+{
+    Line line;
+    const LogCapture log;
+    line.transciever.Close();
+    QCOMPARE(log.Texts().size(), 1);
+    QVERIFY(log.Texts().first().endsWith(QStringLiteral(" Transciever::Close")));
+}
+
+void TestTransciever::TheDestructorReleasesThePort()
+{
+    const ScriptedPeer peer;
+    Vesmar::CRC16 crc16(nullptr);
+    {
+        Transciever transciever(&crc16, nullptr);
+        QVERIFY(transciever.Open());
+        QCOMPARE(DescriptorsOf(peer.DevicePath()), 2);
+    }
+    QCOMPARE(DescriptorsOf(peer.DevicePath()), 1);
+}
+
+void TestTransciever::CanBeOpenedAgainAfterClose()
+{
+    Line line;
+    line.peer.AnswerAlways(Status);
+    line.transciever.Close();
+    QVERIFY(line.transciever.Open());
+    QCOMPARE(RecordedSerialDevice().opens, 2);
+    QCOMPARE(RecordedSerialDevice().configurations, 2);
+    QCOMPARE(Query(line.transciever, StatusRequest, GenerousMs, 0).result, 0);
+}
+
+void TestTransciever::AClosedPortAnswersWithoutTouchingTheResponse()
+{
+    ScriptedPeer peer;
+    peer.AnswerAlways(Status);
+    Vesmar::CRC16 crc16(nullptr);
+    Transciever transciever(&crc16, nullptr);
+    QByteArray present("present");
+    QByteArray* response = &present;
+    QCOMPARE(transciever.RunQuery(StatusRequest, EndlessMs, 2, &response), 3);
+    QCOMPARE(response, &present);
+    QCOMPARE(transciever.RunQuery(StatusRequest, EndlessMs, -1, &response), 3);
+    QCOMPARE(transciever.RunQuery(StatusRequest, EndlessMs, &response), 3);
+    QCOMPARE(transciever.RunQuery(StatusRequest, &response), 3);
+
+    QVERIFY(transciever.Open());
+    transciever.Close();
+    QCOMPARE(transciever.RunQuery(StatusRequest, &response), 3);
+    QCOMPARE(response, &present);
+    QCOMPARE(present, QByteArray("present"));
+}
+
+void TestTransciever::AClosedPortTouchesNoDescriptor()
+{
+    std::array<int, 2> ends{};
+    QCOMPARE(socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, ends.data()), 0);
+    QCOMPARE(write(ends[1], "waiting", 7), ssize_t(7));
+    Vesmar::CRC16 crc16(nullptr);
+    Transciever transciever(&crc16, nullptr);
+    std::array<char, 16> buffer{};
+    ssize_t leftOnZero = 0;
+    int started = 0;
+    QByteArray read;
+    QByteArray readWaiting;
+    {
+        const StandardInputReplacement socket(ends[0]);
+        Query(transciever, StatusRequest, 20, 0);
+        started = transciever.StartQuery(StatusRequest);
+        read = Owned(transciever.ReadBuffer());
+        readWaiting = Owned(transciever.ReadBuffer(20));
+        leftOnZero = ::read(0, buffer.data(), buffer.size());
+    }
+    QCOMPARE(started, 1);
+    QCOMPARE(read, QByteArray());
+    QCOMPARE(readWaiting, QByteArray());
+    QCOMPARE(leftOnZero, ssize_t(7));
+    QCOMPARE(::read(ends[1], buffer.data(), buffer.size()), ssize_t(-1));
+    QCOMPARE(errno, EAGAIN);
+    close(ends[0]);
+    close(ends[1]);
+}
+
+void TestTransciever::JudgesTheAnswer_data()
+{
+    QTest::addColumn<QByteArray>("answer");
+    QTest::addColumn<int>("result");
+    const auto bytes = [](const char* hex) { return QByteArray::fromHex(hex); };
+    QTest::newRow("data") << Status << 0;
+    QTest::newRow("data of one byte") << bytes("00 00 00") << 0;
+    QTest::newRow("data that begin like an acknowledge") << WithChecksum(bytes("06 C6")) << 0;
+    QTest::newRow("data that begin like a refusal") << WithChecksum(bytes("21 43")) << 0;
+    QTest::newRow("acknowledge") << Acknowledge << 1;
+    QTest::newRow("acknowledge with bytes behind it") << bytes("06 C6 60 AB") << 1;
+    QTest::newRow("acknowledge with many bytes behind it") << Acknowledge + QByteArray(200, '\x55') << 1;
+    QTest::newRow("refusal") << Refusal << 2;
+    QTest::newRow("refusal with bytes behind it") << bytes("21 43 34 00 00") << 2;
+    QTest::newRow("no answer") << QByteArray() << 3;
+    QTest::newRow("one byte") << bytes("06") << 4;
+    QTest::newRow("two bytes") << bytes("06 C6") << 4;
+    QTest::newRow("two zero bytes") << bytes("00 00") << 4;
+    QTest::newRow("damaged data") << DamagedStatus << 4;
+    QTest::newRow("damaged acknowledge") << bytes("06 C6 61") << 4;
+    QTest::newRow("damaged refusal") << bytes("21 43 35") << 4;
+    QTest::newRow("garbage before data") << bytes("55") + Status << 4;
+    QTest::newRow("garbage after data") << Status + bytes("55") << 4;
+    QTest::newRow("garbage before an acknowledge") << bytes("FF") + Acknowledge << 4;
+    QTest::newRow("garbage before a refusal") << bytes("FF") + Refusal << 4;
+}
+
+void TestTransciever::JudgesTheAnswer()
+{
+    QFETCH(const QByteArray, answer);
+    QFETCH(const int, result);
+    Line line;
+    line.peer.AnswerAlways(answer);
+    const Outcome outcome = Query(line.transciever, StatusRequest, answer.isEmpty() ? 20 : GenerousMs, 0);
+    QCOMPARE(outcome.result, result);
+    QCOMPARE(outcome.Bytes(), answer);
+    QVERIFY(line.peer.WaitForRequests(1));
+    QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>({StatusRequest}));
+}
+
+void TestTransciever::SendsAgainAfterAFailure_data()
+{
+    QTest::addColumn<QList<QByteArray>>("answers");
+    QTest::addColumn<int>("maxRetransmissions");
+    QTest::addColumn<int>("result");
+    QTest::addColumn<int>("requests");
+    QTest::newRow("data at once") << QList<QByteArray>{Status} << 2 << 0 << 1;
+    QTest::newRow("acknowledge at once") << QList<QByteArray>{Acknowledge} << 2 << 1 << 1;
+    QTest::newRow("refusal, then data") << QList<QByteArray>{Refusal, Status} << 2 << 0 << 2;
+    QTest::newRow("damage, then acknowledge") << QList<QByteArray>{DamagedStatus, Acknowledge} << 2 << 1 << 2;
+    QTest::newRow("refusal, damage, data")
+        << QList<QByteArray>{Refusal, DamagedStatus, Status} << 2 << 0 << 3;
+    QTest::newRow("data too late") << QList<QByteArray>{Refusal, Refusal, Refusal, Status} << 2 << 2 << 3;
+    QTest::newRow("one attempt") << QList<QByteArray>{Refusal, Status} << 0 << 2 << 1;
+    QTest::newRow("two attempts") << QList<QByteArray>{Refusal, Refusal, Status} << 1 << 2 << 2;
+    QTest::newRow("six attempts") << QList<QByteArray>{Refusal, Refusal, Refusal, Refusal, Refusal, Status}
+                                  << 5 << 0 << 6;
+}
+
+void TestTransciever::SendsAgainAfterAFailure()
+{
+    QFETCH(const QList<QByteArray>, answers);
+    QFETCH(const int, maxRetransmissions);
+    QFETCH(const int, result);
+    QFETCH(const int, requests);
+    Line line;
+    line.peer.AnswerInTurn(answers);
+    const Outcome outcome = Query(line.transciever, VersionRequest, GenerousMs, maxRetransmissions);
+    QCOMPARE(outcome.result, result);
+    QCOMPARE(outcome.Bytes(), answers.at(requests - 1));
+    QCOMPARE(line.peer.RequestBytes().size(), requests);
+    QCOMPARE(line.peer.RequestBytes().count(VersionRequest), requests);
+}
+
+void TestTransciever::ReturnsTheResultOfTheLastAttempt_data()
+{
+    QTest::addColumn<QList<QByteArray>>("answers");
+    QTest::addColumn<int>("result");
+    QTest::newRow("refusal last") << QList<QByteArray>{DamagedStatus, Refusal} << 2;
+    QTest::newRow("damage last") << QList<QByteArray>{Refusal, DamagedStatus} << 4;
+    QTest::newRow("silence last") << QList<QByteArray>{Refusal, QByteArray()} << 3;
+}
+
+void TestTransciever::ReturnsTheResultOfTheLastAttempt()
+{
+    QFETCH(const QList<QByteArray>, answers);
+    QFETCH(const int, result);
+    Line line;
+    line.peer.AnswerInTurn(answers);
+    const Outcome outcome = Query(line.transciever, StatusRequest, result == 3 ? 2000 : GenerousMs, 1);
+    QCOMPARE(outcome.result, result);
+    QCOMPARE(outcome.Bytes(), answers.last());
+    QCOMPARE(line.peer.RequestBytes().size(), 2);
+}
+
+void TestTransciever::TheResponseIsThatOfTheLastAttemptAlone()
+{
+    Line line;
+    const QByteArray longAnswer(100, '\x55');
+    line.peer.AnswerInTurn({longAnswer, Status});
+    const Outcome outcome = Query(line.transciever, StatusRequest, GenerousMs, 1);
+    QCOMPARE(outcome.result, 0);
+    QCOMPARE(outcome.Bytes(), Status);
+}
+
+void TestTransciever::RetransmitsTwiceByDefault()
+{
+    Line line;
+    QCOMPARE(line.transciever.GetMaxRetransmissions(), 2);
+    line.peer.AnswerAlways(Refusal);
+    QByteArray* response = nullptr;
+    QCOMPARE(line.transciever.RunQuery(StatusRequest, GenerousMs, &response), 2);
+    QCOMPARE(Owned(response), Refusal);
+    QCOMPARE(line.peer.RequestBytes().size(), 3);
+}
+
+void TestTransciever::StoresAnyNumberOfRetransmissions_data()
+{
+    QTest::addColumn<int>("maxRetransmissions");
+    QTest::newRow("none") << 0;
+    QTest::newRow("five") << 5;
+    QTest::newRow("negative") << -7;
+    QTest::newRow("a million") << 1000000;
+}
+
+void TestTransciever::StoresAnyNumberOfRetransmissions()
+{
+    QFETCH(const int, maxRetransmissions);
+    Vesmar::CRC16 crc16(nullptr);
+    Transciever transciever(&crc16, nullptr);
+    transciever.SetMaxRetransmissions(maxRetransmissions);
+    QCOMPARE(transciever.GetMaxRetransmissions(), maxRetransmissions);
+}
+
+void TestTransciever::TheShorterFormsUseTheStoredRetransmissions()
+{
+    Line line;
+    line.peer.AnswerAlways(Refusal);
+    line.transciever.SetMaxRetransmissions(1);
+    QByteArray* response = nullptr;
+    QCOMPARE(line.transciever.RunQuery(StatusRequest, GenerousMs, &response), 2);
+    QCOMPARE(Owned(response), Refusal);
+    QCOMPARE(line.peer.RequestBytes().size(), 2);
+
+    line.peer.ClearRequests();
+    line.transciever.SetMaxRetransmissions(0);
+    QCOMPARE(line.transciever.RunQuery(StatusRequest, &response), 2);
+    QCOMPARE(Owned(response), Refusal);
+    QCOMPARE(line.peer.RequestBytes().size(), 1);
+}
+
+void TestTransciever::NegativeRetransmissionsSendNothing_data()
+{
+    QTest::addColumn<int>("maxRetransmissions");
+    QTest::newRow("minus one") << -1;
+    QTest::newRow("minus a thousand") << -1000;
+}
+
+void TestTransciever::NegativeRetransmissionsSendNothing()
+{
+    QFETCH(const int, maxRetransmissions);
+    Line line;
+    line.peer.AnswerAlways(Status);
+    const Outcome outcome = Query(line.transciever, VersionRequest, EndlessMs, maxRetransmissions);
+    QCOMPARE(outcome.result, 0);
+    QVERIFY(outcome.response != nullptr);
+    QCOMPARE(outcome.Bytes(), QByteArray());
+
+    QCOMPARE(Query(line.transciever, StatusRequest, GenerousMs, 0).result, 0);
+    QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>({StatusRequest}));
+}
+
+void TestTransciever::PausesAfterEveryFailedAttempt()
+{
+    Line line;
+    line.peer.AnswerAlways(Refusal);
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(Query(line.transciever, StatusRequest, GenerousMs, 2).result, 2);
+    QVERIFY(timer.elapsed() >= 3 * 200);
+}
+
+void TestTransciever::WaitsForTheWholeTimeout()
+{
+    Line line;
+    QElapsedTimer timer;
+    timer.start();
+    const Outcome outcome = Query(line.transciever, StatusRequest, 300, 1);
+    QVERIFY(timer.elapsed() >= 2 * (300 + 200));
+    QCOMPARE(outcome.result, 3);
+    QCOMPARE(outcome.Bytes(), QByteArray());
+    QVERIFY(line.peer.WaitForRequests(2));
+    QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>({StatusRequest, StatusRequest}));
+}
+
+void TestTransciever::AnAnswerEndsTheWait()
+{
+    Line line;
+    line.peer.AnswerAlways(Status);
+    auto query =
+        std::async(std::launch::async, [&] { return Query(line.transciever, StatusRequest, EndlessMs, 0); });
+    QVERIFY(EndsInTime(query));
+    QCOMPARE(query.get().result, 0);
+}
+
+void TestTransciever::SilenceEndsAResponse()
+{
+    Line line;
+    line.peer.AnswerAlways(Status.left(2));
+    const Outcome outcome = Query(line.transciever, StatusRequest, EndlessMs, 0);
+    QCOMPARE(outcome.result, 4);
+    QCOMPARE(outcome.Bytes(), Status.left(2));
+    line.peer.Send(Status.mid(2));
+    QCOMPARE(Owned(line.transciever.ReadBuffer(GenerousMs)), Status.mid(2));
+}
+
+void TestTransciever::CollectsLongResponses_data()
+{
+    QTest::addColumn<int>("size");
+    for (const int size : {127, 128, 129, 256, 300, 1000}) {
+        QTest::addRow("%d bytes", size) << size;
+    }
+}
+
+void TestTransciever::CollectsLongResponses()
+{
+    QFETCH(const int, size);
+    Line line;
+    const QByteArray answer = WithChecksum(QByteArray(size - 2, '\xA5'));
+    line.peer.AnswerAlways(answer);
+    const Outcome outcome = Query(line.transciever, StatusRequest, GenerousMs, 0);
+    QCOMPARE(outcome.result, 0);
+    QCOMPARE(outcome.Bytes(), answer);
+}
+
+void TestTransciever::SendsLongRequestsWhole()
+{
+    Line line;
+    line.peer.AnswerAlways(Acknowledge);
+    QByteArray sector("\x46");
+    for (int byte = 0; byte < 512; ++byte) {
+        sector.append(static_cast<char>(byte));
+    }
+    const QByteArray request = WithChecksum(sector);
+    QCOMPARE(Query(line.transciever, request, GenerousMs, 0).result, 1);
+    QCOMPARE(line.peer.RequestBytes().join(), request);
+}
+
+void TestTransciever::DiscardsStaleInputBeforeARequest()
+{
+    Line line;
+    line.peer.AnswerAlways(Status);
+    line.peer.Send("stale");
+    QVERIFY(line.peer.WaitUntilReadable(5));
+    const Outcome outcome = Query(line.transciever, StatusRequest, GenerousMs, 0);
+    QCOMPARE(outcome.result, 0);
+    QCOMPARE(outcome.Bytes(), Status);
+}
+
+void TestTransciever::DiscardsOneBufferOfStaleInputOnly()
+{
+    Line line;
+    const QByteArray stale = QByteArray(128, 'x') + QByteArray(72, 'y');
+    line.peer.Send(stale);
+    QVERIFY(line.peer.WaitUntilReadable(200));
+    const Outcome outcome = Query(line.transciever, StatusRequest, GenerousMs, 0);
+    QCOMPARE(outcome.result, 4);
+    QCOMPARE(outcome.Bytes(), QByteArray(72, 'y'));
+}
+
+void TestTransciever::DiscardsStrayInputAtTheEnd()
+{
+    Line line;
+    line.peer.Send("stray");
+    QVERIFY(line.peer.WaitUntilReadable(5));
+    QCOMPARE(Query(line.transciever, StatusRequest, GenerousMs, -1).result, 0);
+    QCOMPARE(Owned(line.transciever.ReadBuffer()), QByteArray());
+}
+
+void TestTransciever::ExchangesAreTenMillisecondsApart()
+{
+    using Clock = std::chrono::steady_clock;
+    constexpr int Exchanges = 20;
+    Line line;
+    // Taken before the answer is written, so the pause seen from here can only be longer than the real one.
+    QList<Clock::time_point> answered;
+    line.peer.Answer([&answered](const QByteArray&) {
+        answered.append(Clock::now());
+        return Status;
+    });
+    for (int exchange = 0; exchange < Exchanges; ++exchange) {
+        QCOMPARE(Query(line.transciever, StatusRequest, GenerousMs, 0).result, 0);
+    }
+    line.peer.HangUp(); // Ends the peer's thread, which writes the list.
+    const QList<ScriptedPeer::Request> requests = line.peer.Requests();
+    QCOMPARE(requests.size(), Exchanges);
+    for (int exchange = 1; exchange < Exchanges; ++exchange) {
+        QVERIFY(requests.at(exchange).received - answered.at(exchange - 1) >= std::chrono::milliseconds(10));
+    }
+}
+
+void TestTransciever::AnUnansweredRequestIsSentThreeTimesByDefault()
+{
+    Line line;
+    QElapsedTimer timer;
+    timer.start();
+    QByteArray* response = nullptr;
+    QCOMPARE(line.transciever.RunQuery(StatusRequest, &response), 3);
+    QVERIFY(timer.elapsed() >= 3 * (4000 + 200));
+    QCOMPARE(Owned(response), QByteArray());
+    QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>({StatusRequest, StatusRequest, StatusRequest}));
+}
+
+void TestTransciever::StartQuerySendsAndReadsNothing()
+{
+    Line line;
+    line.peer.AnswerAlways(Status);
+    const LogCapture log;
+    QCOMPARE(line.transciever.StartQuery(VersionRequest), 1);
+    QVERIFY(line.peer.WaitForRequests(1));
+    QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>({VersionRequest}));
+    QCOMPARE(log.Texts(), QStringList());
+    QVERIFY(line.peer.WaitUntilReadable(Status.size()));
+    QCOMPARE(Owned(line.transciever.ReadBuffer()), Status);
+}
+
+void TestTransciever::StartQueriesAreTenMillisecondsApart()
+{
+    Line line;
+    QElapsedTimer timer;
+    timer.start();
+    for (int query = 0; query < 11; ++query) {
+        QCOMPARE(line.transciever.StartQuery(StatusRequest), 1);
+    }
+    QVERIFY(timer.elapsed() >= 10 * 10);
+}
+
+void TestTransciever::StartQueryLooksAtNoClosingFlag()
+{
+    Line line;
+    line.transciever.PrepareToClose();
+    QElapsedTimer timer;
+    timer.start();
+    for (int query = 0; query < 6; ++query) {
+        QCOMPARE(line.transciever.StartQuery(StatusRequest), 1);
+    }
+    QVERIFY(timer.elapsed() >= 5 * 10);
+    QVERIFY(line.peer.WaitForRequests(1));
+    QVERIFY(line.peer.RequestBytes().first().startsWith(StatusRequest));
+}
+
+void TestTransciever::ReadBufferReadsOnceWithoutWaiting()
+{
+    Line line;
+    QCOMPARE(Owned(line.transciever.ReadBuffer()), QByteArray());
+    line.peer.Send(QByteArray(128, 'x') + QByteArray(72, 'y'));
+    QVERIFY(line.peer.WaitUntilReadable(200));
+    QCOMPARE(Owned(line.transciever.ReadBuffer()), QByteArray(128, 'x'));
+    QCOMPARE(Owned(line.transciever.ReadBuffer()), QByteArray(72, 'y'));
+    QCOMPARE(Owned(line.transciever.ReadBuffer()), QByteArray());
+}
+
+void TestTransciever::ReadBufferWaitsForData()
+{
+    Line line;
+    auto reading =
+        std::async(std::launch::async, [&] { return Owned(line.transciever.ReadBuffer(EndlessMs)); });
+    QCOMPARE(reading.wait_for(std::chrono::milliseconds(50)), std::future_status::timeout);
+    line.peer.Send(Status);
+    QVERIFY(EndsInTime(reading));
+    QCOMPARE(reading.get(), Status);
+}
+
+void TestTransciever::ReadBufferGivesUpAtTheTimeout()
+{
+    Line line;
+    const LogCapture log;
+    QElapsedTimer timer;
+    timer.start();
+    const std::unique_ptr<QByteArray> buffer(line.transciever.ReadBuffer(100));
+    QVERIFY(timer.elapsed() >= 100);
+    QVERIFY(buffer != nullptr);
+    QCOMPARE(*buffer, QByteArray());
+    QCOMPARE(log.Texts(), QStringList());
+}
+
+void TestTransciever::ReadBufferCollectsUntilSilence()
+{
+    Line line;
+    const QByteArray sent = QByteArray(128, 'x') + QByteArray(172, 'y');
+    line.peer.Send(sent);
+    QVERIFY(line.peer.WaitUntilReadable(sent.size()));
+    QCOMPARE(Owned(line.transciever.ReadBuffer(EndlessMs)), sent);
+}
+
+void TestTransciever::ClosingEndsTheWaitForAnAnswer()
+{
+    Line line;
+    auto query =
+        std::async(std::launch::async, [&] { return Query(line.transciever, StatusRequest, EndlessMs, 2); });
+    QVERIFY(line.peer.WaitForRequests(1));
+    line.transciever.PrepareToClose();
+    QVERIFY(EndsInTime(query));
+    const Outcome outcome = query.get();
+    QCOMPARE(outcome.result, 3);
+    QCOMPARE(outcome.Bytes(), QByteArray());
+}
+
+void TestTransciever::ClosingEndsEveryWaitUntilClose()
+{
+    Line line;
+    line.transciever.PrepareToClose();
+    auto queries = std::async(std::launch::async, [&] {
+        return Query(line.transciever, StatusRequest, EndlessMs, 0).result * 10 +
+               Query(line.transciever, StatusRequest, EndlessMs, 0).result;
+    });
+    QVERIFY(EndsInTime(queries));
+    QCOMPARE(queries.get(), 33);
+}
+
+void TestTransciever::CloseClearsTheClosingFlag_data()
+{
+    QTest::addColumn<bool>("openBefore");
+    QTest::newRow("an open port") << true;
+    QTest::newRow("a port that is not open") << false;
+}
+
+void TestTransciever::CloseClearsTheClosingFlag()
+{
+    QFETCH(const bool, openBefore);
+    ScriptedPeer peer;
+    Vesmar::CRC16 crc16(nullptr);
+    Transciever transciever(&crc16, nullptr);
+    if (openBefore) {
+        QVERIFY(transciever.Open());
+    }
+    transciever.PrepareToClose();
+    transciever.Close();
+    QVERIFY(transciever.Open());
+
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(Query(transciever, StatusRequest, 300, 0).result, 3);
+    QVERIFY2(timer.elapsed() >= 300 + 200, "the wait still ends at once");
+}
+
+void TestTransciever::ACloseBetweenAttemptsEndsTheQuery()
+{
+    Line line;
+    line.peer.AnswerAlways(Refusal);
+    auto query = std::async(std::launch::async,
+                            [&] { return Query(line.transciever, StatusRequest, EndlessMs, 1000); });
+    QVERIFY(line.peer.WaitForRequests(2));
+    line.transciever.Close();
+    QVERIFY(EndsInTime(query));
+    QCOMPARE(query.get().result, 3);
+}
+
+void TestTransciever::AQueryNeverWritesToTheFileThatTookItsDescriptor()
+{
+    Line line;
+    line.peer.AnswerAlways(Refusal);
+    auto query =
+        std::async(std::launch::async, [&] { return Query(line.transciever, StatusRequest, 200, 1000); });
+    QVERIFY(line.peer.WaitForRequests(1));
+    line.transciever.Close();
+    QTemporaryFile file;
+    QVERIFY(file.open());
+    QVERIFY(EndsInTime(query));
+    QCOMPARE(query.get().result, 3);
+    QCOMPARE(file.size(), qint64(0));
+}
+
+void TestTransciever::AFailingReadEndsTheWaitAndCountsAsNothing()
+{
+    Line line;
+    FailSerialDeviceReads(0);
+    auto query =
+        std::async(std::launch::async, [&] { return Query(line.transciever, StatusRequest, EndlessMs, 0); });
+    QVERIFY(EndsInTime(query));
+    const Outcome outcome = query.get();
+    QCOMPARE(outcome.result, 3);
+    QCOMPARE(outcome.Bytes(), QByteArray());
+}
+
+void TestTransciever::AFailingReadAddsNothingToTheResponse()
+{
+    Line line;
+    line.peer.AnswerAlways(Status);
+    FailSerialDeviceReads(1);
+    const Outcome outcome = Query(line.transciever, StatusRequest, GenerousMs, 0);
+    QCOMPARE(outcome.result, 0);
+    QCOMPARE(outcome.Bytes(), Status);
+}
+
+void TestTransciever::AFailingReadLeavesTheBufferEmpty()
+{
+    Line line;
+    line.peer.Send(Status);
+    QVERIFY(line.peer.WaitUntilReadable(Status.size()));
+    FailSerialDeviceReads(0);
+    QCOMPARE(Owned(line.transciever.ReadBuffer()), QByteArray());
+    QCOMPARE(Owned(line.transciever.ReadBuffer(20)), QByteArray());
+}
+
+void TestTransciever::AHangUpEndsAQuery_data()
+{
+    QTest::addColumn<bool>("duringTheQuery");
+    QTest::newRow("before it") << false;
+    QTest::newRow("during it") << true;
+}
+
+void TestTransciever::AHangUpEndsAQuery()
+{
+    QFETCH(const bool, duringTheQuery);
+    Line line;
+    if (!duringTheQuery) {
+        line.peer.HangUp();
+    }
+    auto query =
+        std::async(std::launch::async, [&] { return Query(line.transciever, StatusRequest, 500, 1); });
+    if (duringTheQuery) {
+        QVERIFY(line.peer.WaitForRequests(1));
+        line.peer.HangUp();
+    }
+    QVERIFY(EndsInTime(query));
+    const Outcome outcome = query.get();
+    QCOMPARE(outcome.result, 3);
+    QCOMPARE(outcome.Bytes(), QByteArray());
+    QCOMPARE(line.transciever.StartQuery(StatusRequest), 1);
+    QCOMPARE(Owned(line.transciever.ReadBuffer()), QByteArray());
+    QCOMPARE(Owned(line.transciever.ReadBuffer(20)), QByteArray());
+}
+
+void TestTransciever::AHangUpIsOvercomeByOpeningAgain()
+{
+    Line line;
+    line.peer.HangUp();
+    QCOMPARE(Query(line.transciever, StatusRequest, 20, 0).result, 3);
+    line.transciever.Close();
+
+    ScriptedPeer next;
+    next.AnswerAlways(Status);
+    QVERIFY(line.transciever.Open());
+    QCOMPARE(Query(line.transciever, StatusRequest, GenerousMs, 0).result, 0);
+}
+
+void TestTransciever::TracesEveryAttempt()
+{
+    Line line;
+    line.peer.AnswerInTurn({Refusal, DamagedStatus, QByteArray(), Status});
+    const LogCapture log;
+    QCOMPARE(Query(line.transciever, StatusRequest, 2000, 3).result, 0);
+    const QStringList texts = log.Texts();
+    QCOMPARE(texts.size(), 4);
+    QVERIFY(texts.at(0).endsWith(
+        QStringLiteral(" \033[0;35m73f44e \033[0;33m214334\033[0m[3b]\033[0;31m NACK\033[0m")));
+    QVERIFY(texts.at(1).endsWith(
+        QStringLiteral(" \033[0;35m73f44e \033[0;33ma3529a33\033[0m[4b]\033[0;31m CRC Invalid\033[0m")));
+    QVERIFY(texts.at(2).endsWith(
+        QStringLiteral(" \033[0;35m73f44e \033[0;33m\033[0m[0b]\033[0;31m No response\033[0m")));
+    QVERIFY(texts.at(3).endsWith(QStringLiteral(" \033[0;35m73f44e \033[0;33ma3529a32\033[0m[4b]")));
+}
+
+void TestTransciever::TracesAStartAndAPrepare()
+{
+    Line line;
+    line.peer.AnswerAlways(Acknowledge);
+    const LogCapture log;
+    QCOMPARE(Query(line.transciever, QByteArray::fromHex("53966A"), GenerousMs, 0).result, 1);
+    QVERIFY(log.Contains(QStringLiteral("[3b]\033[0;32m ACK\033[0m")));
+    QVERIFY(log.Contains(QStringLiteral("\033[0;32mFunction run.\033[0m")));
+
+    const QByteArray prepare = WithChecksum(QByteArray::fromHex("50 03 05 04 00 FF FF FF FF"));
+    QCOMPARE(Query(line.transciever, prepare, GenerousMs, 0).result, 1);
+    QVERIFY(log.Contains(QStringLiteral("\033[0;32mFunction prepare: ")));
+    QVERIFY(log.Contains(QStringLiteral("Function name: Riso\033[0m")));
+}
+
+void TestTransciever::TracesTheReadBuffer()
+{
+    Line line;
+    line.peer.Send(Status);
+    QVERIFY(line.peer.WaitUntilReadable(Status.size()));
+    const LogCapture log;
+    Owned(line.transciever.ReadBuffer());
+    Owned(line.transciever.ReadBuffer());
+    line.peer.Send(Status);
+    Owned(line.transciever.ReadBuffer(GenerousMs));
+    QCOMPARE(log.Texts().size(), 3);
+    QCOMPARE(log.Texts().filter(QStringLiteral("ReadingBuffer: ")).size(), 3);
+    QVERIFY(log.Texts().at(0).contains(QStringLiteral("a3529a32")));
+    QVERIFY(!log.Texts().at(1).contains(QStringLiteral("a3529a32")));
+    QVERIFY(log.Texts().at(2).contains(QStringLiteral("a3529a32")));
+}
+
+QTEST_APPLESS_MAIN(TestTransciever)
+#include "tst_transciever.moc"

@@ -1,0 +1,108 @@
+#pragma once
+
+#include <type_traits>
+
+#include <QMutex>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+#include "context/statemachinecontext.h"
+
+/// Every change of every cell of a context in the order in which they happen, as "Name=value". Numbers stand
+/// for enumerators and flags; a cell of pointers shows its name alone. Writes of any thread are seen.
+class CellLog
+{
+public:
+    explicit CellLog(Vesmar::StateMachineContext& context)
+    {
+        WatchInstrument(context);
+        WatchRequests(context);
+        WatchProgress(context);
+    }
+
+    QStringList Changes() const
+    {
+        const QMutexLocker lock(&_mutex);
+        return _changes;
+    }
+
+    void Clear()
+    {
+        const QMutexLocker lock(&_mutex);
+        _changes.clear();
+    }
+
+private:
+    void WatchInstrument(Vesmar::StateMachineContext& context)
+    {
+        Watch("DeviceInformation", context.DeviceInformation);
+        Watch("CurrentDateTime", context.CurrentDateTime);
+        Watch("CalibrationDateTime", context.CalibrationDateTime);
+        Watch("NewMeasurement", context.NewMeasurement);
+        Watch("TesterMode", context.TesterMode);
+        Watch("CurrentMeasurementType", context.CurrentMeasurementType);
+        Watch("StartTestStatus", context.StartTestStatus);
+        Watch("MeasurementFunctionStatus", context.MeasurementFunctionStatus);
+        Watch("ErrorCode", context.ErrorCode);
+        Watch("TestResults", context.TestResults);
+    }
+
+    void WatchRequests(Vesmar::StateMachineContext& context)
+    {
+        Watch("TestSettings", context.TestSettings);
+        Watch("CommunicationError", context.CommunicationError);
+        Watch("RestartRequested", context.RestartRequested);
+        Watch("PrepareMeasurementRequested", context.PrepareMeasurementRequested);
+        Watch("StartMeasurementRequested", context.StartMeasurementRequested);
+        Watch("AbortMeasurementRequested", context.AbortMeasurementRequested);
+        Watch("UpdateRequested", context.UpdateRequested);
+        Watch("CurrentDateTimeRequested", context.CurrentDateTimeRequested);
+        Watch("CurrentDateTimeConfigurationRequested", context.CurrentDateTimeConfigurationRequested);
+        Watch("CalibrationDateTimeRequested", context.CalibrationDateTimeRequested);
+        Watch("CalibrationDateTimeConfigurationRequested", context.CalibrationDateTimeConfigurationRequested);
+        Watch("DeviceInformationRequested", context.DeviceInformationRequested);
+    }
+
+    void WatchProgress(Vesmar::StateMachineContext& context)
+    {
+        Watch("IsMeasurementModeActive", context.IsMeasurementModeActive);
+        Watch("IsMeasurementRunning", context.IsMeasurementRunning);
+        Watch("MeasurementTime", context.MeasurementTime);
+        Watch("MeasurementTimeElapsed", context.MeasurementTimeElapsed);
+        Watch("MeasurementStatus", context.MeasurementStatus);
+        Watch("OperationProgress", context.OperationProgress);
+        Watch("OperationStatus", context.OperationStatus);
+    }
+
+    template <typename T>
+    void Watch(const char* name, Vesmar::ThreadSafeProperty<T>& cell)
+    {
+        QObject::connect(
+            &cell, &Vesmar::Notifible::ValueChanged, &_receiver,
+            [this, name, &cell]() { Append(QLatin1String(name) + ValueText(cell.Get())); },
+            Qt::DirectConnection);
+    }
+
+    template <typename T>
+    static QString ValueText(const T& value)
+    {
+        if constexpr (std::is_pointer_v<T>) {
+            return {};
+        } else if constexpr (std::is_same_v<T, QDateTime>) {
+            return QLatin1Char('=') + value.toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"));
+        } else {
+            return QLatin1Char('=') + QString::number(static_cast<int>(value));
+        }
+    }
+
+    void Append(const QString& change)
+    {
+        const QMutexLocker lock(&_mutex);
+        _changes.append(change);
+    }
+
+    mutable QMutex _mutex;
+    QStringList _changes;
+    QObject _receiver;
+};

@@ -1,0 +1,117 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+
+#include <QByteArray>
+#include <QList>
+#include <QMap>
+#include <QStringList>
+#include <QTest>
+
+#include "context/statemachinecontext.h"
+#include "link/commandbuilder.h"
+#include "link/crc16.h"
+#include "link/responseparser.h"
+#include "link/transciever.h"
+#include "support/logcapture.h"
+#include "support/scriptedpeer.h"
+#include "unit/states/celllog.h"
+
+/// The frames of the line, checksums included.
+namespace Wire
+{
+
+inline QByteArray Bytes(const char* hexadecimal)
+{
+    return QByteArray::fromHex(hexadecimal);
+}
+
+inline const QByteArray Status = Bytes("73f44e");
+inline const QByteArray Version = Bytes("57122a");
+inline const QByteArray Start = Bytes("53966a");
+inline const QByteArray Stop = Bytes("68aeed");
+inline const QByteArray ReadMeasurement = Bytes("65033c");
+inline const QByteArray ReadCurrentDate = Bytes("52b77a");
+inline const QByteArray ReadCalibrationDate = Bytes("54711a");
+inline const QByteArray ChangeToNormal = Bytes("7800f081");
+inline const QByteArray ChangeToCalibration = Bytes("7801d191");
+
+inline const QByteArray Acknowledge = Bytes("06c660");
+inline const QByteArray Refusal = Bytes("214334");
+inline const QByteArray Damaged = Bytes("00f50000"); ///< A status with a wrong checksum.
+inline const QByteArray Silence;
+
+/// No function, normal mode, no error, start test 0.
+inline const QByteArray IdleStatus = Bytes("00f01fef");
+
+} // namespace Wire
+
+/// Everything below the states, wired together, with an instrument at the other end of the open line and
+/// every cell watched.
+class Engine
+{
+public:
+    Engine() { transciever.Open(); }
+
+    /// Answers by the request's command letter; silence to all others.
+    void AnswerByCommand(const QMap<char, QByteArray>& answers)
+    {
+        peer.Answer([answers](const QByteArray& request) { return answers.value(request.at(0)); });
+    }
+
+    /// Time from the arrival of a request to that of the next one.
+    std::chrono::milliseconds GapAfter(int request) const
+    {
+        const QList<ScriptedPeer::Request> requests = peer.Requests();
+        return std::chrono::duration_cast<std::chrono::milliseconds>(requests.at(request + 1).received -
+                                                                     requests.at(request).received);
+    }
+
+    /// The commands that have arrived, a letter each.
+    QByteArray Commands() const
+    {
+        QByteArray letters;
+        for (const QByteArray& request : peer.RequestBytes()) {
+            letters.append(request.at(0));
+        }
+        return letters;
+    }
+
+    ScriptedPeer peer; // First: the line is its pseudo-terminal.
+    Vesmar::CRC16 crc16{nullptr};
+    Vesmar::Transciever transciever{&crc16, nullptr};
+    Vesmar::CommandBuilder commandBuilder{&crc16, nullptr};
+    Vesmar::ResponseParser responseParser{&crc16, nullptr};
+    Vesmar::StateMachineContext context{&crc16, &transciever, &commandBuilder, &responseParser, nullptr};
+    LogCapture log;
+    CellLog cells{context};
+};
+
+/// The line in which a state announces what it does.
+inline QString Banner(const char* text)
+{
+    return QLatin1String("\033[0;34m<<<") + QString(30, QLatin1Char(' ')) + QLatin1String(text) +
+           QLatin1String("\033[0m");
+}
+
+/// All such lines, out of everything that was logged.
+inline QStringList Banners(const LogCapture& log)
+{
+    return log.Texts().filter(QStringLiteral("\033[0;34m<<<"));
+}
+
+/// Calls the hook and compares all that comes of it on the log, in the cells and on the line: one banner, as
+/// a warning of the default category, and these changes of cells.
+inline void CompareHook(Engine& engine, const std::function<void()>& hook, const char* banner,
+                        const QStringList& changes = {})
+{
+    engine.log.Clear();
+    engine.cells.Clear();
+    hook();
+    QCOMPARE(engine.log.Texts(), QStringList{Banner(banner)});
+    QCOMPARE(engine.log.Messages().constFirst().type, QtWarningMsg);
+    QCOMPARE(engine.log.Messages().constFirst().category, QByteArray("default"));
+    QCOMPARE(engine.cells.Changes(), changes);
+    QCOMPARE(engine.peer.RequestBytes(), QList<QByteArray>{});
+}

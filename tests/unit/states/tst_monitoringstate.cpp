@@ -1,0 +1,148 @@
+#include <QTest>
+
+#include <Vesmar/monitoringresults.h>
+
+#include "states/connection/monitoringstate.h"
+#include "unit/states/enginefixture.h"
+
+using Vesmar::MonitoringState;
+
+class TestMonitoringState : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void EntryWritesItsBannerAlone();
+    void ExitWritesItsBannerAlone();
+
+    void PollsTheStatusOnEveryStep();
+    void FetchesNewReadingsAsMonitoringResults();
+    void StopsAFunctionUntilTheInstrumentIsIdle();
+    void StopsAFunctionEvenWithNewReadings();
+    void FailedStatusEndsTheStep();
+    void FailedStatusEndsTheStepWhateverTheCellsHold();
+    void FailedStopRaisesCommunicationError();
+    void FailedReadRaisesCommunicationError();
+};
+
+static const QByteArray SixValues = Wire::Bytes("0000803f0000004000004040000080400000a0400000c04043e3");
+
+void TestMonitoringState::EntryWritesItsBannerAlone()
+{
+    Engine engine;
+    MonitoringState state(&engine.context, nullptr);
+    CompareHook(
+        engine, [&state]() { state.OnEntry(); }, "ENTERING MONITORING STATE ");
+}
+
+void TestMonitoringState::ExitWritesItsBannerAlone()
+{
+    Engine engine;
+    MonitoringState state(&engine.context, nullptr);
+    CompareHook(
+        engine, [&state]() { state.OnExit(); }, "LEAVING MONITORING STATE ");
+}
+
+void TestMonitoringState::PollsTheStatusOnEveryStep()
+{
+    Engine engine;
+    engine.AnswerByCommand({{'s', Wire::Bytes("00f5babf")}});
+    MonitoringState state(&engine.context, nullptr);
+    state.OnRunning();
+    state.OnRunning();
+    QCOMPARE(engine.peer.RequestBytes(), (QList<QByteArray>{Wire::Status, Wire::Status}));
+    QCOMPARE(engine.cells.Changes(),
+             (QStringList{QStringLiteral("CurrentMeasurementType=0"), QStringLiteral("StartTestStatus=5")}));
+    QCOMPARE(Banners(engine.log), QStringList{});
+}
+
+void TestMonitoringState::FetchesNewReadingsAsMonitoringResults()
+{
+    Engine engine;
+    engine.AnswerByCommand({{'s', Wire::Bytes("80f087f4")}, {'e', SixValues}});
+    MonitoringState state(&engine.context, nullptr);
+    state.OnRunning();
+    QCOMPARE(engine.peer.RequestBytes(), (QList<QByteArray>{Wire::Status, Wire::ReadMeasurement}));
+    const auto* results = dynamic_cast<Vesmar::MonitoringResults*>(engine.context.TestResults.Get());
+    QVERIFY(results != nullptr);
+    QCOMPARE(results->GetMeasurementType(), Vesmar::MeasurementType::Monitoring);
+    QCOMPARE(results->_uln, 1.0F);
+    QCOMPARE(results->_unpe, 2.0F);
+    QCOMPARE(results->_frequency, 3.0F);
+}
+
+void TestMonitoringState::StopsAFunctionUntilTheInstrumentIsIdle()
+{
+    Engine engine;
+    const QByteArray running = Wire::Bytes("05f70d60"); // Function 5.
+    engine.peer.AnswerInTurn({running, Wire::Acknowledge, running, Wire::Acknowledge, Wire::IdleStatus});
+    MonitoringState state(&engine.context, nullptr);
+    state.OnRunning();
+    state.OnRunning();
+    state.OnRunning();
+    QCOMPARE(engine.peer.RequestBytes(),
+             (QList<QByteArray>{Wire::Status, Wire::Stop, Wire::Status, Wire::Stop, Wire::Status}));
+    QVERIFY(!engine.context.CommunicationError.Get());
+}
+
+void TestMonitoringState::StopsAFunctionEvenWithNewReadings()
+{
+    Engine engine;
+    engine.AnswerByCommand({{'s', Wire::Bytes("85f7957b")}, {'h', Wire::Acknowledge}, {'e', SixValues}});
+    MonitoringState state(&engine.context, nullptr);
+    state.OnRunning();
+    QVERIFY(engine.context.NewMeasurement.Get());
+    QCOMPARE(engine.Commands(), QByteArray("sh"));
+}
+
+void TestMonitoringState::FailedStatusEndsTheStep()
+{
+    Engine engine;
+    engine.transciever.SetMaxRetransmissions(0);
+    engine.AnswerByCommand({{'s', Wire::Refusal}});
+    MonitoringState state(&engine.context, nullptr);
+    state.OnRunning();
+    QCOMPARE(engine.Commands(), QByteArray("s"));
+    QCOMPARE(engine.cells.Changes(), QStringList{QStringLiteral("CommunicationError=1")});
+}
+
+void TestMonitoringState::FailedStatusEndsTheStepWhateverTheCellsHold()
+{
+    Engine engine;
+    engine.transciever.SetMaxRetransmissions(0);
+    engine.context.NewMeasurement.Set(true);
+    engine.AnswerByCommand({{'s', Wire::Refusal}});
+    MonitoringState state(&engine.context, nullptr);
+    engine.context.CurrentMeasurementType.Set(Vesmar::MeasurementType::IPE);
+    state.OnRunning();
+    engine.context.CurrentMeasurementType.Set(Vesmar::MeasurementType::Monitoring);
+    state.OnRunning();
+    QCOMPARE(engine.Commands(), QByteArray("ss"));
+}
+
+void TestMonitoringState::FailedStopRaisesCommunicationError()
+{
+    Engine engine;
+    engine.transciever.SetMaxRetransmissions(0);
+    engine.AnswerByCommand({{'s', Wire::Bytes("05f70d60")}, {'h', Wire::Refusal}});
+    MonitoringState state(&engine.context, nullptr);
+    state.OnRunning();
+    QCOMPARE(engine.Commands(), QByteArray("sh"));
+    QVERIFY(engine.context.CommunicationError.Get());
+}
+
+void TestMonitoringState::FailedReadRaisesCommunicationError()
+{
+    Engine engine;
+    engine.transciever.SetMaxRetransmissions(0);
+    const Vesmar::MeasurementResults* before = engine.context.TestResults.Get();
+    engine.AnswerByCommand({{'s', Wire::Bytes("80f087f4")}, {'e', Wire::Bytes("31323334356c54")}});
+    MonitoringState state(&engine.context, nullptr);
+    state.OnRunning();
+    QCOMPARE(engine.Commands(), QByteArray("se"));
+    QVERIFY(engine.context.CommunicationError.Get());
+    QCOMPARE(engine.context.TestResults.Get(), before);
+}
+
+QTEST_GUILESS_MAIN(TestMonitoringState)
+#include "tst_monitoringstate.moc"

@@ -1,0 +1,160 @@
+#include <atomic>
+
+#include <QElapsedTimer>
+#include <QTest>
+
+#include "states/configuration/restartingtesterstate.h"
+#include "unit/states/enginefixture.h"
+
+using Vesmar::OperationMode;
+using Vesmar::RestartingTesterState;
+
+Q_DECLARE_METATYPE(OperationMode)
+
+class TestRestartingTesterState : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void EntryWritesItsBannerAlone();
+    void ExitWritesItsBannerAlone();
+
+    void ModeChangeIsTheOnlyFrameInNormalAndUpdateMode_data();
+    void ModeChangeIsTheOnlyFrameInNormalAndUpdateMode();
+    void AsksForTheStatusAfterThePauseInAnyOtherMode_data();
+    void AsksForTheStatusAfterThePauseInAnyOtherMode();
+    void ClearsTheRequestWhenTheModeChangeFailedToo();
+    void FailedStatusStartsNoLinkRecovery();
+    void ClearsAnEarlierCommunicationError();
+    void ClearsTheRequestBeforeThePause();
+};
+
+void TestRestartingTesterState::EntryWritesItsBannerAlone()
+{
+    Engine engine;
+    engine.context.RestartRequested.Set(true);
+    RestartingTesterState state(&engine.context, nullptr);
+    CompareHook(
+        engine, [&state]() { state.OnEntry(); }, "ENTERING RESTARTING TESTER STATE ");
+}
+
+void TestRestartingTesterState::ExitWritesItsBannerAlone()
+{
+    Engine engine;
+    RestartingTesterState state(&engine.context, nullptr);
+    CompareHook(
+        engine, [&state]() { state.OnExit(); }, "LEAVING RESTARTING TESTER STATE ");
+}
+
+void TestRestartingTesterState::ModeChangeIsTheOnlyFrameInNormalAndUpdateMode_data()
+{
+    QTest::addColumn<OperationMode>("mode");
+    QTest::newRow("normal") << OperationMode::Normal;
+    QTest::newRow("update") << OperationMode::Update;
+}
+
+void TestRestartingTesterState::ModeChangeIsTheOnlyFrameInNormalAndUpdateMode()
+{
+    QFETCH(const OperationMode, mode);
+    Engine engine;
+    engine.context.TesterMode.Set(mode);
+    engine.context.RestartRequested.Set(true);
+    engine.AnswerByCommand({{'x', Wire::Acknowledge}});
+    engine.cells.Clear();
+    RestartingTesterState state(&engine.context, nullptr);
+    QElapsedTimer time;
+    time.start();
+    state.OnRunning();
+    QVERIFY(time.elapsed() >= 2000);
+    QCOMPARE(engine.peer.RequestBytes(), QList<QByteArray>{Wire::ChangeToNormal});
+    QCOMPARE(engine.cells.Changes(), QStringList{QStringLiteral("RestartRequested=0")});
+    QCOMPARE(Banners(engine.log), QStringList{});
+}
+
+void TestRestartingTesterState::AsksForTheStatusAfterThePauseInAnyOtherMode_data()
+{
+    QTest::addColumn<OperationMode>("mode");
+    QTest::newRow("calibration") << OperationMode::Calibration;
+    QTest::newRow("mode 2") << OperationMode::Mode2;
+}
+
+void TestRestartingTesterState::AsksForTheStatusAfterThePauseInAnyOtherMode()
+{
+    QFETCH(const OperationMode, mode);
+    Engine engine;
+    engine.context.TesterMode.Set(mode);
+    engine.context.RestartRequested.Set(true);
+    engine.AnswerByCommand({{'x', Wire::Acknowledge}, {'s', Wire::IdleStatus}});
+    engine.cells.Clear();
+    RestartingTesterState state(&engine.context, nullptr);
+    state.OnRunning();
+    QCOMPARE(engine.peer.RequestBytes(), (QList<QByteArray>{Wire::ChangeToNormal, Wire::Status}));
+    QVERIFY(engine.GapAfter(0) >= std::chrono::seconds(2));
+    QCOMPARE(engine.cells.Changes(),
+             (QStringList{QStringLiteral("RestartRequested=0"), QStringLiteral("TesterMode=0"),
+                          QStringLiteral("CurrentMeasurementType=0"), QStringLiteral("StartTestStatus=0")}));
+}
+
+void TestRestartingTesterState::ClearsTheRequestWhenTheModeChangeFailedToo()
+{
+    Engine engine;
+    engine.transciever.SetMaxRetransmissions(0);
+    engine.context.RestartRequested.Set(true);
+    engine.AnswerByCommand({{'x', Wire::Refusal}});
+    engine.cells.Clear();
+    RestartingTesterState state(&engine.context, nullptr);
+    state.OnRunning();
+    QCOMPARE(engine.Commands(), QByteArray("x"));
+    QCOMPARE(engine.cells.Changes(),
+             (QStringList{QStringLiteral("CommunicationError=1"), QStringLiteral("RestartRequested=0"),
+                          QStringLiteral("CommunicationError=0")}));
+}
+
+void TestRestartingTesterState::FailedStatusStartsNoLinkRecovery()
+{
+    Engine engine;
+    engine.transciever.SetMaxRetransmissions(0);
+    engine.context.TesterMode.Set(OperationMode::Mode2);
+    engine.AnswerByCommand({{'x', Wire::Acknowledge}, {'s', Wire::Refusal}});
+    engine.cells.Clear();
+    RestartingTesterState state(&engine.context, nullptr);
+    state.OnRunning();
+    QCOMPARE(engine.Commands(), QByteArray("xs"));
+    QCOMPARE(engine.cells.Changes(),
+             (QStringList{QStringLiteral("CommunicationError=1"), QStringLiteral("CommunicationError=0")}));
+}
+
+void TestRestartingTesterState::ClearsAnEarlierCommunicationError()
+{
+    Engine engine;
+    engine.context.CommunicationError.Set(true);
+    engine.context.RestartRequested.Set(true);
+    engine.AnswerByCommand({{'x', Wire::Acknowledge}});
+    engine.cells.Clear();
+    RestartingTesterState state(&engine.context, nullptr);
+    state.OnRunning();
+    QCOMPARE(engine.cells.Changes(),
+             (QStringList{QStringLiteral("RestartRequested=0"), QStringLiteral("CommunicationError=0")}));
+}
+
+void TestRestartingTesterState::ClearsTheRequestBeforeThePause()
+{
+    Engine engine;
+    engine.context.TesterMode.Set(OperationMode::Mode2);
+    engine.context.RestartRequested.Set(true);
+    std::atomic<bool> requestedAtModeChange{false};
+    std::atomic<bool> requestedAtStatus{true};
+    engine.peer.Answer([&](const QByteArray& request) {
+        const bool isModeChange = request == Wire::ChangeToNormal;
+        (isModeChange ? requestedAtModeChange : requestedAtStatus) = engine.context.RestartRequested.Get();
+        return isModeChange ? Wire::Acknowledge : Wire::IdleStatus;
+    });
+    RestartingTesterState state(&engine.context, nullptr);
+    state.OnRunning();
+    QCOMPARE(engine.Commands(), QByteArray("xs"));
+    QVERIFY(requestedAtModeChange);
+    QVERIFY(!requestedAtStatus);
+}
+
+QTEST_GUILESS_MAIN(TestRestartingTesterState)
+#include "tst_restartingtesterstate.moc"
