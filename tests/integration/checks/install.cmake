@@ -1,0 +1,53 @@
+# Installs what was built into an empty folder, and uses it from there as somebody else would: an application with
+# every header, the example, and the two programs.
+set(prefix "${WORK_FOLDER}/prefix")
+file(REMOVE_RECURSE "${WORK_FOLDER}")
+
+# Runs a command; `output` is what it wrote to its standard output.
+function(run)
+  execute_process(
+    COMMAND ${ARGV}
+    OUTPUT_VARIABLE written
+    ERROR_VARIABLE errors
+    RESULT_VARIABLE status)
+  if(NOT status EQUAL 0)
+    string(JOIN " " command ${ARGV})
+    message(FATAL_ERROR "${command}\nended with ${status}\n${written}${errors}")
+  endif()
+  set(output "${written}${errors}" PARENT_SCOPE)
+endfunction()
+
+function(build_project source)
+  get_filename_component(name "${source}" NAME)
+  set(flags "")
+  if(IS_SANITIZED)
+    set(flags "-fsanitize=address,undefined")
+  endif()
+  run("${CMAKE_COMMAND}" -S "${source}" -B "${WORK_FOLDER}/${name}" -G "${GENERATOR}" "-DCMAKE_BUILD_TYPE=Debug"
+      "-DCMAKE_CXX_COMPILER=${COMPILER}" "-DCMAKE_CXX_FLAGS=${flags}" "-DCMAKE_PREFIX_PATH=${prefix}")
+  run("${CMAKE_COMMAND}" --build "${WORK_FOLDER}/${name}")
+endfunction()
+
+function(expect what pattern)
+  if(NOT output MATCHES "${pattern}")
+    message(FATAL_ERROR "${what} does not match ${pattern}:\n${output}")
+  endif()
+endfunction()
+
+run("${CMAKE_COMMAND}" --install "${BUILD_FOLDER}" --prefix "${prefix}")
+
+build_project("${SOURCE_FOLDER}/tests/integration/consumer")
+run("${WORK_FOLDER}/consumer/consumer")
+
+set(simulator "${prefix}/${BINARIES}/vesmar-simulator")
+set(vesmar "${prefix}/${BINARIES}/vesmar")
+run("${vesmar}" --version)
+expect("the version of vesmar" "${VERSION}")
+run("${simulator}" --version)
+expect("the version of vesmar-simulator" "${VERSION}")
+run("${simulator}" run -- "${vesmar}" info)
+expect("what vesmar info tells" "PAT")
+
+build_project("${SOURCE_FOLDER}/examples/mainsreadings")
+run("${simulator}" run -- "${WORK_FOLDER}/mainsreadings/mainsreadings")
+expect("what the example tells" "The mains: [0-9.]+ V, [0-9.]+ Hz")

@@ -1,0 +1,81 @@
+#include "integration/lineinstrument.h"
+
+#include <algorithm>
+
+#include <QFile>
+
+#include "integration/frames.h"
+#include "support/scriptedpeer.h"
+#include "support/serialdevice.h"
+
+namespace
+{
+
+bool HasFailed(const Simulator::Exchange& exchange)
+{
+    return exchange.answer.size() < 3 || exchange.answer.toHex() == Frames::Refusal ||
+           WithChecksum(exchange.answer.chopped(2)) != exchange.answer;
+}
+
+} // namespace
+
+LineInstrument::LineInstrument(const Simulator::InstrumentOptions& options) : Instrument(options)
+{
+    Attach();
+}
+
+LineInstrument::~LineInstrument()
+{
+    RedirectSerialDevice({});
+}
+
+void LineInstrument::Attach() const
+{
+    RedirectSerialDevice(QFile::encodeName(DevicePath()));
+}
+
+QVector<Simulator::Exchange> LineInstrument::Record() const
+{
+    const auto exchanges = Exchanges();
+    return {exchanges.cbegin(), exchanges.cend()};
+}
+
+QByteArrayList LineInstrument::Sent() const
+{
+    return RequestsOf(Record());
+}
+
+QByteArrayList LineInstrument::SentSinceTheFirstFailure() const
+{
+    return RequestsOf(RecordSinceTheFirstFailure());
+}
+
+QVector<Simulator::Exchange> LineInstrument::RecordSinceTheFirstFailure() const
+{
+    const QVector<Simulator::Exchange> exchanges = Record();
+    const auto first = std::find_if(exchanges.cbegin(), exchanges.cend(), HasFailed);
+    return exchanges.mid(static_cast<int>(first - exchanges.cbegin()));
+}
+
+QByteArrayList RequestsOf(const QVector<Simulator::Exchange>& exchanges)
+{
+    QByteArrayList requests;
+    for (const Simulator::Exchange& exchange : exchanges) {
+        requests.append(exchange.request.toHex());
+    }
+    return requests;
+}
+
+Simulator::InstrumentOptions WithClock(const QDateTime& date)
+{
+    Simulator::InstrumentOptions options;
+    options.model.date = date;
+    return options;
+}
+
+Simulator::InstrumentOptions WithQuickRestart()
+{
+    Simulator::InstrumentOptions options;
+    options.model.restartTime = std::chrono::milliseconds(0);
+    return options;
+}

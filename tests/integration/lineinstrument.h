@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QByteArrayList>
+#include <QVector>
+
+#include "simulator/instrument.h"
+
+/// The simulated instrument at the serial device of this process, for as long as it lives.
+class LineInstrument : public Simulator::Instrument
+{
+public:
+    explicit LineInstrument(const Simulator::InstrumentOptions& options = {});
+    ~LineInstrument();
+    LineInstrument(const LineInstrument&) = delete;
+    LineInstrument(LineInstrument&&) = delete;
+    LineInstrument& operator=(const LineInstrument&) = delete;
+    LineInstrument& operator=(LineInstrument&&) = delete;
+
+    /// Leads the serial device to the present line, after a hang-up to the new one.
+    void Attach() const;
+
+    /// The exchanges so far.
+    QVector<Simulator::Exchange> Record() const;
+    /// The requests so far, in hexadecimal.
+    QByteArrayList Sent() const;
+    /// The requests since the first one that found no answer, a damaged one or a refusal.
+    QByteArrayList SentSinceTheFirstFailure() const;
+    /// The exchanges that they belong to.
+    QVector<Simulator::Exchange> RecordSinceTheFirstFailure() const;
+};
+
+/// The requests of these exchanges, in hexadecimal.
+QByteArrayList RequestsOf(const QVector<Simulator::Exchange>& exchanges);
+
+/// An instrument that knows the time.
+Simulator::InstrumentOptions WithClock(const QDateTime& date);
+
+/// One that is back from a restart at once.
+Simulator::InstrumentOptions WithQuickRestart();

@@ -1,0 +1,351 @@
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include "integration/programrun.h"
+
+namespace
+{
+
+const QString SimulatorProgram = QStringLiteral(SIMULATOR_PROGRAM);
+const QString VesmarProgram = QStringLiteral(VESMAR_PROGRAM);
+constexpr char SerialDevice[] = "/dev/ttycommunication";
+
+QStringList Words(const char* text)
+{
+    return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+/// The arguments by which the simulator runs `vesmar` with its instrument.
+QStringList SimulatedVesmar(const char* arguments, const QStringList& simulatorOptions = {})
+{
+    return QStringList{QStringLiteral("run")} + simulatorOptions + QStringList{QStringLiteral("--")} +
+           QStringList{VesmarProgram} + Words(arguments);
+}
+
+/// The command at the very beginning.
+QStringList AtOnce(const char* command)
+{
+    return {QStringLiteral("--at"), QStringLiteral("0:") + QString::fromLatin1(command)};
+}
+
+QJsonObject ObjectOf(const QByteArray& line)
+{
+    return QJsonDocument::fromJson(line).object();
+}
+
+QJsonValue At(const QJsonObject& object, const char* outer, const char* inner)
+{
+    return object.value(QLatin1String(outer)).toObject().value(QLatin1String(inner));
+}
+
+/// The text behind the label.
+QByteArray Shown(const QByteArrayList& lines, const QByteArray& label)
+{
+    for (const QByteArray& line : lines) {
+        if (line.startsWith(label + ':')) {
+            return line.mid(label.size() + 1).trimmed();
+        }
+    }
+    return {};
+}
+
+/// The values that the property has had, as `monitor --json` shows them.
+QVector<QJsonValue> ValuesOf(const char* property, const QByteArrayList& lines)
+{
+    QVector<QJsonValue> values;
+    for (const QByteArray& line : lines) {
+        const QJsonObject change = ObjectOf(line);
+        if (change.value(QLatin1String("property")).toString() == QLatin1String(property)) {
+            values.append(change.value(QLatin1String("value")));
+        }
+    }
+    return values;
+}
+
+} // namespace
+
+class TestPrograms : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void InfoShowsIdentityAndClocks();
+    void InfoAsJson();
+    void InfoInUpdateMode();
+    void MonitorShowsEveryChangeUntilItsTimeIsOver();
+    void MonitorAsText();
+    void MonitorEndsWithASignal_data();
+    void MonitorEndsWithASignal();
+    void MonitorEndsWithItsReader();
+    void TraceOnlyWhenWanted();
+    void DeviceMissing_data();
+    void DeviceMissing();
+    void LinkThatDoesNotComeUp_data();
+    void LinkThatDoesNotComeUp();
+    void ExitStatusIsPassedOn_data();
+    void ExitStatusIsPassedOn();
+    void TwoSideBySide();
+    void BadUse_data();
+    void BadUse();
+    void LineIsSetUpAsTheInstrumentNeedsIt();
+};
+
+void TestPrograms::InfoShowsIdentityAndClocks()
+{
+    const QDateTime before = QDateTime::currentDateTime().addSecs(-1); // the clock has no fractions
+    ProgramRun run(SimulatorProgram, SimulatedVesmar("info"));
+    QCOMPARE(run.Finish(), 0);
+    QCOMPARE(run.Errors(), QByteArray());
+
+    const QByteArrayList lines = run.Lines();
+    QCOMPARE(Shown(lines, "Device name"), QByteArray("PAT"));
+    QCOMPARE(Shown(lines, "Device code"), QByteArray("410"));
+    QCOMPARE(Shown(lines, "Serial number"), QByteArray("204815"));
+    QCOMPARE(Shown(lines, "Version"), QByteArray("1.05"));
+    QCOMPARE(Shown(lines, "Version code"), QByteArray("03"));
+    QCOMPARE(Shown(lines, "Revision code"), QByteArray("02"));
+    QCOMPARE(Shown(lines, "Build number"), QByteArray("2016"));
+    QCOMPARE(Shown(lines, "Last calibrated"), QByteArray("2024-02-15 00:00:00"));
+    QVERIFY(Shown(lines, "Mode").startsWith("Normal (0)"));
+    QVERIFY(Shown(lines, "Error").startsWith("NoErrors (15)"));
+    const QDateTime clock = QDateTime::fromString(QString::fromLatin1(Shown(lines, "Clock")),
+                                                  QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    QVERIFY(before <= clock && clock <= QDateTime::currentDateTime());
+}
+
+void TestPrograms::InfoAsJson()
+{
+    ProgramRun run(SimulatorProgram, SimulatedVesmar("info --json"));
+    QCOMPARE(run.Finish(), 0);
+    QCOMPARE(run.Errors(), QByteArray());
+    QCOMPARE(run.Lines().size(), 1);
+
+    const QJsonObject info = ObjectOf(run.Lines().first());
+    QCOMPARE(At(info, "DeviceInformation", "DeviceName").toString(), QStringLiteral("PAT"));
+    QCOMPARE(At(info, "DeviceInformation", "SerialNumber").toString(), QStringLiteral("204815"));
+    QCOMPARE(At(info, "DeviceInformation", "Version").toString(), QStringLiteral("1.05"));
+    QCOMPARE(At(info, "DeviceInformation", "BuildNumber").toString(), QStringLiteral("2016"));
+    QCOMPARE(info.value(QLatin1String("CalibrationDateTime")).toString(),
+             QStringLiteral("2024-02-15T00:00:00"));
+    QVERIFY(QDateTime::fromString(info.value(QLatin1String("CurrentDateTime")).toString(), Qt::ISODate)
+                .isValid());
+    QCOMPARE(At(info, "TesterMode", "number").toInt(-1), 0);
+    QCOMPARE(At(info, "ErrorCode", "number").toInt(-1), 15);
+}
+
+void TestPrograms::InfoInUpdateMode()
+{
+    ProgramRun run(SimulatorProgram, SimulatedVesmar("info", AtOnce("mode 3")));
+    QCOMPARE(run.Finish(), 3);
+    QCOMPARE(Shown(run.Lines(), "Serial number"), QByteArray("204815"));
+    QVERIFY2(run.Errors().contains("update mode"), run.Errors().constData());
+}
+
+void TestPrograms::MonitorShowsEveryChangeUntilItsTimeIsOver()
+{
+    ProgramRun run(SimulatorProgram, SimulatedVesmar("monitor --json --for 2.5", AtOnce("error 6")));
+    QCOMPARE(run.Finish(), 0);
+    QCOMPARE(run.Errors(), QByteArray());
+
+    const QByteArrayList lines = run.Lines();
+    for (const QByteArray& line : lines) {
+        const QString time = ObjectOf(line).value(QLatin1String("time")).toString();
+        QVERIFY2(QDateTime::fromString(time, Qt::ISODateWithMs).isValid(), line.constData());
+    }
+    QCOMPARE(ValuesOf("CurrentDateTime", lines).size(), 1);
+    QCOMPARE(ValuesOf("ErrorCode", lines).first().toObject().value(QLatin1String("number")).toInt(), 6);
+    const QJsonObject identity = ValuesOf("DeviceInformation", lines).first().toObject();
+    QCOMPARE(identity.value(QLatin1String("SerialNumber")).toString(), QStringLiteral("204815"));
+    const QVector<QJsonValue> results = ValuesOf("TestResults", lines);
+    QVERIFY(results.size() >= 2);
+    QVERIFY(results.at(0) != results.at(1));
+    for (const QJsonValue& result : results) {
+        const double voltage = At(result.toObject(), "readings", "ULN").toDouble();
+        QVERIFY2(voltage > 200.0 && voltage < 260.0, qPrintable(QString::number(voltage)));
+    }
+}
+
+void TestPrograms::MonitorAsText()
+{
+    ProgramRun run(SimulatorProgram, SimulatedVesmar("monitor --for 1.5"));
+    QCOMPARE(run.Finish(), 0);
+    QCOMPARE(run.Errors(), QByteArray());
+    QVERIFY(!run.Lines().isEmpty());
+    const QRegularExpression form(
+        QStringLiteral("^\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3} +[A-Za-z]+ +[^ ]"));
+    for (const QByteArray& line : run.Lines()) {
+        QVERIFY2(form.match(QString::fromUtf8(line)).hasMatch(), line.constData());
+    }
+    QVERIFY2(run.Output().contains("serial number 204815"), run.Output().constData());
+    QVERIFY2(run.Output().contains("ULN 2"), run.Output().constData());
+}
+
+void TestPrograms::MonitorEndsWithASignal_data()
+{
+    QTest::addColumn<int>("signalNumber");
+    QTest::newRow("SIGINT") << SIGINT;
+    QTest::newRow("SIGTERM") << SIGTERM;
+    QTest::newRow("SIGHUP") << SIGHUP;
+}
+
+void TestPrograms::MonitorEndsWithASignal()
+{
+    QFETCH(int, signalNumber);
+    ProgramRun run(SimulatorProgram, SimulatedVesmar("monitor"));
+    QTRY_VERIFY_WITH_TIMEOUT(run.Output().contains("DeviceInformation"), Patience);
+    QVERIFY(run.IsRunning());
+    QVERIFY(run.Signal(signalNumber));
+    QCOMPARE(run.Finish(), 0);
+    QCOMPARE(run.Errors(), QByteArray());
+}
+
+void TestPrograms::MonitorEndsWithItsReader()
+{
+    const QStringList shell{QStringLiteral("run"),
+                            QStringLiteral("--"),
+                            QStringLiteral("sh"),
+                            QStringLiteral("-c"),
+                            QStringLiteral("\"$0\" monitor | head -n 1"),
+                            VesmarProgram};
+    ProgramRun run(SimulatorProgram, shell);
+    QCOMPARE(run.Finish(), 0);
+    QCOMPARE(run.Lines().size(), 1);
+    QCOMPARE(run.Errors(), QByteArray());
+}
+
+void TestPrograms::TraceOnlyWhenWanted()
+{
+    ProgramRun run(SimulatorProgram, SimulatedVesmar("info --trace"));
+    QCOMPARE(run.Finish(), 0);
+    const QByteArray trace = run.Errors();
+    QVERIFY2(
+        trace.contains("\033[0;34m<<<                              ENTERING INITIALIZATION STATE\033[0m"),
+        trace.constData());
+    QVERIFY2(trace.contains("57122a"), trace.constData());
+    QVERIFY(!run.Output().contains('\033'));
+    QCOMPARE(Shown(run.Lines(), "Serial number"), QByteArray("204815"));
+}
+
+void TestPrograms::DeviceMissing_data()
+{
+    QTest::addColumn<QString>("verb");
+    QTest::newRow("info") << QStringLiteral("info");
+    QTest::newRow("monitor") << QStringLiteral("monitor");
+}
+
+void TestPrograms::DeviceMissing()
+{
+    QFETCH(QString, verb);
+    if (QFileInfo::exists(QLatin1String(SerialDevice))) {
+        QSKIP("This machine has such a serial device.");
+    }
+    ProgramRun run(VesmarProgram, {verb});
+    QCOMPARE(run.Finish(), 2);
+    QVERIFY2(run.Errors().contains("The serial device /dev/ttycommunication does not exist."),
+             run.Errors().constData());
+    QCOMPARE(run.Errors().count('\n'), 1);
+
+    ProgramRun jsonRun(VesmarProgram, {verb, QStringLiteral("--json")});
+    QCOMPARE(jsonRun.Finish(), 2);
+    const QJsonObject failure = ObjectOf(jsonRun.Lines().last());
+    QCOMPARE(failure.value(QLatin1String("status")).toInt(), 2);
+    QCOMPARE(failure.value(QLatin1String("message")).toString() + QLatin1Char('\n'),
+             QString::fromUtf8(jsonRun.Errors()));
+}
+
+void TestPrograms::LinkThatDoesNotComeUp_data()
+{
+    QTest::addColumn<QString>("scenario");
+    QTest::addColumn<QByteArray>("sentence");
+    QTest::newRow("silence") << QStringLiteral("silent") << QByteArray("did not answer within 1.5 s");
+    QTest::newRow("damage") << QStringLiteral("bad-crc") << QByteArray("no proper answer within 1.5 s");
+    QTest::newRow("refusal") << QStringLiteral("refuse") << QByteArray("no proper answer within 1.5 s");
+    QTest::newRow("half an answer") << QStringLiteral("truncated") << QByteArray("no proper answer");
+    QTest::newRow("broken line") << QStringLiteral("hang-up") << QByteArray("does not exist");
+}
+
+void TestPrograms::LinkThatDoesNotComeUp()
+{
+    QFETCH(QString, scenario);
+    QFETCH(QByteArray, sentence);
+    for (const char* verb : {"info --timeout 1.5", "monitor --timeout 1.5"}) {
+        ProgramRun run(SimulatorProgram, SimulatedVesmar(verb, {QStringLiteral("--scenario"), scenario}));
+        QCOMPARE(run.Finish(), 2);
+        QVERIFY2(run.Errors().contains(sentence), run.Errors().constData());
+        QCOMPARE(run.Errors().count('\n'), 1);
+    }
+}
+
+void TestPrograms::ExitStatusIsPassedOn_data()
+{
+    QTest::addColumn<QString>("arguments");
+    QTest::addColumn<int>("status");
+    QTest::newRow("done") << QStringLiteral("--version") << 0;
+    QTest::newRow("bad use") << QStringLiteral("--loud") << 1;
+    QTest::newRow("no verb") << QString() << 1;
+}
+
+void TestPrograms::ExitStatusIsPassedOn()
+{
+    QFETCH(QString, arguments);
+    QFETCH(int, status);
+    ProgramRun run(SimulatorProgram, SimulatedVesmar(arguments.toLatin1().constData()));
+    QCOMPARE(run.Finish(), status);
+}
+
+void TestPrograms::TwoSideBySide()
+{
+    ProgramRun first(SimulatorProgram, SimulatedVesmar("info --json", AtOnce("error 4")));
+    ProgramRun second(SimulatorProgram, SimulatedVesmar("info --json", AtOnce("error 7")));
+    QCOMPARE(first.Finish(), 0);
+    QCOMPARE(second.Finish(), 0);
+    QCOMPARE(At(ObjectOf(first.Lines().first()), "ErrorCode", "number").toInt(), 4);
+    QCOMPARE(At(ObjectOf(second.Lines().first()), "ErrorCode", "number").toInt(), 7);
+}
+
+void TestPrograms::BadUse_data()
+{
+    QTest::addColumn<QString>("program");
+    QTest::addColumn<QStringList>("arguments");
+    for (const char* arguments : {"", "walk", "--loud", "info --loud", "info monitor", "info --timeout",
+                                  "info --timeout 0", "info --timeout nan", "info --for 1",
+                                  "monitor --for -1", "monitor --for soon", "monitor --for 1e99"}) {
+        QTest::addRow("vesmar %s", arguments) << VesmarProgram << Words(arguments);
+    }
+    for (const char* arguments :
+         {"", "--loud", "run", "run --", "--link", "run --scenario loud -- true", "run --at 1 -- true",
+          "run --seed many -- true", "run --restart-time -1 -- true"}) {
+        QTest::addRow("vesmar-simulator %s", arguments) << SimulatorProgram << Words(arguments);
+    }
+}
+
+void TestPrograms::BadUse()
+{
+    QFETCH(QString, program);
+    QFETCH(QStringList, arguments);
+    ProgramRun run(program, arguments);
+    QCOMPARE(run.Finish(), 1);
+    QCOMPARE(run.Output(), QByteArray());
+    const QByteArrayList lines = run.Errors().split('\n');
+    const QByteArray name = QFileInfo(program).fileName().toLatin1();
+    QVERIFY2(lines.value(0).startsWith(name + ": "), run.Errors().constData());
+    QVERIFY2(lines.value(1).startsWith("Usage: " + name), run.Errors().constData());
+}
+
+void TestPrograms::LineIsSetUpAsTheInstrumentNeedsIt()
+{
+    const QTemporaryDir folder;
+    QFile log(folder.filePath(QStringLiteral("settings")));
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("VESMAR_SIMULATOR_LINE_LOG"), log.fileName());
+    ProgramRun run(SimulatorProgram, SimulatedVesmar("info"), environment);
+    QCOMPARE(run.Finish(), 0);
+    QVERIFY(log.open(QIODevice::ReadOnly));
+    QCOMPARE(log.readAll(), QByteArray("iflag=0 oflag=0 cflag=19b2 lflag=0 vmin=0 vtime=0\n"));
+}
+
+QTEST_GUILESS_MAIN(TestPrograms)
+#include "tst_programs.moc"

@@ -1,0 +1,125 @@
+#include <memory>
+
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include "integration/patience.h"
+#include "integration/programrun.h"
+#include "integration/watchedtester.h"
+#include "support/serialdevice.h"
+
+namespace
+{
+
+bool IsThere(const QString& path)
+{
+    return QFileInfo(path).isSymLink();
+}
+
+} // namespace
+
+/// The simulator as a program of its own, at a path, and the library at that path.
+class TestSimulatorLink : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void ServesTheLibraryAtTheLink();
+    void TakesCommands();
+    void LeadsToTheNewLineAfterAHangUp();
+    void IsGoneAtTheEnd_data();
+    void IsGoneAtTheEnd();
+
+private:
+    std::unique_ptr<QTemporaryDir> _folder;
+    std::unique_ptr<ProgramRun> _simulator;
+    QString _path;
+};
+
+void TestSimulatorLink::init()
+{
+    _folder = std::make_unique<QTemporaryDir>();
+    _path = _folder->filePath(QStringLiteral("line"));
+    _simulator = std::make_unique<ProgramRun>(QStringLiteral(SIMULATOR_PROGRAM),
+                                              QStringList{QStringLiteral("--link"), _path});
+    QTRY_COMPARE_WITH_TIMEOUT(_simulator->Lines().size(), 1, Patience);
+    QVERIFY2(_simulator->Output().contains(QFile::encodeName(_path)), _simulator->Output().constData());
+    RedirectSerialDevice(QFile::encodeName(_path));
+}
+
+void TestSimulatorLink::cleanup()
+{
+    RedirectSerialDevice({});
+    _simulator.reset();
+    QVERIFY(!IsThere(_path));
+}
+
+void TestSimulatorLink::ServesTheLibraryAtTheLink()
+{
+    WatchedTester tester;
+    tester->Enable();
+    QTRY_VERIFY_WITH_TIMEOUT(tester.Signalled("TestResults").size() >= 2, Patience);
+    QCOMPARE(tester.Signalled("DeviceInformation"), QByteArrayList{"PAT 410 204815 1.05 03 02 2016"});
+}
+
+void TestSimulatorLink::TakesCommands()
+{
+    WatchedTester tester;
+    tester->Enable();
+    QTRY_VERIFY_WITH_TIMEOUT(!tester.Signalled("TestResults").isEmpty(), Patience);
+    _simulator->Tell("error 6");
+    QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("ErrorCode"), QByteArrayList{"6"}, Patience);
+    _simulator->Tell("function 2");
+    QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("CurrentMeasurementType"), (QByteArrayList{"0", "2", "0"}),
+                              Patience);
+    _simulator->Tell("fault refuse");
+    QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("ErrorCode"), (QByteArrayList{"6", "103"}), Patience);
+    _simulator->Tell("plug");
+    _simulator->CloseInput(); // no reason to end
+    QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("DeviceInformation").size(), 2, Patience);
+    QCOMPARE(tester.Signalled("ErrorCode"), (QByteArrayList{"6", "103", "6"}));
+    QVERIFY(_simulator->IsRunning());
+}
+
+void TestSimulatorLink::LeadsToTheNewLineAfterAHangUp()
+{
+    WatchedTester tester;
+    tester->Enable();
+    QTRY_VERIFY_WITH_TIMEOUT(!tester.Signalled("TestResults").isEmpty(), Patience);
+    tester->Disable();
+    _simulator->Tell("fault hang-up");
+    QTRY_VERIFY_WITH_TIMEOUT(!IsThere(_path), Patience);
+    _simulator->Tell("plug");
+    QTRY_VERIFY_WITH_TIMEOUT(IsThere(_path), Patience);
+    tester->Enable();
+    QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("DeviceInformation").size(), 2, Patience);
+}
+
+void TestSimulatorLink::IsGoneAtTheEnd_data()
+{
+    QTest::addColumn<int>("signalNumber");
+    QTest::newRow("quit") << 0;
+    QTest::newRow("SIGINT") << SIGINT;
+    QTest::newRow("SIGTERM") << SIGTERM;
+    QTest::newRow("SIGHUP") << SIGHUP;
+}
+
+void TestSimulatorLink::IsGoneAtTheEnd()
+{
+    QFETCH(int, signalNumber);
+    QVERIFY(IsThere(_path));
+    if (signalNumber == 0) {
+        _simulator->Tell("quit");
+    } else {
+        QVERIFY(_simulator->Signal(signalNumber));
+    }
+    QCOMPARE(_simulator->Finish(), 0);
+    QVERIFY(!IsThere(_path));
+    QCOMPARE(_simulator->Errors(), QByteArray());
+}
+
+QTEST_GUILESS_MAIN(TestSimulatorLink)
+#include "tst_simulatorlink.moc"

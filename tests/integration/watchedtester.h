@@ -1,0 +1,47 @@
+#pragma once
+
+#include <map>
+#include <memory>
+
+#include <QByteArrayList>
+#include <QObject>
+
+#include <Vesmar/tester.h>
+
+#include "support/logcapture.h"
+
+/// The application's side in one test: a tester of its own, and all that it signals, written down in the
+/// thread in which the signal came. The library's trace is collected meanwhile.
+class WatchedTester : public QObject
+{
+public:
+    WatchedTester();
+    ~WatchedTester() override;
+
+    Vesmar::Tester* operator->() const { return _tester.get(); }
+
+    /// What the property's signal has brought so far: an enumerator's number, a date and time, the texts of
+    /// an identity, the readings of results.
+    QByteArrayList Signalled(const char* property) const { return _signalled.at(property); }
+    /// The error as it stands, also while its signal is still on its way.
+    QByteArray ErrorCode() const { return QByteArray::number(static_cast<int>(_tester->ErrorCode())); }
+
+    /// Whether every signal came on the thread in which the tester was made.
+    bool HasStayedOnItsThread() const { return !_hasLeftItsThread; }
+
+private:
+    template <typename Value>
+    void Watch(const char* property, void (Vesmar::Tester::*changed)(Value));
+    void WatchEverything();
+
+    LogCapture _trace;
+    std::unique_ptr<Vesmar::Tester> _tester;
+    std::map<QByteArray, QByteArrayList> _signalled;
+    bool _hasLeftItsThread = false;
+};
+
+/// Readings, as `WatchedTester` writes them down, from the bytes of the instrument's answer.
+QByteArray ReadingsText(const QByteArray& answer);
+
+/// A date and time, as `WatchedTester` writes it down, from the bytes of the instrument's answer.
+QByteArray DateText(const QByteArray& answer);
