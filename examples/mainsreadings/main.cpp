@@ -1,11 +1,13 @@
 #include <QCoreApplication>
 #include <QDebug>
+#include <QLoggingCategory>
 #include <Vesmar/monitoringresults.h>
 #include <Vesmar/tester.h>
 
 int main(int argc, char** argv)
 {
-    QCoreApplication application(argc, argv);
+    const QCoreApplication application(argc, argv);
+    QLoggingCategory::setFilterRules("default.warning=false"); // the library's own trace
     Vesmar::Tester* tester = Vesmar::Tester::Instance();
     QObject::connect(tester, &Vesmar::Tester::TestResultsChanged, [](Vesmar::MeasurementResults* results) {
         if (results->GetMeasurementType() == Vesmar::MeasurementType::Monitoring) {

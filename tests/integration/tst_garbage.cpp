@@ -95,12 +95,12 @@ void TestGarbage::LibrarySurvivesAndRecovers()
     tester->RestartTester(); // also out of the update mode, which the garbage may have brought about
     const int identities = tester.Signalled("DeviceInformation").size();
     QTRY_VERIFY_WITH_TIMEOUT(tester.Signalled("DeviceInformation").size() > identities, Patience);
-    QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("CurrentDateTime").last(), QByteArray("2024-03-07 14:05:09"),
+    QTRY_COMPARE_WITH_TIMEOUT(tester.LastSignalled("CurrentDateTime"), QByteArray("2024-03-07 14:05:09"),
                               Patience);
-    QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("CalibrationDateTime").last(),
-                              QByteArray("2024-02-15 00:00:00"), Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(tester.LastSignalled("CalibrationDateTime"), QByteArray("2024-02-15 00:00:00"),
+                              Patience);
     QTRY_COMPARE_WITH_TIMEOUT(tester.ErrorCode(), QByteArray("15"), Patience);
-    QCOMPARE(tester.Signalled("DeviceInformation").last(), QByteArray("PAT 410 204815 1.05 03 02 2016"));
+    QCOMPARE(tester.LastSignalled("DeviceInformation"), QByteArray("PAT 410 204815 1.05 03 02 2016"));
     QCOMPARE(tester->TesterMode(), Vesmar::OperationMode::Normal);
     QVERIFY(tester.HasStayedOnItsThread());
 }

@@ -73,8 +73,8 @@ void TestSimulatorLink::TakesCommands()
     _simulator->Tell("error 6");
     QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("ErrorCode"), QByteArrayList{"6"}, Patience);
     _simulator->Tell("function 2");
-    QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("CurrentMeasurementType"), (QByteArrayList{"0", "2", "0"}),
-                              Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("CurrentMeasurementType").size(), 3, Patience);
+    QCOMPARE(tester.LastSignalled("CurrentMeasurementType"), QByteArray("0")); // stopped at once
     _simulator->Tell("fault refuse");
     QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("ErrorCode"), (QByteArrayList{"6", "103"}), Patience);
     _simulator->Tell("plug");
@@ -91,9 +91,9 @@ void TestSimulatorLink::LeadsToTheNewLineAfterAHangUp()
     QTRY_VERIFY_WITH_TIMEOUT(!tester.Signalled("TestResults").isEmpty(), Patience);
     tester->Disable();
     _simulator->Tell("fault hang-up");
-    QTRY_VERIFY_WITH_TIMEOUT(!IsThere(_path), Patience);
+    QTRY_VERIFY_WITH_TIMEOUT(!QFileInfo::exists(_path), Patience); // the link leads nowhere
     _simulator->Tell("plug");
-    QTRY_VERIFY_WITH_TIMEOUT(IsThere(_path), Patience);
+    QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(_path), Patience);
     tester->Enable();
     QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("DeviceInformation").size(), 2, Patience);
 }

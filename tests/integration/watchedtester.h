@@ -23,6 +23,11 @@ public:
     /// What the property's signal has brought so far: an enumerator's number, a date and time, the texts of
     /// an identity, the readings of results.
     QByteArrayList Signalled(const char* property) const { return _signalled.at(property); }
+    /// The latest of them; empty when there is none.
+    QByteArray LastSignalled(const char* property) const
+    {
+        return Signalled(property).value(Signalled(property).size() - 1);
+    }
     /// The error as it stands, also while its signal is still on its way.
     QByteArray ErrorCode() const { return QByteArray::number(static_cast<int>(_tester->ErrorCode())); }
 

@@ -77,6 +77,8 @@ bool ReadMustFail(int descriptor)
 } // namespace
 
 // These take the place of the C library's for the whole program, whatever library calls them.
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the C library's parameters have reserved
+// names.
 extern "C" {
 
 __attribute__((visibility("default"))) int open(const char* path, int flags, ...)
@@ -124,6 +126,7 @@ __attribute__((visibility("default"))) int tcsetattr(int descriptor, int action,
 }
 
 } // extern "C"
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
 
 void RedirectSerialDevice(const QByteArray& path)
 {

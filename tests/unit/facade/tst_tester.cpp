@@ -71,9 +71,9 @@ int ThreadCount()
 
 /// The singleton for one test, with its cells watched and the log captured.
 struct Facade {
+    LogCapture log;
     std::unique_ptr<Tester> tester{Tester::Instance()};
     StateMachineContext& context = TesterAccess::ContextOf(*tester);
-    LogCapture log;
     CellLog cells{context};
 
     /// What the operation changes; the log holds its lines afterwards.

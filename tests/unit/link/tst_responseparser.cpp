@@ -258,11 +258,11 @@ void TestResponseParser::StatusWritesOneLine()
     QCOMPARE(log.Messages().size(), 1);
     QCOMPARE(log.Messages().first().type, QtWarningMsg);
     QCOMPARE(log.Messages().first().category, QByteArray("default"));
-    static const QRegularExpression Line(
+    static const QRegularExpression line(
         QStringLiteral("^DeviceMode:\\s+1\\s+MeasurementType:\\s+3\\s+Error:\\s+5\\s+ProcessStatus:\\s+2\\s+"
                        "NewMeasurement:\\s+1\\s*$"));
     const QString text = log.Messages().first().text;
-    QVERIFY2(text.contains(Line), qPrintable(text));
+    QVERIFY2(text.contains(line), qPrintable(text));
 }
 
 void TestResponseParser::VersionFillsANewRecord()

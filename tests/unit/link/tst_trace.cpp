@@ -84,11 +84,11 @@ void TestTrace::EveryLineIsAWarningAfterTheTimeInUTC()
     const QDateTime after = QDateTime::currentDateTimeUtc();
 
     QCOMPARE(log.Messages().size(), 4);
-    static const QRegularExpression Time(QStringLiteral("^\"?(\\d{2}:\\d{2}:\\d{2}\\.\\d{3})\"?\\s"));
+    static const QRegularExpression timeFirst(QStringLiteral("^\"?(\\d{2}:\\d{2}:\\d{2}\\.\\d{3})\"?\\s"));
     for (const LogCapture::Message& message : log.Messages()) {
         QCOMPARE(message.type, QtWarningMsg);
         QCOMPARE(message.category, QByteArray("default"));
-        const QRegularExpressionMatch match = Time.match(message.text);
+        const QRegularExpressionMatch match = timeFirst.match(message.text);
         QVERIFY2(match.hasMatch(), qPrintable(message.text));
         QDateTime written(before.date(), QTime::fromString(match.captured(1), QStringLiteral("hh:mm:ss.zzz")),
                           Qt::UTC);
