@@ -32,6 +32,7 @@ struct RawOptions {
     unsigned int seed = 1;
     double restartTime = 500;
     double answerAfter = 0;
+    double startDelay = 50;
 };
 
 class HelpFormatter : public CLI::Formatter
@@ -40,29 +41,43 @@ public:
     std::string make_usage(const CLI::App* /*app*/, std::string /*name*/) const override { return Usage; }
 };
 
+template <typename Table>
+std::string Described(const Table& table)
+{
+    std::string text;
+    for (const auto& entry : table) {
+        text += std::string("  ") + entry.name + ": " + entry.meaning + "\n";
+    }
+    return text;
+}
+
 std::string Footer()
 {
-    std::string text = "\nScenarios and faults:\n";
-    for (const Scenario& scenario : Scenarios) {
-        text += std::string("  ") + scenario.name + ": " + scenario.meaning + "\n";
-    }
-    return text + "\nCommands (of --at, and with --link of standard input, one a line):\n"
-                  "  mode N, error N, function N: what the instrument reports from now on\n"
-                  "  fault NAME, unplug, plug: as above; plug ends every fault\n"
-                  "  quit: ends the simulator (standard input only)\n";
+    return "\nScenarios:\n" + Described(Scenarios) + "\nFaults:\n" + Described(Faults) +
+           "\nCommands (of --at, and with --link of standard input, one a line):\n"
+           "  mode N, error N, function N: what the instrument reports from now on\n"
+           "  scenario NAME: one of the scenarios, or of the faults\n"
+           "  fault NAME, unplug, plug: one of the faults; plug ends every fault\n"
+           "  quit: ends the simulator (standard input only)\n";
 }
 
 void AddOptions(CLI::App* app, RawOptions* raw)
 {
     app->add_option("--link", raw->linkPath, "Make the instrument's line reachable at this path")
         ->type_name("PATH");
-    app->add_option("--scenario", raw->scenario, "Start with this scenario")->type_name("NAME");
+    app->add_option("--scenario", raw->scenario, "Start with this scenario or fault")->type_name("NAME");
     app->add_option("--at", raw->schedule, "Carry out a command so long after the start; may be repeated")
         ->type_name("SECONDS:COMMAND")
         ->allow_extra_args(false);
-    app->add_option("--log", raw->logPath, "Write one line per exchange to this file")->type_name("FILE");
+    app->add_option("--log", raw->logPath,
+                    "Write a line per exchange and per change of a function to this file")
+        ->type_name("FILE");
     app->add_option("--seed", raw->seed, "Start of the readings' random numbers (default 1)")->type_name("N");
     app->add_option("--restart-time", raw->restartTime, "How long a restart takes (default 500)")
+        ->type_name("MS")
+        ->check(CLI::Range(0.0, LongestMilliseconds));
+    app->add_option("--start-delay", raw->startDelay,
+                    "How long a measurement that was started still reports prepared (default 50)")
         ->type_name("MS")
         ->check(CLI::Range(0.0, LongestMilliseconds));
     app->add_option("--answer-after", raw->answerAfter, "Wait so long before each answer (default 0)")
@@ -101,9 +116,10 @@ CommandLine Digested(const RawOptions& raw)
     instrument.answerAfter = std::chrono::microseconds(std::llround(raw.answerAfter * 1000));
     instrument.model.seed = raw.seed;
     instrument.model.restartTime = std::chrono::milliseconds(std::llround(raw.restartTime));
+    instrument.model.functionTimings.startDelay = std::chrono::milliseconds(std::llround(raw.startDelay));
     commandLine.linkPath = QFile::decodeName(raw.linkPath.c_str());
     if (!raw.scenario.empty()) {
-        const QString command = QStringLiteral("fault ") + QString::fromLocal8Bit(raw.scenario.c_str());
+        const QString command = QStringLiteral("scenario ") + QString::fromLocal8Bit(raw.scenario.c_str());
         commandLine.schedule.push_back(
             {std::chrono::milliseconds(0), RequiredCommand(command, "--scenario")});
     }

@@ -1,6 +1,5 @@
 #include "simulator/controlcommand.h"
 
-#include "simulator/faults.h"
 #include "simulator/instrumentmodel.h"
 
 #include <QStringList>
@@ -44,11 +43,12 @@ ControlCommand FaultCommand(Fault fault)
     return command;
 }
 
-QString FaultNames()
+template <typename Table>
+QString NamesOf(const Table& table)
 {
     QStringList names;
-    for (const Scenario& scenario : Scenarios) {
-        names.append(QLatin1String(scenario.name));
+    for (const auto& entry : table) {
+        names.append(QLatin1String(entry.name));
     }
     return names.join(QLatin1String(", "));
 }
@@ -73,7 +73,7 @@ std::optional<ControlCommand> ParseFault(const QStringList& words, QString* erro
 {
     const std::optional<Fault> fault = FindFault(words.value(1));
     if (!fault) {
-        *error = QStringLiteral("fault takes one of %1").arg(FaultNames());
+        *error = QStringLiteral("fault takes one of %1").arg(NamesOf(Faults));
         return std::nullopt;
     }
     ControlCommand command = FaultCommand(*fault);
@@ -90,6 +90,23 @@ std::optional<ControlCommand> ParseFault(const QStringList& words, QString* erro
     return command;
 }
 
+std::optional<ControlCommand> ParseScenario(const QStringList& words, QString* error)
+{
+    const std::optional<Scenario> scenario = FindScenario(words.value(1));
+    if (scenario && words.size() == 2) {
+        ControlCommand command;
+        command.verb = ControlCommand::Verb::Scenario;
+        command.scenario = *scenario;
+        return command;
+    }
+    if (FindFault(words.value(1))) {
+        return ParseFault(words, error);
+    }
+    *error =
+        QStringLiteral("scenario takes one of %1; or a fault: %2").arg(NamesOf(Scenarios), NamesOf(Faults));
+    return std::nullopt;
+}
+
 } // namespace
 
 std::optional<ControlCommand> ParseControlCommand(const QString& text, QString* error)
@@ -103,15 +120,18 @@ std::optional<ControlCommand> ParseControlCommand(const QString& text, QString* 
     if (words.first() == QLatin1String("fault")) {
         return ParseFault(words, error);
     }
+    if (words.first() == QLatin1String("scenario")) {
+        return ParseScenario(words, error);
+    }
     if (words == QStringList{QStringLiteral("unplug")}) {
         return FaultCommand(Fault::Silent);
     }
     if (words == QStringList{QStringLiteral("plug")}) {
         return FaultCommand(Fault::None);
     }
-    *error =
-        QStringLiteral("no command \"%1\"; there are mode N, error N, function N, fault NAME, unplug, plug")
-            .arg(text.simplified());
+    *error = QStringLiteral("no command \"%1\"; there are mode N, error N, function N, scenario NAME, "
+                            "fault NAME, unplug, plug")
+                 .arg(text.simplified());
     return std::nullopt;
 }
 

@@ -52,13 +52,15 @@ void DeviceLink::PointTo(const QString& devicePath)
         return;
     }
     RemoveOwn();
-    CreateLink(_path, devicePath);
+    if (!devicePath.isEmpty()) {
+        CreateLink(_path, devicePath);
+    }
     _devicePath = devicePath;
 }
 
 void DeviceLink::RemoveOwn() const
 {
-    if (QFile::symLinkTarget(_path) == _devicePath) {
+    if (!_devicePath.isEmpty() && QFile::symLinkTarget(_path) == _devicePath) {
         QFile::remove(_path);
     }
 }

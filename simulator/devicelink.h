@@ -17,7 +17,7 @@ public:
     DeviceLink& operator=(const DeviceLink&) = delete;
     DeviceLink& operator=(DeviceLink&&) = delete;
 
-    /// Follows a line that came back under another path.
+    /// Follows a line that came back under another path; without a path there is no link.
     void PointTo(const QString& devicePath);
 
 private:

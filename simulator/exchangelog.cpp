@@ -17,12 +17,22 @@ ExchangeLog::ExchangeLog(const QString& path) : _file(path)
 
 void ExchangeLog::Write(const Exchange& exchange)
 {
+    const QByteArray answer = exchange.answer.isEmpty() ? QByteArrayLiteral("-") : exchange.answer.toHex();
+    WriteLine(exchange.request.toHex() + ' ' + answer);
+}
+
+void ExchangeLog::Write(const QString& remark)
+{
+    WriteLine(remark.toUtf8());
+}
+
+void ExchangeLog::WriteLine(const QByteArray& text)
+{
     if (!_file.isOpen()) {
         return;
     }
     const QByteArray time = QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs).toLatin1();
-    const QByteArray answer = exchange.answer.isEmpty() ? QByteArrayLiteral("-") : exchange.answer.toHex();
-    _file.write(time + ' ' + exchange.request.toHex() + ' ' + answer + '\n');
+    _file.write(time + ' ' + text + '\n');
     _file.flush();
 }
 

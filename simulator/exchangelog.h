@@ -8,7 +8,8 @@
 namespace Simulator
 {
 
-/// A text file with one line per exchange: UTC time, request and answer in hexadecimal, "-" for silence.
+/// A text file with one line per exchange: UTC time, request and answer in hexadecimal, "-" for silence. In
+/// between stand remarks: UTC time and text.
 class ExchangeLog
 {
 public:
@@ -16,8 +17,11 @@ public:
     explicit ExchangeLog(const QString& path);
 
     void Write(const Exchange& exchange);
+    void Write(const QString& remark);
 
 private:
+    void WriteLine(const QByteArray& text);
+
     QFile _file;
 };
 

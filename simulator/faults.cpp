@@ -22,16 +22,6 @@ QByteArray WithBadChecksum(QByteArray answer)
 
 } // namespace
 
-std::optional<Fault> FindFault(const QString& name)
-{
-    for (const Scenario& scenario : Scenarios) {
-        if (name == QLatin1String(scenario.name)) {
-            return scenario.fault;
-        }
-    }
-    return std::nullopt;
-}
-
 QByteArray Damaged(const QByteArray& answer, Fault fault)
 {
     if (answer.isEmpty()) {

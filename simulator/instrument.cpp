@@ -84,6 +84,9 @@ void Instrument::Execute(const ControlCommand& command)
     case ControlCommand::Verb::Function:
         SetFunction(command.number);
         break;
+    case ControlCommand::Verb::Scenario:
+        SetScenario(command.scenario);
+        break;
     case ControlCommand::Verb::Fault:
         SetFault(command.fault, command.delay);
         break;
@@ -118,6 +121,14 @@ void Instrument::SetFunction(int function)
 {
     const std::lock_guard<std::mutex> lock(_mutex);
     _model.SetFunction(function);
+    Wake();
+}
+
+void Instrument::SetScenario(Scenario scenario)
+{
+    const std::lock_guard<std::mutex> lock(_mutex);
+    _model.SetScenario(scenario);
+    Wake();
 }
 
 void Instrument::SetFault(Fault fault, std::chrono::milliseconds slowAnswer)
@@ -188,6 +199,13 @@ QDateTime Instrument::CalibrationDate() const
     return _model.CalibrationDate();
 }
 
+StatusWord Instrument::Status()
+{
+    const std::lock_guard<std::mutex> lock(_mutex);
+    FollowModel();
+    return _model.Status();
+}
+
 void Instrument::Serve()
 {
     std::unique_lock<std::mutex> lock(_mutex);
@@ -195,6 +213,7 @@ void Instrument::Serve()
         TakeNewLine();
         ReadLine();
         AnswerDueRequests();
+        FollowModel();
         WaitForWork(lock);
     }
 }
@@ -205,9 +224,7 @@ void Instrument::TakeNewLine()
         return;
     }
     _line = std::move(_newLine);
-    if (_line) {
-        _devicePath = _line->DevicePath();
-    }
+    _devicePath = _line ? _line->DevicePath() : QString();
     _collector = RequestCollector();
     _pending.clear();
     _isLineChanging = false;
@@ -237,8 +254,18 @@ void Instrument::AnswerDueRequests()
     }
 }
 
+/// The log tells of a change when it happens, whether anybody asks the instrument or not.
+void Instrument::FollowModel()
+{
+    _model.Advance(Clock::now());
+    for (const QString& change : _model.TakeChanges()) {
+        _log.Write(change);
+    }
+}
+
 void Instrument::AnswerRequest(const CollectedRequest& request)
 {
+    FollowModel();
     Exchange exchange{request.frame, AnswerTo(request.frame), request.receivedAt, {}};
     if (_line) {
         _line->Write(exchange.answer);
@@ -274,6 +301,9 @@ std::chrono::microseconds Instrument::AnswerDelay() const
 void Instrument::WaitForWork(std::unique_lock<std::mutex>& lock)
 {
     std::optional<TimePoint> deadline = _collector.SilenceEndsAt();
+    if (const std::optional<TimePoint> changeAt = _model.NextChangeAt()) {
+        deadline = std::min(*changeAt, deadline.value_or(TimePoint::max()));
+    }
     if (!_pending.empty()) {
         deadline = std::min(_pending.front().dueAt, deadline.value_or(TimePoint::max()));
     }

@@ -28,8 +28,8 @@ namespace Simulator
 struct InstrumentOptions {
     ModelOptions model;
     std::chrono::microseconds answerAfter{0}; ///< from the end of a request to its answer
-    QString logPath;                          ///< one line per exchange; empty for no log
-    bool keepsExchanges = true;               ///< off for a program that runs for days
+    QString logPath;            ///< a line per exchange and per change of a function; empty for no log
+    bool keepsExchanges = true; ///< off for a program that runs for days
 };
 
 /// A simulated instrument at a pseudo-terminal, served by a thread of its own from construction to
@@ -45,7 +45,7 @@ public:
     Instrument& operator=(const Instrument&) = delete;
     Instrument& operator=(Instrument&&) = delete;
 
-    /// What programs open. A line that comes back after a hang-up is a new one, with a new path.
+    /// What programs open; empty while the line is hung up. A line that comes back is a new one, with a new path.
     QString DevicePath() const;
 
     void Execute(const ControlCommand& command);
@@ -58,6 +58,9 @@ public:
 
     /// As if someone had started this function at the instrument; 0 ends it.
     void SetFunction(int function);
+
+    /// How measurements go from now on.
+    void SetScenario(Scenario scenario);
 
     void SetFault(Fault fault, std::chrono::milliseconds slowAnswer = DefaultSlowAnswer);
     void Unplug() { SetFault(Fault::Silent); }
@@ -84,6 +87,9 @@ public:
     QDateTime Date() const;
     QDateTime CalibrationDate() const;
 
+    /// What its status would tell now.
+    StatusWord Status();
+
 private:
     struct PendingRequest {
         CollectedRequest request;
@@ -92,6 +98,7 @@ private:
 
     void Serve();
     void TakeNewLine();
+    void FollowModel();
     void ReadLine();
     void AnswerDueRequests();
     void AnswerRequest(const CollectedRequest& request);

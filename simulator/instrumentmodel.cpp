@@ -2,6 +2,7 @@
 
 #include "simulator/frames.h"
 #include "simulator/packeddate.h"
+#include "simulator/preparepayload.h"
 
 namespace Simulator
 {
@@ -12,7 +13,6 @@ namespace
 constexpr std::chrono::milliseconds MonitoringPeriod{500};
 constexpr int NormalMode = 0;
 constexpr int CalibrationMode = 1;
-constexpr int RunningFunctionState = 7;
 
 QDateTime StartDate(const QDateTime& wanted)
 {
@@ -34,6 +34,7 @@ InstrumentModel::InstrumentModel(const ModelOptions& options, TimePoint now)
       _calibrationDate(options.calibrationDate),
       _monitoring(options.seed),
       _nextReadings(now + MonitoringPeriod),
+      _function(options.functionTimings, options.seed),
       _awayUntil(now)
 {
 }
@@ -52,19 +53,22 @@ QByteArray InstrumentModel::Answer(const QByteArray& request, TimePoint now)
 
 void InstrumentModel::SetMode(int mode)
 {
-    _status.mode = mode;
+    _mode = mode;
 }
 
 void InstrumentModel::SetError(int error)
 {
-    _status.error = error;
+    _error = error;
 }
 
 void InstrumentModel::SetFunction(int function)
 {
-    _status.function = function;
-    _status.functionState = RunningFunctionState;
-    _status.newMeasurement = false;
+    if (function == StatusWord::NoFunction) {
+        _function.Deselect("ended");
+    } else {
+        _function.RunForeign(function);
+    }
+    _hasNewReadings = false;
 }
 
 QDateTime InstrumentModel::Date(TimePoint now) const
@@ -79,14 +83,26 @@ QDateTime InstrumentModel::CalibrationDate() const
 
 void InstrumentModel::Advance(TimePoint now)
 {
+    _function.Advance(now);
     if (now < _nextReadings) {
         return;
     }
     _nextReadings = now + MonitoringPeriod;
-    if (_status.mode == NormalMode && _status.function == StatusWord::NoFunction) {
+    if (_mode == NormalMode && !_function.IsSelected()) {
         _monitoring.Advance();
-        _status.newMeasurement = true;
+        _hasNewReadings = true;
     }
+}
+
+StatusWord InstrumentModel::Status() const
+{
+    StatusWord status;
+    status.mode = _mode;
+    status.error = _error;
+    status.function = _function.Number();
+    status.functionState = static_cast<int>(_function.State());
+    status.newMeasurement = _function.IsSelected() ? _function.HasNewResult() : _hasNewReadings;
+    return status;
 }
 
 QByteArray InstrumentModel::Serve(const QByteArray& request, TimePoint now)
@@ -94,13 +110,17 @@ QByteArray InstrumentModel::Serve(const QByteArray& request, TimePoint now)
     const QByteArray data = DataOf(request).mid(1);
     switch (static_cast<RequestCode>(request[0])) {
     case RequestCode::ReadStatus:
-        return Sealed(_status.Data());
+        return ReadStatus(now);
     case RequestCode::ReadVersion:
         return Sealed(_identity.Data());
     case RequestCode::ReadMeasurement:
         return ReadMeasurement();
     case RequestCode::StopMeasurement:
-        return StopMeasurement();
+        return StopMeasurement(now);
+    case RequestCode::PrepareMeasurement:
+        return PrepareMeasurement(data, now);
+    case RequestCode::StartMeasurement:
+        return AcknowledgeIf(_function.Start(now));
     case RequestCode::ReadCurrentDate:
         return Sealed(PackDate(_clock.Date(now)));
     case RequestCode::ReadCalibrationDate:
@@ -111,25 +131,42 @@ QByteArray InstrumentModel::Serve(const QByteArray& request, TimePoint now)
         return SetCurrentDate(data, now);
     case RequestCode::SetCalibrationDate:
         return SetCalibrationDate(data);
-    case RequestCode::PrepareMeasurement:
-    case RequestCode::StartMeasurement:
     case RequestCode::InitializeUpdate:
     case RequestCode::ProgramSector:
     case RequestCode::FinishUpdate:
-        break; // this instrument has no measurement functions and keeps its firmware
+        break; // this instrument keeps its firmware
     }
     return Refusal();
 }
 
+QByteArray InstrumentModel::ReadStatus(TimePoint now)
+{
+    _function.NoteReported(now);
+    return Sealed(Status().Data());
+}
+
 QByteArray InstrumentModel::ReadMeasurement()
 {
-    _status.newMeasurement = false;
+    if (_function.IsSelected()) {
+        return Sealed(_function.TakeResult());
+    }
+    _hasNewReadings = false;
     return Sealed(_monitoring.Data());
 }
 
-QByteArray InstrumentModel::StopMeasurement()
+QByteArray InstrumentModel::PrepareMeasurement(const QByteArray& data, TimePoint now)
 {
-    _status.function = StatusWord::NoFunction;
+    const std::optional<Measurement> measurement = RecognizePayload(data);
+    const bool accepted = measurement && _mode == NormalMode && _function.Prepare(*measurement, now);
+    if (accepted) {
+        _hasNewReadings = false;
+    }
+    return AcknowledgeIf(accepted);
+}
+
+QByteArray InstrumentModel::StopMeasurement(TimePoint now)
+{
+    _function.Stop(now);
     return Acknowledge();
 }
 
@@ -140,9 +177,9 @@ QByteArray InstrumentModel::ChangeMode(const QByteArray& data, TimePoint now)
     if (mode > HighestMode) {
         return Refusal();
     }
-    _status.mode = mode;
-    _status.function = StatusWord::NoFunction;
-    _status.newMeasurement = false;
+    _mode = mode;
+    _function.Deselect("ended by a restart");
+    _hasNewReadings = false;
     _awayUntil = now + _restartTime;
     _nextReadings = _awayUntil + MonitoringPeriod;
     return Acknowledge();
@@ -160,7 +197,7 @@ QByteArray InstrumentModel::SetCurrentDate(const QByteArray& data, TimePoint now
 QByteArray InstrumentModel::SetCalibrationDate(const QByteArray& data)
 {
     const std::optional<QDateTime> date = UnpackDate(data);
-    const bool accepted = date && _status.mode == CalibrationMode;
+    const bool accepted = date && _mode == CalibrationMode;
     if (accepted) {
         _calibrationDate = *date;
     }

@@ -63,8 +63,8 @@ int RunProgram(const Simulator::CommandLine& commandLine)
         return ProgramNotStarted;
     }
     QObject::connect(&signalWatcher, &Simulator::SignalWatcher::EndRequested, &session,
-                     [&runner](int signalNumber, bool isFromTerminal) {
-                         if (!isFromTerminal) { // the terminal has told the program itself
+                     [&runner](int signalNumber, bool hasReachedChild) {
+                         if (!hasReachedChild) {
                              runner.Forward(signalNumber);
                          }
                      });

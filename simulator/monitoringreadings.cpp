@@ -1,8 +1,7 @@
 #include "simulator/monitoringreadings.h"
 
-#include <QtEndian>
+#include "simulator/packedvalues.h"
 
-#include <array>
 #include <cmath>
 
 namespace Simulator
@@ -38,10 +37,7 @@ void MonitoringReadings::Advance()
 
 QByteArray MonitoringReadings::Data() const
 {
-    const std::array<float, 6> values{_mainsVoltage, _earthVoltage, _frequency, 0.0F, 0.0F, 0.0F};
-    QByteArray data(static_cast<int>(sizeof(values)), '\0');
-    qToLittleEndian<float>(values.data(), static_cast<qsizetype>(values.size()), data.data());
-    return data;
+    return PackValues({_mainsVoltage, _earthVoltage, _frequency, 0.0F, 0.0F, 0.0F});
 }
 
 float MonitoringReadings::Wandered(float value, float usual, float step)

@@ -116,6 +116,7 @@ int FollowingFlags(const char* path, int flags)
 mode_t ModeArgument(int flags, va_list arguments)
 {
     const bool isThere = (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
+    // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): the callers have started the list
     return isThere ? va_arg(arguments, mode_t) : 0;
 }
 
@@ -150,7 +151,8 @@ void NoteLineSettings(const termios& settings)
 } // namespace
 
 // The names are the C library's, reserved ones included; its declarations name the parameters otherwise.
-// NOLINTBEGIN(bugprone-reserved-identifier,readability-inconsistent-declaration-parameter-name)
+// NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming)
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
 
 VESMAR_INTERPOSE int open(const char* path, int flags, ...)
 {
@@ -320,4 +322,5 @@ VESMAR_INTERPOSE int tcsetattr(int descriptor, int when, const termios* settings
     return nextSetAttributes(descriptor, when, settings);
 }
 
-// NOLINTEND(bugprone-reserved-identifier,readability-inconsistent-declaration-parameter-name)
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
+// NOLINTEND(bugprone-reserved-identifier,readability-identifier-naming)

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <QString>
+
 #include <array>
 #include <chrono>
+#include <optional>
 
 namespace Simulator
 {
@@ -21,13 +24,13 @@ enum class Fault {
 };
 
 /// A fault, the name that commands and options use for it, and what it does.
-struct Scenario {
+struct NamedFault {
     Fault fault;
     const char* name;
     const char* meaning;
 };
 
-inline constexpr std::array<Scenario, 10> Scenarios{{
+inline constexpr std::array<NamedFault, 10> Faults{{
     {Fault::None, "none", "the instrument answers as it should"},
     {Fault::Silent, "silent", "unplugged: swallows every request"},
     {Fault::BadCrc, "bad-crc", "every answer has a damaged checksum"},
@@ -42,5 +45,44 @@ inline constexpr std::array<Scenario, 10> Scenarios{{
 
 /// How late `Fault::Slow` answers when nothing else is said.
 inline constexpr std::chrono::milliseconds DefaultSlowAnswer{1000};
+
+/// How measurements can go other than well. The line is not concerned.
+enum class Scenario {
+    None,
+    RefusesPrepare,
+    PrepareError,
+    NeverPrepared,
+    StartError,
+    StaysStarting,
+    FallsBack,
+    FastSingle,
+    EndsWithoutResult,
+    RunsOnAfterStop,
+};
+
+/// A scenario, the name that commands and options use for it, and what happens.
+struct NamedScenario {
+    Scenario scenario;
+    const char* name;
+    const char* meaning;
+};
+
+inline constexpr std::array<NamedScenario, 10> Scenarios{{
+    {Scenario::None, "none", "measurements go as they should"},
+    {Scenario::RefusesPrepare, "refuses-prepare", "every prepare request is refused"},
+    {Scenario::PrepareError, "prepare-error", "preparing ends in the prepare error (state 3)"},
+    {Scenario::NeverPrepared, "never-prepared", "preparing never ends (stays in state 1)"},
+    {Scenario::StartError, "start-error", "starting ends in the start error (state 6)"},
+    {Scenario::StaysStarting, "stays-starting", "starting never ends (stays in state 5)"},
+    {Scenario::FallsBack, "falls-back", "starting falls back to prepared (state 5, then 4)"},
+    {Scenario::FastSingle, "fast-single",
+     "a single measurement is over before it is seen to run (state 5, then 2 with its result)"},
+    {Scenario::EndsWithoutResult, "ends-without-result",
+     "a measurement ends by itself without a result (state 7, then 9)"},
+    {Scenario::RunsOnAfterStop, "runs-on-after-stop", "runs on for about 2 s after a stop (keeps state 7)"},
+}};
+
+std::optional<Fault> FindFault(const QString& name);
+std::optional<Scenario> FindScenario(const QString& name);
 
 } // namespace Simulator

@@ -20,6 +20,9 @@ Session::Session(const CommandLine& commandLine, const QString& linkPath)
 
 void Session::Execute(const ControlCommand& command)
 {
+    if (command.verb == ControlCommand::Verb::Fault && command.fault == Fault::HangUp) {
+        _link.PointTo({}); // before the system gives the path of the old line to another one
+    }
     _instrument.Execute(command);
     _link.PointTo(_instrument.DevicePath());
 }

@@ -20,6 +20,13 @@ bool IsIgnored(int signalNumber)
     return action.sa_handler == SIG_IGN;
 }
 
+/// The terminal signals its whole foreground, but tells the leader of the session alone that it has closed.
+bool IsForTheForeground(const signalfd_siginfo& received)
+{
+    const bool isForLeader = received.ssi_signo == SIGHUP && ::getsid(0) == ::getpid();
+    return received.ssi_code == SI_KERNEL && !isForLeader;
+}
+
 int OpenSignals(sigset_t* originalMask)
 {
     sigset_t watched;
@@ -62,7 +69,7 @@ void SignalWatcher::ReadSignal()
     if (signalNumber == SIGCHLD) {
         Q_EMIT ChildChanged();
     } else {
-        Q_EMIT EndRequested(signalNumber, received.ssi_code == SI_KERNEL);
+        Q_EMIT EndRequested(signalNumber, IsForTheForeground(received));
     }
 }
 

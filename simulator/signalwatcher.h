@@ -22,9 +22,8 @@ public:
     const sigset_t& OriginalMask() const;
 
 Q_SIGNALS:
-    /// SIGINT, SIGTERM or SIGHUP. The terminal sends its own to every program that runs on it; those of other
-    /// programs reach this one alone.
-    void EndRequested(int signalNumber, bool isFromTerminal);
+    /// SIGINT, SIGTERM or SIGHUP. What the terminal sends to its whole foreground has reached a child too.
+    void EndRequested(int signalNumber, bool hasReachedChild);
     void ChildChanged();
 
 private:

@@ -11,6 +11,14 @@
 #include "states/connection/initializationstate.h"
 #include "states/connection/monitoringstate.h"
 #include "states/connection/testeroperationsstate.h"
+#include "states/measurement/abortingmeasurementstate.h"
+#include "states/measurement/continuousmeasurementrunningstate.h"
+#include "states/measurement/hvtestcontinuousmeasurementrunningstate.h"
+#include "states/measurement/measurementmodestate.h"
+#include "states/measurement/preparingmeasurementstate.h"
+#include "states/measurement/singlemeasurementrunningstate.h"
+#include "states/measurement/startingmeasurementstate.h"
+#include "states/measurement/stoppingmeasurementstate.h"
 
 namespace Vesmar
 {
@@ -55,6 +63,15 @@ void StateMachineRunner::CreateStateMachineTree()
     State* restartingTester = CreateState<RestartingTesterState>(nullptr);
     State* monitoring = CreateState<MonitoringState>(testerOperations);
     State* testerConfiguration = CreateState<TesterConfigurationState>(testerOperations);
+    State* measurementMode = CreateState<MeasurementModeState>(testerOperations);
+    State* preparingMeasurement = CreateState<PreparingMeasurementState>(measurementMode);
+    State* startingMeasurement = CreateState<StartingMeasurementState>(measurementMode);
+    State* singleMeasurementRunning = CreateState<SingleMeasurementRunningState>(measurementMode);
+    State* continuousMeasurementRunning = CreateState<ContinuousMeasurementRunningState>(measurementMode);
+    State* stoppingMeasurement = CreateState<StoppingMeasurementState>(measurementMode);
+    State* abortingMeasurement = CreateState<AbortingMeasurementState>(testerOperations);
+    State* hvTestContinuousMeasurementRunning =
+        CreateState<HVTestContinuousMeasurementRunningState>(measurementMode);
     _currentState = testerOperations;
 
     // The first row that holds wins among those of one source, so the order decides.
@@ -66,7 +83,20 @@ void StateMachineRunner::CreateStateMachineTree()
     AddExternalTransition(communicationRecovery, Transitions::CommunicationRecoveryToTesterOperationsTransition, testerOperations);
     AddExternalTransition(initialization, Transitions::InitializationToMonitoringTransition, monitoring);
     AddExternalTransition(monitoring, Transitions::MonitoringToTesterConfigurationTransition, testerConfiguration);
+    AddExternalTransition(monitoring, Transitions::MonitoringToMeasurementModeTransition, measurementMode);
     AddExternalTransition(testerConfiguration, Transitions::TesterConfigurationToMonitoringTransition, monitoring);
+    AddExternalTransition(measurementMode, Transitions::MeasurementModeToAbortingMeasurementTransition, abortingMeasurement);
+    AddExternalTransition(measurementMode, Transitions::MeasurementModeToMonitoringTransition, monitoring);
+    AddInternalTransition(measurementMode, Transitions::MeasurementModeToPreparingMeasurementTransition, preparingMeasurement);
+    AddExternalTransition(abortingMeasurement, Transitions::AbortingMeasurementToMeasurementModeTransition, measurementMode);
+    AddExternalTransition(preparingMeasurement, Transitions::PreparingMeasurementToStartingMeasurementTransition, startingMeasurement);
+    AddExternalTransition(startingMeasurement, Transitions::StartingMeasurementToSingleMeasurementRunningTransition, singleMeasurementRunning);
+    AddExternalTransition(startingMeasurement, Transitions::StartingMeasurementToHVTestContinuousMeasurementRunningTransition, hvTestContinuousMeasurementRunning);
+    AddExternalTransition(startingMeasurement, Transitions::StartingMeasurementToContinuousMeasurementRunningTransition, continuousMeasurementRunning);
+    AddExternalTransition(singleMeasurementRunning, Transitions::SingleMeasurementRunningToStoppingMeasurementTransition, stoppingMeasurement);
+    AddExternalTransition(continuousMeasurementRunning, Transitions::ContinuousMeasurementRunningToStoppingMeasurementTransition, stoppingMeasurement);
+    AddExternalTransition(hvTestContinuousMeasurementRunning, Transitions::ContinuousMeasurementRunningToStoppingMeasurementTransition, stoppingMeasurement);
+    AddExternalTransition(stoppingMeasurement, Transitions::StoppingMeasurementToMeasurementModeTransition, measurementMode);
     // clang-format on
 }
 

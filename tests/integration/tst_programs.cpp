@@ -263,8 +263,8 @@ void TestPrograms::LinkThatDoesNotComeUp_data()
     QTest::newRow("silence") << QStringLiteral("silent") << QByteArray("did not answer within 1.5 s");
     QTest::newRow("damage") << QStringLiteral("bad-crc") << QByteArray("no proper answer within 1.5 s");
     QTest::newRow("refusal") << QStringLiteral("refuse") << QByteArray("no proper answer within 1.5 s");
+    QTest::newRow("line hung up") << QStringLiteral("hang-up") << QByteArray("does not exist");
     QTest::newRow("half an answer") << QStringLiteral("truncated") << QByteArray("no proper answer");
-    QTest::newRow("broken line") << QStringLiteral("hang-up") << QByteArray("does not exist");
 }
 
 void TestPrograms::LinkThatDoesNotComeUp()

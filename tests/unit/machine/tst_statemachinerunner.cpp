@@ -218,10 +218,18 @@ const std::vector<MapRow> TransitionMap = {
 /// The states that the runner has. A state that joins the machine joins this list, and with it its rows above
 /// and below join the comparisons.
 const QStringList StatesPresent = {
+    QStringLiteral("AbortingMeasurementState"),
     QStringLiteral("CommunicationRecoveryState"),
+    QStringLiteral("ContinuousMeasurementRunningState"),
+    QStringLiteral("HVTestContinuousMeasurementRunningState"),
     QStringLiteral("InitializationState"),
+    QStringLiteral("MeasurementModeState"),
     QStringLiteral("MonitoringState"),
+    QStringLiteral("PreparingMeasurementState"),
     QStringLiteral("RestartingTesterState"),
+    QStringLiteral("SingleMeasurementRunningState"),
+    QStringLiteral("StartingMeasurementState"),
+    QStringLiteral("StoppingMeasurementState"),
     QStringLiteral("TesterConfigurationState"),
     QStringLiteral("TesterOperationsState"),
 };

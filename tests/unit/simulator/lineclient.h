@@ -23,14 +23,14 @@ public:
 
     bool IsOpen() const { return _descriptor >= 0; }
 
-    bool Write(const QByteArray& bytes)
+    bool Write(const QByteArray& bytes) const
     {
         return ::write(_descriptor, bytes.constData(), static_cast<std::size_t>(bytes.size())) ==
                bytes.size();
     }
 
     /// Waits until so many bytes have come or the line has broken; less only after ten seconds of silence.
-    QByteArray Read(int count)
+    QByteArray Read(int count) const
     {
         QByteArray bytes;
         while (bytes.size() < count && IsReadable(10000)) {
@@ -44,12 +44,12 @@ public:
         return bytes;
     }
 
-    QByteArray Ask(const QByteArray& request, int answerSize)
+    QByteArray Ask(const QByteArray& request, int answerSize) const
     {
         return Write(request) ? Read(answerSize) : QByteArray();
     }
 
-    void DropInput() { ::tcflush(_descriptor, TCIFLUSH); }
+    void DropInput() const { ::tcflush(_descriptor, TCIFLUSH); }
 
     bool IsReadable(int timeoutMs) const
     {

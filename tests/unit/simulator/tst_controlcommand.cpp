@@ -4,6 +4,7 @@
 
 using Simulator::ControlCommand;
 using Simulator::Fault;
+using Simulator::Scenario;
 
 class TestControlCommand : public QObject
 {
@@ -14,6 +15,8 @@ private Q_SLOTS:
     void Numbers();
     void Faults_data();
     void Faults();
+    void Scenarios_data();
+    void Scenarios();
     void Nonsense_data();
     void Nonsense();
 };
@@ -50,6 +53,8 @@ void TestControlCommand::Faults_data()
     QTest::newRow("none") << "fault none" << static_cast<int>(Fault::None) << 1000;
     QTest::newRow("slow") << "fault slow" << static_cast<int>(Fault::Slow) << 1000;
     QTest::newRow("slow by") << "fault slow 250" << static_cast<int>(Fault::Slow) << 250;
+    QTest::newRow("as a scenario") << "scenario bad-crc" << static_cast<int>(Fault::BadCrc) << 1000;
+    QTest::newRow("slow by as a scenario") << "scenario slow 250" << static_cast<int>(Fault::Slow) << 250;
     QTest::newRow("unplug") << "unplug" << static_cast<int>(Fault::Silent) << 1000;
     QTest::newRow("plug") << "plug" << static_cast<int>(Fault::None) << 1000;
 }
@@ -65,6 +70,26 @@ void TestControlCommand::Faults()
     QCOMPARE(static_cast<int>(command->verb), static_cast<int>(ControlCommand::Verb::Fault));
     QCOMPARE(static_cast<int>(command->fault), fault);
     QCOMPARE(static_cast<int>(command->delay.count()), delayMs);
+}
+
+void TestControlCommand::Scenarios_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("scenario");
+    QTest::newRow("none") << "scenario none" << static_cast<int>(Scenario::None);
+    QTest::newRow("one") << "scenario falls-back" << static_cast<int>(Scenario::FallsBack);
+    QTest::newRow("blanks") << " scenario\tstart-error " << static_cast<int>(Scenario::StartError);
+}
+
+void TestControlCommand::Scenarios()
+{
+    QFETCH(QString, text);
+    QFETCH(int, scenario);
+    QString error;
+    const auto command = Simulator::ParseControlCommand(text, &error);
+    QVERIFY2(command.has_value(), qPrintable(error));
+    QCOMPARE(static_cast<int>(command->verb), static_cast<int>(ControlCommand::Verb::Scenario));
+    QCOMPARE(static_cast<int>(command->scenario), scenario);
 }
 
 void TestControlCommand::Nonsense_data()
@@ -89,6 +114,18 @@ void TestControlCommand::Nonsense_data()
                                    << "bad-crc";
     QTest::newRow("no fault") << "fault"
                               << "bad-crc";
+    QTest::newRow("no such scenario") << "scenario loud"
+                                      << "falls-back";
+    QTest::newRow("neither such a fault") << "scenario loud"
+                                          << "bad-crc";
+    QTest::newRow("no scenario") << "scenario"
+                                 << "falls-back";
+    QTest::newRow("number behind a scenario") << "scenario falls-back 3"
+                                              << "scenario takes";
+    QTest::newRow("number behind a fault's scenario") << "scenario silent 3"
+                                                      << "fault slow";
+    QTest::newRow("scenario for a fault") << "fault falls-back"
+                                          << "bad-crc";
     QTest::newRow("number behind another fault") << "fault silent 3"
                                                  << "fault slow";
     QTest::newRow("word behind slow") << "fault slow down"

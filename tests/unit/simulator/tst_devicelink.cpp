@@ -18,6 +18,7 @@ private Q_SLOTS:
     void init();
     void LeadsToTheDeviceAndGoes();
     void FollowsANewDevice();
+    void GoesWhileThereIsNoDevice();
     void ReplacesALinkThatLeadsNowhere();
     void ReplacesALinkThatLeadsToItsOwnDevice();
     void LeavesOtherFilesAlone();
@@ -57,6 +58,15 @@ void TestDeviceLink::LeadsToTheDeviceAndGoes()
 void TestDeviceLink::FollowsANewDevice()
 {
     DeviceLink link(Path("link"), Path("device"));
+    link.PointTo(Path("other"));
+    QCOMPARE(QFile::symLinkTarget(Path("link")), Path("other"));
+}
+
+void TestDeviceLink::GoesWhileThereIsNoDevice()
+{
+    DeviceLink link(Path("link"), Path("device"));
+    link.PointTo(QString());
+    QVERIFY(!QFileInfo(Path("link")).isSymLink());
     link.PointTo(Path("other"));
     QCOMPARE(QFile::symLinkTarget(Path("link")), Path("other"));
 }

@@ -14,6 +14,7 @@ class TestExchangeLog : public QObject
 
 private Q_SLOTS:
     void OneLineAnExchange();
+    void Remarks();
     void PathThatCannotBeWritten();
 };
 
@@ -29,6 +30,23 @@ void TestExchangeLog::OneLineAnExchange()
     QVERIFY(file.open(QIODevice::ReadOnly));
     const QRegularExpression expected(QStringLiteral(
         "\\A\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d\\.\\d{3}Z 73f44e 00fed10e\n[^ ]+Z 57122a -\n\\z"));
+    const QString text = QString::fromLatin1(file.readAll());
+    QVERIFY2(expected.match(text).hasMatch(), qPrintable(text));
+}
+
+void TestExchangeLog::Remarks()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("log"));
+    ExchangeLog log(path);
+    log.Write(QStringLiteral("function 9 running"));
+    log.Write({QByteArray::fromHex("68aeed"), QByteArray::fromHex("06c660"), {}, {}});
+
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QRegularExpression expected(
+        QStringLiteral("\\A\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d\\.\\d{3}Z function 9 running\n"
+                       "[^ ]+Z 68aeed 06c660\n\\z"));
     const QString text = QString::fromLatin1(file.readAll());
     QVERIFY2(expected.match(text).hasMatch(), qPrintable(text));
 }

@@ -9,27 +9,10 @@ class TestFaults : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void EveryNameIsFound();
-    void UnknownName();
     void WhatBecomesOfAnAnswer_data();
     void WhatBecomesOfAnAnswer();
     void NoAnswerStaysNone();
 };
-
-void TestFaults::EveryNameIsFound()
-{
-    for (const Simulator::Scenario& scenario : Simulator::Scenarios) {
-        const auto found = Simulator::FindFault(QLatin1String(scenario.name));
-        QVERIFY2(found.has_value(), scenario.name);
-        QCOMPARE(static_cast<int>(*found), static_cast<int>(scenario.fault));
-    }
-}
-
-void TestFaults::UnknownName()
-{
-    QVERIFY(!Simulator::FindFault(QStringLiteral("Silent")).has_value());
-    QVERIFY(!Simulator::FindFault(QString()).has_value());
-}
 
 void TestFaults::WhatBecomesOfAnAnswer_data()
 {
@@ -61,8 +44,8 @@ void TestFaults::WhatBecomesOfAnAnswer()
 
 void TestFaults::NoAnswerStaysNone()
 {
-    for (const Simulator::Scenario& scenario : Simulator::Scenarios) {
-        QVERIFY2(Simulator::Damaged(QByteArray(), scenario.fault).isEmpty(), scenario.name);
+    for (const Simulator::NamedFault& fault : Simulator::Faults) {
+        QVERIFY2(Simulator::Damaged(QByteArray(), fault.fault).isEmpty(), fault.name);
     }
 }
 

@@ -2,7 +2,9 @@
 
 #include "simulator/instrument.h"
 
+#include <QFile>
 #include <QFileInfo>
+#include <QTemporaryDir>
 #include <QtTest>
 
 #include <atomic>
@@ -22,6 +24,10 @@ const QByteArray Refusal = QByteArray::fromHex("214334");
 const QByteArray ReadStatus = QByteArray::fromHex("73f44e");
 const QByteArray ReadVersion = QByteArray::fromHex("57122a");
 const QByteArray StopMeasurement = QByteArray::fromHex("68aeed");
+const QByteArray ReadMeasurement = QByteArray::fromHex("65033c");
+const QByteArray StartMeasurement = QByteArray::fromHex("53966a");
+const QByteArray PrepareRln = QByteArray::fromHex("5001ff0100ffffffffea32");
+const QByteArray PrepareHvTest = QByteArray::fromHex("5009050200ffffffff063e");
 const QByteArray ModeCalibration = QByteArray::fromHex("7801d191");
 const QByteArray Version = QByteArray::fromHex("5041543431303230343831353130353033303232303136f923");
 
@@ -49,6 +55,8 @@ private Q_SLOTS:
     void CommandsByText();
     void RestartLeavesTheLine();
     void ClockIsTheLocalOne();
+    void MeasuresOnTheLine();
+    void LogsChangesThatNobodyAsksFor();
     void CallsFromManyThreads();
 };
 
@@ -198,7 +206,7 @@ void TestInstrument::HangUpAndComeBack()
         QCOMPARE(client.Read(1), QByteArray());
         QVERIFY(!client.Write(ReadVersion));
     }
-    QVERIFY(!QFileInfo::exists(instrument.DevicePath()));
+    QCOMPARE(instrument.DevicePath(), QString());
     instrument.Send("into the void");
     instrument.SetFault(Fault::HangUp);
 
@@ -215,6 +223,12 @@ void TestInstrument::CommandsByText()
     QVERIFY(instrument.Execute(QStringLiteral("error 4")));
     QVERIFY(instrument.Execute(QStringLiteral("function 9")));
     QCOMPARE(client.Ask(ReadStatus, 4).left(2).toHex(), QByteArray("4947"));
+    QVERIFY(instrument.Execute(QStringLiteral("function 0")));
+    QVERIFY(instrument.Execute(QStringLiteral("mode 0")));
+    QVERIFY(instrument.Execute(QStringLiteral("scenario refuses-prepare")));
+    QCOMPARE(client.Ask(PrepareRln, 3), Refusal);
+    QVERIFY(instrument.Execute(QStringLiteral("scenario none")));
+    QCOMPARE(client.Ask(PrepareRln, 3), Acknowledge);
     QVERIFY(instrument.Execute(QStringLiteral("fault refuse")));
     QCOMPARE(client.Ask(ReadStatus, 3), Refusal);
 
@@ -252,6 +266,53 @@ void TestInstrument::ClockIsTheLocalOne()
     QCOMPARE(instrument.CalibrationDate().date(), QDate(2024, 2, 15));
 }
 
+void TestInstrument::MeasuresOnTheLine()
+{
+    InstrumentOptions options;
+    options.model.functionTimings.singleRun = milliseconds(100);
+    Instrument instrument(options);
+    LineClient client(instrument.DevicePath());
+    const auto status = [&client] { return client.Ask(ReadStatus, 4).left(2).toHex(); };
+    QCOMPARE(client.Ask(PrepareRln, 3), Acknowledge);
+    QTRY_COMPARE(status(), QByteArray("01f4"));
+    QCOMPARE(client.Ask(StartMeasurement, 3), Acknowledge);
+    QTRY_COMPARE(status(), QByteArray("81f2"));
+    const QByteArray result = client.Ask(ReadMeasurement, 26);
+    QCOMPARE(result.size(), 26);
+    QVERIFY(result.left(4) != QByteArray(4, '\0'));
+    QCOMPARE(status(), QByteArray("01f2"));
+    QCOMPARE(instrument.Status().functionState, 2);
+    QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
+    QCOMPARE(instrument.Status().function, 0);
+}
+
+void TestInstrument::LogsChangesThatNobodyAsksFor()
+{
+    const QTemporaryDir folder;
+    InstrumentOptions options;
+    options.logPath = folder.filePath(QStringLiteral("log"));
+    const Instrument instrument(options);
+    LineClient client(instrument.DevicePath());
+    const auto log = [&options] {
+        QByteArrayList lines;
+        QFile file(options.logPath);
+        file.open(QIODevice::ReadOnly);
+        for (const QByteArray& line : file.readAll().split('\n')) {
+            lines.append(line.mid(line.indexOf(' ') + 1));
+        }
+        return lines.join('\n');
+    };
+    QCOMPARE(client.Ask(PrepareHvTest, 3), Acknowledge);
+    QTRY_COMPARE(log(),
+                 QByteArray("5009050200ffffffff063e 06c660\nfunction 9 preparing\nfunction 9 prepared\n"));
+    QCOMPARE(client.Ask(StartMeasurement, 3), Acknowledge);
+    QTRY_VERIFY2(log().endsWith("\n53966a 06c660\nfunction 9 starting\nfunction 9 running\n"),
+                 log().constData());
+    QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
+    QTRY_VERIFY2(log().endsWith("\n68aeed 06c660\nfunction 9 stopping\nfunction 9 stopped by request\n"),
+                 log().constData());
+}
+
 void TestInstrument::CallsFromManyThreads()
 {
     Instrument instrument;
@@ -262,6 +323,8 @@ void TestInstrument::CallsFromManyThreads()
             instrument.SetFault(Fault::None);
             instrument.SetMode(1);
             instrument.SetError(2);
+            instrument.SetFunction(9);
+            instrument.SetScenario(Simulator::Scenario::FallsBack);
         }
     });
     std::thread observer([&] {
@@ -271,6 +334,7 @@ void TestInstrument::CallsFromManyThreads()
             instrument.ClearRequests();
             instrument.Exchanges();
             instrument.Date();
+            instrument.Status();
         }
     });
     for (int round = 0; round < 200; ++round) {

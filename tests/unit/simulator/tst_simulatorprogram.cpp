@@ -28,12 +28,74 @@ const QString OpenDevice = QStringLiteral("exec 3<>/dev/ttycommunication; ");
 const QString AskStatus = QStringLiteral("printf '\\163\\364\\116' >&3; head -c 3 <&3 | od -An -tx1; ");
 const QString AskStop = QStringLiteral("printf '\\150\\256\\355' >&3; head -c 3 <&3 | od -An -tx1; ");
 const QString AskVersion = QStringLiteral("printf '\\127\\022\\052' >&3; head -c 25 <&3 | od -An -v -tx1; ");
+const QString AskState = QStringLiteral("printf '\\163\\364\\116' >&3; head -c 4 <&3 | od -An -tx1; ");
+const QString AskPrepareHvTest = QStringLiteral(
+    "printf '\\120\\011\\005\\002\\000\\377\\377\\377\\377\\006\\076' >&3; head -c 3 <&3 | od -An -tx1; ");
+const QString AskStart = QStringLiteral("printf '\\123\\226\\152' >&3; head -c 3 <&3 | od -An -tx1; ");
 
 QStringList RunShell(const QString& script, const QStringList& options = {})
 {
     return QStringList{QStringLiteral("run")} + options +
            QStringList{QStringLiteral("--"), QStringLiteral("sh"), QStringLiteral("-c"), script};
 }
+
+/// A terminal in which the simulator runs a shell program.
+class Terminal
+{
+public:
+    explicit Terminal(const char* script)
+    {
+        const QByteArray program = QFile::encodeName(SimulatorProgram);
+        _process = ::forkpty(&_terminal, nullptr, nullptr, nullptr);
+        if (_process == 0) {
+            ::execl(program.constData(), program.constData(), "run", "--", "sh", "-c", script, nullptr);
+            ::_exit(99);
+        }
+    }
+    Terminal(const Terminal&) = delete;
+    Terminal& operator=(const Terminal&) = delete;
+    ~Terminal() { Close(); }
+
+    bool Type(const QByteArray& keys) const
+    {
+        return ::write(_terminal, keys.constData(), static_cast<std::size_t>(keys.size())) == keys.size();
+    }
+
+    bool ReadUntil(const char* text)
+    {
+        pollfd descriptor{_terminal, POLLIN, 0};
+        char buffer[256];
+        while (!_output.contains(text) && ::poll(&descriptor, 1, 10000) > 0) {
+            const ssize_t size = ::read(_terminal, buffer, sizeof(buffer));
+            if (size <= 0) {
+                break;
+            }
+            _output.append(buffer, static_cast<int>(size));
+        }
+        return _output.contains(text);
+    }
+
+    void Close()
+    {
+        if (_terminal >= 0) {
+            ::close(_terminal);
+            _terminal = -1;
+        }
+    }
+
+    /// Waits for the end; -1 when a signal brought it.
+    int ExitStatus() const
+    {
+        int status = 0;
+        ::waitpid(_process, &status, 0);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+private:
+    int _terminal = -1;
+    pid_t _process = -1;
+    QByteArray _output;
+};
 
 QByteArray Hex(const QByteArray& dump)
 {
@@ -61,11 +123,13 @@ private Q_SLOTS:
     void SignalsAreForwarded_data();
     void SignalsAreForwarded();
     void ControlCReachesTheProgramOnce();
+    void ClosedTerminalReachesTheProgram();
     void NothingIsLeftBehind();
     void PreloadedLibraryMissing();
     void CommandsAtTheirTime();
     void LogOfTheExchanges();
     void EveryScenarioCanBeTheFirst();
+    void MeasurementInTheLog();
     void BadUse_data();
     void BadUse();
     void HelpAndVersion();
@@ -251,36 +315,20 @@ void TestSimulatorProgram::SignalsAreForwarded()
 
 void TestSimulatorProgram::ControlCReachesTheProgramOnce()
 {
-    const QByteArray program = QFile::encodeName(SimulatorProgram);
-    const char* script = "trap 'n=$((n+1))' INT; n=0; echo ready; while [ $n = 0 ]; do sleep 0.05; done; "
-                         "sleep 0.3; echo count=$n; exit 5";
-    int terminal = -1;
-    const pid_t process = ::forkpty(&terminal, nullptr, nullptr, nullptr);
-    if (process == 0) {
-        ::execl(program.constData(), program.constData(), "run", "--", "sh", "-c", script, nullptr);
-        ::_exit(99);
-    }
-    QByteArray output;
-    const auto readUntil = [&](const char* text) {
-        pollfd descriptor{terminal, POLLIN, 0};
-        char buffer[256];
-        while (!output.contains(text) && ::poll(&descriptor, 1, 10000) > 0) {
-            const ssize_t size = ::read(terminal, buffer, sizeof(buffer));
-            if (size <= 0) {
-                break;
-            }
-            output.append(buffer, static_cast<int>(size));
-        }
-        return output.contains(text);
-    };
-    QVERIFY2(readUntil("ready"), output.constData());
-    QCOMPARE(::write(terminal, "\x03", 1), ssize_t(1));
-    QVERIFY2(readUntil("count=1"), output.constData());
-    int status = 0;
-    QCOMPARE(::waitpid(process, &status, 0), process);
-    ::close(terminal);
-    QVERIFY(WIFEXITED(status));
-    QCOMPARE(WEXITSTATUS(status), 5);
+    Terminal terminal("trap 'n=$((n+1))' INT; n=0; echo ready; while [ $n = 0 ]; do sleep 0.05; done; "
+                      "sleep 0.3; echo count=$n; exit 5");
+    QVERIFY(terminal.ReadUntil("ready"));
+    QVERIFY(terminal.Type("\x03"));
+    QVERIFY(terminal.ReadUntil("count=1"));
+    QCOMPARE(terminal.ExitStatus(), 5);
+}
+
+void TestSimulatorProgram::ClosedTerminalReachesTheProgram()
+{
+    Terminal terminal("trap 'exit 6' HUP; echo ready; while :; do sleep 0.05; done");
+    QVERIFY(terminal.ReadUntil("ready"));
+    terminal.Close();
+    QCOMPARE(terminal.ExitStatus(), 6);
 }
 
 void TestSimulatorProgram::NothingIsLeftBehind()
@@ -326,11 +374,49 @@ void TestSimulatorProgram::LogOfTheExchanges()
 
 void TestSimulatorProgram::EveryScenarioCanBeTheFirst()
 {
-    for (const Simulator::Scenario& scenario : Simulator::Scenarios) {
-        QCOMPARE(Run(RunShell(QStringLiteral("true"),
-                              {QStringLiteral("--scenario"), QLatin1String(scenario.name)})),
-                 0);
+    QStringList names;
+    for (const Simulator::NamedScenario& scenario : Simulator::Scenarios) {
+        names.append(QLatin1String(scenario.name));
     }
+    for (const Simulator::NamedFault& fault : Simulator::Faults) {
+        names.append(QLatin1String(fault.name));
+    }
+    for (const QString& name : names) {
+        QCOMPARE(Run(RunShell(QStringLiteral("true"), {QStringLiteral("--scenario"), name})), 0);
+    }
+}
+
+void TestSimulatorProgram::MeasurementInTheLog()
+{
+    const QString log = _folder->filePath(QStringLiteral("log"));
+    const QString awaitState = QStringLiteral("until { %1 } | grep -q '[08]9 %2'; do sleep 0.02; done; ");
+    const QString script = OpenDevice + AskPrepareHvTest + awaitState.arg(AskState, QStringLiteral("f4")) +
+                           AskStart + awaitState.arg(AskState, QStringLiteral("f7")) + AskStop +
+                           awaitState.arg(AskState, QStringLiteral("f9"));
+    QCOMPARE(Run(RunShell(script, {QStringLiteral("--log"), log, QStringLiteral("--start-delay"),
+                                   QStringLiteral("400")})),
+             0);
+    QFile file(log);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QDateTime startedAt;
+    QDateTime startingAt;
+    QByteArrayList changes;
+    for (const QByteArray& line : file.readAll().split('\n')) {
+        const QDateTime time = QDateTime::fromString(QString::fromLatin1(line.left(24)), Qt::ISODateWithMs);
+        const QByteArray text = line.mid(25);
+        if (text.startsWith("53966a")) {
+            startedAt = time;
+        } else if (text == "function 9 starting") {
+            startingAt = time;
+        }
+        if (text.startsWith("function")) {
+            changes.append(text);
+        }
+    }
+    QCOMPARE(changes.join(','),
+             QByteArray("function 9 preparing,function 9 prepared,function 9 starting,function 9 running,"
+                        "function 9 stopping,function 9 stopped by request"));
+    QVERIFY(startedAt.msecsTo(startingAt) >= 399); // both times are rounded down
 }
 
 void TestSimulatorProgram::BadUse_data()
@@ -352,6 +438,7 @@ void TestSimulatorProgram::BadUse_data()
     row("seed that is no number", "run|--seed|many|--|true");
     row("negative restart time", "run|--restart-time|-1|--|true");
     row("restart time that is no number", "run|--restart-time|long|--|true");
+    row("negative start delay", "run|--start-delay|-1|--|true");
     row("answer too late", "run|--answer-after|600001|--|true");
     row("time missing", "run|--at|unplug|--|true");
     row("time negative", "run|--at|-1:unplug|--|true");
@@ -376,8 +463,11 @@ void TestSimulatorProgram::HelpAndVersion()
     QCOMPARE(Run({QStringLiteral("--version")}), 0);
     QCOMPARE(_output, QByteArray("vesmar-simulator " PROJECT_VERSION "\n"));
     QCOMPARE(Run({QStringLiteral("--help")}), 0);
-    for (const Simulator::Scenario& scenario : Simulator::Scenarios) {
+    for (const Simulator::NamedScenario& scenario : Simulator::Scenarios) {
         QVERIFY2(_output.contains(scenario.meaning), scenario.name);
+    }
+    for (const Simulator::NamedFault& fault : Simulator::Faults) {
+        QVERIFY2(_output.contains(fault.meaning), fault.name);
     }
     QCOMPARE(_errors, QByteArray());
 }

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QByteArray>
+
+#include <array>
+
+namespace Simulator
+{
+
+/// The six values of a result.
+using Values = std::array<float, 6>;
+
+/// The values as they stand on the line: little-endian single-precision numbers.
+QByteArray PackValues(const Values& values);
+
+} // namespace Simulator

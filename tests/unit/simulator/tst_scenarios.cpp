@@ -1,0 +1,54 @@
+#include "simulator/scenarios.h"
+
+#include <QtTest>
+
+class TestScenarios : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void EveryFaultIsFound();
+    void EveryScenarioIsFound();
+    void UnknownNames();
+    void ANameMeansOneThing();
+};
+
+void TestScenarios::EveryFaultIsFound()
+{
+    for (const Simulator::NamedFault& fault : Simulator::Faults) {
+        const auto found = Simulator::FindFault(QLatin1String(fault.name));
+        QVERIFY2(found.has_value(), fault.name);
+        QCOMPARE(static_cast<int>(*found), static_cast<int>(fault.fault));
+    }
+}
+
+void TestScenarios::EveryScenarioIsFound()
+{
+    for (const Simulator::NamedScenario& scenario : Simulator::Scenarios) {
+        const auto found = Simulator::FindScenario(QLatin1String(scenario.name));
+        QVERIFY2(found.has_value(), scenario.name);
+        QCOMPARE(static_cast<int>(*found), static_cast<int>(scenario.scenario));
+    }
+}
+
+void TestScenarios::UnknownNames()
+{
+    QVERIFY(!Simulator::FindFault(QStringLiteral("Silent")).has_value());
+    QVERIFY(!Simulator::FindFault(QStringLiteral("falls-back")).has_value());
+    QVERIFY(!Simulator::FindFault(QString()).has_value());
+    QVERIFY(!Simulator::FindScenario(QStringLiteral("Falls-Back")).has_value());
+    QVERIFY(!Simulator::FindScenario(QStringLiteral("silent")).has_value());
+    QVERIFY(!Simulator::FindScenario(QString()).has_value());
+}
+
+/// Where either is allowed, only "none" may be both.
+void TestScenarios::ANameMeansOneThing()
+{
+    for (const Simulator::NamedScenario& scenario : Simulator::Scenarios) {
+        const auto fault = Simulator::FindFault(QLatin1String(scenario.name));
+        QVERIFY2(scenario.scenario == Simulator::Scenario::None || !fault.has_value(), scenario.name);
+    }
+}
+
+QTEST_APPLESS_MAIN(TestScenarios)
+#include "tst_scenarios.moc"
