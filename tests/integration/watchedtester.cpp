@@ -2,6 +2,7 @@
 
 #include <type_traits>
 
+#include <QRegularExpression>
 #include <QThread>
 #include <QtEndian>
 
@@ -94,6 +95,19 @@ void WatchedTester::WatchEverything()
     Watch("OperationProgress", &Tester::OperationProgressChanged);
     Watch("CurrentMeasurementType", &Tester::CurrentMeasurementTypeChanged);
     Watch("OperationStatus", &Tester::OperationStatusChanged);
+}
+
+QByteArrayList WatchedTester::EnteredStates() const
+{
+    static const QRegularExpression entry(QStringLiteral("<<< +ENTERING (.*) STATE "));
+    QByteArrayList states;
+    for (const QString& text : _trace.Texts()) {
+        const QRegularExpressionMatch match = entry.match(text);
+        if (match.hasMatch()) {
+            states.append(match.captured(1).toLatin1());
+        }
+    }
+    return states;
 }
 
 QByteArray ReadingsText(const QByteArray& answer)

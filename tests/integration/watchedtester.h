@@ -31,6 +31,9 @@ public:
     /// The error as it stands, also while its signal is still on its way.
     QByteArray ErrorCode() const { return QByteArray::number(static_cast<int>(_tester->ErrorCode())); }
 
+    /// The states that the library has entered so far, as its trace calls them.
+    QByteArrayList EnteredStates() const;
+
     /// Whether every signal came on the thread in which the tester was made.
     bool HasStayedOnItsThread() const { return !_hasLeftItsThread; }
 

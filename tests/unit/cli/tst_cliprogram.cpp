@@ -193,7 +193,7 @@ void TestCliProgram::Help_data()
     QTest::addColumn<QByteArray>("usage");
     QTest::addColumn<QStringList>("parts");
     QTest::newRow("program") << QStringLiteral("--help") << QByteArray(ProgramUsage)
-                             << Words("info monitor --version status Example");
+                             << Words("info monitor measure --version status Example");
     QTest::newRow("info") << QStringLiteral("info --help") << QByteArray(InfoUsage)
                           << Words("--json --timeout --trace CalibrationDateTime status Example");
     QTest::newRow("monitor") << QStringLiteral("monitor --help") << QByteArray(MonitorUsage)

@@ -13,6 +13,7 @@
 #include <QTest>
 #include <QThread>
 
+#include <Vesmar/iecresults.h>
 #include <Vesmar/rcdsettings.h>
 
 #include "context/replaceowned.h"
@@ -648,6 +649,100 @@ static void AddMeasurementTargets()
                  starting(MeasurementType::IEC, MeasurementType::RLN));
 }
 
+/// What holds in every state of an ordinary measurement, and in aborting, which is not one of them.
+static void AddMeasurementModeTargets()
+{
+    const auto with = [](bool isActive, bool isAborted, MeasurementState status) {
+        return [=](StateMachineContext& context) {
+            SetSettingsType(context, MeasurementType::RPE);
+            context.IsMeasurementModeActive.Set(isActive);
+            context.AbortMeasurementRequested.Set(isAborted);
+            context.MeasurementStatus.Set(status);
+            context.MeasurementFunctionStatus.Set(Vesmar::FunctionState::Running);
+        };
+    };
+    const Setup aborted = with(true, true, MeasurementState::Measuring);
+    const Setup left = with(false, false, MeasurementState::Measuring);
+    for (const char* state : {"PreparingMeasurementState", "StartingMeasurementState",
+                              "SingleMeasurementRunningState", "ContinuousMeasurementRunningState",
+                              "HVTestContinuousMeasurementRunningState", "StoppingMeasurementState"}) {
+        AddTargetRow(state, "abort", "AbortingMeasurementState", aborted);
+        AddTargetRow(state, "left", "MonitoringState", left);
+        AddTargetRow(state, "abort and left", "AbortingMeasurementState",
+                     with(false, true, MeasurementState::Measuring));
+        AddTargetRow(state, "abort when prepared", "none", with(true, true, MeasurementState::Prepared));
+    }
+    AddTargetRow("MeasurementModeState", "abort", "AbortingMeasurementState", aborted);
+    AddTargetRow("MeasurementModeState", "abort when prepared", "PreparingMeasurementState",
+                 with(true, true, MeasurementState::Prepared));
+    AddTargetRow("AbortingMeasurementState", "not stopped", "none", aborted);
+    AddTargetRow("AbortingMeasurementState", "left", "none", left);
+    AddTargetRow("AbortingMeasurementState", "stopped", "MeasurementModeState",
+                 with(true, true, MeasurementState::Stopped));
+    AddTargetRow("AbortingMeasurementState", "stopped and left", "MeasurementModeState",
+                 with(false, true, MeasurementState::Stopped));
+    AddTargetRow("StoppingMeasurementState", "stopped", "MeasurementModeState",
+                 with(true, false, MeasurementState::Stopped));
+    AddTargetRow("StoppingMeasurementState", "stopped and abort", "AbortingMeasurementState",
+                 with(true, true, MeasurementState::Stopped));
+}
+
+static void AddPreparedTargets()
+{
+    const auto start = [](bool isPrepareRequested, bool isAborted) {
+        return [=](StateMachineContext& context) {
+            SetSettingsType(context, MeasurementType::RLN);
+            context.IsMeasurementModeActive.Set(true);
+            context.MeasurementStatus.Set(MeasurementState::Prepared);
+            context.StartMeasurementRequested.Set(true);
+            context.PrepareMeasurementRequested.Set(isPrepareRequested);
+            context.AbortMeasurementRequested.Set(isAborted);
+        };
+    };
+    AddTargetRow("PreparingMeasurementState", "start", "StartingMeasurementState", start(false, false));
+    AddTargetRow("PreparingMeasurementState", "start and abort when prepared", "StartingMeasurementState",
+                 start(false, true));
+    AddTargetRow("PreparingMeasurementState", "start and prepare", "RCDMeasurementModeState",
+                 start(true, false));
+    AddTargetRow("PreparingMeasurementState", "start before prepared", "none",
+                 [start](StateMachineContext& context) {
+                     start(false, false)(context);
+                     context.MeasurementStatus.Set(MeasurementState::Preparing);
+                 });
+}
+
+static void AddRunningTargets()
+{
+    const auto running = [](bool isTimeElapsed, bool isAborted) {
+        return [=](StateMachineContext& context) {
+            SetSettingsType(context, MeasurementType::RPE);
+            context.IsMeasurementModeActive.Set(true);
+            context.MeasurementStatus.Set(MeasurementState::Measuring);
+            context.MeasurementTimeElapsed.Set(isTimeElapsed);
+            context.AbortMeasurementRequested.Set(isAborted);
+        };
+    };
+    for (const char* state :
+         {"ContinuousMeasurementRunningState", "HVTestContinuousMeasurementRunningState"}) {
+        AddTargetRow(state, "running", "none", running(false, false));
+        AddTargetRow(state, "time elapsed", "StoppingMeasurementState", running(true, false));
+        AddTargetRow(state, "time elapsed and abort", "AbortingMeasurementState", running(true, true));
+    }
+    const auto single = [](float firstValue) {
+        return [=](StateMachineContext& context) {
+            SetSettingsType(context, MeasurementType::IEC);
+            context.IsMeasurementModeActive.Set(true);
+            context.CurrentMeasurementType.Set(MeasurementType::RLN);
+            context.MeasurementStatus.Set(MeasurementState::Measuring);
+            auto* results = new Vesmar::IECResults(firstValue, 0.0F, 0.0F, 0.0F, 0.0F);
+            results->_values[0] = firstValue;
+            Vesmar::ReplaceOwned<Vesmar::MeasurementResults>(context.TestResults, results, nullptr);
+        };
+    };
+    AddTargetRow("SingleMeasurementRunningState", "result", "StoppingMeasurementState", single(0.5F));
+    AddTargetRow("SingleMeasurementRunningState", "result of 0", "none", single(0.0F));
+}
+
 void TestStateMachineRunner::FindsTheTargetInTheWholeMachine_data()
 {
     QTest::addColumn<QString>("from");
@@ -657,6 +752,9 @@ void TestStateMachineRunner::FindsTheTargetInTheWholeMachine_data()
     AddRootTargets();
     AddConfigurationAndUpdateTargets();
     AddMeasurementTargets();
+    AddMeasurementModeTargets();
+    AddPreparedTargets();
+    AddRunningTargets();
 }
 
 void TestStateMachineRunner::FindsTheTargetInTheWholeMachine()

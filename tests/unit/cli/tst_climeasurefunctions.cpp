@@ -1,0 +1,199 @@
+#include "cli/measureverb.h"
+
+#include <QtTest>
+
+#include <memory>
+#include <sstream>
+
+#include <Vesmar/hvtestsettings.h>
+
+#include "cli/program.h"
+
+namespace
+{
+
+/// A command line `vesmar measure ...` that has been read.
+class Reading
+{
+public:
+    explicit Reading(const QString& arguments)
+    {
+        std::vector<std::string> texts{"vesmar", "measure"};
+        for (const QString& argument : arguments.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+            texts.push_back(argument.toStdString());
+        }
+        std::vector<const char*> pointers;
+        for (const std::string& text : texts) {
+            pointers.push_back(text.c_str());
+        }
+        verb = dynamic_cast<Cli::MeasureVerb*>(
+            _program.Parse(static_cast<int>(pointers.size()), pointers.data(), _output, _errors, &status));
+    }
+
+    QByteArray Errors() const { return QByteArray::fromStdString(_errors.str()); }
+    QByteArray Output() const { return QByteArray::fromStdString(_output.str()); }
+
+    Cli::MeasureVerb* verb = nullptr;
+    int status = -1;
+
+private:
+    Cli::Program _program;
+    std::ostringstream _output;
+    std::ostringstream _errors;
+};
+
+constexpr char Usage[] = "Usage: vesmar measure FUNCTION [OPTIONS]\n"
+                         "       vesmar measure FUNCTION --help\n";
+
+} // namespace
+
+class TestCliMeasureFunctions : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void Payloads_data();
+    void Payloads();
+    void Refused_data();
+    void Refused();
+    void TimeOffset();
+    void CommonOptions();
+    void Help();
+};
+
+void TestCliMeasureFunctions::Payloads_data()
+{
+    QTest::addColumn<QByteArray>("payload");
+    QTest::addColumn<int>("seconds"); // -1: not known
+    const auto row = [](const char* arguments, const char* payload, int seconds) {
+        QTest::newRow(arguments) << QByteArray::fromHex(payload) << seconds;
+    };
+    row("rln", "01FF0100FFFFFFFF", -1);
+    row("iec", "01FF0200FFFFFFFF", -1);
+    row("rpe", "02050000FFFFFFFF", 5);
+    row("rpe --time 86400", "02050000FFFFFFFF", 86400);
+    row("rpe --time unlimited", "02FF0000FFFFFFFF", -1);
+    row("rpe --method 1 --current 2", "02050400FFFFFFFF", 5);
+    row("rpe --method 1 --current 3", "02050600FFFFFFFF", 5);
+    row("rpe --method 2 --current 0", "02050100FFFFFFFF", 5);
+    row("rpe --method 3 --current 1", "02050800FFFFFFFF", 5);
+    row("rpe --method 0 --current 3", "02050000FFFFFFFF", 5);
+    row("riso", "03050000FFFFFFFF", 5);
+    row("riso --mode 1 --voltage 0", "03050400FFFFFFFF", 5);
+    row("riso --mode 2 --voltage 1", "03050900FFFFFFFF", 5);
+    row("riso --mode 4 --voltage 2", "03051200FFFFFFFF", 5);
+    row("riso --voltage 3", "03050300FFFFFFFF", 5);
+    row("isub --time 1", "04050000FFFFFFFF", 1);
+    row("ipe --mode 1 --configuration 1", "05050000FFFFFFFF", 5);
+    row("ipe --mode 2 --configuration 2", "05050500FFFFFFFF", 5);
+    row("idelta --mode 2", "06050100FFFFFFFF", 5);
+    row("idelta --mode 1 --configuration 2", "06050400FFFFFFFF", 5);
+    row("idelta --configuration 1", "06050000FFFFFFFF", 5);
+    row("it --configuration 1", "07050000FFFFFFFF", 5);
+    row("it --configuration 2", "07050400FFFFFFFF", 5);
+    row("power --mode 1", "08050000FFFFFFFF", 5);
+    row("power --mode 2", "08050100FFFFFFFF", 5);
+    row("hv --mode 1", "09050200FFFFFFFF", 5);
+    row("hv --mode 2 --time 60", "09050500FFFFFFFF", 60);
+}
+
+void TestCliMeasureFunctions::Payloads()
+{
+    QFETCH(QByteArray, payload);
+    QFETCH(int, seconds);
+    const Reading reading(QString::fromLatin1(QTest::currentDataTag()));
+    QVERIFY2(reading.verb != nullptr, reading.Errors().constData());
+    const Cli::MeasureFunction& function = *reading.verb->Functions().Chosen();
+    const std::unique_ptr<QByteArray> frame(function.settings->CreateMeasurementFrame());
+    QCOMPARE(*frame, payload);
+    QCOMPARE(function.Seconds().value_or(-1), seconds);
+}
+
+void TestCliMeasureFunctions::Refused_data()
+{
+    QTest::addColumn<QByteArray>("complaint");
+    const auto row = [](const QByteArray& arguments, const QByteArray& complaint) {
+        QTest::newRow(arguments.constData()) << complaint;
+    };
+    const QByteArray names = "it is one of rln, iec, rpe, riso, isub, ipe, idelta, it, power, hv";
+    row("", "measure: no function given; " + names);
+    row("rcd", "measure: no function: \"rcd\"; " + names);
+    row("rln --csv x",
+        "--csv: rln gives a single result; only continuous functions have readings to write to "
+        "a file");
+    row("iec --csv x",
+        "--csv: iec gives a single result; only continuous functions have readings to write to "
+        "a file");
+    row("rln --bad", "The following argument was not expected: --bad");
+    const auto numbers = [&row](const char* option, const char* allowed, const QList<QByteArray>& refused) {
+        for (const QByteArray& value : refused) {
+            const QByteArray name = QByteArray(option).split(' ').at(1);
+            row(QByteArray(option) + ' ' + value, name + ": \"" + value + "\" is not one of " + allowed);
+        }
+    };
+    numbers("rpe --current", "0, 1, 2, 3", {"4", "-1", "x", "1.0"});
+    numbers("rpe --method", "0, 1, 2, 3", {"4", "-1"});
+    numbers("riso --voltage", "0, 1, 2, 3", {"4", "-1"});
+    numbers("riso --mode", "1, 2, 4", {"0", "3", "5"});
+    for (const char* option : {"ipe --mode", "ipe --configuration", "idelta --mode", "idelta --configuration",
+                               "it --configuration", "power --mode", "hv --mode"}) {
+        numbers(option, "1, 2", {"0", "3"});
+    }
+    for (const char* value : {"0", "-1", "86401", "1.5", "nan", "forever"}) {
+        for (const char* function : {"rpe", "riso", "isub", "ipe", "idelta", "it", "power", "hv"}) {
+            row(QByteArray(function) + " --time " + value,
+                "--time: \"" + QByteArray(value) +
+                    "\" is not a whole number of seconds from 1 to 86400, nor unlimited");
+        }
+    }
+    for (const char* value : {"-0.1", "600.1", "nan", "long"}) {
+        row("hv --time-offset " + QByteArray(value),
+            "--time-offset: \"" + QByteArray(value) + "\" is not a number of seconds from 0 to 600");
+    }
+}
+
+void TestCliMeasureFunctions::Refused()
+{
+    QFETCH(QByteArray, complaint);
+    const Reading reading(QString::fromLatin1(QTest::currentDataTag()));
+    QVERIFY(reading.verb == nullptr);
+    QCOMPARE(reading.status, 1);
+    QCOMPARE(reading.Errors(), "vesmar: " + complaint + '\n' + Usage);
+}
+
+void TestCliMeasureFunctions::TimeOffset()
+{
+    const Reading usual(QStringLiteral("hv"));
+    QCOMPARE(usual.verb->Functions().Chosen()->secondsBefore, 3.5F);
+    const Reading given(QStringLiteral("hv --time-offset 0.5"));
+    const Cli::MeasureFunction& function = *given.verb->Functions().Chosen();
+    QCOMPARE(function.secondsBefore, 0.5F);
+    QCOMPARE(dynamic_cast<Vesmar::HVTestSettings&>(*function.settings).GetMeasurementTimeOffset(), 0.5F);
+}
+
+void TestCliMeasureFunctions::CommonOptions()
+{
+    const Reading reading(
+        QStringLiteral("it --json --timeout 2 --prepare-timeout 3 --stop-timeout 4 --csv some/file"));
+    QVERIFY2(reading.verb != nullptr, reading.Errors().constData());
+    QVERIFY(reading.verb->Options().isJson);
+    QVERIFY(reading.verb->Options().timeout == std::chrono::seconds(2));
+    QVERIFY(reading.verb->Limits().prepare == std::chrono::seconds(3));
+    QVERIFY(reading.verb->Limits().stop == std::chrono::seconds(4));
+    QCOMPARE(reading.verb->Functions().CsvFile(), QStringLiteral("some/file"));
+}
+
+void TestCliMeasureFunctions::Help()
+{
+    const Reading measure(QStringLiteral("--help"));
+    QCOMPARE(measure.status, 0);
+    QVERIFY(measure.Output().contains(Usage));
+    QVERIFY(measure.Output().contains("switch it off at the instrument"));
+    const Reading hv(QStringLiteral("hv --help"));
+    QCOMPARE(hv.status, 0);
+    QVERIFY(hv.Output().contains("Usage: vesmar measure hv [OPTIONS]\n"));
+    QVERIFY(hv.Output().contains("--time-offset"));
+}
+
+QTEST_GUILESS_MAIN(TestCliMeasureFunctions)
+#include "tst_climeasurefunctions.moc"

@@ -1,0 +1,278 @@
+#include "cli/measurementformat.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <limits>
+
+#include <Vesmar/hvtestresults.h>
+#include <Vesmar/iecresults.h>
+#include <Vesmar/itresults.h>
+#include <Vesmar/powerresults.h>
+#include <Vesmar/rlnresults.h>
+
+#include "cli/readingsfile.h"
+
+using Cli::Reading;
+using Vesmar::Error;
+using Vesmar::FunctionState;
+using Vesmar::MeasurementState;
+using Vesmar::MeasurementType;
+using namespace std::chrono_literals;
+
+namespace
+{
+
+const QVector<Reading> Readings{{"current", 0.25F}, {"voltage", 3.4028235e38F}};
+
+QDateTime Noon()
+{
+    return {QDate(2024, 5, 6), QTime(12, 0, 0, 7), Qt::OffsetFromUTC, 7200};
+}
+
+QByteArray Written(const QVector<Reading>& readings)
+{
+    return Cli::ReadingLine(0ms, readings).mid(10);
+}
+
+/// A session that was aborted while it was being prepared.
+Cli::MeasurementSession Aborted(bool isConfirmed)
+{
+    Cli::MeasurementSession session(MeasurementType::IT, false, 5);
+    const Cli::MeasurementPicture idle{Error::NoErrors,
+                                       MeasurementState::Idle,
+                                       FunctionState::Unknown,
+                                       MeasurementType::Monitoring,
+                                       0,
+                                       false,
+                                       false};
+    session.Begin(idle);
+    session.Abort();
+    if (isConfirmed) {
+        session.IdentityRead(idle);
+    } else {
+        session.TimeOver();
+    }
+    return session;
+}
+
+Cli::MeasurementSession Failed()
+{
+    Cli::MeasurementSession session(MeasurementType::IT, false, 5);
+    Cli::MeasurementPicture picture{Error::NoErrors,
+                                    MeasurementState::Idle,
+                                    FunctionState::Unknown,
+                                    MeasurementType::Monitoring,
+                                    0,
+                                    false,
+                                    false};
+    session.Begin(picture);
+    picture.isModeActive = true;
+    picture.error = Error::PrepareFailed;
+    session.Follow(picture);
+    session.IdentityRead(picture);
+    return session;
+}
+
+/// A session whose link was lost, and may be back.
+Cli::MeasurementSession LinkLost(MeasurementState status, bool isBack)
+{
+    Cli::MeasurementSession session(MeasurementType::IT, false, 5);
+    Cli::MeasurementPicture picture{Error::NoErrors,
+                                    MeasurementState::Idle,
+                                    FunctionState::Unknown,
+                                    MeasurementType::Monitoring,
+                                    0,
+                                    false,
+                                    false};
+    session.Begin(picture);
+    if (status == MeasurementState::Starting) {
+        session.Follow({Error::NoErrors, MeasurementState::Prepared, FunctionState::Prepared,
+                        MeasurementType::IT, 0, false, true});
+    }
+    session.Follow(picture);
+    if (isBack) {
+        session.IdentityRead(picture);
+    } else {
+        session.TimeOver();
+    }
+    return session;
+}
+
+} // namespace
+
+class TestCliMeasurementFormat : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void NamedReadings();
+    void EveryFunctionNamesItsReadings();
+    void Live();
+    void LiveWithoutATime();
+    void LiveIsCutToTheWidth();
+    void ReadingAsJson();
+    void EventAsJson();
+    void Csv();
+    void Table();
+    void EndOfAnAbort();
+    void EndOfAFailure();
+    void EndThatIsNotConfirmed();
+    void EndOfALostLink();
+    void ResultAsJson();
+    void FileIsOverwritten();
+    void FileThatCannotBeWritten_data();
+    void FileThatCannotBeWritten();
+};
+
+void TestCliMeasurementFormat::NamedReadings()
+{
+    QCOMPARE(Written(Cli::ReadingsOf(Vesmar::RLNResults(1, 2, 3, 4, 5))),
+             QByteArray("resistance 1, voltage 2, current 3, ISUB voltage 4, ISUB current 5\n"));
+    QCOMPARE(Written(Cli::ReadingsOf(Vesmar::IECResults(2.9F, 2, 3, 4, 250))),
+             QByteArray("result 2, voltage 2, ULN 3, step 4, delay 0.25\n"));
+    QCOMPARE(Written(Cli::ReadingsOf(Vesmar::HVTestResults(1, 2, 3, 4, 5, 50))),
+             QByteArray("maximum voltage 1, voltage 2, current 3, ULN 4, primary voltage 5, PWM 0.5\n"));
+    QCOMPARE(Written(Cli::ReadingsOf(Vesmar::POWERResults(1, 2, 3, 4, 5, 6))),
+             QByteArray("energy 1, power 2, current 3, voltage 4, power factor 5, apparent power 6\n"));
+    QCOMPARE(Written(Cli::ReadingsOf(Vesmar::ITResults(0.5F))), QByteArray("current 0.5\n"));
+}
+
+void TestCliMeasurementFormat::EveryFunctionNamesItsReadings()
+{
+    for (int function = 1; function <= 9; ++function) {
+        QVERIFY2(!Cli::ReadingNames(static_cast<MeasurementType>(function)).isEmpty(),
+                 qPrintable(QString::number(function)));
+    }
+    QVERIFY(Cli::ReadingNames(MeasurementType::None).isEmpty());
+}
+
+void TestCliMeasurementFormat::Live()
+{
+    QCOMPARE(Cli::LiveLine({1300ms, 5000ms}, Readings, 200),
+             QStringLiteral("   1.3 s of 5 s [=====               ]  current 0.25, voltage no value"));
+    QCOMPARE(Cli::LiveLine({9000ms, 8500ms}, {}, 200),
+             QStringLiteral("   9.0 s of 8.5 s [====================]  "));
+}
+
+void TestCliMeasurementFormat::LiveWithoutATime()
+{
+    QCOMPARE(Cli::LiveLine({61000ms, std::nullopt}, Readings, 200),
+             QStringLiteral("  61.0 s  current 0.25, voltage no value"));
+}
+
+void TestCliMeasurementFormat::LiveIsCutToTheWidth()
+{
+    QCOMPARE(Cli::LiveLine({61000ms, std::nullopt}, Readings, 17), QStringLiteral("  61.0 s  current"));
+}
+
+void TestCliMeasurementFormat::ReadingAsJson()
+{
+    QCOMPARE(Cli::ReadingJson(Noon(), 1500ms, Readings),
+             QByteArray(R"({"elapsed":1.5,"event":"reading","readings":{"current":0.25,"voltage":null},)"
+                        R"("time":"2024-05-06T12:00:00.007+02:00"})"
+                        "\n"));
+}
+
+void TestCliMeasurementFormat::EventAsJson()
+{
+    QCOMPARE(Cli::EventJson(Noon(), QStringLiteral("status"), 5),
+             QByteArray(R"({"event":"status","time":"2024-05-06T12:00:00.007+02:00","value":5})"
+                        "\n"));
+}
+
+void TestCliMeasurementFormat::Csv()
+{
+    QCOMPARE(Cli::CsvHeader(MeasurementType::ISUB), QByteArray("time,elapsed,current,voltage\n"));
+    QCOMPARE(Cli::CsvRow(Noon(), 1500ms, Readings),
+             QByteArray("2024-05-06T12:00:00.007+02:00,1.500,0.25,\n"));
+}
+
+void TestCliMeasurementFormat::Table()
+{
+    QCOMPARE(Cli::ResultText(Readings),
+             QByteArray("  current           0.25\n  voltage           no value\n"));
+}
+
+void TestCliMeasurementFormat::EndOfAnAbort()
+{
+    QCOMPARE(Cli::EndMessage(QStringLiteral("it"), Aborted(true)),
+             QStringLiteral("Measurement it aborted. The instrument is confirmed to have stopped."));
+}
+
+void TestCliMeasurementFormat::EndOfAFailure()
+{
+    QCOMPARE(
+        Cli::EndMessage(QStringLiteral("it"), Failed()),
+        QStringLiteral("Measurement it failed: PrepareFailed (200): the instrument could not prepare the "
+                       "measurement. The instrument is confirmed to have stopped."));
+}
+
+void TestCliMeasurementFormat::EndThatIsNotConfirmed()
+{
+    QCOMPARE(
+        Cli::EndMessage(QStringLiteral("hv"), Aborted(false)),
+        QStringLiteral("Measurement hv aborted. STOP NOT CONFIRMED: the instrument may still be running, "
+                       "and high voltage may be on. Switch it off at the instrument."));
+}
+
+void TestCliMeasurementFormat::EndOfALostLink()
+{
+    QCOMPARE(Cli::EndMessage(QStringLiteral("it"), LinkLost(MeasurementState::Preparing, true)),
+             QStringLiteral("Link lost, or the measurement refused by the instrument, while preparing. It is "
+                            "back, and the instrument is confirmed to have stopped."));
+    QCOMPARE(Cli::EndMessage(QStringLiteral("it"), LinkLost(MeasurementState::Starting, true)),
+             QStringLiteral("Link lost in the middle of the measurement. It is back, and the instrument is "
+                            "confirmed to have stopped."));
+    QCOMPARE(Cli::EndMessage(QStringLiteral("it"), LinkLost(MeasurementState::Starting, false)),
+             QStringLiteral("Link lost, the state of the instrument is unknown: it may still be running, and "
+                            "high voltage may be on. Switch it off at the instrument."));
+}
+
+void TestCliMeasurementFormat::ResultAsJson()
+{
+    QCOMPARE(Cli::ResultJson({QStringLiteral("it"), QStringLiteral("text"), {{"current", 0.25F}}}, Failed()),
+             QByteArray(R"({"error":{"meaning":"the instrument could not prepare the measurement",)"
+                        R"("name":"PrepareFailed","number":200},"event":"result","function":"it",)"
+                        R"("message":"text","outcome":"failed","readings":{"current":0.25},"status":4,)"
+                        R"("stopped":true})"
+                        "\n"));
+    QCOMPARE(Cli::ResultJson({QStringLiteral("it"), QStringLiteral("text"), {}}, Aborted(false)),
+             QByteArray(R"({"error":null,"event":"result","function":"it","message":"text",)"
+                        R"("outcome":"aborted","readings":null,"status":6,"stopped":false})"
+                        "\n"));
+}
+
+void TestCliMeasurementFormat::FileIsOverwritten()
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("readings.csv")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("something that is longer than all that follows\n");
+    file.close();
+    Cli::ReadingsFile readings(file.fileName(), "a,b\n");
+    readings.Write("1,2\n");
+    QCOMPARE(readings.Problem(), QString());
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), QByteArray("a,b\n1,2\n"));
+}
+
+void TestCliMeasurementFormat::FileThatCannotBeWritten_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("problem");
+    QTest::newRow("folder missing") << QStringLiteral("/nonexistent/x") << QStringLiteral("No such file");
+    QTest::newRow("a folder") << QStringLiteral("/") << QStringLiteral("directory");
+    QTest::newRow("a device") << QStringLiteral("/dev/null") << QStringLiteral("not a regular file");
+}
+
+void TestCliMeasurementFormat::FileThatCannotBeWritten()
+{
+    QFETCH(QString, path);
+    QFETCH(QString, problem);
+    const Cli::ReadingsFile file(path, "a\n");
+    QVERIFY2(file.Problem().contains(problem), qPrintable(file.Problem()));
+}
+
+QTEST_GUILESS_MAIN(TestCliMeasurementFormat)
+#include "tst_climeasurementformat.moc"

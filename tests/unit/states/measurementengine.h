@@ -1,0 +1,106 @@
+#pragma once
+
+#include <QMap>
+#include <QStringList>
+#include <QTest>
+
+#include <Vesmar/functionstate.h>
+#include <Vesmar/measurementtype.h>
+
+#include "context/replaceowned.h"
+#include "unit/states/enginefixture.h"
+
+/// Six readings, 1 to 6.
+inline const QByteArray SixReadings = Wire::Bytes("0000803f0000004000004040000080400000a0400000c04043e3");
+
+/// An engine whose instrument has a function selected.
+class MeasurementEngine : public Engine
+{
+public:
+    static constexpr int NoError = 15;
+    static constexpr int FunctionStateCount = 16;
+
+    /// Every request is tried once.
+    MeasurementEngine() { transciever.SetMaxRetransmissions(0); }
+
+    /// The status from now on; every other request is served.
+    void Report(int functionState, bool isNewMeasurement = false, int error = NoError)
+    {
+        AnswerByCommand(
+            WithService('s', Status(Vesmar::MeasurementType::RPE, functionState, isNewMeasurement, error)));
+    }
+
+    /// As above, but this command is refused.
+    void RefuseWhileReporting(char command, int functionState, bool isNewMeasurement = false)
+    {
+        QMap<char, QByteArray> answers =
+            WithService('s', Status(Vesmar::MeasurementType::RPE, functionState, isNewMeasurement, NoError));
+        answers.insert(command, Wire::Refusal);
+        AnswerByCommand(answers);
+    }
+
+    void Settings(Vesmar::MeasurementSettings* settings)
+    {
+        Vesmar::ReplaceOwned(context.TestSettings, settings, nullptr);
+    }
+
+    /// Forgets what has happened so far.
+    void Restart()
+    {
+        cells.Clear();
+        log.Clear();
+        peer.ClearRequests();
+    }
+
+    /// The changes of cells, blank between them, but for those that every status makes.
+    QString Outcome() const
+    {
+        QStringList changes = cells.Changes();
+        for (const char* part :
+             {"NewMeasurement=", "CurrentMeasurementType=", "MeasurementFunctionStatus="}) {
+            changes = Without(QLatin1String(part), changes);
+        }
+        return changes.join(QLatin1Char(' '));
+    }
+
+    static QByteArray Status(Vesmar::MeasurementType function, int functionState, bool isNewMeasurement,
+                             int error)
+    {
+        constexpr int NewMeasurementBit = 0x80;
+        QByteArray data;
+        data.append(
+            static_cast<char>((isNewMeasurement ? NewMeasurementBit : 0) | static_cast<int>(function)));
+        data.append(static_cast<char>(error << 4 | functionState));
+        return WithChecksum(data);
+    }
+
+private:
+    static QMap<char, QByteArray> WithService(char command, const QByteArray& answer)
+    {
+        QMap<char, QByteArray> answers{
+            {'P', Wire::Acknowledge}, {'S', Wire::Acknowledge}, {'h', Wire::Acknowledge}, {'e', SixReadings}};
+        answers.insert(command, answer);
+        return answers;
+    }
+
+    static QStringList Without(const QLatin1String& beginning, const QStringList& changes)
+    {
+        QStringList others;
+        for (const QString& change : changes) {
+            if (!change.startsWith(beginning)) {
+                others.append(change);
+            }
+        }
+        return others;
+    }
+};
+
+/// Rows for the function states 0 to 15: what each makes of the cells, nothing where it is not in the map.
+inline void AddFunctionStateRows(const QMap<int, const char*>& outcomes)
+{
+    QTest::addColumn<int>("functionState");
+    QTest::addColumn<QString>("outcome");
+    for (int state = 0; state < MeasurementEngine::FunctionStateCount; ++state) {
+        QTest::addRow("function state %d", state) << state << QString(QLatin1String(outcomes.value(state)));
+    }
+}

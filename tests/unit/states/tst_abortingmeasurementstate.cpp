@@ -1,0 +1,118 @@
+#include <QTest>
+
+#include "states/measurement/abortingmeasurementstate.h"
+#include "unit/states/endingsteps.h"
+
+using Vesmar::AbortingMeasurementState;
+
+class TestAbortingMeasurementState : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void EntryBeginsToStop();
+    void EntryStopsTheTimer();
+    void ExitEndsTheAbort();
+    void ExitWritesOnlyChanges();
+
+    void FollowsTheFunctionState_data();
+    void FollowsTheFunctionState();
+    void DropsAStartOfTheAbortedFunction_data();
+    void DropsAStartOfTheAbortedFunction();
+    void KeepsAStartThatFollowsAPreparation();
+    void StopsOnEveryStepUntilTheFunctionIsOver();
+    void FailedStatusEndsTheStep();
+    void FailedStopIsALostLink();
+};
+
+static const QList<int> Over = {0, 1, 2, 3, 4, 6, 9};
+
+void TestAbortingMeasurementState::EntryBeginsToStop()
+{
+    Engine engine;
+    AbortingMeasurementState state(&engine.context, nullptr);
+    engine.context.IsMeasurementRunning.Set(true);
+    CompareHook(engine, [&state]() { state.OnEntry(); }, "ENTERING ABORTING MEASUREMENT STATE ",
+                {QStringLiteral("MeasurementStatus=6"), QStringLiteral("IsMeasurementRunning=0")});
+}
+
+void TestAbortingMeasurementState::EntryStopsTheTimer()
+{
+    EndingSteps::EntryStopsTheTimer<AbortingMeasurementState>();
+}
+
+void TestAbortingMeasurementState::ExitEndsTheAbort()
+{
+    Engine engine;
+    AbortingMeasurementState state(&engine.context, nullptr);
+    engine.context.AbortMeasurementRequested.Set(true);
+    CompareHook(engine, [&state]() { state.OnExit(); }, "LEAVING ABORTING MEASUREMENT STATE ",
+                {QStringLiteral("AbortMeasurementRequested=0"), QStringLiteral("MeasurementStatus=7")});
+}
+
+void TestAbortingMeasurementState::ExitWritesOnlyChanges()
+{
+    Engine engine;
+    AbortingMeasurementState state(&engine.context, nullptr);
+    engine.context.MeasurementStatus.Set(Vesmar::MeasurementState::Stopped);
+    CompareHook(
+        engine, [&state]() { state.OnExit(); }, "LEAVING ABORTING MEASUREMENT STATE ");
+}
+
+void TestAbortingMeasurementState::FollowsTheFunctionState_data()
+{
+    EndingSteps::AddRows(Over, "MeasurementStatus=7 IsMeasurementRunning=0");
+}
+
+void TestAbortingMeasurementState::FollowsTheFunctionState()
+{
+    EndingSteps::FollowsTheFunctionState<AbortingMeasurementState>();
+}
+
+void TestAbortingMeasurementState::DropsAStartOfTheAbortedFunction_data()
+{
+    EndingSteps::AddRows(Over, "MeasurementStatus=7 IsMeasurementRunning=0 StartMeasurementRequested=0");
+}
+
+void TestAbortingMeasurementState::DropsAStartOfTheAbortedFunction()
+{
+    QFETCH(const int, functionState);
+    QFETCH(const QString, outcome);
+    EndingSteps::End<AbortingMeasurementState> end;
+    end.context.StartMeasurementRequested.Set(true);
+    end.Report(functionState);
+    end.Restart();
+    end.state.OnRunning();
+    QCOMPARE(end.Outcome(), outcome);
+}
+
+void TestAbortingMeasurementState::KeepsAStartThatFollowsAPreparation()
+{
+    EndingSteps::End<AbortingMeasurementState> end;
+    end.context.StartMeasurementRequested.Set(true);
+    end.context.PrepareMeasurementRequested.Set(true);
+    end.Report(9);
+    end.Restart();
+    end.state.OnRunning();
+    QCOMPARE(end.Outcome(), QStringLiteral("MeasurementStatus=7 IsMeasurementRunning=0"));
+    QVERIFY(end.context.StartMeasurementRequested.Get());
+    QVERIFY(end.context.PrepareMeasurementRequested.Get());
+}
+
+void TestAbortingMeasurementState::StopsOnEveryStepUntilTheFunctionIsOver()
+{
+    EndingSteps::StopsOnEveryStepUntilTheFunctionIsOver<AbortingMeasurementState>();
+}
+
+void TestAbortingMeasurementState::FailedStatusEndsTheStep()
+{
+    EndingSteps::FailedStatusEndsTheStep<AbortingMeasurementState>();
+}
+
+void TestAbortingMeasurementState::FailedStopIsALostLink()
+{
+    EndingSteps::FailedStopIsALostLink<AbortingMeasurementState>();
+}
+
+QTEST_GUILESS_MAIN(TestAbortingMeasurementState)
+#include "tst_abortingmeasurementstate.moc"

@@ -1,0 +1,83 @@
+#include <QTest>
+
+#include "states/measurement/stoppingmeasurementstate.h"
+#include "unit/states/endingsteps.h"
+
+using Vesmar::StoppingMeasurementState;
+
+class TestStoppingMeasurementState : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void EntryBeginsToStop();
+    void EntryStopsTheTimer();
+    void ExitWritesItsBannerAlone();
+
+    void FollowsTheFunctionState_data();
+    void FollowsTheFunctionState();
+    void LeavesAStartRequested();
+    void StopsOnEveryStepUntilTheFunctionIsOver();
+    void FailedStatusEndsTheStep();
+    void FailedStopIsALostLink();
+};
+
+void TestStoppingMeasurementState::EntryBeginsToStop()
+{
+    Engine engine;
+    StoppingMeasurementState state(&engine.context, nullptr);
+    engine.context.IsMeasurementRunning.Set(true);
+    CompareHook(engine, [&state]() { state.OnEntry(); }, "ENTERING STOPPING MEASUREMENT STATE ",
+                {QStringLiteral("MeasurementStatus=6")});
+}
+
+void TestStoppingMeasurementState::EntryStopsTheTimer()
+{
+    EndingSteps::EntryStopsTheTimer<StoppingMeasurementState>();
+}
+
+void TestStoppingMeasurementState::ExitWritesItsBannerAlone()
+{
+    Engine engine;
+    StoppingMeasurementState state(&engine.context, nullptr);
+    engine.context.AbortMeasurementRequested.Set(true);
+    CompareHook(
+        engine, [&state]() { state.OnExit(); }, "LEAVING STOPPING MEASUREMENT STATE ");
+}
+
+void TestStoppingMeasurementState::FollowsTheFunctionState_data()
+{
+    EndingSteps::AddRows({0, 2, 4, 9}, "MeasurementStatus=7 IsMeasurementRunning=0");
+}
+
+void TestStoppingMeasurementState::FollowsTheFunctionState()
+{
+    EndingSteps::FollowsTheFunctionState<StoppingMeasurementState>();
+}
+
+void TestStoppingMeasurementState::LeavesAStartRequested()
+{
+    EndingSteps::End<StoppingMeasurementState> end;
+    end.context.StartMeasurementRequested.Set(true);
+    end.Report(9);
+    end.state.OnRunning();
+    QVERIFY(end.context.StartMeasurementRequested.Get());
+}
+
+void TestStoppingMeasurementState::StopsOnEveryStepUntilTheFunctionIsOver()
+{
+    EndingSteps::StopsOnEveryStepUntilTheFunctionIsOver<StoppingMeasurementState>();
+}
+
+void TestStoppingMeasurementState::FailedStatusEndsTheStep()
+{
+    EndingSteps::FailedStatusEndsTheStep<StoppingMeasurementState>();
+}
+
+void TestStoppingMeasurementState::FailedStopIsALostLink()
+{
+    EndingSteps::FailedStopIsALostLink<StoppingMeasurementState>();
+}
+
+QTEST_GUILESS_MAIN(TestStoppingMeasurementState)
+#include "tst_stoppingmeasurementstate.moc"
