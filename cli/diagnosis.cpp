@@ -117,4 +117,11 @@ Failure ClocksOutOfReach()
                 .arg(static_cast<int>(OperationMode::Update))};
 }
 
+Failure CannotMeasure()
+{
+    return {QStringLiteral("update-mode"),
+            QStringLiteral("The instrument is in update mode (%1); it does not measure.")
+                .arg(static_cast<int>(OperationMode::Update))};
+}
+
 } // namespace Cli

@@ -34,4 +34,7 @@ Failure Diagnose(const Situation& situation);
 /// For an instrument that answers, in a mode in which its clocks cannot be read.
 Failure ClocksOutOfReach();
 
+/// For an instrument that answers, in a mode in which it does not measure.
+Failure CannotMeasure();
+
 } // namespace Cli

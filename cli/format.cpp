@@ -1,13 +1,12 @@
 #include "cli/format.h"
 
 #include <QJsonDocument>
-#include <QVector>
 
 #include <array>
 #include <charconv>
 #include <cmath>
 
-#include <Vesmar/monitoringresults.h>
+#include "cli/readings.h"
 
 namespace Cli
 {
@@ -35,21 +34,6 @@ const std::array<IdentityText, 7> IdentityTexts{{
     {"BuildNumber", "Build number", &TesterInformation::BuildNumber},
 }};
 
-struct Reading {
-    const char* name;
-    float value;
-};
-
-/// The readings that have names; they come in the instrument's own units.
-QVector<Reading> ReadingsOf(const MeasurementResults& results)
-{
-    if (results.GetMeasurementType() != Vesmar::MeasurementType::Monitoring) {
-        return {};
-    }
-    const auto& monitoring = static_cast<const Vesmar::MonitoringResults&>(results);
-    return {{"ULN", monitoring._uln}, {"UNPE", monitoring._unpe}, {"frequency", monitoring._frequency}};
-}
-
 bool IsPresent(float reading)
 {
     return std::isfinite(reading) && reading != MeasurementResults::NoValue;
@@ -61,15 +45,6 @@ QString Decimal(float reading)
     std::array<char, 32> buffer{};
     const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), reading);
     return QString::fromLatin1(buffer.data(), static_cast<int>(result.ptr - buffer.data()));
-}
-
-Shown ShowReading(float reading)
-{
-    if (!IsPresent(reading)) {
-        return {QStringLiteral("no value"), QJsonValue()};
-    }
-    const QString decimal = Decimal(reading);
-    return {decimal, decimal.toDouble()};
 }
 
 QByteArray Line(const QString& label, int width, const QString& text)
@@ -92,6 +67,15 @@ Shown ShowClock(const Condition& condition, QDateTime Clocks::*clock)
 }
 
 } // namespace
+
+Shown ShowReading(float reading)
+{
+    if (!IsPresent(reading)) {
+        return {QStringLiteral("no value"), QJsonValue()};
+    }
+    const QString decimal = Decimal(reading);
+    return {decimal, decimal.toDouble()};
+}
 
 Shown Show(bool value)
 {

@@ -25,6 +25,9 @@ struct Shown {
     QJsonValue json;
 };
 
+/// A reading; "no value" and null where there is none.
+Shown ShowReading(float reading);
+
 Shown Show(bool value);
 Shown Show(int value);
 Shown Show(const QDateTime& value);

@@ -6,6 +6,7 @@
 #include "cli/exitstatus.h"
 #include "cli/format.h"
 #include "cli/infoverb.h"
+#include "cli/measureverb.h"
 #include "cli/monitorverb.h"
 
 namespace Cli
@@ -42,6 +43,7 @@ Program::Program() : _app(Description, "vesmar")
     _app.footer(Footer);
     AddVerb<InfoVerb>();
     AddVerb<MonitorVerb>();
+    AddVerb<MeasureVerb>();
 }
 
 template <typename ConcreteVerb>

@@ -41,6 +41,8 @@ public:
 protected:
     Verb(CLI::App& program, const VerbTexts& texts);
 
+    CLI::App& Command() const { return _app; }
+
     /// Adds an option that takes seconds, in a range, and keeps them in `target`, a time or an optional one.
     template <typename Target>
     void AddSeconds(const char* name, const char* description, double least, Target& target)

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QString>
+#include <QVector>
+
+#include <chrono>
+#include <optional>
+
+#include "cli/measurementsession.h"
+#include "cli/readings.h"
+
+/// How a measurement looks: live, at its end, in JSON and in a file. What is formatted here ends its line,
+/// but for the live line.
+namespace Cli
+{
+
+/// How far a measurement is.
+struct MeasurementProgress {
+    std::chrono::milliseconds elapsed;
+    std::optional<std::chrono::milliseconds> total; ///< None where it is not known in advance.
+};
+
+/// "  3.2 s of 5 s [======    ]  current 0.5, voltage 230", cut to the width.
+QString LiveLine(const MeasurementProgress& progress, const QVector<Reading>& readings, int width);
+/// The same without a bar, for an output that is no terminal.
+QByteArray ReadingLine(std::chrono::milliseconds elapsed, const QVector<Reading>& readings);
+QByteArray ReadingJson(const QDateTime& time, std::chrono::milliseconds elapsed,
+                       const QVector<Reading>& readings);
+/// A change of a property, as an event.
+QByteArray EventJson(const QDateTime& time, const QString& event, const QJsonValue& value);
+
+QByteArray CsvHeader(Vesmar::MeasurementType function);
+QByteArray CsvRow(const QDateTime& time, std::chrono::milliseconds elapsed, const QVector<Reading>& readings);
+
+/// How a measurement has ended.
+struct MeasurementEnd {
+    QString function;
+    QString message;
+    QVector<Reading> readings; ///< The last ones.
+};
+
+/// What is said about the end, in a few sentences.
+QString EndMessage(const QString& function, const MeasurementSession& session);
+/// The result as a table.
+QByteArray ResultText(const QVector<Reading>& readings);
+QByteArray ResultJson(const MeasurementEnd& end, const MeasurementSession& session);
+
+} // namespace Cli

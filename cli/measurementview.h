@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QTimer>
+
+#include <optional>
+
+#include <Vesmar/error.h>
+#include <Vesmar/measurementstate.h>
+
+#include "cli/liveoutput.h"
+#include "cli/measurefunctions.h"
+#include "cli/measurementformat.h"
+#include "cli/readingsfile.h"
+
+namespace Cli
+{
+
+/// Shows a measurement while it runs, and its end.
+class MeasurementView : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The file may be null.
+    MeasurementView(const MeasureFunction& function, bool isJson, ReadingsFile* file);
+
+    /// From here on counts the time.
+    void BeginTime();
+    /// Events, for programs.
+    void ShowStatus(Vesmar::MeasurementState status);
+    void ShowError(Vesmar::Error error);
+    void ShowResults(const Vesmar::MeasurementResults& results);
+    /// A sentence for the person who watches, on the error output.
+    void Say(const QString& text);
+    void ShowEnd(const MeasurementSession& session);
+
+    /// Writes what is left. False if not everything could be shown or written to the file.
+    bool Finish();
+
+Q_SIGNALS:
+    /// Nobody sees any more what goes on.
+    void OutputLost();
+
+private:
+    std::chrono::milliseconds Elapsed() const;
+    void ShowEvent(const char* event, const QJsonValue& value);
+    void DrawLiveLine();
+    void EraseLiveLine();
+
+    const MeasureFunction& _function;
+    bool _isJson;
+    bool _isLive; ///< A text that a terminal shows.
+    ReadingsFile* _file;
+    LiveOutput _output;
+    LiveOutput _errors;
+    QTimer _redraw;
+    QElapsedTimer _time;
+    std::optional<std::chrono::milliseconds> _total;
+    QVector<Reading> _readings;
+    bool _hasLiveLine = false;
+};
+
+} // namespace Cli

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QVector>
+
+#include <Vesmar/measurementresults.h>
+
+namespace Cli
+{
+
+/// One reading of a result. Its unit is the instrument's own.
+struct Reading {
+    const char* name;
+    float value;
+};
+
+/// The names of a function's readings, in order; none for a function without named readings.
+QVector<const char*> ReadingNames(Vesmar::MeasurementType function);
+
+/// The readings that have names.
+QVector<Reading> ReadingsOf(const Vesmar::MeasurementResults& results);
+
+} // namespace Cli
