@@ -45,7 +45,8 @@ public:
     Instrument& operator=(const Instrument&) = delete;
     Instrument& operator=(Instrument&&) = delete;
 
-    /// What programs open; empty while the line is hung up. A line that comes back is a new one, with a new path.
+    /// What programs open; empty while the line is hung up. A line that comes back is a new one, with a new
+    /// path.
     QString DevicePath() const;
 
     void Execute(const ControlCommand& command);
