@@ -1,5 +1,5 @@
 # Installs what was built into an empty folder, and uses it from there as somebody else would: an application with
-# every header, the example, and the two programs.
+# every header, the examples, and the two programs.
 set(prefix "${WORK_FOLDER}/prefix")
 file(REMOVE_RECURSE "${WORK_FOLDER}")
 
@@ -51,3 +51,18 @@ expect("what vesmar info tells" "PAT")
 build_project("${SOURCE_FOLDER}/examples/mainsreadings")
 run("${simulator}" run -- "${WORK_FOLDER}/mainsreadings/mainsreadings")
 expect("what the example tells" "The mains: [0-9.]+ V, [0-9.]+ Hz")
+
+build_project("${SOURCE_FOLDER}/examples/continuousmeasurement")
+set(example "${WORK_FOLDER}/continuousmeasurement/continuousmeasurement")
+run("${simulator}" run -- "${example}")
+expect("what the example of a measurement tells" "RPE: [0-9.]+ at [0-9.]+\n.*The instrument has stopped")
+
+# It tells when the measurement fails, and ends only when the instrument has stopped all the same.
+execute_process(
+  COMMAND "${simulator}" run --scenario start-error -- "${example}"
+  ERROR_VARIABLE output
+  RESULT_VARIABLE status)
+if(NOT status EQUAL 1)
+  message(FATAL_ERROR "the example of a measurement that fails ended with ${status}\n${output}")
+endif()
+expect("what the example tells of a failure" "Failed with error 201\n.*The instrument has stopped")

@@ -1,0 +1,446 @@
+#include <QDateTime>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <memory>
+#include <vector>
+
+#include "integration/programrun.h"
+
+namespace
+{
+
+QStringList Words(const QString& text)
+{
+    return text.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+/// What the instrument was asked and answered, and what its function did; without the times.
+QByteArrayList LogIn(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    QByteArrayList log;
+    for (const QByteArray& line : file.readAll().split('\n')) {
+        if (!line.isEmpty()) {
+            log.append(line.mid(line.indexOf(' ') + 1));
+        }
+    }
+    return log;
+}
+
+/// Whether the function is over, for whatever reason, since it last ran.
+bool HasFunctionStopped(const QByteArrayList& log, int function)
+{
+    const QByteArray name = "function " + QByteArray::number(function);
+    const int running = log.lastIndexOf(name + " running");
+    return running >= 0 && log.lastIndexOf(name + " deselected") > running;
+}
+
+/// `vesmar measure`, with a simulated instrument of its own that keeps a log.
+class MeasureRun
+{
+public:
+    explicit MeasureRun(const QString& arguments, const QString& simulatorOptions = QString())
+        : _run(QStringLiteral(SIMULATOR_PROGRAM),
+               QStringList{QStringLiteral("run"), QStringLiteral("--log"), LogPath()} +
+                   Words(simulatorOptions) +
+                   QStringList{QStringLiteral("--"), QStringLiteral("sh"), QStringLiteral("-c"),
+                               QStringLiteral("exec \"$0\" measure ") + arguments,
+                               QStringLiteral(VESMAR_PROGRAM)})
+    {
+    }
+
+    ProgramRun* operator->() { return &_run; }
+
+    QByteArrayList Log() const { return LogIn(LogPath()); }
+    bool HasStopped(int function) const { return HasFunctionStopped(Log(), function); }
+
+private:
+    QString LogPath() const { return _folder.filePath(QStringLiteral("log")); }
+
+    const QTemporaryDir _folder; // First: the log is in it.
+    ProgramRun _run;
+};
+
+QJsonObject ObjectOf(const QByteArray& line)
+{
+    return QJsonDocument::fromJson(line).object();
+}
+
+QString EventOf(const QByteArray& line)
+{
+    return ObjectOf(line).value(QLatin1String("event")).toString();
+}
+
+QByteArrayList EventsOf(const QByteArrayList& lines, const char* event)
+{
+    QByteArrayList events;
+    for (const QByteArray& line : lines) {
+        if (EventOf(line) == QLatin1String(event)) {
+            events.append(line);
+        }
+    }
+    return events;
+}
+
+struct Function {
+    const char* name;
+    const char* options;
+    int number;           ///< What the instrument reports.
+    const char* prepare;  ///< The prepare request without its checksum.
+    QStringList readings; ///< In the order of JSON, which is that of the alphabet.
+    bool isContinuous = true;
+};
+
+const std::vector<Function>& Functions()
+{
+    static const QString Current = QStringLiteral("current");
+    static const QString Voltage = QStringLiteral("voltage");
+    static const QString Resistance = QStringLiteral("resistance");
+    static const std::vector<Function> All{
+        {"rln",
+         "",
+         1,
+         "5001ff0100ffffffff",
+         {QStringLiteral("ISUB current"), QStringLiteral("ISUB voltage"), Current, Resistance, Voltage},
+         false},
+        {"iec",
+         "",
+         1,
+         "5001ff0200ffffffff",
+         {QStringLiteral("ULN"), QStringLiteral("delay"), QStringLiteral("result"), QStringLiteral("step"),
+          Voltage},
+         false},
+        {"rpe", "--time 1 --current 3 --method 2", 2, "5002050700ffffffff", {Current, Resistance, Voltage}},
+        {"riso", "--time 1 --voltage 2 --mode 4", 3, "5003051200ffffffff", {Current, Resistance, Voltage}},
+        {"isub", "--time 1", 4, "5004050000ffffffff", {Current, Voltage}},
+        {"ipe", "--time 1 --mode 2 --configuration 1", 5, "5005050100ffffffff", {Current, Voltage}},
+        {"idelta", "--time 1 --mode 1 --configuration 2", 6, "5006050400ffffffff", {Current, Voltage}},
+        {"it", "--time 1 --configuration 2", 7, "5007050400ffffffff", {Current}},
+        {"power",
+         "--time 1 --mode 2",
+         8,
+         "5008050100ffffffff",
+         {QStringLiteral("apparent power"), Current, QStringLiteral("energy"), QStringLiteral("power"),
+          QStringLiteral("power factor"), Voltage}},
+        {"hv",
+         "--time 1 --time-offset 0.5 --mode 2",
+         9,
+         "5009050500ffffffff",
+         {QStringLiteral("PWM"), QStringLiteral("ULN"), Current, QStringLiteral("maximum voltage"),
+          QStringLiteral("primary voltage"), Voltage}},
+    };
+    return All;
+}
+
+/// The line of readings carries a number for each name.
+void CheckReadings(const QByteArray& line, const QStringList& names)
+{
+    const QJsonObject readings = ObjectOf(line).value(QLatin1String("readings")).toObject();
+    QCOMPARE(readings.keys(), names);
+    for (const QJsonValue& reading : readings) {
+        QVERIFY2(reading.isDouble(), line.constData());
+    }
+}
+
+/// Events with their times, and one result behind them.
+void CheckEvents(const QByteArrayList& lines, const Function& function)
+{
+    for (const QByteArray& line : lines.mid(0, lines.size() - 1)) {
+        const QString time = ObjectOf(line).value(QLatin1String("time")).toString();
+        QVERIFY2(QDateTime::fromString(time, Qt::ISODateWithMs).isValid(), line.constData());
+        QVERIFY2(QStringList({QStringLiteral("status"), QStringLiteral("reading")}).contains(EventOf(line)),
+                 line.constData());
+    }
+    const QByteArrayList readings = EventsOf(lines, "reading");
+    QVERIFY2(function.isContinuous ? readings.size() > 1 : readings.size() == 1, function.name);
+    for (const QByteArray& reading : readings) {
+        CheckReadings(reading, function.readings);
+    }
+}
+
+void CheckResult(const QByteArray& line, const Function& function)
+{
+    const QJsonObject result = ObjectOf(line);
+    QCOMPARE(EventOf(line), QStringLiteral("result"));
+    QCOMPARE(result.value(QLatin1String("function")).toString(), QLatin1String(function.name));
+    QCOMPARE(result.value(QLatin1String("outcome")).toString(), QStringLiteral("done"));
+    QCOMPARE(result.value(QLatin1String("status")).toInt(-1), 0);
+    QCOMPARE(result.value(QLatin1String("stopped")).toBool(), true);
+    QVERIFY2(result.value(QLatin1String("error")).isNull(), line.constData());
+    CheckReadings(line, function.readings);
+}
+
+/// It was prepared as asked for, and it has ended.
+void CheckLog(const MeasureRun& run, const Function& function)
+{
+    int prepared = 0;
+    for (const QByteArray& entry : run.Log()) {
+        prepared += entry.startsWith("50") ? 1 : 0;
+        QVERIFY2(!entry.startsWith("50") || entry.startsWith(function.prepare), entry.constData());
+    }
+    QCOMPARE(prepared, 1);
+    QVERIFY2(run.HasStopped(function.number), run.Log().join('\n').constData());
+}
+
+void CheckFunction(MeasureRun& run, const Function& function)
+{
+    QCOMPARE(run->Finish(), 0);
+    QCOMPARE(run->Errors(), QByteArray());
+    const QByteArrayList lines = run->Lines();
+    QVERIFY2(!lines.isEmpty(), function.name);
+    CheckEvents(lines, function);
+    CheckResult(lines.last(), function);
+    CheckLog(run, function);
+}
+
+} // namespace
+
+class TestMeasureProgram : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void EveryFunction();
+    void AsText();
+    void ReadingsFile();
+    void BadUse_data();
+    void BadUse();
+    void FailedByTheInstrument_data();
+    void FailedByTheInstrument();
+    void Interrupted();
+    void AbortedWithItsReader();
+    void AbortedWithItsTerminal();
+    void StopNotConfirmed();
+    void UnpluggedForGood();
+};
+
+void TestMeasureProgram::EveryFunction()
+{
+    std::vector<std::unique_ptr<MeasureRun>> runs; // side by side
+    for (const Function& function : Functions()) {
+        const QString arguments =
+            QStringLiteral("%1 --json %2").arg(QLatin1String(function.name), QLatin1String(function.options));
+        runs.push_back(std::make_unique<MeasureRun>(arguments));
+    }
+    for (size_t i = 0; i < runs.size(); ++i) {
+        CheckFunction(*runs.at(i), Functions().at(i));
+        if (QTest::currentTestFailed()) {
+            QFAIL(Functions().at(i).name);
+        }
+    }
+}
+
+void TestMeasureProgram::AsText()
+{
+    MeasureRun run(QStringLiteral("isub --time 1"));
+    QCOMPARE(run->Finish(), 0);
+    QCOMPARE(run->Errors(), QByteArray());
+    QByteArrayList lines = run->Lines();
+    QVERIFY2(lines.size() > 4, run->Output().constData());
+    const QByteArrayList end = lines.mid(lines.size() - 3);
+    QCOMPARE(end.at(0), QByteArray("Measurement isub done. The instrument is confirmed to have stopped."));
+    const QRegularExpression reading(
+        QStringLiteral("^ *\\d+\\.\\d s  current ([-0-9.e]+), voltage ([-0-9.e]+)$"));
+    QRegularExpressionMatch match;
+    for (const QByteArray& line : lines.mid(0, lines.size() - 3)) {
+        match = reading.match(QString::fromUtf8(line));
+        QVERIFY2(match.hasMatch(), line.constData());
+    }
+    QCOMPARE(end.at(1), "  current           " + match.captured(1).toUtf8());
+    QCOMPARE(end.at(2), "  voltage           " + match.captured(2).toUtf8());
+}
+
+void TestMeasureProgram::ReadingsFile()
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("readings.csv")));
+    MeasureRun run(QStringLiteral("riso --time 1 --json --csv '%1'").arg(file.fileName()));
+    QCOMPARE(run->Finish(), 0);
+    const QByteArrayList readings = EventsOf(run->Lines(), "reading");
+    QVERIFY(readings.size() > 1);
+
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArrayList rows = file.readAll().split('\n');
+    QCOMPARE(rows.first(), QByteArray("time,elapsed,resistance,voltage,current"));
+    QCOMPARE(rows.last(), QByteArray());
+    QCOMPARE(rows.size(), readings.size() + 2);
+    for (int i = 0; i < readings.size(); ++i) {
+        const QByteArrayList fields = rows.at(i + 1).split(',');
+        QCOMPARE(fields.size(), 5);
+        const QJsonObject event = ObjectOf(readings.at(i));
+        const QJsonObject values = event.value(QLatin1String("readings")).toObject();
+        QCOMPARE(QString::fromLatin1(fields.at(0)), event.value(QLatin1String("time")).toString());
+        QVERIFY(fields.at(1).toDouble() >= rows.at(i).split(',').at(1).toDouble()); // The header's is 0.
+        QCOMPARE(fields.at(2).toDouble(), values.value(QLatin1String("resistance")).toDouble());
+        QCOMPARE(fields.at(3).toDouble(), values.value(QLatin1String("voltage")).toDouble());
+        QCOMPARE(fields.at(4).toDouble(), values.value(QLatin1String("current")).toDouble());
+    }
+}
+
+void TestMeasureProgram::BadUse_data()
+{
+    QTest::addColumn<QByteArray>("complaint");
+    const std::pair<const char*, const char*> uses[]{
+        {"", "no function given; it is one of rln, iec, rpe, riso, isub, ipe, idelta, it, power, hv"},
+        {"rcd", "no function: \"rcd\"; it is one of rln, iec, rpe, riso, isub, ipe, idelta, it, power, hv"},
+        {"rpe --current 4", "--current: \"4\" is not one of 0, 1, 2, 3"},
+        {"rpe --method x", "--method: \"x\" is not one of 0, 1, 2, 3"},
+        {"riso --voltage -1", "--voltage: \"-1\" is not one of 0, 1, 2, 3"},
+        {"riso --mode 3", "--mode: \"3\" is not one of 1, 2, 4"},
+        {"ipe --mode 0", "--mode: \"0\" is not one of 1, 2"},
+        {"ipe --configuration 3", "--configuration: \"3\" is not one of 1, 2"},
+        {"idelta --mode 3", "--mode: \"3\" is not one of 1, 2"},
+        {"idelta --configuration 0", "--configuration: \"0\" is not one of 1, 2"},
+        {"it --configuration 3", "--configuration: \"3\" is not one of 1, 2"},
+        {"power --mode 3", "--mode: \"3\" is not one of 1, 2"},
+        {"hv --mode 0", "--mode: \"0\" is not one of 1, 2"},
+        {"hv --time-offset 601", "--time-offset: \"601\" is not a number of seconds from 0 to 600"},
+        {"hv --time 0", "--time: \"0\" is not a whole number of seconds from 1 to 86400, nor unlimited"},
+        {"isub --time 86401", "--time: \"86401\" is not a whole number of seconds from 1 to 86400"},
+        {"rln --time 5", "--time"},
+        {"iec --csv readings", "iec gives a single result"},
+        {"rpe --stop-timeout 0", "--stop-timeout: \"0\" is not a number of seconds from 0.1 to 86400"},
+        {"rpe --csv /nowhere/readings", "/nowhere/readings"},
+    };
+    for (const auto& [arguments, complaint] : uses) {
+        QTest::addRow("%s", arguments) << QByteArray(complaint);
+    }
+}
+
+void TestMeasureProgram::BadUse()
+{
+    QFETCH(QByteArray, complaint);
+    MeasureRun run(QString::fromLatin1(QTest::currentDataTag()));
+    QCOMPARE(run->Finish(), 1);
+    QCOMPARE(run->Output(), QByteArray());
+    const QByteArrayList lines = run->Errors().split('\n');
+    QVERIFY2(lines.first().startsWith("vesmar: "), lines.first().constData());
+    QVERIFY2(lines.first().contains(complaint), lines.first().constData());
+    for (const QByteArray& line : lines.mid(1)) { // nothing but the usage
+        QVERIFY2(line.isEmpty() || line.contains("vesmar measure"), line.constData());
+    }
+    QCOMPARE(run.Log(), QByteArrayList()); // nothing was sent
+}
+
+void TestMeasureProgram::FailedByTheInstrument_data()
+{
+    QTest::addColumn<QString>("function");
+    QTest::addColumn<QString>("error");
+    QTest::addColumn<int>("number");
+    QTest::newRow("prepare-error") << "rpe"
+                                   << "PrepareFailed" << 200;
+    QTest::newRow("start-error") << "power"
+                                 << "StartFailed" << 201;
+    QTest::newRow("falls-back") << "hv"
+                                << "MeasurementFailed" << 202;
+    QTest::newRow("ends-without-result") << "rln"
+                                         << "MeasurementFailed" << 202;
+}
+
+void TestMeasureProgram::FailedByTheInstrument()
+{
+    QFETCH(QString, function);
+    QFETCH(QString, error);
+    QFETCH(int, number);
+    MeasureRun run(function + QStringLiteral(" --json"),
+                   QStringLiteral("--scenario ") + QLatin1String(QTest::currentDataTag()));
+    QCOMPARE(run->Finish(), 4);
+    const QString named = QStringLiteral("%1 (%2): the ").arg(error).arg(number);
+    QVERIFY2(run->Errors().contains(named.toLatin1()), run->Errors().constData());
+    QVERIFY2(run->Errors().contains("confirmed to have stopped"), run->Errors().constData());
+    QCOMPARE(run->Errors().count('\n'), 1);
+
+    const QJsonObject result = ObjectOf(run->Lines().last());
+    QCOMPARE(result.value(QLatin1String("outcome")).toString(), QStringLiteral("failed"));
+    QCOMPARE(result.value(QLatin1String("status")).toInt(-1), 4);
+    const QJsonObject shown = result.value(QLatin1String("error")).toObject();
+    QCOMPARE(shown.value(QLatin1String("name")).toString(), error);
+    QCOMPARE(shown.value(QLatin1String("number")).toInt(), number);
+    QVERIFY2(run.Log().join('\n').contains(" deselected"), run.Log().join('\n').constData());
+}
+
+void TestMeasureProgram::Interrupted()
+{
+    const QVector<int> signalNumbers{SIGINT, SIGTERM, SIGHUP};
+    std::vector<std::unique_ptr<MeasureRun>> runs; // side by side
+    for (int i = 0; i < signalNumbers.size(); ++i) {
+        runs.push_back(std::make_unique<MeasureRun>(QStringLiteral("hv --time 600")));
+    }
+    for (int i = 0; i < signalNumbers.size(); ++i) {
+        MeasureRun& run = *runs.at(static_cast<size_t>(i));
+        QTRY_VERIFY_WITH_TIMEOUT(run.Log().contains("function 9 running"), Patience);
+        QVERIFY(!run.Log().contains("function 9 stopped by request"));
+        QVERIFY(run->Signal(signalNumbers.at(i)));
+        QCOMPARE(run->Finish(), 5);
+        QVERIFY2(run->Errors().contains("Aborting the measurement (signal " +
+                                        QByteArray::number(signalNumbers.at(i)) + ')'),
+                 run->Errors().constData());
+        QVERIFY2(
+            run->Errors().endsWith("Measurement hv aborted. The instrument is confirmed to have stopped.\n"),
+            run->Errors().constData());
+        QVERIFY2(run.Log().contains("function 9 stopped by request"), run.Log().join('\n').constData());
+        QVERIFY2(run.HasStopped(9), run.Log().join('\n').constData());
+    }
+}
+
+void TestMeasureProgram::AbortedWithItsReader()
+{
+    MeasureRun run(QStringLiteral("hv --time 600 | head -n 1"));
+    QCOMPARE(run->Finish(), 0);
+    QCOMPARE(run->Lines().size(), 1);
+    QVERIFY2(run->Errors().contains("nobody reads the output"), run->Errors().constData());
+    QVERIFY2(run.HasStopped(9), run.Log().join('\n').constData());
+}
+
+/// The terminal's own program is killed; with it goes all that could be written to.
+void TestMeasureProgram::AbortedWithItsTerminal()
+{
+    const QTemporaryDir folder;
+    const QString logPath = folder.filePath(QStringLiteral("log"));
+    const QString command =
+        QStringLiteral("exec '%1' run --log '%2' -- '%3' measure hv --time 600")
+            .arg(QStringLiteral(SIMULATOR_PROGRAM), logPath, QStringLiteral(VESMAR_PROGRAM));
+    ProgramRun terminal(QStringLiteral("script"), {QStringLiteral("--quiet"), QStringLiteral("--command"),
+                                                   command, QStringLiteral("/dev/null")});
+    QTRY_VERIFY_WITH_TIMEOUT(LogIn(logPath).contains("function 9 running"), Patience);
+    QVERIFY(!LogIn(logPath).contains("function 9 stopped by request"));
+    QVERIFY(terminal.Signal(SIGKILL));
+    QTRY_VERIFY_WITH_TIMEOUT(HasFunctionStopped(LogIn(logPath), 9), Patience);
+    QVERIFY(LogIn(logPath).contains("function 9 stopped by request"));
+}
+
+void TestMeasureProgram::StopNotConfirmed()
+{
+    MeasureRun run(QStringLiteral("hv --time 1 --time-offset 0 --stop-timeout 0.1"),
+                   QStringLiteral("--scenario runs-on-after-stop"));
+    QCOMPARE(run->Finish(), 6);
+    QVERIFY2(run->Errors().contains("STOP NOT CONFIRMED: the instrument may still be running, and high "
+                                    "voltage may be on. Switch it off at the instrument."),
+             run->Errors().constData());
+    QVERIFY2(!run.HasStopped(9), run.Log().join('\n').constData());
+}
+
+void TestMeasureProgram::UnpluggedForGood()
+{
+    MeasureRun run(QStringLiteral("hv --time 600 --stop-timeout 1 --json"), QStringLiteral("--at 8:unplug"));
+    QCOMPARE(run->Finish(), 7);
+    QVERIFY(run.Log().contains("function 9 running"));
+    const QByteArray sentence =
+        "Link lost, the state of the instrument is unknown: it may still be running, and high voltage may be "
+        "on. Switch it off at the instrument.";
+    QVERIFY2(run->Errors().endsWith("vesmar: " + sentence + '\n'), run->Errors().constData());
+    const QJsonObject result = ObjectOf(run->Lines().last());
+    QCOMPARE(result.value(QLatin1String("outcome")).toString(), QStringLiteral("link-lost"));
+    QCOMPARE(result.value(QLatin1String("status")).toInt(-1), 7);
+    QCOMPARE(result.value(QLatin1String("stopped")).toBool(true), false);
+    QCOMPARE(result.value(QLatin1String("message")).toString().toLatin1(), sentence);
+}
+
+QTEST_GUILESS_MAIN(TestMeasureProgram)
+#include "tst_measureprogram.moc"
