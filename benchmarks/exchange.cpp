@@ -8,7 +8,7 @@
 #include "link/commandbuilder.h"
 #include "link/crc16.h"
 #include "link/transciever.h"
-#include "serialdevice.h"
+#include "support/serialdevice.h"
 
 namespace
 {
