@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include <QByteArray>
 #include <QDateTime>
 #include <QObject>
 
@@ -145,6 +146,24 @@ public:
     /// instrument confirms it, or at once, always with a signal, when nothing runs.
     void AbortMeasurement();
 
+    /// Updates the instrument's firmware with the image `data` and the last two bytes of `confirmation`.
+    /// False, and nothing done, when one of them is empty.
+    ///
+    /// While enabled, asks for the update and returns true at once. `OperationStatus` goes from `Started` by
+    /// way of `InProgress` to `Finished`, `OperationProgress` counts the per cent that the instrument has
+    /// acknowledged, and `OperationStatus` is `Idle` again at the end, successful or not. `ErrorCode` is 300
+    /// (`UpdateModeChangeFailed`), 301 (`UpdateDataInvalid`: not a multiple of 512 bytes), 302
+    /// (`UpdateConfirmationDataInvalid`: shorter than 2 bytes), 303 (`UpdateInitializationFailed`, a sector's
+    /// failure included) or 304 (`UpdateConfirmationFailed`), until the next status replaces it. After 300
+    /// the request stays, and the change of mode is tried again; after the others the instrument waits in
+    /// update mode for another call. A call while an update runs is forgotten with it: wait for `Idle`.
+    ///
+    /// While disabled, does it all before it returns: it opens the serial line, blocks for 2 s for the change
+    /// of mode, a good 100 ms for each sector and 2.5 s for the installation, and returns whether `ErrorCode`
+    /// is then `NoErrors`. `OperationStatus` never becomes `Started` and stays where the update ended. After
+    /// 300 the serial line stays open.
+    bool UpdateTester(const QByteArray& data, const QByteArray& confirmation);
+
 Q_SIGNALS:
     void DeviceInformationChanged(TesterInformation* value);
     void TesterModeChanged(OperationMode value);
@@ -184,6 +203,7 @@ public Q_SLOTS:
 private:
     StateMachineContext& Context() const;
     void ConnectCells();
+    bool UpdateSynchronously();
     void DropMeasurementRequests();
 
     static Tester* _instance;

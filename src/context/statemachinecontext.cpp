@@ -62,6 +62,19 @@ void StateMachineContext::ResetAllProperty()
     MeasurementStatus.Set(MeasurementState::Idle);
 }
 
+void StateMachineContext::SetUpdate(const QByteArray& image, const QByteArray& confirmation)
+{
+    const QMutexLocker lock(&_updateMutex);
+    UpdateData = image;
+    UpdateConfirmationData = confirmation;
+}
+
+FirmwareUpdate StateMachineContext::GetUpdate() const
+{
+    const QMutexLocker lock(&_updateMutex);
+    return {UpdateData, UpdateConfirmationData};
+}
+
 void StateMachineContext::StartMeasurementTimer(int time)
 {
     MeasurementTimeElapsed.Set(false);

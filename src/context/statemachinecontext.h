@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QDateTime>
+#include <QMutex>
 #include <QObject>
 #include <QTimer>
 
@@ -25,6 +26,12 @@ class CRC16;
 class CommandBuilder;
 class ResponseParser;
 class Transciever;
+
+/// A firmware image and the data that confirm it, shared with whoever handed them over until one side writes.
+struct FirmwareUpdate {
+    QByteArray image;
+    QByteArray confirmation;
+};
 
 /// The one object that the application's side and the worker's side share: every cell, every request, the way
 /// to the link, and the measurement timer.
@@ -58,6 +65,10 @@ public:
     void StartMeasurementTimer(int time, float offsetSeconds);
     void StopMeasurementTimer();
 
+    /// Stores the next update's data. The application may do so while the worker copies the present ones.
+    void SetUpdate(const QByteArray& image, const QByteArray& confirmation);
+    FirmwareUpdate GetUpdate() const;
+
     // What the instrument reports.
     ThreadSafeProperty<TesterInformation*> DeviceInformation;
     ThreadSafeProperty<QDateTime> CurrentDateTime;
@@ -80,8 +91,8 @@ public:
     ThreadSafeProperty<bool> AbortMeasurementRequested;
     ThreadSafeProperty<bool> MeasurementTimeElapsed;
     ThreadSafeProperty<bool> UpdateRequested;
-    QByteArray UpdateData;             ///< Written before `UpdateRequested` is raised.
-    QByteArray UpdateConfirmationData; ///< Written before `UpdateRequested` is raised.
+    QByteArray UpdateData;             ///< Through `SetUpdate` and `GetUpdate` while the worker steps.
+    QByteArray UpdateConfirmationData; ///< As above.
     ThreadSafeProperty<bool> IsMeasurementModeActive;
     ThreadSafeProperty<bool> IsMeasurementRunning;
     ThreadSafeProperty<bool> CurrentDateTimeRequested;
@@ -107,6 +118,7 @@ private:
     CommandBuilder* _commandBuilder;
     ResponseParser* _responseParser;
     Transciever* _transciever;
+    mutable QMutex _updateMutex;
     QTimer* _measurementTimer;
     int _elapsedSeconds = 0;
     int _timeLimit = 0;

@@ -4,8 +4,11 @@
 
 #include "context/replaceowned.h"
 #include "context/statemachinecontext.h"
+#include "link/transciever.h"
 #include "machine/statemachine.h"
 #include "model/classification.h"
+#include "states/update/awaitupdateactionstate.h"
+#include "states/update/updatingstate.h"
 
 namespace Vesmar
 {
@@ -255,6 +258,19 @@ void Tester::AbortMeasurement()
     }
 }
 
+bool Tester::UpdateTester(const QByteArray& data, const QByteArray& confirmation)
+{
+    if (data.isEmpty() || confirmation.isEmpty()) {
+        return false;
+    }
+    Context().SetUpdate(data, confirmation);
+    if (!_enabled) {
+        return UpdateSynchronously();
+    }
+    Context().UpdateRequested.Set(true);
+    return true;
+}
+
 void Tester::UpdateDeviceInformation()
 {
     Q_EMIT DeviceInformationChanged(DeviceInformation());
@@ -357,6 +373,22 @@ void Tester::ConnectCells()
     connect(&context.CurrentMeasurementType, &Notifible::ValueChanged, this,
             &Tester::UpdateCurrentMeasurementType);
     connect(&context.OperationStatus, &Notifible::ValueChanged, this, &Tester::UpdateOperationStatus);
+}
+
+/// Runs the step of both update states here, without a machine around them.
+bool Tester::UpdateSynchronously()
+{
+    StateMachineContext& context = Context();
+    context.ErrorCode.Set(Error::NoErrors);
+    context.GetTransciever()->Open();
+    AwaitUpdateActionState(&context, nullptr).OnRunning();
+    if (context.ErrorCode.Get() == Error::UpdateModeChangeFailed) {
+        return false; // The port stays open: the next `Enable()` or update takes it as it is.
+    }
+    context.ErrorCode.Set(Error::NoErrors);
+    UpdatingState(&context, nullptr).OnRunning();
+    context.GetTransciever()->Close();
+    return context.ErrorCode.Get() == Error::NoErrors;
 }
 
 void Tester::DropMeasurementRequests()

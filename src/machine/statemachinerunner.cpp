@@ -19,6 +19,8 @@
 #include "states/measurement/singlemeasurementrunningstate.h"
 #include "states/measurement/startingmeasurementstate.h"
 #include "states/measurement/stoppingmeasurementstate.h"
+#include "states/update/awaitupdateactionstate.h"
+#include "states/update/updatingstate.h"
 
 namespace Vesmar
 {
@@ -58,7 +60,9 @@ State* StateMachineRunner::CreateState(State* parentState)
 void StateMachineRunner::CreateStateMachineTree()
 {
     State* testerOperations = CreateState<TesterOperationsState>(nullptr);
+    State* awaitUpdateAction = CreateState<AwaitUpdateActionState>(testerOperations);
     State* communicationRecovery = CreateState<CommunicationRecoveryState>(nullptr);
+    State* updating = CreateState<UpdatingState>(testerOperations);
     State* initialization = CreateState<InitializationState>(testerOperations);
     State* restartingTester = CreateState<RestartingTesterState>(nullptr);
     State* monitoring = CreateState<MonitoringState>(testerOperations);
@@ -81,10 +85,15 @@ void StateMachineRunner::CreateStateMachineTree()
     AddInternalTransition(testerOperations, Transitions::TesterOperationsToInitializationTransition, initialization);
     AddExternalTransition(restartingTester, Transitions::RestartingTesterToTesterOperationsTransition, testerOperations);
     AddExternalTransition(communicationRecovery, Transitions::CommunicationRecoveryToTesterOperationsTransition, testerOperations);
+    AddExternalTransition(initialization, Transitions::InitializationToAwaitUpdateActionTransition, awaitUpdateAction);
     AddExternalTransition(initialization, Transitions::InitializationToMonitoringTransition, monitoring);
+    AddExternalTransition(monitoring, Transitions::MonitoringToAwaitUpdateActionTransition, awaitUpdateAction);
     AddExternalTransition(monitoring, Transitions::MonitoringToTesterConfigurationTransition, testerConfiguration);
     AddExternalTransition(monitoring, Transitions::MonitoringToMeasurementModeTransition, measurementMode);
     AddExternalTransition(testerConfiguration, Transitions::TesterConfigurationToMonitoringTransition, monitoring);
+    AddExternalTransition(awaitUpdateAction, Transitions::AwaitUpdateActionToUpdatingTransition, updating);
+    AddExternalTransition(updating, Transitions::UpdatingToAwaitUpdateActionTransition, awaitUpdateAction);
+    AddExternalTransition(updating, Transitions::UpdatingToInitializationTransition, initialization);
     AddExternalTransition(measurementMode, Transitions::MeasurementModeToAbortingMeasurementTransition, abortingMeasurement);
     AddExternalTransition(measurementMode, Transitions::MeasurementModeToMonitoringTransition, monitoring);
     AddInternalTransition(measurementMode, Transitions::MeasurementModeToPreparingMeasurementTransition, preparingMeasurement);

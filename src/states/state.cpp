@@ -132,17 +132,21 @@ void State::ClearMeasurementRequests()
     _context->IsMeasurementModeActive.Set(false);
 }
 
+bool State::Fetch(const QByteArray& frame)
+{
+    return RaiseErrorUnless(Read(frame) != nullptr);
+}
+
+bool State::Send(const QByteArray& frame)
+{
+    return RaiseErrorUnless(Query(*_context, frame).result == QueryResult::Acknowledged);
+}
+
 /// The answer to a read request; null if no data came.
 std::unique_ptr<QByteArray> State::Read(const QByteArray& frame)
 {
     Answer answer = Query(*_context, frame);
     return answer.result == QueryResult::Data ? std::move(answer.response) : nullptr;
-}
-
-/// A command, which the instrument answers with an acknowledge.
-bool State::Send(const QByteArray& frame)
-{
-    return RaiseErrorUnless(Query(*_context, frame).result == QueryResult::Acknowledged);
 }
 
 bool State::RaiseErrorUnless(bool succeeded)

@@ -60,12 +60,16 @@ protected:
     /// Writes the blue line that tells what a state is doing.
     static void TraceBanner(const char* text);
 
+    /// Sends a read request whose answer's contents do not matter.
+    bool Fetch(const QByteArray& frame);
+    /// Sends a command, which the instrument answers with an acknowledge.
+    bool Send(const QByteArray& frame);
+
     /// Forgets every request of a measurement, and measurement mode: the application has to ask anew.
     void ClearMeasurementRequests();
 
 private:
     std::unique_ptr<QByteArray> Read(const QByteArray& frame);
-    bool Send(const QByteArray& frame);
     bool RaiseErrorUnless(bool succeeded);
 
     StateMachineContext* _context;

@@ -220,6 +220,7 @@ const std::vector<MapRow> TransitionMap = {
 /// and below join the comparisons.
 const QStringList StatesPresent = {
     QStringLiteral("AbortingMeasurementState"),
+    QStringLiteral("AwaitUpdateActionState"),
     QStringLiteral("CommunicationRecoveryState"),
     QStringLiteral("ContinuousMeasurementRunningState"),
     QStringLiteral("HVTestContinuousMeasurementRunningState"),
@@ -233,6 +234,7 @@ const QStringList StatesPresent = {
     QStringLiteral("StoppingMeasurementState"),
     QStringLiteral("TesterConfigurationState"),
     QStringLiteral("TesterOperationsState"),
+    QStringLiteral("UpdatingState"),
 };
 
 bool IsPresent(const QString& state)

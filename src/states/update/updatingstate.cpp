@@ -1,0 +1,118 @@
+#include "states/update/updatingstate.h"
+
+#include <QDebug>
+#include <QThread>
+
+#include "context/statemachinecontext.h"
+#include "link/commandbuilder.h"
+
+namespace Vesmar
+{
+
+namespace
+{
+
+constexpr int SectorSize = 512;
+constexpr int ConfirmationSize = 2;
+constexpr unsigned long SectorPauseMs = 100;
+constexpr unsigned long InstallationPauseMs = 2500;
+
+int Percent(int part, int whole)
+{
+    return static_cast<int>(static_cast<double>(part) / whole * 100);
+}
+
+} // namespace
+
+UpdatingState::UpdatingState(StateMachineContext* context, State* parentState)
+    : State(context, parentState, nullptr)
+{
+}
+
+void UpdatingState::OnEntry()
+{
+    TraceBanner("ENTERING UPDATING STATE ");
+    GetContext()->OperationStatus.Set(OperationState::Started);
+}
+
+void UpdatingState::OnExit()
+{
+    TraceBanner("LEAVING UPDATING STATE ");
+    GetContext()->UpdateRequested.Set(false);
+    GetContext()->OperationStatus.Set(OperationState::Idle);
+}
+
+void UpdatingState::OnRunning()
+{
+    const FirmwareUpdate update = GetContext()->GetUpdate();
+    if (update.image.size() % SectorSize != 0) {
+        Fail(Error::UpdateDataInvalid, "Update data is invalid.");
+        return;
+    }
+    if (update.confirmation.size() < ConfirmationSize) {
+        Fail(Error::UpdateConfirmationDataInvalid, "Update confirmation data is invalid.");
+        return;
+    }
+    if (!InitializeUpdate()) {
+        Fail(Error::UpdateInitializationFailed, "Update initialization error.");
+        return;
+    }
+    qWarning("\033[0;31mIinitialization update OK.\033[0m");
+    GetContext()->OperationStatus.Set(OperationState::InProgress);
+    if (!ProgramImage(update.image)) {
+        Fail(Error::UpdateInitializationFailed, "Sector data transfer issues.");
+        return;
+    }
+    if (!FinishUpdate(update.confirmation)) {
+        Fail(Error::UpdateConfirmationFailed, "Confirmation error.");
+        return;
+    }
+    QThread::msleep(InstallationPauseMs);
+    GetContext()->OperationStatus.Set(OperationState::Finished);
+    RequestStatus(); // Only a status shows where the instrument now is.
+}
+
+bool UpdatingState::InitializeUpdate()
+{
+    return Fetch(*GetContext()->GetCommandBuilder()->GetInitializeUpdateFrame());
+}
+
+bool UpdatingState::ProgramFlashSector(const QByteArray& sector)
+{
+    const std::unique_ptr<QByteArray> frame(
+        GetContext()->GetCommandBuilder()->CreateProgramFlashSectorFrame(sector));
+    return Send(*frame);
+}
+
+bool UpdatingState::FinishUpdate(const QByteArray& confirmation)
+{
+    const std::unique_ptr<QByteArray> frame(
+        GetContext()->GetCommandBuilder()->CreateFinishUpdateFrame(confirmation));
+    return Send(*frame);
+}
+
+/// Counts only sectors that the instrument has acknowledged.
+bool UpdatingState::ProgramImage(const QByteArray& image)
+{
+    GetContext()->OperationProgress.Set(0);
+    int offset = 0;
+    while (offset < image.size()) {
+        if (!ProgramFlashSector(image.mid(offset, SectorSize))) {
+            return false;
+        }
+        QThread::msleep(SectorPauseMs);
+        offset += SectorSize;
+        const int progress = Percent(offset, image.size());
+        GetContext()->OperationProgress.Set(progress);
+        qWarning("Update progress: %d", progress);
+    }
+    return true;
+}
+
+void UpdatingState::Fail(Error error, const char* message)
+{
+    GetContext()->ErrorCode.Set(error);
+    qWarning("\033[0;31mUPDATE ERROR - %s\033[0m", message);
+}
+
+} // namespace Vesmar
