@@ -26,7 +26,6 @@ constexpr std::array<NumberCommand, 3> NumberCommands{{
 }};
 
 constexpr int LongestDelay = 600000;
-constexpr int HighestSector = 65535;
 
 std::optional<int> ParseNumber(const QString& text, int lowest, int highest)
 {
@@ -45,12 +44,12 @@ ControlCommand FaultCommand(Fault fault)
     return command;
 }
 
-ControlCommand ScenarioCommand(Scenario scenario, int sector)
+ControlCommand ScenarioCommand(Scenario scenario, int number)
 {
     ControlCommand command;
     command.verb = ControlCommand::Verb::Scenario;
     command.scenario = scenario;
-    command.number = sector;
+    command.number = number;
     return command;
 }
 
@@ -101,25 +100,27 @@ std::optional<ControlCommand> ParseFault(const QStringList& words, QString* erro
     return command;
 }
 
-std::optional<ControlCommand> ParseSectorScenario(const NamedScenario& scenario, const QStringList& words,
+std::optional<ControlCommand> ParseNumberScenario(const NamedScenario& scenario, const QStringList& words,
                                                   QString* error)
 {
-    const std::optional<int> sector =
-        words.size() == 3 ? ParseNumber(words.at(2), 1, HighestSector) : std::optional<int>();
-    if (!sector) {
-        *error = QStringLiteral("scenario %1 takes the number of a sector, from 1 to %2")
-                     .arg(QLatin1String(scenario.name))
-                     .arg(HighestSector);
+    const ScenarioNumber& form = *scenario.number;
+    const std::optional<int> number =
+        words.size() == 3 ? ParseNumber(words.at(2), form.lowest, form.highest) : std::optional<int>();
+    if (!number) {
+        *error = QStringLiteral("scenario %1 takes %2, from %3 to %4")
+                     .arg(QLatin1String(scenario.name), QLatin1String(form.what))
+                     .arg(form.lowest)
+                     .arg(form.highest);
         return std::nullopt;
     }
-    return ScenarioCommand(scenario.scenario, *sector);
+    return ScenarioCommand(scenario.scenario, *number);
 }
 
 std::optional<ControlCommand> ParseScenario(const QStringList& words, QString* error)
 {
     const std::optional<NamedScenario> scenario = FindScenario(words.value(1));
-    if (scenario && scenario->namesSector) {
-        return ParseSectorScenario(*scenario, words, error);
+    if (scenario && scenario->number) {
+        return ParseNumberScenario(*scenario, words, error);
     }
     if (scenario && words.size() == 2) {
         return ScenarioCommand(scenario->scenario, 0);

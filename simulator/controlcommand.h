@@ -15,9 +15,9 @@ struct ControlCommand {
     enum class Verb { Mode, Error, Function, Fault, Scenario };
 
     Verb verb = Verb::Fault;
-    int number = 0;                     ///< of Mode, Error and Function; of Scenario the sector that it names
-    Fault fault = Fault::None;          ///< of Fault
-    Scenario scenario = Scenario::None; ///< of Scenario
+    int number = 0;            ///< of Mode, Error and Function; of Scenario the one that follows its name
+    Fault fault = Fault::None; ///< of Fault
+    Scenario scenario = Scenario::None;                 ///< of Scenario
     std::chrono::milliseconds delay{DefaultSlowAnswer}; ///< of Fault::Slow
 };
 

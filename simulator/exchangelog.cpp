@@ -26,6 +26,11 @@ void ExchangeLog::Write(const QString& remark)
     WriteLine(remark.toUtf8());
 }
 
+void ExchangeLog::WriteUnasked(const QByteArray& bytes)
+{
+    WriteLine("unasked " + bytes.toHex());
+}
+
 void ExchangeLog::WriteLine(const QByteArray& text)
 {
     if (!_file.isOpen()) {

@@ -9,7 +9,7 @@ namespace Simulator
 {
 
 /// A text file with one line per exchange: UTC time, request and answer in hexadecimal, "-" for silence. In
-/// between stand remarks: UTC time and text.
+/// between stand the bytes that nobody asked for, behind "unasked", and remarks: UTC time and text.
 class ExchangeLog
 {
 public:
@@ -18,6 +18,7 @@ public:
 
     void Write(const Exchange& exchange);
     void Write(const QString& remark);
+    void WriteUnasked(const QByteArray& bytes);
 
 private:
     void WriteLine(const QByteArray& text);

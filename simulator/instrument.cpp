@@ -45,12 +45,6 @@ void WaitReadable(int line, int wake, const std::optional<TimePoint>& deadline)
     ::eventfd_read(wake, &wakes);
 }
 
-template <typename Queue>
-std::optional<TimePoint> DueAt(const Queue& queue)
-{
-    return queue.empty() ? std::optional<TimePoint>() : queue.front().dueAt;
-}
-
 std::optional<TimePoint> Earliest(std::initializer_list<std::optional<TimePoint>> times)
 {
     std::optional<TimePoint> earliest;
@@ -147,10 +141,10 @@ void Instrument::SetFunction(int function)
     Wake();
 }
 
-void Instrument::SetScenario(Scenario scenario, int sector)
+void Instrument::SetScenario(Scenario scenario, int number)
 {
     const std::lock_guard<std::mutex> lock(_mutex);
-    _model.SetScenario(scenario, sector);
+    _model.SetScenario(scenario, number);
     Wake();
 }
 
@@ -242,7 +236,7 @@ void Instrument::Serve()
         TakeNewLine();
         ReadLine();
         AnswerDueRequests();
-        SendDueAnswers();
+        SendDueBytes();
         FollowModel();
         WaitForWork(lock);
     }
@@ -291,6 +285,7 @@ void Instrument::AnswerDueRequests()
 void Instrument::FollowModel()
 {
     _model.Advance(Clock::now());
+    TakeFrames();
     if (!_sending.empty()) {
         return;
     }
@@ -299,29 +294,59 @@ void Instrument::FollowModel()
     }
 }
 
+/// What is sent while the instrument is unplugged or its line is broken is lost.
+void Instrument::TakeFrames()
+{
+    for (const FramePiece& piece : _model.TakeFrames()) {
+        if (_line && _fault != Fault::Silent) {
+            _sending.push_back({piece.bytes, std::nullopt, Clock::now(), piece.pauseBefore});
+        }
+    }
+}
+
 void Instrument::AnswerRequest(const CollectedRequest& request)
 {
     FollowModel();
     const Exchange exchange{request.frame, AnswerTo(request.frame), request.receivedAt, {}};
     KeepFirmware();
-    _sending.push_back({exchange, Clock::now() + LineTime(exchange.answer.size())});
+    _sending.push_back({exchange.answer, exchange, Clock::now(), {}});
 }
 
 /// An answer goes out in one piece when its last byte would arrive: with pauses in it, it would look like
 /// several.
-void Instrument::SendDueAnswers()
+void Instrument::SendDueBytes()
 {
-    while (!_sending.empty() && _sending.front().dueAt <= Clock::now()) {
-        Exchange exchange = _sending.front().exchange;
+    for (auto dueAt = NextBytesAt(); dueAt && *dueAt <= Clock::now(); dueAt = NextBytesAt()) {
+        const PendingBytes sent = _sending.front();
         _sending.pop_front();
         if (_line) {
-            _line->Write(exchange.answer);
+            _line->Write(sent.bytes);
         }
-        exchange.answeredAt = Clock::now();
-        _log.Write(exchange);
-        if (_keepsExchanges) {
-            _exchanges.push_back(exchange);
-        }
+        NoteSent(sent);
+    }
+}
+
+std::optional<TimePoint> Instrument::NextBytesAt() const
+{
+    if (_sending.empty()) {
+        return std::nullopt;
+    }
+    const PendingBytes& next = _sending.front();
+    return std::max(next.readyAt, _lastSentAt + next.pauseBefore) + LineTime(next.bytes.size());
+}
+
+void Instrument::NoteSent(const PendingBytes& sent)
+{
+    _lastSentAt = Clock::now();
+    if (!sent.exchange) {
+        _log.WriteUnasked(sent.bytes);
+        return;
+    }
+    Exchange exchange = *sent.exchange;
+    exchange.answeredAt = _lastSentAt;
+    _log.Write(exchange);
+    if (_keepsExchanges) {
+        _exchanges.push_back(exchange);
     }
 }
 
@@ -363,8 +388,10 @@ std::chrono::microseconds Instrument::AnswerDelay() const
 
 void Instrument::WaitForWork(std::unique_lock<std::mutex>& lock)
 {
+    const std::optional<TimePoint> nextRequestAt =
+        _pending.empty() ? std::optional<TimePoint>() : _pending.front().dueAt;
     const std::optional<TimePoint> deadline =
-        Earliest({_collector.SilenceEndsAt(), _model.NextChangeAt(), DueAt(_pending), DueAt(_sending)});
+        Earliest({_collector.SilenceEndsAt(), _model.NextChangeAt(), nextRequestAt, NextBytesAt()});
     const int line = _line ? _line->Handle() : -1;
     lock.unlock();
     WaitReadable(line, _wake.Get(), deadline);

@@ -19,6 +19,7 @@
 #include <deque>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <thread>
 #include <vector>
 
@@ -63,9 +64,8 @@ public:
     /// As if someone had started this function at the instrument; 0 ends it.
     void SetFunction(int function);
 
-    /// How measurements and updates go from now on. The sector is the one that the scenario names, the first
-    /// is 1.
-    void SetScenario(Scenario scenario, int sector = 1);
+    /// How measurements and updates go from now on. The number is the one that follows the scenario's name.
+    void SetScenario(Scenario scenario, int number = 1);
 
     void SetFault(Fault fault, std::chrono::milliseconds slowAnswer = DefaultSlowAnswer);
     void Unplug() { SetFault(Fault::Silent); }
@@ -104,20 +104,26 @@ private:
         TimePoint dueAt;
     };
 
-    struct PendingAnswer {
-        Exchange exchange;
-        TimePoint dueAt;
+    /// An answer, or a piece of a frame that nobody asked for.
+    struct PendingBytes {
+        QByteArray bytes;
+        std::optional<Exchange> exchange; ///< the one that the bytes answer
+        TimePoint readyAt;
+        std::chrono::microseconds pauseBefore{0}; ///< how long the line is quiet before them, at least
     };
 
     void Serve();
     void TakeNewLine();
     void FollowModel();
+    void TakeFrames();
     void ReadLine();
     void AnswerDueRequests();
     void AnswerRequest(const CollectedRequest& request);
     QByteArray AnswerTo(const QByteArray& request);
     void KeepFirmware();
-    void SendDueAnswers();
+    void SendDueBytes();
+    std::optional<TimePoint> NextBytesAt() const;
+    void NoteSent(const PendingBytes& sent);
     std::chrono::microseconds LineTime(int byteCount) const;
     std::chrono::microseconds AnswerDelay() const;
     void WaitForWork(std::unique_lock<std::mutex>& lock);
@@ -130,7 +136,8 @@ private:
     QString _devicePath;
     RequestCollector _collector;
     std::deque<PendingRequest> _pending;
-    std::deque<PendingAnswer> _sending;
+    std::deque<PendingBytes> _sending; ///< in the order in which they go out
+    TimePoint _lastSentAt;
     std::deque<QByteArray> _scriptedAnswers;
     std::vector<Exchange> _exchanges;
     ExchangeLog _log;

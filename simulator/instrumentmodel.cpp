@@ -3,6 +3,7 @@
 #include "simulator/frames.h"
 #include "simulator/packeddate.h"
 #include "simulator/preparepayload.h"
+#include "simulator/rcdpayload.h"
 
 #include <utility>
 
@@ -63,6 +64,7 @@ InstrumentModel::InstrumentModel(const ModelOptions& options, TimePoint now)
       _monitoring(options.seed),
       _nextReadings(now + MonitoringPeriod),
       _function(options.functionTimings, options.seed),
+      _rcdTest(options.rcdTimings, options.seed),
       _update(options.update.confirmation)
 {
 }
@@ -86,6 +88,9 @@ void InstrumentModel::SetMode(int mode)
     if (mode == Mode::Update) {
         _function.Deselect("ended");
     }
+    if (mode != Mode::Normal) {
+        _rcdTest.Deselect("ended");
+    }
 }
 
 void InstrumentModel::SetError(int error)
@@ -96,17 +101,20 @@ void InstrumentModel::SetError(int error)
 void InstrumentModel::SetFunction(int function)
 {
     if (function == StatusWord::NoFunction) {
-        _function.Deselect("ended");
+        DeselectFunction("ended");
     } else {
+        _rcdTest.Deselect("ended");
         _function.RunForeign(function);
     }
     _hasNewReadings = false;
 }
 
-void InstrumentModel::SetScenario(Scenario scenario, int sector)
+void InstrumentModel::SetScenario(Scenario scenario, int number)
 {
     _function.SetScenario(scenario);
-    _update.SetScenario(scenario, sector);
+    _rcdTest.SetScenario(scenario, number);
+    _update.SetScenario(scenario, number);
+    _startTestResult = scenario == Scenario::StartTest ? number : StatusWord::UsualStartTestResult;
 }
 
 QDateTime InstrumentModel::Date(TimePoint now) const
@@ -125,11 +133,12 @@ void InstrumentModel::Advance(TimePoint now)
         FinishRestart();
     }
     _function.Advance(now);
+    _rcdTest.Advance(now);
     if (now < _nextReadings) {
         return;
     }
     _nextReadings = now + MonitoringPeriod;
-    if (_mode == Mode::Normal && !_function.IsSelected()) {
+    if (_mode == Mode::Normal && !IsFunctionSelected()) {
         _monitoring.Advance();
         _hasNewReadings = true;
     }
@@ -137,12 +146,15 @@ void InstrumentModel::Advance(TimePoint now)
 
 std::optional<TimePoint> InstrumentModel::NextChangeAt() const
 {
-    return _backAt ? _backAt : _function.NextChangeAt();
+    if (_backAt) {
+        return _backAt;
+    }
+    return _rcdTest.IsSelected() ? _rcdTest.NextChangeAt() : _function.NextChangeAt();
 }
 
 QStringList InstrumentModel::TakeChanges()
 {
-    const QStringList changes = _function.TakeChanges() + _changes;
+    const QStringList changes = _function.TakeChanges() + _rcdTest.TakeChanges() + _changes;
     _changes.clear();
     return changes;
 }
@@ -154,11 +166,15 @@ std::optional<QByteArray> InstrumentModel::TakeConfirmedFirmware()
 
 StatusWord InstrumentModel::Status() const
 {
+    if (_rcdTest.IsSelected()) {
+        return _rcdTest.Status();
+    }
     StatusWord status;
     status.mode = _mode;
     status.error = _error;
     status.function = _function.Number();
     status.functionState = static_cast<int>(_function.State());
+    status.startTestResult = _startTestResult;
     status.newMeasurement = _function.IsSelected() ? _function.HasNewResult() : _hasNewReadings;
     return status;
 }
@@ -182,7 +198,7 @@ QByteArray InstrumentModel::Serve(const QByteArray& request, TimePoint now)
     case RequestCode::PrepareMeasurement:
         return PrepareMeasurement(data, now);
     case RequestCode::StartMeasurement:
-        return AcknowledgeIf(_function.Start(now));
+        return StartMeasurement(now);
     case RequestCode::ReadCurrentDate:
         return Sealed(PackDate(_clock.Date(now)));
     case RequestCode::ReadCalibrationDate:
@@ -211,6 +227,10 @@ QByteArray InstrumentModel::ReadStatus(TimePoint now)
 
 QByteArray InstrumentModel::ReadMeasurement()
 {
+    if (_rcdTest.IsSelected()) {
+        const std::optional<QByteArray> checkObject = _rcdTest.ReadCheckObject();
+        return checkObject ? Sealed(*checkObject) : QByteArray();
+    }
     if (_function.IsSelected()) {
         return Sealed(_function.TakeResult());
     }
@@ -220,17 +240,38 @@ QByteArray InstrumentModel::ReadMeasurement()
 
 QByteArray InstrumentModel::PrepareMeasurement(const QByteArray& data, TimePoint now)
 {
-    const std::optional<Measurement> measurement = RecognizePayload(data);
-    const bool accepted = measurement && _mode == Mode::Normal && _function.Prepare(*measurement, now);
+    const bool accepted = _mode == Mode::Normal && Prepare(data, now);
     if (accepted) {
         _hasNewReadings = false;
     }
     return AcknowledgeIf(accepted);
 }
 
+/// What is prepared takes the place of a function that is at rest.
+bool InstrumentModel::Prepare(const QByteArray& payload, TimePoint now)
+{
+    const std::optional<Measurement> measurement = RecognizePayload(payload);
+    if (measurement && !_rcdTest.IsUnderWay() && _function.Prepare(*measurement, now)) {
+        _rcdTest.Deselect("deselected");
+        return true;
+    }
+    const std::optional<RcdPreparation> rcd = RecognizeRcdPayload(payload);
+    if (rcd && !_function.IsUnderWay() && _rcdTest.Prepare(*rcd, now)) {
+        _function.Deselect("deselected");
+        return true;
+    }
+    return false;
+}
+
+QByteArray InstrumentModel::StartMeasurement(TimePoint now)
+{
+    return AcknowledgeIf(_rcdTest.IsSelected() ? _rcdTest.Start(now) : _function.Start(now));
+}
+
 QByteArray InstrumentModel::StopMeasurement(TimePoint now)
 {
     _function.Stop(now);
+    _rcdTest.Stop();
     return Acknowledge();
 }
 
@@ -304,7 +345,7 @@ QByteArray InstrumentModel::FinishUpdate(const QByteArray& confirmation, TimePoi
 void InstrumentModel::Restart(int mode, TimePoint backAt)
 {
     _mode = mode;
-    _function.Deselect("ended by a restart");
+    DeselectFunction("ended by a restart");
     _update.Close();
     _hasNewReadings = false;
     _backAt = backAt;
@@ -315,6 +356,12 @@ void InstrumentModel::FinishRestart()
 {
     _backAt.reset();
     _changes.append(QStringLiteral("restarted into mode %1").arg(_mode));
+}
+
+void InstrumentModel::DeselectFunction(const char* reason)
+{
+    _function.Deselect(reason);
+    _rcdTest.Deselect(reason);
 }
 
 } // namespace Simulator

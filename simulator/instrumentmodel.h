@@ -2,10 +2,12 @@
 
 #include "simulator/deviceclock.h"
 #include "simulator/firmwareupdate.h"
+#include "simulator/framepiece.h"
 #include "simulator/identity.h"
 #include "simulator/measurementfunction.h"
 #include "simulator/mode.h"
 #include "simulator/monitoringreadings.h"
+#include "simulator/rcdtest.h"
 #include "simulator/statusword.h"
 #include "simulator/timepoint.h"
 
@@ -15,6 +17,7 @@
 
 #include <chrono>
 #include <optional>
+#include <vector>
 
 namespace Simulator
 {
@@ -27,6 +30,7 @@ struct ModelOptions {
     QDateTime calibrationDate = QDateTime(QDate(2024, 2, 15), QTime(0, 0), Qt::UTC);
     Identity identity;
     FunctionTimings functionTimings;
+    RcdTimings rcdTimings;
     UpdateOptions update;
 };
 
@@ -50,6 +54,9 @@ public:
     /// request.
     std::optional<TimePoint> NextChangeAt() const;
 
+    /// What is to be sent unasked since the last call, in its order.
+    std::vector<FramePiece> TakeFrames() { return _rcdTest.TakeFrames(); }
+
     /// What the measurement function, an update and the mode have gone through since the last call, in words.
     QStringList TakeChanges();
 
@@ -59,12 +66,12 @@ public:
     /// What the status would tell.
     StatusWord Status() const;
 
-    // What a person would bring about by other means than the line; each value within its highest, the sector
-    // of a scenario from 1.
+    // What a person would bring about by other means than the line; each value within its highest, the number
+    // of a scenario within its own limits.
     void SetMode(int mode);
     void SetError(int error);
     void SetFunction(int function);
-    void SetScenario(Scenario scenario, int sector);
+    void SetScenario(Scenario scenario, int number);
 
     QDateTime Date(TimePoint now) const;
     QDateTime CalibrationDate() const;
@@ -74,6 +81,8 @@ private:
     QByteArray ReadStatus(TimePoint now);
     QByteArray ReadMeasurement();
     QByteArray PrepareMeasurement(const QByteArray& data, TimePoint now);
+    bool Prepare(const QByteArray& payload, TimePoint now);
+    QByteArray StartMeasurement(TimePoint now);
     QByteArray StopMeasurement(TimePoint now);
     QByteArray ChangeMode(const QByteArray& data, TimePoint now);
     QByteArray SetCurrentDate(const QByteArray& data, TimePoint now);
@@ -83,6 +92,8 @@ private:
     QByteArray FinishUpdate(const QByteArray& confirmation, TimePoint now);
     void Restart(int mode, TimePoint backAt);
     void FinishRestart();
+    bool IsFunctionSelected() const { return _function.IsSelected() || _rcdTest.IsSelected(); }
+    void DeselectFunction(const char* reason);
 
     std::chrono::milliseconds _restartTime;
     std::chrono::milliseconds _installTime;
@@ -90,16 +101,18 @@ private:
     Identity _identity;
     int _mode = Mode::Normal;
     int _error = StatusWord::NoError;
+    int _startTestResult = StatusWord::UsualStartTestResult;
     bool _hasNewReadings = false;
     DeviceClock _clock;
     QDateTime _calibrationDate;
     MonitoringReadings _monitoring;
     TimePoint _nextReadings;
-    MeasurementFunction _function;
+    MeasurementFunction _function; ///< not selected while _rcdTest is
+    RcdTest _rcdTest;
     FirmwareUpdate _update;
     std::optional<QByteArray> _confirmedFirmware;
     std::optional<TimePoint> _backAt; ///< set while a restart keeps the instrument away from its line
-    QStringList _changes;             ///< but those of the function
+    QStringList _changes;             ///< but those of the functions
 };
 
 } // namespace Simulator

@@ -96,6 +96,12 @@ std::optional<TimePoint> MeasurementFunction::NextChangeAt() const
     return WaitsForReport() ? std::max(end, *_reportedAt) : end;
 }
 
+bool MeasurementFunction::IsUnderWay() const
+{
+    return _isStartPending || _state == FunctionState::Starting || _state == FunctionState::Running ||
+           _state == FunctionState::Stopping;
+}
+
 void MeasurementFunction::NoteReported(TimePoint now)
 {
     if (!_reportedAt) {
@@ -114,12 +120,6 @@ QStringList MeasurementFunction::TakeChanges()
     QStringList changes;
     changes.swap(_changes);
     return changes;
-}
-
-bool MeasurementFunction::IsUnderWay() const
-{
-    return _isStartPending || _state == FunctionState::Starting || _state == FunctionState::Running ||
-           _state == FunctionState::Stopping;
 }
 
 bool MeasurementFunction::DeliversResults() const

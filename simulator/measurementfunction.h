@@ -61,6 +61,10 @@ public:
     std::optional<TimePoint> NextChangeAt() const;
 
     bool IsSelected() const { return _number != 0; }
+
+    /// It is being started, runs or stops.
+    bool IsUnderWay() const;
+
     int Number() const { return _number; }
     FunctionState State() const { return _state; }
     bool HasNewResult() const { return _hasNewResult; }
@@ -75,7 +79,6 @@ public:
     QStringList TakeChanges();
 
 private:
-    bool IsUnderWay() const;
     bool DeliversResults() const;
     bool WaitsForReport() const;
     std::optional<std::chrono::milliseconds> TimeInState() const;

@@ -30,7 +30,7 @@ QString Synopsis(const NamedFault& fault)
 
 QString Synopsis(const NamedScenario& scenario)
 {
-    return QLatin1String(scenario.name) + QLatin1String(scenario.namesSector ? " N" : "");
+    return QLatin1String(scenario.name) + QLatin1String(scenario.number ? " N" : "");
 }
 
 } // namespace Simulator

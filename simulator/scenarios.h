@@ -47,7 +47,8 @@ inline constexpr std::array<NamedFault, 10> Faults{{
 /// How late `Fault::Slow` answers when nothing else is said.
 inline constexpr std::chrono::milliseconds DefaultSlowAnswer{1000};
 
-/// How measurements and firmware updates can go other than well. The line is not concerned.
+/// How measurements and firmware updates can go other than well. The line is not concerned, but for what an
+/// RCD test sends unasked.
 enum class Scenario {
     None,
     // measurements
@@ -60,6 +61,20 @@ enum class Scenario {
     FastSingle,
     EndsWithoutResult,
     RunsOnAfterStop,
+    // RCD tests
+    StartTest,
+    RcdOtherFunction,
+    RcdCheck,
+    RcdCheckOnce,
+    RcdCheckLost,
+    RcdError,
+    RcdErrorOnce,
+    RcdSilent,
+    RcdSilentOnce,
+    RcdNoTa,
+    RcdGlued,
+    RcdPieces,
+    RcdGarbage,
     // firmware updates
     RefusesUpdateMode,
     RefusesInitialize,
@@ -70,20 +85,34 @@ enum class Scenario {
     ComesBackInMode2,
 };
 
+/// The number that follows a scenario's name: what it is, and how low and high it goes.
+struct ScenarioNumber {
+    const char* what;
+    int lowest;
+    int highest;
+};
+
+inline constexpr ScenarioNumber SectorNumber{"the number of a sector", 1, 65535};
+inline constexpr ScenarioNumber StartTestNumber{"the result of the start test", 0, 15};
+inline constexpr ScenarioNumber CheckObjectNumber{"a check-object code", 0, 255};
+inline constexpr ScenarioNumber RcdErrorNumber{"an error of the RCD test", 0, 14};
+inline constexpr ScenarioNumber PauseNumber{"a pause in microseconds", 1, 50000};
+
 /// A scenario, the name that commands and options use for it, and what happens.
 struct NamedScenario {
     Scenario scenario;
     const char* name;
     const char* meaning;
-    bool namesSector = false; ///< the number of a sector follows its name
+    std::optional<ScenarioNumber> number = std::nullopt; ///< what follows its name, if anything
 };
 
-inline constexpr std::array<NamedScenario, 17> Scenarios{{
+inline constexpr std::array<NamedScenario, 30> Scenarios{{
     {Scenario::None, "none", "measurements and firmware updates go as they should"},
     {Scenario::RefusesPrepare, "refuses-prepare", "every prepare request is refused"},
     {Scenario::PrepareError, "prepare-error", "preparing ends in the prepare error (state 3)"},
     {Scenario::NeverPrepared, "never-prepared", "preparing never ends (stays in state 1)"},
-    {Scenario::StartError, "start-error", "starting ends in the start error (state 6)"},
+    {Scenario::StartError, "start-error",
+     "starting ends in the start error (state 6); an RCD test refuses the start"},
     {Scenario::StaysStarting, "stays-starting", "starting never ends (stays in state 5)"},
     {Scenario::FallsBack, "falls-back", "starting falls back to prepared (state 5, then 4)"},
     {Scenario::FastSingle, "fast-single",
@@ -91,10 +120,29 @@ inline constexpr std::array<NamedScenario, 17> Scenarios{{
     {Scenario::EndsWithoutResult, "ends-without-result",
      "a measurement ends by itself without a result (state 7, then 9)"},
     {Scenario::RunsOnAfterStop, "runs-on-after-stop", "runs on for about 2 s after a stop (keeps state 7)"},
+    {Scenario::StartTest, "start-test", "this is the result of the start test", StartTestNumber},
+    {Scenario::RcdOtherFunction, "rcd-other-function",
+     "an RCD test that is prepared reports another function"},
+    {Scenario::RcdCheck, "rcd-check", "the check before an RCD test always finds this code; 0 is clean",
+     CheckObjectNumber},
+    {Scenario::RcdCheckOnce, "rcd-check-once", "the check finds this code once, then it is clean",
+     CheckObjectNumber},
+    {Scenario::RcdCheckLost, "rcd-check-lost", "what the check has found is never answered"},
+    {Scenario::RcdError, "rcd-error", "an RCD test reports this error and ends with it", RcdErrorNumber},
+    {Scenario::RcdErrorOnce, "rcd-error-once", "one run of an RCD test ends with this error", RcdErrorNumber},
+    {Scenario::RcdSilent, "rcd-silent", "the start of an RCD test is acknowledged, but nothing starts"},
+    {Scenario::RcdSilentOnce, "rcd-silent-once", "the same for one start only"},
+    {Scenario::RcdNoTa, "rcd-no-ta", "the result of an RCD test has no Ta"},
+    {Scenario::RcdGlued, "rcd-glued", "two status frames and the result of an RCD test come in one piece"},
+    {Scenario::RcdPieces, "rcd-pieces", "what an RCD test sends comes in pieces, with this pause between",
+     PauseNumber},
+    {Scenario::RcdGarbage, "rcd-garbage", "two stray bytes in front of the result of an RCD test"},
     {Scenario::RefusesUpdateMode, "refuses-update-mode", "the change to update mode is refused"},
     {Scenario::RefusesInitialize, "refuses-initialize", "the initialization of an update is refused"},
-    {Scenario::RefusesSector, "refuses-sector", "the sector of this number, from 1, is always refused", true},
-    {Scenario::LosesSector, "loses-sector", "the sector of this number is never answered nor stored", true},
+    {Scenario::RefusesSector, "refuses-sector", "the sector of this number, from 1, is always refused",
+     SectorNumber},
+    {Scenario::LosesSector, "loses-sector", "the sector of this number is never answered nor stored",
+     SectorNumber},
     {Scenario::RefusesConfirmation, "refuses-confirmation", "every confirmation of an update is refused"},
     {Scenario::StaysInUpdateMode, "stays-in-update-mode",
      "confirmed firmware is not installed: comes back in mode 3 with the old version"},

@@ -76,13 +76,16 @@ void TestControlCommand::Scenarios_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("scenario");
-    QTest::addColumn<int>("sector");
+    QTest::addColumn<int>("number");
     QTest::newRow("none") << "scenario none" << static_cast<int>(Scenario::None) << 0;
     QTest::newRow("one") << "scenario falls-back" << static_cast<int>(Scenario::FallsBack) << 0;
     QTest::newRow("blanks") << " scenario\tstart-error " << static_cast<int>(Scenario::StartError) << 0;
     QTest::newRow("update") << "scenario stays-in-update-mode"
                             << static_cast<int>(Scenario::StaysInUpdateMode) << 0;
     QTest::newRow("sector") << "scenario refuses-sector 3" << static_cast<int>(Scenario::RefusesSector) << 3;
+    QTest::newRow("start test") << "scenario start-test 0" << static_cast<int>(Scenario::StartTest) << 0;
+    QTest::newRow("check object") << "scenario rcd-check 255" << static_cast<int>(Scenario::RcdCheck) << 255;
+    QTest::newRow("error") << "scenario rcd-error-once 5" << static_cast<int>(Scenario::RcdErrorOnce) << 5;
     QTest::newRow("last sector") << "scenario loses-sector 65535" << static_cast<int>(Scenario::LosesSector)
                                  << 65535;
 }
@@ -91,13 +94,13 @@ void TestControlCommand::Scenarios()
 {
     QFETCH(QString, text);
     QFETCH(int, scenario);
-    QFETCH(int, sector);
+    QFETCH(int, number);
     QString error;
     const auto command = Simulator::ParseControlCommand(text, &error);
     QVERIFY2(command.has_value(), qPrintable(error));
     QCOMPARE(static_cast<int>(command->verb), static_cast<int>(ControlCommand::Verb::Scenario));
     QCOMPARE(static_cast<int>(command->scenario), scenario);
-    QCOMPARE(command->number, sector);
+    QCOMPARE(command->number, number);
 }
 
 void TestControlCommand::Nonsense_data()
@@ -146,6 +149,20 @@ void TestControlCommand::Nonsense_data()
                                                         << "scenario takes";
     QTest::newRow("sectors are announced") << "scenario loud"
                                            << "refuses-sector N";
+    QTest::newRow("start test missing") << "scenario start-test"
+                                        << "start-test takes the result of the start test, from 0 to 15";
+    QTest::newRow("start test too high") << "scenario start-test 16"
+                                         << "from 0 to 15";
+    QTest::newRow("check object too high") << "scenario rcd-check 256"
+                                           << "rcd-check takes a check-object code, from 0 to 255";
+    QTest::newRow("no error for an error") << "scenario rcd-error 15"
+                                           << "rcd-error takes an error of the RCD test, from 0 to 14";
+    QTest::newRow("no pause") << "scenario rcd-pieces 0"
+                              << "rcd-pieces takes a pause in microseconds, from 1 to 50000";
+    QTest::newRow("negative code") << "scenario rcd-check-once -1"
+                                   << "from 0 to 255";
+    QTest::newRow("number behind an RCD test's scenario") << "scenario rcd-silent 3"
+                                                          << "scenario takes";
     QTest::newRow("scenario for a fault") << "fault falls-back"
                                           << "bad-crc";
     QTest::newRow("number behind another fault") << "fault silent 3"

@@ -15,6 +15,7 @@ class TestExchangeLog : public QObject
 private Q_SLOTS:
     void OneLineAnExchange();
     void Remarks();
+    void BytesThatNobodyAskedFor();
     void PathThatCannotBeWritten();
 };
 
@@ -47,6 +48,21 @@ void TestExchangeLog::Remarks()
     const QRegularExpression expected(
         QStringLiteral("\\A\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d\\.\\d{3}Z function 9 running\n"
                        "[^ ]+Z 68aeed 06c660\n\\z"));
+    const QString text = QString::fromLatin1(file.readAll());
+    QVERIFY2(expected.match(text).hasMatch(), qPrintable(text));
+}
+
+void TestExchangeLog::BytesThatNobodyAskedFor()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("log"));
+    ExchangeLog log(path);
+    log.WriteUnasked(QByteArray::fromHex("0af73370"));
+
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QRegularExpression expected(
+        QStringLiteral("\\A\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d\\.\\d{3}Z unasked 0af73370\n\\z"));
     const QString text = QString::fromLatin1(file.readAll());
     QVERIFY2(expected.match(text).hasMatch(), qPrintable(text));
 }

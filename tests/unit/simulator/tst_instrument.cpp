@@ -29,6 +29,8 @@ const QByteArray ReadMeasurement = QByteArray::fromHex("65033c");
 const QByteArray StartMeasurement = QByteArray::fromHex("53966a");
 const QByteArray PrepareRln = QByteArray::fromHex("5001ff0100ffffffffea32");
 const QByteArray PrepareHvTest = QByteArray::fromHex("5009050200ffffffff063e");
+const QByteArray PrepareUbRe = QByteArray::fromHex("500a000005ffffffffc327");
+const QByteArray RcdRunning = QByteArray::fromHex("0af73370");
 const QByteArray ModeCalibration = QByteArray::fromHex("7801d191");
 const QByteArray InitializeUpdate = QByteArray::fromHex("56333a");
 const QByteArray Initialized = QByteArray::fromHex("00024220");
@@ -47,6 +49,24 @@ QByteArray LogIn(const QString& path)
     }
     return lines.join('\n');
 }
+
+/// An instrument whose RCD tests are ready at once.
+InstrumentOptions RcdOptions(milliseconds statusPeriod, milliseconds run)
+{
+    InstrumentOptions options;
+    options.model.rcdTimings.preparing = milliseconds(0);
+    options.model.rcdTimings.statusPeriod = statusPeriod;
+    options.model.rcdTimings.run = run;
+    return options;
+}
+
+/// Brings an RCD test to its run.
+bool StartRcdTest(const LineClient& client)
+{
+    return client.Ask(PrepareUbRe, 3) == Acknowledge && client.Ask(StartMeasurement, 3) == Acknowledge;
+}
+
+constexpr milliseconds Long{600000};
 
 } // namespace
 
@@ -74,12 +94,21 @@ private Q_SLOTS:
     void ClockIsTheLocalOne();
     void MeasuresOnTheLine();
     void LogsChangesThatNobodyAsksFor();
+    void RcdTestOnTheLine();
+    void RcdScenariosByText();
+    void LineIsQuietBeforeWhatNobodyAskedFor();
+    void NothingUnaskedBehindAStop();
+    void NothingUnaskedWhileUnplugged();
+    void PiecesOfAFrame();
+    void AnswerWaitsForThePiecesOfAFrame();
+    void LogOfAnRcdTest();
     void KeepsTheFirmware();
     void FirmwareIsSavedBeforeItIsAcknowledged();
     void LogOfAnUpdate();
     void FirmwareFileThatCannotBeWritten();
     void UpdateScenariosByText();
     void BytesTakeTheirTime();
+    void FramesTakeTheirTime();
     void PacedNoise();
     void PacedAnswersKeepTheOrderOfTheLog();
     void PacedAnswersGoWithTheirLine();
@@ -331,6 +360,119 @@ void TestInstrument::LogsChangesThatNobodyAsksFor()
                  log().constData());
 }
 
+void TestInstrument::RcdTestOnTheLine()
+{
+    Instrument instrument(RcdOptions(milliseconds(50), milliseconds(120)));
+    LineClient client(instrument.DevicePath());
+    QVERIFY(StartRcdTest(client));
+    QCOMPARE(client.Read(4), RcdRunning);
+    QCOMPARE(client.Read(4), RcdRunning);
+    const QByteArray result = client.Read(26);
+    QCOMPARE(result.size(), 26);
+    QCOMPARE(result.mid(4, 20), QByteArray(20, '\0'));
+    QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("0af29620"));
+    QVERIFY(!client.IsReadable(100));
+    QTRY_COMPARE(instrument.Requests(), (QVector<QByteArray>{PrepareUbRe, StartMeasurement, ReadStatus}));
+}
+
+void TestInstrument::RcdScenariosByText()
+{
+    Instrument instrument(RcdOptions(Long, Long));
+    LineClient client(instrument.DevicePath());
+    QVERIFY(instrument.Execute(QStringLiteral("scenario start-test 5")));
+    QCOMPARE(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("f5"));
+    QVERIFY(instrument.Execute(QStringLiteral("scenario rcd-check 3")));
+    QCOMPARE(client.Ask(PrepareUbRe, 3), Acknowledge);
+    QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("8af32f2b"));
+    QCOMPARE(client.Ask(ReadMeasurement, 26).left(1).toHex(), QByteArray("03"));
+    QVERIFY(instrument.Execute(QStringLiteral("scenario rcd-error 3")));
+    QCOMPARE(client.Ask(PrepareUbRe, 3), Acknowledge);
+    QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("0a341c99"));
+}
+
+/// Five status frames and a result are due at once, and yet 20 ms apart from each other and from the answer.
+void TestInstrument::LineIsQuietBeforeWhatNobodyAskedFor()
+{
+    const Instrument instrument(RcdOptions(milliseconds(1), milliseconds(6)));
+    LineClient client(instrument.DevicePath());
+    QVERIFY(StartRcdTest(client));
+    QCOMPARE(client.Read(4), RcdRunning);
+    const Simulator::TimePoint firstReadAt = Simulator::Clock::now();
+    QCOMPARE(client.Read(4 * 4 + 26).size(), 4 * 4 + 26);
+    const Simulator::TimePoint lastReadAt = Simulator::Clock::now();
+    const Simulator::TimePoint acknowledgedAt = instrument.Exchanges().back().answeredAt;
+    QVERIFY(firstReadAt - acknowledgedAt >= milliseconds(20));
+    QVERIFY(lastReadAt - acknowledgedAt >= milliseconds(6 * 20));
+}
+
+void TestInstrument::NothingUnaskedBehindAStop()
+{
+    Instrument instrument(RcdOptions(milliseconds(30), Long));
+    LineClient client(instrument.DevicePath());
+    QVERIFY(StartRcdTest(client));
+    QCOMPARE(client.Read(4), RcdRunning);
+    QVERIFY(client.Write(StopMeasurement));
+    QByteArray received = client.Read(3);
+    while (!received.endsWith(Acknowledge)) { // a frame may have been on its way
+        const QByteArray next = client.Read(1);
+        QCOMPARE(next.size(), 1);
+        received += next;
+    }
+    QVERIFY(!client.IsReadable(200));
+    QCOMPARE(client.Ask(ReadVersion, 25), Version);
+    QCOMPARE(instrument.Status().function, 0);
+}
+
+void TestInstrument::NothingUnaskedWhileUnplugged()
+{
+    Instrument instrument(RcdOptions(Long, milliseconds(1000)));
+    LineClient client(instrument.DevicePath());
+    QVERIFY(StartRcdTest(client));
+    instrument.Unplug();
+    QTRY_COMPARE(instrument.Status().functionState, 2);
+    instrument.Plug();
+    QCOMPARE(client.Ask(ReadVersion, 25), Version);
+}
+
+void TestInstrument::PiecesOfAFrame()
+{
+    Instrument instrument(RcdOptions(milliseconds(1), Long));
+    instrument.SetScenario(Simulator::Scenario::RcdPieces, 30000);
+    LineClient client(instrument.DevicePath());
+    QVERIFY(StartRcdTest(client));
+    QCOMPARE(client.Read(4), RcdRunning);
+    QVERIFY(Simulator::Clock::now() - instrument.Exchanges().back().answeredAt >= milliseconds(20 + 2 * 30));
+}
+
+void TestInstrument::AnswerWaitsForThePiecesOfAFrame()
+{
+    Instrument instrument(RcdOptions(milliseconds(200), milliseconds(300)));
+    instrument.SetScenario(Simulator::Scenario::RcdPieces, 50000);
+    LineClient client(instrument.DevicePath());
+    QVERIFY(StartRcdTest(client));
+    QCOMPARE(client.Read(1).toHex(), QByteArray("0a"));
+    QVERIFY(client.Write(ReadVersion));
+    const QByteArray received = client.Read(3 + 25 + 26);
+    QCOMPARE(received.left(3).toHex(), QByteArray("f73370"));
+    QVERIFY2(received.mid(3, 25) == Version || received.right(25) == Version, received.toHex().constData());
+}
+
+void TestInstrument::LogOfAnRcdTest()
+{
+    const QTemporaryDir folder;
+    InstrumentOptions options = RcdOptions(milliseconds(40), milliseconds(60));
+    options.logPath = folder.filePath(QStringLiteral("log"));
+    const Instrument instrument(options);
+    LineClient client(instrument.DevicePath());
+    QVERIFY(StartRcdTest(client));
+    const QByteArray frames = client.Read(4 + 26);
+    QCOMPARE(frames.left(4), RcdRunning);
+    QTRY_COMPARE(LogIn(options.logPath), "500a000005ffffffffc327 06c660\nfunction 10 preparing\n"
+                                         "function 10 prepared\n53966a 06c660\nfunction 10 running\n"
+                                         "unasked 0af73370\nunasked " +
+                                             frames.mid(4).toHex() + "\nfunction 10 completed\n");
+}
+
 void TestInstrument::KeepsTheFirmware()
 {
     Instrument instrument;
@@ -418,6 +560,17 @@ void TestInstrument::BytesTakeTheirTime()
     const std::vector<Exchange> exchanges = instrument.Exchanges();
     QVERIFY(exchanges.at(0).answeredAt - exchanges.at(0).receivedAt >= milliseconds(6 + 57));
     QVERIFY(exchanges.at(2).answeredAt - exchanges.at(2).receivedAt >= milliseconds(1180 + 6));
+}
+
+void TestInstrument::FramesTakeTheirTime()
+{
+    InstrumentOptions options = RcdOptions(milliseconds(1), Long);
+    options.baud = 300;
+    const Instrument instrument(options);
+    LineClient client(instrument.DevicePath());
+    QVERIFY(StartRcdTest(client));
+    QCOMPARE(client.Read(4), RcdRunning);
+    QVERIFY(Simulator::Clock::now() - instrument.Exchanges().back().answeredAt >= milliseconds(20 + 146));
 }
 
 void TestInstrument::PacedNoise()

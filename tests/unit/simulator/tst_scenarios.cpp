@@ -11,7 +11,8 @@ private Q_SLOTS:
     void EveryScenarioIsFound();
     void UnknownNames();
     void ANameMeansOneThing();
-    void SynopsisTellsOfTheSector();
+    void NumbersHaveALowestAndAHighest();
+    void SynopsisTellsOfTheNumber();
 };
 
 void TestScenarios::EveryFaultIsFound()
@@ -29,7 +30,7 @@ void TestScenarios::EveryScenarioIsFound()
         const auto found = Simulator::FindScenario(QLatin1String(scenario.name));
         QVERIFY2(found.has_value(), scenario.name);
         QCOMPARE(static_cast<int>(found->scenario), static_cast<int>(scenario.scenario));
-        QCOMPARE(found->namesSector, scenario.namesSector);
+        QCOMPARE(found->number.has_value(), scenario.number.has_value());
     }
 }
 
@@ -52,7 +53,24 @@ void TestScenarios::ANameMeansOneThing()
     }
 }
 
-void TestScenarios::SynopsisTellsOfTheSector()
+void TestScenarios::NumbersHaveALowestAndAHighest()
+{
+    const auto limits = [](const char* name) {
+        const auto number = Simulator::FindScenario(QLatin1String(name))->number;
+        return number ? qMakePair(number->lowest, number->highest) : qMakePair(0, 0);
+    };
+    QCOMPARE(limits("falls-back"), qMakePair(0, 0));
+    QCOMPARE(limits("start-test"), qMakePair(0, 15));
+    QCOMPARE(limits("rcd-check"), qMakePair(0, 255));
+    QCOMPARE(limits("rcd-check-once"), qMakePair(0, 255));
+    QCOMPARE(limits("rcd-error"), qMakePair(0, 14));
+    QCOMPARE(limits("rcd-error-once"), qMakePair(0, 14));
+    QCOMPARE(limits("rcd-pieces"), qMakePair(1, 50000));
+    QCOMPARE(limits("refuses-sector"), qMakePair(1, 65535));
+    QCOMPARE(limits("loses-sector"), qMakePair(1, 65535));
+}
+
+void TestScenarios::SynopsisTellsOfTheNumber()
 {
     QCOMPARE(Simulator::Synopsis(Simulator::Scenarios.at(0)), QStringLiteral("none"));
     const auto losesSector = Simulator::FindScenario(QStringLiteral("loses-sector"));

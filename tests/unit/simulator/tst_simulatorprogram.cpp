@@ -425,7 +425,7 @@ void TestSimulatorProgram::EveryScenarioCanBeTheFirst()
 {
     QStringList names;
     for (const Simulator::NamedScenario& scenario : Simulator::Scenarios) {
-        names.append(QLatin1String(scenario.name) + QLatin1String(scenario.namesSector ? " 2" : ""));
+        names.append(QLatin1String(scenario.name) + QLatin1String(scenario.number ? " 2" : ""));
     }
     for (const Simulator::NamedFault& fault : Simulator::Faults) {
         names.append(QLatin1String(fault.name));
