@@ -65,11 +65,10 @@ void RCDRunningState::RunIdle()
 
 void RCDRunningState::JudgeIdle()
 {
-    if (GetContext()->CurrentMeasurementType.Get() != MeasurementType::Monitoring) {
-        SetPhase(MeasurementState::Preparing);
-    } else if (GetContext()->ErrorCode.Get() != Error::NoErrors) {
+    const bool isFunctionActive = GetContext()->CurrentMeasurementType.Get() != MeasurementType::Monitoring;
+    if (!isFunctionActive && GetContext()->ErrorCode.Get() != Error::NoErrors) {
         SetPhase(MeasurementState::Stopped);
-    } else if (HasPassedStartTest()) {
+    } else if (isFunctionActive || HasPassedStartTest()) {
         SetPhase(MeasurementState::Preparing);
     }
 }

@@ -161,11 +161,11 @@ QByteArray RCDState::TakeFinalFrame(QByteArray& collected)
 {
     const ResponseParser& parser = *GetContext()->GetResponseParser();
     while (true) {
-        const QByteArray result = collected.left(MeasurementFrameSize);
+        QByteArray result = collected.left(MeasurementFrameSize);
         if (parser.IsRCDMeasurementResultResponse(result)) {
             return result;
         }
-        const QByteArray status = collected.left(StatusFrameSize);
+        QByteArray status = collected.left(StatusFrameSize);
         if (!parser.IsRCDMeasurementStatusResponse(status)) {
             return {};
         }
