@@ -24,6 +24,6 @@ target_compile_definitions(
             QT_DEPRECATED_WARNINGS)
 
 if(VESMAR_SANITIZE)
-  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -g1)
   add_link_options(-fsanitize=address,undefined)
 endif()

@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 
 #include <QFile>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <cmath>
@@ -19,20 +20,29 @@ namespace
 
 constexpr double LongestMilliseconds = 600000;
 constexpr double LongestSeconds = 86400;
+constexpr int LowestBaud = 50;
+constexpr int HighestBaud = 4000000;
 
 constexpr char Usage[] = "Usage: vesmar-simulator [OPTIONS] --link PATH\n"
-                         "       vesmar-simulator run [OPTIONS] -- PROGRAM [ARG...]\n";
+                         "       vesmar-simulator run [OPTIONS] -- PROGRAM [ARG...]\n"
+                         "       vesmar-simulator confirmation IMAGE > FILE\n";
 
 /// What CLI11 fills in, as it comes.
 struct RawOptions {
     std::string linkPath;
     std::string logPath;
     std::string scenario;
+    std::string firmwarePath;
+    std::string confirmation;
+    std::string newVersion = "1.06";
+    std::string imagePath;
     std::vector<std::string> schedule;
     unsigned int seed = 1;
+    int baud = 0;
     double restartTime = 500;
     double answerAfter = 0;
     double startDelay = 50;
+    double installTime = 1500;
 };
 
 class HelpFormatter : public CLI::Formatter
@@ -46,7 +56,7 @@ std::string Described(const Table& table)
 {
     std::string text;
     for (const auto& entry : table) {
-        text += std::string("  ") + entry.name + ": " + entry.meaning + "\n";
+        text += "  " + Synopsis(entry).toStdString() + ": " + entry.meaning + "\n";
     }
     return text;
 }
@@ -56,7 +66,7 @@ std::string Footer()
     return "\nScenarios:\n" + Described(Scenarios) + "\nFaults:\n" + Described(Faults) +
            "\nCommands (of --at, and with --link of standard input, one a line):\n"
            "  mode N, error N, function N: what the instrument reports from now on\n"
-           "  scenario NAME: one of the scenarios, or of the faults\n"
+           "  scenario NAME [N]: one of the scenarios, or of the faults\n"
            "  fault NAME, unplug, plug: one of the faults; plug ends every fault\n"
            "  quit: ends the simulator (standard input only)\n";
 }
@@ -69,8 +79,7 @@ void AddOptions(CLI::App* app, RawOptions* raw)
     app->add_option("--at", raw->schedule, "Carry out a command so long after the start; may be repeated")
         ->type_name("SECONDS:COMMAND")
         ->allow_extra_args(false);
-    app->add_option("--log", raw->logPath,
-                    "Write a line per exchange and per change of a function to this file")
+    app->add_option("--log", raw->logPath, "Write a line per exchange and per change to this file")
         ->type_name("FILE");
     app->add_option("--seed", raw->seed, "Start of the readings' random numbers (default 1)")->type_name("N");
     app->add_option("--restart-time", raw->restartTime, "How long a restart takes (default 500)")
@@ -80,6 +89,23 @@ void AddOptions(CLI::App* app, RawOptions* raw)
                     "How long a measurement that was started still reports prepared (default 50)")
         ->type_name("MS")
         ->check(CLI::Range(0.0, LongestMilliseconds));
+    app->add_option("--install-time", raw->installTime,
+                    "How long confirmed firmware takes until the restart (default 1500)")
+        ->type_name("MS")
+        ->check(CLI::Range(0.0, LongestMilliseconds));
+    app->add_option("--new-version", raw->newVersion,
+                    "What the instrument reports after a firmware update (default 1.06)")
+        ->type_name("VERSION");
+    app->add_option("--confirmation", raw->confirmation,
+                    "The two bytes that confirm any firmware (default: those that \"confirmation\" prints)")
+        ->type_name("HEX");
+    app->add_option("--save-firmware", raw->firmwarePath,
+                    "Write the firmware of a confirmed update to this file")
+        ->type_name("FILE");
+    app->add_option("--baud", raw->baud,
+                    "Let bytes take the time of a line of so many bits per second (default: no time)")
+        ->type_name("N")
+        ->check(CLI::Range(LowestBaud, HighestBaud));
     app->add_option("--answer-after", raw->answerAfter, "Wait so long before each answer (default 0)")
         ->type_name("MS")
         ->check(CLI::Range(0.0, LongestMilliseconds));
@@ -107,6 +133,27 @@ TimedCommand ParseTimedCommand(const std::string& text)
             RequiredCommand(whole.section(QLatin1Char(':'), 1), "--at")};
 }
 
+/// Two bytes from four hexadecimal digits; nothing from nothing.
+QByteArray ParseConfirmation(const std::string& text)
+{
+    static const QRegularExpression form(QStringLiteral("^(?:[0-9A-Fa-f]{4})?$"));
+    if (!form.match(QString::fromStdString(text)).hasMatch()) {
+        throw CLI::ValidationError("--confirmation", "\"" + text + "\" is not four hexadecimal digits");
+    }
+    return QByteArray::fromHex(QByteArray::fromStdString(text));
+}
+
+/// "1.06" as the instrument sends it: "106".
+QByteArray ParseVersion(const std::string& text)
+{
+    static const QRegularExpression form(QStringLiteral("^([0-9])\\.([0-9]{2})$"));
+    const QRegularExpressionMatch match = form.match(QString::fromStdString(text));
+    if (!match.hasMatch()) {
+        throw CLI::ValidationError("--new-version", "\"" + text + "\" is not a version such as 1.06");
+    }
+    return (match.captured(1) + match.captured(2)).toLatin1();
+}
+
 CommandLine Digested(const RawOptions& raw)
 {
     CommandLine commandLine;
@@ -114,9 +161,15 @@ CommandLine Digested(const RawOptions& raw)
     instrument.keepsExchanges = false;
     instrument.logPath = QFile::decodeName(raw.logPath.c_str());
     instrument.answerAfter = std::chrono::microseconds(std::llround(raw.answerAfter * 1000));
+    instrument.baud = raw.baud;
     instrument.model.seed = raw.seed;
     instrument.model.restartTime = std::chrono::milliseconds(std::llround(raw.restartTime));
     instrument.model.functionTimings.startDelay = std::chrono::milliseconds(std::llround(raw.startDelay));
+    instrument.model.update.installTime = std::chrono::milliseconds(std::llround(raw.installTime));
+    instrument.model.update.newVersion = ParseVersion(raw.newVersion);
+    instrument.model.update.confirmation = ParseConfirmation(raw.confirmation);
+    instrument.firmwarePath = QFile::decodeName(raw.firmwarePath.c_str());
+    commandLine.imagePath = QFile::decodeName(raw.imagePath.c_str());
     commandLine.linkPath = QFile::decodeName(raw.linkPath.c_str());
     if (!raw.scenario.empty()) {
         const QString command = QStringLiteral("scenario ") + QString::fromLocal8Bit(raw.scenario.c_str());
@@ -131,6 +184,13 @@ CommandLine Digested(const RawOptions& raw)
 
 void CheckWhatToDo(bool isRun, const CommandLine& commandLine)
 {
+    const bool isServing = isRun || !commandLine.linkPath.isEmpty() || !commandLine.program.empty();
+    if (!commandLine.imagePath.isEmpty()) {
+        if (isServing) {
+            throw CLI::ExcludesError("confirmation", "--link and run");
+        }
+        return;
+    }
     if (isRun && commandLine.program.empty()) {
         throw CLI::RequiredError("\"--\" and a program to run");
     }
@@ -157,6 +217,10 @@ std::optional<CommandLine> ParseCommandLine(int argumentCount, char** arguments,
     AddOptions(&app, &raw);
     CLI::App* run = app.add_subcommand("run", "Run a program that finds the instrument at its serial device")
                         ->fallthrough();
+    CLI::App* confirmation =
+        app.add_subcommand("confirmation", "Print the two bytes that confirm a firmware image");
+    confirmation->footer("");
+    confirmation->add_option("IMAGE", raw.imagePath, "The firmware, in sectors of 512 bytes")->required();
 
     // Everything behind "--" belongs to the program and is none of the parser's business.
     char** const end = arguments + argumentCount;

@@ -19,12 +19,13 @@ struct TimedCommand {
     ControlCommand command;
 };
 
-/// What the user asked for: either a link or a program is set.
+/// What the user asked for: a link, a program or an image to confirm is set.
 struct CommandLine {
     InstrumentOptions instrument;
     std::vector<TimedCommand> schedule;
     QString linkPath;
     std::vector<std::string> program;
+    QString imagePath; ///< whose confirmation is to be printed
 };
 
 /// Nothing when the program ends here; *exitStatus then says how. Help, version and errors are printed.

@@ -1,6 +1,7 @@
 #include "simulator/controlcommand.h"
 
 #include "simulator/instrumentmodel.h"
+#include "simulator/mode.h"
 
 #include <QStringList>
 
@@ -19,18 +20,19 @@ struct NumberCommand {
 };
 
 constexpr std::array<NumberCommand, 3> NumberCommands{{
-    {"mode", ControlCommand::Verb::Mode, InstrumentModel::HighestMode},
+    {"mode", ControlCommand::Verb::Mode, Mode::Highest},
     {"error", ControlCommand::Verb::Error, InstrumentModel::HighestError},
     {"function", ControlCommand::Verb::Function, InstrumentModel::HighestFunction},
 }};
 
 constexpr int LongestDelay = 600000;
+constexpr int HighestSector = 65535;
 
-std::optional<int> ParseNumber(const QString& text, int highest)
+std::optional<int> ParseNumber(const QString& text, int lowest, int highest)
 {
     bool isNumber = false;
     const int number = text.toInt(&isNumber);
-    if (!isNumber || number < 0 || number > highest) {
+    if (!isNumber || number < lowest || number > highest) {
         return std::nullopt;
     }
     return number;
@@ -43,12 +45,21 @@ ControlCommand FaultCommand(Fault fault)
     return command;
 }
 
+ControlCommand ScenarioCommand(Scenario scenario, int sector)
+{
+    ControlCommand command;
+    command.verb = ControlCommand::Verb::Scenario;
+    command.scenario = scenario;
+    command.number = sector;
+    return command;
+}
+
 template <typename Table>
 QString NamesOf(const Table& table)
 {
     QStringList names;
     for (const auto& entry : table) {
-        names.append(QLatin1String(entry.name));
+        names.append(Synopsis(entry));
     }
     return names.join(QLatin1String(", "));
 }
@@ -57,7 +68,7 @@ std::optional<ControlCommand> ParseNumberCommand(const NumberCommand& form, cons
                                                  QString* error)
 {
     const std::optional<int> number =
-        words.size() == 2 ? ParseNumber(words.at(1), form.highest) : std::optional<int>();
+        words.size() == 2 ? ParseNumber(words.at(1), 0, form.highest) : std::optional<int>();
     if (!number) {
         *error =
             QStringLiteral("%1 takes a number from 0 to %2").arg(QLatin1String(form.name)).arg(form.highest);
@@ -80,7 +91,7 @@ std::optional<ControlCommand> ParseFault(const QStringList& words, QString* erro
     if (words.size() == 2) {
         return command;
     }
-    const std::optional<int> delay = ParseNumber(words.at(2), LongestDelay);
+    const std::optional<int> delay = ParseNumber(words.at(2), 0, LongestDelay);
     if (words.size() > 3 || *fault != Fault::Slow || !delay) {
         *error =
             QStringLiteral("only \"fault slow\" takes a number, of milliseconds up to %1").arg(LongestDelay);
@@ -90,14 +101,28 @@ std::optional<ControlCommand> ParseFault(const QStringList& words, QString* erro
     return command;
 }
 
+std::optional<ControlCommand> ParseSectorScenario(const NamedScenario& scenario, const QStringList& words,
+                                                  QString* error)
+{
+    const std::optional<int> sector =
+        words.size() == 3 ? ParseNumber(words.at(2), 1, HighestSector) : std::optional<int>();
+    if (!sector) {
+        *error = QStringLiteral("scenario %1 takes the number of a sector, from 1 to %2")
+                     .arg(QLatin1String(scenario.name))
+                     .arg(HighestSector);
+        return std::nullopt;
+    }
+    return ScenarioCommand(scenario.scenario, *sector);
+}
+
 std::optional<ControlCommand> ParseScenario(const QStringList& words, QString* error)
 {
-    const std::optional<Scenario> scenario = FindScenario(words.value(1));
+    const std::optional<NamedScenario> scenario = FindScenario(words.value(1));
+    if (scenario && scenario->namesSector) {
+        return ParseSectorScenario(*scenario, words, error);
+    }
     if (scenario && words.size() == 2) {
-        ControlCommand command;
-        command.verb = ControlCommand::Verb::Scenario;
-        command.scenario = *scenario;
-        return command;
+        return ScenarioCommand(scenario->scenario, 0);
     }
     if (FindFault(words.value(1))) {
         return ParseFault(words, error);

@@ -15,14 +15,14 @@ struct ControlCommand {
     enum class Verb { Mode, Error, Function, Fault, Scenario };
 
     Verb verb = Verb::Fault;
-    int number = 0;                                     ///< of Mode, Error and Function
-    Fault fault = Fault::None;                          ///< of Fault
-    Scenario scenario = Scenario::None;                 ///< of Scenario
+    int number = 0;                     ///< of Mode, Error and Function; of Scenario the sector that it names
+    Fault fault = Fault::None;          ///< of Fault
+    Scenario scenario = Scenario::None; ///< of Scenario
     std::chrono::milliseconds delay{DefaultSlowAnswer}; ///< of Fault::Slow
 };
 
-/// Understands "mode N", "error N", "function N", "scenario NAME", "fault NAME [MS]", "unplug" and "plug"; a
-/// fault's name counts as a scenario's too. Otherwise nothing, and *error says why.
+/// Understands "mode N", "error N", "function N", "scenario NAME [N]", "fault NAME [MS]", "unplug" and
+/// "plug"; a fault's name counts as a scenario's too. Otherwise nothing, and *error says why.
 std::optional<ControlCommand> ParseControlCommand(const QString& text, QString* error);
 
 } // namespace Simulator

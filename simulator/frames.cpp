@@ -14,7 +14,6 @@ constexpr int CodeSize = 1;
 constexpr int ChecksumSize = 2;
 constexpr int DateSize = 6;
 constexpr int PreparePayloadSize = 8;
-constexpr int SectorSize = 512;
 constexpr int ConfirmationSize = 2;
 constexpr int ModeSize = 1;
 

@@ -23,6 +23,9 @@ enum class RequestCode : char {
     SetCalibrationDate = 't',
 };
 
+/// How much firmware one request carries, in bytes.
+inline constexpr int SectorSize = 512;
+
 /// The data with its checksum behind it.
 QByteArray Sealed(const QByteArray& data);
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QString>
 
 namespace Simulator
 {
@@ -16,6 +17,9 @@ struct Identity {
     QByteArray buildNumber = QByteArrayLiteral("2016");
 
     QByteArray Data() const;
+
+    /// The version as people write it, such as "1.05".
+    QString VersionText() const;
 };
 
 } // namespace Simulator

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <initializer_list>
 #include <optional>
 #include <poll.h>
 #include <sys/eventfd.h>
@@ -16,6 +17,8 @@ namespace Simulator
 
 namespace
 {
+
+constexpr int BitsPerByte = 11; // start bit, eight data bits, parity bit, stop bit
 
 int OpenWake()
 {
@@ -42,6 +45,23 @@ void WaitReadable(int line, int wake, const std::optional<TimePoint>& deadline)
     ::eventfd_read(wake, &wakes);
 }
 
+template <typename Queue>
+std::optional<TimePoint> DueAt(const Queue& queue)
+{
+    return queue.empty() ? std::optional<TimePoint>() : queue.front().dueAt;
+}
+
+std::optional<TimePoint> Earliest(std::initializer_list<std::optional<TimePoint>> times)
+{
+    std::optional<TimePoint> earliest;
+    for (const std::optional<TimePoint>& time : times) {
+        if (time && (!earliest || *time < *earliest)) {
+            earliest = time;
+        }
+    }
+    return earliest;
+}
+
 } // namespace
 
 Instrument::Instrument(const InstrumentOptions& options)
@@ -49,7 +69,9 @@ Instrument::Instrument(const InstrumentOptions& options)
       _line(std::make_unique<PtyLine>()),
       _devicePath(_line->DevicePath()),
       _log(options.logPath),
+      _firmwareFile(options.firmwarePath),
       _answerAfter(options.answerAfter),
+      _baud(options.baud),
       _keepsExchanges(options.keepsExchanges),
       _wake(OpenWake()),
       _thread([this] { Serve(); })
@@ -85,7 +107,7 @@ void Instrument::Execute(const ControlCommand& command)
         SetFunction(command.number);
         break;
     case ControlCommand::Verb::Scenario:
-        SetScenario(command.scenario);
+        SetScenario(command.scenario, command.number);
         break;
     case ControlCommand::Verb::Fault:
         SetFault(command.fault, command.delay);
@@ -109,6 +131,7 @@ void Instrument::SetMode(int mode)
 {
     const std::lock_guard<std::mutex> lock(_mutex);
     _model.SetMode(mode);
+    Wake();
 }
 
 void Instrument::SetError(int error)
@@ -124,10 +147,10 @@ void Instrument::SetFunction(int function)
     Wake();
 }
 
-void Instrument::SetScenario(Scenario scenario)
+void Instrument::SetScenario(Scenario scenario, int sector)
 {
     const std::lock_guard<std::mutex> lock(_mutex);
-    _model.SetScenario(scenario);
+    _model.SetScenario(scenario, sector);
     Wake();
 }
 
@@ -206,6 +229,12 @@ StatusWord Instrument::Status()
     return _model.Status();
 }
 
+QByteArray Instrument::Firmware() const
+{
+    const std::lock_guard<std::mutex> lock(_mutex);
+    return _firmware;
+}
+
 void Instrument::Serve()
 {
     std::unique_lock<std::mutex> lock(_mutex);
@@ -213,6 +242,7 @@ void Instrument::Serve()
         TakeNewLine();
         ReadLine();
         AnswerDueRequests();
+        SendDueAnswers();
         FollowModel();
         WaitForWork(lock);
     }
@@ -227,6 +257,7 @@ void Instrument::TakeNewLine()
     _devicePath = _line ? _line->DevicePath() : QString();
     _collector = RequestCollector();
     _pending.clear();
+    _sending.clear();
     _isLineChanging = false;
     _lineChanged.notify_all();
 }
@@ -242,7 +273,8 @@ void Instrument::ReadLine()
         _collector.Append(bytes, now);
     }
     while (const std::optional<CollectedRequest> request = _collector.Take(now)) {
-        _pending.push_back({*request, now + AnswerDelay()});
+        const TimePoint receivedAt = std::max(now, request->receivedAt + LineTime(request->frame.size()));
+        _pending.push_back({*request, receivedAt + AnswerDelay()});
     }
 }
 
@@ -254,10 +286,14 @@ void Instrument::AnswerDueRequests()
     }
 }
 
-/// The log tells of a change when it happens, whether anybody asks the instrument or not.
+/// The log tells of a change when it happens, whether anybody asks the instrument or not; but behind the
+/// exchange that brings it about.
 void Instrument::FollowModel()
 {
     _model.Advance(Clock::now());
+    if (!_sending.empty()) {
+        return;
+    }
     for (const QString& change : _model.TakeChanges()) {
         _log.Write(change);
     }
@@ -266,15 +302,33 @@ void Instrument::FollowModel()
 void Instrument::AnswerRequest(const CollectedRequest& request)
 {
     FollowModel();
-    Exchange exchange{request.frame, AnswerTo(request.frame), request.receivedAt, {}};
-    if (_line) {
-        _line->Write(exchange.answer);
+    const Exchange exchange{request.frame, AnswerTo(request.frame), request.receivedAt, {}};
+    KeepFirmware();
+    _sending.push_back({exchange, Clock::now() + LineTime(exchange.answer.size())});
+}
+
+/// An answer goes out in one piece when its last byte would arrive: with pauses in it, it would look like
+/// several.
+void Instrument::SendDueAnswers()
+{
+    while (!_sending.empty() && _sending.front().dueAt <= Clock::now()) {
+        Exchange exchange = _sending.front().exchange;
+        _sending.pop_front();
+        if (_line) {
+            _line->Write(exchange.answer);
+        }
+        exchange.answeredAt = Clock::now();
+        _log.Write(exchange);
+        if (_keepsExchanges) {
+            _exchanges.push_back(exchange);
+        }
     }
-    exchange.answeredAt = Clock::now();
-    _log.Write(exchange);
-    if (_keepsExchanges) {
-        _exchanges.push_back(exchange);
-    }
+}
+
+std::chrono::microseconds Instrument::LineTime(int byteCount) const
+{
+    return _baud == 0 ? std::chrono::microseconds(0)
+                      : std::chrono::microseconds(std::chrono::seconds(BitsPerByte * byteCount)) / _baud;
 }
 
 QByteArray Instrument::AnswerTo(const QByteArray& request)
@@ -293,6 +347,15 @@ QByteArray Instrument::AnswerTo(const QByteArray& request)
     return Damaged(_model.Answer(request, Clock::now()), _fault);
 }
 
+/// Before the acknowledge goes out, so that whoever has seen it finds the file.
+void Instrument::KeepFirmware()
+{
+    if (const std::optional<QByteArray> firmware = _model.TakeConfirmedFirmware()) {
+        _firmware = *firmware;
+        _firmwareFile.Write(_firmware);
+    }
+}
+
 std::chrono::microseconds Instrument::AnswerDelay() const
 {
     return _fault == Fault::Slow ? _slowAnswer : _answerAfter;
@@ -300,13 +363,8 @@ std::chrono::microseconds Instrument::AnswerDelay() const
 
 void Instrument::WaitForWork(std::unique_lock<std::mutex>& lock)
 {
-    std::optional<TimePoint> deadline = _collector.SilenceEndsAt();
-    if (const std::optional<TimePoint> changeAt = _model.NextChangeAt()) {
-        deadline = std::min(*changeAt, deadline.value_or(TimePoint::max()));
-    }
-    if (!_pending.empty()) {
-        deadline = std::min(_pending.front().dueAt, deadline.value_or(TimePoint::max()));
-    }
+    const std::optional<TimePoint> deadline =
+        Earliest({_collector.SilenceEndsAt(), _model.NextChangeAt(), DueAt(_pending), DueAt(_sending)});
     const int line = _line ? _line->Handle() : -1;
     lock.unlock();
     WaitReadable(line, _wake.Get(), deadline);

@@ -4,6 +4,7 @@
 #include "simulator/descriptor.h"
 #include "simulator/exchange.h"
 #include "simulator/exchangelog.h"
+#include "simulator/firmwarefile.h"
 #include "simulator/instrumentmodel.h"
 #include "simulator/ptyline.h"
 #include "simulator/requestcollector.h"
@@ -28,7 +29,9 @@ namespace Simulator
 struct InstrumentOptions {
     ModelOptions model;
     std::chrono::microseconds answerAfter{0}; ///< from the end of a request to its answer
-    QString logPath;            ///< a line per exchange and per change of a function; empty for no log
+    QString logPath;                          ///< a line per exchange and per change; empty for no log
+    QString firmwarePath;       ///< where the image of a confirmed update is written; empty for nowhere
+    int baud = 0;               ///< bits per second that the line carries; 0 when bytes take no time
     bool keepsExchanges = true; ///< off for a program that runs for days
 };
 
@@ -37,7 +40,7 @@ struct InstrumentOptions {
 class Instrument
 {
 public:
-    /// Throws std::exception when there is no pseudo-terminal or the log cannot be written.
+    /// Throws std::exception when there is no pseudo-terminal or a file cannot be written.
     explicit Instrument(const InstrumentOptions& options = {});
     ~Instrument();
     Instrument(const Instrument&) = delete;
@@ -60,8 +63,9 @@ public:
     /// As if someone had started this function at the instrument; 0 ends it.
     void SetFunction(int function);
 
-    /// How measurements go from now on.
-    void SetScenario(Scenario scenario);
+    /// How measurements and updates go from now on. The sector is the one that the scenario names, the first
+    /// is 1.
+    void SetScenario(Scenario scenario, int sector = 1);
 
     void SetFault(Fault fault, std::chrono::milliseconds slowAnswer = DefaultSlowAnswer);
     void Unplug() { SetFault(Fault::Silent); }
@@ -91,9 +95,17 @@ public:
     /// What its status would tell now.
     StatusWord Status();
 
+    /// The image of the last update that was confirmed; empty before the first.
+    QByteArray Firmware() const;
+
 private:
     struct PendingRequest {
         CollectedRequest request;
+        TimePoint dueAt;
+    };
+
+    struct PendingAnswer {
+        Exchange exchange;
         TimePoint dueAt;
     };
 
@@ -104,6 +116,9 @@ private:
     void AnswerDueRequests();
     void AnswerRequest(const CollectedRequest& request);
     QByteArray AnswerTo(const QByteArray& request);
+    void KeepFirmware();
+    void SendDueAnswers();
+    std::chrono::microseconds LineTime(int byteCount) const;
     std::chrono::microseconds AnswerDelay() const;
     void WaitForWork(std::unique_lock<std::mutex>& lock);
     void ReplaceLine(std::unique_ptr<PtyLine> line, std::unique_lock<std::mutex>& lock);
@@ -115,10 +130,14 @@ private:
     QString _devicePath;
     RequestCollector _collector;
     std::deque<PendingRequest> _pending;
+    std::deque<PendingAnswer> _sending;
     std::deque<QByteArray> _scriptedAnswers;
     std::vector<Exchange> _exchanges;
     ExchangeLog _log;
+    FirmwareFile _firmwareFile;
+    QByteArray _firmware;
     std::chrono::microseconds _answerAfter;
+    int _baud;
     bool _keepsExchanges;
     Fault _fault = Fault::None;
     std::chrono::microseconds _slowAnswer{DefaultSlowAnswer};

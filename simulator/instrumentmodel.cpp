@@ -4,6 +4,8 @@
 #include "simulator/packeddate.h"
 #include "simulator/preparepayload.h"
 
+#include <utility>
+
 namespace Simulator
 {
 
@@ -11,8 +13,6 @@ namespace
 {
 
 constexpr std::chrono::milliseconds MonitoringPeriod{500};
-constexpr int NormalMode = 0;
-constexpr int CalibrationMode = 1;
 
 QDateTime StartDate(const QDateTime& wanted)
 {
@@ -25,26 +25,54 @@ QByteArray AcknowledgeIf(bool accepted)
     return accepted ? Acknowledge() : Refusal();
 }
 
+/// In update mode nothing but the loader of the firmware runs.
+bool IsKnownIn(int mode, RequestCode code)
+{
+    switch (code) {
+    case RequestCode::ReadStatus:
+    case RequestCode::ReadVersion:
+    case RequestCode::ChangeMode:
+        return true;
+    case RequestCode::InitializeUpdate:
+    case RequestCode::ProgramSector:
+    case RequestCode::FinishUpdate:
+        return mode == Mode::Update;
+    default:
+        return mode != Mode::Update;
+    }
+}
+
+/// What an initialized update is answered with: how long a sector is, low byte first.
+QByteArray SectorSizeData()
+{
+    QByteArray data;
+    data.append(static_cast<char>(SectorSize & 0xFF));
+    data.append(static_cast<char>(SectorSize >> 8));
+    return data;
+}
+
 } // namespace
 
 InstrumentModel::InstrumentModel(const ModelOptions& options, TimePoint now)
     : _restartTime(options.restartTime),
+      _installTime(options.update.installTime),
+      _newVersion(options.update.newVersion),
       _identity(options.identity),
       _clock(StartDate(options.date), now),
       _calibrationDate(options.calibrationDate),
       _monitoring(options.seed),
       _nextReadings(now + MonitoringPeriod),
       _function(options.functionTimings, options.seed),
-      _awayUntil(now)
+      _update(options.update.confirmation)
 {
 }
 
 QByteArray InstrumentModel::Answer(const QByteArray& request, TimePoint now)
 {
-    if (now < _awayUntil) {
+    Advance(now);
+    if (_backAt) {
         return {};
     }
-    Advance(now);
     if (!IsIntact(request) || request.size() != RequestSize(request[0])) {
         return Refusal();
     }
@@ -54,6 +82,10 @@ QByteArray InstrumentModel::Answer(const QByteArray& request, TimePoint now)
 void InstrumentModel::SetMode(int mode)
 {
     _mode = mode;
+    _hasNewReadings = false;
+    if (mode == Mode::Update) {
+        _function.Deselect("ended");
+    }
 }
 
 void InstrumentModel::SetError(int error)
@@ -71,6 +103,12 @@ void InstrumentModel::SetFunction(int function)
     _hasNewReadings = false;
 }
 
+void InstrumentModel::SetScenario(Scenario scenario, int sector)
+{
+    _function.SetScenario(scenario);
+    _update.SetScenario(scenario, sector);
+}
+
 QDateTime InstrumentModel::Date(TimePoint now) const
 {
     return _clock.Date(now);
@@ -83,15 +121,35 @@ QDateTime InstrumentModel::CalibrationDate() const
 
 void InstrumentModel::Advance(TimePoint now)
 {
+    if (_backAt && *_backAt <= now) {
+        FinishRestart();
+    }
     _function.Advance(now);
     if (now < _nextReadings) {
         return;
     }
     _nextReadings = now + MonitoringPeriod;
-    if (_mode == NormalMode && !_function.IsSelected()) {
+    if (_mode == Mode::Normal && !_function.IsSelected()) {
         _monitoring.Advance();
         _hasNewReadings = true;
     }
+}
+
+std::optional<TimePoint> InstrumentModel::NextChangeAt() const
+{
+    return _backAt ? _backAt : _function.NextChangeAt();
+}
+
+QStringList InstrumentModel::TakeChanges()
+{
+    const QStringList changes = _function.TakeChanges() + _changes;
+    _changes.clear();
+    return changes;
+}
+
+std::optional<QByteArray> InstrumentModel::TakeConfirmedFirmware()
+{
+    return std::exchange(_confirmedFirmware, std::nullopt);
 }
 
 StatusWord InstrumentModel::Status() const
@@ -108,7 +166,11 @@ StatusWord InstrumentModel::Status() const
 QByteArray InstrumentModel::Serve(const QByteArray& request, TimePoint now)
 {
     const QByteArray data = DataOf(request).mid(1);
-    switch (static_cast<RequestCode>(request[0])) {
+    const auto code = static_cast<RequestCode>(request[0]);
+    if (!IsKnownIn(_mode, code)) {
+        return Refusal();
+    }
+    switch (code) {
     case RequestCode::ReadStatus:
         return ReadStatus(now);
     case RequestCode::ReadVersion:
@@ -132,9 +194,11 @@ QByteArray InstrumentModel::Serve(const QByteArray& request, TimePoint now)
     case RequestCode::SetCalibrationDate:
         return SetCalibrationDate(data);
     case RequestCode::InitializeUpdate:
+        return InitializeUpdate();
     case RequestCode::ProgramSector:
+        return ProgramSector(data);
     case RequestCode::FinishUpdate:
-        break; // this instrument keeps its firmware
+        return FinishUpdate(data, now);
     }
     return Refusal();
 }
@@ -157,7 +221,7 @@ QByteArray InstrumentModel::ReadMeasurement()
 QByteArray InstrumentModel::PrepareMeasurement(const QByteArray& data, TimePoint now)
 {
     const std::optional<Measurement> measurement = RecognizePayload(data);
-    const bool accepted = measurement && _mode == NormalMode && _function.Prepare(*measurement, now);
+    const bool accepted = measurement && _mode == Mode::Normal && _function.Prepare(*measurement, now);
     if (accepted) {
         _hasNewReadings = false;
     }
@@ -174,14 +238,10 @@ QByteArray InstrumentModel::StopMeasurement(TimePoint now)
 QByteArray InstrumentModel::ChangeMode(const QByteArray& data, TimePoint now)
 {
     const int mode = static_cast<unsigned char>(data[0]);
-    if (mode > HighestMode) {
+    if (mode > Mode::Highest || (mode == Mode::Update && _update.RefusesUpdateMode())) {
         return Refusal();
     }
-    _mode = mode;
-    _function.Deselect("ended by a restart");
-    _hasNewReadings = false;
-    _awayUntil = now + _restartTime;
-    _nextReadings = _awayUntil + MonitoringPeriod;
+    Restart(mode, now + _restartTime);
     return Acknowledge();
 }
 
@@ -197,11 +257,64 @@ QByteArray InstrumentModel::SetCurrentDate(const QByteArray& data, TimePoint now
 QByteArray InstrumentModel::SetCalibrationDate(const QByteArray& data)
 {
     const std::optional<QDateTime> date = UnpackDate(data);
-    const bool accepted = date && _mode == CalibrationMode;
+    const bool accepted = date && _mode == Mode::Calibration;
     if (accepted) {
         _calibrationDate = *date;
     }
     return AcknowledgeIf(accepted);
+}
+
+QByteArray InstrumentModel::InitializeUpdate()
+{
+    if (!_update.Initialize()) {
+        return Refusal();
+    }
+    _changes.append(QStringLiteral("update initialized"));
+    return Sealed(SectorSizeData());
+}
+
+QByteArray InstrumentModel::ProgramSector(const QByteArray& sector)
+{
+    if (_update.LosesNextSector()) {
+        return {};
+    }
+    return AcknowledgeIf(_update.StoreSector(sector));
+}
+
+QByteArray InstrumentModel::FinishUpdate(const QByteArray& confirmation, TimePoint now)
+{
+    const int size = _update.Size();
+    _confirmedFirmware = _update.Finish(confirmation);
+    if (!_confirmedFirmware) {
+        _changes.append(QStringLiteral("firmware of %1 bytes not confirmed by %2")
+                            .arg(size)
+                            .arg(QLatin1String(confirmation.toHex())));
+        return Refusal();
+    }
+    const QString oldVersion = _identity.VersionText();
+    if (_update.InstallsFirmware()) {
+        _identity.version = _newVersion;
+    }
+    _changes.append(QStringLiteral("firmware of %1 bytes confirmed: version %2 -> %3")
+                        .arg(QString::number(size), oldVersion, _identity.VersionText()));
+    Restart(_update.ModeAfterwards(), now + _installTime + _restartTime);
+    return Acknowledge();
+}
+
+void InstrumentModel::Restart(int mode, TimePoint backAt)
+{
+    _mode = mode;
+    _function.Deselect("ended by a restart");
+    _update.Close();
+    _hasNewReadings = false;
+    _backAt = backAt;
+    _nextReadings = backAt + MonitoringPeriod;
+}
+
+void InstrumentModel::FinishRestart()
+{
+    _backAt.reset();
+    _changes.append(QStringLiteral("restarted into mode %1").arg(_mode));
 }
 
 } // namespace Simulator

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "simulator/deviceclock.h"
+#include "simulator/firmwareupdate.h"
 #include "simulator/identity.h"
 #include "simulator/measurementfunction.h"
+#include "simulator/mode.h"
 #include "simulator/monitoringreadings.h"
 #include "simulator/statusword.h"
 #include "simulator/timepoint.h"
@@ -25,6 +27,7 @@ struct ModelOptions {
     QDateTime calibrationDate = QDateTime(QDate(2024, 2, 15), QTime(0, 0), Qt::UTC);
     Identity identity;
     FunctionTimings functionTimings;
+    UpdateOptions update;
 };
 
 /// The measurement controller: takes whole requests, gives whole answers. It knows nothing of lines, threads
@@ -32,7 +35,6 @@ struct ModelOptions {
 class InstrumentModel
 {
 public:
-    static constexpr int HighestMode = 3;
     static constexpr int HighestFunction = 31;
     static constexpr int HighestError = 15;
 
@@ -46,19 +48,23 @@ public:
 
     /// When something will next change by itself that is worth a look; nothing while that depends on a
     /// request.
-    std::optional<TimePoint> NextChangeAt() const { return _function.NextChangeAt(); }
+    std::optional<TimePoint> NextChangeAt() const;
 
-    /// What the measurement function has gone through since the last call, in words.
-    QStringList TakeChanges() { return _function.TakeChanges(); }
+    /// What the measurement function, an update and the mode have gone through since the last call, in words.
+    QStringList TakeChanges();
+
+    /// The image of an update that was confirmed since the last call, if any.
+    std::optional<QByteArray> TakeConfirmedFirmware();
 
     /// What the status would tell.
     StatusWord Status() const;
 
-    // What a person would bring about by other means than the line; each value within its highest.
+    // What a person would bring about by other means than the line; each value within its highest, the sector
+    // of a scenario from 1.
     void SetMode(int mode);
     void SetError(int error);
     void SetFunction(int function);
-    void SetScenario(Scenario scenario) { _function.SetScenario(scenario); }
+    void SetScenario(Scenario scenario, int sector);
 
     QDateTime Date(TimePoint now) const;
     QDateTime CalibrationDate() const;
@@ -72,10 +78,17 @@ private:
     QByteArray ChangeMode(const QByteArray& data, TimePoint now);
     QByteArray SetCurrentDate(const QByteArray& data, TimePoint now);
     QByteArray SetCalibrationDate(const QByteArray& data);
+    QByteArray InitializeUpdate();
+    QByteArray ProgramSector(const QByteArray& sector);
+    QByteArray FinishUpdate(const QByteArray& confirmation, TimePoint now);
+    void Restart(int mode, TimePoint backAt);
+    void FinishRestart();
 
     std::chrono::milliseconds _restartTime;
+    std::chrono::milliseconds _installTime;
+    QByteArray _newVersion;
     Identity _identity;
-    int _mode = 0;
+    int _mode = Mode::Normal;
     int _error = StatusWord::NoError;
     bool _hasNewReadings = false;
     DeviceClock _clock;
@@ -83,7 +96,10 @@ private:
     MonitoringReadings _monitoring;
     TimePoint _nextReadings;
     MeasurementFunction _function;
-    TimePoint _awayUntil;
+    FirmwareUpdate _update;
+    std::optional<QByteArray> _confirmedFirmware;
+    std::optional<TimePoint> _backAt; ///< set while a restart keeps the instrument away from its line
+    QStringList _changes;             ///< but those of the function
 };
 
 } // namespace Simulator

@@ -1,5 +1,7 @@
 #include "simulator/commandinput.h"
 #include "simulator/commandline.h"
+#include "simulator/firmwareupdate.h"
+#include "simulator/frames.h"
 #include "simulator/programrunner.h"
 #include "simulator/session.h"
 #include "simulator/signalwatcher.h"
@@ -20,6 +22,29 @@ constexpr int ProgramNotStarted = 127;
 void PrintError(const QString& text)
 {
     std::cerr << "vesmar-simulator: " << text.toLocal8Bit().constData() << '\n';
+}
+
+/// Tells the two bytes as they are, for a file.
+int PrintConfirmation(const QString& imagePath)
+{
+    QFile file(imagePath);
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw std::runtime_error(
+            QStringLiteral("cannot read the image %1: %2").arg(imagePath, file.errorString()).toStdString());
+    }
+    const QByteArray image = file.readAll();
+    if (image.isEmpty() || image.size() % Simulator::SectorSize != 0) {
+        throw std::runtime_error(
+            QStringLiteral("the image %1 has %2 bytes; firmware comes in sectors of %3 bytes")
+                .arg(imagePath, QString::number(image.size()), QString::number(Simulator::SectorSize))
+                .toStdString());
+    }
+    const QByteArray confirmation = Simulator::ConfirmationOf(image);
+    std::cout.write(confirmation.constData(), confirmation.size()).flush();
+    if (!std::cout) {
+        throw std::runtime_error("cannot write the confirmation to the standard output");
+    }
+    return 0;
 }
 
 /// Serves at the link until a signal or "quit".
@@ -88,6 +113,9 @@ int main(int argc, char** argv)
     int ownArgumentCount = 1; // the rest is not Qt's
     const QCoreApplication application(ownArgumentCount, argv);
     try {
+        if (!commandLine->imagePath.isEmpty()) {
+            return PrintConfirmation(commandLine->imagePath);
+        }
         return commandLine->program.empty() ? ServeAtLink(*commandLine) : RunProgram(*commandLine);
     } catch (const std::exception& error) {
         PrintError(QString::fromLocal8Bit(error.what()));

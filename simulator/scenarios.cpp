@@ -13,14 +13,24 @@ std::optional<Fault> FindFault(const QString& name)
     return std::nullopt;
 }
 
-std::optional<Scenario> FindScenario(const QString& name)
+std::optional<NamedScenario> FindScenario(const QString& name)
 {
     for (const NamedScenario& scenario : Scenarios) {
         if (name == QLatin1String(scenario.name)) {
-            return scenario.scenario;
+            return scenario;
         }
     }
     return std::nullopt;
+}
+
+QString Synopsis(const NamedFault& fault)
+{
+    return QLatin1String(fault.name);
+}
+
+QString Synopsis(const NamedScenario& scenario)
+{
+    return QLatin1String(scenario.name) + QLatin1String(scenario.namesSector ? " N" : "");
 }
 
 } // namespace Simulator

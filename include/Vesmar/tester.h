@@ -162,7 +162,8 @@ public:
     /// acknowledged, and `OperationStatus` is `Idle` again at the end, successful or not. `ErrorCode` is 300
     /// (`UpdateModeChangeFailed`), 301 (`UpdateDataInvalid`: not a multiple of 512 bytes), 302
     /// (`UpdateConfirmationDataInvalid`: shorter than 2 bytes), 303 (`UpdateInitializationFailed`, a sector's
-    /// failure included) or 304 (`UpdateConfirmationFailed`), until the next status replaces it. After 300
+    /// failure included) or 304 (`UpdateConfirmationFailed`), until link recovery (103) or the next status
+    /// replaces it, a tenth of a second later: take it from the signal. After 300
     /// the request stays, and the change of mode is tried again; after the others the instrument waits in
     /// update mode for another call. A call while an update runs is forgotten with it: wait for `Idle`.
     ///

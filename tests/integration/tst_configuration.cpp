@@ -63,7 +63,7 @@ private Q_SLOTS:
     void RetrievalsShareAStepInTheirOrder();
     void RetrievedClockHasMovedOn();
     void DatesAreSetBeforeTheyAreRead();
-    void RestartAsksEverythingAgain();
+    void RefusedVersionIsNotAskedForAgainButTheDateIs();
 };
 
 void TestConfiguration::CurrentDateIsSet()
@@ -203,22 +203,29 @@ void TestConfiguration::DatesAreSetBeforeTheyAreRead()
                               Patience);
 }
 
-void TestConfiguration::RestartAsksEverythingAgain()
+void TestConfiguration::RefusedVersionIsNotAskedForAgainButTheDateIs()
 {
-    const LineInstrument instrument;
+    int versions = 0; // for the peer's thread alone
+    ScriptedPeer peer;
+    peer.Answer([&versions](const QByteArray& request) {
+        versions += request.toHex() == Frames::ReadVersion ? 1 : 0;
+        const bool isRefused = request.toHex() == Frames::ReadVersion && versions >= 2 && versions <= 4;
+        return isRefused ? QByteArray::fromHex(Frames::Refusal) : Frames::Answer(request);
+    });
     WatchedTester tester;
     tester->Enable();
-    QVERIFY(HasPicture(tester));
-    tester->RestartTester();
-    QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("DeviceInformation").size(), 2, Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("CalibrationDateTime").size(), 1, Patience);
+    QVERIFY(peer.WaitForRequests(5)); // In monitoring by now.
+    tester->RetrieveCurrentDateTime();
+    tester->RetrieveDeviceInformation();
 
-    const QByteArrayList expected{Frames::ChangeToNormalMode};
-    QTRY_COMPARE_WITH_TIMEOUT(From(Frames::ChangeToNormalMode, instrument.Sent()).mid(0, 5),
-                              expected + Frames::FirstRequests(), Patience);
-    const QVector<Exchange> exchanges =
-        instrument.Record().mid(instrument.Sent().indexOf(Frames::ChangeToNormalMode));
-    QVERIFY(exchanges.at(1).receivedAt - exchanges.at(0).receivedAt >= milliseconds(2000));
-    QCOMPARE(tester.Signalled("ErrorCode"), QByteArrayList());
+    const QByteArrayList failed{Frames::ReadVersion, Frames::ReadVersion, Frames::ReadVersion,
+                                Frames::ReadStatus};
+    const QByteArrayList served{Frames::ReadStatus, Frames::ReadCurrentDate, Frames::ReadStatus};
+    const QByteArrayList expected = failed + Frames::FirstRequests() + served;
+    QTRY_COMPARE_WITH_TIMEOUT(
+        From(Frames::ReadVersion, Frames::Hex(peer.RequestBytes()).mid(4)).mid(0, expected.size()), expected,
+        Patience);
 }
 
 QTEST_GUILESS_MAIN(TestConfiguration)

@@ -146,7 +146,7 @@ void TestPrograms::InfoInUpdateMode()
 
 void TestPrograms::MonitorShowsEveryChangeUntilItsTimeIsOver()
 {
-    ProgramRun run(SimulatorProgram, SimulatedVesmar("monitor --json --for 2.5", AtOnce("error 6")));
+    ProgramRun run(SimulatorProgram, SimulatedVesmar("monitor --json --for 8", AtOnce("error 6")));
     QCOMPARE(run.Finish(), 0);
     QCOMPARE(run.Errors(), QByteArray());
 
@@ -170,7 +170,7 @@ void TestPrograms::MonitorShowsEveryChangeUntilItsTimeIsOver()
 
 void TestPrograms::MonitorAsText()
 {
-    ProgramRun run(SimulatorProgram, SimulatedVesmar("monitor --for 1.5"));
+    ProgramRun run(SimulatorProgram, SimulatedVesmar("monitor --for 5"));
     QCOMPARE(run.Finish(), 0);
     QCOMPARE(run.Errors(), QByteArray());
     QVERIFY(!run.Lines().isEmpty());

@@ -7,7 +7,7 @@ namespace Vesmar
 
 IECSettings::IECSettings() : MeasurementSettings(MeasurementType::IEC, nullptr) {}
 
-IECSettings::IECSettings(IECSettings& other) : MeasurementSettings(other) {}
+IECSettings::IECSettings(IECSettings& other) = default;
 
 IECSettings::~IECSettings() = default;
 

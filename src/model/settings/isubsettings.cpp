@@ -7,7 +7,7 @@ namespace Vesmar
 
 ISUBSettings::ISUBSettings() : ContinuousMeasurementSettings(MeasurementType::ISUB, nullptr) {}
 
-ISUBSettings::ISUBSettings(ISUBSettings& other) : ContinuousMeasurementSettings(other) {}
+ISUBSettings::ISUBSettings(ISUBSettings& other) = default;
 
 ISUBSettings::~ISUBSettings() = default;
 

@@ -7,7 +7,7 @@ namespace Vesmar
 
 RLNSettings::RLNSettings() : MeasurementSettings(MeasurementType::RLN, nullptr) {}
 
-RLNSettings::RLNSettings(RLNSettings& other) : MeasurementSettings(other) {}
+RLNSettings::RLNSettings(RLNSettings& other) = default;
 
 RLNSettings::~RLNSettings() = default;
 

@@ -1,3 +1,4 @@
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <thread>
@@ -141,6 +142,9 @@ private Q_SLOTS:
     void BeginsWithPlaceholderObjects();
     void HasAnIdleTimerOfOneSecondOfItsOwn();
     void ResetChangesTheMeasurementStatusAlone();
+    void StoresAnUpdateWithoutTouchingACell();
+    void SharesTheUpdateUntilOneSideWrites();
+    void UpdateStaysInOnePieceBetweenTwoThreads();
     void TakesThePublishedObjectsAlong();
     void AsksForTheTimerWithTheOffsetInMilliseconds_data();
     void AsksForTheTimerWithTheOffsetInMilliseconds();
@@ -288,6 +292,67 @@ void TestStateMachineContext::ResetChangesTheMeasurementStatusAlone()
     QCOMPARE(static_cast<int>(context.CurrentMeasurementType.Get()), 3);
     QCOMPARE(context.UpdateData, QByteArray("image"));
     QCOMPARE(context.UpdateConfirmationData, QByteArray("confirmation"));
+}
+
+void TestStateMachineContext::StoresAnUpdateWithoutTouchingACell()
+{
+    Components components;
+    StateMachineContext& context = components.context;
+    int changes = 0;
+    for (Notifible* cell : Cells(context)) {
+        connect(cell, &Notifible::ValueChanged, &context, [&changes] { ++changes; });
+    }
+    context.SetUpdate("image", "confirmation");
+    QCOMPARE(context.UpdateData, QByteArray("image"));
+    QCOMPARE(context.UpdateConfirmationData, QByteArray("confirmation"));
+    context.SetUpdate("next image", {});
+    const Vesmar::FirmwareUpdate update = context.GetUpdate();
+    QCOMPARE(update.image, QByteArray("next image"));
+    QCOMPARE(update.confirmation, QByteArray());
+    QCOMPARE(changes, 0);
+}
+
+void TestStateMachineContext::SharesTheUpdateUntilOneSideWrites()
+{
+    Components components;
+    QByteArray image(512, 'i');
+    QByteArray confirmation("cc");
+    components.context.SetUpdate(image, confirmation);
+    Vesmar::FirmwareUpdate update = components.context.GetUpdate();
+    QCOMPARE(update.image.constData(), image.constData());
+    QCOMPARE(update.confirmation.constData(), confirmation.constData());
+
+    image[0] = 'x';
+    confirmation.clear();
+    update.image.append('y');
+    update.confirmation[1] = 'z';
+    QCOMPARE(components.context.GetUpdate().image, QByteArray(512, 'i'));
+    QCOMPARE(components.context.GetUpdate().confirmation, QByteArray("cc"));
+}
+
+void TestStateMachineContext::UpdateStaysInOnePieceBetweenTwoThreads()
+{
+    Components components;
+    StateMachineContext& context = components.context;
+    std::atomic<bool> isWriting{true};
+    std::thread application([&context, &isWriting] {
+        for (int size = 1; size <= 20000; ++size) {
+            context.SetUpdate(QByteArray(size % 512, 'i'), QByteArray(size % 512, 'c'));
+        }
+        isWriting = false;
+    });
+    int reads = 0;
+    int mixed = 0;
+    do {
+        const Vesmar::FirmwareUpdate update = context.GetUpdate();
+        const int size = update.image.size();
+        const bool isOne =
+            update.image == QByteArray(size, 'i') && update.confirmation == QByteArray(size, 'c');
+        mixed += isOne ? 0 : 1;
+        ++reads;
+    } while (isWriting);
+    application.join();
+    QVERIFY2(mixed == 0, qPrintable(QStringLiteral("%1 of %2 reads").arg(mixed).arg(reads)));
 }
 
 void TestStateMachineContext::TakesThePublishedObjectsAlong()

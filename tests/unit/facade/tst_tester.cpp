@@ -9,7 +9,6 @@
 #include <QMetaProperty>
 #include <QPointer>
 #include <QTest>
-#include <QThread>
 
 #include <Vesmar/hvtestsettings.h>
 #include <Vesmar/iecsettings.h>
@@ -20,8 +19,7 @@
 #include <Vesmar/tester.h>
 
 #include "context/replaceowned.h"
-#include "unit/facade/testeraccess.h"
-#include "unit/states/enginefixture.h"
+#include "unit/facade/facadefixture.h"
 
 using Vesmar::Error;
 using Vesmar::FunctionState;
@@ -36,14 +34,10 @@ using Vesmar::StateMachineContext;
 using Vesmar::Tester;
 using Vesmar::TesterInformation;
 
-using Operation = std::function<void(Tester&)>;
-
 Q_DECLARE_METATYPE(Operation)
 
 namespace
 {
-
-constexpr int Patience = 30000; ///< Milliseconds until a condition counts as not met.
 
 const QMap<char, QByteArray> Instrument = {
     {'s', Wire::IdleStatus},
@@ -54,105 +48,10 @@ const QMap<char, QByteArray> Instrument = {
     {'t', Wire::Acknowledge},
     {'x', Wire::Acknowledge}};
 
-QStringList Changes(const char* text)
-{
-    return QString(QLatin1String(text)).split(QLatin1Char(' '));
-}
-
-QString Red(const QString& text)
-{
-    return QStringLiteral("\033[0;31m") + text + QStringLiteral("\033[0m");
-}
-
 int ThreadCount()
 {
     return QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size();
 }
-
-/// The singleton for one test, with its cells watched and the log captured.
-struct Facade {
-    LogCapture log;
-    std::unique_ptr<Tester> tester{Tester::Instance()};
-    StateMachineContext& context = TesterAccess::ContextOf(*tester);
-    CellLog cells{context};
-
-    /// What the operation changes; the log holds its lines afterwards.
-    QStringList ChangesOf(const Operation& operation)
-    {
-        cells.Clear();
-        log.Clear();
-        operation(*tester);
-        return cells.Changes();
-    }
-};
-
-/// Notes each change signal as its property's name, with the value where it is a number.
-class SignalLog
-{
-public:
-    explicit SignalLog(Tester& tester)
-    {
-        WatchObjects(tester);
-        Watch(tester, "TesterMode", &Tester::TesterModeChanged);
-        Watch(tester, "StartTestStatus", &Tester::StartTestStatusChanged);
-        Watch(tester, "MeasurementFunctionStatus", &Tester::MeasurementFunctionStatusChanged);
-        Watch(tester, "ErrorCode", &Tester::ErrorCodeChanged);
-        Watch(tester, "IsMeasurementRunning", &Tester::IsMeasurementRunningChanged);
-        Watch(tester, "MeasurementStatus", &Tester::MeasurementStatusChanged);
-        Watch(tester, "MeasurementTime", &Tester::MeasurementTimeChanged);
-        Watch(tester, "OperationProgress", &Tester::OperationProgressChanged);
-        Watch(tester, "CurrentMeasurementType", &Tester::CurrentMeasurementTypeChanged);
-        Watch(tester, "OperationStatus", &Tester::OperationStatusChanged);
-    }
-
-    QStringList Signals() const { return _signals; }
-    void Clear() { _signals.clear(); }
-    bool AreAllOfThisThread() const { return _areAllOfThisThread; }
-
-private:
-    void WatchObjects(Tester& tester)
-    {
-        Connect(&tester, &Tester::DeviceInformationChanged, [this, &tester](TesterInformation* value) {
-            Append(QStringLiteral("DeviceInformation"), value == tester.DeviceInformation());
-        });
-        Connect(&tester, &Tester::TestSettingsChanged, [this, &tester](MeasurementSettings* value) {
-            Append(QStringLiteral("TestSettings"), value == tester.TestSettings());
-        });
-        Connect(&tester, &Tester::TestResultsChanged, [this, &tester](MeasurementResults* value) {
-            Append(QStringLiteral("TestResults"), value == tester.TestResults());
-        });
-        Connect(&tester, &Tester::CurrentDateTimeChanged, [this, &tester](const QDateTime& value) {
-            Append(QStringLiteral("CurrentDateTime"), value == tester.CurrentDateTime());
-        });
-        Connect(&tester, &Tester::CalibrationDateTimeChanged, [this, &tester](const QDateTime& value) {
-            Append(QStringLiteral("CalibrationDateTime"), value == tester.CalibrationDateTime());
-        });
-    }
-
-    template <typename Value>
-    void Watch(Tester& tester, const char* name, void (Tester::*signal)(Value))
-    {
-        Connect(&tester, signal, [this, name](Value value) {
-            Append(QStringLiteral("%1=%2").arg(QLatin1String(name)).arg(static_cast<int>(value)), true);
-        });
-    }
-
-    template <typename Signal, typename Slot>
-    void Connect(Tester* tester, Signal signal, Slot slot)
-    {
-        QObject::connect(tester, signal, &_receiver, slot, Qt::DirectConnection);
-    }
-
-    void Append(const QString& text, bool isPresentValue)
-    {
-        _signals.append(isPresentValue ? text : text + QStringLiteral(" with a value not present"));
-        _areAllOfThisThread = _areAllOfThisThread && QThread::currentThread() == _receiver.thread();
-    }
-
-    QObject _receiver;
-    QStringList _signals;
-    bool _areAllOfThisThread = true;
-};
 
 /// The fifteen properties in order: name, type, a change of the cell, and the signal that it makes.
 struct Property {

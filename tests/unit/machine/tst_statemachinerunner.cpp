@@ -21,7 +21,7 @@
 #include "machine/statemachinerunner.h"
 #include "machine/transitions.h"
 #include "unit/machine/runnerview.h"
-#include "unit/states/enginefixture.h"
+#include "unit/states/updatewire.h"
 
 using Vesmar::Guard;
 using Vesmar::MeasurementState;
@@ -312,6 +312,8 @@ private Q_SLOTS:
     void StepPostsExactlyOneMore();
     void InitializationRunsOnceAndLeadsToMonitoring();
     void RCDTestIsAbortedAndLeft();
+    void UpdateLeadsWhereTheInstrumentIsAfterwards_data();
+    void UpdateLeadsWhereTheInstrumentIsAfterwards();
 
     void EnableStartsAtTheRootAgain();
     void EnableOfAnEnabledRunnerDoesNothing();
@@ -591,41 +593,81 @@ static void AddRootTargets()
                          context.TesterMode.Set(OperationMode::Update);
                          context.RestartRequested.Set(true);
                      });
+        AddTargetRow(state, "calibration mode", "RestartingTesterState", [](StateMachineContext& context) {
+            context.TesterMode.Set(OperationMode::Calibration);
+        });
         AddTargetRow(state, "mode 2", "RestartingTesterState",
                      [](StateMachineContext& context) { context.TesterMode.Set(OperationMode::Mode2); });
     }
 }
 
-static void AddConfigurationAndUpdateTargets()
+static void RequestInformation(StateMachineContext& context)
 {
-    const auto update = [](StateMachineContext& context) { context.UpdateRequested.Set(true); };
-    const auto stuck = [](StateMachineContext& context) { context.TesterMode.Set(OperationMode::Update); };
-    const auto both = [](StateMachineContext& context) {
-        context.UpdateRequested.Set(true);
-        context.TesterMode.Set(OperationMode::Update);
-    };
-    const auto information = [](StateMachineContext& context) {
-        context.DeviceInformationRequested.Set(true);
-    };
-    AddTargetRow("MonitoringState", "device information", "TesterConfigurationState", information);
+    context.DeviceInformationRequested.Set(true);
+}
+
+static void AddConfigurationTargets()
+{
+    AddTargetRow("MonitoringState", "device information", "TesterConfigurationState", &RequestInformation);
     AddTargetRow(
         "MonitoringState", "set the calibration date", "TesterConfigurationState",
         [](StateMachineContext& context) { context.CalibrationDateTimeConfigurationRequested.Set(true); });
-    AddTargetRow("TesterConfigurationState", "device information", "none", information);
-    AddTargetRow("InitializationState", "update", "AwaitUpdateActionState", update);
-    AddTargetRow("InitializationState", "update mode", "AwaitUpdateActionState", stuck);
-    AddTargetRow("MonitoringState", "update", "AwaitUpdateActionState", update);
-    AddTargetRow("MonitoringState", "update mode", "AwaitUpdateActionState", stuck);
+    AddTargetRow("TesterConfigurationState", "device information", "none", &RequestInformation);
+}
+
+/// An update asked for, at an instrument in this mode.
+static Setup UpdateIn(OperationMode mode)
+{
+    return [mode](StateMachineContext& context) {
+        context.UpdateRequested.Set(true);
+        context.TesterMode.Set(mode);
+    };
+}
+
+static Setup BothOf(const Setup& one, const Setup& other)
+{
+    return [one, other](StateMachineContext& context) {
+        one(context);
+        other(context);
+    };
+}
+
+static void AddUpdateTargets()
+{
+    const auto nothing = [](StateMachineContext&) {};
+    const auto stuck = [](StateMachineContext& context) { context.TesterMode.Set(OperationMode::Update); };
+    const Setup update = UpdateIn(OperationMode::Normal);
+    const Setup both = UpdateIn(OperationMode::Update);
+    for (const char* state : {"InitializationState", "MonitoringState"}) {
+        AddTargetRow(state, "update", "AwaitUpdateActionState", update);
+        AddTargetRow(state, "update mode", "AwaitUpdateActionState", stuck);
+    }
     AddTargetRow("MonitoringState", "update and device information", "AwaitUpdateActionState",
-                 [update, information](StateMachineContext& context) {
-                     update(context);
-                     information(context);
-                 });
+                 BothOf(update, &RequestInformation));
+    AddTargetRow("AwaitUpdateActionState", "no request", "none", nothing);
     AddTargetRow("AwaitUpdateActionState", "update", "none", update);
     AddTargetRow("AwaitUpdateActionState", "update mode", "none", stuck);
     AddTargetRow("AwaitUpdateActionState", "update and update mode", "UpdatingState", both);
     AddTargetRow("UpdatingState", "update mode", "AwaitUpdateActionState", stuck);
-    AddTargetRow("UpdatingState", "normal mode", "InitializationState", [](StateMachineContext&) {});
+    AddTargetRow("UpdatingState", "update and update mode", "AwaitUpdateActionState", both);
+    AddTargetRow("UpdatingState", "normal mode", "InitializationState", nothing);
+    AddTargetRow("UpdatingState", "update and normal mode", "InitializationState", update);
+}
+
+/// What wins over everything that an update leads to.
+static void AddUpdateRootTargets()
+{
+    const Setup both = UpdateIn(OperationMode::Update);
+    const auto lost = [](StateMachineContext& context) { context.CommunicationError.Set(true); };
+    const auto restart = [](StateMachineContext& context) { context.RestartRequested.Set(true); };
+    for (const char* state :
+         {"InitializationState", "MonitoringState", "AwaitUpdateActionState", "UpdatingState"}) {
+        AddTargetRow(state, "update, update mode and link lost", "CommunicationRecoveryState",
+                     BothOf(both, lost));
+        AddTargetRow(state, "update, update mode and restart", "RestartingTesterState",
+                     BothOf(both, restart));
+        AddTargetRow(state, "update and mode 2", "RestartingTesterState", UpdateIn(OperationMode::Mode2));
+    }
 }
 
 static void AddMeasurementTargets()
@@ -870,7 +912,9 @@ void TestStateMachineRunner::FindsTheTargetInTheWholeMachine_data()
     QTest::addColumn<QString>("to");
     AddConnectionTargets();
     AddRootTargets();
-    AddConfigurationAndUpdateTargets();
+    AddConfigurationTargets();
+    AddUpdateTargets();
+    AddUpdateRootTargets();
     AddMeasurementTargets();
     AddMeasurementModeTargets();
     AddPreparedTargets();
@@ -1076,6 +1120,48 @@ void TestStateMachineRunner::RCDTestIsAbortedAndLeft()
                      QStringLiteral("RCDIaTaMeasurementRunningState"),
                      QStringLiteral("RCDIaTaMeasurementRunningState"), QStringLiteral("RCDMonitoringState"),
                      QStringLiteral("RCDMonitoringState"), QStringLiteral("MonitoringState")}));
+}
+
+void TestStateMachineRunner::UpdateLeadsWhereTheInstrumentIsAfterwards_data()
+{
+    QTest::addColumn<QByteArray>("status");
+    QTest::addColumn<QString>("state");
+    QTest::newRow("normal mode") << Wire::IdleStatus << QStringLiteral("InitializationState");
+    QTest::newRow("calibration mode")
+        << Wire::CalibrationModeStatus << QStringLiteral("RestartingTesterState");
+    QTest::newRow("mode 2") << Wire::Mode2Status << QStringLiteral("RestartingTesterState");
+    QTest::newRow("update mode") << Wire::UpdateModeStatus << QStringLiteral("AwaitUpdateActionState");
+}
+
+void TestStateMachineRunner::UpdateLeadsWhereTheInstrumentIsAfterwards()
+{
+    QFETCH(const QByteArray, status);
+    QFETCH(const QString, state);
+    Engine engine;
+    QMap<char, QByteArray> answers = Wire::UpdateAnswers(Wire::UpdateModeStatus);
+    answers['W'] = Wire::Bytes("50415431323334353637383931303541424344323031361fe6");
+    engine.peer.Answer([&answers, status](const QByteArray& request) {
+        const QByteArray answer = answers.value(request.at(0));
+        if (request == Wire::Finish) {
+            answers['s'] = status;
+        }
+        return answer;
+    });
+    engine.context.SetUpdate(Wire::Sector(0), Wire::Confirmation);
+    engine.context.UpdateRequested.Set(true);
+    StateMachineRunner runner(&engine.context, nullptr);
+    runner.Enable();
+    QStringList visited;
+    for (int step = 1; step <= 4; ++step) {
+        runner.RunStateMachineWorker();
+        visited += RunnerView::NameOf(runner.GetCurrentState());
+    }
+    QCOMPARE(visited,
+             (QStringList{QStringLiteral("InitializationState"), QStringLiteral("AwaitUpdateActionState"),
+                          QStringLiteral("UpdatingState"), state}));
+    QCOMPARE(engine.Commands(), QByteArray("sWsVFZs"));
+    QVERIFY(!engine.context.UpdateRequested.Get());
+    QCOMPARE(static_cast<int>(engine.context.OperationStatus.Get()), 0);
 }
 
 void TestStateMachineRunner::EnableStartsAtTheRootAgain()

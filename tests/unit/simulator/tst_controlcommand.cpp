@@ -76,20 +76,28 @@ void TestControlCommand::Scenarios_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("scenario");
-    QTest::newRow("none") << "scenario none" << static_cast<int>(Scenario::None);
-    QTest::newRow("one") << "scenario falls-back" << static_cast<int>(Scenario::FallsBack);
-    QTest::newRow("blanks") << " scenario\tstart-error " << static_cast<int>(Scenario::StartError);
+    QTest::addColumn<int>("sector");
+    QTest::newRow("none") << "scenario none" << static_cast<int>(Scenario::None) << 0;
+    QTest::newRow("one") << "scenario falls-back" << static_cast<int>(Scenario::FallsBack) << 0;
+    QTest::newRow("blanks") << " scenario\tstart-error " << static_cast<int>(Scenario::StartError) << 0;
+    QTest::newRow("update") << "scenario stays-in-update-mode"
+                            << static_cast<int>(Scenario::StaysInUpdateMode) << 0;
+    QTest::newRow("sector") << "scenario refuses-sector 3" << static_cast<int>(Scenario::RefusesSector) << 3;
+    QTest::newRow("last sector") << "scenario loses-sector 65535" << static_cast<int>(Scenario::LosesSector)
+                                 << 65535;
 }
 
 void TestControlCommand::Scenarios()
 {
     QFETCH(QString, text);
     QFETCH(int, scenario);
+    QFETCH(int, sector);
     QString error;
     const auto command = Simulator::ParseControlCommand(text, &error);
     QVERIFY2(command.has_value(), qPrintable(error));
     QCOMPARE(static_cast<int>(command->verb), static_cast<int>(ControlCommand::Verb::Scenario));
     QCOMPARE(static_cast<int>(command->scenario), scenario);
+    QCOMPARE(command->number, sector);
 }
 
 void TestControlCommand::Nonsense_data()
@@ -124,6 +132,20 @@ void TestControlCommand::Nonsense_data()
                                               << "scenario takes";
     QTest::newRow("number behind a fault's scenario") << "scenario silent 3"
                                                       << "fault slow";
+    QTest::newRow("sector missing") << "scenario refuses-sector"
+                                    << "from 1 to 65535";
+    QTest::newRow("sector 0") << "scenario loses-sector 0"
+                              << "from 1 to 65535";
+    QTest::newRow("sector too high") << "scenario loses-sector 65536"
+                                     << "from 1 to 65535";
+    QTest::newRow("word for a sector") << "scenario refuses-sector first"
+                                       << "from 1 to 65535";
+    QTest::newRow("two sectors") << "scenario refuses-sector 1 2"
+                                 << "from 1 to 65535";
+    QTest::newRow("number behind an update's scenario") << "scenario refuses-confirmation 3"
+                                                        << "scenario takes";
+    QTest::newRow("sectors are announced") << "scenario loud"
+                                           << "refuses-sector N";
     QTest::newRow("scenario for a fault") << "fault falls-back"
                                           << "bad-crc";
     QTest::newRow("number behind another fault") << "fault silent 3"

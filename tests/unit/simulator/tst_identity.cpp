@@ -8,6 +8,7 @@ class TestIdentity : public QObject
 
 private Q_SLOTS:
     void FieldsInTheirOrder();
+    void VersionAsPeopleWriteIt();
 };
 
 void TestIdentity::FieldsInTheirOrder()
@@ -17,6 +18,14 @@ void TestIdentity::FieldsInTheirOrder()
     identity.buildNumber = QByteArray::fromHex("02000204");
     QCOMPARE(identity.Data().size(), 23);
     QCOMPARE(identity.Data().right(4).toHex(), QByteArray("02000204"));
+}
+
+void TestIdentity::VersionAsPeopleWriteIt()
+{
+    Simulator::Identity identity;
+    QCOMPARE(identity.VersionText(), QStringLiteral("1.05"));
+    identity.version = "217";
+    QCOMPARE(identity.VersionText(), QStringLiteral("2.17"));
 }
 
 QTEST_APPLESS_MAIN(TestIdentity)

@@ -8,6 +8,7 @@
 #include <QtTest>
 
 #include <atomic>
+#include <stdexcept>
 #include <thread>
 
 using Simulator::Exchange;
@@ -29,7 +30,23 @@ const QByteArray StartMeasurement = QByteArray::fromHex("53966a");
 const QByteArray PrepareRln = QByteArray::fromHex("5001ff0100ffffffffea32");
 const QByteArray PrepareHvTest = QByteArray::fromHex("5009050200ffffffff063e");
 const QByteArray ModeCalibration = QByteArray::fromHex("7801d191");
+const QByteArray InitializeUpdate = QByteArray::fromHex("56333a");
+const QByteArray Initialized = QByteArray::fromHex("00024220");
+const QByteArray Sector = 'F' + QByteArray(512, '\x11') + QByteArray::fromHex("093e");
+const QByteArray ConfirmSector = QByteArray::fromHex("5a8038cc35");
 const QByteArray Version = QByteArray::fromHex("5041543431303230343831353130353033303232303136f923");
+
+/// The log's lines without their times.
+QByteArray LogIn(const QString& path)
+{
+    QByteArrayList lines;
+    QFile file(path);
+    file.open(QIODevice::ReadOnly);
+    for (const QByteArray& line : file.readAll().split('\n')) {
+        lines.append(line.mid(line.indexOf(' ') + 1));
+    }
+    return lines.join('\n');
+}
 
 } // namespace
 
@@ -57,6 +74,15 @@ private Q_SLOTS:
     void ClockIsTheLocalOne();
     void MeasuresOnTheLine();
     void LogsChangesThatNobodyAsksFor();
+    void KeepsTheFirmware();
+    void FirmwareIsSavedBeforeItIsAcknowledged();
+    void LogOfAnUpdate();
+    void FirmwareFileThatCannotBeWritten();
+    void UpdateScenariosByText();
+    void BytesTakeTheirTime();
+    void PacedNoise();
+    void PacedAnswersKeepTheOrderOfTheLog();
+    void PacedAnswersGoWithTheirLine();
     void CallsFromManyThreads();
 };
 
@@ -293,15 +319,7 @@ void TestInstrument::LogsChangesThatNobodyAsksFor()
     options.logPath = folder.filePath(QStringLiteral("log"));
     const Instrument instrument(options);
     LineClient client(instrument.DevicePath());
-    const auto log = [&options] {
-        QByteArrayList lines;
-        QFile file(options.logPath);
-        file.open(QIODevice::ReadOnly);
-        for (const QByteArray& line : file.readAll().split('\n')) {
-            lines.append(line.mid(line.indexOf(' ') + 1));
-        }
-        return lines.join('\n');
-    };
+    const auto log = [&options] { return LogIn(options.logPath); };
     QCOMPARE(client.Ask(PrepareHvTest, 3), Acknowledge);
     QTRY_COMPARE(log(),
                  QByteArray("5009050200ffffffff063e 06c660\nfunction 9 preparing\nfunction 9 prepared\n"));
@@ -311,6 +329,139 @@ void TestInstrument::LogsChangesThatNobodyAsksFor()
     QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
     QTRY_VERIFY2(log().endsWith("\n68aeed 06c660\nfunction 9 stopping\nfunction 9 stopped by request\n"),
                  log().constData());
+}
+
+void TestInstrument::KeepsTheFirmware()
+{
+    Instrument instrument;
+    instrument.SetMode(3);
+    LineClient client(instrument.DevicePath());
+    QCOMPARE(client.Ask(InitializeUpdate, 4), Initialized);
+    QCOMPARE(client.Ask(Sector, 3), Acknowledge);
+    QCOMPARE(instrument.Firmware(), QByteArray());
+    QCOMPARE(client.Ask(ConfirmSector, 3), Acknowledge);
+    QCOMPARE(instrument.Firmware(), QByteArray(512, '\x11'));
+}
+
+void TestInstrument::FirmwareIsSavedBeforeItIsAcknowledged()
+{
+    const QTemporaryDir folder;
+    InstrumentOptions options;
+    options.firmwarePath = folder.filePath(QStringLiteral("firmware"));
+    Instrument instrument(options);
+    instrument.SetMode(3);
+    LineClient client(instrument.DevicePath());
+    QCOMPARE(client.Ask(InitializeUpdate, 4), Initialized);
+    QCOMPARE(client.Ask(Sector, 3), Acknowledge);
+    QVERIFY(!QFileInfo::exists(options.firmwarePath));
+    QCOMPARE(client.Ask(ConfirmSector, 3), Acknowledge);
+    QFile file(options.firmwarePath);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), QByteArray(512, '\x11'));
+}
+
+void TestInstrument::LogOfAnUpdate()
+{
+    const QTemporaryDir folder;
+    InstrumentOptions options;
+    options.logPath = folder.filePath(QStringLiteral("log"));
+    options.model.restartTime = milliseconds(20);
+    options.model.update.installTime = milliseconds(20);
+    Instrument instrument(options);
+    instrument.SetMode(3);
+    LineClient client(instrument.DevicePath());
+    QCOMPARE(client.Ask(InitializeUpdate, 4), Initialized);
+    QCOMPARE(client.Ask(Sector, 3), Acknowledge);
+    QCOMPARE(client.Ask(ConfirmSector, 3), Acknowledge);
+    QTRY_COMPARE(LogIn(options.logPath), "56333a 00024220\nupdate initialized\n" + Sector.toHex() +
+                                             " 06c660\n5a8038cc35 06c660\n"
+                                             "firmware of 512 bytes confirmed: version 1.05 -> 1.06\n"
+                                             "restarted into mode 0\n");
+}
+
+void TestInstrument::FirmwareFileThatCannotBeWritten()
+{
+    InstrumentOptions options;
+    options.firmwarePath = QStringLiteral("/no/such/folder/firmware");
+    QVERIFY_EXCEPTION_THROWN(Instrument{options}, std::runtime_error);
+}
+
+void TestInstrument::UpdateScenariosByText()
+{
+    Instrument instrument;
+    LineClient client(instrument.DevicePath());
+    QVERIFY(instrument.Execute(QStringLiteral("mode 3")));
+    QVERIFY(instrument.Execute(QStringLiteral("scenario refuses-initialize")));
+    QCOMPARE(client.Ask(InitializeUpdate, 3), Refusal);
+    QVERIFY(instrument.Execute(QStringLiteral("scenario refuses-sector 2")));
+    QCOMPARE(client.Ask(InitializeUpdate, 4), Initialized);
+    QCOMPARE(client.Ask(Sector, 3), Acknowledge);
+    QCOMPARE(client.Ask(Sector, 3), Refusal);
+    QVERIFY(instrument.Execute(QStringLiteral("scenario loses-sector 2")));
+    QVERIFY(client.Write(Sector));
+    QTRY_COMPARE(instrument.Requests().size(), 5);
+    QCOMPARE(instrument.Exchanges().back().answer, QByteArray());
+}
+
+/// 11 bits a byte: at 4800 bits per second, 3 bytes take 6.9 ms, 25 take 57.3 ms and 515 take 1180.2 ms.
+void TestInstrument::BytesTakeTheirTime()
+{
+    InstrumentOptions options;
+    options.baud = 4800;
+    Instrument instrument(options);
+    instrument.SetMode(3);
+    LineClient client(instrument.DevicePath());
+    QCOMPARE(client.Ask(ReadVersion, 25), Version);
+    QCOMPARE(client.Ask(InitializeUpdate, 4), Initialized);
+    QCOMPARE(client.Ask(Sector, 3), Acknowledge);
+    QTRY_COMPARE(instrument.Requests().size(), 3);
+    const std::vector<Exchange> exchanges = instrument.Exchanges();
+    QVERIFY(exchanges.at(0).answeredAt - exchanges.at(0).receivedAt >= milliseconds(6 + 57));
+    QVERIFY(exchanges.at(2).answeredAt - exchanges.at(2).receivedAt >= milliseconds(1180 + 6));
+}
+
+void TestInstrument::PacedNoise()
+{
+    InstrumentOptions options;
+    options.baud = 300;
+    const Instrument instrument(options);
+    LineClient client(instrument.DevicePath());
+    QCOMPARE(client.Ask(QByteArray::fromHex("0102"), 3), Refusal);
+    QTRY_COMPARE(instrument.Requests().size(), 1);
+    const Exchange exchange = instrument.Exchanges().at(0);
+    QVERIFY(exchange.answeredAt - exchange.receivedAt >= milliseconds(73 + 110));
+}
+
+void TestInstrument::PacedAnswersKeepTheOrderOfTheLog()
+{
+    const QTemporaryDir folder;
+    InstrumentOptions options;
+    options.baud = 300;
+    options.logPath = folder.filePath(QStringLiteral("log"));
+    options.model.functionTimings.preparing = milliseconds(5);
+    const Instrument instrument(options);
+    LineClient client(instrument.DevicePath());
+    QCOMPARE(client.Ask(PrepareHvTest, 3), Acknowledge);
+    QTRY_COMPARE(LogIn(options.logPath),
+                 QByteArray("5009050200ffffffff063e 06c660\nfunction 9 preparing\nfunction 9 prepared\n"));
+}
+
+void TestInstrument::PacedAnswersGoWithTheirLine()
+{
+    InstrumentOptions options;
+    options.baud = 300;
+    Instrument instrument(options);
+    {
+        LineClient client(instrument.DevicePath());
+        QTRY_VERIFY(instrument.Status().newMeasurement);
+        QVERIFY(client.Write(ReadMeasurement));
+        QTRY_VERIFY(!instrument.Status().newMeasurement); // the answer takes 953 ms
+        instrument.SetFault(Fault::HangUp);
+        instrument.Plug();
+    }
+    LineClient client(instrument.DevicePath());
+    QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
+    QTRY_COMPARE(instrument.Requests(), QVector<QByteArray>{StopMeasurement});
 }
 
 void TestInstrument::CallsFromManyThreads()
@@ -335,6 +486,7 @@ void TestInstrument::CallsFromManyThreads()
             instrument.Exchanges();
             instrument.Date();
             instrument.Status();
+            instrument.Firmware();
         }
     });
     for (int round = 0; round < 200; ++round) {

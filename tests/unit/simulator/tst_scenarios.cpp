@@ -11,6 +11,7 @@ private Q_SLOTS:
     void EveryScenarioIsFound();
     void UnknownNames();
     void ANameMeansOneThing();
+    void SynopsisTellsOfTheSector();
 };
 
 void TestScenarios::EveryFaultIsFound()
@@ -27,7 +28,8 @@ void TestScenarios::EveryScenarioIsFound()
     for (const Simulator::NamedScenario& scenario : Simulator::Scenarios) {
         const auto found = Simulator::FindScenario(QLatin1String(scenario.name));
         QVERIFY2(found.has_value(), scenario.name);
-        QCOMPARE(static_cast<int>(*found), static_cast<int>(scenario.scenario));
+        QCOMPARE(static_cast<int>(found->scenario), static_cast<int>(scenario.scenario));
+        QCOMPARE(found->namesSector, scenario.namesSector);
     }
 }
 
@@ -48,6 +50,15 @@ void TestScenarios::ANameMeansOneThing()
         const auto fault = Simulator::FindFault(QLatin1String(scenario.name));
         QVERIFY2(scenario.scenario == Simulator::Scenario::None || !fault.has_value(), scenario.name);
     }
+}
+
+void TestScenarios::SynopsisTellsOfTheSector()
+{
+    QCOMPARE(Simulator::Synopsis(Simulator::Scenarios.at(0)), QStringLiteral("none"));
+    const auto losesSector = Simulator::FindScenario(QStringLiteral("loses-sector"));
+    QVERIFY(losesSector.has_value());
+    QCOMPARE(Simulator::Synopsis(*losesSector), QStringLiteral("loses-sector N"));
+    QCOMPARE(Simulator::Synopsis(Simulator::Faults.at(1)), QStringLiteral("silent"));
 }
 
 QTEST_APPLESS_MAIN(TestScenarios)

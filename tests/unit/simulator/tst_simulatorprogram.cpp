@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -31,6 +32,12 @@ const QString AskVersion = QStringLiteral("printf '\\127\\022\\052' >&3; head -c
 const QString AskState = QStringLiteral("printf '\\163\\364\\116' >&3; head -c 4 <&3 | od -An -tx1; ");
 const QString AskPrepareHvTest = QStringLiteral(
     "printf '\\120\\011\\005\\002\\000\\377\\377\\377\\377\\006\\076' >&3; head -c 3 <&3 | od -An -tx1; ");
+const QString OpenInUpdateMode = QStringLiteral("exec 3<>/dev/ttycommunication; cd %1; ");
+const QString AskInitialize = QStringLiteral("printf '\\126\\063\\072' >&3; head -c 4 <&3 | od -An -tx1; ");
+const QString AskSectors =
+    QStringLiteral("for s in one two; do cat $s >&3; head -c 3 <&3 | od -An -tx1; done; ");
+const QString AskConfirm =
+    QStringLiteral("printf '\\132\\026\\155\\321\\215' >&3; head -c 3 <&3 | od -An -tx1; ");
 const QString AskStart = QStringLiteral("printf '\\123\\226\\152' >&3; head -c 3 <&3 | od -An -tx1; ");
 
 QStringList RunShell(const QString& script, const QStringList& options = {})
@@ -102,6 +109,27 @@ QByteArray Hex(const QByteArray& dump)
     return QByteArray(dump).replace(' ', "").replace('\n', "");
 }
 
+QByteArray FirstSector()
+{
+    return QByteArray(512, '\x11');
+}
+
+/// All bytes that there are, twice.
+QByteArray SecondSector()
+{
+    QByteArray sector;
+    for (int i = 0; i < 512; ++i) {
+        sector.append(static_cast<char>(i));
+    }
+    return sector;
+}
+
+bool WriteFile(const QString& path, const QByteArray& content)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush();
+}
+
 } // namespace
 
 class TestSimulatorProgram : public QObject
@@ -130,9 +158,20 @@ private Q_SLOTS:
     void LogOfTheExchanges();
     void EveryScenarioCanBeTheFirst();
     void MeasurementInTheLog();
+    void UpdateInTheLog();
+    void ModeAtTheStart();
+    void UpdateScenario();
+    void ConfirmationAsTold();
+    void BytesTakeTheirTime();
+    void FirmwareFileThatCannotBeWritten();
+    void ConfirmationOfAnImage();
+    void ConfirmationOfNoImage_data();
+    void ConfirmationOfNoImage();
+    void ConfirmationThatCannotBeWritten();
     void BadUse_data();
     void BadUse();
     void HelpAndVersion();
+    void DocumentTellsWhatHelpTells();
     void LinkServesUntilASignal_data();
     void LinkServesUntilASignal();
     void LinkServesUntilQuit();
@@ -144,6 +183,7 @@ private:
     int Finish();
     int Run(const QStringList& arguments);
     void StartLink(const QString& path);
+    void WriteSectors();
 
     std::unique_ptr<QTemporaryDir> _folder;
     std::unique_ptr<QProcess> _process;
@@ -179,6 +219,15 @@ void TestSimulatorProgram::StartLink(const QString& path)
     _process->start(SimulatorProgram, {QStringLiteral("--link"), path});
     QTRY_VERIFY_WITH_TIMEOUT(_process->canReadLine(), 10000);
     QVERIFY(_process->readLine().contains(QFile::encodeName(path)));
+}
+
+/// The requests that carry both sectors, each in a file.
+void TestSimulatorProgram::WriteSectors()
+{
+    QVERIFY(WriteFile(_folder->filePath(QStringLiteral("one")),
+                      'F' + FirstSector() + QByteArray::fromHex("093e")));
+    QVERIFY(WriteFile(_folder->filePath(QStringLiteral("two")),
+                      'F' + SecondSector() + QByteArray::fromHex("5346")));
 }
 
 void TestSimulatorProgram::ExitStatusOfTheProgram_data()
@@ -376,7 +425,7 @@ void TestSimulatorProgram::EveryScenarioCanBeTheFirst()
 {
     QStringList names;
     for (const Simulator::NamedScenario& scenario : Simulator::Scenarios) {
-        names.append(QLatin1String(scenario.name));
+        names.append(QLatin1String(scenario.name) + QLatin1String(scenario.namesSector ? " 2" : ""));
     }
     for (const Simulator::NamedFault& fault : Simulator::Faults) {
         names.append(QLatin1String(fault.name));
@@ -419,6 +468,141 @@ void TestSimulatorProgram::MeasurementInTheLog()
     QVERIFY(startedAt.msecsTo(startingAt) >= 399); // both times are rounded down
 }
 
+void TestSimulatorProgram::UpdateInTheLog()
+{
+    WriteSectors();
+    const QString log = _folder->filePath(QStringLiteral("log"));
+    const QString firmware = _folder->filePath(QStringLiteral("firmware"));
+    const QString script = OpenInUpdateMode.arg(_folder->path()) + AskInitialize + AskSectors + AskConfirm +
+                           QStringLiteral("until grep -q 'restarted into' log; do sleep 0.02; done; ") +
+                           AskVersion;
+    QCOMPARE(Run(RunShell(script,
+                          {QStringLiteral("--at"), QStringLiteral("0:mode 3"), QStringLiteral("--log"), log,
+                           QStringLiteral("--save-firmware"), firmware, QStringLiteral("--new-version"),
+                           QStringLiteral("2.17"), QStringLiteral("--install-time"), QStringLiteral("30"),
+                           QStringLiteral("--restart-time"), QStringLiteral("30")})),
+             0);
+    QCOMPARE(Hex(_output), QByteArray("00024220"
+                                      "06c660"
+                                      "06c660"
+                                      "06c660"
+                                      "504154343130323034383135323137303330323230313621f2"));
+    QFile image(firmware);
+    QVERIFY(image.open(QIODevice::ReadOnly));
+    QCOMPARE(image.readAll(), FirstSector() + SecondSector());
+
+    QFile file(log);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QByteArrayList remarks;
+    for (const QByteArray& line : file.readAll().split('\n')) {
+        if (line.contains("update") || line.contains("firmware") || line.contains("restarted")) {
+            remarks.append(line.mid(25));
+        }
+    }
+    QCOMPARE(remarks.join(','), QByteArray("update initialized,"
+                                           "firmware of 1024 bytes confirmed: version 1.05 -> 2.17,"
+                                           "restarted into mode 0"));
+}
+
+void TestSimulatorProgram::ModeAtTheStart()
+{
+    QCOMPARE(Run(RunShell(OpenDevice + AskState, {QStringLiteral("--at"), QStringLiteral("0:mode 3")})), 0);
+    QCOMPARE(Hex(_output), QByteArray("60fefb05"));
+}
+
+void TestSimulatorProgram::UpdateScenario()
+{
+    WriteSectors();
+    const QString script = OpenInUpdateMode.arg(_folder->path()) + AskInitialize + AskSectors;
+    QCOMPARE(Run(RunShell(script, {QStringLiteral("--at"), QStringLiteral("0:mode 3"),
+                                   QStringLiteral("--scenario"), QStringLiteral("refuses-sector 2")})),
+             0);
+    QCOMPARE(Hex(_output), QByteArray("00024220"
+                                      "06c660"
+                                      "214334"));
+}
+
+void TestSimulatorProgram::ConfirmationAsTold()
+{
+    WriteSectors();
+    const QString script = OpenInUpdateMode.arg(_folder->path()) + AskInitialize + AskSectors + AskConfirm +
+                           AskInitialize + AskSectors +
+                           QStringLiteral("printf '\\132\\253\\315\\152\\120' >&3; "
+                                          "head -c 3 <&3 | od -An -tx1");
+    QCOMPARE(Run(RunShell(script, {QStringLiteral("--at"), QStringLiteral("0:mode 3"),
+                                   QStringLiteral("--confirmation"), QStringLiteral("abCD")})),
+             0);
+    QCOMPARE(Hex(_output), QByteArray("00024220"
+                                      "06c660"
+                                      "06c660"
+                                      "214334"
+                                      "00024220"
+                                      "06c660"
+                                      "06c660"
+                                      "06c660"));
+}
+
+/// At 300 bits per second 3 bytes take 110 ms, and 25 take 916 ms.
+void TestSimulatorProgram::BytesTakeTheirTime()
+{
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(Run(RunShell(OpenDevice + AskVersion, {QStringLiteral("--baud"), QStringLiteral("300")})), 0);
+    QVERIFY(timer.elapsed() >= 1026);
+    QCOMPARE(Hex(_output), Version.toHex());
+}
+
+void TestSimulatorProgram::FirmwareFileThatCannotBeWritten()
+{
+    QCOMPARE(Run(RunShell(QStringLiteral("echo ran"),
+                          {QStringLiteral("--save-firmware"), QStringLiteral("/no/such/folder/firmware")})),
+             1);
+    QCOMPARE(_errors, QByteArray("vesmar-simulator: cannot save the firmware to /no/such/folder/firmware: "
+                                 "No such file or directory\n"));
+    QCOMPARE(_output, QByteArray());
+}
+
+void TestSimulatorProgram::ConfirmationOfAnImage()
+{
+    const QString image = _folder->filePath(QStringLiteral("image"));
+    QVERIFY(WriteFile(image, FirstSector() + SecondSector()));
+    QCOMPARE(Run({QStringLiteral("confirmation"), image}), 0);
+    QCOMPARE(_output.toHex(), QByteArray("166d"));
+    QCOMPARE(_errors, QByteArray());
+}
+
+void TestSimulatorProgram::ConfirmationOfNoImage_data()
+{
+    QTest::addColumn<int>("size");
+    QTest::addColumn<QByteArray>("mentioned");
+    QTest::newRow("missing") << -1 << QByteArray("cannot read the image ");
+    QTest::newRow("empty") << 0 << QByteArray(" has 0 bytes; ");
+    QTest::newRow("not a multiple of a sector") << 1000 << QByteArray(" has 1000 bytes; ");
+}
+
+void TestSimulatorProgram::ConfirmationOfNoImage()
+{
+    QFETCH(int, size);
+    QFETCH(QByteArray, mentioned);
+    const QString image = _folder->filePath(QStringLiteral("image"));
+    if (size >= 0) {
+        QVERIFY(WriteFile(image, QByteArray(size, 'x')));
+    }
+    QCOMPARE(Run({QStringLiteral("confirmation"), image}), 1);
+    QVERIFY2(_errors.startsWith("vesmar-simulator: ") && _errors.contains(mentioned), _errors.constData());
+    QCOMPARE(_errors.count('\n'), 1);
+    QCOMPARE(_output, QByteArray());
+}
+
+void TestSimulatorProgram::ConfirmationThatCannotBeWritten()
+{
+    const QString image = _folder->filePath(QStringLiteral("image"));
+    QVERIFY(WriteFile(image, FirstSector()));
+    _process->setStandardOutputFile(QStringLiteral("/dev/full"));
+    QCOMPARE(Run({QStringLiteral("confirmation"), image}), 1);
+    QCOMPARE(_errors, QByteArray("vesmar-simulator: cannot write the confirmation to the standard output\n"));
+}
+
 void TestSimulatorProgram::BadUse_data()
 {
     QTest::addColumn<QStringList>("arguments");
@@ -439,6 +623,20 @@ void TestSimulatorProgram::BadUse_data()
     row("negative restart time", "run|--restart-time|-1|--|true");
     row("restart time that is no number", "run|--restart-time|long|--|true");
     row("negative start delay", "run|--start-delay|-1|--|true");
+    row("scenario without its sector", "run|--scenario|refuses-sector|--|true");
+    row("negative install time", "run|--install-time|-1|--|true");
+    row("confirmation too short", "run|--confirmation|abc|--|true");
+    row("confirmation too long", "run|--confirmation|abcde|--|true");
+    row("confirmation that is not hexadecimal", "run|--confirmation|0x12|--|true");
+    row("version without a point", "run|--new-version|106|--|true");
+    row("version too long", "run|--new-version|1.006|--|true");
+    row("line too slow", "run|--baud|49|--|true");
+    row("line speed that is no number", "run|--baud|fast|--|true");
+    row("confirmation of nothing", "confirmation");
+    row("confirmation and link", "--link|x|confirmation|x");
+    row("confirmation and run", "run|confirmation|x|--|true");
+    row("confirmation and a program", "confirmation|x|--|true");
+    row("confirmation of two", "confirmation|x|y");
     row("answer too late", "run|--answer-after|600001|--|true");
     row("time missing", "run|--at|unplug|--|true");
     row("time negative", "run|--at|-1:unplug|--|true");
@@ -470,6 +668,34 @@ void TestSimulatorProgram::HelpAndVersion()
         QVERIFY2(_output.contains(fault.meaning), fault.name);
     }
     QCOMPARE(_errors, QByteArray());
+}
+
+void TestSimulatorProgram::DocumentTellsWhatHelpTells()
+{
+    QFile file(QStringLiteral(SIMULATOR_DOCUMENT));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QString document = QString::fromUtf8(file.readAll());
+    QStringList rows;
+    for (const Simulator::NamedScenario& scenario : Simulator::Scenarios) {
+        if (scenario.scenario != Simulator::Scenario::None) {
+            rows.append(Simulator::Synopsis(scenario));
+        }
+    }
+    for (const Simulator::NamedFault& fault : Simulator::Faults) {
+        rows.append(Simulator::Synopsis(fault));
+    }
+    QCOMPARE(Run({QStringLiteral("--help")}), 0);
+    static const QRegularExpression option(QStringLiteral("^  (--[a-z-]+ [A-Z:]+)"),
+                                           QRegularExpression::MultilineOption);
+    QRegularExpressionMatchIterator options = option.globalMatch(QString::fromUtf8(_output));
+    QVERIFY(options.hasNext());
+    while (options.hasNext()) {
+        // A limit stands behind the kind of value, between a colon and its type.
+        rows.append(options.next().captured(1).remove(QRegularExpression(QStringLiteral(":(FLOAT|INT)$"))));
+    }
+    for (const QString& row : rows) {
+        QVERIFY2(document.contains(QStringLiteral("\n| `%1` |").arg(row)), qPrintable(row));
+    }
 }
 
 void TestSimulatorProgram::LinkServesUntilASignal_data()

@@ -106,3 +106,9 @@ private:
     QStringList _changes;
     QObject _receiver;
 };
+
+/// Such changes, written as one text with a blank between two of them.
+inline QStringList Changes(const char* text)
+{
+    return QString(QLatin1String(text)).split(QLatin1Char(' '));
+}

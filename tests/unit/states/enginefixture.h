@@ -47,6 +47,16 @@ inline const QByteArray IdleStatus = Bytes("00f01fef");
 
 } // namespace Wire
 
+/// The commands that have arrived, a letter each.
+inline QByteArray CommandsOf(const ScriptedPeer& peer)
+{
+    QByteArray letters;
+    for (const QByteArray& request : peer.RequestBytes()) {
+        letters.append(request.at(0));
+    }
+    return letters;
+}
+
 /// Everything below the states, wired together, with an instrument at the other end of the open line and
 /// every cell watched.
 class Engine
@@ -68,15 +78,7 @@ public:
                                                                      requests.at(request).received);
     }
 
-    /// The commands that have arrived, a letter each.
-    QByteArray Commands() const
-    {
-        QByteArray letters;
-        for (const QByteArray& request : peer.RequestBytes()) {
-            letters.append(request.at(0));
-        }
-        return letters;
-    }
+    QByteArray Commands() const { return CommandsOf(peer); }
 
     ScriptedPeer peer; // First: the line is its pseudo-terminal.
     Vesmar::CRC16 crc16{nullptr};
@@ -99,6 +101,12 @@ inline QString Banner(const char* text)
 inline QStringList Banners(const LogCapture& log)
 {
     return log.Texts().filter(QStringLiteral("\033[0;34m<<<"));
+}
+
+/// A line in red.
+inline QString Red(const QString& text)
+{
+    return QLatin1String("\033[0;31m") + text + QLatin1String("\033[0m");
 }
 
 /// Calls the hook and compares all that comes of it on the log, in the cells and on the line: one banner, as

@@ -32,11 +32,6 @@ struct Method {
     QStringList changes;
 };
 
-QStringList Changes(const char* text)
-{
-    return QString(QLatin1String(text)).split(QLatin1Char(' '));
-}
-
 const QByteArray SixValues = Wire::Bytes("0000803f0000004000004040000080400000a0400000c04043e3");
 
 const QList<Method>& Reads()

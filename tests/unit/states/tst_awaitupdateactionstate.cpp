@@ -1,0 +1,214 @@
+#include <QElapsedTimer>
+#include <QTest>
+
+#include "states/update/awaitupdateactionstate.h"
+#include "unit/states/updatewire.h"
+
+using Vesmar::AwaitUpdateActionState;
+using Vesmar::OperationMode;
+
+Q_DECLARE_METATYPE(OperationMode)
+
+namespace
+{
+
+const QString InUpdateMode = Red(QStringLiteral("Tester is in update mode."));
+const QString ModeChanged = Red(QStringLiteral("Change tester mode to update."));
+const QString ModeNotChanged = Red(QStringLiteral("UPDATE ERROR - Tester mode could not be changed."));
+
+/// The state before a step with an update requested. Nothing is sent a second time.
+struct Waiting : Engine {
+    explicit Waiting(const QByteArray& status) : Waiting(Wire::UpdateAnswers(status)) {}
+
+    explicit Waiting(const QMap<char, QByteArray>& answers)
+    {
+        transciever.SetMaxRetransmissions(0);
+        AnswerByCommand(answers);
+        context.UpdateRequested.Set(true);
+        cells.Clear();
+        log.Clear();
+    }
+
+    AwaitUpdateActionState state{&context, nullptr};
+};
+
+QMap<char, QByteArray> AnsweringTheModeChangeWith(const QByteArray& answer, const QByteArray& status)
+{
+    QMap<char, QByteArray> answers = Wire::UpdateAnswers(status);
+    answers['x'] = answer;
+    return answers;
+}
+
+} // namespace
+
+class TestAwaitUpdateActionState : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void EntryWritesItsBannerAlone();
+    void ExitWritesItsBannerAlone();
+
+    void InUpdateModeItAsksForTheStatusInEveryStep();
+    void AnyOtherModeIsChangedAndGivenTwoSeconds_data();
+    void AnyOtherModeIsChangedAndGivenTwoSeconds();
+    void ModeIsTheOneThatThisStepsStatusReports_data();
+    void ModeIsTheOneThatThisStepsStatusReports();
+    void FailedStatusEndsTheStep_data();
+    void FailedStatusEndsTheStep();
+    void FailedModeChangeIsReported_data();
+    void FailedModeChangeIsReported();
+    void FailedModeChangeReplacesAnErrorThatIsPending();
+    void RefusedModeChangeIsSentThreeTimes();
+    void FailedModeChangeIsTriedAgainInTheNextStep();
+};
+
+void TestAwaitUpdateActionState::EntryWritesItsBannerAlone()
+{
+    Waiting waiting(Wire::IdleStatus);
+    CompareHook(
+        waiting, [&waiting]() { waiting.state.OnEntry(); }, "ENTERING AWAIT UPDATE ACTION STATE ");
+}
+
+void TestAwaitUpdateActionState::ExitWritesItsBannerAlone()
+{
+    Waiting waiting(Wire::IdleStatus);
+    CompareHook(
+        waiting, [&waiting]() { waiting.state.OnExit(); }, "LEAVING AWAIT UPDATE ACTION STATE ");
+}
+
+void TestAwaitUpdateActionState::InUpdateModeItAsksForTheStatusInEveryStep()
+{
+    Waiting waiting(Wire::UpdateModeStatus);
+    waiting.state.OnRunning();
+    waiting.state.OnRunning();
+    QCOMPARE(waiting.peer.RequestBytes(), (QList<QByteArray>{Wire::Status, Wire::Status}));
+    QCOMPARE(Announcements(waiting.log), (QStringList{InUpdateMode, InUpdateMode}));
+    for (const LogCapture::Message& message : waiting.log.Messages()) {
+        QCOMPARE(message.type, QtWarningMsg);
+        QCOMPARE(message.category, QByteArray("default"));
+    }
+    QCOMPARE(waiting.cells.Changes(), Changes("TesterMode=3 CurrentMeasurementType=0 StartTestStatus=0"));
+}
+
+void TestAwaitUpdateActionState::AnyOtherModeIsChangedAndGivenTwoSeconds_data()
+{
+    QTest::addColumn<QByteArray>("status");
+    QTest::addColumn<QStringList>("changes");
+    const QStringList changes = Changes("CurrentMeasurementType=0 StartTestStatus=0");
+    QTest::newRow("normal") << Wire::IdleStatus << changes;
+    QTest::newRow("calibration") << Wire::CalibrationModeStatus << Changes("TesterMode=1") + changes;
+    QTest::newRow("mode 2") << Wire::Mode2Status << Changes("TesterMode=2") + changes;
+}
+
+void TestAwaitUpdateActionState::AnyOtherModeIsChangedAndGivenTwoSeconds()
+{
+    QFETCH(const QByteArray, status);
+    QFETCH(const QStringList, changes);
+    Waiting waiting(status);
+    QElapsedTimer time;
+    time.start();
+    waiting.state.OnRunning();
+    QVERIFY(time.elapsed() >= 2000);
+    QCOMPARE(waiting.peer.RequestBytes(), (QList<QByteArray>{Wire::Status, Wire::ChangeToUpdate}));
+    QCOMPARE(Announcements(waiting.log), QStringList{ModeChanged});
+    QCOMPARE(waiting.cells.Changes(), changes);
+}
+
+void TestAwaitUpdateActionState::ModeIsTheOneThatThisStepsStatusReports_data()
+{
+    QTest::addColumn<OperationMode>("before");
+    QTest::addColumn<QByteArray>("status");
+    QTest::addColumn<QByteArray>("sent");
+    QTest::newRow("no longer in update mode")
+        << OperationMode::Update << Wire::IdleStatus << QByteArray("sx");
+    QTest::newRow("in update mode by now")
+        << OperationMode::Normal << Wire::UpdateModeStatus << QByteArray("s");
+}
+
+void TestAwaitUpdateActionState::ModeIsTheOneThatThisStepsStatusReports()
+{
+    QFETCH(const OperationMode, before);
+    QFETCH(const QByteArray, status);
+    QFETCH(const QByteArray, sent);
+    Waiting waiting(AnsweringTheModeChangeWith(Wire::Refusal, status));
+    waiting.context.TesterMode.Set(before);
+    waiting.state.OnRunning();
+    QCOMPARE(waiting.Commands(), sent);
+}
+
+void TestAwaitUpdateActionState::FailedStatusEndsTheStep_data()
+{
+    QTest::addColumn<QByteArray>("answer");
+    QTest::addColumn<OperationMode>("mode");
+    QTest::newRow("refused, normal mode so far") << Wire::Refusal << OperationMode::Normal;
+    QTest::newRow("refused, update mode so far") << Wire::Refusal << OperationMode::Update;
+    QTest::newRow("acknowledged") << Wire::Acknowledge << OperationMode::Normal;
+    QTest::newRow("damaged") << Wire::Damaged << OperationMode::Normal;
+    QTest::newRow("silence") << Wire::Silence << OperationMode::Normal;
+}
+
+void TestAwaitUpdateActionState::FailedStatusEndsTheStep()
+{
+    QFETCH(const QByteArray, answer);
+    QFETCH(const OperationMode, mode);
+    Waiting waiting(answer);
+    waiting.context.TesterMode.Set(mode);
+    waiting.cells.Clear();
+    waiting.state.OnRunning();
+    QCOMPARE(waiting.Commands(), QByteArray("s"));
+    QCOMPARE(Announcements(waiting.log), QStringList{});
+    QCOMPARE(waiting.cells.Changes(), Changes("CommunicationError=1"));
+}
+
+void TestAwaitUpdateActionState::FailedModeChangeIsReported_data()
+{
+    QTest::addColumn<QByteArray>("answer");
+    QTest::newRow("refused") << Wire::Refusal;
+    QTest::newRow("data") << Wire::UpdateModeStatus;
+    QTest::newRow("damaged") << Wire::Damaged;
+    QTest::newRow("silence") << Wire::Silence;
+}
+
+void TestAwaitUpdateActionState::FailedModeChangeIsReported()
+{
+    QFETCH(const QByteArray, answer);
+    Waiting waiting(AnsweringTheModeChangeWith(answer, Wire::IdleStatus));
+    waiting.state.OnRunning();
+    QCOMPARE(waiting.peer.RequestBytes(), (QList<QByteArray>{Wire::Status, Wire::ChangeToUpdate}));
+    QCOMPARE(Announcements(waiting.log), QStringList{ModeNotChanged});
+    QCOMPARE(waiting.cells.Changes(), Changes("CurrentMeasurementType=0 StartTestStatus=0 "
+                                              "CommunicationError=1 ErrorCode=300"));
+}
+
+void TestAwaitUpdateActionState::FailedModeChangeReplacesAnErrorThatIsPending()
+{
+    Waiting waiting(AnsweringTheModeChangeWith(Wire::Refusal, Wire::FaultyStatus));
+    waiting.state.OnRunning();
+    QCOMPARE(waiting.cells.Changes(), Changes("CurrentMeasurementType=0 ErrorCode=5 StartTestStatus=0 "
+                                              "CommunicationError=1 ErrorCode=300"));
+}
+
+void TestAwaitUpdateActionState::RefusedModeChangeIsSentThreeTimes()
+{
+    Waiting waiting(AnsweringTheModeChangeWith(Wire::Refusal, Wire::IdleStatus));
+    waiting.transciever.SetMaxRetransmissions(2);
+    waiting.state.OnRunning();
+    QCOMPARE(waiting.Commands(), QByteArray("sxxx"));
+}
+
+void TestAwaitUpdateActionState::FailedModeChangeIsTriedAgainInTheNextStep()
+{
+    Waiting waiting(AnsweringTheModeChangeWith(Wire::Refusal, Wire::IdleStatus));
+    waiting.state.OnRunning();
+    waiting.state.OnRunning();
+    QCOMPARE(waiting.Commands(), QByteArray("sxsx"));
+    QCOMPARE(Announcements(waiting.log), (QStringList{ModeNotChanged, ModeNotChanged}));
+    // Each status brings the instrument's own error, which is none.
+    QCOMPARE(waiting.cells.Changes(), Changes("CurrentMeasurementType=0 StartTestStatus=0 "
+                                              "CommunicationError=1 ErrorCode=300 ErrorCode=15 "
+                                              "ErrorCode=300"));
+}
+
+QTEST_GUILESS_MAIN(TestAwaitUpdateActionState)
+#include "tst_awaitupdateactionstate.moc"

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "unit/states/enginefixture.h"
+
+/// The frames of a firmware update, checksums included.
+namespace Wire
+{
+
+inline const QByteArray ChangeToUpdate = Bytes("780393b1");
+inline const QByteArray Initialize = Bytes("56333a");
+
+/// What an instrument tells of itself at the beginning of an update; nobody looks at it.
+inline const QByteArray InitializeAnswer = Bytes("01027313");
+
+/// No function, no error, start test 0, as `IdleStatus`.
+inline const QByteArray CalibrationModeStatus = Bytes("20f0f9e9");
+inline const QByteArray Mode2Status = Bytes("40f0d3e2");
+inline const QByteArray UpdateModeStatus = Bytes("60f035e4");
+/// The same in normal and in update mode, with error 5.
+inline const QByteArray FaultyStatus = Bytes("0050f55a");
+inline const QByteArray FaultyUpdateModeStatus = Bytes("6050df51");
+
+/// Sixteen bytes of each of three sectors, repeated in it throughout. The last ones hold the short answers
+/// and requests of the line.
+inline const QByteArray SectorPatterns[] = {Bytes("000102030405060708090a0b0c0d0e0f"),
+                                            Bytes("f0e1d2c3b4a5968778695a4b3c2d1e0f"),
+                                            Bytes("06c66021433473f44e56333a00ff80aa")};
+inline const QByteArray SectorChecksums[] = {Bytes("2c0a"), Bytes("4258"), Bytes("94c3")};
+
+inline QByteArray Sector(int number)
+{
+    return SectorPatterns[number].repeated(32);
+}
+
+inline QByteArray SectorFrame(int number)
+{
+    return Bytes("46") + Sector(number) + SectorChecksums[number];
+}
+
+/// An image of three sectors.
+inline QByteArray Image()
+{
+    return Sector(0) + Sector(1) + Sector(2);
+}
+
+inline const QByteArray Confirmation = Bytes("00112233abcd");
+inline const QByteArray Finish = Bytes("5aabcd6a50"); ///< The confirmation's last two bytes.
+
+/// What a sound instrument answers, with this status.
+inline QMap<char, QByteArray> UpdateAnswers(const QByteArray& status)
+{
+    return {
+        {'s', status}, {'x', Acknowledge}, {'V', InitializeAnswer}, {'F', Acknowledge}, {'Z', Acknowledge}};
+}
+
+} // namespace Wire
+
+/// What was told of an update, without the exchanges and the statuses. All but the progress are red.
+inline QStringList Announcements(const LogCapture& log)
+{
+    QStringList texts;
+    for (const QString& text : log.Texts()) {
+        if (!text.contains(QLatin1String("\033[0;35m")) && !text.startsWith(QLatin1String("DeviceMode: "))) {
+            texts.append(text);
+        }
+    }
+    return texts;
+}
