@@ -134,16 +134,24 @@ public:
     void SetIsMeasurementModeActive(bool active);
 
     /// Asks for a measurement to be prepared with a clone of `settings`, which stay the caller's.
-    /// `MeasurementStatus` becomes `Prepared`, or `ErrorCode` 200 (`PrepareFailed`).
+    /// `MeasurementStatus` becomes `Prepared`, or `ErrorCode` 200 (`PrepareFailed`). The Ub/Re test of an RCD
+    /// is prepared when it becomes `Idle` after `Prepared`; the other RCD tests prepare themselves once
+    /// started.
     void PrepareMeasurement(MeasurementSettings& settings);
     /// Asks for the prepared measurement to be started. `MeasurementStatus` becomes `Running` or `Measuring`,
     /// or `ErrorCode` 201 (`StartFailed`) or 202 (`MeasurementFailed`). Withdraws an abort that is still
     /// pending.
+    ///
+    /// An RCD test runs through `Idle`, `Preparing`, `Prepared`, `Starting` and `Running`; it is over with
+    /// `Stopped` and, one step later, `Unknown`. Its results stand in `TestResults`; what went wrong is in
+    /// `ErrorCode`: 200, 201, 398, 400, 401 or 500 to 534.
     void StartMeasurement();
     /// Asks for both, one after the other.
     void StartMeasurement(MeasurementSettings& settings);
     /// Asks for the present measurement to be ended. `MeasurementStatus` becomes `Stopped` once the
-    /// instrument confirms it, or at once, always with a signal, when nothing runs.
+    /// instrument confirms it, or at once, always with a signal, when nothing runs. An RCD test ends with
+    /// `ErrorCode` 521 (`RCDDeviceError1`) unless there is another error; the instrument itself stops when
+    /// measurement mode is left.
     void AbortMeasurement();
 
     /// Updates the instrument's firmware with the image `data` and the last two bytes of `confirmation`.

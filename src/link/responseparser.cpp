@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 
 #include <QDateTime>
 #include <QDebug>
@@ -15,6 +16,9 @@
 #include <Vesmar/itresults.h>
 #include <Vesmar/monitoringresults.h>
 #include <Vesmar/powerresults.h>
+#include <Vesmar/rcdiecresults.h>
+#include <Vesmar/rcdresults.h>
+#include <Vesmar/rcdsettings.h>
 #include <Vesmar/risoresults.h>
 #include <Vesmar/rlnresults.h>
 #include <Vesmar/rperesults.h>
@@ -24,6 +28,7 @@
 #include "link/crc16.h"
 #include "link/frames.h"
 #include "link/trace.h"
+#include "model/classification.h"
 
 namespace Vesmar
 {
@@ -129,14 +134,105 @@ Values DecodeValues(const QByteArray& frame)
     return values;
 }
 
+QString ReadingText(float value)
+{
+    return QString::number(static_cast<double>(value), 'g', 6);
+}
+
 void TraceValues(const ResultsKind& kind, const Values& values)
 {
     QString line;
     for (size_t index = 0; index < values.size() && kind.labels.at(index) != nullptr; ++index) {
         line += QLatin1String(kind.labels.at(index));
-        line += QString::number(static_cast<double>(values.at(index)), 'g', 6);
+        line += ReadingText(values.at(index));
     }
     qWarning().noquote() << line;
+}
+
+/// A reading that the instrument does not have.
+constexpr float NoValue = std::numeric_limits<float>::max();
+
+Error RCDDeviceError(unsigned nibble)
+{
+    constexpr unsigned None = 15;
+    return nibble == None ? Error::NoErrors
+                          : static_cast<Error>(static_cast<unsigned>(Error::RCDDeviceError0) + nibble);
+}
+
+/// What both kinds of RCD status have in common; the error is not part of it.
+void ParseRCDStatus(const QByteArray& data, unsigned function, StateMachineContext& context)
+{
+    context.NewMeasurement.Set((ByteAt(data, 0) & 0x80U) != 0);
+    context.TesterMode.Set(static_cast<OperationMode>((ByteAt(data, 0) >> 5U) & 0x03U));
+    context.CurrentMeasurementType.Set(static_cast<MeasurementType>(function));
+    context.MeasurementFunctionStatus.Set(static_cast<FunctionState>(ByteAt(data, 1) & 0x0FU));
+}
+
+void TraceRCDStatus(const char* begin, const char* functionStatusLabel, const QByteArray& data,
+                    StateMachineContext& context)
+{
+    qWarning().noquote() << begin << static_cast<int>(context.TesterMode.Get())
+                         << "MeasurementType: " << static_cast<int>(context.CurrentMeasurementType.Get())
+                         << "Error: " << (ByteAt(data, 1) >> 4U) << functionStatusLabel
+                         << static_cast<int>(context.MeasurementFunctionStatus.Get())
+                         << "NewMeasurement: " << (context.NewMeasurement.Get() ? 1 : 0);
+}
+
+/// A reading in ten-thousandths, low byte first.
+float FixedPointAt(const QByteArray& data, int position)
+{
+    constexpr unsigned NoReading = 0xEE;
+    const unsigned low = ByteAt(data, position);
+    const unsigned high = ByteAt(data, position + 1);
+    if (low == NoReading && high == NoReading) {
+        return NoValue;
+    }
+    return static_cast<float>(low + 256 * high) / 10000.0F;
+}
+
+/// The earth resistance that the application handed over with the settings of the RCD test.
+float ReOfSettings(StateMachineContext& context)
+{
+    const MeasurementSettings* settings = context.TestSettings.Get();
+    return settings->GetMeasurementType() == MeasurementType::RCD
+               ? static_cast<const RCDSettings*>(settings)->GetRe()
+               : NoValue;
+}
+
+MeasurementResults* CreateIaTaResults(StateMachineContext& context, float ia, float ta)
+{
+    switch (context.CurrentMeasurementType.Get()) {
+    case MeasurementType::RCD:
+        return new RCDResults(ReOfSettings(context), ia, ta);
+    case MeasurementType::RCDIEC:
+        return new RCDIECResults(ia, ta);
+    default:
+        return nullptr;
+    }
+}
+
+Error CheckObjectError(unsigned code)
+{
+    switch (code) {
+    case 0:
+        return Error::NoErrors;
+    case 2:
+        return Error::RCDCheckObject2;
+    case 3:
+        return Error::RCDCheckObject3;
+    case 4:
+        return Error::RCDCheckObject4;
+    case 7:
+        return Error::RCDCheckObject7;
+    case 8:
+        return Error::RCDCheckObject8;
+    case 9:
+        return Error::RCDCheckObject9;
+    case 10:
+        return Error::RCDCheckObjectULNIECInvalid;
+    default:
+        return Error::RCDCheckObjectFailed;
+    }
 }
 
 } // namespace
@@ -223,6 +319,80 @@ bool ResponseParser::ParseMeasurementResults(const QByteArray& frame, StateMachi
 bool ResponseParser::ParseMeasurementResults(const QByteArray& frame, StateMachineContext& context) const
 {
     return ParseMeasurementResults(frame, context, context.CurrentMeasurementType.Get());
+}
+
+bool ResponseParser::ParseRCDStatusResponse(const QByteArray& data, StateMachineContext& context) const
+{
+    const unsigned function = ByteAt(data, 0) & 0x1FU;
+    if (!IsRCD(static_cast<MeasurementType>(function))) {
+        qWarning("ResponseParser::ParseRCDStatusResponse(data, context) !RCD !RCDIEC");
+        return ParseStatusFrame(data, context);
+    }
+    ParseRCDStatus(data, function, context);
+    context.ErrorCode.Set(RCDDeviceError(ByteAt(data, 1) >> 4U));
+    TraceRCDStatus("ResponseParser::ParseRCDStatusResponse(data, context)\nDeviceMode: ",
+                   "MeasurementFunctionStatus: ", data, context);
+    return true;
+}
+
+bool ResponseParser::ParseRCDStatusResponse(const QByteArray& data, StateMachineContext& context,
+                                            Error* error) const
+{
+    const unsigned function = ByteAt(data, 0) & 0x0FU;
+    if (!IsRCD(static_cast<MeasurementType>(function))) {
+        return ParseStatusFrame(data, context);
+    }
+    ParseRCDStatus(data, function, context);
+    *error = RCDDeviceError(ByteAt(data, 1) >> 4U);
+    TraceRCDStatus("ResponseParser::ParseRCDStatusResponse(data, context, error): DeviceMode: ",
+                   "ProcessStatus: ", data, context);
+    return true;
+}
+
+bool ResponseParser::ParseUbReMeasurementResponse(const QByteArray& data, StateMachineContext& context) const
+{
+    if (context.TestSettings.Get()->GetMeasurementType() != MeasurementType::RCD) {
+        return false;
+    }
+    const QByteArray field = data.left(4).leftJustified(4, '\0');
+    const auto re = qFromLittleEndian<float>(field.constData());
+    auto* results = new RCDResults(re, NoValue, NoValue);
+    results->_values.at(0) = re;
+    qWarning().noquote() << QStringLiteral("Re: ") + ReadingText(re);
+    ReplaceOwned<MeasurementResults>(context.TestResults, results, &context);
+    return true;
+}
+
+bool ResponseParser::ParseIaTaMeasurementResponse(const QByteArray& data, StateMachineContext& context) const
+{
+    const float ia = FixedPointAt(data, 4);
+    const float ta = FixedPointAt(data, 6);
+    MeasurementResults* results = CreateIaTaResults(context, ia, ta);
+    if (results == nullptr) {
+        return false;
+    }
+    results->_values.at(0) = ia;
+    results->_values.at(1) = ta;
+    qWarning().noquote() << QStringLiteral("Ia: ") + ReadingText(ia) + QStringLiteral(" Ta: ") +
+                                ReadingText(ta);
+    ReplaceOwned(context.TestResults, results, &context);
+    return true;
+}
+
+bool ResponseParser::ParseRCDCheckObjectResponseError(const QByteArray& data, Error* error) const
+{
+    const unsigned code = ByteAt(data, 0);
+    qDebug("ResponseParser::ParseRCDCheckObjectResponseError(data. errpr): SavedChkObjErr=%u", code);
+    *error = CheckObjectError(code);
+    return true;
+}
+
+bool ResponseParser::ParseRCDCheckObjectResponse(const QByteArray& data, StateMachineContext& context) const
+{
+    Error error = Error::NoErrors;
+    ParseRCDCheckObjectResponseError(data, &error);
+    context.ErrorCode.Set(error);
+    return false;
 }
 
 bool ResponseParser::IsRCDMeasurementResultResponse(const QByteArray& frame) const

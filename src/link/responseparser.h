@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QObject>
 
+#include <Vesmar/error.h>
 #include <Vesmar/measurementtype.h>
 
 namespace Vesmar
@@ -35,6 +36,25 @@ public:
                                  MeasurementType type) const;
     /// As above, for the function that the last status named.
     bool ParseMeasurementResults(const QByteArray& frame, StateMachineContext& context) const;
+
+    /// The status as the instrument reports it during an RCD test; a status of any other function is taken as
+    /// an ordinary one. Bytes that are missing count as 0.
+    bool ParseRCDStatusResponse(const QByteArray& data, StateMachineContext& context) const;
+    /// As above, but an RCD test's error goes to `*error`, and `ErrorCode` is left alone. Takes the function
+    /// from four bits, not from five.
+    bool ParseRCDStatusResponse(const QByteArray& data, StateMachineContext& context, Error* error) const;
+
+    /// Publishes new RCD results with Re alone and deletes the ones before. False, and nothing published,
+    /// when the present settings are not those of the RCD test.
+    bool ParseUbReMeasurementResponse(const QByteArray& data, StateMachineContext& context) const;
+    /// Publishes new results with Ia and Ta, of the RCD test that the last status named, and deletes the ones
+    /// before. False, and nothing published, when it named none.
+    bool ParseIaTaMeasurementResponse(const QByteArray& data, StateMachineContext& context) const;
+
+    /// What the instrument found wrong with the object under test. Always true.
+    bool ParseRCDCheckObjectResponseError(const QByteArray& data, Error* error) const;
+    /// As above, into `ErrorCode`. Always false.
+    bool ParseRCDCheckObjectResponse(const QByteArray& data, StateMachineContext& context) const;
 
     /// Length and checksum only; no byte of the data is looked at.
     bool IsRCDMeasurementResultResponse(const QByteArray& frame) const;

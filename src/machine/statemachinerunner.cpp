@@ -19,6 +19,12 @@
 #include "states/measurement/singlemeasurementrunningstate.h"
 #include "states/measurement/startingmeasurementstate.h"
 #include "states/measurement/stoppingmeasurementstate.h"
+#include "states/rcd/rcdiatameasurementrunningstate.h"
+#include "states/rcd/rcdieccleanupstate.h"
+#include "states/rcd/rcdieciatameasurementrunningstate.h"
+#include "states/rcd/rcdmeasurementmodestate.h"
+#include "states/rcd/rcdmonitoringstate.h"
+#include "states/rcd/rcdubremeasurementrunningstate.h"
 #include "states/update/awaitupdateactionstate.h"
 #include "states/update/updatingstate.h"
 
@@ -76,6 +82,12 @@ void StateMachineRunner::CreateStateMachineTree()
     State* abortingMeasurement = CreateState<AbortingMeasurementState>(testerOperations);
     State* hvTestContinuousMeasurementRunning =
         CreateState<HVTestContinuousMeasurementRunningState>(measurementMode);
+    State* rcdMeasurementMode = CreateState<RCDMeasurementModeState>(testerOperations);
+    State* rcdMonitoring = CreateState<RCDMonitoringState>(rcdMeasurementMode);
+    State* rcdUbReMeasurementRunning = CreateState<RCDUbReMeasurementRunningState>(rcdMeasurementMode);
+    State* rcdIaTaMeasurementRunning = CreateState<RCDIaTaMeasurementRunningState>(rcdMeasurementMode);
+    State* rcdIECIaTaMeasurementRunning = CreateState<RCDIECIaTaMeasurementRunningState>(rcdMeasurementMode);
+    State* rcdIECCleanUp = CreateState<RCDIECCleanUpState>(rcdMeasurementMode);
     _currentState = testerOperations;
 
     // The first row that holds wins among those of one source, so the order decides.
@@ -89,6 +101,7 @@ void StateMachineRunner::CreateStateMachineTree()
     AddExternalTransition(initialization, Transitions::InitializationToMonitoringTransition, monitoring);
     AddExternalTransition(monitoring, Transitions::MonitoringToAwaitUpdateActionTransition, awaitUpdateAction);
     AddExternalTransition(monitoring, Transitions::MonitoringToTesterConfigurationTransition, testerConfiguration);
+    AddExternalTransition(monitoring, Transitions::MonitoringToRCDMeasurementModeTransition, rcdMeasurementMode);
     AddExternalTransition(monitoring, Transitions::MonitoringToMeasurementModeTransition, measurementMode);
     AddExternalTransition(testerConfiguration, Transitions::TesterConfigurationToMonitoringTransition, monitoring);
     AddExternalTransition(awaitUpdateAction, Transitions::AwaitUpdateActionToUpdatingTransition, updating);
@@ -98,6 +111,7 @@ void StateMachineRunner::CreateStateMachineTree()
     AddExternalTransition(measurementMode, Transitions::MeasurementModeToMonitoringTransition, monitoring);
     AddInternalTransition(measurementMode, Transitions::MeasurementModeToPreparingMeasurementTransition, preparingMeasurement);
     AddExternalTransition(abortingMeasurement, Transitions::AbortingMeasurementToMeasurementModeTransition, measurementMode);
+    AddExternalTransition(preparingMeasurement, Transitions::PreparingMeasurementToRCDMeasurementModeTransition, rcdMeasurementMode);
     AddExternalTransition(preparingMeasurement, Transitions::PreparingMeasurementToStartingMeasurementTransition, startingMeasurement);
     AddExternalTransition(startingMeasurement, Transitions::StartingMeasurementToSingleMeasurementRunningTransition, singleMeasurementRunning);
     AddExternalTransition(startingMeasurement, Transitions::StartingMeasurementToHVTestContinuousMeasurementRunningTransition, hvTestContinuousMeasurementRunning);
@@ -106,6 +120,17 @@ void StateMachineRunner::CreateStateMachineTree()
     AddExternalTransition(continuousMeasurementRunning, Transitions::ContinuousMeasurementRunningToStoppingMeasurementTransition, stoppingMeasurement);
     AddExternalTransition(hvTestContinuousMeasurementRunning, Transitions::ContinuousMeasurementRunningToStoppingMeasurementTransition, stoppingMeasurement);
     AddExternalTransition(stoppingMeasurement, Transitions::StoppingMeasurementToMeasurementModeTransition, measurementMode);
+    AddExternalTransition(rcdMeasurementMode, Transitions::RCDMeasurementModeToMeasurementModeTransition, measurementMode);
+    AddExternalTransition(rcdMeasurementMode, Transitions::RCDMeasurementModeToMonitoringTransition, monitoring);
+    AddInternalTransition(rcdMeasurementMode, Transitions::RCDMeasurementModeToRCDMonitoringTransition, rcdMonitoring);
+    AddExternalTransition(rcdMonitoring, Transitions::RCDMonitoringToRCDUbReMeasurementRunningTransition, rcdUbReMeasurementRunning);
+    AddExternalTransition(rcdMonitoring, Transitions::RCDMonitoringToRCDIaTaMeasurementRunningTransition, rcdIaTaMeasurementRunning);
+    AddExternalTransition(rcdMonitoring, Transitions::RCDMonitoringToRCDIECIaTaMeasurementRunningTransition, rcdIECIaTaMeasurementRunning);
+    AddExternalTransition(rcdMonitoring, Transitions::RCDMonitoringToRCDIECCleanUpTransition, rcdIECCleanUp);
+    AddExternalTransition(rcdUbReMeasurementRunning, Transitions::RCDUbReMeasurementRunningToRCDMonitoringTransition, rcdMonitoring);
+    AddExternalTransition(rcdIaTaMeasurementRunning, Transitions::RCDIaTaMeasurementRunningToRCDMonitoringTransition, rcdMonitoring);
+    AddExternalTransition(rcdIECIaTaMeasurementRunning, Transitions::RCDIECIaTaMeasurementRunningToRCDMonitoringTransition, rcdMonitoring);
+    AddExternalTransition(rcdIECCleanUp, Transitions::RCDIECCleanUpToRCDMonitoringTransition, rcdMonitoring);
     // clang-format on
 }
 

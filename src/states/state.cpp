@@ -10,23 +10,6 @@
 namespace Vesmar
 {
 
-namespace
-{
-
-struct Answer {
-    int result;
-    std::unique_ptr<QByteArray> response;
-};
-
-Answer Query(StateMachineContext& context, const QByteArray& frame)
-{
-    QByteArray* response = nullptr;
-    const int result = context.GetTransciever()->RunQuery(frame, &response);
-    return {result, std::unique_ptr<QByteArray>(response)};
-}
-
-} // namespace
-
 State::State(StateMachineContext* context, State* parentState, QObject* parent)
     : QObject(parent), _context(context), _parentState(parentState)
 {
@@ -132,6 +115,21 @@ void State::ClearMeasurementRequests()
     _context->IsMeasurementModeActive.Set(false);
 }
 
+Answer State::Query(const QByteArray& frame)
+{
+    QByteArray* response = nullptr;
+    const int result = _context->GetTransciever()->RunQuery(frame, &response);
+    return {result, std::unique_ptr<QByteArray>(response)};
+}
+
+Answer State::QueryOnce(const QByteArray& frame, int timeoutMs)
+{
+    constexpr int NoRetransmissions = 0;
+    QByteArray* response = nullptr;
+    const int result = _context->GetTransciever()->RunQuery(frame, timeoutMs, NoRetransmissions, &response);
+    return {result, std::unique_ptr<QByteArray>(response)};
+}
+
 bool State::Fetch(const QByteArray& frame)
 {
     return RaiseErrorUnless(Read(frame) != nullptr);
@@ -139,13 +137,13 @@ bool State::Fetch(const QByteArray& frame)
 
 bool State::Send(const QByteArray& frame)
 {
-    return RaiseErrorUnless(Query(*_context, frame).result == QueryResult::Acknowledged);
+    return RaiseErrorUnless(Query(frame).result == QueryResult::Acknowledged);
 }
 
 /// The answer to a read request; null if no data came.
 std::unique_ptr<QByteArray> State::Read(const QByteArray& frame)
 {
-    Answer answer = Query(*_context, frame);
+    Answer answer = Query(frame);
     return answer.result == QueryResult::Data ? std::move(answer.response) : nullptr;
 }
 

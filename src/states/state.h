@@ -16,6 +16,12 @@ namespace Vesmar
 
 class StateMachineContext;
 
+/// What came of an exchange: a `QueryResult`, and the answer, null when the port is closed.
+struct Answer {
+    int result;
+    std::unique_ptr<QByteArray> response;
+};
+
 /// The base of every state: the three hooks that the runner calls, and one operation for each exchange with
 /// the instrument.
 ///
@@ -60,6 +66,10 @@ protected:
     /// Writes the blue line that tells what a state is doing.
     static void TraceBanner(const char* text);
 
+    /// One exchange, with retransmissions.
+    Answer Query(const QByteArray& frame);
+    /// One exchange without any, and with so long to answer.
+    Answer QueryOnce(const QByteArray& frame, int timeoutMs);
     /// Sends a read request whose answer's contents do not matter.
     bool Fetch(const QByteArray& frame);
     /// Sends a command, which the instrument answers with an acknowledge.

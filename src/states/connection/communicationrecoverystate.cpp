@@ -14,7 +14,6 @@ namespace
 {
 
 constexpr int CheckTimeoutMs = 500;
-constexpr int NoRetransmissions = 0;
 constexpr unsigned MaxAttempts = 10;
 constexpr unsigned long RestartPauseMs = 3000;
 
@@ -54,14 +53,11 @@ void CommunicationRecoveryState::OnRunning()
 
 int CommunicationRecoveryState::CheckStatus()
 {
-    QByteArray* answer = nullptr;
-    const int result = GetContext()->GetTransciever()->RunQuery(
-        *GetContext()->GetCommandBuilder()->GetStatusFrame(), CheckTimeoutMs, NoRetransmissions, &answer);
-    const std::unique_ptr<QByteArray> response(answer);
-    if (result == QueryResult::Data) {
-        GetContext()->GetResponseParser()->ParseStatusFrame(*response, *GetContext());
+    const Answer answer = QueryOnce(*GetContext()->GetCommandBuilder()->GetStatusFrame(), CheckTimeoutMs);
+    if (answer.result == QueryResult::Data) {
+        GetContext()->GetResponseParser()->ParseStatusFrame(*answer.response, *GetContext());
     }
-    return result;
+    return answer.result;
 }
 
 /// The codes of a link that is given up stay; any other one gives way.

@@ -14,6 +14,7 @@
 #include <QThread>
 
 #include <Vesmar/iecresults.h>
+#include <Vesmar/rcdiecsettings.h>
 #include <Vesmar/rcdsettings.h>
 
 #include "context/replaceowned.h"
@@ -114,8 +115,7 @@ struct Machine {
 const QString NoEntryWarning =
     QStringLiteral("\033[0;31mNo transition map entry for a current state.\033[0m");
 
-/// The whole machine as it is meant to be; states that the runner does not have yet are left out of
-/// comparisons.
+/// The whole machine as it is meant to be.
 const QMap<QString, QString> ParentByState = {
     {QStringLiteral("TesterOperationsState"), QStringLiteral("none")},
     {QStringLiteral("AwaitUpdateActionState"), QStringLiteral("TesterOperationsState")},
@@ -216,44 +216,59 @@ const std::vector<MapRow> TransitionMap = {
     {"RCDIECCleanUpState", "RCDIECCleanUpToRCDMonitoringTransition", "RCDMonitoringState", "external"},
 };
 
-/// The states that the runner has. A state that joins the machine joins this list, and with it its rows above
-/// and below join the comparisons.
-const QStringList StatesPresent = {
-    QStringLiteral("AbortingMeasurementState"),
-    QStringLiteral("AwaitUpdateActionState"),
-    QStringLiteral("CommunicationRecoveryState"),
-    QStringLiteral("ContinuousMeasurementRunningState"),
-    QStringLiteral("HVTestContinuousMeasurementRunningState"),
-    QStringLiteral("InitializationState"),
-    QStringLiteral("MeasurementModeState"),
-    QStringLiteral("MonitoringState"),
-    QStringLiteral("PreparingMeasurementState"),
-    QStringLiteral("RestartingTesterState"),
-    QStringLiteral("SingleMeasurementRunningState"),
-    QStringLiteral("StartingMeasurementState"),
-    QStringLiteral("StoppingMeasurementState"),
-    QStringLiteral("TesterConfigurationState"),
-    QStringLiteral("TesterOperationsState"),
-    QStringLiteral("UpdatingState"),
-};
-
-bool IsPresent(const QString& state)
+void SetSettings(StateMachineContext& context, Vesmar::MeasurementSettings* settings)
 {
-    return StatesPresent.contains(state);
+    Vesmar::ReplaceOwned(context.TestSettings, settings, nullptr);
 }
 
 void SetSettingsType(StateMachineContext& context, MeasurementType type)
 {
-    Vesmar::ReplaceOwned(context.TestSettings, new Vesmar::MeasurementSettings(type, nullptr), nullptr);
+    SetSettings(context, new Vesmar::MeasurementSettings(type, nullptr));
+}
+
+void SetRCDMode(StateMachineContext& context, int mode)
+{
+    auto* settings = new Vesmar::RCDSettings;
+    settings->SetMode(static_cast<Vesmar::RCDSettings::RCDMode>(mode));
+    SetSettings(context, settings);
+}
+
+void SetRCDIECMode(StateMachineContext& context, int mode)
+{
+    auto* settings = new Vesmar::RCDIECSettings;
+    settings->SetMode(static_cast<Vesmar::RCDIECSettings::RCDIECMode>(mode));
+    SetSettings(context, settings);
+}
+
+/// The states that run an RCD test, each with the settings that lead to it.
+struct RCDTest {
+    const char* state;
+    void (*setMode)(StateMachineContext& context, int mode);
+    int mode;
+};
+
+const std::vector<RCDTest> RCDTests = {
+    {"RCDUbReMeasurementRunningState", &SetRCDMode, 0},
+    {"RCDIaTaMeasurementRunningState", &SetRCDMode, 1},
+    {"RCDIaTaMeasurementRunningState", &SetRCDMode, 2},
+    {"RCDIECIaTaMeasurementRunningState", &SetRCDIECMode, 1},
+    {"RCDIECIaTaMeasurementRunningState", &SetRCDIECMode, 2},
+    {"RCDIECCleanUpState", &SetRCDIECMode, 3},
+};
+
+/// Every function that has settings, and none.
+const std::vector<int> EveryFunction = {-1, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 97};
+
+bool IsRCDFunction(int function)
+{
+    return function == 10 || function == 11;
 }
 
 /// A row for `FindTransition` on the whole machine; `to` is "none" where the machine stays.
 void AddTargetRow(const char* from, const char* when, const char* to, const Setup& setup)
 {
-    const QString target = QLatin1String(to);
-    if (IsPresent(QLatin1String(from)) && (IsPresent(target) || target == QLatin1String("none"))) {
-        QTest::addRow("%s, %s", from, when) << QString(QLatin1String(from)) << setup << target;
-    }
+    QTest::addRow("%s, %s", from, when)
+        << QString(QLatin1String(from)) << setup << QString(QLatin1String(to));
 }
 
 } // namespace
@@ -286,6 +301,8 @@ private Q_SLOTS:
 
     void FindsTheTargetInTheWholeMachine_data();
     void FindsTheTargetInTheWholeMachine();
+    void AbortOfAnRCDTestLeaves521_data();
+    void AbortOfAnRCDTestLeaves521();
 
     void DisabledRunnerDoesNothing();
     void StepsCallEntryOnceRunningAlwaysAndExitOnLeaving();
@@ -294,6 +311,7 @@ private Q_SLOTS:
     void StepTakesAtLeastAHundredMilliseconds();
     void StepPostsExactlyOneMore();
     void InitializationRunsOnceAndLeadsToMonitoring();
+    void RCDTestIsAbortedAndLeft();
     void UpdateLeadsWhereTheInstrumentIsAfterwards_data();
     void UpdateLeadsWhereTheInstrumentIsAfterwards();
 
@@ -317,11 +335,8 @@ void TestStateMachineRunner::TreeHasEveryStateUnderItsParent()
 {
     StateMachineContext context(nullptr, nullptr, nullptr, nullptr, nullptr);
     const StateMachineRunner runner(&context, nullptr);
-    const QMap<QString, QString> tree = RunnerView::TreeOf(runner);
-    QCOMPARE(tree.keys(), StatesPresent);
-    for (const QString& state : StatesPresent) {
-        QCOMPARE(tree.value(state), ParentByState.value(state));
-    }
+    QCOMPARE(ParentByState.size(), 22);
+    QCOMPARE(RunnerView::TreeOf(runner), ParentByState);
     for (const State* state : RunnerView::StatesOf(runner)) {
         QCOMPARE(state->GetContext(), &context);
     }
@@ -334,14 +349,15 @@ void TestStateMachineRunner::MapHasEveryTransitionInTheOrderThatDecides()
     QMap<QString, QStringList> expected;
     for (const char* kind : {"external", "internal"}) {
         for (const MapRow& row : TransitionMap) {
-            const QString to = QLatin1String(row.to);
-            if (IsPresent(to) && qstrcmp(row.kind, kind) == 0) {
-                expected[QLatin1String(row.from)] +=
-                    RunnerView::TransitionText(QLatin1String(row.guard), to, QLatin1String(kind));
+            if (qstrcmp(row.kind, kind) == 0) {
+                expected[QLatin1String(row.from)] += RunnerView::TransitionText(
+                    QLatin1String(row.guard), QLatin1String(row.to), QLatin1String(kind));
             }
         }
     }
     const QMap<QString, State*> states = RunnerView::StatesOf(runner);
+    QCOMPARE(TransitionMap.size(), 39U);
+    QCOMPARE(expected.keys(), states.keys());
     for (auto state = states.cbegin(); state != states.cend(); ++state) {
         QCOMPARE(RunnerView::TransitionsOf(runner, state.value()), expected.value(state.key()));
     }
@@ -787,6 +803,108 @@ static void AddRunningTargets()
     AddTargetRow("SingleMeasurementRunningState", "result of 0", "none", single(0.0F));
 }
 
+/// Preparing hands every function over that is asked for anew; those that are not RCD tests come back.
+static void AddHandOverTargets()
+{
+    for (const int function : EveryFunction) {
+        const Setup setup = [function](StateMachineContext& context) {
+            SetSettingsType(context, static_cast<MeasurementType>(function));
+            context.IsMeasurementModeActive.Set(true);
+            context.PrepareMeasurementRequested.Set(true);
+        };
+        const QByteArray when = "preparation of function " + QByteArray::number(function);
+        AddTargetRow("PreparingMeasurementState", when, "RCDMeasurementModeState", setup);
+        AddTargetRow("RCDMeasurementModeState", when,
+                     IsRCDFunction(function) ? "RCDMonitoringState" : "MeasurementModeState", setup);
+        AddTargetRow("RCDMonitoringState", when, IsRCDFunction(function) ? "none" : "MeasurementModeState",
+                     setup);
+        AddTargetRow("MeasurementModeState", when, "PreparingMeasurementState", setup);
+        AddTargetRow("MonitoringState", when,
+                     IsRCDFunction(function) ? "RCDMeasurementModeState" : "MeasurementModeState", setup);
+    }
+}
+
+/// What holds in RCD measurement mode and in every state of it.
+static void AddRCDModeTargets()
+{
+    const auto with = [](MeasurementType type, bool isActive, bool isPrepareRequested) {
+        return [=](StateMachineContext& context) {
+            SetSettingsType(context, type);
+            context.IsMeasurementModeActive.Set(isActive);
+            context.PrepareMeasurementRequested.Set(isPrepareRequested);
+        };
+    };
+    for (auto row = ParentByState.cbegin(); row != ParentByState.cend(); ++row) {
+        const bool isMode = row.key() == QLatin1String("RCDMeasurementModeState");
+        if (!isMode && row.value() != QLatin1String("RCDMeasurementModeState")) {
+            continue;
+        }
+        const QByteArray state = row.key().toLatin1();
+        const char* stays = isMode ? "RCDMonitoringState" : "none";
+        AddTargetRow(state, "left", "MonitoringState", with(MeasurementType::RLN, false, false));
+        AddTargetRow(state, "another function to be prepared", "MeasurementModeState",
+                     with(MeasurementType::RLN, true, true));
+        AddTargetRow(state, "another function to be prepared, and left", "MeasurementModeState",
+                     with(MeasurementType::RLN, false, true));
+        AddTargetRow(state, "another function", stays, with(MeasurementType::RLN, true, false));
+    }
+}
+
+static void AddRCDStartTargets()
+{
+    const auto start = [](void (*setMode)(StateMachineContext&, int), int mode, bool isStartRequested) {
+        return [=](StateMachineContext& context) {
+            setMode(context, mode);
+            context.IsMeasurementModeActive.Set(true);
+            context.StartMeasurementRequested.Set(isStartRequested);
+        };
+    };
+    for (const RCDTest& test : RCDTests) {
+        const QByteArray when = QByteArray(test.state) + ", mode " + QByteArray::number(test.mode);
+        AddTargetRow("RCDMonitoringState", "start of " + when, test.state,
+                     start(test.setMode, test.mode, true));
+        AddTargetRow("RCDMonitoringState", "no start of " + when, "none",
+                     start(test.setMode, test.mode, false));
+        AddTargetRow("RCDMeasurementModeState", "start of " + when, "RCDMonitoringState",
+                     start(test.setMode, test.mode, true));
+    }
+    AddTargetRow("RCDMonitoringState", "start, mode not set", "none", start(&SetRCDMode, -1, true));
+    AddTargetRow("RCDMonitoringState", "start, mode 3", "none", start(&SetRCDMode, 3, true));
+    AddTargetRow("RCDMonitoringState", "start, IEC mode 0", "none", start(&SetRCDIECMode, 0, true));
+}
+
+static void AddRCDRunningTargets()
+{
+    for (const RCDTest& test : RCDTests) {
+        const auto with = [&test](MeasurementState status, bool isAborted, bool isActive) {
+            return [=](StateMachineContext& context) {
+                test.setMode(context, test.mode);
+                context.MeasurementStatus.Set(status);
+                context.AbortMeasurementRequested.Set(isAborted);
+                context.IsMeasurementModeActive.Set(isActive);
+            };
+        };
+        const QByteArray mode = "mode " + QByteArray::number(test.mode);
+        const bool canBeAborted = qstrcmp(test.state, "RCDIECCleanUpState") != 0;
+        AddTargetRow(test.state, mode + ", running", "none", with(MeasurementState::Running, false, true));
+        AddTargetRow(test.state, mode + ", stopped", "RCDMonitoringState",
+                     with(MeasurementState::Stopped, false, true));
+        AddTargetRow(test.state, mode + ", stopped and left", "MonitoringState",
+                     with(MeasurementState::Stopped, false, false));
+        AddTargetRow(test.state, mode + ", abort", canBeAborted ? "RCDMonitoringState" : "none",
+                     with(MeasurementState::Running, true, true));
+        AddTargetRow(test.state, mode + ", abort when prepared", canBeAborted ? "RCDMonitoringState" : "none",
+                     with(MeasurementState::Prepared, true, true));
+        AddTargetRow(test.state, mode + ", abort and left", "MonitoringState",
+                     with(MeasurementState::Running, true, false));
+    }
+    AddTargetRow("RCDIECIaTaMeasurementRunningState", "settings of the clean-up", "RCDMonitoringState",
+                 [](StateMachineContext& context) {
+                     SetRCDIECMode(context, 3);
+                     context.IsMeasurementModeActive.Set(true);
+                 });
+}
+
 void TestStateMachineRunner::FindsTheTargetInTheWholeMachine_data()
 {
     QTest::addColumn<QString>("from");
@@ -801,6 +919,10 @@ void TestStateMachineRunner::FindsTheTargetInTheWholeMachine_data()
     AddMeasurementModeTargets();
     AddPreparedTargets();
     AddRunningTargets();
+    AddHandOverTargets();
+    AddRCDModeTargets();
+    AddRCDStartTargets();
+    AddRCDRunningTargets();
 }
 
 void TestStateMachineRunner::FindsTheTargetInTheWholeMachine()
@@ -814,6 +936,44 @@ void TestStateMachineRunner::FindsTheTargetInTheWholeMachine()
     QVERIFY(state != nullptr);
     setup(context);
     QCOMPARE(RunnerView::NameOf(runner.FindTransition(state)), to);
+}
+
+void TestStateMachineRunner::AbortOfAnRCDTestLeaves521_data()
+{
+    QTest::addColumn<QString>("from");
+    QTest::addColumn<bool>("isActive");
+    QTest::addColumn<int>("before");
+    QTest::addColumn<int>("after");
+    for (const RCDTest& test : RCDTests) {
+        const QString from = QLatin1String(test.state);
+        const bool canBeAborted = from != QLatin1String("RCDIECCleanUpState");
+        for (const bool isActive : {true, false}) { // The guard is asked even when an outer transition wins.
+            const auto row = [&](int before, int after) {
+                QTest::addRow("%s, mode %d, %s, error %d", test.state, test.mode,
+                              isActive ? "active" : "left", before)
+                    << from << isActive << before << after;
+            };
+            row(15, canBeAborted ? 521 : 15);
+            row(401, 401);
+        }
+    }
+}
+
+void TestStateMachineRunner::AbortOfAnRCDTestLeaves521()
+{
+    QFETCH(const QString, from);
+    QFETCH(const bool, isActive);
+    QFETCH(const int, before);
+    QFETCH(const int, after);
+    StateMachineContext context(nullptr, nullptr, nullptr, nullptr, nullptr);
+    const StateMachineRunner runner(&context, nullptr);
+    context.IsMeasurementModeActive.Set(isActive);
+    context.MeasurementStatus.Set(MeasurementState::Running);
+    context.AbortMeasurementRequested.Set(true);
+    context.ErrorCode.Set(static_cast<Vesmar::Error>(before));
+    runner.FindTransition(RunnerView::StatesOf(runner).value(from));
+    QCOMPARE(static_cast<int>(context.ErrorCode.Get()), after);
+    QVERIFY(context.AbortMeasurementRequested.Get());
 }
 
 void TestStateMachineRunner::DisabledRunnerDoesNothing()
@@ -920,6 +1080,46 @@ void TestStateMachineRunner::InitializationRunsOnceAndLeadsToMonitoring()
     QCOMPARE(engine.Commands(), QByteArray("sWRT"));
     runner.RunStateMachineWorker();
     QCOMPARE(engine.Commands(), QByteArray("sWRTs"));
+}
+
+void TestStateMachineRunner::RCDTestIsAbortedAndLeft()
+{
+    Engine engine;
+    engine.AnswerByCommand({{'s', Wire::IdleStatus},
+                            {'W', Wire::Bytes("50415431323334353637383931303541424344323031361fe6")},
+                            {'R', Wire::Bytes("2412312359586199")},
+                            {'T', Wire::Bytes("200229000000b2b5")}});
+    StateMachineRunner runner(&engine.context, nullptr);
+    runner.Enable();
+    QStringList visited;
+    const auto step = [&](int steps) {
+        for (int taken = 0; taken < steps; ++taken) {
+            runner.RunStateMachineWorker();
+            visited.append(RunnerView::NameOf(runner.GetCurrentState()));
+        }
+    };
+    step(2);
+    SetRCDMode(engine.context, 1);
+    engine.context.IsMeasurementModeActive.Set(true);
+    step(2);
+    engine.context.StartMeasurementRequested.Set(true);
+    step(2);
+    QVERIFY(!engine.context.StartMeasurementRequested.Get()); // Entered, so that it goes back but once.
+    QVERIFY(engine.context.IsMeasurementRunning.Get());
+    engine.context.AbortMeasurementRequested.Set(true);
+    step(1);
+    QCOMPARE(static_cast<int>(engine.context.ErrorCode.Get()), 521);
+    QVERIFY(!engine.context.IsMeasurementRunning.Get());
+    step(1);
+    engine.context.IsMeasurementModeActive.Set(false);
+    step(1);
+    QCOMPARE(
+        visited,
+        (QStringList{QStringLiteral("InitializationState"), QStringLiteral("MonitoringState"),
+                     QStringLiteral("RCDMeasurementModeState"), QStringLiteral("RCDMonitoringState"),
+                     QStringLiteral("RCDIaTaMeasurementRunningState"),
+                     QStringLiteral("RCDIaTaMeasurementRunningState"), QStringLiteral("RCDMonitoringState"),
+                     QStringLiteral("RCDMonitoringState"), QStringLiteral("MonitoringState")}));
 }
 
 void TestStateMachineRunner::UpdateLeadsWhereTheInstrumentIsAfterwards_data()

@@ -56,8 +56,8 @@ public:
     QString Outcome() const
     {
         QStringList changes = cells.Changes();
-        for (const char* part :
-             {"NewMeasurement=", "CurrentMeasurementType=", "MeasurementFunctionStatus="}) {
+        for (const char* part : {"NewMeasurement=", "CurrentMeasurementType=", "MeasurementFunctionStatus=",
+                                 "StartTestStatus="}) {
             changes = Without(QLatin1String(part), changes);
         }
         return changes.join(QLatin1Char(' '));

@@ -1,0 +1,97 @@
+#include "states/rcd/rcdieciatameasurementrunningstate.h"
+
+#include <QDebug>
+
+#include <Vesmar/rcdiecsettings.h>
+
+#include "context/statemachinecontext.h"
+
+namespace Vesmar
+{
+
+RCDIECIaTaMeasurementRunningState::RCDIECIaTaMeasurementRunningState(StateMachineContext* context,
+                                                                     State* parentState)
+    : RCDIECRunningState(context, parentState, nullptr)
+{
+}
+
+void RCDIECIaTaMeasurementRunningState::OnEntry()
+{
+    TraceBanner("ENTERING RCD IEC IaTa MEASUREMENT STATE ");
+    BeginIECRun();
+    GetContext()->IsMeasurementRunning.Set(true);
+}
+
+void RCDIECIaTaMeasurementRunningState::OnExit()
+{
+    TraceBanner("LEAVING RCD IEC IaTa MEASUREMENT STATE ");
+    GetContext()->IsMeasurementRunning.Set(false);
+}
+
+void RCDIECIaTaMeasurementRunningState::OnRunning()
+{
+    TraceBanner("RUNNING RCD IEC IaTa MEASUREMENT IN ");
+    RunTest();
+    TraceBanner("RUNNING RCD IEC IaTa MEASUREMENT OUT");
+}
+
+void RCDIECIaTaMeasurementRunningState::RunTest()
+{
+    const MeasurementSettings* settings = GetContext()->TestSettings.Get();
+    if (settings->GetMeasurementType() != MeasurementType::RCDIEC) {
+        return;
+    }
+    switch (static_cast<const RCDIECSettings*>(settings)->GetMode()) {
+    case RCDIECSettings::RCDIECMode::IaTa1:
+    case RCDIECSettings::RCDIECMode::IaTa2:
+        RunPhase();
+        break;
+    case RCDIECSettings::RCDIECMode::CleanUp:
+        break;
+    default:
+        Fail(Error::PrepareFailed);
+        break;
+    }
+}
+
+/// The first two phases come in black.
+void RCDIECIaTaMeasurementRunningState::TracePhase(MeasurementState phase) const
+{
+    if (phase == MeasurementState::Idle || phase == MeasurementState::Preparing) {
+        qWarning("\033[0;30m       %s\033[0m", PhaseName(phase));
+    } else {
+        TraceGreen(PhaseName(phase));
+    }
+}
+
+bool RCDIECIaTaMeasurementRunningState::DoesPollCount() const
+{
+    return _savedCheckObjectError != Error::RCDCheckObjectULNIECInvalid;
+}
+
+void RCDIECIaTaMeasurementRunningState::AfterOtherStatus()
+{
+    Pause();
+}
+
+void RCDIECIaTaMeasurementRunningState::OnObjectError()
+{
+    if (_savedCheckObjectError == Error::RCDCheckObjectULNIECInvalid) {
+        TraceGreen("PREPARED raport: RCD_CheckObject_ULNIECInvalid");
+        ReportError(Error::RCDCheckObjectULNIECInvalid);
+    } else {
+        Pause();
+    }
+}
+
+void RCDIECIaTaMeasurementRunningState::OnTerminated()
+{
+    if (GetContext()->ErrorCode.Get() == Error::RCDDeviceError5) {
+        GetContext()->ErrorCode.Set(Error::NoErrors);
+        SetPhase(MeasurementState::Idle);
+    } else {
+        RCDIECRunningState::OnTerminated();
+    }
+}
+
+} // namespace Vesmar

@@ -1,0 +1,180 @@
+#include "states/rcd/rcdstate.h"
+
+#include <QThread>
+
+#include "context/statemachinecontext.h"
+#include "link/commandbuilder.h"
+#include "link/frames.h"
+#include "link/responseparser.h"
+#include "link/transciever.h"
+
+namespace Vesmar
+{
+
+RCDState::RCDState(StateMachineContext* context, State* parentState, QObject* parent)
+    : State(context, parentState, parent)
+{
+}
+
+RCDState::~RCDState() = default;
+
+void RCDState::OnEntry()
+{
+    TraceBanner("ENTERING RCDState ");
+}
+
+void RCDState::OnExit()
+{
+    TraceBanner("LEAVING RCDState ");
+}
+
+void RCDState::OnRunning() {}
+
+int RCDState::RequestRCDStatus(int timeoutMs)
+{
+    const Answer answer = QueryOnce(*GetContext()->GetCommandBuilder()->GetStatusFrame(), timeoutMs);
+    if (answer.result == QueryResult::Data) {
+        GetContext()->GetResponseParser()->ParseRCDStatusResponse(*answer.response, *GetContext());
+    }
+    return answer.result;
+}
+
+int RCDState::RequestRCDStatus(int timeoutMs, Error* error)
+{
+    const Answer answer = QueryOnce(*GetContext()->GetCommandBuilder()->GetStatusFrame(), timeoutMs);
+    if (answer.result == QueryResult::Data) {
+        GetContext()->GetResponseParser()->ParseRCDStatusResponse(*answer.response, *GetContext(), error);
+    }
+    return answer.result;
+}
+
+int RCDState::PrepareRCDMeasurement(MeasurementSettings& settings, int timeoutMs)
+{
+    const std::unique_ptr<QByteArray> frame(
+        GetContext()->GetCommandBuilder()->CreatePrepareMeasurementFrame(settings));
+    return QueryOnce(*frame, timeoutMs).result;
+}
+
+int RCDState::StartRCDMeasurement(int timeoutMs)
+{
+    return QueryOnce(*GetContext()->GetCommandBuilder()->GetStartMeasurementFrame(), timeoutMs).result;
+}
+
+int RCDState::RequestRCDCheckObjectError(int timeoutMs)
+{
+    const Answer answer = QueryOnce(*GetContext()->GetCommandBuilder()->GetReadMeasurementFrame(), timeoutMs);
+    if (answer.result == QueryResult::Data) {
+        GetContext()->GetResponseParser()->ParseRCDCheckObjectResponse(*answer.response, *GetContext());
+    }
+    return answer.result;
+}
+
+int RCDState::RequestRCDCheckObjectError(int timeoutMs, Error* error)
+{
+    const Answer answer = QueryOnce(*GetContext()->GetCommandBuilder()->GetReadMeasurementFrame(), timeoutMs);
+    if (answer.result != QueryResult::Data) {
+        return answer.result;
+    }
+    const bool isParsed =
+        GetContext()->GetResponseParser()->ParseRCDCheckObjectResponseError(*answer.response, error);
+    return isParsed ? 1 : 0;
+}
+
+QByteArray* RCDState::AwaitResults(int timeoutMs)
+{
+    QByteArray collected;
+    while (Collect(collected, timeoutMs)) {
+        const QByteArray frame = TakeFinalFrame(collected);
+        if (!frame.isEmpty()) {
+            return new QByteArray(frame);
+        }
+    }
+    return new QByteArray;
+}
+
+bool RCDState::AwaitUbReResults(int timeoutMs, bool* received)
+{
+    const std::unique_ptr<QByteArray> frame(AwaitResults(timeoutMs));
+    *received = !frame->isEmpty();
+    return frame->size() == MeasurementFrameSize &&
+           GetContext()->GetResponseParser()->ParseUbReMeasurementResponse(*frame, *GetContext());
+}
+
+bool RCDState::AwaitIaTaResults(int timeoutMs, bool* received)
+{
+    const std::unique_ptr<QByteArray> frame(AwaitResults(timeoutMs));
+    *received = !frame->isEmpty();
+    return frame->size() == MeasurementFrameSize &&
+           GetContext()->GetResponseParser()->ParseIaTaMeasurementResponse(*frame, *GetContext());
+}
+
+void RCDState::ClearCheckObjectError()
+{
+    const Error error = GetContext()->ErrorCode.Get();
+    if (error >= Error::RCDCheckObjectFailed && error <= Error::RCDCheckObjectULNIECInvalid) {
+        GetContext()->ErrorCode.Set(Error::NoErrors);
+    }
+}
+
+void RCDState::ResetAttempts()
+{
+    _statusAttempts = 0;
+    _prepareAttempts = 0;
+    _lsaapCounter = 0;
+    _startAttempts = 0;
+}
+
+void RCDState::Pause() const
+{
+    QThread::msleep(static_cast<unsigned long>(_retryDelay));
+}
+
+void RCDState::PauseIfRetryable(int result) const
+{
+    if (IsRetryable(result)) {
+        Pause();
+    }
+}
+
+bool RCDState::IsRetryable(int result)
+{
+    return result == QueryResult::Refused || result == QueryResult::BadChecksum;
+}
+
+bool RCDState::HasPassedStartTest() const
+{
+    const StartTestResult result = GetContext()->StartTestStatus.Get();
+    return (result == StartTestResult::Status14 || result == StartTestResult::Status15) &&
+           GetContext()->NewMeasurement.Get();
+}
+
+/// False when nothing more came.
+bool RCDState::Collect(QByteArray& collected, int timeoutMs)
+{
+    const std::unique_ptr<QByteArray> received(GetContext()->GetTransciever()->ReadBuffer(timeoutMs));
+    collected += *received;
+    return !received->isEmpty();
+}
+
+/// The frame at the front that ends the wait; empty if there is none. Status frames before it are parsed.
+QByteArray RCDState::TakeFinalFrame(QByteArray& collected)
+{
+    const ResponseParser& parser = *GetContext()->GetResponseParser();
+    while (true) {
+        QByteArray result = collected.left(MeasurementFrameSize);
+        if (parser.IsRCDMeasurementResultResponse(result)) {
+            return result;
+        }
+        QByteArray status = collected.left(StatusFrameSize);
+        if (!parser.IsRCDMeasurementStatusResponse(status)) {
+            return {};
+        }
+        parser.ParseRCDStatusResponse(status, *GetContext());
+        collected.remove(0, StatusFrameSize);
+        if (GetContext()->MeasurementFunctionStatus.Get() == FunctionState::Terminated) {
+            return status;
+        }
+    }
+}
+
+} // namespace Vesmar

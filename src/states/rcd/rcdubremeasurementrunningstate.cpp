@@ -1,0 +1,88 @@
+#include "states/rcd/rcdubremeasurementrunningstate.h"
+
+#include <Vesmar/rcdsettings.h>
+
+#include "context/statemachinecontext.h"
+
+namespace Vesmar
+{
+
+namespace
+{
+
+bool IsUbRe(const MeasurementSettings& settings)
+{
+    return settings.GetMeasurementType() == MeasurementType::RCD &&
+           static_cast<const RCDSettings&>(settings).GetMode() == RCDSettings::RCDMode::UbRe;
+}
+
+} // namespace
+
+RCDUbReMeasurementRunningState::RCDUbReMeasurementRunningState(StateMachineContext* context,
+                                                               State* parentState)
+    : RCDRunningState(context, parentState, nullptr)
+{
+}
+
+void RCDUbReMeasurementRunningState::OnEntry()
+{
+    TraceBanner("ENTERING RCD UbRe MEASUREMENT STATE ");
+    BeginRun();
+}
+
+void RCDUbReMeasurementRunningState::OnExit()
+{
+    TraceBanner("LEAVING RCD UbRe MEASUREMENT STATE ");
+    GetContext()->IsMeasurementRunning.Set(false);
+}
+
+void RCDUbReMeasurementRunningState::OnRunning()
+{
+    TraceBanner("RUNING RCD UbRe MEASUREMENT STATE IN");
+    if (IsUbRe(*GetContext()->TestSettings.Get())) {
+        RunPhase();
+    }
+    TraceBanner("RUNING RCD UbRe MEASUREMENT STATE OUT");
+}
+
+void RCDUbReMeasurementRunningState::TracePhase(MeasurementState phase) const
+{
+    TraceGreen(PhaseName(phase));
+}
+
+void RCDUbReMeasurementRunningState::AfterIdleStatus()
+{
+    Pause();
+}
+
+void RCDUbReMeasurementRunningState::AfterPrepared()
+{
+    Pause();
+}
+
+bool RCDUbReMeasurementRunningState::MayStart() const
+{
+    return !GetContext()->AbortMeasurementRequested.Get();
+}
+
+void RCDUbReMeasurementRunningState::RunMeasuring()
+{
+    if (GetContext()->AbortMeasurementRequested.Get()) {
+        return;
+    }
+    GetContext()->IsMeasurementRunning.Set(true);
+    RCDRunningState::RunMeasuring();
+}
+
+bool RCDUbReMeasurementRunningState::AwaitTestResults(bool* received)
+{
+    return AwaitUbReResults(_resultTimeout, received);
+}
+
+void RCDUbReMeasurementRunningState::OnSilence()
+{
+    _startAttempts = _maxStartAttempts;
+    Fail(Error::RCDDeviceError0);
+}
+
+} // namespace Vesmar

@@ -1,0 +1,611 @@
+#include <functional>
+#include <memory>
+#include <thread>
+
+#include <QElapsedTimer>
+#include <QTest>
+
+#include <Vesmar/rcdiecresults.h>
+#include <Vesmar/rcdresults.h>
+
+#include "states/rcd/rcdstate.h"
+#include "unit/states/rcdrun.h"
+
+using Vesmar::Error;
+using Vesmar::FunctionState;
+using Vesmar::MeasurementSettings;
+using Vesmar::MeasurementType;
+using Vesmar::RCDState;
+
+using Request = std::function<int(RCDState&, int timeoutMs)>;
+
+Q_DECLARE_METATYPE(Request)
+
+namespace
+{
+
+/// For what comes: longer than any pause of a machine that is busy with other things.
+constexpr int Patience = 5000;
+/// For what never comes.
+constexpr int Shortly = 200;
+/// What nothing here writes.
+constexpr Error Untouched = Error(77);
+
+const QByteArray Running = RCDWire::Status(7);
+const QByteArray Terminated = Wire::Bytes("0af9fd91");
+const QByteArray Result = RCDWire::Result;
+
+/// An exchange and the frame that it sends.
+struct Exchange {
+    const char* name;
+    Request request;
+    QByteArray frame;
+};
+
+const QList<Exchange>& Exchanges()
+{
+    static const QList<Exchange> exchanges = {
+        {"status", [](RCDState& state, int timeout) { return state.RequestRCDStatus(timeout); },
+         Wire::Status},
+        {"status with the error elsewhere",
+         [](RCDState& state, int timeout) {
+             Error error = Untouched;
+             return state.RequestRCDStatus(timeout, &error);
+         },
+         Wire::Status},
+        {"prepare",
+         [](RCDState& state, int timeout) {
+             Vesmar::RCDSettings settings;
+             settings.SetMode(Vesmar::RCDSettings::RCDMode::IaTa1);
+             settings.SetQuantity(Vesmar::RCDSettings::RCDQuantity::Quantity2);
+             settings.SetPhase(Vesmar::RCDSettings::RCDPhase::Phase0);
+             settings.SetCurrent(Vesmar::RCDSettings::RCDCurrent::Current3);
+             settings.SetType(Vesmar::RCDSettings::RCDType::Type1);
+             settings.SetRe(100.0F);
+             return state.PrepareRCDMeasurement(settings, timeout);
+         },
+         RCDWire::PrepareIaTa},
+        {"start", [](RCDState& state, int timeout) { return state.StartRCDMeasurement(timeout); },
+         Wire::Start},
+        {"object check",
+         [](RCDState& state, int timeout) { return state.RequestRCDCheckObjectError(timeout); },
+         Wire::ReadMeasurement},
+        {"object check with the error elsewhere",
+         [](RCDState& state, int timeout) {
+             Error error = Untouched;
+             return state.RequestRCDCheckObjectError(timeout, &error);
+         },
+         Wire::ReadMeasurement},
+    };
+    return exchanges;
+}
+
+void AddExchangeRows()
+{
+    QTest::addColumn<Request>("request");
+    QTest::addColumn<QByteArray>("frame");
+    for (const Exchange& exchange : Exchanges()) {
+        QTest::newRow(exchange.name) << exchange.request << exchange.frame;
+    }
+}
+
+/// A base state, and an instrument that is asked once for everything.
+struct Base : MeasurementEngine {
+    RCDState state{&context, nullptr, nullptr};
+};
+
+/// Sends one piece after the other on a thread of its own, each when one more has been read.
+class PieceSender
+{
+public:
+    PieceSender(Engine& engine, const QList<QByteArray>& pieces)
+        : _thread([&engine, pieces] { Send(engine, pieces); })
+    {
+    }
+
+    ~PieceSender() { _thread.join(); }
+    PieceSender(const PieceSender&) = delete;
+    PieceSender& operator=(const PieceSender&) = delete;
+
+private:
+    static void Send(Engine& engine, const QList<QByteArray>& pieces)
+    {
+        for (int sent = 0; sent < pieces.size(); ++sent) {
+            QElapsedTimer waiting;
+            waiting.start();
+            while (ReadCount(engine) <= sent && waiting.elapsed() < Patience) {
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            }
+            engine.peer.Send(pieces.at(sent));
+        }
+    }
+
+    static int ReadCount(const Engine& engine)
+    {
+        return engine.log.Texts().filter(QStringLiteral("ReadingBuffer: ")).size();
+    }
+
+    std::thread _thread;
+};
+
+/// What the base makes of pieces that arrive one after the other and then of silence.
+struct Wait : Base {
+    std::unique_ptr<QByteArray> Await(const QList<QByteArray>& pieces, int timeoutMs = Patience)
+    {
+        Restart();
+        peer.Send(pieces.constFirst());
+        const PieceSender sender(*this, pieces.mid(1));
+        return std::unique_ptr<QByteArray>(state.AwaitResults(timeoutMs));
+    }
+
+    bool AwaitsInVain(const QList<QByteArray>& pieces) { return Await(pieces, Shortly)->isEmpty(); }
+};
+
+} // namespace
+
+class TestRCDState : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void KeepsContextAndParents();
+    void HooksOfTheBaseWriteTheirBannersAlone();
+    void HasTheBudgetsAndTimesOfTheTest();
+
+    void RequestReturnsWhatBecameOfIt_data();
+    void RequestReturnsWhatBecameOfIt();
+    void RequestWaitsAsLongAsItIsTold_data();
+    void RequestWaitsAsLongAsItIsTold();
+    void RequestOnAClosedPortHasNoResponse_data();
+    void RequestOnAClosedPortHasNoResponse();
+
+    void StatusGoesToTheCells();
+    void StatusWithTheErrorElsewhereLeavesErrorCodeAlone();
+    void StatusWithoutAFunctionGoesToTheOrdinaryCells();
+    void StatusThatNoParserTakesIsDataAllTheSame();
+    void FailedStatusLeavesTheErrorElsewhereAlone_data();
+    void FailedStatusLeavesTheErrorElsewhereAlone();
+    void ObjectCheckGoesToErrorCode();
+    void ObjectCheckWithTheErrorElsewhereReturns1();
+    void FailedObjectCheckLeavesTheErrorElsewhereAlone_data();
+    void FailedObjectCheckLeavesTheErrorElsewhereAlone();
+
+    void AwaitReturnsTheFrameThatEndsTheTest_data();
+    void AwaitReturnsTheFrameThatEndsTheTest();
+    void AwaitParsesStatusFramesInOrder();
+    void AwaitParsesNothingThatIsDamaged();
+    void AwaitTakesAStatusInFrontOfPartOfAResult();
+    void AwaitEndsAtAStatusWithoutAFunctionAfterATermination();
+    void AwaitReturnsNothingAfterItsTime();
+    void AwaitBeginsEachTimeWithNothing();
+    void AwaitSendsNothing();
+
+    void AwaitedResultsAreParsed_data();
+    void AwaitedResultsAreParsed();
+    void AwaitedUbReResultsHaveRe();
+    void AwaitedIaTaResultsHaveIaAndTa();
+
+    void ClearCheckObjectErrorClears500To507Alone_data();
+    void ClearCheckObjectErrorClears500To507Alone();
+};
+
+void TestRCDState::KeepsContextAndParents()
+{
+    Engine engine;
+    QObject owner;
+    RCDState parent(&engine.context, nullptr, nullptr);
+    const auto* child = new RCDState(&engine.context, &parent, &owner);
+    QCOMPARE(child->GetContext(), &engine.context);
+    QCOMPARE(child->GetParentState(), &parent);
+    QCOMPARE(child->parent(), &owner);
+    QCOMPARE(parent.GetParentState(), nullptr);
+}
+
+void TestRCDState::HooksOfTheBaseWriteTheirBannersAlone()
+{
+    Base base;
+    CompareHook(
+        base, [&base]() { base.state.OnEntry(); }, "ENTERING RCDState ");
+    CompareHook(
+        base, [&base]() { base.state.OnExit(); }, "LEAVING RCDState ");
+    base.Restart();
+    base.state.OnRunning();
+    QCOMPARE(base.log.Texts(), QStringList());
+    QCOMPARE(base.cells.Changes(), QStringList());
+    QCOMPARE(base.Commands(), QByteArray());
+}
+
+void TestRCDState::HasTheBudgetsAndTimesOfTheTest()
+{
+    struct Limits : RCDState {
+        using RCDState::_lsaap;
+        using RCDState::_maxPrepareAttempts;
+        using RCDState::_maxStartAttempts;
+        using RCDState::_maxStatusAttempts;
+        using RCDState::_requestTimeout;
+        using RCDState::_resultTimeout;
+        using RCDState::_retryDelay;
+        using RCDState::RCDState;
+    };
+    Engine engine;
+    const Limits limits(&engine.context, nullptr, nullptr);
+    QCOMPARE(limits._maxStatusAttempts, 9);
+    QCOMPARE(limits._maxPrepareAttempts, 3);
+    QCOMPARE(limits._lsaap, 5);
+    QCOMPARE(limits._maxStartAttempts, 3);
+    QCOMPARE(limits._requestTimeout, 500);
+    QCOMPARE(limits._retryDelay, 400);
+    QCOMPARE(limits._resultTimeout, 1000);
+}
+
+void TestRCDState::RequestReturnsWhatBecameOfIt_data()
+{
+    QTest::addColumn<Request>("request");
+    QTest::addColumn<QByteArray>("frame");
+    QTest::addColumn<QByteArray>("answer");
+    QTest::addColumn<int>("result");
+    for (const Exchange& exchange : Exchanges()) {
+        const auto row = [&exchange](const char* answerName, const QByteArray& answer, int result) {
+            QTest::addRow("%s, %s", exchange.name, answerName)
+                << exchange.request << exchange.frame << answer << result;
+        };
+        const bool isParsedElsewhere = qstrcmp(exchange.name, "object check with the error elsewhere") == 0;
+        row("data", RCDWire::Status(4), isParsedElsewhere ? 1 : 0);
+        row("acknowledged", Wire::Acknowledge, 1);
+        row("refused", Wire::Refusal, 2);
+        row("silence", Wire::Silence, 3);
+        row("damaged", Wire::Damaged, 4);
+    }
+}
+
+void TestRCDState::RequestReturnsWhatBecameOfIt()
+{
+    QFETCH(const Request, request);
+    QFETCH(const QByteArray, frame);
+    QFETCH(const QByteArray, answer);
+    QFETCH(const int, result);
+    Base base;
+    base.transciever.SetMaxRetransmissions(2); // Of no concern to a request that is sent once.
+    base.peer.AnswerAlways(answer);
+    QCOMPARE(request(base.state, answer.isEmpty() ? Shortly : Patience), result);
+    QCOMPARE(base.peer.RequestBytes(), QList<QByteArray>{frame});
+    if (answer != RCDWire::Status(4)) {
+        QCOMPARE(base.cells.Changes(), QStringList());
+    }
+}
+
+void TestRCDState::RequestWaitsAsLongAsItIsTold_data()
+{
+    AddExchangeRows();
+}
+
+void TestRCDState::RequestWaitsAsLongAsItIsTold()
+{
+    QFETCH(const Request, request);
+    constexpr int OrdinaryTimeout = 4000;
+    Base base;
+    QElapsedTimer time;
+    time.start();
+    QCOMPARE(request(base.state, 300), 3);
+    QVERIFY(time.elapsed() >= 300);
+    QVERIFY(time.elapsed() < OrdinaryTimeout);
+}
+
+void TestRCDState::RequestOnAClosedPortHasNoResponse_data()
+{
+    AddExchangeRows();
+}
+
+void TestRCDState::RequestOnAClosedPortHasNoResponse()
+{
+    QFETCH(const Request, request);
+    Base base;
+    base.transciever.Close();
+    QCOMPARE(request(base.state, Patience), 3);
+    QCOMPARE(base.cells.Changes(), QStringList());
+}
+
+void TestRCDState::StatusGoesToTheCells()
+{
+    Base base;
+    base.peer.AnswerAlways(Wire::Bytes("8a37e7b2"));
+    QCOMPARE(base.state.RequestRCDStatus(Patience), 0);
+    QCOMPARE(base.cells.Changes().join(QLatin1Char(' ')),
+             QStringLiteral(
+                 "NewMeasurement=1 CurrentMeasurementType=10 MeasurementFunctionStatus=7 ErrorCode=523"));
+}
+
+void TestRCDState::StatusWithTheErrorElsewhereLeavesErrorCodeAlone()
+{
+    Base base;
+    base.peer.AnswerAlways(Wire::Bytes("8a37e7b2"));
+    Error error = Untouched;
+    QCOMPARE(base.state.RequestRCDStatus(Patience, &error), 0);
+    QCOMPARE(error, Error::RCDDeviceError3);
+    QCOMPARE(base.cells.Changes().join(QLatin1Char(' ')),
+             QStringLiteral("NewMeasurement=1 CurrentMeasurementType=10 MeasurementFunctionStatus=7"));
+}
+
+void TestRCDState::StatusWithoutAFunctionGoesToTheOrdinaryCells()
+{
+    Base base;
+    base.peer.AnswerAlways(RCDWire::StartTest(14, false, 3));
+    Error error = Untouched;
+    QCOMPARE(base.state.RequestRCDStatus(Patience, &error), 0);
+    QCOMPARE(error, Untouched);
+    QCOMPARE(base.cells.Changes().join(QLatin1Char(' ')),
+             QStringLiteral("CurrentMeasurementType=0 ErrorCode=3 StartTestStatus=14"));
+}
+
+void TestRCDState::StatusThatNoParserTakesIsDataAllTheSame()
+{
+    Base base;
+    base.peer.AnswerAlways(Wire::Bytes("31323334356c54")); // Intact, of function 17, and too long.
+    Error error = Untouched;
+    QCOMPARE(base.state.RequestRCDStatus(Patience), 0);
+    QCOMPARE(base.state.RequestRCDStatus(Patience, &error), 0);
+    QCOMPARE(base.cells.Changes(), QStringList());
+}
+
+void TestRCDState::FailedStatusLeavesTheErrorElsewhereAlone_data()
+{
+    QTest::addColumn<QByteArray>("answer");
+    QTest::newRow("acknowledged") << Wire::Acknowledge;
+    QTest::newRow("refused") << Wire::Refusal;
+    QTest::newRow("silence") << Wire::Silence;
+    QTest::newRow("damaged") << Wire::Damaged;
+}
+
+void TestRCDState::FailedStatusLeavesTheErrorElsewhereAlone()
+{
+    QFETCH(const QByteArray, answer);
+    Base base;
+    base.peer.AnswerAlways(answer);
+    Error error = Untouched;
+    QVERIFY(base.state.RequestRCDStatus(answer.isEmpty() ? Shortly : Patience, &error) != 0);
+    QCOMPARE(error, Untouched);
+}
+
+void TestRCDState::ObjectCheckGoesToErrorCode()
+{
+    Base base;
+    base.peer.AnswerInTurn({RCDWire::ObjectCheck(3), RCDWire::ObjectCheck(0)});
+    QCOMPARE(base.state.RequestRCDCheckObjectError(Patience), 0);
+    QCOMPARE(base.context.ErrorCode.Get(), Error::RCDCheckObject3);
+    QCOMPARE(base.state.RequestRCDCheckObjectError(Patience), 0);
+    QCOMPARE(base.context.ErrorCode.Get(), Error::NoErrors);
+}
+
+void TestRCDState::ObjectCheckWithTheErrorElsewhereReturns1()
+{
+    Base base;
+    base.peer.AnswerInTurn({RCDWire::ObjectCheck(10), RCDWire::ObjectCheck(0)});
+    Error error = Untouched;
+    QCOMPARE(base.state.RequestRCDCheckObjectError(Patience, &error), 1);
+    QCOMPARE(error, Error::RCDCheckObjectULNIECInvalid);
+    QCOMPARE(base.state.RequestRCDCheckObjectError(Patience, &error), 1);
+    QCOMPARE(error, Error::NoErrors);
+    QCOMPARE(base.cells.Changes(), QStringList());
+}
+
+void TestRCDState::FailedObjectCheckLeavesTheErrorElsewhereAlone_data()
+{
+    FailedStatusLeavesTheErrorElsewhereAlone_data();
+}
+
+void TestRCDState::FailedObjectCheckLeavesTheErrorElsewhereAlone()
+{
+    QFETCH(const QByteArray, answer);
+    Base base;
+    base.peer.AnswerAlways(answer);
+    Error error = Untouched;
+    base.state.RequestRCDCheckObjectError(answer.isEmpty() ? Shortly : Patience, &error);
+    QCOMPARE(error, Untouched);
+}
+
+void TestRCDState::AwaitReturnsTheFrameThatEndsTheTest_data()
+{
+    QTest::addColumn<QList<QByteArray>>("pieces");
+    QTest::addColumn<QByteArray>("frame");
+    const QByteArray none;
+    const QByteArray damagedResult = Result.left(25) + '\x00';
+    const QByteArray garbage("\x55\xAA\x55", 3);
+    const auto row = [](const char* name, const QList<QByteArray>& pieces, const QByteArray& frame) {
+        QTest::newRow(name) << pieces << frame;
+    };
+    row("result", {Result}, Result);
+    row("result of zeros", {QByteArray(26, '\0')}, QByteArray(26, '\0'));
+    row("terminated", {Terminated}, Terminated);
+    row("terminated, IEC", {Wire::Bytes("0bf9cca2")}, Wire::Bytes("0bf9cca2"));
+    row("running", {Running}, none);
+    row("status frames alone", {Running + Running + Running}, none);
+
+    row("glued: two status frames, result", {Running + RCDWire::Status(8) + Result}, Result);
+    row("glued: many status frames, result", {Running.repeated(9) + Result}, Result);
+    row("glued: status, terminated", {Running + Terminated}, Terminated);
+    row("glued: terminated, result", {Terminated + Result}, Terminated);
+    row("glued: many status frames, terminated, result", {Running.repeated(9) + Terminated + Result},
+        Terminated);
+    row("glued: result, terminated", {Result + Terminated}, Result);
+    row("glued: two results", {Result + RCDWire::ObjectCheck(3)}, Result);
+
+    row("pieces: a result in two", {Result.left(10), Result.mid(10)}, Result);
+    row("pieces: a result by bytes",
+        {Result.left(1), Result.mid(1, 1), Result.mid(2, 22), Result.mid(24, 1), Result.mid(25)}, Result);
+    row("pieces: a termination in two", {Terminated.left(2), Terminated.mid(2)}, Terminated);
+    row("pieces: status frames, then the result", {Running, Running + Running, Result}, Result);
+    row("pieces: cut within frames", {Running.left(3), Running.mid(3) + Result.left(20), Result.mid(20)},
+        Result);
+    row("pieces: half a result, then nothing", {Result.left(13)}, none);
+    row("pieces: all but one byte", {Running + Result.left(25)}, none);
+
+    row("garbage before a result", {garbage + Result}, none);
+    row("garbage before a termination", {garbage + Terminated}, none);
+    row("garbage between", {Running + garbage + Result}, none);
+    row("garbage behind a result", {Result + garbage}, Result);
+    row("garbage behind a termination", {Terminated + garbage}, Terminated);
+    row("garbage behind a long row of status frames", {Running.repeated(8) + Terminated + garbage},
+        Terminated);
+    row("garbage alone", {garbage}, none);
+    row("garbage as long as a result", {QByteArray(26, '\x55')}, none);
+    row("damaged result", {damagedResult}, none);
+    row("damaged result, result", {damagedResult, Result}, none);
+    row("damaged termination", {Wire::Bytes("0af9fd90")}, none);
+}
+
+void TestRCDState::AwaitReturnsTheFrameThatEndsTheTest()
+{
+    QFETCH(const QList<QByteArray>, pieces);
+    QFETCH(const QByteArray, frame);
+    Wait wait;
+    QCOMPARE(wait.Await(pieces, frame.isEmpty() ? Shortly : Patience)->toHex(), frame.toHex());
+}
+
+void TestRCDState::AwaitParsesStatusFramesInOrder()
+{
+    Wait wait;
+    wait.Await({RCDWire::Status(5, false, 3) + RCDWire::Status(7, true, 4) + Result});
+    QCOMPARE(wait.cells.Changes().join(QLatin1Char(' ')),
+             QStringLiteral("CurrentMeasurementType=10 MeasurementFunctionStatus=5 ErrorCode=523 "
+                            "NewMeasurement=1 MeasurementFunctionStatus=7 ErrorCode=524"));
+}
+
+void TestRCDState::AwaitParsesNothingThatIsDamaged()
+{
+    Wait wait;
+    QVERIFY(wait.AwaitsInVain({Wire::Bytes("0af9fd90"), Running, QByteArray(26, '\x55')}));
+    QCOMPARE(wait.cells.Changes(), QStringList());
+}
+
+void TestRCDState::AwaitTakesAStatusInFrontOfPartOfAResult()
+{
+    Wait wait;
+    QVERIFY(wait.AwaitsInVain({Running + Result.left(25)}));
+    QCOMPARE(wait.context.MeasurementFunctionStatus.Get(), FunctionState::Running);
+    QCOMPARE(wait.Await({RCDWire::Status(8) + Result.left(5), Result.mid(5)})->toHex(), Result.toHex());
+    QCOMPARE(wait.context.MeasurementFunctionStatus.Get(), FunctionState::Stopping);
+}
+
+/// Such a status says nothing about the function, which keeps the state that it had.
+void TestRCDState::AwaitEndsAtAStatusWithoutAFunctionAfterATermination()
+{
+    Wait wait;
+    wait.context.MeasurementFunctionStatus.Set(FunctionState::Terminated);
+    QCOMPARE(wait.Await({RCDWire::NotReady})->toHex(), RCDWire::NotReady.toHex());
+    QVERIFY(wait.AwaitsInVain({Running}));
+    QVERIFY(wait.AwaitsInVain({RCDWire::NotReady}));
+}
+
+void TestRCDState::AwaitReturnsNothingAfterItsTime()
+{
+    Base base;
+    QElapsedTimer time;
+    time.start();
+    const std::unique_ptr<QByteArray> result(base.state.AwaitResults(300));
+    QVERIFY(result->isEmpty());
+    QVERIFY(time.elapsed() >= 300);
+    QCOMPARE(base.cells.Changes(), QStringList());
+}
+
+void TestRCDState::AwaitBeginsEachTimeWithNothing()
+{
+    Wait wait;
+    QVERIFY(wait.AwaitsInVain({Result.left(10)}));
+    QVERIFY(wait.AwaitsInVain({Result.mid(10)}));
+    QCOMPARE(wait.Await({Result})->toHex(), Result.toHex());
+}
+
+void TestRCDState::AwaitSendsNothing()
+{
+    Wait wait;
+    wait.Await({Running, Result});
+    QCOMPARE(wait.Commands(), QByteArray());
+}
+
+void TestRCDState::AwaitedResultsAreParsed_data()
+{
+    QTest::addColumn<QByteArray>("frame");
+    QTest::addColumn<bool>("isOfTheTest");
+    QTest::addColumn<bool>("received");
+    QTest::addColumn<bool>("parsed");
+    QTest::newRow("result") << Result << true << true << true;
+    QTest::newRow("result of another test") << Result << false << true << false;
+    QTest::newRow("terminated") << Terminated << true << true << false;
+    QTest::newRow("silence") << Wire::Silence << true << false << false;
+    QTest::newRow("running, then silence") << Running << true << false << false;
+}
+
+void TestRCDState::AwaitedResultsAreParsed()
+{
+    QFETCH(const QByteArray, frame);
+    QFETCH(const bool, isOfTheTest);
+    QFETCH(const bool, received);
+    QFETCH(const bool, parsed);
+    for (const bool isUbRe : {true, false}) {
+        Base base;
+        base.Settings(isOfTheTest ? RCDSettingsOfMode(0)
+                                  : new MeasurementSettings(MeasurementType::RLN, nullptr));
+        base.context.CurrentMeasurementType.Set(isOfTheTest ? MeasurementType::RCD : MeasurementType::RLN);
+        base.Restart();
+        base.peer.Send(frame);
+        const int timeout = received ? Patience : Shortly;
+        bool isReceived = !received;
+        const bool isParsed = isUbRe ? base.state.AwaitUbReResults(timeout, &isReceived)
+                                     : base.state.AwaitIaTaResults(timeout, &isReceived);
+        QCOMPARE(isParsed, parsed);
+        QCOMPARE(isReceived, received);
+        QCOMPARE(base.cells.Changes().contains(QStringLiteral("TestResults")), parsed);
+    }
+}
+
+void TestRCDState::AwaitedUbReResultsHaveRe()
+{
+    Base base;
+    base.Settings(RCDSettingsOfMode(0));
+    base.peer.Send(Running + Result);
+    bool received = false;
+    QVERIFY(base.state.AwaitUbReResults(Patience, &received));
+    const auto* results = dynamic_cast<Vesmar::RCDResults*>(base.context.TestResults.Get());
+    QVERIFY(results != nullptr);
+    QCOMPARE(results->_re, 0.5F);
+    QVERIFY(results->_ia == 3.4028235e38F);
+}
+
+void TestRCDState::AwaitedIaTaResultsHaveIaAndTa()
+{
+    Base base;
+    base.peer.Send(RCDWire::IECStatus(7) + Result);
+    bool received = false;
+    QVERIFY(base.state.AwaitIaTaResults(Patience, &received));
+    const auto* results = dynamic_cast<Vesmar::RCDIECResults*>(base.context.TestResults.Get());
+    QVERIFY(results != nullptr);
+    QCOMPARE(results->_ia, 1.0F);
+    QCOMPARE(results->_ta, 2.5F);
+}
+
+void TestRCDState::ClearCheckObjectErrorClears500To507Alone_data()
+{
+    QTest::addColumn<int>("error");
+    QTest::addColumn<int>("left");
+    for (const int error : {0, 14, 15, 398, 401, 499, 508, 520, 521}) {
+        QTest::addRow("%d", error) << error << error;
+    }
+    for (int error = 500; error <= 507; ++error) {
+        QTest::addRow("%d", error) << error << 15;
+    }
+}
+
+void TestRCDState::ClearCheckObjectErrorClears500To507Alone()
+{
+    QFETCH(const int, error);
+    QFETCH(const int, left);
+    Base base;
+    base.context.ErrorCode.Set(static_cast<Error>(error));
+    base.Restart();
+    base.state.ClearCheckObjectError();
+    QCOMPARE(static_cast<int>(base.context.ErrorCode.Get()), left);
+    QCOMPARE(base.cells.Changes().size(), error == left ? 0 : 1);
+}
+
+QTEST_GUILESS_MAIN(TestRCDState)
+#include "tst_rcdstate.moc"
