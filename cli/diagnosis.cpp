@@ -84,6 +84,9 @@ Failure Diagnose(const Situation& situation)
     if (situation.openError != 0) {
         return DiagnoseDevice(situation.openError);
     }
+    if (situation.mode == OperationMode::Update) {
+        return InUpdateMode();
+    }
     if (situation.error == Error::RequestRefused) {
         return {QStringLiteral("refused"),
                 QStringLiteral("The instrument refuses every request. Switch it off and on again, and check "
@@ -110,18 +113,23 @@ Failure Diagnose(const Situation& situation)
                 .arg(Seconds(situation.waited))};
 }
 
-Failure ClocksOutOfReach()
+Failure InUpdateMode()
 {
     return {QStringLiteral("update-mode"),
-            QStringLiteral("The instrument is in update mode (%1); its clocks cannot be read.")
+            QStringLiteral("The instrument is in update mode (%1) and waits for firmware; run "
+                           "vesmar update IMAGE --confirmation FILE.")
                 .arg(static_cast<int>(OperationMode::Update))};
 }
 
-Failure CannotMeasure()
+Failure LinkLost(const QString& notDone)
 {
-    return {QStringLiteral("update-mode"),
-            QStringLiteral("The instrument is in update mode (%1); it does not measure.")
-                .arg(static_cast<int>(OperationMode::Update))};
+    return {QStringLiteral("link-lost"),
+            notDone + QStringLiteral(" The link to it was lost; check cable and power, and try again.")};
+}
+
+bool IsLinkError(Error error)
+{
+    return error >= Error::NoResponse && error <= Error::CommunicationRecovery;
 }
 
 } // namespace Cli

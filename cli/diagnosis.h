@@ -31,10 +31,13 @@ int TryToOpenSerialDevice();
 /// What is wrong, and what to try.
 Failure Diagnose(const Situation& situation);
 
-/// For an instrument that answers, in a mode in which its clocks cannot be read.
-Failure ClocksOutOfReach();
+/// For an instrument that answers, in the mode in which it does nothing but wait for firmware.
+Failure InUpdateMode();
 
-/// For an instrument that answers, in a mode in which it does not measure.
-Failure CannotMeasure();
+/// For a link that was lost before something was done: a sentence that says what.
+Failure LinkLost(const QString& notDone);
+
+/// Whether the library tells with it that the link is lost.
+bool IsLinkError(Vesmar::Error error);
 
 } // namespace Cli

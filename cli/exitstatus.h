@@ -9,10 +9,10 @@ constexpr int Done = 0;
 constexpr int BadUsage = 1;
 constexpr int NoLink = 2;           ///< The link did not come up in time.
 constexpr int NotDone = 3;          ///< The link came up, but what was asked for was not done.
-constexpr int Failed = 4;           ///< A measurement failed; the instrument is confirmed to have stopped.
+constexpr int Failed = 4;           ///< By the instrument. A measurement is confirmed to have stopped.
 constexpr int Aborted = 5;          ///< A measurement was aborted; confirmed likewise.
 constexpr int StopNotConfirmed = 6; ///< A measurement may still be running at the instrument.
-constexpr int LinkLost = 7;         ///< The link was lost in the middle of a measurement.
+constexpr int LinkLost = 7;         ///< The link was lost in the middle of it.
 constexpr int Signalled = 128;
 
 } // namespace Cli::ExitStatus

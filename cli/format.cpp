@@ -52,12 +52,6 @@ QByteArray Line(const QString& label, int width, const QString& text)
     return (label.leftJustified(width) + QStringLiteral("  ") + text + QLatin1Char('\n')).toUtf8();
 }
 
-QByteArray InfoLine(const QString& label, const QString& text)
-{
-    constexpr int WidthOfLabels = 16;
-    return Line(label + QLatin1Char(':'), WidthOfLabels, text);
-}
-
 Shown ShowClock(const Condition& condition, QDateTime Clocks::*clock)
 {
     if (!condition.clocks) {
@@ -171,6 +165,12 @@ QByteArray ChangeJson(const QDateTime& time, const QString& property, const Show
     return JsonLine({{QStringLiteral("time"), withOffset.toString(Qt::ISODateWithMs)},
                      {QStringLiteral("property"), property},
                      {QStringLiteral("value"), value.json}});
+}
+
+QByteArray InfoLine(const QString& label, const QString& text)
+{
+    constexpr int WidthOfLabels = 16;
+    return Line(label + QLatin1Char(':'), WidthOfLabels, text);
 }
 
 QByteArray InfoText(const TesterInformation& identity, const Condition& condition)

@@ -72,4 +72,7 @@ struct Condition {
 QByteArray InfoText(const Vesmar::TesterInformation& identity, const Condition& condition);
 QByteArray InfoJson(const Vesmar::TesterInformation& identity, const Condition& condition);
 
+/// One labelled line for people, as `info` shows them.
+QByteArray InfoLine(const QString& label, const QString& text);
+
 } // namespace Cli

@@ -3,7 +3,7 @@
 #include "cli/exitstatus.h"
 #include "cli/format.h"
 #include "cli/link.h"
-#include "cli/readiness.h"
+#include "cli/readinesswatch.h"
 
 namespace Cli
 {
@@ -11,7 +11,6 @@ namespace Cli
 namespace
 {
 
-using Vesmar::OperationMode;
 using Vesmar::Tester;
 
 constexpr VerbTexts Texts{
@@ -37,37 +36,23 @@ constexpr VerbTexts Texts{
 class InfoReader : public QObject
 {
 public:
-    explicit InfoReader(Link& link) : _link(link)
+    explicit InfoReader(Link& link) : _link(link), _readiness(link)
     {
-        const Tester* tester = &link.Instrument();
-        connect(tester, &Tester::DeviceInformationChanged, this,
-                [this, tester] { Follow(_readiness.IdentityRead(tester->TesterMode())); });
-        connect(tester, &Tester::TesterModeChanged, this,
-                [this](OperationMode mode) { Follow(_readiness.ModeChanged(mode)); });
-        connect(tester, &Tester::ErrorCodeChanged, this, [this] { _readiness.ErrorChanged(); });
+        connect(&_readiness, &ReadinessWatch::Ready, this, [this] { ShowWithClocks(); });
+        connect(&_readiness, &ReadinessWatch::FoundInUpdateMode, this, [this] {
+            Show(std::nullopt);
+            _link.Fail(ExitStatus::NotDone, InUpdateMode());
+        });
         connect(&link, &Link::Interrupted, this,
                 [this](int signalNumber) { _link.Finish(ExitStatus::Signalled + signalNumber); });
     }
 
 private:
-    void Follow(Readiness::Progress progress)
+    void ShowWithClocks()
     {
-        Tester& tester = _link.Instrument();
-        switch (progress) {
-        case Readiness::Progress::Waiting:
-            break;
-        case Readiness::Progress::AskForIdentity:
-            tester.RetrieveDeviceInformation();
-            break;
-        case Readiness::Progress::Complete:
-            Show(Clocks{tester.CurrentDateTime(), tester.CalibrationDateTime()});
-            _link.Finish(ExitStatus::Done);
-            break;
-        case Readiness::Progress::InUpdateMode:
-            Show(std::nullopt);
-            _link.Fail(ExitStatus::NotDone, ClocksOutOfReach());
-            break;
-        }
+        const Tester& tester = _link.Instrument();
+        Show(Clocks{tester.CurrentDateTime(), tester.CalibrationDateTime()});
+        _link.Finish(ExitStatus::Done);
     }
 
     void Show(const std::optional<Clocks>& clocks)
@@ -79,7 +64,7 @@ private:
     }
 
     Link& _link;
-    Readiness _readiness;
+    ReadinessWatch _readiness;
 };
 
 } // namespace

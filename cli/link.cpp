@@ -21,7 +21,7 @@ Link::Link(const LinkOptions& options)
 {
     _timeLimit.setSingleShot(true);
     _timeLimit.setTimerType(Qt::PreciseTimer);
-    connect(&_timeLimit, &QTimer::timeout, this, &Link::FailToComeUp);
+    connect(&_timeLimit, &QTimer::timeout, this, &Link::FollowTimeLimit);
     connect(&_signalWatcher, &SignalWatcher::Received, this, &Link::Interrupted);
     connect(_tester.get(), &Tester::DeviceInformationChanged, this, [this] { _hasAnswer = true; });
     // Later, so that the change is shown before the program ends over it.
@@ -87,12 +87,32 @@ void Link::Fail(int exitStatus, const Failure& failure)
     Finish(exitStatus);
 }
 
+void Link::FailAfter(std::chrono::milliseconds limit, const QString& notDone)
+{
+    QTimer::singleShot(limit, this, [this, notDone] {
+        if (IsLinkError(_tester->ErrorCode())) {
+            Fail(ExitStatus::LinkLost, LinkLost(notDone));
+        } else {
+            Fail(ExitStatus::Failed, {QStringLiteral("not-confirmed"), notDone});
+        }
+    });
+}
+
 /// The library opens the device only once, so there is nothing to wait for.
 void Link::FailWhereDeviceCannotBeOpened()
 {
     const Error error = _tester->ErrorCode();
     const bool isDown = error == Error::CommunicationRecovery || error == Error::NoResponse;
     if (isDown && !_isUp && !_isFinished && TryToOpenSerialDevice() != 0) {
+        FailToComeUp();
+    }
+}
+
+void Link::FollowTimeLimit()
+{
+    if (_isSilenceTolerated) {
+        Q_EMIT TimeOver();
+    } else {
         FailToComeUp();
     }
 }

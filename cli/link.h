@@ -32,22 +32,33 @@ public:
     /// Connects to the instrument and works until `Finish`; disconnects. The program's exit status.
     int Work();
 
+    /// A link that does not come up in time shall be no failure, but `TimeOver()`.
+    void TolerateSilence() { _isSilenceTolerated = true; }
     /// The link is what the verb wanted it to be: the time limit is over.
     void ConfirmUp();
     bool IsUp() const { return _isUp; }
+
+    /// Tells of signals at once, while the event loop has no time to.
+    void TellPendingSignals() { _signalWatcher.TellPending(); }
 
     void Print(const QByteArray& lines);
     /// Ends the work. The first call counts; nothing of the instrument's is told after it.
     void Finish(int exitStatus);
     /// Says what went wrong, and ends the work.
     void Fail(int exitStatus, const Failure& failure);
+    /// Gives the instrument so long to do what it was asked for. Where that is not enough, it fails with what
+    /// was not done.
+    void FailAfter(std::chrono::milliseconds limit, const QString& notDone);
 
 Q_SIGNALS:
     /// Somebody wants the program to end. It is the verb's to finish.
     void Interrupted(int signalNumber);
+    /// The link did not come up in time, and that was to be tolerated.
+    void TimeOver();
 
 private:
     void FailWhereDeviceCannotBeOpened();
+    void FollowTimeLimit();
     void FailToComeUp();
 
     LinkOptions _options;
@@ -55,6 +66,7 @@ private:
     Output _output;
     QTimer _timeLimit;
     std::unique_ptr<Vesmar::Tester> _tester;
+    bool _isSilenceTolerated = false;
     bool _hasAnswer = false;
     bool _isUp = false;
     bool _isFinished = false;

@@ -14,9 +14,13 @@ MeasurementRun::MeasurementRun(Link& link, MeasurementView& view, const MeasureF
       _view(view),
       _function(function),
       _limits(limits),
+      _readiness(link),
       _session(function.settings->GetMeasurementType(), function.continuous == nullptr, function.Seconds())
 {
     WatchInstrument();
+    connect(&_readiness, &ReadinessWatch::Ready, this, &MeasurementRun::Begin);
+    connect(&_readiness, &ReadinessWatch::FoundInUpdateMode, this,
+            [this] { _link.Fail(ExitStatus::NotDone, InUpdateMode()); });
     connect(&link, &Link::Interrupted, this, &MeasurementRun::Interrupt);
     connect(&view, &MeasurementView::OutputLost, this,
             [this] { Abort(QStringLiteral("nobody reads the output")); });
@@ -31,12 +35,8 @@ void MeasurementRun::WatchInstrument()
     connect(tester, &Tester::DeviceInformationChanged, this, &MeasurementRun::FollowIdentity);
     connect(tester, &Tester::TestResultsChanged, this,
             [this](const Vesmar::MeasurementResults* results) { FollowResults(*results); });
-    connect(tester, &Tester::TesterModeChanged, this, [this](Vesmar::OperationMode mode) {
-        BecomeReady(_readiness.ModeChanged(mode));
-        Follow();
-    });
+    connect(tester, &Tester::TesterModeChanged, this, &MeasurementRun::Follow);
     connect(tester, &Tester::ErrorCodeChanged, this, [this](Vesmar::Error error) {
-        _readiness.ErrorChanged();
         _view.ShowError(error);
         Follow();
     });
@@ -63,26 +63,10 @@ MeasurementPicture MeasurementRun::Picture() const
             _tester.GetIsMeasurementModeActive()};
 }
 
-void MeasurementRun::BecomeReady(Readiness::Progress progress)
+void MeasurementRun::Begin()
 {
-    if (_link.IsUp()) {
-        return;
-    }
-    switch (progress) {
-    case Readiness::Progress::Waiting:
-        break;
-    case Readiness::Progress::AskForIdentity:
-        _tester.RetrieveDeviceInformation();
-        break;
-    case Readiness::Progress::Complete:
-        _link.ConfirmUp();
-        _limit.start(_limits.stop);
-        Follow();
-        break;
-    case Readiness::Progress::InUpdateMode:
-        _link.Fail(ExitStatus::NotDone, CannotMeasure());
-        break;
-    }
+    _limit.start(_limits.stop);
+    Follow();
 }
 
 void MeasurementRun::Follow()
@@ -107,8 +91,6 @@ void MeasurementRun::FollowIdentity()
 {
     if (_link.IsUp()) {
         CarryOut(_session.IdentityRead(Picture()));
-    } else {
-        BecomeReady(_readiness.IdentityRead(_tester.TesterMode()));
     }
 }
 

@@ -6,7 +6,7 @@
 #include "cli/measurementsession.h"
 #include "cli/measurementview.h"
 #include "cli/measureverb.h"
-#include "cli/readiness.h"
+#include "cli/readinesswatch.h"
 
 namespace Cli
 {
@@ -26,7 +26,7 @@ private:
 
     void WatchInstrument();
     MeasurementPicture Picture() const;
-    void BecomeReady(Readiness::Progress progress);
+    void Begin();
     void Follow();
     void FollowIdentity();
     void FollowResults(const Vesmar::MeasurementResults& results);
@@ -42,7 +42,7 @@ private:
     MeasurementView& _view;
     const MeasureFunction& _function;
     MeasureLimits _limits;
-    Readiness _readiness;
+    ReadinessWatch _readiness;
     MeasurementSession _session;
     Phase _notedPhase = Phase::AwaitingIdle;
     QTimer _limit;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "cli/diagnosis.h"
 #include "cli/exitstatus.h"
 
 namespace Cli
@@ -14,11 +15,6 @@ using Vesmar::Error;
 using Vesmar::FunctionState;
 using Vesmar::MeasurementState;
 using Vesmar::MeasurementType;
-
-bool IsLinkError(Error error)
-{
-    return error >= Error::NoResponse && error <= Error::CommunicationRecovery;
-}
 
 /// One with which the library itself ends a measurement.
 bool IsMeasurementError(Error error)

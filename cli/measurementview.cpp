@@ -1,8 +1,5 @@
 #include "cli/measurementview.h"
 
-#include <sys/ioctl.h>
-#include <unistd.h>
-
 #include "cli/format.h"
 
 namespace Cli
@@ -12,16 +9,6 @@ namespace
 {
 
 constexpr std::chrono::milliseconds RedrawPeriod{200};
-constexpr std::chrono::milliseconds LongestFlush{1000};
-
-/// The widest line that does not wrap.
-int LineWidth()
-{
-    constexpr int Usual = 80;
-    winsize size{};
-    const bool isKnown = ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 1;
-    return (isKnown ? size.ws_col : Usual) - 1;
-}
 
 std::optional<std::chrono::milliseconds> TotalTime(const MeasureFunction& function)
 {
@@ -36,23 +23,16 @@ std::optional<std::chrono::milliseconds> TotalTime(const MeasureFunction& functi
 } // namespace
 
 MeasurementView::MeasurementView(const MeasureFunction& function, bool isJson, ReadingsFile* file)
-    : _function(function),
-      _isJson(isJson),
-      _isLive(!isJson && ::isatty(STDOUT_FILENO) == 1),
-      _file(file),
-      _output(STDOUT_FILENO),
-      _errors(STDERR_FILENO),
-      _total(TotalTime(function))
+    : _function(function), _isJson(isJson), _file(file), _screen(!isJson), _total(TotalTime(function))
 {
-    // Later, so that it never comes in the middle of what is being done.
-    connect(&_output, &LiveOutput::Lost, this, &MeasurementView::OutputLost, Qt::QueuedConnection);
+    connect(&_screen, &LiveScreen::Lost, this, &MeasurementView::OutputLost);
     connect(&_redraw, &QTimer::timeout, this, &MeasurementView::DrawLiveLine);
 }
 
 void MeasurementView::BeginTime()
 {
     _time.start();
-    if (_isLive) {
+    if (_screen.HasLiveLine()) {
         _redraw.start(RedrawPeriod);
         DrawLiveLine();
     }
@@ -76,7 +56,7 @@ void MeasurementView::ShowError(Vesmar::Error error)
 void MeasurementView::ShowEvent(const char* event, const QJsonValue& value)
 {
     if (_isJson) {
-        _output.Write(EventJson(QDateTime::currentDateTime(), QString::fromLatin1(event), value));
+        _screen.Write(EventJson(QDateTime::currentDateTime(), QString::fromLatin1(event), value));
     }
 }
 
@@ -88,33 +68,22 @@ void MeasurementView::ShowResults(const Vesmar::MeasurementResults& results)
         _file->Write(CsvRow(now, Elapsed(), _readings));
     }
     if (_isJson) {
-        _output.Write(ReadingJson(now, Elapsed(), _readings));
-    } else if (_isLive) {
+        _screen.Write(ReadingJson(now, Elapsed(), _readings));
+    } else if (_screen.HasLiveLine()) {
         DrawLiveLine();
     } else {
-        _output.Write(ReadingLine(Elapsed(), _readings));
+        _screen.Write(ReadingLine(Elapsed(), _readings));
     }
 }
 
 void MeasurementView::DrawLiveLine()
 {
-    _output.Write("\r" + LiveLine({Elapsed(), _total}, _readings, LineWidth()).toUtf8() + "\033[K");
-    _hasLiveLine = true;
-}
-
-/// The next text goes onto a line of its own.
-void MeasurementView::EraseLiveLine()
-{
-    if (_hasLiveLine) {
-        _output.Write("\r\033[K");
-        _hasLiveLine = false;
-    }
+    _screen.Draw(LiveLine({Elapsed(), _total}, _readings, LiveScreen::Width()));
 }
 
 void MeasurementView::Say(const QString& text)
 {
-    EraseLiveLine();
-    _errors.Write("vesmar: " + text.toLocal8Bit() + '\n');
+    _screen.Say(text);
 }
 
 void MeasurementView::ShowEnd(const MeasurementSession& session)
@@ -123,16 +92,15 @@ void MeasurementView::ShowEnd(const MeasurementSession& session)
     const QString message = EndMessage(_function.name, session);
     const bool isDone = session.CurrentOutcome() == MeasurementSession::Outcome::Completed;
     if (_isJson) {
-        _output.Write(ResultJson({_function.name, message, _readings}, session));
+        _screen.Write(ResultJson({_function.name, message, _readings}, session));
     }
     if (!isDone || !session.IsStopConfirmed()) {
         Say(message);
     } else if (!_isJson) {
-        EraseLiveLine();
-        _output.Write(message.toUtf8() + '\n');
+        _screen.Write(message.toUtf8() + '\n');
     }
     if (isDone && !_isJson) {
-        _output.Write(ResultText(_readings));
+        _screen.Write(ResultText(_readings));
     }
 }
 
@@ -142,12 +110,7 @@ bool MeasurementView::Finish()
     if (!isFileWhole) {
         Say(_file->Problem());
     }
-    const bool isShown = _output.Flush(LongestFlush);
-    if (!isShown) {
-        Say(QStringLiteral("cannot write the output"));
-    }
-    _errors.Flush(LongestFlush);
-    return isShown && isFileWhole;
+    return _screen.Finish() && isFileWhole;
 }
 
 } // namespace Cli

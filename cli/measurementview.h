@@ -8,7 +8,7 @@
 #include <Vesmar/error.h>
 #include <Vesmar/measurementstate.h>
 
-#include "cli/liveoutput.h"
+#include "cli/livescreen.h"
 #include "cli/measurefunctions.h"
 #include "cli/measurementformat.h"
 #include "cli/readingsfile.h"
@@ -46,19 +46,15 @@ private:
     std::chrono::milliseconds Elapsed() const;
     void ShowEvent(const char* event, const QJsonValue& value);
     void DrawLiveLine();
-    void EraseLiveLine();
 
     const MeasureFunction& _function;
     bool _isJson;
-    bool _isLive; ///< A text that a terminal shows.
     ReadingsFile* _file;
-    LiveOutput _output;
-    LiveOutput _errors;
+    LiveScreen _screen;
     QTimer _redraw;
     QElapsedTimer _time;
     std::optional<std::chrono::milliseconds> _total;
     QVector<Reading> _readings;
-    bool _hasLiveLine = false;
 };
 
 } // namespace Cli

@@ -1,10 +1,9 @@
 #include "cli/measureverb.h"
 
-#include <csignal>
-
 #include "cli/exitstatus.h"
 #include "cli/measurementrun.h"
 #include "cli/output.h"
+#include "cli/signalwatcher.h"
 
 namespace Cli
 {
@@ -48,24 +47,14 @@ constexpr VerbTexts Texts{
     "Example, without an instrument:\n"
     "  vesmar-simulator run -- vesmar measure rpe --current 2 --method 1 --time 3\n"};
 
-constexpr double ShortestLimit = 0.1;
-
-/// A program that a terminal has halted or killed could not end the measurement.
-void IgnoreHaltingSignals()
-{
-    for (const int halting : {SIGTSTP, SIGTTIN, SIGTTOU, SIGQUIT}) {
-        std::signal(halting, SIG_IGN);
-    }
-}
-
 } // namespace
 
 MeasureVerb::MeasureVerb(CLI::App& program) : Verb(program, Texts), _functions(Command())
 {
     AddSeconds("--prepare-timeout", "How long preparing, and then starting, may take (default 10)",
-               ShortestLimit, _limits.prepare);
+               ShortestTimeout, _limits.prepare);
     AddSeconds("--stop-timeout", "How long stopping, or the way back of a lost link, may take (default 15)",
-               ShortestLimit, _limits.stop);
+               ShortestTimeout, _limits.stop);
     Command().allow_extras(); // for an error of its own
     Command().final_callback([this] { CheckFunction(); });
 }

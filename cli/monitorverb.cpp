@@ -20,7 +20,8 @@ constexpr VerbTexts Texts{
     "Connects, and shows each change with the time at which it was told, until Ctrl-C,\n"
     "SIGTERM, SIGHUP or the time given. A loss of the link shows as ErrorCode 103 and,\n"
     "if it lasts, 100, and the program goes on. Whenever the identity has been read, the\n"
-    "mode, the error and the calibration date are shown as they stand, changed or not.\n"
+    "mode, the error and the calibration date are shown as they stand, changed or not. An\n"
+    "instrument in update mode is pointed out on the error output.\n"
     "Readings are in the instrument's own units.\n"
     "\n"
     "JSON fields: time, property, value. The value is an object with name and number for\n"
@@ -44,6 +45,11 @@ public:
     {
         WatchProperties();
         connect(&link.Instrument(), &Tester::DeviceInformationChanged, this, [this] { FollowIdentity(); });
+        connect(&link.Instrument(), &Tester::TesterModeChanged, this, [](Vesmar::OperationMode mode) {
+            if (mode == Vesmar::OperationMode::Update) {
+                WriteError(InUpdateMode().message);
+            }
+        });
         connect(&link, &Link::Interrupted, this, [this](int signalNumber) {
             _link.Finish(_link.IsUp() ? ExitStatus::Done : ExitStatus::Signalled + signalNumber);
         });

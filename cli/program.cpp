@@ -3,11 +3,15 @@
 #include <algorithm>
 #include <ostream>
 
+#include "cli/calibrationverb.h"
+#include "cli/clockverb.h"
 #include "cli/exitstatus.h"
 #include "cli/format.h"
 #include "cli/infoverb.h"
 #include "cli/measureverb.h"
 #include "cli/monitorverb.h"
+#include "cli/restartverb.h"
+#include "cli/updateverb.h"
 
 namespace Cli
 {
@@ -44,6 +48,10 @@ Program::Program() : _app(Description, "vesmar")
     AddVerb<InfoVerb>();
     AddVerb<MonitorVerb>();
     AddVerb<MeasureVerb>();
+    AddVerb<ClockVerb>();
+    AddVerb<CalibrationVerb>();
+    AddVerb<RestartVerb>();
+    AddVerb<UpdateVerb>();
 }
 
 template <typename ConcreteVerb>

@@ -44,7 +44,7 @@ int OpenSignals()
 SignalWatcher::SignalWatcher() : _descriptor(OpenSignals())
 {
     auto* notifier = new QSocketNotifier(_descriptor, QSocketNotifier::Read, this);
-    connect(notifier, &QSocketNotifier::activated, this, [this] { ReadSignal(); });
+    connect(notifier, &QSocketNotifier::activated, this, &SignalWatcher::TellPending);
 }
 
 SignalWatcher::~SignalWatcher()
@@ -52,11 +52,18 @@ SignalWatcher::~SignalWatcher()
     ::close(_descriptor);
 }
 
-void SignalWatcher::ReadSignal()
+void SignalWatcher::TellPending()
 {
     signalfd_siginfo received{};
-    if (::read(_descriptor, &received, sizeof(received)) == static_cast<ssize_t>(sizeof(received))) {
+    while (::read(_descriptor, &received, sizeof(received)) == static_cast<ssize_t>(sizeof(received))) {
         Q_EMIT Received(static_cast<int>(received.ssi_signo));
+    }
+}
+
+void IgnoreHaltingSignals()
+{
+    for (const int halting : {SIGTSTP, SIGTTIN, SIGTTOU, SIGQUIT}) {
+        std::signal(halting, SIG_IGN);
     }
 }
 

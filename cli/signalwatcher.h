@@ -22,13 +22,18 @@ public:
     /// Readable while a signal waits to be told.
     int Descriptor() const { return _descriptor; }
 
+    /// Tells the signals that wait, now. The event loop does it too, where there is one.
+    void TellPending();
+
 Q_SIGNALS:
     void Received(int signalNumber);
 
 private:
-    void ReadSignal();
-
     int _descriptor;
 };
+
+/// For a program that must bring to an end what it has begun: a terminal that halts or kills it could not do
+/// so.
+void IgnoreHaltingSignals();
 
 } // namespace Cli

@@ -11,7 +11,6 @@ namespace Cli
 namespace
 {
 
-constexpr double ShortestTimeout = 0.1;
 constexpr double LongestSeconds = 86400;
 
 } // namespace
@@ -25,6 +24,20 @@ Verb::Verb(CLI::App& program, const VerbTexts& texts)
     _app.add_flag("--trace", _options.isTraceWanted, "Show the library's own trace on the error output");
     AddSeconds("--timeout", "How long the link may take to come up (default 10)", ShortestTimeout,
                _options.timeout);
+}
+
+CLI::App& Verb::AddSetCommand(const char* description)
+{
+    CLI::App* set = _app.add_subcommand("set", description)->fallthrough();
+    set->formatter(std::make_shared<HelpFormatter>(_usage));
+    set->footer("\nvesmar " + _app.get_name() + " --help tells of its options and of everything else.\n");
+    return *set;
+}
+
+void Verb::AddConfirmTimeout(std::chrono::milliseconds& target, double least)
+{
+    AddSeconds("--confirm-timeout", "How long the instrument may take to report it as done (default 30)",
+               least, target);
 }
 
 std::chrono::milliseconds Verb::ParseSeconds(const char* name, const std::string& text, double least)

@@ -8,6 +8,12 @@
 namespace Cli
 {
 
+/// The least number of seconds that a time limit may have.
+constexpr double ShortestTimeout = 0.1;
+
+/// How long an instrument may take to do something and to report it.
+constexpr std::chrono::milliseconds UsualConfirmTimeout{30000};
+
 /// What every verb that talks to the instrument takes.
 struct LinkOptions {
     bool isJson = false;
@@ -53,6 +59,12 @@ protected:
                 description)
             ->type_name("SECONDS");
     }
+
+    /// Adds the command "set" below this one.
+    CLI::App& AddSetCommand(const char* description);
+
+    /// Adds the option for how long the instrument may take to do something and to report it.
+    void AddConfirmTimeout(std::chrono::milliseconds& target, double least = ShortestTimeout);
 
 private:
     static std::chrono::milliseconds ParseSeconds(const char* name, const std::string& text, double least);

@@ -21,6 +21,7 @@ private Q_SLOTS:
     void OpeningTellsTheErrorNumber();
     void OpeningADeviceThatIsThere();
     void InUpdateMode();
+    void LinkErrors();
 };
 
 void TestCliDiagnosis::Diagnosis_data()
@@ -49,6 +50,7 @@ void TestCliDiagnosis::Diagnosis_data()
     row("clocks missing", 0, true, 0, 15, "incomplete", "clocks could not be read within 2.5 s");
     row("clocks refused", 0, true, 0, 103, "incomplete", "clocks could not be read within 2.5 s");
     row("fell silent", 0, true, 0, 100, "no-answer", "fell silent");
+    row("update mode", 0, false, 3, 103, "update-mode", "vesmar update IMAGE --confirmation FILE");
     row("other mode", 0, true, 2, 15, "wrong-mode", "does not leave its mode Mode2 (2)");
 }
 
@@ -91,8 +93,24 @@ void TestCliDiagnosis::OpeningADeviceThatIsThere()
 
 void TestCliDiagnosis::InUpdateMode()
 {
-    QCOMPARE(Cli::ClocksOutOfReach().message,
-             QStringLiteral("The instrument is in update mode (3); its clocks cannot be read."));
+    QCOMPARE(
+        Cli::InUpdateMode().message,
+        QStringLiteral("The instrument is in update mode (3) and waits for firmware; run vesmar update IMAGE "
+                       "--confirmation FILE."));
+}
+
+void TestCliDiagnosis::LinkErrors()
+{
+    for (const int error : {100, 101, 102, 103}) {
+        QVERIFY2(Cli::IsLinkError(static_cast<Error>(error)), qPrintable(QString::number(error)));
+    }
+    for (const int error : {0, 15, 99, 104, 200, 303}) {
+        QVERIFY2(!Cli::IsLinkError(static_cast<Error>(error)), qPrintable(QString::number(error)));
+    }
+    const Cli::Failure lost = Cli::LinkLost(QStringLiteral("Not done."));
+    QCOMPARE(lost.kind, QStringLiteral("link-lost"));
+    QVERIFY2(lost.message.startsWith(QStringLiteral("Not done. The link to it was lost;")),
+             qPrintable(lost.message));
 }
 
 QTEST_GUILESS_MAIN(TestCliDiagnosis)

@@ -130,8 +130,10 @@ void TestCliInfoVerb::UpdateModeIsSaid()
     QVERIFY(objects.first().value(QStringLiteral("CurrentDateTime")).isNull());
     QVERIFY(objects.first().value(QStringLiteral("CalibrationDateTime")).isNull());
     QCOMPARE(objects.last().value(QStringLiteral("error")).toString(), QStringLiteral("update-mode"));
-    QCOMPARE(outcome.errors,
-             QByteArray("vesmar: The instrument is in update mode (3); its clocks cannot be read.\n"));
+    QCOMPARE(
+        outcome.errors,
+        QByteArray("vesmar: The instrument is in update mode (3) and waits for firmware; run vesmar update "
+                   "IMAGE --confirmation FILE.\n"));
 }
 
 void TestCliInfoVerb::DeviceThatCannotBeOpened_data()

@@ -47,6 +47,7 @@ private Q_SLOTS:
     void ShowsTextWithoutJson();
     void ShowsMainsReadings();
     void LossOfTheLinkIsShownAndItGoesOn();
+    void UpdateModeIsPointedOut();
     void SignalBeforeTheLinkIsUp();
     void DeviceThatIsMissing();
 };
@@ -159,6 +160,26 @@ void TestCliMonitorVerb::LossOfTheLinkIsShownAndItGoesOn()
     const QStringList expected = QStringList{QStringLiteral("ErrorCode 15")} + PictureOfAnInstrument() +
                                  QStringList{QStringLiteral("CalibrationDateTime 2023-01-02T00:00:00")};
     QCOMPARE(told.mid(loss + 1), expected);
+}
+
+void TestCliMonitorVerb::UpdateModeIsPointedOut()
+{
+    ScriptedPeer peer;
+    std::atomic<int> statuses{0};
+    peer.Answer([&statuses](const QByteArray& request) {
+        Answers answers;
+        answers.status = QByteArray::fromHex("60FE");
+        if (request.at(0) == 's' && ++statuses == 4) {
+            ::kill(::getpid(), SIGINT);
+        }
+        return answers.To(request);
+    });
+    const Outcome outcome = RunMonitor();
+    QCOMPARE(outcome.status, 0);
+    QVERIFY(Told(outcome).contains(QStringLiteral("TesterMode 3")));
+    QCOMPARE(outcome.errors,
+             QByteArray("vesmar: The instrument is in update mode (3) and waits for firmware; run "
+                        "vesmar update IMAGE --confirmation FILE.\n"));
 }
 
 void TestCliMonitorVerb::SignalBeforeTheLinkIsUp()

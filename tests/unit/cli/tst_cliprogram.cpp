@@ -4,7 +4,11 @@
 
 #include <sstream>
 
+#include "cli/calibrationverb.h"
+#include "cli/clockverb.h"
 #include "cli/monitorverb.h"
+#include "cli/restartverb.h"
+#include "cli/updateverb.h"
 
 using std::chrono::milliseconds;
 
@@ -49,6 +53,12 @@ constexpr char ProgramUsage[] = "Usage: vesmar VERB [OPTIONS]\n       vesmar VER
 constexpr char InfoUsage[] = "Usage: vesmar info [--json] [--timeout SECONDS] [--trace]\n";
 constexpr char MonitorUsage[] =
     "Usage: vesmar monitor [--for SECONDS] [--json] [--timeout SECONDS] [--trace]\n";
+constexpr char ClockUsage[] = "Usage: vesmar clock [OPTIONS]\n"
+                              "       vesmar clock set [DATETIME|now] [OPTIONS]\n";
+constexpr char CalibrationUsage[] = "Usage: vesmar calibration [OPTIONS]\n"
+                                    "       vesmar calibration set DATE [OPTIONS]\n";
+constexpr char RestartUsage[] = "Usage: vesmar restart [OPTIONS]\n";
+constexpr char UpdateUsage[] = "Usage: vesmar update IMAGE --confirmation FILE [OPTIONS]\n";
 
 } // namespace
 
@@ -61,6 +71,11 @@ private Q_SLOTS:
     void InfoWithEveryOption();
     void MonitorWithItsDefaults();
     void MonitorWithEveryOption();
+    void ClockToBeShownOrSet();
+    void CalibrationToBeShownOrSet();
+    void RestartWithItsOptions();
+    void UpdateWithItsDefaults();
+    void UpdateWithEveryOption();
     void Seconds_data();
     void Seconds();
     void BadUsage_data();
@@ -110,6 +125,75 @@ void TestCliProgram::MonitorWithEveryOption()
     QVERIFY(monitor->Options().timeout == milliseconds(1000));
 }
 
+void TestCliProgram::ClockToBeShownOrSet()
+{
+    const auto clock = [](const Reading& reading) { return dynamic_cast<Cli::ClockVerb*>(reading.verb); };
+    const Reading shown(Words("clock --json"));
+    QVERIFY(clock(shown) != nullptr && !clock(shown)->IsSetting());
+    QVERIFY(clock(shown)->ConfirmTimeout() == milliseconds(30000));
+    for (const char* now : {"clock set", "clock set now", "clock --timeout 3 set --confirm-timeout 2"}) {
+        const Reading set(Words(now));
+        QVERIFY(clock(set) != nullptr && clock(set)->IsSetting());
+        QVERIFY(!clock(set)->Wanted().isValid());
+    }
+    const QDateTime wanted(QDate(2026, 11, 21), QTime(18, 0, 1), Qt::UTC);
+    for (const QStringList& given : {Words("clock set 2026-11-21T18:00:01 --json"),
+                                     Words("clock set 2026-11-21 18:00:01 --json"),
+                                     {QStringLiteral("clock"), QStringLiteral("set"),
+                                      QStringLiteral("2026-11-21 18:00:01"), QStringLiteral("--json")}}) {
+        const Reading set(given);
+        QVERIFY2(clock(set) != nullptr, set.Errors().constData());
+        QCOMPARE(clock(set)->Wanted(), wanted);
+        QVERIFY(set.verb->Options().isJson);
+    }
+}
+
+void TestCliProgram::CalibrationToBeShownOrSet()
+{
+    const Reading shown(Words("calibration"));
+    const auto* calibration = dynamic_cast<Cli::CalibrationVerb*>(shown.verb);
+    QVERIFY(calibration != nullptr && !calibration->Wanted().isValid());
+    const Reading set(Words("calibration set 2026-11-21 --confirm-timeout 12.5 --trace"));
+    calibration = dynamic_cast<Cli::CalibrationVerb*>(set.verb);
+    QVERIFY(calibration != nullptr);
+    QCOMPARE(calibration->Wanted(), QDate(2026, 11, 21));
+    QVERIFY(calibration->ConfirmTimeout() == milliseconds(12500));
+    QVERIFY(calibration->Options().isTraceWanted);
+}
+
+void TestCliProgram::RestartWithItsOptions()
+{
+    const Reading reading(Words("restart --confirm-timeout 5 --json"));
+    const auto* restart = dynamic_cast<Cli::RestartVerb*>(reading.verb);
+    QVERIFY(restart != nullptr);
+    QVERIFY(restart->ConfirmTimeout() == milliseconds(5000));
+    QVERIFY(restart->Options().isJson);
+}
+
+void TestCliProgram::UpdateWithItsDefaults()
+{
+    const Reading reading(Words("update image --confirmation file"));
+    const auto* update = dynamic_cast<Cli::UpdateVerb*>(reading.verb);
+    QVERIFY(update != nullptr);
+    QCOMPARE(update->Update().image, QStringLiteral("image"));
+    QCOMPARE(update->Update().confirmation, QStringLiteral("file"));
+    QVERIFY(!update->Update().isOffline);
+    QVERIFY(update->Update().confirmTimeout == milliseconds(30000));
+}
+
+void TestCliProgram::UpdateWithEveryOption()
+{
+    const Reading reading(
+        Words("update --offline --confirm-timeout 9 --json --timeout 2 --trace --confirmation=file image"));
+    const auto* update = dynamic_cast<Cli::UpdateVerb*>(reading.verb);
+    QVERIFY(update != nullptr);
+    QCOMPARE(update->Update().image, QStringLiteral("image"));
+    QVERIFY(update->Update().isOffline);
+    QVERIFY(update->Update().confirmTimeout == milliseconds(9000));
+    QVERIFY(update->Options().isJson && update->Options().isTraceWanted);
+    QVERIFY(update->Options().timeout == milliseconds(2000));
+}
+
 void TestCliProgram::Seconds_data()
 {
     QTest::addColumn<QString>("given");
@@ -145,6 +229,24 @@ void TestCliProgram::BadUsage_data()
     row("info --bad", "The following argument was not expected: --bad", InfoUsage);
     row("info --timeout", "--timeout: 1 required SECONDS missing", InfoUsage);
     row("info --json=perhaps", "Could not convert: --json = perhaps", InfoUsage);
+    row("clock now", "The following argument was not expected: now", ClockUsage);
+    row("clock set soon",
+        "set: \"soon\" is not a date and time from 2001-01-01T00:00:00 to 2099-12-31T23:59:59, nor now",
+        ClockUsage);
+    row("clock set 1 2 3", "DATETIME: At Most 2 required but received 3", ClockUsage);
+    row("clock set --confirm-timeout 0",
+        "--confirm-timeout: \"0\" is not a number of seconds from 0.1 to 86400", ClockUsage);
+    row("calibration set", "DATE is required", CalibrationUsage);
+    row("calibration set 2000-12-31", "set: \"2000-12-31\" is not a date from 2001-01-01 to 2099-12-31",
+        CalibrationUsage);
+    row("calibration set 2026-11-21 --confirm-timeout 4.9",
+        "--confirm-timeout: \"4.9\" is not a number of seconds from 5 to 86400", CalibrationUsage);
+    row("calibration set 2026-11-21 more", "The following argument was not expected: more", CalibrationUsage);
+    row("restart now", "The following argument was not expected: now", RestartUsage);
+    row("update --confirmation file", "IMAGE is required", UpdateUsage);
+    row("update image", "--confirmation is required", UpdateUsage);
+    row("update image more --confirmation file", "The following argument was not expected: more",
+        UpdateUsage);
     const char* const timeouts[] = {"0", "0.09", "-1", "nan", "inf", "1e99", "86401", "ten", "1x", "0x10"};
     for (const char* timeout : timeouts) {
         const QByteArray complaint =
@@ -193,11 +295,27 @@ void TestCliProgram::Help_data()
     QTest::addColumn<QByteArray>("usage");
     QTest::addColumn<QStringList>("parts");
     QTest::newRow("program") << QStringLiteral("--help") << QByteArray(ProgramUsage)
-                             << Words("info monitor measure --version status Example");
+                             << Words(
+                                    "info monitor measure clock calibration restart update --version status "
+                                    "Example");
     QTest::newRow("info") << QStringLiteral("info --help") << QByteArray(InfoUsage)
                           << Words("--json --timeout --trace CalibrationDateTime status Example");
     QTest::newRow("monitor") << QStringLiteral("monitor --help") << QByteArray(MonitorUsage)
                              << Words("--for --json --timeout --trace readings status Example");
+    QTest::newRow("clock") << QStringLiteral("clock --help") << QByteArray(ClockUsage)
+                           << Words(
+                                  "set --confirm-timeout --json --timeout --trace difference status Example");
+    QTest::newRow("clock set") << QStringLiteral("clock set --help") << QByteArray(ClockUsage)
+                               << Words("DATETIME now");
+    QTest::newRow("calibration") << QStringLiteral("calibration --help") << QByteArray(CalibrationUsage)
+                                 << Words("set --confirm-timeout CalibrationDateTime status Example");
+    QTest::newRow("calibration set") << QStringLiteral("calibration set --help")
+                                     << QByteArray(CalibrationUsage) << Words("DATE REQUIRED");
+    QTest::newRow("restart") << QStringLiteral("restart --help") << QByteArray(RestartUsage)
+                             << Words("--confirm-timeout seconds status Example");
+    QTest::newRow("update")
+        << QStringLiteral("update --help") << QByteArray(UpdateUsage)
+        << Words("IMAGE --confirmation --offline --confirm-timeout versionAfter status Example");
 }
 
 void TestCliProgram::Help()

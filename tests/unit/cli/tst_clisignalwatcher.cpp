@@ -30,6 +30,8 @@ private Q_SLOTS:
     void SignalIsTold();
     void DescriptorIsReadableUntilTheSignalIsTold();
     void EverySignalIsTold();
+    void PendingSignalsAreToldWithoutAnEventLoop();
+    void HaltingSignalsAreIgnored();
 };
 
 void TestCliSignalWatcher::SignalIsTold_data()
@@ -71,6 +73,28 @@ void TestCliSignalWatcher::EverySignalIsTold()
     QTRY_COMPARE(received.count(), 2);
     QCOMPARE(received.at(0).first().toInt(), SIGINT);
     QCOMPARE(received.at(1).first().toInt(), SIGTERM);
+}
+
+void TestCliSignalWatcher::PendingSignalsAreToldWithoutAnEventLoop()
+{
+    Cli::SignalWatcher watcher;
+    QSignalSpy received(&watcher, &Cli::SignalWatcher::Received);
+    watcher.TellPending();
+    QCOMPARE(received.count(), 0);
+    QCOMPARE(::kill(::getpid(), SIGINT), 0);
+    QCOMPARE(::kill(::getpid(), SIGTERM), 0);
+    watcher.TellPending();
+    QCOMPARE(received.count(), 2);
+    watcher.TellPending();
+    QCOMPARE(received.count(), 2);
+}
+
+void TestCliSignalWatcher::HaltingSignalsAreIgnored()
+{
+    Cli::IgnoreHaltingSignals();
+    for (const int halting : {SIGTSTP, SIGTTIN, SIGTTOU, SIGQUIT}) {
+        QVERIFY2(std::signal(halting, SIG_DFL) == SIG_IGN, qPrintable(QString::number(halting)));
+    }
 }
 
 int main(int argc, char** argv)
