@@ -9,7 +9,7 @@ namespace Cli
 namespace
 {
 
-constexpr qint64 LargestFile = 64 * 1024 * 1024; // far more than any instrument takes
+constexpr qint64 LargestFile = qint64{64} * 1024 * 1024; // far more than any instrument takes
 constexpr int ShortestConfirmation = 2;
 
 /// The problem, or none. A pipe is refused: nobody knows when its writer is done.

@@ -154,7 +154,7 @@ std::optional<TimePoint> InstrumentModel::NextChangeAt() const
 
 QStringList InstrumentModel::TakeChanges()
 {
-    const QStringList changes = _function.TakeChanges() + _rcdTest.TakeChanges() + _changes;
+    QStringList changes = _function.TakeChanges() + _rcdTest.TakeChanges() + _changes;
     _changes.clear();
     return changes;
 }

@@ -8,7 +8,8 @@ namespace Simulator
 namespace
 {
 
-constexpr std::chrono::milliseconds Silence{2};
+/// Long enough for a busy computer to bring the rest of a request.
+constexpr std::chrono::milliseconds Silence{50};
 constexpr int LongestRequest = 1024; // more than any request: noise without a pause ends here
 
 } // namespace

@@ -193,10 +193,8 @@ float FixedPointAt(const QByteArray& data, int position)
 /// The earth resistance that the application handed over with the settings of the RCD test.
 float ReOfSettings(StateMachineContext& context)
 {
-    const MeasurementSettings* settings = context.TestSettings.Get();
-    return settings->GetMeasurementType() == MeasurementType::RCD
-               ? static_cast<const RCDSettings*>(settings)->GetRe()
-               : NoValue;
+    const auto* settings = dynamic_cast<const RCDSettings*>(context.TestSettings.Get());
+    return settings != nullptr ? settings->GetRe() : NoValue;
 }
 
 MeasurementResults* CreateIaTaResults(StateMachineContext& context, float ia, float ta)

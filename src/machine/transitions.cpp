@@ -2,11 +2,9 @@
 
 #include <optional>
 
-#include <Vesmar/rcdiecsettings.h>
-#include <Vesmar/rcdsettings.h>
-
 #include "context/statemachinecontext.h"
 #include "model/classification.h"
+#include "model/settings/rcdmode.h"
 
 namespace Vesmar::Transitions
 {
@@ -32,24 +30,14 @@ bool HasMeasurementStatus(StateMachineContext& context, MeasurementState status)
     return context.MeasurementStatus.Get() == status;
 }
 
-/// The mode of the settings if they are those of the RCD test.
 std::optional<RCDMode> ModeOfRCD(StateMachineContext& context)
 {
-    const MeasurementSettings* settings = context.TestSettings.Get();
-    if (settings->GetMeasurementType() != MeasurementType::RCD) {
-        return std::nullopt;
-    }
-    return static_cast<const RCDSettings*>(settings)->GetMode();
+    return Vesmar::ModeOfRCD(*context.TestSettings.Get());
 }
 
-/// The mode of the settings if they are those of the IEC variant of the RCD test.
 std::optional<RCDIECMode> ModeOfRCDIEC(StateMachineContext& context)
 {
-    const MeasurementSettings* settings = context.TestSettings.Get();
-    if (settings->GetMeasurementType() != MeasurementType::RCDIEC) {
-        return std::nullopt;
-    }
-    return static_cast<const RCDIECSettings*>(settings)->GetMode();
+    return Vesmar::ModeOfRCDIEC(*context.TestSettings.Get());
 }
 
 /// An aborted RCD measurement always leaves an error code behind.

@@ -1,8 +1,7 @@
 #include "states/rcd/rcdiatameasurementrunningstate.h"
 
-#include <Vesmar/rcdsettings.h>
-
 #include "context/statemachinecontext.h"
+#include "model/settings/rcdmode.h"
 
 namespace Vesmar
 {
@@ -28,11 +27,11 @@ void RCDIaTaMeasurementRunningState::OnExit()
 
 void RCDIaTaMeasurementRunningState::OnRunning()
 {
-    const MeasurementSettings* settings = GetContext()->TestSettings.Get();
-    if (settings->GetMeasurementType() != MeasurementType::RCD) {
+    const auto mode = ModeOfRCD(*GetContext()->TestSettings.Get());
+    if (!mode) {
         return;
     }
-    switch (static_cast<const RCDSettings*>(settings)->GetMode()) {
+    switch (*mode) {
     case RCDSettings::RCDMode::IaTa1:
     case RCDSettings::RCDMode::IaTa2:
         RunPhase();

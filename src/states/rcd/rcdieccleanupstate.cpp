@@ -2,23 +2,11 @@
 
 #include <QDebug>
 
-#include <Vesmar/rcdiecsettings.h>
-
 #include "context/statemachinecontext.h"
+#include "model/settings/rcdmode.h"
 
 namespace Vesmar
 {
-
-namespace
-{
-
-bool IsCleanUp(const MeasurementSettings& settings)
-{
-    return settings.GetMeasurementType() == MeasurementType::RCDIEC &&
-           static_cast<const RCDIECSettings&>(settings).GetMode() == RCDIECSettings::RCDIECMode::CleanUp;
-}
-
-} // namespace
 
 RCDIECCleanUpState::RCDIECCleanUpState(StateMachineContext* context, State* parentState)
     : RCDIECRunningState(context, parentState, nullptr)
@@ -39,7 +27,7 @@ void RCDIECCleanUpState::OnExit()
 void RCDIECCleanUpState::OnRunning()
 {
     TraceBanner("RUNING RCD IEC CleanUp STATE IN");
-    if (IsCleanUp(*GetContext()->TestSettings.Get())) {
+    if (ModeOfRCDIEC(*GetContext()->TestSettings.Get()) == RCDIECSettings::RCDIECMode::CleanUp) {
         RunPhase();
     }
     TraceBanner("RUNING RCD IEC CleanUp STATE OUT");

@@ -2,9 +2,8 @@
 
 #include <QDebug>
 
-#include <Vesmar/rcdiecsettings.h>
-
 #include "context/statemachinecontext.h"
+#include "model/settings/rcdmode.h"
 
 namespace Vesmar
 {
@@ -37,11 +36,11 @@ void RCDIECIaTaMeasurementRunningState::OnRunning()
 
 void RCDIECIaTaMeasurementRunningState::RunTest()
 {
-    const MeasurementSettings* settings = GetContext()->TestSettings.Get();
-    if (settings->GetMeasurementType() != MeasurementType::RCDIEC) {
+    const auto mode = ModeOfRCDIEC(*GetContext()->TestSettings.Get());
+    if (!mode) {
         return;
     }
-    switch (static_cast<const RCDIECSettings*>(settings)->GetMode()) {
+    switch (*mode) {
     case RCDIECSettings::RCDIECMode::IaTa1:
     case RCDIECSettings::RCDIECMode::IaTa2:
         RunPhase();

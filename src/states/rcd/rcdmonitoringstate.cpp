@@ -3,10 +3,9 @@
 #include <QDebug>
 #include <QThread>
 
-#include <Vesmar/rcdsettings.h>
-
 #include "context/statemachinecontext.h"
 #include "link/transciever.h"
+#include "model/settings/rcdmode.h"
 
 namespace Vesmar
 {
@@ -106,7 +105,7 @@ bool RCDMonitoringState::IsToBePrepared()
         return false;
     }
     Protocol("RUNING RCD MONITORING STATE 4");
-    return static_cast<const RCDSettings*>(settings)->GetMode() == RCDSettings::RCDMode::UbRe;
+    return ModeOfRCD(*settings) == RCDSettings::RCDMode::UbRe;
 }
 
 void RCDMonitoringState::FollowPreparation()

@@ -1,22 +1,10 @@
 #include "states/rcd/rcdubremeasurementrunningstate.h"
 
-#include <Vesmar/rcdsettings.h>
-
 #include "context/statemachinecontext.h"
+#include "model/settings/rcdmode.h"
 
 namespace Vesmar
 {
-
-namespace
-{
-
-bool IsUbRe(const MeasurementSettings& settings)
-{
-    return settings.GetMeasurementType() == MeasurementType::RCD &&
-           static_cast<const RCDSettings&>(settings).GetMode() == RCDSettings::RCDMode::UbRe;
-}
-
-} // namespace
 
 RCDUbReMeasurementRunningState::RCDUbReMeasurementRunningState(StateMachineContext* context,
                                                                State* parentState)
@@ -39,7 +27,7 @@ void RCDUbReMeasurementRunningState::OnExit()
 void RCDUbReMeasurementRunningState::OnRunning()
 {
     TraceBanner("RUNING RCD UbRe MEASUREMENT STATE IN");
-    if (IsUbRe(*GetContext()->TestSettings.Get())) {
+    if (ModeOfRCD(*GetContext()->TestSettings.Get()) == RCDSettings::RCDMode::UbRe) {
         RunPhase();
     }
     TraceBanner("RUNING RCD UbRe MEASUREMENT STATE OUT");
