@@ -19,7 +19,8 @@ bool HasFailed(const Simulator::Exchange& exchange)
 
 } // namespace
 
-LineInstrument::LineInstrument(const Simulator::InstrumentOptions& options) : Instrument(options)
+LineInstrument::LineInstrument(const Simulator::InstrumentOptions& options)
+    : Instrument(options), _logPath(options.logPath)
 {
     Attach();
 }
@@ -57,6 +58,20 @@ QVector<Simulator::Exchange> LineInstrument::RecordSinceTheFirstFailure() const
     return exchanges.mid(static_cast<int>(first - exchanges.cbegin()));
 }
 
+QByteArrayList LineInstrument::SentUnasked() const
+{
+    QFile log(_logPath);
+    log.open(QIODevice::ReadOnly);
+    QByteArrayList pieces;
+    for (const QByteArray& line : log.readAll().split('\n')) {
+        const QByteArrayList words = line.split(' '); // the time, "unasked" and the bytes
+        if (words.value(1) == "unasked") {
+            pieces.append(QByteArray::fromHex(words.value(2)));
+        }
+    }
+    return pieces;
+}
+
 QByteArrayList RequestsOf(const QVector<Simulator::Exchange>& exchanges)
 {
     QByteArrayList requests;
@@ -70,6 +85,12 @@ Simulator::InstrumentOptions WithClock(const QDateTime& date)
 {
     Simulator::InstrumentOptions options;
     options.model.date = date;
+    return options;
+}
+
+Simulator::InstrumentOptions WithLog(Simulator::InstrumentOptions options, const QTemporaryDir& directory)
+{
+    options.logPath = directory.filePath(QStringLiteral("log"));
     return options;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArrayList>
+#include <QTemporaryDir>
 #include <QVector>
 
 #include "simulator/instrument.h"
@@ -27,6 +28,11 @@ public:
     QByteArrayList SentSinceTheFirstFailure() const;
     /// The exchanges that they belong to.
     QVector<Simulator::Exchange> RecordSinceTheFirstFailure() const;
+    /// The pieces that it has sent unasked so far, if it keeps a log.
+    QByteArrayList SentUnasked() const;
+
+private:
+    QString _logPath;
 };
 
 /// The requests of these exchanges, in hexadecimal.
@@ -34,6 +40,9 @@ QByteArrayList RequestsOf(const QVector<Simulator::Exchange>& exchanges);
 
 /// An instrument that knows the time.
 Simulator::InstrumentOptions WithClock(const QDateTime& date);
+
+/// The same, but it keeps a log in this directory.
+Simulator::InstrumentOptions WithLog(Simulator::InstrumentOptions options, const QTemporaryDir& directory);
 
 /// One that is back from a restart at once.
 Simulator::InstrumentOptions WithQuickRestart();

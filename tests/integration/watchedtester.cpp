@@ -99,7 +99,17 @@ void WatchedTester::WatchEverything()
 
 QByteArrayList WatchedTester::EnteredStates() const
 {
-    static const QRegularExpression entry(QStringLiteral("<<< +ENTERING (.*) STATE "));
+    return StatesOf("ENTERING");
+}
+
+QByteArrayList WatchedTester::LeftStates() const
+{
+    return StatesOf("LEAVING");
+}
+
+QByteArrayList WatchedTester::StatesOf(const char* event) const
+{
+    const QRegularExpression entry(QStringLiteral("<<< +%1 (.*) STATE ").arg(QLatin1String(event)));
     QByteArrayList states;
     for (const QString& text : _trace.Texts()) {
         const QRegularExpressionMatch match = entry.match(text);
@@ -108,6 +118,24 @@ QByteArrayList WatchedTester::EnteredStates() const
         }
     }
     return states;
+}
+
+int WatchedTester::CountTraced(const QString& part) const
+{
+    return _trace.Texts().filter(part).size();
+}
+
+bool WatchedTester::HasTold(const char* property, const QByteArrayList& values) const
+{
+    const QByteArrayList& signalled = _signalled.at(property);
+    int reached = 0;
+    for (int index = 0; index < signalled.size(); ++index) {
+        reached = values.indexOf(signalled.at(index), qMax(index, reached));
+        if (reached < 0) {
+            return false;
+        }
+    }
+    return signalled.size() == values.size();
 }
 
 QByteArray ReadingsText(const QByteArray& answer)

@@ -33,6 +33,14 @@ public:
 
     /// The states that the library has entered so far, as its trace calls them.
     QByteArrayList EnteredStates() const;
+    /// Those that it has left so far.
+    QByteArrayList LeftStates() const;
+    /// How many lines of the trace have this part.
+    int CountTraced(const QString& part) const;
+
+    /// Whether the property has signalled so many changes, to these values in their order. A signal that
+    /// comes late has a later value already.
+    bool HasTold(const char* property, const QByteArrayList& values) const;
 
     /// Whether every signal came on the thread in which the tester was made.
     bool HasStayedOnItsThread() const { return !_hasLeftItsThread; }
@@ -41,6 +49,7 @@ private:
     template <typename Value>
     void Watch(const char* property, void (Vesmar::Tester::*changed)(Value));
     void WatchEverything();
+    QByteArrayList StatesOf(const char* event) const;
 
     LogCapture _trace;
     std::unique_ptr<Vesmar::Tester> _tester;
