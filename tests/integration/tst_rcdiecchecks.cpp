@@ -1,6 +1,6 @@
 #include <map>
 
-#include "integration/measuring.h"
+#include "integration/rcdmeasuring.h"
 
 using Simulator::Scenario;
 using Vesmar::Error;

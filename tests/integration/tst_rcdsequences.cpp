@@ -2,7 +2,7 @@
 #include <Vesmar/rcdsettings.h>
 #include <Vesmar/rpesettings.h>
 
-#include "integration/measuring.h"
+#include "integration/rcdmeasuring.h"
 
 using Vesmar::MeasurementState;
 using Vesmar::MeasurementType;

@@ -1,4 +1,4 @@
-#include "integration/measuring.h"
+#include "integration/rcdmeasuring.h"
 
 using Vesmar::FunctionState;
 using Vesmar::MeasurementState;

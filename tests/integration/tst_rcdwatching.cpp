@@ -1,6 +1,6 @@
 #include <utility>
 
-#include "integration/measuring.h"
+#include "integration/rcdmeasuring.h"
 
 using Simulator::Scenario;
 using Vesmar::Error;
