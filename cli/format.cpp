@@ -4,7 +4,6 @@
 
 #include <array>
 #include <charconv>
-#include <cmath>
 
 #include "cli/readings.h"
 
@@ -34,11 +33,6 @@ const std::array<IdentityText, 7> IdentityTexts{{
     {"BuildNumber", "Build number", &TesterInformation::BuildNumber},
 }};
 
-bool IsPresent(float reading)
-{
-    return std::isfinite(reading) && reading != MeasurementResults::NoValue;
-}
-
 /// The shortest decimal number that is this float and no other.
 QString Decimal(float reading)
 {
@@ -65,7 +59,7 @@ Shown ShowClock(const Condition& condition, QDateTime Clocks::*clock)
 Shown ShowReading(float reading)
 {
     if (!IsPresent(reading)) {
-        return {QStringLiteral("no value"), QJsonValue()};
+        return {QStringLiteral("-"), QJsonValue()};
     }
     const QString decimal = Decimal(reading);
     return {decimal, decimal.toDouble()};

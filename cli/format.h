@@ -25,7 +25,7 @@ struct Shown {
     QJsonValue json;
 };
 
-/// A reading; "no value" and null where there is none.
+/// A reading; a dash and null where there is none.
 Shown ShowReading(float reading);
 
 Shown Show(bool value);

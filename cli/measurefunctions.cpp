@@ -13,10 +13,14 @@
 #include <Vesmar/isubsettings.h>
 #include <Vesmar/itsettings.h>
 #include <Vesmar/powersettings.h>
+#include <Vesmar/rcdiecsettings.h>
+#include <Vesmar/rcdsettings.h>
 #include <Vesmar/risosettings.h>
 #include <Vesmar/rlnsettings.h>
 #include <Vesmar/rpesettings.h>
 
+#include "cli/choice.h"
+#include "cli/rcdoptions.h"
 #include "cli/verb.h"
 
 namespace Cli
@@ -38,32 +42,6 @@ constexpr int NoTime = -1;
 constexpr int LongestTime = 86400;
 constexpr double LongestTimeOffset = 600;
 constexpr char Unlimited[] = "unlimited";
-
-[[noreturn]] void Refuse(const char* option, const std::string& given, const std::string& allowed)
-{
-    throw CLI::ValidationError(option, "\"" + given + "\" is not " + allowed);
-}
-
-/// Adds an option that takes one of the instrument's numbers.
-template <typename Settings, typename Value>
-void AddChoice(CLI::App& command, const char* option, Settings& settings, void (Settings::*set)(Value),
-               const std::vector<int>& allowed)
-{
-    std::string list;
-    for (const int value : allowed) {
-        list += (list.empty() ? "" : ", ") + std::to_string(value);
-    }
-    const auto take = [option, &settings, set, allowed, list](const std::string& text) {
-        const auto chosen = std::find_if(allowed.cbegin(), allowed.cend(),
-                                         [&text](int value) { return std::to_string(value) == text; });
-        if (chosen == allowed.cend()) {
-            Refuse(option, text, "one of " + list);
-        }
-        (settings.*set)(static_cast<Value>(*chosen));
-    };
-    command.add_option_function<std::string>(option, take, "The instrument's number: " + list)
-        ->type_name("N");
-}
 
 void AddTime(CLI::App& command, ContinuousMeasurementSettings& settings)
 {
@@ -116,10 +94,11 @@ std::optional<int> MeasureFunction::Seconds() const
 
 MeasureFunctions::MeasureFunctions(CLI::App& measure) : _measure(measure)
 {
-    constexpr size_t Count = 10;
+    constexpr size_t Count = 12;
     _functions.reserve(Count); // the options refer to what is in it
     AddSingle();
     AddContinuous();
+    AddRcd();
 }
 
 void MeasureFunctions::AddSingle()
@@ -150,6 +129,14 @@ void MeasureFunctions::AddContinuous()
     auto& hv = Add<HVTestSettings>("hv", "High-voltage test; a dangerous voltage is present while it runs");
     AddChoice(Command(), "--mode", hv, &HVTestSettings::SetMode, {1, 2});
     AddTimeOffset(Command(), hv, _functions.back().secondsBefore);
+}
+
+void MeasureFunctions::AddRcd()
+{
+    auto& rcd = Add<Vesmar::RCDSettings>("rcd", "Residual-current device: Ub/Re, or Ia/Ta");
+    AddRcdOptions(Command(), rcd, _functions.back().isReMeasured);
+    auto& rcdIec = Add<Vesmar::RCDIECSettings>("rcd-iec", "Residual-current device, IEC variant");
+    AddRcdIecOptions(Command(), rcdIec);
 }
 
 template <typename Settings>

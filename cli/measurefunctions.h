@@ -20,7 +20,8 @@ struct MeasureFunction {
     CLI::App* command;
     std::unique_ptr<Vesmar::MeasurementSettings> settings;
     Vesmar::ContinuousMeasurementSettings* continuous; ///< The settings, or null for a single measurement.
-    float secondsBefore = 0; ///< By which the first second of the measurement time is lengthened.
+    float secondsBefore = 0;   ///< By which the first second of the measurement time is lengthened.
+    bool isReMeasured = false; ///< A Ub/Re test before it gives the Re of its settings, those of an RCD test.
 
     /// The measurement time; none where it is not known in advance.
     std::optional<int> Seconds() const;
@@ -43,6 +44,7 @@ private:
     Settings& Add(const char* name, const char* description);
     void AddSingle();
     void AddContinuous();
+    void AddRcd();
     CLI::App& Command() { return *_functions.back().command; }
 
     CLI::App& _measure;

@@ -13,6 +13,7 @@ namespace
 {
 
 using Outcome = MeasurementSession::Outcome;
+using Phase = MeasurementSession::Phase;
 using Reason = MeasurementSession::Reason;
 using std::chrono::milliseconds;
 
@@ -103,7 +104,7 @@ QString LossMessage(const MeasurementSession& session)
             "high voltage may be on. Switch it off at the instrument.");
     }
     const QString lost =
-        session.LostIn() == MeasurementSession::Phase::Preparing
+        session.LostIn() == Phase::Preparing
             ? QStringLiteral("Link lost, or the measurement refused by the instrument, while preparing.")
             : QStringLiteral("Link lost in the middle of the measurement.");
     return lost + QStringLiteral(" It is back, and the instrument is confirmed to have stopped.");
@@ -132,10 +133,39 @@ QString LiveLine(const MeasurementProgress& progress, const QVector<Reading>& re
     return (line + QStringLiteral("  ") + Listed(readings)).left(width);
 }
 
+QString PhaseLine(milliseconds elapsed, const QString& phase)
+{
+    return Elapsed(elapsed).rightJustified(8) + QStringLiteral("  ") + phase;
+}
+
+QString PhaseName(Phase phase)
+{
+    switch (phase) {
+    case Phase::Preparing:
+        return QStringLiteral("preparing");
+    case Phase::Checking:
+        return QStringLiteral("checking the object under test");
+    case Phase::AwaitingMains:
+        return QStringLiteral("waiting for a suitable mains voltage");
+    case Phase::Starting:
+        return QStringLiteral("starting");
+    case Phase::Running:
+        return QStringLiteral("running");
+    case Phase::CleaningUp:
+        return QStringLiteral("cleaning up");
+    case Phase::Leaving:
+        return QStringLiteral("waiting until the instrument has stopped");
+    case Phase::AwaitingIdle:
+    case Phase::Stopping:
+    case Phase::Ended:
+        break;
+    }
+    return {};
+}
+
 QByteArray ReadingLine(milliseconds elapsed, const QVector<Reading>& readings)
 {
-    return (Elapsed(elapsed).rightJustified(8) + QStringLiteral("  ") + Listed(readings) + QLatin1Char('\n'))
-        .toUtf8();
+    return (PhaseLine(elapsed, Listed(readings)) + QLatin1Char('\n')).toUtf8();
 }
 
 QByteArray ReadingJson(const QDateTime& time, milliseconds elapsed, const QVector<Reading>& readings)

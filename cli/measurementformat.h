@@ -24,7 +24,11 @@ struct MeasurementProgress {
 
 /// "  3.2 s of 5 s [======    ]  current 0.5, voltage 230", cut to the width.
 QString LiveLine(const MeasurementProgress& progress, const QVector<Reading>& readings, int width);
-/// The same without a bar, for an output that is no terminal.
+/// "  3.2 s  running", for a measurement that has no readings before its end.
+QString PhaseLine(std::chrono::milliseconds elapsed, const QString& phase);
+/// What the phase is called; empty for one that is passed over.
+QString PhaseName(MeasurementSession::Phase phase);
+/// Elapsed time and readings, for an output that is no terminal.
 QByteArray ReadingLine(std::chrono::milliseconds elapsed, const QVector<Reading>& readings);
 QByteArray ReadingJson(const QDateTime& time, std::chrono::milliseconds elapsed,
                        const QVector<Reading>& readings);

@@ -1,11 +1,49 @@
 #include "cli/measurementrun.h"
 
+#include <Vesmar/rcdresults.h>
+
 #include "cli/exitstatus.h"
+#include "cli/format.h"
+#include "cli/rcdsession.h"
+#include "cli/readings.h"
 
 namespace Cli
 {
 
+namespace
+{
+
+using Vesmar::MeasurementResults;
+using Vesmar::MeasurementSettings;
+using Vesmar::RCDResults;
+using Vesmar::RCDSettings;
 using Vesmar::Tester;
+
+/// Enough for the library to check the object under test several times.
+constexpr std::chrono::milliseconds ObjectCheckTime{2000};
+
+/// The same as for the measurement, but for the mode.
+std::unique_ptr<RCDSettings> ReSettings(const MeasureFunction& function)
+{
+    if (!function.isReMeasured) {
+        return nullptr;
+    }
+    auto settings = std::make_unique<RCDSettings>(static_cast<RCDSettings&>(*function.settings));
+    settings->SetMode(RCDSettings::RCDMode::UbRe);
+    return settings;
+}
+
+std::unique_ptr<MeasurementSession> SessionFor(const MeasureFunction& function,
+                                               const MeasurementSettings& settings)
+{
+    if (const RcdMode* mode = RcdModeOf(settings)) {
+        return std::make_unique<RcdSession>(mode->test);
+    }
+    return std::make_unique<MeasurementSession>(settings.GetMeasurementType(), function.continuous == nullptr,
+                                                function.Seconds());
+}
+
+} // namespace
 
 MeasurementRun::MeasurementRun(Link& link, MeasurementView& view, const MeasureFunction& function,
                                const MeasureLimits& limits)
@@ -15,8 +53,9 @@ MeasurementRun::MeasurementRun(Link& link, MeasurementView& view, const MeasureF
       _function(function),
       _limits(limits),
       _readiness(link),
-      _session(function.settings->GetMeasurementType(), function.continuous == nullptr, function.Seconds())
+      _reSettings(ReSettings(function))
 {
+    BeginTest(_reSettings ? *_reSettings : *function.settings);
     WatchInstrument();
     connect(&_readiness, &ReadinessWatch::Ready, this, &MeasurementRun::Begin);
     connect(&_readiness, &ReadinessWatch::FoundInUpdateMode, this,
@@ -25,7 +64,7 @@ MeasurementRun::MeasurementRun(Link& link, MeasurementView& view, const MeasureF
     connect(&view, &MeasurementView::OutputLost, this,
             [this] { Abort(QStringLiteral("nobody reads the output")); });
     _limit.setSingleShot(true);
-    connect(&_limit, &QTimer::timeout, this, [this] { CarryOut(_session.TimeOver()); });
+    connect(&_limit, &QTimer::timeout, this, [this] { CarryOut(_session->TimeOver()); });
 }
 
 /// Everything that a session decides by is looked at whenever any of it changes.
@@ -33,8 +72,7 @@ void MeasurementRun::WatchInstrument()
 {
     const Tester* tester = &_tester;
     connect(tester, &Tester::DeviceInformationChanged, this, &MeasurementRun::FollowIdentity);
-    connect(tester, &Tester::TestResultsChanged, this,
-            [this](const Vesmar::MeasurementResults* results) { FollowResults(*results); });
+    connect(tester, &Tester::TestResultsChanged, this, &MeasurementRun::Follow);
     connect(tester, &Tester::TesterModeChanged, this, &MeasurementRun::Follow);
     connect(tester, &Tester::ErrorCodeChanged, this, [this](Vesmar::Error error) {
         _view.ShowError(error);
@@ -50,16 +88,17 @@ void MeasurementRun::WatchInstrument()
     connect(tester, &Tester::MeasurementTimeChanged, this, &MeasurementRun::Follow);
 }
 
-MeasurementPicture MeasurementRun::Picture() const
+/// The status first: what it is the end of has been written before it.
+MeasurementPicture MeasurementRun::Picture()
 {
-    const bool hasResult =
-        _tester.TestResults()->GetMeasurementType() == _function.settings->GetMeasurementType();
+    const Vesmar::MeasurementState status = _tester.MeasurementStatus();
+    TakeResults();
     return {_tester.ErrorCode(),
-            _tester.MeasurementStatus(),
+            status,
             _tester.MeasurementFunctionStatus(),
             _tester.CurrentMeasurementType(),
             _tester.MeasurementTime(),
-            hasResult,
+            _hasResult,
             _tester.GetIsMeasurementModeActive()};
 }
 
@@ -69,17 +108,39 @@ void MeasurementRun::Begin()
     Follow();
 }
 
+void MeasurementRun::BeginTest(MeasurementSettings& settings)
+{
+    const RcdMode* mode = RcdModeOf(settings);
+    _view.BeginTest(mode != nullptr ? QString::fromLatin1(mode->name) : QString());
+    _settings = &settings;
+    _session = SessionFor(_function, settings);
+    _notedPhase = Phase::AwaitingIdle;
+    _hasResult = false;
+}
+
+void MeasurementRun::EndTest()
+{
+    if (_settings == _reSettings.get() && _session->ExitStatus() == ExitStatus::Done) {
+        BeginTest(*_function.settings);
+        Begin();
+        return;
+    }
+    _limit.stop();
+    _view.ShowEnd(*_session);
+    _link.Finish(_session->ExitStatus());
+}
+
 void MeasurementRun::Follow()
 {
     if (_link.IsUp()) {
-        CarryOut(_session.Follow(Picture()));
+        CarryOut(_session->Follow(Picture()));
     }
 }
 
 /// Said once, however often it is lost.
 void MeasurementRun::NoteLoss()
 {
-    if (_session.CurrentOutcome() == MeasurementSession::Outcome::LinkLost && !_isLossNoted) {
+    if (_session->CurrentOutcome() == MeasurementSession::Outcome::LinkLost && !_isLossNoted) {
         _isLossNoted = true;
         _view.Say(
             QStringLiteral("Link lost, the state of the instrument is unknown; trying to get it back and "
@@ -90,15 +151,27 @@ void MeasurementRun::NoteLoss()
 void MeasurementRun::FollowIdentity()
 {
     if (_link.IsUp()) {
-        CarryOut(_session.IdentityRead(Picture()));
+        CarryOut(_session->IdentityRead(Picture()));
     }
 }
 
-void MeasurementRun::FollowResults(const Vesmar::MeasurementResults& results)
+void MeasurementRun::TakeResults()
 {
-    if (results.GetMeasurementType() == _function.settings->GetMeasurementType()) {
-        _view.ShowResults(results);
+    MeasurementResults* results = _tester.TestResults();
+    if (results == _taken || results->GetMeasurementType() != _settings->GetMeasurementType()) {
+        return;
     }
+    _taken = results;
+    _hasResult = _settings != _reSettings.get() || TakeRe(*results);
+    _view.ShowResults(*results);
+}
+
+/// False if there is none.
+bool MeasurementRun::TakeRe(const MeasurementResults& results)
+{
+    const float resistance = static_cast<const RCDResults&>(results)._re;
+    static_cast<RCDSettings&>(*_function.settings).SetRe(resistance);
+    return IsPresent(resistance);
 }
 
 void MeasurementRun::Interrupt(int signalNumber)
@@ -113,7 +186,7 @@ void MeasurementRun::Interrupt(int signalNumber)
 /// What is to be done comes before what is to be said.
 void MeasurementRun::Abort(const QString& reason)
 {
-    const Action action = _session.Abort();
+    const Action action = _session->Abort();
     CarryOut(action);
     if (action == Action::None) {
         _view.Say(QStringLiteral("The measurement is being ended already (%1); waiting until the instrument "
@@ -134,7 +207,11 @@ void MeasurementRun::CarryOut(Action action)
     case Action::None:
         break;
     case Action::Prepare:
-        _tester.PrepareMeasurement(*_function.settings);
+        _tester.PrepareMeasurement(*_settings);
+        _tester.SetIsMeasurementModeActive(true);
+        break;
+    case Action::PrepareAndStart:
+        _tester.StartMeasurement(*_settings);
         _tester.SetIsMeasurementModeActive(true);
         break;
     case Action::Start:
@@ -149,9 +226,7 @@ void MeasurementRun::CarryOut(Action action)
         NoteLoss();
         break;
     case Action::Finish:
-        _limit.stop();
-        _view.ShowEnd(_session);
-        _link.Finish(_session.ExitStatus());
+        EndTest();
         break;
     }
 }
@@ -165,15 +240,27 @@ void MeasurementRun::Leave()
 /// Each phase has a time of its own, but for the measurement itself.
 void MeasurementRun::NotePhase()
 {
-    const Phase phase = _session.CurrentPhase();
+    const Phase phase = _session->CurrentPhase();
     if (phase == _notedPhase) {
         return;
     }
     _notedPhase = phase;
+    _view.ShowPhase(phase);
     switch (phase) {
     case Phase::Preparing:
     case Phase::Starting:
         _limit.start(_limits.prepare);
+        break;
+    case Phase::Checking:
+        _limit.start(ObjectCheckTime);
+        break;
+    case Phase::AwaitingMains:
+        _limit.stop();
+        _view.Say(Show(Vesmar::Error::RCDCheckObjectULNIECInvalid).text +
+                  QStringLiteral("; waiting until it does. Ctrl-C aborts the measurement."));
+        break;
+    case Phase::CleaningUp:
+        _limit.start(_limits.cleanUp);
         break;
     case Phase::Running:
         _limit.stop();

@@ -1,6 +1,11 @@
 #pragma once
 
+#include <QPointer>
 #include <QTimer>
+
+#include <memory>
+
+#include <Vesmar/rcdsettings.h>
 
 #include "cli/link.h"
 #include "cli/measurementsession.h"
@@ -11,7 +16,8 @@
 namespace Cli
 {
 
-/// Carries out at the instrument what a session decides, tells it what happens, and shows it.
+/// Carries out at the instrument what a session decides, tells it what happens, and shows it. A measurement
+/// that takes its Re from another test runs that first, in a session of its own.
 class MeasurementRun : public QObject
 {
     Q_OBJECT
@@ -25,11 +31,14 @@ private:
     using Action = MeasurementSession::Action;
 
     void WatchInstrument();
-    MeasurementPicture Picture() const;
+    MeasurementPicture Picture();
     void Begin();
+    void BeginTest(Vesmar::MeasurementSettings& settings);
+    void EndTest();
     void Follow();
     void FollowIdentity();
-    void FollowResults(const Vesmar::MeasurementResults& results);
+    void TakeResults();
+    bool TakeRe(const Vesmar::MeasurementResults& results);
     void Interrupt(int signalNumber);
     void Abort(const QString& reason);
     void CarryOut(Action action);
@@ -43,7 +52,11 @@ private:
     const MeasureFunction& _function;
     MeasureLimits _limits;
     ReadinessWatch _readiness;
-    MeasurementSession _session;
+    std::unique_ptr<Vesmar::RCDSettings> _reSettings; ///< Of the test that measures Re; null without one.
+    Vesmar::MeasurementSettings* _settings = nullptr; ///< Of the test under way.
+    std::unique_ptr<MeasurementSession> _session;
+    QPointer<Vesmar::MeasurementResults> _taken; ///< The last results of this function.
+    bool _hasResult = false;                     ///< Of the test under way.
     Phase _notedPhase = Phase::AwaitingIdle;
     QTimer _limit;
     bool _isLossNoted = false;

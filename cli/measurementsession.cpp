@@ -46,6 +46,8 @@ MeasurementSession::Action MeasurementSession::Follow(const MeasurementPicture& 
     case Phase::AwaitingIdle:
         return FollowIdle(picture);
     case Phase::Preparing:
+    case Phase::Checking:
+    case Phase::AwaitingMains:
         return FollowPreparing(picture);
     case Phase::Starting:
     case Phase::Running:
@@ -54,6 +56,7 @@ MeasurementSession::Action MeasurementSession::Follow(const MeasurementPicture& 
         return FollowStopping(picture);
     case Phase::Leaving:
         return FollowLeaving(picture);
+    case Phase::CleaningUp:
     case Phase::Ended:
         break;
     }
@@ -67,9 +70,12 @@ bool MeasurementSession::IsLinkLost(const MeasurementPicture& picture) const
     case Phase::AwaitingIdle:
         return IsLinkError(picture.error);
     case Phase::Preparing:
+    case Phase::Checking:
+    case Phase::AwaitingMains:
     case Phase::Starting:
     case Phase::Running:
     case Phase::Stopping:
+    case Phase::CleaningUp:
         return IsLinkError(picture.error) || !picture.isModeActive;
     case Phase::Leaving:
     case Phase::Ended:
@@ -92,6 +98,11 @@ MeasurementSession::Action MeasurementSession::FollowIdle(const MeasurementPictu
         return Action::None;
     }
     _phase = Phase::Preparing;
+    return FirstAction();
+}
+
+MeasurementSession::Action MeasurementSession::FirstAction() const
+{
     return Action::Prepare;
 }
 
@@ -175,7 +186,10 @@ MeasurementSession::Action MeasurementSession::TimeOver()
     case Phase::Leaving:
         _phase = Phase::Ended;
         return Action::Finish;
+    case Phase::Checking:
+    case Phase::AwaitingMains:
     case Phase::Running:
+    case Phase::CleaningUp:
     case Phase::Ended:
         break;
     }
@@ -195,7 +209,20 @@ MeasurementSession::Action MeasurementSession::Fail(Reason reason, Action action
 {
     _outcome = Outcome::Failed;
     _reason = reason;
-    return action == Action::Abort ? LeaveWith(action) : action;
+    const bool isLeft = action == Action::Abort || action == Action::Leave;
+    return isLeft ? LeaveWith(action) : action;
+}
+
+MeasurementSession::Action MeasurementSession::FailWith(Error error, Action action)
+{
+    NoteError(error);
+    return Fail(Reason::Error, action);
+}
+
+MeasurementSession::Action MeasurementSession::Complete()
+{
+    _outcome = Outcome::Completed;
+    return LeaveWith(Action::Leave);
 }
 
 void MeasurementSession::Decide(const MeasurementPicture& picture)

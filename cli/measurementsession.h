@@ -35,10 +35,13 @@ public:
     enum class Phase {
         AwaitingIdle, ///< Another function is active at the instrument; the library stops it.
         Preparing,
+        Checking,      ///< Something may be wrong with the object under test; that is being found out.
+        AwaitingMains, ///< The mains voltage does not suit the test; it is checked without limit.
         Starting,
         Running,
-        Stopping, ///< The library ends the measurement.
-        Leaving,  ///< Measurement mode is left, and the end awaits its confirmation.
+        Stopping,   ///< The library ends the measurement.
+        CleaningUp, ///< The library is through with it, the instrument is not.
+        Leaving,    ///< Measurement mode is left, and the end awaits its confirmation.
         Ended
     };
 
@@ -56,7 +59,8 @@ public:
 
     enum class Action {
         None,
-        Prepare, ///< Hand over the settings, then enter measurement mode.
+        Prepare,         ///< Hand over the settings, then enter measurement mode.
+        PrepareAndStart, ///< The same, and ask for the start as well.
         Start,
         Abort, ///< Abort, then as `Leave`.
         Leave, ///< Leave measurement mode and ask for the identity.
@@ -66,6 +70,7 @@ public:
     /// A continuous function has a time after which it is complete, or none: then it runs until it is
     /// aborted. A single one is complete with its result.
     MeasurementSession(Vesmar::MeasurementType function, bool isSingle, std::optional<int> seconds);
+    virtual ~MeasurementSession() = default;
 
     /// The link is up.
     Action Begin(const MeasurementPicture& picture) { return Follow(picture); }
@@ -75,7 +80,7 @@ public:
     /// Somebody wants it to end.
     Action Abort();
     /// The present phase has taken too long.
-    Action TimeOver();
+    virtual Action TimeOver();
 
     Phase CurrentPhase() const { return _phase; }
     Outcome CurrentOutcome() const { return _outcome; }
@@ -86,16 +91,25 @@ public:
     bool IsStopConfirmed() const { return _isStopConfirmed; }
     int ExitStatus() const;
 
+protected:
+    /// When the instrument does nothing else.
+    virtual Action FirstAction() const;
+    virtual Action FollowPreparing(const MeasurementPicture& picture);
+    virtual Action FollowMeasuring(const MeasurementPicture& picture);
+
+    void Enter(Phase phase) { _phase = phase; }
+    Action Complete();
+    Action Fail(Reason reason, Action action);
+    /// The error is the one to be told, unless there was one before.
+    Action FailWith(Vesmar::Error error, Action action);
+
 private:
     bool IsLinkLost(const MeasurementPicture& picture) const;
     void NoteError(Vesmar::Error error);
     Action FollowIdle(const MeasurementPicture& picture);
-    Action FollowPreparing(const MeasurementPicture& picture);
-    Action FollowMeasuring(const MeasurementPicture& picture);
     Action FollowStopping(const MeasurementPicture& picture);
     Action FollowLeaving(const MeasurementPicture& picture);
     Action LoseLink();
-    Action Fail(Reason reason, Action action);
     void Decide(const MeasurementPicture& picture);
     Action LeaveWith(Action action);
 

@@ -29,8 +29,32 @@ MeasurementView::MeasurementView(const MeasureFunction& function, bool isJson, R
     connect(&_redraw, &QTimer::timeout, this, &MeasurementView::DrawLiveLine);
 }
 
+void MeasurementView::BeginTest(const QString& mode)
+{
+    _mode = mode;
+    _readings.clear();
+}
+
+void MeasurementView::ShowPhase(MeasurementSession::Phase phase)
+{
+    const QString name = PhaseName(phase);
+    if (_mode.isEmpty() || name.isEmpty()) {
+        return;
+    }
+    BeginTime();
+    _phase = _mode + QStringLiteral(": ") + name;
+    if (_screen.HasLiveLine()) {
+        DrawLiveLine();
+    } else if (!_isJson) {
+        _screen.Write(PhaseLine(Elapsed(), _phase).toUtf8() + '\n');
+    }
+}
+
 void MeasurementView::BeginTime()
 {
+    if (_time.isValid()) {
+        return;
+    }
     _time.start();
     if (_screen.HasLiveLine()) {
         _redraw.start(RedrawPeriod);
@@ -78,7 +102,13 @@ void MeasurementView::ShowResults(const Vesmar::MeasurementResults& results)
 
 void MeasurementView::DrawLiveLine()
 {
-    _screen.Draw(LiveLine({Elapsed(), _total}, _readings, LiveScreen::Width()));
+    _screen.Draw(LiveText());
+}
+
+QString MeasurementView::LiveText() const
+{
+    return _phase.isEmpty() ? LiveLine({Elapsed(), _total}, _readings, LiveScreen::Width())
+                            : PhaseLine(Elapsed(), _phase).left(LiveScreen::Width());
 }
 
 void MeasurementView::Say(const QString& text)
@@ -89,7 +119,8 @@ void MeasurementView::Say(const QString& text)
 void MeasurementView::ShowEnd(const MeasurementSession& session)
 {
     _redraw.stop();
-    const QString message = EndMessage(_function.name, session);
+    const QString name = (_function.name + QLatin1Char(' ') + _mode).trimmed();
+    const QString message = EndMessage(name, session);
     const bool isDone = session.CurrentOutcome() == MeasurementSession::Outcome::Completed;
     if (_isJson) {
         _screen.Write(ResultJson({_function.name, message, _readings}, session));

@@ -25,7 +25,10 @@ public:
     /// The file may be null.
     MeasurementView(const MeasureFunction& function, bool isJson, ReadingsFile* file);
 
-    /// From here on counts the time.
+    /// One of the measurement's tests begins; its mode distinguishes it, and its phases are shown.
+    void BeginTest(const QString& mode);
+    void ShowPhase(MeasurementSession::Phase phase);
+    /// From here on counts the time, unless it does already.
     void BeginTime();
     /// Events, for programs.
     void ShowStatus(Vesmar::MeasurementState status);
@@ -46,8 +49,11 @@ private:
     std::chrono::milliseconds Elapsed() const;
     void ShowEvent(const char* event, const QJsonValue& value);
     void DrawLiveLine();
+    QString LiveText() const;
 
     const MeasureFunction& _function;
+    QString _mode;
+    QString _phase;
     bool _isJson;
     ReadingsFile* _file;
     LiveScreen _screen;

@@ -18,7 +18,7 @@ constexpr VerbTexts Texts{
     "\n"
     "Connects, prepares and starts the function, follows it to its end, and waits until\n"
     "the instrument is confirmed to have stopped. Readings are in the instrument's own\n"
-    "units. --csv takes a regular file, and overwrites it.\n"
+    "units; a dash is no value. --csv takes a regular file, and overwrites it.\n"
     "\n"
     "Ctrl-C, SIGTERM, SIGHUP (a closed terminal) and an output that nobody reads any more\n"
     "abort the measurement; the program ends once the instrument is confirmed to have\n"
@@ -55,6 +55,8 @@ MeasureVerb::MeasureVerb(CLI::App& program) : Verb(program, Texts), _functions(C
                ShortestTimeout, _limits.prepare);
     AddSeconds("--stop-timeout", "How long stopping, or the way back of a lost link, may take (default 15)",
                ShortestTimeout, _limits.stop);
+    AddSeconds("--clean-up-time", "How long rcd-iec leaves the instrument alone for a clean-up (default 5)",
+               ShortestTimeout, _limits.cleanUp);
     Command().allow_extras(); // for an error of its own
     Command().final_callback([this] { CheckFunction(); });
 }

@@ -86,8 +86,9 @@ constexpr std::array<Named<MeasurementState>, 9> MeasurementStates{{
     {MeasurementState::Stopped, "Stopped"},
 }};
 
-/// Every error but the two numbered rows of the instrument's own.
-constexpr std::array<NamedError, 24> Errors{{
+/// Every error but the two numbered rows of the instrument's own, and of these the ones that may be the
+/// library's.
+constexpr std::array<NamedError, 26> Errors{{
     {Error::NoErrors, "NoErrors", "no error"},
     {Error::NoResponse, "NoResponse", "the link is lost: the instrument does not answer"},
     {Error::RequestRefused, "RequestRefused", "the link is lost: the instrument keeps refusing requests"},
@@ -120,6 +121,10 @@ constexpr std::array<NamedError, 24> Errors{{
     {Error::RCDCheckObject9, "RCDCheckObject9", "the check of the RCD failed with the instrument's code 9"},
     {Error::RCDCheckObjectULNIECInvalid, "RCDCheckObjectULNIECInvalid",
      "the mains voltage does not suit the IEC RCD test"},
+    {Error::RCDDeviceError0, "RCDDeviceError0",
+     "the RCD test stayed silent, or the instrument reports its error 0 in it"},
+    {Error::RCDDeviceError1, "RCDDeviceError1",
+     "the RCD test ended without a result, or the instrument reports its error 1 in it"},
 }};
 
 /// The entry of the value, or null.
@@ -204,14 +209,16 @@ QString Name(MeasurementState value)
 
 QString Meaning(Error value)
 {
+    if (const auto* const entry = Find(Errors, value); entry != nullptr) {
+        return QString::fromLatin1(entry->meaning);
+    }
     if (const int number = DeviceErrorNumber(value); number >= 0) {
         return QStringLiteral("the instrument reports its error %1").arg(number);
     }
     if (const int number = RCDDeviceErrorNumber(value); number >= 0) {
         return QStringLiteral("the instrument reports its error %1 in an RCD test").arg(number);
     }
-    const auto* const entry = Find(Errors, value);
-    return entry != nullptr ? QString::fromLatin1(entry->meaning) : QStringLiteral("unknown error");
+    return QStringLiteral("unknown error");
 }
 
 } // namespace Cli

@@ -1,5 +1,7 @@
 #include "cli/readings.h"
 
+#include <cmath>
+
 #include <Vesmar/hvtestresults.h>
 #include <Vesmar/ideltaresults.h>
 #include <Vesmar/iecresults.h>
@@ -8,6 +10,8 @@
 #include <Vesmar/itresults.h>
 #include <Vesmar/monitoringresults.h>
 #include <Vesmar/powerresults.h>
+#include <Vesmar/rcdiecresults.h>
+#include <Vesmar/rcdresults.h>
 #include <Vesmar/risoresults.h>
 #include <Vesmar/rlnresults.h>
 #include <Vesmar/rperesults.h>
@@ -28,6 +32,8 @@ using Vesmar::MeasurementResults;
 using Vesmar::MeasurementType;
 using Vesmar::MonitoringResults;
 using Vesmar::POWERResults;
+using Vesmar::RCDIECResults;
+using Vesmar::RCDResults;
 using Vesmar::RISOResults;
 using Vesmar::RLNResults;
 using Vesmar::RPEResults;
@@ -72,6 +78,10 @@ QVector<float> ReadingValues(const MeasurementResults& results)
         return Values<HVTestResults>(results, &HVTestResults::_maxVoltage, &HVTestResults::_voltage,
                                      &HVTestResults::_current, &HVTestResults::_uln, &HVTestResults::_upri,
                                      &HVTestResults::_pwm);
+    case MeasurementType::RCD:
+        return Values<RCDResults>(results, &RCDResults::_re, &RCDResults::_ia, &RCDResults::_ta);
+    case MeasurementType::RCDIEC:
+        return Values<RCDIECResults>(results, &RCDIECResults::_ia, &RCDIECResults::_ta);
     case MeasurementType::IEC:
         return Values<IECResults>(results, &IECResults::_result, &IECResults::_voltage, &IECResults::_uln,
                                   &IECResults::_step, &IECResults::_delay);
@@ -81,6 +91,11 @@ QVector<float> ReadingValues(const MeasurementResults& results)
 }
 
 } // namespace
+
+bool IsPresent(float reading)
+{
+    return std::isfinite(reading) && reading != MeasurementResults::NoValue;
+}
 
 QVector<const char*> ReadingNames(MeasurementType function)
 {
@@ -102,6 +117,10 @@ QVector<const char*> ReadingNames(MeasurementType function)
         return {"energy", "power", "current", "voltage", "power factor", "apparent power"};
     case MeasurementType::HVTest:
         return {"maximum voltage", "voltage", "current", "ULN", "primary voltage", "PWM"};
+    case MeasurementType::RCD:
+        return {"Re", "Ia", "Ta"};
+    case MeasurementType::RCDIEC:
+        return {"Ia", "Ta"};
     case MeasurementType::IEC:
         return {"result", "voltage", "ULN", "step", "delay"};
     default:

@@ -13,6 +13,9 @@ struct Reading {
     float value;
 };
 
+/// Whether there is a reading at all.
+bool IsPresent(float reading);
+
 /// The names of a function's readings, in order; none for a function without named readings.
 QVector<const char*> ReadingNames(Vesmar::MeasurementType function);
 

@@ -4,11 +4,54 @@
 
 #include <QByteArrayList>
 #include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 #include <QStringList>
+#include <QTemporaryDir>
 #include <QtTest>
 
 #include "integration/patience.h"
+
+inline QStringList Words(const QString& text)
+{
+    return text.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+/// The simulator's options for a command at the very beginning.
+inline QStringList AtOnce(const char* command)
+{
+    return {QStringLiteral("--at"), QStringLiteral("0:") + QString::fromLatin1(command)};
+}
+
+/// The same for a scenario, with its number if it takes one.
+inline QStringList InScenario(const char* scenario)
+{
+    return {QStringLiteral("--scenario"), QString::fromLatin1(scenario)};
+}
+
+inline QByteArray ContentOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// A simulator's log without the times: what the instrument was asked and answered, and what it did.
+inline QByteArrayList LogIn(const QString& path)
+{
+    QByteArrayList log;
+    for (const QByteArray& line : ContentOf(path).split('\n')) {
+        if (!line.isEmpty()) {
+            log.append(line.mid(line.indexOf(' ') + 1));
+        }
+    }
+    return log;
+}
+
+inline QJsonObject ObjectOf(const QByteArray& line)
+{
+    return QJsonDocument::fromJson(line).object();
+}
 
 /// A program that runs on its own, with all that it prints.
 class ProgramRun
@@ -66,4 +109,27 @@ private:
     QProcess _process;
     QByteArray _output;
     QByteArray _errors;
+};
+
+/// `vesmar`, with a simulated instrument of its own that keeps a log. The arguments go through a shell.
+class VesmarRun
+{
+public:
+    explicit VesmarRun(const QString& arguments, const QStringList& simulatorOptions = {})
+        : _run(QStringLiteral(SIMULATOR_PROGRAM),
+               QStringList{QStringLiteral("run"), QStringLiteral("--log"), LogPath()} + simulatorOptions +
+                   QStringList{QStringLiteral("--"), QStringLiteral("sh"), QStringLiteral("-c"),
+                               QStringLiteral("exec \"$0\" ") + arguments, QStringLiteral(VESMAR_PROGRAM)})
+    {
+    }
+
+    ProgramRun* operator->() { return &_run; }
+
+    QByteArrayList Log() const { return LogIn(LogPath()); }
+
+private:
+    QString LogPath() const { return _folder.filePath(QStringLiteral("log")); }
+
+    const QTemporaryDir _folder; // First: the log is in it.
+    ProgramRun _run;
 };

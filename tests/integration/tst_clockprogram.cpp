@@ -1,7 +1,4 @@
 #include <QDateTime>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include "integration/programrun.h"
@@ -9,57 +6,19 @@
 namespace
 {
 
-QStringList Words(const QString& text)
+/// The requests in hexadecimal, without those that only read.
+QByteArrayList CommandsOf(const VesmarRun& run)
 {
-    return text.split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
-
-/// `vesmar`, with a simulated instrument of its own that keeps a log.
-class LoggedRun
-{
-public:
-    explicit LoggedRun(const QString& arguments, const QStringList& simulatorOptions = {})
-        : _run(QStringLiteral(SIMULATOR_PROGRAM),
-               QStringList{QStringLiteral("run"), QStringLiteral("--log"), LogPath()} + simulatorOptions +
-                   QStringList{QStringLiteral("--"), QStringLiteral(VESMAR_PROGRAM)} + Words(arguments))
-    {
-    }
-
-    ProgramRun* operator->() { return &_run; }
-
-    /// The requests in hexadecimal, without those that only read.
-    QByteArrayList Commands() const
-    {
-        QFile file(LogPath());
-        QByteArrayList commands;
-        if (file.open(QIODevice::ReadOnly)) {
-            for (const QByteArray& line : file.readAll().split('\n')) {
-                const QByteArray request = line.split(' ').value(1);
-                const bool isCommand =
-                    request.startsWith("72") || request.startsWith("74") || request.startsWith("78");
-                if (isCommand) {
-                    commands.append(request);
-                }
-            }
+    QByteArrayList commands;
+    for (const QByteArray& line : run.Log()) {
+        const QByteArray request = line.split(' ').first();
+        const bool isCommand =
+            request.startsWith("72") || request.startsWith("74") || request.startsWith("78");
+        if (isCommand) {
+            commands.append(request);
         }
-        return commands;
     }
-
-private:
-    QString LogPath() const { return _folder.filePath(QStringLiteral("log")); }
-
-    const QTemporaryDir _folder; // First: the log is in it.
-    ProgramRun _run;
-};
-
-QJsonObject ObjectOf(const QByteArray& line)
-{
-    return QJsonDocument::fromJson(line).object();
-}
-
-QStringList AtOnce(const char* command)
-{
-    return {QStringLiteral("--at"), QStringLiteral("0:") + QString::fromLatin1(command)};
+    return commands;
 }
 
 } // namespace
@@ -92,7 +51,7 @@ private Q_SLOTS:
 void TestClockProgram::ClockIsShown()
 {
     const QDateTime before = QDateTime::currentDateTime().addSecs(-1); // the clock has no fractions
-    LoggedRun run(QStringLiteral("clock"));
+    VesmarRun run(QStringLiteral("clock"));
     QCOMPARE(run->Finish(), 0);
     QCOMPARE(run->Errors(), QByteArray());
     QCOMPARE(run->Lines().size(), 2);
@@ -102,12 +61,12 @@ void TestClockProgram::ClockIsShown()
     const QRegularExpression difference(
         QStringLiteral("^Difference:       (none|\\d s (behind|ahead of) this computer)$"));
     QVERIFY2(difference.match(QString::fromUtf8(run->Lines().at(1))).hasMatch(), run->Output().constData());
-    QCOMPARE(run.Commands(), QByteArrayList());
+    QCOMPARE(CommandsOf(run), QByteArrayList());
 }
 
 void TestClockProgram::ClockIsSet()
 {
-    LoggedRun run(QStringLiteral("clock set 2030-02-03 04:05:06 --json"));
+    VesmarRun run(QStringLiteral("clock set 2030-02-03 04:05:06 --json"));
     QCOMPARE(run->Finish(), 0);
     QCOMPARE(run->Errors(), QByteArray());
     QCOMPARE(run->Lines().size(), 1);
@@ -117,16 +76,16 @@ void TestClockProgram::ClockIsSet()
         QDateTime::fromString(shown.value(QLatin1String("CurrentDateTime")).toString(), Qt::ISODate);
     QVERIFY2(set < clock && clock <= set.addSecs(60), run->Output().constData());
     QVERIFY(shown.value(QLatin1String("difference")).isDouble());
-    QCOMPARE(run.Commands(), QByteArrayList{"72300203040506a257"});
+    QCOMPARE(CommandsOf(run), QByteArrayList{"72300203040506a257"});
 }
 
 void TestClockProgram::ClockIsSetToNow()
 {
     const QDateTime before = QDateTime::currentDateTime();
-    LoggedRun run(QStringLiteral("clock set"));
+    VesmarRun run(QStringLiteral("clock set"));
     QCOMPARE(run->Finish(), 0);
     const QDateTime after = QDateTime::currentDateTime();
-    const QByteArrayList commands = run.Commands();
+    const QByteArrayList commands = CommandsOf(run);
     QCOMPARE(commands.size(), 1);
     const QDateTime sent =
         QDateTime::fromString(QStringLiteral("20") + QString::fromLatin1(commands.first().mid(2, 12)),
@@ -136,44 +95,44 @@ void TestClockProgram::ClockIsSetToNow()
 
 void TestClockProgram::CalibrationIsShown()
 {
-    LoggedRun run(QStringLiteral("calibration"));
+    VesmarRun run(QStringLiteral("calibration"));
     QCOMPARE(run->Finish(), 0);
     QCOMPARE(run->Output(), QByteArray("Last calibrated:  2024-02-15 00:00:00\n"));
-    QCOMPARE(run.Commands(), QByteArrayList());
+    QCOMPARE(CommandsOf(run), QByteArrayList());
 }
 
 void TestClockProgram::CalibrationIsSet()
 {
-    LoggedRun run(QStringLiteral("calibration set 2026-11-21"));
+    VesmarRun run(QStringLiteral("calibration set 2026-11-21"));
     QCOMPARE(run->Finish(), 0);
     QCOMPARE(run->Errors(), QByteArray());
     QCOMPARE(run->Output(), QByteArray("Last calibrated:  2026-11-21 00:00:00\n"));
-    QCOMPARE(run.Commands().last(), QByteArray("7800f081"));
-    QVERIFY2(run.Commands().contains("74261121000000bf12"), run.Commands().join(' ').constData());
+    QCOMPARE(CommandsOf(run).last(), QByteArray("7800f081"));
+    QVERIFY2(CommandsOf(run).contains("74261121000000bf12"), CommandsOf(run).join(' ').constData());
 }
 
 void TestClockProgram::CalibrationIsSetToWhatItIs()
 {
-    LoggedRun run(QStringLiteral("calibration set 2024-02-15 --json"));
+    VesmarRun run(QStringLiteral("calibration set 2024-02-15 --json"));
     QCOMPARE(run->Finish(), 0);
     QCOMPARE(run->Output(), QByteArray("{\"CalibrationDateTime\":\"2024-02-15T00:00:00\"}\n"));
-    QVERIFY2(run.Commands().contains("742402150000006f95"), run.Commands().join(' ').constData());
+    QVERIFY2(CommandsOf(run).contains("742402150000006f95"), CommandsOf(run).join(' ').constData());
 }
 
 void TestClockProgram::Restarted()
 {
-    LoggedRun run(QStringLiteral("restart --json"));
+    VesmarRun run(QStringLiteral("restart --json"));
     QCOMPARE(run->Finish(), 0);
     QCOMPARE(run->Errors(), QByteArray());
     QVERIFY2(ObjectOf(run->Lines().last()).value(QLatin1String("seconds")).toDouble() >= 2,
              run->Output().constData());
-    QCOMPARE(run.Commands(), QByteArrayList{"7800f081"});
+    QCOMPARE(CommandsOf(run), QByteArrayList{"7800f081"});
 }
 
 /// Longer than the library waits for a restart, but not as long as it waits for an answer.
 void TestClockProgram::SlowRestart()
 {
-    LoggedRun run(QStringLiteral("restart --json"), Words(QStringLiteral("--restart-time 4000")));
+    VesmarRun run(QStringLiteral("restart --json"), Words(QStringLiteral("--restart-time 4000")));
     QCOMPARE(run->Finish(), 0);
     QVERIFY2(ObjectOf(run->Lines().last()).value(QLatin1String("seconds")).toDouble() >= 4,
              run->Output().constData());
@@ -181,7 +140,7 @@ void TestClockProgram::SlowRestart()
 
 void TestClockProgram::RestartedOutOfUpdateMode()
 {
-    LoggedRun run(QStringLiteral("restart"), AtOnce("mode 3"));
+    VesmarRun run(QStringLiteral("restart"), AtOnce("mode 3"));
     QCOMPARE(run->Finish(), 0);
     QVERIFY2(run->Output().startsWith("The instrument has restarted; that took "), run->Output().constData());
 }
@@ -197,29 +156,29 @@ void TestClockProgram::InUpdateMode_data()
 void TestClockProgram::InUpdateMode()
 {
     QFETCH(QString, arguments);
-    LoggedRun run(arguments, AtOnce("mode 3"));
+    VesmarRun run(arguments, AtOnce("mode 3"));
     QCOMPARE(run->Finish(), 3);
     QCOMPARE(run->Output(), QByteArray());
     QCOMPARE(run->Errors(),
              QByteArray("vesmar: The instrument is in update mode (3) and waits for firmware; run "
                         "vesmar update IMAGE --confirmation FILE.\n"));
-    QCOMPARE(run.Commands(), QByteArrayList());
+    QCOMPARE(CommandsOf(run), QByteArrayList());
 }
 
 void TestClockProgram::SignalDoesNotLeaveItInCalibrationMode()
 {
-    LoggedRun run(QStringLiteral("calibration set 2026-11-21"));
-    QTRY_VERIFY_WITH_TIMEOUT(run.Commands().contains("7801d191"), Patience);
+    VesmarRun run(QStringLiteral("calibration set 2026-11-21"));
+    QTRY_VERIFY_WITH_TIMEOUT(CommandsOf(run).contains("7801d191"), Patience);
     QVERIFY(run->Signal(SIGINT));
     QCOMPARE(run->Finish(), 0);
     QVERIFY2(run->Errors().contains("waiting until it has left it (signal 2)"), run->Errors().constData());
-    QCOMPARE(run.Commands().last(), QByteArray("7800f081"));
+    QCOMPARE(CommandsOf(run).last(), QByteArray("7800f081"));
 }
 
 /// It breaks in the pause after the first change of the mode.
 void TestClockProgram::LinkLostInTheMiddle()
 {
-    LoggedRun run(QStringLiteral("calibration set 2026-11-21 --confirm-timeout 20 --json"),
+    VesmarRun run(QStringLiteral("calibration set 2026-11-21 --confirm-timeout 20 --json"),
                   Words(QStringLiteral("--restart-time 600000")));
     QCOMPARE(run->Finish(), 7);
     QCOMPARE(ObjectOf(run->Lines().last()).value(QLatin1String("error")).toString(),
@@ -239,8 +198,7 @@ void TestClockProgram::NoLink_data()
 void TestClockProgram::NoLink()
 {
     QFETCH(QString, arguments);
-    LoggedRun run(arguments + QStringLiteral(" --timeout 0.5 --json"),
-                  Words(QStringLiteral("--scenario silent")));
+    VesmarRun run(arguments + QStringLiteral(" --timeout 0.5 --json"), InScenario("silent"));
     QCOMPARE(run->Finish(), 2);
     QCOMPARE(ObjectOf(run->Lines().last()).value(QLatin1String("error")).toString(),
              QStringLiteral("no-answer"));
@@ -268,7 +226,7 @@ void TestClockProgram::BadUse_data()
 void TestClockProgram::BadUse()
 {
     QFETCH(QByteArray, complaint);
-    LoggedRun run(QString::fromLatin1(QTest::currentDataTag()));
+    VesmarRun run(QString::fromLatin1(QTest::currentDataTag()));
     QCOMPARE(run->Finish(), 1);
     QCOMPARE(run->Output(), QByteArray());
     const QByteArrayList lines = run->Errors().split('\n');

@@ -1,92 +1,13 @@
 #include <QDateTime>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <memory>
 #include <vector>
 
-#include "integration/programrun.h"
+#include "integration/measurerun.h"
 
 namespace
 {
-
-QStringList Words(const QString& text)
-{
-    return text.split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
-
-/// What the instrument was asked and answered, and what its function did; without the times.
-QByteArrayList LogIn(const QString& path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return {};
-    }
-    QByteArrayList log;
-    for (const QByteArray& line : file.readAll().split('\n')) {
-        if (!line.isEmpty()) {
-            log.append(line.mid(line.indexOf(' ') + 1));
-        }
-    }
-    return log;
-}
-
-/// Whether the function is over, for whatever reason, since it last ran.
-bool HasFunctionStopped(const QByteArrayList& log, int function)
-{
-    const QByteArray name = "function " + QByteArray::number(function);
-    const int running = log.lastIndexOf(name + " running");
-    return running >= 0 && log.lastIndexOf(name + " deselected") > running;
-}
-
-/// `vesmar measure`, with a simulated instrument of its own that keeps a log.
-class MeasureRun
-{
-public:
-    explicit MeasureRun(const QString& arguments, const QString& simulatorOptions = QString())
-        : _run(QStringLiteral(SIMULATOR_PROGRAM),
-               QStringList{QStringLiteral("run"), QStringLiteral("--log"), LogPath()} +
-                   Words(simulatorOptions) +
-                   QStringList{QStringLiteral("--"), QStringLiteral("sh"), QStringLiteral("-c"),
-                               QStringLiteral("exec \"$0\" measure ") + arguments,
-                               QStringLiteral(VESMAR_PROGRAM)})
-    {
-    }
-
-    ProgramRun* operator->() { return &_run; }
-
-    QByteArrayList Log() const { return LogIn(LogPath()); }
-    bool HasStopped(int function) const { return HasFunctionStopped(Log(), function); }
-
-private:
-    QString LogPath() const { return _folder.filePath(QStringLiteral("log")); }
-
-    const QTemporaryDir _folder; // First: the log is in it.
-    ProgramRun _run;
-};
-
-QJsonObject ObjectOf(const QByteArray& line)
-{
-    return QJsonDocument::fromJson(line).object();
-}
-
-QString EventOf(const QByteArray& line)
-{
-    return ObjectOf(line).value(QLatin1String("event")).toString();
-}
-
-QByteArrayList EventsOf(const QByteArrayList& lines, const char* event)
-{
-    QByteArrayList events;
-    for (const QByteArray& line : lines) {
-        if (EventOf(line) == QLatin1String(event)) {
-            events.append(line);
-        }
-    }
-    return events;
-}
 
 struct Function {
     const char* name;
@@ -222,7 +143,7 @@ private Q_SLOTS:
 
 void TestMeasureProgram::EveryFunction()
 {
-    std::vector<std::unique_ptr<MeasureRun>> runs; // side by side
+    MeasureRuns runs; // side by side
     for (const Function& function : Functions()) {
         const QString arguments =
             QStringLiteral("%1 --json %2").arg(QLatin1String(function.name), QLatin1String(function.options));
@@ -287,8 +208,10 @@ void TestMeasureProgram::BadUse_data()
 {
     QTest::addColumn<QByteArray>("complaint");
     const std::pair<const char*, const char*> uses[]{
-        {"", "no function given; it is one of rln, iec, rpe, riso, isub, ipe, idelta, it, power, hv"},
-        {"rcd", "no function: \"rcd\"; it is one of rln, iec, rpe, riso, isub, ipe, idelta, it, power, hv"},
+        {"", "no function given; it is one of rln, iec, rpe, riso, isub, ipe, idelta, it, power, hv, rcd, "
+             "rcd-iec"},
+        {"rcbo", "no function: \"rcbo\"; it is one of rln, iec, rpe, riso, isub, ipe, idelta, it, power, hv, "
+                 "rcd, rcd-iec"},
         {"rpe --current 4", "--current: \"4\" is not one of 0, 1, 2, 3"},
         {"rpe --method x", "--method: \"x\" is not one of 0, 1, 2, 3"},
         {"riso --voltage -1", "--voltage: \"-1\" is not one of 0, 1, 2, 3"},
@@ -348,15 +271,14 @@ void TestMeasureProgram::FailedByTheInstrument()
     QFETCH(QString, function);
     QFETCH(QString, error);
     QFETCH(int, number);
-    MeasureRun run(function + QStringLiteral(" --json"),
-                   QStringLiteral("--scenario ") + QLatin1String(QTest::currentDataTag()));
+    MeasureRun run(function + QStringLiteral(" --json"), InScenario(QTest::currentDataTag()));
     QCOMPARE(run->Finish(), 4);
     const QString named = QStringLiteral("%1 (%2): the ").arg(error).arg(number);
     QVERIFY2(run->Errors().contains(named.toLatin1()), run->Errors().constData());
     QVERIFY2(run->Errors().contains("confirmed to have stopped"), run->Errors().constData());
     QCOMPARE(run->Errors().count('\n'), 1);
 
-    const QJsonObject result = ObjectOf(run->Lines().last());
+    const QJsonObject result = ResultOf(run);
     QCOMPARE(result.value(QLatin1String("outcome")).toString(), QStringLiteral("failed"));
     QCOMPARE(result.value(QLatin1String("status")).toInt(-1), 4);
     const QJsonObject shown = result.value(QLatin1String("error")).toObject();
@@ -368,7 +290,7 @@ void TestMeasureProgram::FailedByTheInstrument()
 void TestMeasureProgram::Interrupted()
 {
     const QVector<int> signalNumbers{SIGINT, SIGTERM, SIGHUP};
-    std::vector<std::unique_ptr<MeasureRun>> runs; // side by side
+    MeasureRuns runs; // side by side
     for (int i = 0; i < signalNumbers.size(); ++i) {
         runs.push_back(std::make_unique<MeasureRun>(QStringLiteral("hv --time 600")));
     }
@@ -418,7 +340,7 @@ void TestMeasureProgram::AbortedWithItsTerminal()
 void TestMeasureProgram::StopNotConfirmed()
 {
     MeasureRun run(QStringLiteral("hv --time 1 --time-offset 0 --stop-timeout 0.1"),
-                   QStringLiteral("--scenario runs-on-after-stop"));
+                   InScenario("runs-on-after-stop"));
     QCOMPARE(run->Finish(), 6);
     QVERIFY2(run->Errors().contains("STOP NOT CONFIRMED: the instrument may still be running, and high "
                                     "voltage may be on. Switch it off at the instrument."),
@@ -428,14 +350,15 @@ void TestMeasureProgram::StopNotConfirmed()
 
 void TestMeasureProgram::UnpluggedForGood()
 {
-    MeasureRun run(QStringLiteral("hv --time 600 --stop-timeout 1 --json"), QStringLiteral("--at 8:unplug"));
+    MeasureRun run(QStringLiteral("hv --time 600 --stop-timeout 1 --json"),
+                   Words(QStringLiteral("--at 8:unplug")));
     QCOMPARE(run->Finish(), 7);
     QVERIFY(run.Log().contains("function 9 running"));
     const QByteArray sentence =
         "Link lost, the state of the instrument is unknown: it may still be running, and high voltage may be "
         "on. Switch it off at the instrument.";
     QVERIFY2(run->Errors().endsWith("vesmar: " + sentence + '\n'), run->Errors().constData());
-    const QJsonObject result = ObjectOf(run->Lines().last());
+    const QJsonObject result = ResultOf(run);
     QCOMPARE(result.value(QLatin1String("outcome")).toString(), QStringLiteral("link-lost"));
     QCOMPARE(result.value(QLatin1String("status")).toInt(-1), 7);
     QCOMPARE(result.value(QLatin1String("stopped")).toBool(true), false);

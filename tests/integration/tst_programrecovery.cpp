@@ -1,5 +1,3 @@
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QtTest>
 
 #include "integration/programrun.h"
@@ -13,7 +11,7 @@ QByteArrayList Story(const QByteArrayList& lines)
 {
     QByteArrayList story;
     for (const QByteArray& line : lines) {
-        const QJsonObject change = QJsonDocument::fromJson(line).object();
+        const QJsonObject change = ObjectOf(line);
         const QJsonObject value = change.value(QLatin1String("value")).toObject();
         QByteArray word = change.value(QLatin1String("property")).toString().toLatin1();
         if (word == "ErrorCode") {

@@ -1,7 +1,4 @@
 #include <QFileInfo>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include "integration/programrun.h"
@@ -13,27 +10,11 @@ const QString SimulatorProgram = QStringLiteral(SIMULATOR_PROGRAM);
 const QString VesmarProgram = QStringLiteral(VESMAR_PROGRAM);
 constexpr char SerialDevice[] = "/dev/ttycommunication";
 
-QStringList Words(const char* text)
-{
-    return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
-
 /// The arguments by which the simulator runs `vesmar` with its instrument.
 QStringList SimulatedVesmar(const char* arguments, const QStringList& simulatorOptions = {})
 {
     return QStringList{QStringLiteral("run")} + simulatorOptions + QStringList{QStringLiteral("--")} +
-           QStringList{VesmarProgram} + Words(arguments);
-}
-
-/// The command at the very beginning.
-QStringList AtOnce(const char* command)
-{
-    return {QStringLiteral("--at"), QStringLiteral("0:") + QString::fromLatin1(command)};
-}
-
-QJsonObject ObjectOf(const QByteArray& line)
-{
-    return QJsonDocument::fromJson(line).object();
+           QStringList{VesmarProgram} + Words(QLatin1String(arguments));
 }
 
 QJsonValue At(const QJsonObject& object, const char* outer, const char* inner)
@@ -313,12 +294,13 @@ void TestPrograms::BadUse_data()
     for (const char* arguments : {"", "walk", "--loud", "info --loud", "info monitor", "info --timeout",
                                   "info --timeout 0", "info --timeout nan", "info --for 1",
                                   "monitor --for -1", "monitor --for soon", "monitor --for 1e99"}) {
-        QTest::addRow("vesmar %s", arguments) << VesmarProgram << Words(arguments);
+        QTest::addRow("vesmar %s", arguments) << VesmarProgram << Words(QLatin1String(arguments));
     }
     for (const char* arguments :
          {"", "--loud", "run", "run --", "--link", "run --scenario loud -- true", "run --at 1 -- true",
           "run --seed many -- true", "run --restart-time -1 -- true"}) {
-        QTest::addRow("vesmar-simulator %s", arguments) << SimulatorProgram << Words(arguments);
+        QTest::addRow("vesmar-simulator %s", arguments)
+            << SimulatorProgram << Words(QLatin1String(arguments));
     }
 }
 

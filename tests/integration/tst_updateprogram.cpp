@@ -1,129 +1,8 @@
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <algorithm>
-#include <array>
-#include <memory>
-#include <vector>
 
-#include "integration/programrun.h"
-
-namespace
-{
-
-constexpr int SectorSize = 512;
-constexpr int Sectors = 5;
-
-/// Every byte that may mean something else on a line is in it.
-QByteArray Image()
-{
-    QByteArray image;
-    for (int i = 0; i < Sectors * SectorSize; ++i) {
-        image.append(static_cast<char>(i * 7 + i / SectorSize));
-    }
-    return image;
-}
-
-QByteArray ContentOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-/// `vesmar update` with an image of five sectors and its confirmation, and a simulated instrument of its own
-/// that keeps a log and what it takes.
-class UpdateRun
-{
-public:
-    explicit UpdateRun(const QString& options = QString(), const QString& simulatorOptions = QString())
-    {
-        WriteFile("image", Image());
-        WriteFile("confirmation", QByteArray::fromHex("00FFAB12"));
-        const QString simulator =
-            QStringLiteral("'%1' run --confirmation AB12 --log log --save-firmware firmware %2")
-                .arg(QStringLiteral(SIMULATOR_PROGRAM), simulatorOptions);
-        const QString vesmar =
-            QStringLiteral("exec \"$0\" update image --confirmation confirmation %1").arg(options);
-        const QString script = QStringLiteral("cd '%1' && exec %2 -- sh -c '%3' '%4'")
-                                   .arg(_folder.path(), simulator, vesmar, QStringLiteral(VESMAR_PROGRAM));
-        _run = std::make_unique<ProgramRun>(QStringLiteral("sh"), QStringList{QStringLiteral("-c"), script});
-    }
-
-    ProgramRun* operator->() { return _run.get(); }
-
-    /// What the instrument has taken.
-    QByteArray Firmware() const { return ContentOf(Path("firmware")); }
-
-    /// How many requests with this command it was sent.
-    int Requests(const QByteArray& command) const
-    {
-        int count = 0;
-        for (const QByteArray& line : ContentOf(Path("log")).split('\n')) {
-            count += line.split(' ').value(1).startsWith(command) ? 1 : 0;
-        }
-        return count;
-    }
-
-    QJsonObject Result()
-    {
-        const QJsonObject result =
-            QJsonDocument::fromJson(_run->Lines().value(_run->Lines().size() - 1)).object();
-        return result.value(QLatin1String("event")).toString() == QLatin1String("result") ? result
-                                                                                          : QJsonObject();
-    }
-
-private:
-    QString Path(const char* name) const { return _folder.filePath(QLatin1String(name)); }
-
-    void WriteFile(const char* name, const QByteArray& content) const
-    {
-        QFile file(Path(name));
-        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size()) {
-            qFatal("cannot write a file");
-        }
-    }
-
-    const QTemporaryDir _folder; // First: everything else is in it.
-    std::unique_ptr<ProgramRun> _run;
-};
-
-constexpr char Initialize[] = "56333a";
-constexpr char Sector[] = "46";
-constexpr char Finish[] = "5aab12";
-
-struct Failure {
-    const char* scenario;
-    int error; ///< 0 for none.
-    int sectors;
-    const char* advice;
-};
-
-constexpr char Stays[] = "instrument stays in update mode; run the same command again.";
-constexpr std::array<Failure, 6> Failures{{
-    {"refuses-update-mode", 300, 0, "Nothing was sent, and the instrument keeps its firmware;"},
-    {"refuses-initialize", 303, 0, "in update mode"},
-    {"refuses-sector 1", 303, 0, Stays},
-    {"refuses-sector 4", 303, 3, Stays},
-    {"refuses-confirmation", 304, 5, Stays},
-    {"stays-in-update-mode", 0, 5, Stays},
-}};
-
-void CheckFailure(UpdateRun& run, const Failure& failure)
-{
-    QCOMPARE(run->Finish(), 4);
-    const QJsonObject result = run.Result();
-    QCOMPARE(result.value(QLatin1String("status")).toInt(-1), 4);
-    QCOMPARE(result.value(QLatin1String("error")).toObject().value(QLatin1String("number")).toInt(),
-             failure.error);
-    QCOMPARE(result.value(QLatin1String("sectors")).toInt(-1), failure.sectors);
-    const QString message = result.value(QLatin1String("message")).toString();
-    QVERIFY2(message.contains(QLatin1String(failure.advice)), qPrintable(message));
-    QCOMPARE(run->Errors(), "vesmar: " + message.toUtf8() + '\n');
-}
-
-} // namespace
+#include "integration/updaterun.h"
 
 /// The programs as they are built: the verb `update`.
 class TestUpdateProgram : public QObject
@@ -137,15 +16,9 @@ private Q_SLOTS:
     void OnATerminal();
     void BroughtHomeFromUpdateMode_data();
     void BroughtHomeFromUpdateMode();
-    void FailedByTheInstrument_data();
-    void FailedByTheInstrument();
     void ComesBackInAnotherMode();
-    void LostSector();
-    void InterruptedWhileSectorsAreSent();
-    void InterruptedBeforeTheFirstSector();
     void FilesThatCannotBeUsed_data();
     void FilesThatCannotBeUsed();
-    void NoLink();
     void ReaderThatGoesAwayDoesNotEndIt();
     void InfoAndMonitorTellOfAnInstrumentInUpdateMode();
 };
@@ -191,7 +64,7 @@ void TestUpdateProgram::AsJson()
 
     QVector<int> progress;
     for (const QByteArray& line : run->Lines()) {
-        const QJsonObject event = QJsonDocument::fromJson(line).object();
+        const QJsonObject event = ObjectOf(line);
         const QJsonObject value = event.value(QLatin1String("value")).toObject();
         if (event.value(QLatin1String("event")).toString() == QLatin1String("progress")) {
             progress.append(value.value(QLatin1String("percent")).toInt());
@@ -247,83 +120,12 @@ void TestUpdateProgram::BroughtHomeFromUpdateMode()
     QCOMPARE(run.Result().value(QLatin1String("versionAfter")).toString(), QStringLiteral("1.06"));
 }
 
-void TestUpdateProgram::FailedByTheInstrument_data()
-{
-    QTest::addColumn<QString>("options");
-    QTest::newRow("online") << "--json";
-    QTest::newRow("offline") << "--json --offline";
-}
-
-void TestUpdateProgram::FailedByTheInstrument()
-{
-    QFETCH(QString, options);
-    std::vector<std::unique_ptr<UpdateRun>> runs; // side by side
-    for (const Failure& failure : Failures) {
-        runs.push_back(std::make_unique<UpdateRun>(
-            options, QStringLiteral("--scenario '%1'").arg(QLatin1String(failure.scenario))));
-    }
-    for (size_t i = 0; i < runs.size(); ++i) {
-        CheckFailure(*runs.at(i), Failures.at(i));
-        if (QTest::currentTestFailed()) {
-            QFAIL(Failures.at(i).scenario);
-        }
-    }
-}
-
 void TestUpdateProgram::ComesBackInAnotherMode()
 {
     UpdateRun run(QStringLiteral("--json"), QStringLiteral("--scenario comes-back-in-mode-2"));
     QCOMPARE(run->Finish(), 0);
     QCOMPARE(run.Firmware(), Image());
     QCOMPARE(run.Result().value(QLatin1String("versionAfter")).toString(), QStringLiteral("1.06"));
-}
-
-/// The library sends it three times and waits for an answer each time.
-void TestUpdateProgram::LostSector()
-{
-    UpdateRun run(QStringLiteral("--json"), QStringLiteral("--scenario 'loses-sector 2'"));
-    QCOMPARE(run->Finish(), 4);
-    QCOMPARE(run.Requests(Sector), 4);
-    QCOMPARE(run.Requests(Finish), 0);
-    const QJsonObject result = run.Result();
-    QCOMPARE(result.value(QLatin1String("sectors")).toInt(-1), 1);
-    QCOMPARE(result.value(QLatin1String("error")).toObject().value(QLatin1String("number")).toInt(), 303);
-}
-
-void TestUpdateProgram::InterruptedWhileSectorsAreSent()
-{
-    const std::pair<int, const char*> interruptions[]{
-        {SIGINT, ""}, {SIGTERM, ""}, {SIGHUP, ""}, {SIGINT, "--offline"}};
-    std::vector<std::unique_ptr<UpdateRun>> runs; // side by side
-    for (const auto& [signalNumber, option] : interruptions) {
-        runs.push_back(std::make_unique<UpdateRun>(QLatin1String(option), QStringLiteral("--baud 4800")));
-    }
-    for (size_t i = 0; i < runs.size(); ++i) {
-        QTRY_VERIFY_WITH_TIMEOUT(runs.at(i)->Requests(Sector) > 0, Patience);
-        QCOMPARE(runs.at(i)->Requests(Finish), 0);
-        QVERIFY((*runs.at(i))->Signal(interruptions[i].first));
-    }
-    for (size_t i = 0; i < runs.size(); ++i) {
-        UpdateRun& run = *runs.at(i);
-        QCOMPARE(run->Finish(), 0);
-        QCOMPARE(run->Errors(),
-                 QStringLiteral("vesmar: Signal %1 does not end this: an image that is cut short "
-                                "leaves the instrument without firmware. Sending it goes on.\n")
-                     .arg(interruptions[i].first)
-                     .toLatin1());
-        QCOMPARE(run.Firmware(), Image());
-    }
-}
-
-void TestUpdateProgram::InterruptedBeforeTheFirstSector()
-{
-    UpdateRun run(QStringLiteral("--json"));
-    QTRY_VERIFY_WITH_TIMEOUT(run.Requests("780393b1") == 1, Patience);
-    QVERIFY(run->Signal(SIGTERM));
-    QCOMPARE(run->Finish(), 128 + SIGTERM);
-    QCOMPARE(run.Result().value(QLatin1String("outcome")).toString(), QStringLiteral("interrupted"));
-    QVERIFY2(run->Errors().contains("vesmar restart brings it back"), run->Errors().constData());
-    QCOMPARE(run.Requests(Initialize), 0);
 }
 
 void TestUpdateProgram::FilesThatCannotBeUsed_data()
@@ -365,13 +167,6 @@ void TestUpdateProgram::FilesThatCannotBeUsed()
     QVERIFY2(run.Errors().startsWith("vesmar: " + complaint), run.Errors().constData());
     QCOMPARE(run.Errors().count('\n'), 1);
     QCOMPARE(ContentOf(folder.filePath(QStringLiteral("log"))), QByteArray()); // nothing was sent
-}
-
-void TestUpdateProgram::NoLink()
-{
-    UpdateRun run(QStringLiteral("--json --timeout 0.5"), QStringLiteral("--scenario silent"));
-    QCOMPARE(run->Finish(), 2);
-    QVERIFY2(run->Errors().contains("did not answer within 0.5 s"), run->Errors().constData());
 }
 
 /// Nobody is there to see it, but the instrument needs all of its firmware.

@@ -192,7 +192,7 @@ void TestCliFormat::ReadingsThatAreAbsent()
     const MonitoringResults results(std::numeric_limits<float>::quiet_NaN(), 3.4028235e38F,
                                     -std::numeric_limits<float>::infinity());
     const Cli::Shown shown = Cli::Show(&results);
-    QCOMPARE(TextOf(shown), TextLine("Monitoring (0): ULN no value, UNPE no value, frequency no value"));
+    QCOMPARE(TextOf(shown), TextLine("Monitoring (0): ULN -, UNPE -, frequency -"));
     QCOMPARE(JsonOf(shown), JsonLineOf(R"({"name":"Monitoring","number":0,"readings":)"
                                        R"({"ULN":null,"UNPE":null,"frequency":null}})"));
 }

@@ -57,6 +57,7 @@ private Q_SLOTS:
     void Refused_data();
     void Refused();
     void TimeOffset();
+    void ReMeasuredBefore();
     void CommonOptions();
     void Help();
 };
@@ -95,6 +96,15 @@ void TestCliMeasureFunctions::Payloads_data()
     row("power --mode 2", "08050100FFFFFFFF", 5);
     row("hv --mode 1", "09050200FFFFFFFF", 5);
     row("hv --mode 2 --time 60", "09050500FFFFFFFF", 60);
+    row("rcd --mode ub-re", "0A000000FFFFFFFF", -1);
+    row("rcd --mode ub-re --quantity 3 --phase 2 --current 1 --type 3", "0A00C02DFFFFFFFF", -1);
+    row("rcd --mode ia-ta-1", "0A00004000000000", -1);
+    row("rcd --mode ia-ta-1 --quantity 2 --phase 0 --current 3 --type 1 --re 100", "0A00404B0000C842", -1);
+    row("rcd --mode ia-ta-2 --phase 3 --re 0.5", "0A0000B00000003F", -1);
+    row("rcd-iec --mode ia-ta-1", "0B00004000000000", -1);
+    row("rcd-iec --mode ia-ta-2 --quantity 1 --phase 1 --current 2 --type 1", "0B00409600000000", -1);
+    row("rcd-iec --mode ia-ta-2 --swap-ln", "0B00808000000000", -1);
+    row("rcd-iec --mode clean-up --type 1", "0B0040C000000000", -1);
 }
 
 void TestCliMeasureFunctions::Payloads()
@@ -115,9 +125,27 @@ void TestCliMeasureFunctions::Refused_data()
     const auto row = [](const QByteArray& arguments, const QByteArray& complaint) {
         QTest::newRow(arguments.constData()) << complaint;
     };
-    const QByteArray names = "it is one of rln, iec, rpe, riso, isub, ipe, idelta, it, power, hv";
+    const QByteArray names =
+        "it is one of rln, iec, rpe, riso, isub, ipe, idelta, it, power, hv, rcd, rcd-iec";
     row("", "measure: no function given; " + names);
-    row("rcd", "measure: no function: \"rcd\"; " + names);
+    row("rcbo", "measure: no function: \"rcbo\"; " + names);
+    row("rcd", "--mode: none given; it is one of ub-re, ia-ta-1, ia-ta-2");
+    row("rcd-iec --swap-ln", "--mode: none given; it is one of ia-ta-1, ia-ta-2, clean-up");
+    row("rcd --mode clean-up", "--mode: \"clean-up\" is not one of ub-re, ia-ta-1, ia-ta-2");
+    row("rcd-iec --mode ub-re", "--mode: \"ub-re\" is not one of ia-ta-1, ia-ta-2, clean-up");
+    row("rcd --mode 1", "--mode: \"1\" is not one of ub-re, ia-ta-1, ia-ta-2");
+    row("rcd --mode ub-re --re 5", "--re: ub-re measures Re itself; leave this option out");
+    row("rcd --mode ub-re --with-ub-re", "--with-ub-re: ub-re measures Re itself; leave this option out");
+    row("rcd --mode ia-ta-1 --with-ub-re --re 5",
+        "--re: not together with --with-ub-re, which measures Re; give one");
+    for (const char* value : {"-1", "1000001", "nan", "inf", "3.4028235e38", "low"}) {
+        row("rcd --mode ia-ta-2 --re " + QByteArray(value),
+            "--re: \"" + QByteArray(value) + "\" is not a number from 0 to 1000000");
+    }
+    row("rcd --mode ub-re --csv x",
+        "--csv: rcd gives a single result; only continuous functions have readings to write to a file");
+    row("rcd-iec --mode ia-ta-1 --with-ub-re", "The following argument was not expected: --with-ub-re");
+    row("rcd --mode ub-re --swap-ln", "The following argument was not expected: --swap-ln");
     row("rln --csv x",
         "--csv: rln gives a single result; only continuous functions have readings to write to "
         "a file");
@@ -135,6 +163,11 @@ void TestCliMeasureFunctions::Refused_data()
     numbers("rpe --method", "0, 1, 2, 3", {"4", "-1"});
     numbers("riso --voltage", "0, 1, 2, 3", {"4", "-1"});
     numbers("riso --mode", "1, 2, 4", {"0", "3", "5"});
+    for (const char* setting : {"quantity", "phase", "current", "type"}) {
+        numbers(qPrintable(QStringLiteral("rcd --%1").arg(QLatin1String(setting))), "0, 1, 2, 3",
+                {"4", "-1"});
+        numbers(qPrintable(QStringLiteral("rcd-iec --%1").arg(QLatin1String(setting))), "0, 1, 2, 3", {"4"});
+    }
     for (const char* option : {"ipe --mode", "ipe --configuration", "idelta --mode", "idelta --configuration",
                                "it --configuration", "power --mode", "hv --mode"}) {
         numbers(option, "1, 2", {"0", "3"});
@@ -171,15 +204,24 @@ void TestCliMeasureFunctions::TimeOffset()
     QCOMPARE(dynamic_cast<Vesmar::HVTestSettings&>(*function.settings).GetMeasurementTimeOffset(), 0.5F);
 }
 
+void TestCliMeasureFunctions::ReMeasuredBefore()
+{
+    const Reading plain(QStringLiteral("rcd --mode ia-ta-1"));
+    QVERIFY(!plain.verb->Functions().Chosen()->isReMeasured);
+    const Reading withUbRe(QStringLiteral("rcd --mode ia-ta-1 --with-ub-re"));
+    QVERIFY(withUbRe.verb->Functions().Chosen()->isReMeasured);
+}
+
 void TestCliMeasureFunctions::CommonOptions()
 {
-    const Reading reading(
-        QStringLiteral("it --json --timeout 2 --prepare-timeout 3 --stop-timeout 4 --csv some/file"));
+    const Reading reading(QStringLiteral(
+        "it --json --timeout 2 --prepare-timeout 3 --stop-timeout 4 --clean-up-time 6 --csv some/file"));
     QVERIFY2(reading.verb != nullptr, reading.Errors().constData());
     QVERIFY(reading.verb->Options().isJson);
     QVERIFY(reading.verb->Options().timeout == std::chrono::seconds(2));
     QVERIFY(reading.verb->Limits().prepare == std::chrono::seconds(3));
     QVERIFY(reading.verb->Limits().stop == std::chrono::seconds(4));
+    QVERIFY(reading.verb->Limits().cleanUp == std::chrono::seconds(6));
     QCOMPARE(reading.verb->Functions().CsvFile(), QStringLiteral("some/file"));
 }
 

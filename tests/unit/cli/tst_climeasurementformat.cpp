@@ -9,6 +9,8 @@
 #include <Vesmar/iecresults.h>
 #include <Vesmar/itresults.h>
 #include <Vesmar/powerresults.h>
+#include <Vesmar/rcdiecresults.h>
+#include <Vesmar/rcdresults.h>
 #include <Vesmar/rlnresults.h>
 
 #include "cli/readingsfile.h"
@@ -111,6 +113,8 @@ private Q_SLOTS:
     void Live();
     void LiveWithoutATime();
     void LiveIsCutToTheWidth();
+    void LiveWithAPhase();
+    void PhasesHaveNames();
     void ReadingAsJson();
     void EventAsJson();
     void Csv();
@@ -136,11 +140,14 @@ void TestCliMeasurementFormat::NamedReadings()
     QCOMPARE(Written(Cli::ReadingsOf(Vesmar::POWERResults(1, 2, 3, 4, 5, 6))),
              QByteArray("energy 1, power 2, current 3, voltage 4, power factor 5, apparent power 6\n"));
     QCOMPARE(Written(Cli::ReadingsOf(Vesmar::ITResults(0.5F))), QByteArray("current 0.5\n"));
+    QCOMPARE(Written(Cli::ReadingsOf(Vesmar::RCDResults(12.5F, 0.25F, 3.4028235e38F))),
+             QByteArray("Re 12.5, Ia 0.25, Ta -\n"));
+    QCOMPARE(Written(Cli::ReadingsOf(Vesmar::RCDIECResults(0.25F, 0.5F))), QByteArray("Ia 0.25, Ta 0.5\n"));
 }
 
 void TestCliMeasurementFormat::EveryFunctionNamesItsReadings()
 {
-    for (int function = 1; function <= 9; ++function) {
+    for (int function = 1; function <= 11; ++function) {
         QVERIFY2(!Cli::ReadingNames(static_cast<MeasurementType>(function)).isEmpty(),
                  qPrintable(QString::number(function)));
     }
@@ -150,7 +157,7 @@ void TestCliMeasurementFormat::EveryFunctionNamesItsReadings()
 void TestCliMeasurementFormat::Live()
 {
     QCOMPARE(Cli::LiveLine({1300ms, 5000ms}, Readings, 200),
-             QStringLiteral("   1.3 s of 5 s [=====               ]  current 0.25, voltage no value"));
+             QStringLiteral("   1.3 s of 5 s [=====               ]  current 0.25, voltage -"));
     QCOMPARE(Cli::LiveLine({9000ms, 8500ms}, {}, 200),
              QStringLiteral("   9.0 s of 8.5 s [====================]  "));
 }
@@ -158,12 +165,25 @@ void TestCliMeasurementFormat::Live()
 void TestCliMeasurementFormat::LiveWithoutATime()
 {
     QCOMPARE(Cli::LiveLine({61000ms, std::nullopt}, Readings, 200),
-             QStringLiteral("  61.0 s  current 0.25, voltage no value"));
+             QStringLiteral("  61.0 s  current 0.25, voltage -"));
 }
 
 void TestCliMeasurementFormat::LiveIsCutToTheWidth()
 {
     QCOMPARE(Cli::LiveLine({61000ms, std::nullopt}, Readings, 17), QStringLiteral("  61.0 s  current"));
+}
+
+void TestCliMeasurementFormat::LiveWithAPhase()
+{
+    QCOMPARE(Cli::PhaseLine(61000ms, QStringLiteral("running")), QStringLiteral("  61.0 s  running"));
+}
+
+void TestCliMeasurementFormat::PhasesHaveNames()
+{
+    using Phase = Cli::MeasurementSession::Phase;
+    QCOMPARE(Cli::PhaseName(Phase::AwaitingMains), QStringLiteral("waiting for a suitable mains voltage"));
+    QCOMPARE(Cli::PhaseName(Phase::Leaving), QStringLiteral("waiting until the instrument has stopped"));
+    QCOMPARE(Cli::PhaseName(Phase::Ended), QString());
 }
 
 void TestCliMeasurementFormat::ReadingAsJson()
@@ -190,8 +210,7 @@ void TestCliMeasurementFormat::Csv()
 
 void TestCliMeasurementFormat::Table()
 {
-    QCOMPARE(Cli::ResultText(Readings),
-             QByteArray("  current           0.25\n  voltage           no value\n"));
+    QCOMPARE(Cli::ResultText(Readings), QByteArray("  current           0.25\n  voltage           -\n"));
 }
 
 void TestCliMeasurementFormat::EndOfAnAbort()

@@ -139,7 +139,9 @@ void TestCliNames::EveryErrorHasAMeaning_data()
     row(504, "the check of the RCD failed with the instrument's code 7");
     row(506, "the check of the RCD failed with the instrument's code 9");
     row(507, "the mains voltage does not suit the IEC RCD test");
-    row(520, "the instrument reports its error 0 in an RCD test");
+    row(520, "the RCD test stayed silent, or the instrument reports its error 0 in it");
+    row(521, "the RCD test ended without a result, or the instrument reports its error 1 in it");
+    row(522, "the instrument reports its error 2 in an RCD test");
     row(534, "the instrument reports its error 14 in an RCD test");
 }
 

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace Cli
+{
+
+/// A word of the command line, and the instrument's number for it.
+struct Choice {
+    std::string word;
+    int number;
+};
+
+/// "ub-re, ia-ta-1, ..."
+std::string Listed(const std::vector<Choice>& choices);
+
+/// The error for a value that an option does not take; `allowed` is what it would.
+[[noreturn]] void Refuse(const char* option, const std::string& given, const std::string& allowed);
+
+/// Adds an option that takes one of the words.
+template <typename Settings, typename Value>
+CLI::Option& AddChoice(CLI::App& command, const char* option, Settings& settings,
+                       void (Settings::*set)(Value), const std::vector<Choice>& allowed,
+                       const std::string& description)
+{
+    const auto take = [option, &settings, set, allowed](const std::string& text) {
+        const auto chosen = std::find_if(allowed.cbegin(), allowed.cend(),
+                                         [&text](const Choice& choice) { return choice.word == text; });
+        if (chosen == allowed.cend()) {
+            Refuse(option, text, "one of " + Listed(allowed));
+        }
+        (settings.*set)(static_cast<Value>(chosen->number));
+    };
+    return *command.add_option_function<std::string>(option, take, description + ": " + Listed(allowed));
+}
+
+/// Adds an option that takes one of the instrument's numbers.
+template <typename Settings, typename Value>
+void AddChoice(CLI::App& command, const char* option, Settings& settings, void (Settings::*set)(Value),
+               const std::vector<int>& allowed)
+{
+    std::vector<Choice> choices;
+    for (const int number : allowed) {
+        choices.push_back({std::to_string(number), number});
+    }
+    AddChoice(command, option, settings, set, choices, "The instrument's number").type_name("N");
+}
+
+} // namespace Cli

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include <Vesmar/rcdiecsettings.h>
+#include <Vesmar/rcdsettings.h>
+
+namespace Cli
+{
+
+/// Adds the options of `rcd`, which fill the settings. `isReMeasured` is whether Re is to be measured first.
+void AddRcdOptions(CLI::App& command, Vesmar::RCDSettings& settings, bool& isReMeasured);
+
+/// The same for `rcd-iec`.
+void AddRcdIecOptions(CLI::App& command, Vesmar::RCDIECSettings& settings);
+
+} // namespace Cli
