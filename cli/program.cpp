@@ -6,6 +6,7 @@
 #include "cli/calibrationverb.h"
 #include "cli/clockverb.h"
 #include "cli/exitstatus.h"
+#include "cli/explainverb.h"
 #include "cli/format.h"
 #include "cli/infoverb.h"
 #include "cli/measureverb.h"
@@ -52,6 +53,7 @@ Program::Program() : _app(Description, "vesmar")
     AddVerb<CalibrationVerb>();
     AddVerb<RestartVerb>();
     AddVerb<UpdateVerb>();
+    AddVerb<ExplainVerb>();
 }
 
 template <typename ConcreteVerb>

@@ -15,12 +15,19 @@ constexpr double LongestSeconds = 86400;
 
 } // namespace
 
-Verb::Verb(CLI::App& program, const VerbTexts& texts)
+Verb::Verb(CLI::App& program, const VerbTexts& texts, Reach reach)
     : _app(*program.add_subcommand(texts.name, texts.description)), _usage(texts.usage)
 {
     _app.formatter(std::make_shared<HelpFormatter>(_usage));
     _app.footer(texts.footer);
     _app.add_flag("--json", _options.isJson, "Write JSON, one object on each line");
+    if (reach == Reach::Instrument) {
+        AddInstrumentOptions();
+    }
+}
+
+void Verb::AddInstrumentOptions()
+{
     _app.add_flag("--trace", _options.isTraceWanted, "Show the library's own trace on the error output");
     AddSeconds("--timeout", "How long the link may take to come up (default 10)", ShortestTimeout,
                _options.timeout);

@@ -14,7 +14,7 @@ constexpr double ShortestTimeout = 0.1;
 /// How long an instrument may take to do something and to report it.
 constexpr std::chrono::milliseconds UsualConfirmTimeout{30000};
 
-/// What every verb that talks to the instrument takes.
+/// What every verb takes; all but the first are for those that talk to the instrument.
 struct LinkOptions {
     bool isJson = false;
     bool isTraceWanted = false;
@@ -45,7 +45,10 @@ public:
     virtual int Run() = 0;
 
 protected:
-    Verb(CLI::App& program, const VerbTexts& texts);
+    /// A verb that does not talk to the instrument takes no options for it.
+    enum class Reach { Instrument, ProgramOnly };
+
+    Verb(CLI::App& program, const VerbTexts& texts, Reach reach = Reach::Instrument);
 
     CLI::App& Command() const { return _app; }
 
@@ -67,6 +70,7 @@ protected:
     void AddConfirmTimeout(std::chrono::milliseconds& target, double least = ShortestTimeout);
 
 private:
+    void AddInstrumentOptions();
     static std::chrono::milliseconds ParseSeconds(const char* name, const std::string& text, double least);
 
     CLI::App& _app;
