@@ -44,6 +44,7 @@ void AddChoice(CLI::App& command, const char* option, Settings& settings, void (
                const std::vector<int>& allowed)
 {
     std::vector<Choice> choices;
+    choices.reserve(allowed.size());
     for (const int number : allowed) {
         choices.push_back({std::to_string(number), number});
     }

@@ -175,7 +175,7 @@ std::optional<Error> FindError(const QString& numberOrName)
     const QVector<Error> errors = AllErrors();
     bool isNumber = false;
     const int number = numberOrName.toInt(&isNumber);
-    const auto found = std::find_if(errors.cbegin(), errors.cend(), [&](Error error) {
+    const auto* const found = std::find_if(errors.cbegin(), errors.cend(), [&](Error error) {
         return isNumber ? static_cast<int>(error) == number
                         : Name(error).compare(numberOrName, Qt::CaseInsensitive) == 0;
     });

@@ -274,7 +274,7 @@ void TestTester::DeletionInEveryStateEndsEveryThread()
         const Facade facade;
         prepare(*facade.tester);
     }
-    QTRY_COMPARE(ThreadCount(), threadsBefore);
+    QTRY_VERIFY(ThreadCount() <= threadsBefore);
 }
 
 void TestTester::MetaObjectListsThePropertiesInOrder()

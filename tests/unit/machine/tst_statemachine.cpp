@@ -87,6 +87,8 @@ class TestStateMachine : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
+    void init();
     void ConstructionBuildsTheEngineWithThePortClosed();
     void HasAMetaObjectWithoutMembers();
 
@@ -117,7 +119,21 @@ private Q_SLOTS:
     void ConfigurationIsServedFromMonitoring();
     void InstrumentInMode2IsRestartedWithoutARequest();
     void RestartRequestInUpdateModeRestartsToo();
+
+private:
+    int _threadsAtStart = 0;
 };
+
+void TestStateMachine::initTestCase()
+{
+    _threadsAtStart = ThreadCount();
+}
+
+/// A thread of the test before may take a moment to be gone.
+void TestStateMachine::init()
+{
+    QTRY_COMPARE(ThreadCount(), _threadsAtStart);
+}
 
 void TestStateMachine::ConstructionBuildsTheEngineWithThePortClosed()
 {
@@ -357,10 +373,9 @@ void TestStateMachine::RequestMadeWhileDisabledIsServedOnEnable()
 
 void TestStateMachine::ManyCyclesLeaveNothingBehind()
 {
-    const int threadsBefore = ThreadCount();
     {
         Plant plant;
-        const int threadsDisabled = threadsBefore + 1; // That of the peer.
+        const int threadsDisabled = _threadsAtStart + 1; // That of the peer.
         for (int cycle = 0; cycle < 5; ++cycle) {
             plant.log.Clear();
             plant.machine->Enable();
@@ -371,7 +386,7 @@ void TestStateMachine::ManyCyclesLeaveNothingBehind()
             QVERIFY(plant.machine->GetSteppingRunner() == nullptr);
         }
     }
-    QTRY_COMPARE(ThreadCount(), threadsBefore);
+    QTRY_COMPARE(ThreadCount(), _threadsAtStart);
 }
 
 void TestStateMachine::DestructionInEveryStateEndsEveryThread_data()
@@ -429,13 +444,12 @@ void TestStateMachine::DestructionInEveryStateEndsEveryThread_data()
 void TestStateMachine::DestructionInEveryStateEndsEveryThread()
 {
     QFETCH(const Prepare, prepare);
-    const int threadsBefore = ThreadCount();
     {
         Plant plant;
         QVERIFY(prepare(plant));
         plant.machine.reset();
     }
-    QTRY_COMPARE(ThreadCount(), threadsBefore);
+    QTRY_COMPARE(ThreadCount(), _threadsAtStart);
 }
 
 void TestStateMachine::UnpluggedInstrumentShows103Then100AndComesBack()
