@@ -66,6 +66,7 @@ std::string Footer()
     return "\nScenarios:\n" + Described(Scenarios) + "\nFaults:\n" + Described(Faults) +
            "\nCommands (of --at, and with --link of standard input, one a line):\n"
            "  mode N, error N, function N: what the instrument reports from now on\n"
+           "  restart N: restarts into mode N\n"
            "  scenario NAME [N]: one of the scenarios, or of the faults\n"
            "  fault NAME, unplug, plug: one of the faults; plug ends every fault\n"
            "  quit: ends the simulator (standard input only)\n";

@@ -19,8 +19,9 @@ struct NumberCommand {
     int highest;
 };
 
-constexpr std::array<NumberCommand, 3> NumberCommands{{
+constexpr std::array<NumberCommand, 4> NumberCommands{{
     {"mode", ControlCommand::Verb::Mode, Mode::Highest},
+    {"restart", ControlCommand::Verb::Restart, Mode::Highest},
     {"error", ControlCommand::Verb::Error, InstrumentModel::HighestError},
     {"function", ControlCommand::Verb::Function, InstrumentModel::HighestFunction},
 }};
@@ -155,9 +156,10 @@ std::optional<ControlCommand> ParseControlCommand(const QString& text, QString* 
     if (words == QStringList{QStringLiteral("plug")}) {
         return FaultCommand(Fault::None);
     }
-    *error = QStringLiteral("no command \"%1\"; there are mode N, error N, function N, scenario NAME, "
-                            "fault NAME, unplug, plug")
-                 .arg(text.simplified());
+    *error =
+        QStringLiteral("no command \"%1\"; there are mode N, restart N, error N, function N, scenario NAME, "
+                       "fault NAME, unplug, plug")
+            .arg(text.simplified());
     return std::nullopt;
 }
 

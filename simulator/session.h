@@ -6,6 +6,8 @@
 
 #include <QObject>
 
+#include <optional>
+
 namespace Simulator
 {
 
@@ -21,8 +23,10 @@ public:
     void Execute(const ControlCommand& command);
 
 private:
+    void FollowLine(const QString& devicePath);
+
+    std::optional<DeviceLink> _link; ///< outlives the instrument, which tells of its line until its end
     Instrument _instrument;
-    DeviceLink _link;
 };
 
 } // namespace Simulator
