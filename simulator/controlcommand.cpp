@@ -2,6 +2,7 @@
 
 #include "simulator/instrumentmodel.h"
 #include "simulator/mode.h"
+#include "simulator/quoted.h"
 
 #include <QStringList>
 
@@ -156,10 +157,9 @@ std::optional<ControlCommand> ParseControlCommand(const QString& text, QString* 
     if (words == QStringList{QStringLiteral("plug")}) {
         return FaultCommand(Fault::None);
     }
-    *error =
-        QStringLiteral("no command \"%1\"; there are mode N, restart N, error N, function N, scenario NAME, "
-                       "fault NAME, unplug, plug")
-            .arg(text.simplified());
+    *error = QStringLiteral("no command %1; there are mode N, restart N, error N, function N, scenario NAME, "
+                            "fault NAME, unplug, plug")
+                 .arg(Quoted(text.simplified()));
     return std::nullopt;
 }
 

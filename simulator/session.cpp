@@ -1,5 +1,7 @@
 #include "simulator/session.h"
 
+#include "simulator/faultfile.h"
+
 #include <QCoreApplication>
 #include <QTimer>
 
@@ -21,11 +23,26 @@ Session::Session(const CommandLine& commandLine, const QString& linkPath)
                                [this, command = timed.command] { Execute(command); });
         }
     }
+    AddFaults(commandLine.faults);
 }
 
 void Session::Execute(const ControlCommand& command)
 {
     _instrument.Execute(command);
+}
+
+void Session::Inject(const QByteArray& json)
+{
+    AddFaults({ParseFault(json)});
+}
+
+void Session::AddFaults(const std::vector<FaultEntry>& faults)
+{
+    if (!_instrument.AddFaults(faults)) {
+        throw std::runtime_error(QStringLiteral("there are %1 faults already; \"faults clear\" makes room")
+                                     .arg(FaultPlan::MostFaults)
+                                     .toStdString());
+    }
 }
 
 /// On the instrument's thread, where an exception would find nobody.
