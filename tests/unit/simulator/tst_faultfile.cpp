@@ -117,6 +117,8 @@ private Q_SLOTS:
     void SchemaAllowsWhatIsAllowed();
     void SchemaKeepsTheLimits_data();
     void SchemaKeepsTheLimits();
+    void SchemaKeepsTheLimitsOfConditions_data();
+    void SchemaKeepsTheLimitsOfConditions();
 };
 
 void TestFaultFile::NoFaults()
@@ -499,6 +501,37 @@ void TestFaultFile::SchemaKeepsTheLimits()
         QVERIFY2(isTaken(lowest) && isTaken(highest), qPrintable(property.key()));
         QVERIFY2(!isTaken(lowest - 1) && !isTaken(highest + 1), qPrintable(property.key()));
     }
+}
+
+void TestFaultFile::SchemaKeepsTheLimitsOfConditions_data()
+{
+    QTest::addColumn<int>("lowest");
+    QTest::addColumn<double>("highest");
+    const QJsonObject when = SchemaDefinitions().value(QLatin1String("when")).toObject();
+    const QJsonObject conditions = when.value(QLatin1String("properties")).toObject();
+    for (auto condition = conditions.begin(); condition != conditions.end(); ++condition) {
+        const QJsonObject limits = condition.value().toObject();
+        if (limits.contains(QLatin1String("minimum"))) {
+            QTest::newRow(qPrintable(condition.key())) << limits.value(QLatin1String("minimum")).toInt()
+                                                       << limits.value(QLatin1String("maximum")).toDouble();
+        }
+    }
+}
+
+void TestFaultFile::SchemaKeepsTheLimitsOfConditions()
+{
+    QFETCH(int, lowest);
+    QFETCH(double, highest);
+    const QString key = QString::fromLatin1(QTest::currentDataTag());
+    const auto isTaken = [&key](double value) {
+        QJsonObject when{{key, value}};
+        if (key == QLatin1String("seed")) {
+            when.insert(QStringLiteral("probability"), 1);
+        }
+        return IsTaken({{QStringLiteral("fault"), QStringLiteral("drop")}, {QStringLiteral("when"), when}});
+    };
+    QVERIFY(isTaken(lowest) && isTaken(highest));
+    QVERIFY(!isTaken(lowest - 1) && !isTaken(highest + 1));
 }
 
 QTEST_APPLESS_MAIN(TestFaultFile)
