@@ -69,7 +69,7 @@ std::string Footer()
            "  mode N, error N, function N: what the instrument reports from now on\n"
            "  restart N: restarts into mode N\n"
            "  scenario NAME [N]: one of the scenarios, or of the faults\n"
-           "  fault NAME, unplug, plug: one of the faults; plug ends every fault\n"
+           "  fault NAME, unplug, plug: one of the faults; plug ends it\n"
            "On standard input only:\n"
            "  inject FAULT: one more fault, as one in the file of --faults, on one line\n"
            "  faults clear: ends the faults of --faults and inject\n"

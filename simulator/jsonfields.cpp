@@ -71,7 +71,7 @@ QVector<JsonFields> JsonFields::Objects(const char* key, int most) const
     QVector<JsonFields> objects;
     for (int i = 0; i < array.size(); ++i) {
         const JsonFields fields(array.at(i).toObject(), *_lines,
-                                PathOf(QLatin1String(key)) + QLatin1Char('/') + QString::number(i));
+                                JsonLines::PathBelow(PathOf(QLatin1String(key)), QString::number(i)));
         if (!array.at(i).isObject()) {
             fields.Fail(QStringLiteral("each of \"%1\" must be an object in braces").arg(QLatin1String(key)));
         }

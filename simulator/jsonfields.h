@@ -47,7 +47,7 @@ public:
     [[noreturn]] void Fail(const QString& sentence) const;
 
 private:
-    QString PathOf(const QString& key) const { return _path + QLatin1Char('/') + key; }
+    QString PathOf(const QString& key) const { return JsonLines::PathBelow(_path, key); }
     QJsonValue ValueOf(const char* key) const { return _object.value(QLatin1String(key)); }
 
     QJsonObject _object;

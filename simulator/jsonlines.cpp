@@ -30,6 +30,14 @@ JsonLines::JsonLines(const QByteArray& text) : _text(text)
     ReadValue({});
 }
 
+/// With the two escapes of a pointer, lest a key with a slash be taken for two.
+QString JsonLines::PathBelow(const QString& path, const QString& name)
+{
+    QString escaped = name;
+    escaped.replace(QLatin1Char('~'), QLatin1String("~0")).replace(QLatin1Char('/'), QLatin1String("~1"));
+    return path + QLatin1Char('/') + escaped;
+}
+
 int JsonLines::LineAt(const QByteArray& text, int offset)
 {
     return 1 + text.left(offset).count('\n');
@@ -125,7 +133,7 @@ void JsonLines::NoteLine(const QString& path)
 
 QString JsonLines::Below(const QString& path, const QString& name) const
 {
-    return _depth > DeepestPath ? path : path + QLatin1Char('/') + name;
+    return _depth > DeepestPath ? path : PathBelow(path, name);
 }
 
 char JsonLines::Current() const

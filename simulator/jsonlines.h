@@ -15,9 +15,11 @@ public:
     /// Throws FaultError when an object has the same key twice.
     explicit JsonLines(const QByteArray& text);
 
-    /// Of the key of a member or of the beginning of an element, whose path is its keys and numbers, each
-    /// behind a slash: "/faults/0/delay". The whole text has an empty path.
+    /// Of the key of a member or of the beginning of an element. The whole text has an empty path.
     int LineOf(const QString& path) const { return _lines.value(path, 1); }
+
+    /// The path of what is in an object or array under a key or number: a JSON pointer, "/faults/0/delay".
+    static QString PathBelow(const QString& path, const QString& name);
 
     /// Of the byte at an offset, counted from 1.
     static int LineAt(const QByteArray& text, int offset);

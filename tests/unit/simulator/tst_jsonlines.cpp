@@ -13,6 +13,7 @@ private Q_SLOTS:
     void KeysAndElements();
     void BracketsAndQuotesInTexts();
     void EscapedKeys();
+    void KeysWithSlashes();
     void EmptyObjectsAndArrays();
     void UnknownPath();
     void DeepText();
@@ -47,6 +48,14 @@ void TestJsonLines::EscapedKeys()
     const JsonLines lines("{\n\"\\u0061\": 1,\n\"\xC3\xA4\": 2}");
     QCOMPARE(lines.LineOf(QStringLiteral("/a")), 2);
     QCOMPARE(lines.LineOf(QStringLiteral("/\u00E4")), 3);
+}
+
+void TestJsonLines::KeysWithSlashes()
+{
+    const JsonLines lines("{\"a\": {\n\"b\": 1},\n\"a/b\": 2,\n\"a~1b\": 3}");
+    QCOMPARE(lines.LineOf(QStringLiteral("/a/b")), 2);
+    QCOMPARE(lines.LineOf(JsonLines::PathBelow(QString(), QStringLiteral("a/b"))), 3);
+    QCOMPARE(lines.LineOf(JsonLines::PathBelow(QString(), QStringLiteral("a~1b"))), 4);
 }
 
 void TestJsonLines::EmptyObjectsAndArrays()
