@@ -1,11 +1,22 @@
 #include "simulator/commandinput.h"
 
+#include "simulator/faultfile.h"
+
+#include <algorithm>
 #include <array>
 #include <csignal>
 #include <unistd.h>
 
 namespace Simulator
 {
+
+namespace
+{
+
+// A fault and the word in front of it.
+constexpr int LongestLine = LongestFaultFile + 16;
+
+} // namespace
 
 CommandInput::CommandInput() : _notifier(STDIN_FILENO, QSocketNotifier::Read)
 {
@@ -21,14 +32,22 @@ void CommandInput::ReadInput()
         _notifier.setEnabled(false);
         return;
     }
-    _unfinished.append(buffer.data(), static_cast<int>(count));
-    int end = 0;
-    while ((end = _unfinished.indexOf('\n')) >= 0) {
-        const QString line = QString::fromUtf8(_unfinished.left(end)).trimmed();
-        _unfinished.remove(0, end + 1);
-        if (!line.isEmpty()) {
-            Q_EMIT LineRead(line);
+    std::for_each(buffer.begin(), buffer.begin() + count, [this](char byte) { Take(byte); });
+}
+
+/// What a line has too much of is dropped; enough is kept to tell that it is too long.
+void CommandInput::Take(char byte)
+{
+    if (byte != '\n') {
+        if (_unfinished.size() <= LongestLine) {
+            _unfinished.append(byte);
         }
+        return;
+    }
+    const QString line = QString::fromUtf8(_unfinished).trimmed();
+    _unfinished.clear();
+    if (!line.isEmpty()) {
+        Q_EMIT LineRead(line);
     }
 }
 

@@ -32,6 +32,7 @@ struct RawOptions {
     std::string linkPath;
     std::string logPath;
     std::string scenario;
+    std::string faultsPath;
     std::string firmwarePath;
     std::string confirmation;
     std::string newVersion = "1.06";
@@ -66,9 +67,13 @@ std::string Footer()
     return "\nScenarios:\n" + Described(Scenarios) + "\nFaults:\n" + Described(Faults) +
            "\nCommands (of --at, and with --link of standard input, one a line):\n"
            "  mode N, error N, function N: what the instrument reports from now on\n"
+           "  restart N: restarts into mode N\n"
            "  scenario NAME [N]: one of the scenarios, or of the faults\n"
-           "  fault NAME, unplug, plug: one of the faults; plug ends every fault\n"
-           "  quit: ends the simulator (standard input only)\n";
+           "  fault NAME, unplug, plug: one of the faults; plug ends it\n"
+           "On standard input only:\n"
+           "  inject FAULT: one more fault, as one in the file of --faults, on one line\n"
+           "  faults clear: ends the faults of --faults and inject\n"
+           "  quit: ends the simulator\n";
 }
 
 void AddOptions(CLI::App* app, RawOptions* raw)
@@ -79,6 +84,8 @@ void AddOptions(CLI::App* app, RawOptions* raw)
     app->add_option("--at", raw->schedule, "Carry out a command so long after the start; may be repeated")
         ->type_name("SECONDS:COMMAND")
         ->allow_extra_args(false);
+    app->add_option("--faults", raw->faultsPath, "Start with the faults of this file, see docs/faults.md")
+        ->type_name("FILE");
     app->add_option("--log", raw->logPath, "Write a line per exchange and per change to this file")
         ->type_name("FILE");
     app->add_option("--seed", raw->seed, "Start of the readings' random numbers (default 1)")->type_name("N");
@@ -170,6 +177,7 @@ CommandLine Digested(const RawOptions& raw)
     instrument.model.update.confirmation = ParseConfirmation(raw.confirmation);
     instrument.firmwarePath = QFile::decodeName(raw.firmwarePath.c_str());
     commandLine.imagePath = QFile::decodeName(raw.imagePath.c_str());
+    commandLine.faultsPath = QFile::decodeName(raw.faultsPath.c_str());
     commandLine.linkPath = QFile::decodeName(raw.linkPath.c_str());
     if (!raw.scenario.empty()) {
         const QString command = QStringLiteral("scenario ") + QString::fromLocal8Bit(raw.scenario.c_str());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "simulator/controlcommand.h"
+#include "simulator/faultentry.h"
 #include "simulator/instrument.h"
 
 #include <QString>
@@ -23,6 +24,8 @@ struct TimedCommand {
 struct CommandLine {
     InstrumentOptions instrument;
     std::vector<TimedCommand> schedule;
+    QString faultsPath;             ///< where the faults to start with are written down; empty for none
+    std::vector<FaultEntry> faults; ///< read from there before anything is served
     QString linkPath;
     std::vector<std::string> program;
     QString imagePath; ///< whose confirmation is to be printed

@@ -2,6 +2,7 @@
 
 #include "simulator/instrumentmodel.h"
 #include "simulator/mode.h"
+#include "simulator/quoted.h"
 
 #include <QStringList>
 
@@ -19,8 +20,9 @@ struct NumberCommand {
     int highest;
 };
 
-constexpr std::array<NumberCommand, 3> NumberCommands{{
+constexpr std::array<NumberCommand, 4> NumberCommands{{
     {"mode", ControlCommand::Verb::Mode, Mode::Highest},
+    {"restart", ControlCommand::Verb::Restart, Mode::Highest},
     {"error", ControlCommand::Verb::Error, InstrumentModel::HighestError},
     {"function", ControlCommand::Verb::Function, InstrumentModel::HighestFunction},
 }};
@@ -155,9 +157,9 @@ std::optional<ControlCommand> ParseControlCommand(const QString& text, QString* 
     if (words == QStringList{QStringLiteral("plug")}) {
         return FaultCommand(Fault::None);
     }
-    *error = QStringLiteral("no command \"%1\"; there are mode N, error N, function N, scenario NAME, "
+    *error = QStringLiteral("no command %1; there are mode N, restart N, error N, function N, scenario NAME, "
                             "fault NAME, unplug, plug")
-                 .arg(text.simplified());
+                 .arg(Quoted(text.simplified()));
     return std::nullopt;
 }
 

@@ -11,6 +11,7 @@
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <system_error>
+#include <utility>
 
 namespace Simulator
 {
@@ -56,6 +57,14 @@ std::optional<TimePoint> Earliest(std::initializer_list<std::optional<TimePoint>
     return earliest;
 }
 
+/// The first of this kind, if any.
+const FaultEntry* Find(const std::vector<FaultEntry>& faults, Fault kind)
+{
+    const auto found = std::find_if(faults.begin(), faults.end(),
+                                    [kind](const FaultEntry& fault) { return fault.fault == kind; });
+    return found == faults.end() ? nullptr : &*found;
+}
+
 } // namespace
 
 Instrument::Instrument(const InstrumentOptions& options)
@@ -88,25 +97,21 @@ QString Instrument::DevicePath() const
     return _devicePath;
 }
 
+void Instrument::SetLineListener(std::function<void(const QString& devicePath)> listener)
+{
+    const std::lock_guard<std::mutex> lock(_mutex);
+    _lineListener = std::move(listener);
+}
+
 void Instrument::Execute(const ControlCommand& command)
 {
-    switch (command.verb) {
-    case ControlCommand::Verb::Mode:
-        SetMode(command.number);
-        break;
-    case ControlCommand::Verb::Error:
-        SetError(command.number);
-        break;
-    case ControlCommand::Verb::Function:
-        SetFunction(command.number);
-        break;
-    case ControlCommand::Verb::Scenario:
-        SetScenario(command.scenario, command.number);
-        break;
-    case ControlCommand::Verb::Fault:
+    if (command.verb == ControlCommand::Verb::Fault) {
         SetFault(command.fault, command.delay);
-        break;
+        return;
     }
+    const std::lock_guard<std::mutex> lock(_mutex);
+    ExecuteHere(command);
+    Wake();
 }
 
 bool Instrument::Execute(const QString& command, QString* error)
@@ -157,8 +162,22 @@ void Instrument::SetFault(Fault fault, std::chrono::milliseconds slowAnswer)
     } else if (!_line) {
         ReplaceLine(std::make_unique<PtyLine>(), lock);
     }
-    _fault = fault;
-    _slowAnswer = slowAnswer;
+    _standingFault = EntryOf(fault);
+    _standingFault.delay = slowAnswer;
+}
+
+bool Instrument::AddFaults(const std::vector<FaultEntry>& faults)
+{
+    const std::lock_guard<std::mutex> lock(_mutex);
+    const bool areAdded = _faultPlan.Add(faults, Clock::now());
+    Wake();
+    return areAdded;
+}
+
+void Instrument::ClearFaults()
+{
+    const std::lock_guard<std::mutex> lock(_mutex);
+    _faultPlan.Clear();
 }
 
 void Instrument::SetAnswerAfter(std::chrono::microseconds delay)
@@ -234,6 +253,7 @@ void Instrument::Serve()
     std::unique_lock<std::mutex> lock(_mutex);
     while (!_isStopping) {
         TakeNewLine();
+        CarryOutDue();
         ReadLine();
         AnswerDueRequests();
         SendDueBytes();
@@ -247,13 +267,90 @@ void Instrument::TakeNewLine()
     if (!_isLineChanging) {
         return;
     }
-    _line = std::move(_newLine);
+    ChangeLine(std::move(_newLine));
+    _isLineChanging = false;
+    _lineChanged.notify_all();
+}
+
+/// The listener learns of the end first, before the system gives the path of the old line to another one.
+void Instrument::ChangeLine(std::unique_ptr<PtyLine> line)
+{
+    if (_lineListener) {
+        _lineListener({});
+    }
+    _line = std::move(line);
     _devicePath = _line ? _line->DevicePath() : QString();
     _collector = RequestCollector();
     _pending.clear();
     _sending.clear();
-    _isLineChanging = false;
-    _lineChanged.notify_all();
+    _lineBackAt.reset();
+    if (_lineListener) {
+        _lineListener(_devicePath);
+    }
+}
+
+void Instrument::ReturnLine()
+{
+    _lineBackAt.reset();
+    try {
+        ChangeLine(std::make_unique<PtyLine>());
+    } catch (const std::system_error& error) {
+        _log.Write(QStringLiteral("the line stays broken: %1").arg(QString::fromLocal8Bit(error.what())));
+    }
+}
+
+/// Before the line is read, so that what is due at once is done before the first request.
+void Instrument::CarryOutDue()
+{
+    if (_lineBackAt && *_lineBackAt <= Clock::now()) {
+        ReturnLine();
+    }
+    for (const FaultEntry& act : _faultPlan.TakeDue(Clock::now())) {
+        CarryOut(act);
+    }
+}
+
+void Instrument::CarryOut(const FaultEntry& act)
+{
+    if (act.command) {
+        ExecuteHere(*act.command);
+        return;
+    }
+    ChangeLine(nullptr);
+    if (act.lineBackIn) {
+        _lineBackAt = Clock::now() + *act.lineBackIn;
+    }
+}
+
+/// A fault may change the line, so that one is for the serving thread only.
+void Instrument::ExecuteHere(const ControlCommand& command)
+{
+    switch (command.verb) {
+    case ControlCommand::Verb::Mode:
+        _model.SetMode(command.number);
+        break;
+    case ControlCommand::Verb::Restart:
+        _model.RestartInto(command.number, Clock::now());
+        break;
+    case ControlCommand::Verb::Error:
+        _model.SetError(command.number);
+        break;
+    case ControlCommand::Verb::Function:
+        _model.SetFunction(command.number);
+        break;
+    case ControlCommand::Verb::Scenario:
+        _model.SetScenario(command.scenario, command.number);
+        break;
+    case ControlCommand::Verb::Fault:
+        _standingFault = EntryOf(command.fault);
+        _standingFault.delay = command.delay;
+        if (command.fault == Fault::HangUp) {
+            ChangeLine(nullptr);
+        } else if (!_line) {
+            ReturnLine();
+        }
+        break;
+    }
 }
 
 void Instrument::ReadLine()
@@ -268,15 +365,17 @@ void Instrument::ReadLine()
     }
     while (const std::optional<CollectedRequest> request = _collector.Take(now)) {
         const TimePoint receivedAt = std::max(now, request->receivedAt + LineTime(request->frame.size()));
-        _pending.push_back({*request, receivedAt + AnswerDelay()});
+        const std::vector<FaultEntry> faults = _faultPlan.HappeningAt(request->frame, now);
+        _pending.push_back({*request, receivedAt + AnswerDelay(WithStanding(faults)), faults});
     }
 }
 
 void Instrument::AnswerDueRequests()
 {
     while (!_pending.empty() && _pending.front().dueAt <= Clock::now()) {
-        AnswerRequest(_pending.front().request);
+        const PendingRequest pending = _pending.front();
         _pending.pop_front();
+        AnswerRequest(pending);
     }
 }
 
@@ -297,23 +396,46 @@ void Instrument::FollowModel()
 /// What is sent while the instrument is unplugged or its line is broken is lost.
 void Instrument::TakeFrames()
 {
+    const bool isLost =
+        !_line || _standingFault.fault == Fault::Silent || _faultPlan.SwallowsEverything(Clock::now());
     for (const FramePiece& piece : _model.TakeFrames()) {
-        if (_line && _fault != Fault::Silent) {
+        if (!isLost) {
             _sending.push_back({piece.bytes, std::nullopt, Clock::now(), piece.pauseBefore});
         }
     }
 }
 
-void Instrument::AnswerRequest(const CollectedRequest& request)
+void Instrument::AnswerRequest(const PendingRequest& pending)
 {
+    for (const FaultEntry& fault : pending.faults) {
+        if (fault.IsAct()) {
+            CarryOut(fault);
+        }
+    }
     FollowModel();
-    const Exchange exchange{request.frame, AnswerTo(request.frame), request.receivedAt, {}};
+    const std::vector<FaultEntry> faults = WithStanding(pending.faults);
+    const QByteArray& request = pending.request.frame;
+    const Exchange exchange{request, AnswerTo(request, faults), pending.request.receivedAt, {}};
     KeepFirmware();
-    _sending.push_back({exchange.answer, exchange, Clock::now(), {}});
+    QueueAnswer(exchange, faults);
+}
+
+void Instrument::QueueAnswer(const Exchange& exchange, const std::vector<FaultEntry>& faults)
+{
+    const FaultEntry* split = Find(faults, Fault::Split);
+    const TimePoint now = Clock::now();
+    QByteArray rest = exchange.answer;
+    std::chrono::microseconds pause{0};
+    while (split != nullptr && rest.size() > split->length) {
+        _sending.push_back({rest.left(split->length), std::nullopt, now, pause, true});
+        rest.remove(0, split->length);
+        pause = split->pause;
+    }
+    _sending.push_back({rest, exchange, now, pause});
 }
 
 /// An answer goes out in one piece when its last byte would arrive: with pauses in it, it would look like
-/// several.
+/// several. Only a fault splits it.
 void Instrument::SendDueBytes()
 {
     for (auto dueAt = NextBytesAt(); dueAt && *dueAt <= Clock::now(); dueAt = NextBytesAt()) {
@@ -338,6 +460,9 @@ std::optional<TimePoint> Instrument::NextBytesAt() const
 void Instrument::NoteSent(const PendingBytes& sent)
 {
     _lastSentAt = Clock::now();
+    if (sent.isUnfinished) {
+        return;
+    }
     if (!sent.exchange) {
         _log.WriteUnasked(sent.bytes);
         return;
@@ -356,20 +481,32 @@ std::chrono::microseconds Instrument::LineTime(int byteCount) const
                       : std::chrono::microseconds(std::chrono::seconds(BitsPerByte * byteCount)) / _baud;
 }
 
-QByteArray Instrument::AnswerTo(const QByteArray& request)
+QByteArray Instrument::AnswerTo(const QByteArray& request, const std::vector<FaultEntry>& faults)
 {
+    if (!_line) {
+        return {}; // it has broken at this request
+    }
     if (!_scriptedAnswers.empty()) {
         QByteArray answer = _scriptedAnswers.front();
         _scriptedAnswers.pop_front();
         return answer;
     }
-    if (_fault == Fault::Silent) {
+    if (Find(faults, Fault::Silent) != nullptr) {
         return {}; // never reaches the instrument
     }
-    if (_fault == Fault::Refuse) {
-        return Refusal(); // and nothing comes of it
+    const bool isRefused = Find(faults, Fault::Refuse) != nullptr; // and nothing comes of it
+    QByteArray answer = isRefused ? Refusal() : _model.Answer(request, Clock::now());
+    for (const FaultEntry& fault : faults) {
+        answer = Damaged(answer, fault);
     }
-    return Damaged(_model.Answer(request, Clock::now()), _fault);
+    return answer;
+}
+
+std::vector<FaultEntry> Instrument::WithStanding(const std::vector<FaultEntry>& faults) const
+{
+    std::vector<FaultEntry> all = faults;
+    all.push_back(_standingFault);
+    return all;
 }
 
 /// Before the acknowledge goes out, so that whoever has seen it finds the file.
@@ -381,9 +518,10 @@ void Instrument::KeepFirmware()
     }
 }
 
-std::chrono::microseconds Instrument::AnswerDelay() const
+std::chrono::microseconds Instrument::AnswerDelay(const std::vector<FaultEntry>& faults) const
 {
-    return _fault == Fault::Slow ? _slowAnswer : _answerAfter;
+    const FaultEntry* slow = Find(faults, Fault::Slow);
+    return slow != nullptr ? slow->delay : _answerAfter;
 }
 
 void Instrument::WaitForWork(std::unique_lock<std::mutex>& lock)
@@ -391,7 +529,8 @@ void Instrument::WaitForWork(std::unique_lock<std::mutex>& lock)
     const std::optional<TimePoint> nextRequestAt =
         _pending.empty() ? std::optional<TimePoint>() : _pending.front().dueAt;
     const std::optional<TimePoint> deadline =
-        Earliest({_collector.SilenceEndsAt(), _model.NextChangeAt(), nextRequestAt, NextBytesAt()});
+        Earliest({_collector.SilenceEndsAt(), _model.NextChangeAt(), nextRequestAt, NextBytesAt(),
+                  _lineBackAt, _faultPlan.NextDueAt()});
     const int line = _line ? _line->Handle() : -1;
     lock.unlock();
     WaitReadable(line, _wake.Get(), deadline);

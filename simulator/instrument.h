@@ -4,6 +4,7 @@
 #include "simulator/descriptor.h"
 #include "simulator/exchange.h"
 #include "simulator/exchangelog.h"
+#include "simulator/faultplan.h"
 #include "simulator/firmwarefile.h"
 #include "simulator/instrumentmodel.h"
 #include "simulator/ptyline.h"
@@ -17,6 +18,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -53,6 +55,10 @@ public:
     /// path.
     QString DevicePath() const;
 
+    /// Called whenever the line is about to break, with an empty path, and when there is a new one, with its
+    /// path; by the serving thread, so it must call no operation of the instrument.
+    void SetLineListener(std::function<void(const QString& devicePath)> listener);
+
     void Execute(const ControlCommand& command);
 
     /// False when there is no such command; *error then says why.
@@ -70,6 +76,11 @@ public:
     void SetFault(Fault fault, std::chrono::milliseconds slowAnswer = DefaultSlowAnswer);
     void Unplug() { SetFault(Fault::Silent); }
     void Plug() { SetFault(Fault::None); }
+
+    /// Faults that wait for their triggers, besides the one above. Their times and requests are counted from
+    /// now on. False, and nothing is changed, when there would be more than `FaultPlan::MostFaults`.
+    bool AddFaults(const std::vector<FaultEntry>& faults);
+    void ClearFaults();
 
     void SetAnswerAfter(std::chrono::microseconds delay);
 
@@ -102,6 +113,7 @@ private:
     struct PendingRequest {
         CollectedRequest request;
         TimePoint dueAt;
+        std::vector<FaultEntry> faults; ///< what happens at it
     };
 
     /// An answer, or a piece of a frame that nobody asked for.
@@ -110,22 +122,30 @@ private:
         std::optional<Exchange> exchange; ///< the one that the bytes answer
         TimePoint readyAt;
         std::chrono::microseconds pauseBefore{0}; ///< how long the line is quiet before them, at least
+        bool isUnfinished = false;                ///< more of the same answer follows
     };
 
     void Serve();
     void TakeNewLine();
+    void ChangeLine(std::unique_ptr<PtyLine> line);
+    void ReturnLine();
+    void CarryOutDue();
+    void CarryOut(const FaultEntry& act);
+    void ExecuteHere(const ControlCommand& command);
     void FollowModel();
     void TakeFrames();
     void ReadLine();
     void AnswerDueRequests();
-    void AnswerRequest(const CollectedRequest& request);
-    QByteArray AnswerTo(const QByteArray& request);
+    void AnswerRequest(const PendingRequest& pending);
+    QByteArray AnswerTo(const QByteArray& request, const std::vector<FaultEntry>& faults);
+    void QueueAnswer(const Exchange& exchange, const std::vector<FaultEntry>& faults);
+    std::vector<FaultEntry> WithStanding(const std::vector<FaultEntry>& faults) const;
     void KeepFirmware();
     void SendDueBytes();
     std::optional<TimePoint> NextBytesAt() const;
     void NoteSent(const PendingBytes& sent);
     std::chrono::microseconds LineTime(int byteCount) const;
-    std::chrono::microseconds AnswerDelay() const;
+    std::chrono::microseconds AnswerDelay(const std::vector<FaultEntry>& faults) const;
     void WaitForWork(std::unique_lock<std::mutex>& lock);
     void ReplaceLine(std::unique_ptr<PtyLine> line, std::unique_lock<std::mutex>& lock);
     void Wake();
@@ -146,8 +166,10 @@ private:
     std::chrono::microseconds _answerAfter;
     int _baud;
     bool _keepsExchanges;
-    Fault _fault = Fault::None;
-    std::chrono::microseconds _slowAnswer{DefaultSlowAnswer};
+    FaultEntry _standingFault; ///< the one that was set by its name
+    FaultPlan _faultPlan;
+    std::function<void(const QString&)> _lineListener;
+    std::optional<TimePoint> _lineBackAt; ///< set while hung up for a time
     std::unique_ptr<PtyLine> _newLine;
     bool _isLineChanging = false;
     bool _isStopping = false;

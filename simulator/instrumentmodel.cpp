@@ -93,6 +93,11 @@ void InstrumentModel::SetMode(int mode)
     }
 }
 
+void InstrumentModel::RestartInto(int mode, TimePoint now)
+{
+    Restart(mode, now + _restartTime);
+}
+
 void InstrumentModel::SetError(int error)
 {
     _error = error;
@@ -282,7 +287,7 @@ QByteArray InstrumentModel::ChangeMode(const QByteArray& data, TimePoint now)
     if (mode > Mode::Highest || (mode == Mode::Update && _update.RefusesUpdateMode())) {
         return Refusal();
     }
-    Restart(mode, now + _restartTime);
+    RestartInto(mode, now);
     return Acknowledge();
 }
 

@@ -69,6 +69,7 @@ public:
     // What a person would bring about by other means than the line; each value within its highest, the number
     // of a scenario within its own limits.
     void SetMode(int mode);
+    void RestartInto(int mode, TimePoint now);
     void SetError(int error);
     void SetFunction(int function);
     void SetScenario(Scenario scenario, int number);

@@ -1,5 +1,6 @@
 #include "simulator/commandinput.h"
 #include "simulator/commandline.h"
+#include "simulator/faultfile.h"
 #include "simulator/firmwareupdate.h"
 #include "simulator/frames.h"
 #include "simulator/programrunner.h"
@@ -22,6 +23,15 @@ constexpr int ProgramNotStarted = 127;
 void PrintError(const QString& text)
 {
     std::cerr << "vesmar-simulator: " << text.toLocal8Bit().constData() << '\n';
+}
+
+void Inject(const QString& fault, Simulator::Session* session)
+{
+    try {
+        session->Inject(fault.toUtf8());
+    } catch (const std::runtime_error& error) {
+        PrintError(QStringLiteral("inject, %1").arg(QString::fromUtf8(error.what())));
+    }
 }
 
 /// Tells the two bytes as they are, for a file.
@@ -47,6 +57,23 @@ int PrintConfirmation(const QString& imagePath)
     return 0;
 }
 
+void CarryOut(const QString& line, Simulator::Session* session)
+{
+    const QString injection = QStringLiteral("inject");
+    QString error;
+    if (line == QLatin1String("quit")) {
+        QCoreApplication::quit();
+    } else if (line == QLatin1String("faults clear")) {
+        session->ClearFaults();
+    } else if (line.section(QLatin1Char(' '), 0, 0) == injection) {
+        Inject(line.mid(injection.size()), session);
+    } else if (const auto command = Simulator::ParseControlCommand(line, &error)) {
+        session->Execute(*command);
+    } else {
+        PrintError(error);
+    }
+}
+
 /// Serves at the link until a signal or "quit".
 int ServeAtLink(const Simulator::CommandLine& commandLine)
 {
@@ -55,16 +82,8 @@ int ServeAtLink(const Simulator::CommandLine& commandLine)
     Simulator::CommandInput input;
     QObject::connect(&signalWatcher, &Simulator::SignalWatcher::EndRequested, &session,
                      [] { QCoreApplication::quit(); });
-    QObject::connect(&input, &Simulator::CommandInput::LineRead, &session, [&session](const QString& line) {
-        QString error;
-        if (line == QLatin1String("quit")) {
-            QCoreApplication::quit();
-        } else if (const auto command = Simulator::ParseControlCommand(line, &error)) {
-            session.Execute(*command);
-        } else {
-            PrintError(error);
-        }
-    });
+    QObject::connect(&input, &Simulator::CommandInput::LineRead, &session,
+                     [&session](const QString& line) { CarryOut(line, &session); });
     std::cout << "The instrument is ready: open " << QFile::encodeName(commandLine.linkPath).constData()
               << " as its serial line. Ctrl-C or the line \"quit\" ends it." << std::endl;
     return QCoreApplication::exec();
@@ -106,7 +125,7 @@ int RunProgram(const Simulator::CommandLine& commandLine)
 int main(int argc, char** argv)
 {
     int exitStatus = 0;
-    const auto commandLine = Simulator::ParseCommandLine(argc, argv, &exitStatus);
+    auto commandLine = Simulator::ParseCommandLine(argc, argv, &exitStatus);
     if (!commandLine) {
         return exitStatus;
     }
@@ -115,6 +134,9 @@ int main(int argc, char** argv)
     try {
         if (!commandLine->imagePath.isEmpty()) {
             return PrintConfirmation(commandLine->imagePath);
+        }
+        if (!commandLine->faultsPath.isEmpty()) {
+            commandLine->faults = Simulator::LoadFaults(commandLine->faultsPath);
         }
         return commandLine->program.empty() ? ServeAtLink(*commandLine) : RunProgram(*commandLine);
     } catch (const std::exception& error) {

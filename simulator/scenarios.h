@@ -20,6 +20,10 @@ enum class Fault {
     Truncated,
     WrongLength,
     Slow,
+    Split,
+    Flip,
+    Drop,
+    Double,
     HangUp,
 };
 
@@ -30,7 +34,7 @@ struct NamedFault {
     const char* meaning;
 };
 
-inline constexpr std::array<NamedFault, 10> Faults{{
+inline constexpr std::array<NamedFault, 14> Faults{{
     {Fault::None, "none", "the instrument answers as it should"},
     {Fault::Silent, "silent", "unplugged: swallows every request"},
     {Fault::BadCrc, "bad-crc", "every answer has a damaged checksum"},
@@ -40,6 +44,10 @@ inline constexpr std::array<NamedFault, 10> Faults{{
     {Fault::Truncated, "truncated", "only the first two bytes of every answer"},
     {Fault::WrongLength, "wrong-length", "one byte too many under a valid checksum"},
     {Fault::Slow, "slow", "answers late; a number of milliseconds may follow (default 1000)"},
+    {Fault::Split, "split", "every answer comes a byte at a time, with pauses of 50 ms"},
+    {Fault::Flip, "flip", "the first byte of every answer is inverted"},
+    {Fault::Drop, "drop", "the first byte of every answer is missing"},
+    {Fault::Double, "double", "the first byte of every answer comes twice"},
     {Fault::HangUp, "hang-up",
      "the line breaks and its path is gone; the next fault, or plug, brings a new one"},
 }};

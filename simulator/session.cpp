@@ -1,13 +1,20 @@
 #include "simulator/session.h"
 
+#include "simulator/faultfile.h"
+
+#include <QCoreApplication>
 #include <QTimer>
+
+#include <iostream>
 
 namespace Simulator
 {
 
 Session::Session(const CommandLine& commandLine, const QString& linkPath)
-    : _instrument(commandLine.instrument), _link(linkPath, _instrument.DevicePath())
+    : _instrument(commandLine.instrument)
 {
+    _link.emplace(linkPath, _instrument.DevicePath());
+    _instrument.SetLineListener([this](const QString& devicePath) { FollowLine(devicePath); });
     for (const TimedCommand& timed : commandLine.schedule) {
         if (timed.at.count() == 0) {
             Execute(timed.command);
@@ -16,15 +23,38 @@ Session::Session(const CommandLine& commandLine, const QString& linkPath)
                                [this, command = timed.command] { Execute(command); });
         }
     }
+    AddFaults(commandLine.faults);
 }
 
 void Session::Execute(const ControlCommand& command)
 {
-    if (command.verb == ControlCommand::Verb::Fault && command.fault == Fault::HangUp) {
-        _link.PointTo({}); // before the system gives the path of the old line to another one
-    }
     _instrument.Execute(command);
-    _link.PointTo(_instrument.DevicePath());
+}
+
+void Session::Inject(const QByteArray& json)
+{
+    AddFaults({ParseFault(json)});
+}
+
+void Session::AddFaults(const std::vector<FaultEntry>& faults)
+{
+    if (!_instrument.AddFaults(faults)) {
+        throw std::runtime_error(QStringLiteral("there are %1 faults already; \"faults clear\" makes room")
+                                     .arg(FaultPlan::MostFaults)
+                                     .toStdString());
+    }
+}
+
+/// On the instrument's thread, where an exception would find nobody.
+void Session::FollowLine(const QString& devicePath)
+{
+    try {
+        _link->PointTo(devicePath);
+    } catch (const std::exception& error) {
+        std::cerr << "vesmar-simulator: " << error.what() << '\n';
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(), [] { QCoreApplication::exit(1); }, Qt::QueuedConnection);
+    }
 }
 
 } // namespace Simulator

@@ -6,6 +6,8 @@
 
 #include <QObject>
 
+#include <optional>
+
 namespace Simulator
 {
 
@@ -20,9 +22,18 @@ public:
 
     void Execute(const ControlCommand& command);
 
+    /// One more fault, as it stands in a file of faults. Throws std::runtime_error, which says why not.
+    void Inject(const QByteArray& json);
+
+    /// Ends the faults of the file and those that were injected.
+    void ClearFaults() { _instrument.ClearFaults(); }
+
 private:
+    void AddFaults(const std::vector<FaultEntry>& faults);
+    void FollowLine(const QString& devicePath);
+
+    std::optional<DeviceLink> _link; ///< outlives the instrument, which tells of its line until its end
     Instrument _instrument;
-    DeviceLink _link;
 };
 
 } // namespace Simulator

@@ -27,6 +27,7 @@ void TestControlCommand::Numbers_data()
     QTest::addColumn<int>("verb");
     QTest::addColumn<int>("number");
     QTest::newRow("mode") << "mode 3" << static_cast<int>(ControlCommand::Verb::Mode) << 3;
+    QTest::newRow("restart") << "restart 3" << static_cast<int>(ControlCommand::Verb::Restart) << 3;
     QTest::newRow("error") << "error 15" << static_cast<int>(ControlCommand::Verb::Error) << 15;
     QTest::newRow("function") << "function 31" << static_cast<int>(ControlCommand::Verb::Function) << 31;
     QTest::newRow("blanks") << "  error \t 0 " << static_cast<int>(ControlCommand::Verb::Error) << 0;
@@ -115,6 +116,8 @@ void TestControlCommand::Nonsense_data()
                                << "0 to 3";
     QTest::newRow("no such mode") << "mode 4"
                                   << "0 to 3";
+    QTest::newRow("no mode to restart into") << "restart 4"
+                                             << "0 to 3";
     QTest::newRow("negative") << "error -1"
                               << "0 to 15";
     QTest::newRow("word for a number") << "function rln"

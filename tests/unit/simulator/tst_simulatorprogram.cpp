@@ -168,6 +168,9 @@ private Q_SLOTS:
     void ConfirmationOfNoImage_data();
     void ConfirmationOfNoImage();
     void ConfirmationThatCannotBeWritten();
+    void FaultsOfAFile();
+    void FaultsThatAreWrong();
+    void FaultsOfNoFile();
     void BadUse_data();
     void BadUse();
     void HelpAndVersion();
@@ -176,6 +179,10 @@ private Q_SLOTS:
     void LinkServesUntilASignal();
     void LinkServesUntilQuit();
     void LinkTakesCommands();
+    void LinkTakesFaults();
+    void LinkRefusesFaultsThatAreWrong();
+    void LinkSurvivesAnEndlessLine();
+    void LinkFollowsALineThatReturnsByItself();
     void LinkFollowsANewLine();
     void LinkRefusesAPathThatIsTaken();
 
@@ -603,6 +610,46 @@ void TestSimulatorProgram::ConfirmationThatCannotBeWritten()
     QCOMPARE(_errors, QByteArray("vesmar-simulator: cannot write the confirmation to the standard output\n"));
 }
 
+void TestSimulatorProgram::FaultsOfAFile()
+{
+    const QString path = _folder->filePath(QStringLiteral("faults"));
+    QVERIFY(WriteFile(path,
+                      "{\"faults\": [\n"
+                      "{\"fault\": \"refuse\", \"when\": {\"request\": \"s\", \"from\": 2}, \"count\": 1},\n"
+                      "{\"command\": \"error 4\", \"when\": {\"request\": \"s\", \"from\": 3}}]}"));
+    const QString script =
+        OpenDevice + AskStatus + QStringLiteral("head -c 1 <&3 >/dev/null; ") + AskStatus + AskState;
+    QCOMPARE(Run(RunShell(script, {QStringLiteral("--faults"), path})), 0);
+    const QByteArray lines = Hex(_output);
+    QVERIFY2(lines.mid(2, 2) == "fe", lines.constData());
+    QCOMPARE(lines.mid(6, 6), QByteArray("214334"));
+    QCOMPARE(lines.mid(14, 2), QByteArray("4e"));
+    QCOMPARE(_errors, QByteArray());
+}
+
+void TestSimulatorProgram::FaultsThatAreWrong()
+{
+    const QString path = _folder->filePath(QStringLiteral("faults"));
+    const QString log = _folder->filePath(QStringLiteral("log"));
+    QVERIFY(WriteFile(path, "{\"faults\": [\n{\"fault\": \"slow\",\n\"delay\": -1}]}"));
+    QCOMPARE(Run(RunShell(QStringLiteral("echo run"),
+                          {QStringLiteral("--faults"), path, QStringLiteral("--log"), log})),
+             1);
+    QCOMPARE(_errors, "vesmar-simulator: " + QFile::encodeName(path) +
+                          ", line 3: \"delay\": must be a whole number from 0 to 600000\n");
+    QCOMPARE(_output, QByteArray());
+    QVERIFY(!QFileInfo::exists(log));
+}
+
+void TestSimulatorProgram::FaultsOfNoFile()
+{
+    const QString link = _folder->filePath(QStringLiteral("line"));
+    QCOMPARE(Run({QStringLiteral("--link"), link, QStringLiteral("--faults"), _folder->path()}), 1);
+    QCOMPARE(_errors, "vesmar-simulator: cannot read the faults " + QFile::encodeName(_folder->path()) +
+                          ": it is no file; name a file\n");
+    QVERIFY(!QFileInfo(link).isSymLink());
+}
+
 void TestSimulatorProgram::BadUse_data()
 {
     QTest::addColumn<QStringList>("arguments");
@@ -619,6 +666,7 @@ void TestSimulatorProgram::BadUse_data()
     row("program without run", "--link|x|--|true");
     row("link without a path", "--link");
     row("no such scenario", "run|--scenario|loud|--|true");
+    row("faults without a file", "run|--faults|--|true");
     row("seed that is no number", "run|--seed|many|--|true");
     row("negative restart time", "run|--restart-time|-1|--|true");
     row("restart time that is no number", "run|--restart-time|long|--|true");
@@ -743,6 +791,75 @@ void TestSimulatorProgram::LinkTakesCommands()
     QCOMPARE(_process->state(), QProcess::Running);
     _process->terminate();
     QCOMPARE(Finish(), 0);
+}
+
+void TestSimulatorProgram::LinkTakesFaults()
+{
+    const QString path = _folder->filePath(QStringLiteral("line"));
+    StartLink(path);
+    LineClient client(path);
+    _process->write("inject {\"fault\": \"refuse\", \"when\": {\"request\": \"W\"}}\nerror 4\n");
+    QTRY_COMPARE(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("4e"));
+    QCOMPARE(client.Ask(ReadVersion, 3).toHex(), QByteArray("214334"));
+    _process->write("faults clear\nerror 5\n");
+    QTRY_COMPARE(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("5e"));
+    QCOMPARE(client.Ask(ReadVersion, 25), Version);
+    _process->write("quit\n");
+    QCOMPARE(Finish(), 0);
+    QCOMPARE(_errors, QByteArray());
+}
+
+void TestSimulatorProgram::LinkRefusesFaultsThatAreWrong()
+{
+    StartLink(_folder->filePath(QStringLiteral("line")));
+    _process->write("inject {\"fault\": \"slow\", \"delay\": -1}\ninject\ninject {\ninject []\nfaults\n");
+    for (int i = 0; i < 1001; ++i) {
+        _process->write("inject {\"fault\": \"drop\"}\n");
+    }
+    _process->write("quit\n");
+    QCOMPARE(Finish(), 0);
+    const QByteArrayList errors = _errors.split('\n');
+    QCOMPARE(errors.size(), 7);
+    QCOMPARE(
+        errors.at(0),
+        QByteArray("vesmar-simulator: inject, line 1: \"delay\": must be a whole number from 0 to 600000"));
+    QVERIFY2(errors.at(1).startsWith("vesmar-simulator: inject, line 1: "), errors.at(1).constData());
+    QVERIFY2(errors.at(2).startsWith("vesmar-simulator: inject, line 1: this is not valid JSON: "),
+             errors.at(2).constData());
+    QCOMPARE(errors.at(3), QByteArray("vesmar-simulator: inject, line 1: must be an object in braces"));
+    QVERIFY2(errors.at(4).startsWith("vesmar-simulator: no command \"faults\""), errors.at(4).constData());
+    QCOMPARE(
+        errors.at(5),
+        QByteArray("vesmar-simulator: inject, there are 1000 faults already; \"faults clear\" makes room"));
+}
+
+void TestSimulatorProgram::LinkSurvivesAnEndlessLine()
+{
+    StartLink(_folder->filePath(QStringLiteral("line")));
+    _process->write("inject " + QByteArray(3000000, '[') + "\nquit\n");
+    QCOMPARE(Finish(), 0);
+    QCOMPARE(_errors,
+             QByteArray("vesmar-simulator: inject, line 1: faults take up to 1048576 bytes; this is more\n"));
+}
+
+void TestSimulatorProgram::LinkFollowsALineThatReturnsByItself()
+{
+    const QString path = _folder->filePath(QStringLiteral("line"));
+    StartLink(path);
+    {
+        LineClient client(path);
+        _process->write("inject {\"fault\": \"hang-up\", \"line-back-in\": 100, \"when\": {\"request\": "
+                        "\"W\"}}\nerror 4\n");
+        QTRY_COMPARE(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("4e"));
+        QVERIFY(client.Write(ReadVersion));
+        QCOMPARE(client.Read(1), QByteArray());
+    }
+    QTRY_VERIFY(QFileInfo::exists(path));
+    LineClient client(path);
+    QCOMPARE(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("4e"));
+    _process->write("quit\n");
+    QCOMPARE(Finish(), 0);
+    QVERIFY(!QFileInfo(path).isSymLink());
 }
 
 void TestSimulatorProgram::LinkFollowsANewLine()

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+
+#include <stdexcept>
+
+namespace Simulator
+{
+
+/// What is wrong with faults that are written down, and where: one sentence.
+class FaultError : public std::runtime_error
+{
+public:
+    /// The line counts from 1.
+    FaultError(int line, const QString& sentence)
+        : std::runtime_error(QStringLiteral("line %1: %2").arg(line).arg(sentence).toStdString()), _line(line)
+    {
+    }
+
+    int Line() const { return _line; }
+
+private:
+    int _line;
+};
+
+} // namespace Simulator

@@ -1,0 +1,250 @@
+#include "simulator/faulterror.h"
+#include "simulator/faultfile.h"
+#include "simulator/faultplan.h"
+
+#include <QtTest>
+
+#include <random>
+
+using Simulator::FaultEntry;
+
+namespace
+{
+
+constexpr int InputsPerSeed = 4000;
+
+const QByteArrayList Seeds{
+    R"({"faults": [{"fault": "bad-crc", "when": {"request": "s", "from": 3}, "count": 1}, {"fault": "refuse"}]})",
+    R"({
+  "comment": "Ünïcode",
+  "faults": [
+    {"fault": "slow", "delay": 250, "when": {"probability": 0.5, "seed": 7}},
+    {"fault": "hang-up", "line-back-in": 100, "when": {"after": 1000}},
+    {"fault": "silent", "when": {"after": 10, "until": 20}}
+  ]
+})",
+    R"({"faults": [
+{"fault": "flip", "position": -2, "length": 2, "mask": 255}, {"fault": "drop", "position": 1},
+{"fault": "split", "length": 4, "pause": 7}, {"fault": "garbage-before", "bytes": "55AA06"}]})",
+    R"({"faults": [{"command": "scenario refuses-sector 3", "comment": "a \"quoted\" \\ text"},
+{"command": "restart 2", "when": {"request": "P", "from": 2}, "count": 5}, {"command": "fault slow 20"}]})",
+};
+
+/// What a careless hand or a broken disk puts into a file of faults.
+const QByteArrayList Words{"{",
+                           "}",
+                           "[",
+                           "]",
+                           ",",
+                           ":",
+                           "\"",
+                           "\\",
+                           "\n",
+                           "\0",
+                           "null",
+                           "-1",
+                           "1e308",
+                           "1e999",
+                           "99999999999999999999",
+                           "0.5",
+                           "\\u0000",
+                           "\xFF",
+                           "\xEF\xBB\xBF",
+                           "\"faults\"",
+                           "\"fault\":",
+                           "\"when\":",
+                           "\"count\":",
+                           "\"delay\":",
+                           "\"command\":",
+                           "[[[[[[[[",
+                           "{\"a\":",
+                           "true"};
+
+/// The same mutations of the same text for the same seed.
+class Mutator
+{
+public:
+    explicit Mutator(quint32 seed) : _random(seed) {}
+
+    QByteArray Mutated(QByteArray text)
+    {
+        const int changes = 1 + Below(3);
+        for (int i = 0; i < changes; ++i) {
+            Change(text);
+        }
+        return text;
+    }
+
+private:
+    int Below(int limit) { return static_cast<int>(_random() % static_cast<quint32>(limit)); }
+
+    void Change(QByteArray& text)
+    {
+        const int at = Below(text.size() + 1);
+        switch (Below(9)) {
+        case 0:
+            text.truncate(at);
+            break;
+        case 1:
+            text.insert(at, static_cast<char>(Below(256)));
+            break;
+        case 2:
+            text.remove(at, 1 + Below(8));
+            break;
+        case 3:
+            text.insert(at, text.mid(Below(text.size() + 1), Below(60)));
+            break;
+        case 4:
+            text.replace(at, 1, QByteArray(1, static_cast<char>(Below(256))));
+            break;
+        case 5:
+        case 6:
+            ChangeNumber(text, at);
+            break;
+        default:
+            text.insert(at, Words.at(Below(Words.size())));
+            break;
+        }
+    }
+
+    /// The next digit, if any, becomes another one: the text stays JSON.
+    void ChangeNumber(QByteArray& text, int at)
+    {
+        while (at < text.size() && (text.at(at) < '0' || text.at(at) > '9')) {
+            ++at;
+        }
+        text.replace(at, 1, QByteArray::number(Below(10)));
+    }
+
+    std::mt19937 _random;
+};
+
+/// Empty when the text makes faults within their limits, or an error with a place inside it.
+QByteArray ObjectionTo(const QByteArray& text, int* validCount)
+{
+    try {
+        const std::vector<FaultEntry> entries = Simulator::ParseFaults(text);
+        ++*validCount;
+        for (const FaultEntry& entry : entries) {
+            const bool isWithin = entry.length >= 0 && entry.length <= 1024 && entry.mask >= 1 &&
+                                  entry.mask <= 255 && entry.delay.count() >= 0 &&
+                                  entry.bytes.size() <= 1024 && entry.count.value_or(1) >= 1 &&
+                                  entry.trigger.from.value_or(1) >= 1 && entry.trigger.after.count() >= 0;
+            if (!isWithin) {
+                return "a value beyond its limits";
+            }
+        }
+        Simulator::FaultPlan plan;
+        if (!plan.Add(entries, Simulator::TimePoint())) {
+            return "more faults than a plan takes";
+        }
+        plan.HappeningAt("s", Simulator::TimePoint());
+        plan.TakeDue(Simulator::TimePoint());
+    } catch (const Simulator::FaultError& error) {
+        const QByteArray sentence(error.what());
+        const bool hasPlace = error.Line() >= 1 && error.Line() <= text.count('\n') + 1 &&
+                              sentence.startsWith("line " + QByteArray::number(error.Line()) + ": ");
+        const bool isShort = sentence.size() < 1500 && !sentence.contains('\n') && sentence.size() > 15;
+        return hasPlace && isShort ? QByteArray() : "the error \"" + sentence + '"';
+    }
+    return {};
+}
+
+} // namespace
+
+class TestFaultFuzz : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void SeedsAreValid();
+    void MutatedFiles_data();
+    void MutatedFiles();
+    void EveryBeginning();
+    void NoiseOfAllBytes();
+    void DeepTexts_data();
+    void DeepTexts();
+};
+
+void TestFaultFuzz::SeedsAreValid()
+{
+    for (const QByteArray& seed : Seeds) {
+        int validCount = 0;
+        QCOMPARE(ObjectionTo(seed, &validCount), QByteArray());
+        QCOMPARE(validCount, 1);
+    }
+}
+
+void TestFaultFuzz::MutatedFiles_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    for (int i = 0; i < Seeds.size(); ++i) {
+        QTest::addRow("file %d", i) << Seeds.at(i);
+    }
+}
+
+void TestFaultFuzz::MutatedFiles()
+{
+    QFETCH(QByteArray, text);
+    int validCount = 0;
+    for (int i = 0; i < InputsPerSeed; ++i) {
+        const QByteArray mutated = Mutator(static_cast<quint32>(i)).Mutated(text);
+        const QByteArray objection = ObjectionTo(mutated, &validCount);
+        QVERIFY2(objection.isEmpty(), (objection + " for " + mutated).constData());
+    }
+    // Both ways are taken often, or the mutations are no good.
+    QVERIFY2(validCount > InputsPerSeed / 100 && validCount < InputsPerSeed / 2,
+             QByteArray::number(validCount).constData());
+}
+
+void TestFaultFuzz::EveryBeginning()
+{
+    for (const QByteArray& seed : Seeds) {
+        int validCount = 0;
+        for (int size = 0; size < seed.size(); ++size) {
+            const QByteArray objection = ObjectionTo(seed.left(size), &validCount);
+            QVERIFY2(objection.isEmpty(), (objection + " for " + seed.left(size)).constData());
+        }
+        QCOMPARE(validCount, 0);
+    }
+}
+
+void TestFaultFuzz::NoiseOfAllBytes()
+{
+    std::mt19937 random(1);
+    int validCount = 0;
+    for (int i = 0; i < 1000; ++i) {
+        QByteArray noise;
+        const int size = static_cast<int>(random() % 300);
+        for (int j = 0; j < size; ++j) {
+            noise.append(static_cast<char>(random() & 0xFF));
+        }
+        QCOMPARE(ObjectionTo(noise, &validCount), QByteArray());
+    }
+    QCOMPARE(validCount, 0);
+}
+
+void TestFaultFuzz::DeepTexts_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::newRow("brackets") << QByteArray(1000000, '[');
+    QTest::newRow("braces") << QByteArray("{\"a\":").repeated(200000);
+    QTest::newRow("closed") << QByteArray(1000, '[') + QByteArray(1000, ']');
+    QTest::newRow("closed in a fault")
+        << "{\"faults\":[{\"fault\":" + QByteArray(1000, '[') + QByteArray(1000, ']') + "}]}";
+    QTest::newRow("keys, closed") << "{\"comment\":" + QByteArray("{\"a\":").repeated(1000) + '1' +
+                                         QByteArray(1001, '}');
+    QTest::newRow("wide") << "{\"faults\":[" + QByteArray("0,").repeated(500000) + "0]}";
+    QTest::newRow("too long") << QByteArray(2000000, ' ');
+}
+
+void TestFaultFuzz::DeepTexts()
+{
+    QFETCH(QByteArray, text);
+    int validCount = 0;
+    QCOMPARE(ObjectionTo(text, &validCount), QByteArray());
+    QCOMPARE(validCount, 0);
+}
+
+QTEST_APPLESS_MAIN(TestFaultFuzz)
+#include "tst_faultfuzz.moc"

@@ -1,0 +1,104 @@
+#include "simulator/faulterror.h"
+#include "simulator/jsonlines.h"
+
+#include <QtTest>
+
+using Simulator::JsonLines;
+
+class TestJsonLines : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void KeysAndElements();
+    void BracketsAndQuotesInTexts();
+    void EscapedKeys();
+    void KeysWithSlashes();
+    void EmptyObjectsAndArrays();
+    void UnknownPath();
+    void DeepText();
+    void KeyThatIsThereTwice();
+    void LineAtAnOffset();
+};
+
+void TestJsonLines::KeysAndElements()
+{
+    const JsonLines lines(
+        "\n{\n  \"a\": 1,\n  \"b\":\n  [\n    true, {\n \"c\" : null},\n    -2.5e3\n  ], \"d\": "
+        "\"x\"\n}\n");
+    QCOMPARE(lines.LineOf(QString()), 2);
+    QCOMPARE(lines.LineOf(QStringLiteral("/a")), 3);
+    QCOMPARE(lines.LineOf(QStringLiteral("/b")), 4);
+    QCOMPARE(lines.LineOf(QStringLiteral("/b/0")), 6);
+    QCOMPARE(lines.LineOf(QStringLiteral("/b/1")), 6);
+    QCOMPARE(lines.LineOf(QStringLiteral("/b/1/c")), 7);
+    QCOMPARE(lines.LineOf(QStringLiteral("/b/2")), 8);
+    QCOMPARE(lines.LineOf(QStringLiteral("/d")), 9);
+}
+
+void TestJsonLines::BracketsAndQuotesInTexts()
+{
+    const JsonLines lines("{\"a\": \"}],{[\\\"\\\\\",\n\"b\": [\"]\",\n\"\\\\\"]}");
+    QCOMPARE(lines.LineOf(QStringLiteral("/b")), 2);
+    QCOMPARE(lines.LineOf(QStringLiteral("/b/1")), 3);
+}
+
+void TestJsonLines::EscapedKeys()
+{
+    const JsonLines lines("{\n\"\\u0061\": 1,\n\"\xC3\xA4\": 2}");
+    QCOMPARE(lines.LineOf(QStringLiteral("/a")), 2);
+    QCOMPARE(lines.LineOf(QStringLiteral("/\u00E4")), 3);
+}
+
+void TestJsonLines::KeysWithSlashes()
+{
+    const JsonLines lines("{\"a\": {\n\"b\": 1},\n\"a/b\": 2,\n\"a~1b\": 3}");
+    QCOMPARE(lines.LineOf(QStringLiteral("/a/b")), 2);
+    QCOMPARE(lines.LineOf(JsonLines::PathBelow(QString(), QStringLiteral("a/b"))), 3);
+    QCOMPARE(lines.LineOf(JsonLines::PathBelow(QString(), QStringLiteral("a~1b"))), 4);
+}
+
+void TestJsonLines::EmptyObjectsAndArrays()
+{
+    const JsonLines lines("[{},\n{ }, [],\n[ ],\n3]");
+    QCOMPARE(lines.LineOf(QStringLiteral("/0")), 1);
+    QCOMPARE(lines.LineOf(QStringLiteral("/1")), 2);
+    QCOMPARE(lines.LineOf(QStringLiteral("/3")), 3);
+    QCOMPARE(lines.LineOf(QStringLiteral("/4")), 4);
+}
+
+void TestJsonLines::UnknownPath()
+{
+    QCOMPARE(JsonLines("\n\n{}").LineOf(QStringLiteral("/a")), 1);
+}
+
+void TestJsonLines::DeepText()
+{
+    const JsonLines lines(QByteArray(1000, '[') + QByteArray(1000, ']'));
+    QCOMPARE(lines.LineOf(QStringLiteral("/0/0")), 1);
+    const JsonLines after("[" + QByteArray(1000, '[') + QByteArray(1000, ']') + ",\n1]");
+    QCOMPARE(after.LineOf(QStringLiteral("/1")), 2);
+}
+
+void TestJsonLines::KeyThatIsThereTwice()
+{
+    try {
+        const JsonLines lines("{\"a\": {\"b\": 1},\n \"c\": {\"b\": 2,\n \"\\u0062\": 3}}");
+        QFAIL("no error");
+    } catch (const Simulator::FaultError& error) {
+        QCOMPARE(error.Line(), 3);
+        QCOMPARE(error.what(), "line 3: \"b\": the key is there twice; keep one");
+    }
+}
+
+void TestJsonLines::LineAtAnOffset()
+{
+    QCOMPARE(JsonLines::LineAt("a\nb\nc", 0), 1);
+    QCOMPARE(JsonLines::LineAt("a\nb\nc", 2), 2);
+    QCOMPARE(JsonLines::LineAt("a\nb\nc", 4), 3);
+    QCOMPARE(JsonLines::LineAt("a\nb\nc", 99), 3);
+    QCOMPARE(JsonLines::LineAt("", 0), 1);
+}
+
+QTEST_APPLESS_MAIN(TestJsonLines)
+#include "tst_jsonlines.moc"

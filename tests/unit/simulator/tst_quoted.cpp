@@ -1,0 +1,37 @@
+#include "simulator/quoted.h"
+
+#include <QtTest>
+
+using Simulator::Quoted;
+
+class TestQuoted : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void TextAsItIs();
+    void OneLine();
+    void NotTooLong();
+};
+
+void TestQuoted::TextAsItIs()
+{
+    QCOMPARE(Quoted(QString()), QStringLiteral("\"\""));
+    QCOMPARE(Quoted(QStringLiteral("bad-crc \u00E4")), QStringLiteral("\"bad-crc \u00E4\""));
+}
+
+void TestQuoted::OneLine()
+{
+    QCOMPARE(Quoted(QStringLiteral("a\nb\x1B[31m")), QStringLiteral("\"a?b?[31m\""));
+}
+
+void TestQuoted::NotTooLong()
+{
+    QCOMPARE(Quoted(QString(40, QLatin1Char('a'))),
+             QLatin1Char('"') + QString(40, QLatin1Char('a')) + QLatin1Char('"'));
+    QCOMPARE(Quoted(QString(41, QLatin1Char('a'))),
+             QLatin1Char('"') + QString(40, QLatin1Char('a')) + QLatin1String("...\""));
+}
+
+QTEST_APPLESS_MAIN(TestQuoted)
+#include "tst_quoted.moc"
