@@ -152,10 +152,7 @@ void RCDMonitoringState::AwaitReadiness()
         WithdrawPreparation();
         return;
     }
-    const int result = RequestRCDStatus(_requestTimeout);
-    ++_statusAttempts;
-    PauseIfRetryable(result);
-    if (result == QueryResult::Data) {
+    if (AttemptStatus() == QueryResult::Data) {
         JudgeReadiness();
     }
 }
@@ -184,10 +181,7 @@ void RCDMonitoringState::Prepare()
         Fail(Error::PrepareFailed);
         return;
     }
-    const int result = PrepareRCDMeasurement(*GetContext()->TestSettings.Get(), _requestTimeout);
-    ++_prepareAttempts;
-    PauseIfRetryable(result);
-    if (result == QueryResult::Acknowledged) {
+    if (AttemptPrepare() == QueryResult::Acknowledged) {
         GetContext()->MeasurementStatus.Set(MeasurementState::Idle);
         GetContext()->PrepareMeasurementRequested.Set(false);
     }

@@ -54,10 +54,7 @@ void RCDRunningState::RunIdle()
         Fail(Error::RCDIdleStatusAttemptsExhausted);
         return;
     }
-    const int result = RequestRCDStatus(_requestTimeout);
-    ++_statusAttempts;
-    PauseIfRetryable(result);
-    if (result == QueryResult::Data) {
+    if (AttemptStatus() == QueryResult::Data) {
         JudgeIdle();
         AfterIdleStatus();
     }
@@ -81,10 +78,7 @@ void RCDRunningState::RunPreparing()
         Fail(Error::PrepareFailed);
         return;
     }
-    const int result = PrepareRCDMeasurement(*GetContext()->TestSettings.Get(), _requestTimeout);
-    ++_prepareAttempts;
-    PauseIfRetryable(result);
-    if (result == QueryResult::Acknowledged) {
+    if (AttemptPrepare() == QueryResult::Acknowledged) {
         AfterPrepare();
         SetPhase(MeasurementState::Prepared);
     }

@@ -124,6 +124,22 @@ void RCDState::ResetAttempts()
     _startAttempts = 0;
 }
 
+int RCDState::AttemptStatus()
+{
+    const int result = RequestRCDStatus(_requestTimeout);
+    ++_statusAttempts;
+    PauseIfRetryable(result);
+    return result;
+}
+
+int RCDState::AttemptPrepare()
+{
+    const int result = PrepareRCDMeasurement(*GetContext()->TestSettings.Get(), _requestTimeout);
+    ++_prepareAttempts;
+    PauseIfRetryable(result);
+    return result;
+}
+
 void RCDState::Pause() const
 {
     QThread::msleep(static_cast<unsigned long>(_retryDelay));

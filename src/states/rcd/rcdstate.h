@@ -44,6 +44,10 @@ public:
 
 protected:
     void ResetAttempts();
+    /// A status request that counts and, where trying again may help, pauses.
+    int AttemptStatus();
+    /// The same for the preparation of the present settings.
+    int AttemptPrepare();
     /// The pause before a refused or damaged exchange is tried again, and between polls.
     void Pause() const;
     /// Pauses when trying again may help.
