@@ -1,6 +1,6 @@
 #include "simulator/jsonlines.h"
 
-#include "simulator/faulterror.h"
+#include "simulator/jsonerror.h"
 #include "simulator/quoted.h"
 
 #include <QJsonArray>
@@ -77,7 +77,7 @@ void JsonLines::ReadMembers(const QString& path)
         const QString key = ReadString();
         const QString below = Below(path, key);
         if (below != path && _lines.contains(below)) {
-            throw FaultError(line, QStringLiteral("%1: the key is there twice; keep one").arg(Quoted(key)));
+            throw JsonError(line, QStringLiteral("%1: the key is there twice; keep one").arg(Quoted(key)));
         }
         _lines.insert(below, _lines.value(below, line));
         SkipBlanks();

@@ -12,7 +12,7 @@ namespace Simulator
 class JsonLines
 {
 public:
-    /// Throws FaultError when an object has the same key twice.
+    /// Throws JsonError when an object has the same key twice.
     explicit JsonLines(const QByteArray& text);
 
     /// Of the key of a member or of the beginning of an element. The whole text has an empty path.

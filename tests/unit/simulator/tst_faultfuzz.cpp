@@ -1,6 +1,6 @@
-#include "simulator/faulterror.h"
 #include "simulator/faultfile.h"
 #include "simulator/faultplan.h"
+#include "simulator/jsonerror.h"
 
 #include <QtTest>
 
@@ -140,7 +140,7 @@ QByteArray ObjectionTo(const QByteArray& text, int* validCount)
         }
         plan.HappeningAt("s", Simulator::TimePoint());
         plan.TakeDue(Simulator::TimePoint());
-    } catch (const Simulator::FaultError& error) {
+    } catch (const Simulator::JsonError& error) {
         const QByteArray sentence(error.what());
         const bool hasPlace = error.Line() >= 1 && error.Line() <= text.count('\n') + 1 &&
                               sentence.startsWith("line " + QByteArray::number(error.Line()) + ": ");

@@ -1,4 +1,4 @@
-#include "simulator/faulterror.h"
+#include "simulator/jsonerror.h"
 #include "simulator/jsonlines.h"
 
 #include <QtTest>
@@ -85,7 +85,7 @@ void TestJsonLines::KeyThatIsThereTwice()
     try {
         const JsonLines lines("{\"a\": {\"b\": 1},\n \"c\": {\"b\": 2,\n \"\\u0062\": 3}}");
         QFAIL("no error");
-    } catch (const Simulator::FaultError& error) {
+    } catch (const Simulator::JsonError& error) {
         QCOMPARE(error.Line(), 3);
         QCOMPARE(error.what(), "line 3: \"b\": the key is there twice; keep one");
     }

@@ -838,8 +838,9 @@ void TestSimulatorProgram::LinkSurvivesAnEndlessLine()
     StartLink(_folder->filePath(QStringLiteral("line")));
     _process->write("inject " + QByteArray(3000000, '[') + "\nquit\n");
     QCOMPARE(Finish(), 0);
-    QCOMPARE(_errors,
-             QByteArray("vesmar-simulator: inject, line 1: faults take up to 1048576 bytes; this is more\n"));
+    QCOMPARE(
+        _errors,
+        QByteArray("vesmar-simulator: inject, line 1: there may be up to 1048576 bytes; this is more\n"));
 }
 
 void TestSimulatorProgram::LinkFollowsALineThatReturnsByItself()
