@@ -78,6 +78,12 @@ std::string Footer()
            "  quit: ends the simulator\n";
 }
 
+/// Lest a name that a script left empty counts as no option at all.
+std::string ObjectionToName(const std::string& name)
+{
+    return name.empty() ? "the name is empty; name a file" : "";
+}
+
 void AddOptions(CLI::App* app, RawOptions* raw)
 {
     app->add_option("--link", raw->linkPath, "Make the instrument's line reachable at this path")
@@ -87,10 +93,12 @@ void AddOptions(CLI::App* app, RawOptions* raw)
         ->type_name("SECONDS:COMMAND")
         ->allow_extra_args(false);
     app->add_option("--faults", raw->faultsPath, "Start with the faults of this file, see docs/faults.md")
-        ->type_name("FILE");
+        ->type_name("FILE")
+        ->check(ObjectionToName);
     app->add_option("--playback", raw->playbackPath,
                     "Answer as the recording in this file says, see docs/simulator.md")
-        ->type_name("FILE");
+        ->type_name("FILE")
+        ->check(ObjectionToName);
     app->add_option("--log", raw->logPath, "Write a line per exchange and per change to this file")
         ->type_name("FILE");
     app->add_option("--seed", raw->seed, "Start of the readings' random numbers (default 1)")->type_name("N");

@@ -809,7 +809,9 @@ void TestSimulatorProgram::BadUse_data()
     row("link without a path", "--link");
     row("no such scenario", "run|--scenario|loud|--|true");
     row("faults without a file", "run|--faults|--|true");
+    row("faults without a name", "run|--faults||--|true");
     row("playback without a file", "run|--playback|--|true");
+    row("playback without a name", "run|--playback||--|true");
     row("seed that is no number", "run|--seed|many|--|true");
     row("negative restart time", "run|--restart-time|-1|--|true");
     row("restart time that is no number", "run|--restart-time|long|--|true");
