@@ -33,6 +33,7 @@ struct RawOptions {
     std::string logPath;
     std::string scenario;
     std::string faultsPath;
+    std::string playbackPath;
     std::string firmwarePath;
     std::string confirmation;
     std::string newVersion = "1.06";
@@ -70,10 +71,17 @@ std::string Footer()
            "  restart N: restarts into mode N\n"
            "  scenario NAME [N]: one of the scenarios, or of the faults\n"
            "  fault NAME, unplug, plug: one of the faults; plug ends it\n"
+           "  With --playback, only faults have something to act on.\n"
            "On standard input only:\n"
            "  inject FAULT: one more fault, as one in the file of --faults, on one line\n"
            "  faults clear: ends the faults of --faults and inject\n"
            "  quit: ends the simulator\n";
+}
+
+/// Lest a name that a script left empty counts as no option at all.
+std::string ObjectionToName(const std::string& name)
+{
+    return name.empty() ? "the name is empty; name a file" : "";
 }
 
 void AddOptions(CLI::App* app, RawOptions* raw)
@@ -85,7 +93,12 @@ void AddOptions(CLI::App* app, RawOptions* raw)
         ->type_name("SECONDS:COMMAND")
         ->allow_extra_args(false);
     app->add_option("--faults", raw->faultsPath, "Start with the faults of this file, see docs/faults.md")
-        ->type_name("FILE");
+        ->type_name("FILE")
+        ->check(ObjectionToName);
+    app->add_option("--playback", raw->playbackPath,
+                    "Answer as the recording in this file says, see docs/simulator.md")
+        ->type_name("FILE")
+        ->check(ObjectionToName);
     app->add_option("--log", raw->logPath, "Write a line per exchange and per change to this file")
         ->type_name("FILE");
     app->add_option("--seed", raw->seed, "Start of the readings' random numbers (default 1)")->type_name("N");
@@ -178,11 +191,16 @@ CommandLine Digested(const RawOptions& raw)
     instrument.firmwarePath = QFile::decodeName(raw.firmwarePath.c_str());
     commandLine.imagePath = QFile::decodeName(raw.imagePath.c_str());
     commandLine.faultsPath = QFile::decodeName(raw.faultsPath.c_str());
+    commandLine.playbackPath = QFile::decodeName(raw.playbackPath.c_str());
     commandLine.linkPath = QFile::decodeName(raw.linkPath.c_str());
     if (!raw.scenario.empty()) {
         const QString command = QStringLiteral("scenario ") + QString::fromLocal8Bit(raw.scenario.c_str());
-        commandLine.schedule.push_back(
-            {std::chrono::milliseconds(0), RequiredCommand(command, "--scenario")});
+        const ControlCommand scenario = RequiredCommand(command, "--scenario");
+        if (scenario.verb == ControlCommand::Verb::Scenario && !raw.playbackPath.empty()) {
+            throw CLI::ValidationError("--scenario",
+                                       "with --playback it takes a fault only; leave one of them out");
+        }
+        commandLine.schedule.push_back({std::chrono::milliseconds(0), scenario});
     }
     for (const std::string& text : raw.schedule) {
         commandLine.schedule.push_back(ParseTimedCommand(text));

@@ -26,6 +26,7 @@ struct CommandLine {
     std::vector<TimedCommand> schedule;
     QString faultsPath;             ///< where the faults to start with are written down; empty for none
     std::vector<FaultEntry> faults; ///< read from there before anything is served
+    QString playbackPath;           ///< where the recording to play is written down; empty for none
     QString linkPath;
     std::vector<std::string> program;
     QString imagePath; ///< whose confirmation is to be printed
