@@ -520,7 +520,9 @@ QByteArray Instrument::AnswerTo(const QByteArray& request, const std::vector<Fau
 
 QByteArray Instrument::UndamagedAnswerTo(const QByteArray& request)
 {
-    return _player ? _player->Answer(request, Clock::now()) : _model.Answer(request, Clock::now());
+    const TimePoint now = Clock::now();
+    std::optional<QByteArray> recorded = _player ? _player->Answer(request, now) : std::nullopt;
+    return recorded ? *recorded : _model.Answer(request, now);
 }
 
 std::vector<FaultEntry> Instrument::WithStanding(const std::vector<FaultEntry>& faults) const

@@ -159,7 +159,7 @@ private:
 
     mutable std::mutex _mutex; ///< guards everything below up to the thread
     InstrumentModel _model;
-    std::optional<Player> _player;  ///< answers instead of the model when there is one
+    std::optional<Player> _player;  ///< answers before the model does when there is one
     std::unique_ptr<PtyLine> _line; ///< none while hung up
     QString _devicePath;
     RequestCollector _collector;

@@ -33,16 +33,14 @@ bool IsRead(char letter)
 
 Player::Player(std::vector<RecordedEntry> recording) : _recording(std::move(recording)) {}
 
-QByteArray Player::Answer(const QByteArray& request, TimePoint now)
+std::optional<QByteArray> Player::Answer(const QByteArray& request, TimePoint now)
 {
     const char letter = request.at(0);
     if (const std::optional<std::size_t> found = FindExchange(letter)) {
         GoBehind(*found, now);
-        _lastAnswers[letter] = _recording.at(*found).bytes;
-        return _lastAnswers[letter];
     }
     const auto last = _lastAnswers.find(letter);
-    return IsRead(letter) && last != _lastAnswers.end() ? last->second : Refusal();
+    return last != _lastAnswers.end() ? std::make_optional(last->second) : std::nullopt;
 }
 
 std::vector<FramePiece> Player::TakeFrames(TimePoint now)
@@ -77,7 +75,12 @@ std::optional<std::size_t> Player::FindExchange(char letter) const
 
 void Player::GoBehind(std::size_t index, TimePoint playedAt)
 {
-    _position = index + 1;
+    for (; _position <= index; ++_position) {
+        const RecordedEntry& entry = _recording.at(_position);
+        if (!entry.IsUnasked()) {
+            _lastAnswers[entry.request.at(0)] = entry.bytes;
+        }
+    }
     _frameAt.reset();
     if (_position < _recording.size() && _recording.at(_position).IsUnasked()) {
         _frameAt = playedAt + _recording.at(_position).after;

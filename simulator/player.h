@@ -21,8 +21,9 @@ class Player
 public:
     explicit Player(std::vector<RecordedEntry> recording);
 
-    /// The answer to a request of at least one byte; empty where none was recorded.
-    QByteArray Answer(const QByteArray& request, TimePoint now);
+    /// The answer to a request of at least one byte, empty where none was recorded; nothing for a request of
+    /// which the recording does not tell up to here.
+    std::optional<QByteArray> Answer(const QByteArray& request, TimePoint now);
 
     /// What was recorded behind the last entry that was played and is to be sent unasked until now.
     std::vector<FramePiece> TakeFrames(TimePoint now);
@@ -37,7 +38,7 @@ private:
     std::vector<RecordedEntry> _recording;
     std::size_t _position = 0;               ///< of the next entry
     std::optional<TimePoint> _frameAt;       ///< set while the next entry goes out by itself
-    std::map<char, QByteArray> _lastAnswers; ///< of each letter that was answered so far
+    std::map<char, QByteArray> _lastAnswers; ///< of each letter that has been recorded up to the position
 };
 
 } // namespace Simulator
