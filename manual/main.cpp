@@ -1,6 +1,12 @@
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <memory>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <vector>
 
 #include "cli/errorguide.h"
 #include "cli/names.h"
