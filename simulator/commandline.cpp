@@ -231,22 +231,37 @@ void CheckWhatToDo(bool isRun, const CommandLine& commandLine)
     }
 }
 
-} // namespace
+/// The command line, and what it is read into.
+struct Declaration {
+    Declaration();
 
-std::optional<CommandLine> ParseCommandLine(int argumentCount, char** arguments, int* exitStatus)
-{
     RawOptions raw;
-    CLI::App app("A simulated instrument at a pseudo-terminal.", "vesmar-simulator");
+    CLI::App app{"A simulated instrument at a pseudo-terminal.", "vesmar-simulator"};
+    CLI::App* run = nullptr;
+};
+
+Declaration::Declaration()
+{
     app.formatter(std::make_shared<HelpFormatter>());
     app.set_version_flag("--version", "vesmar-simulator " VESMAR_VERSION);
     app.footer(Footer());
     AddOptions(&app, &raw);
-    CLI::App* run = app.add_subcommand("run", "Run a program that finds the instrument at its serial device")
-                        ->fallthrough();
+    run = app.add_subcommand("run", "Run a program that finds the instrument at its serial device")
+              ->fallthrough();
     CLI::App* confirmation =
         app.add_subcommand("confirmation", "Print the two bytes that confirm a firmware image");
     confirmation->footer("");
-    confirmation->add_option("IMAGE", raw.imagePath, "The firmware, in sectors of 512 bytes")->required();
+    confirmation->add_option("IMAGE", raw.imagePath, "The firmware, in sectors of 512 bytes")
+        ->required()
+        ->type_name("");
+}
+
+} // namespace
+
+std::optional<CommandLine> ParseCommandLine(int argumentCount, char** arguments, int* exitStatus)
+{
+    Declaration declaration;
+    CLI::App& app = declaration.app;
 
     // Everything behind "--" belongs to the program and is none of the parser's business.
     char** const end = arguments + argumentCount;
@@ -254,11 +269,11 @@ std::optional<CommandLine> ParseCommandLine(int argumentCount, char** arguments,
         std::find_if(arguments, end, [](const char* argument) { return std::string("--") == argument; });
     try {
         app.parse(static_cast<int>(divider - arguments), arguments);
-        CommandLine commandLine = Digested(raw);
+        CommandLine commandLine = Digested(declaration.raw);
         if (divider != end) {
             commandLine.program.assign(divider + 1, end);
         }
-        CheckWhatToDo(run->parsed(), commandLine);
+        CheckWhatToDo(declaration.run->parsed(), commandLine);
         return commandLine;
     } catch (const CLI::Success& success) {
         *exitStatus = app.exit(success);
@@ -267,6 +282,12 @@ std::optional<CommandLine> ParseCommandLine(int argumentCount, char** arguments,
         *exitStatus = 1;
     }
     return std::nullopt;
+}
+
+std::shared_ptr<const CLI::App> DeclaredCommandLine()
+{
+    const auto declaration = std::make_shared<Declaration>();
+    return {declaration, &declaration->app};
 }
 
 } // namespace Simulator

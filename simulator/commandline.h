@@ -7,9 +7,15 @@
 #include <QString>
 
 #include <chrono>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
+
+namespace CLI
+{
+class App;
+} // namespace CLI
 
 namespace Simulator
 {
@@ -34,5 +40,8 @@ struct CommandLine {
 
 /// Nothing when the program ends here; *exitStatus then says how. Help, version and errors are printed.
 std::optional<CommandLine> ParseCommandLine(int argumentCount, char** arguments, int* exitStatus);
+
+/// The command line as it is declared, for those who describe it.
+std::shared_ptr<const CLI::App> DeclaredCommandLine();
 
 } // namespace Simulator
