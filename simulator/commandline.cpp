@@ -1,5 +1,7 @@
 #include "simulator/commandline.h"
+#include "simulator/quoted.h"
 
+#include "simulator/quoted.h"
 #include "simulator/scenarios.h"
 
 #include <CLI/CLI.hpp>
@@ -156,7 +158,7 @@ TimedCommand ParseTimedCommand(const std::string& text)
 /// Two bytes from four hexadecimal digits; nothing from nothing.
 QByteArray ParseConfirmation(const std::string& text)
 {
-    static const QRegularExpression form(QStringLiteral("^(?:[0-9A-Fa-f]{4})?$"));
+    static const QRegularExpression form(QStringLiteral("\\A(?:[0-9A-Fa-f]{4})?\\z"));
     if (!form.match(QString::fromStdString(text)).hasMatch()) {
         throw CLI::ValidationError("--confirmation", "\"" + text + "\" is not four hexadecimal digits");
     }
@@ -166,7 +168,7 @@ QByteArray ParseConfirmation(const std::string& text)
 /// "1.06" as the instrument sends it: "106".
 QByteArray ParseVersion(const std::string& text)
 {
-    static const QRegularExpression form(QStringLiteral("^([0-9])\\.([0-9]{2})$"));
+    static const QRegularExpression form(QStringLiteral("\\A([0-9])\\.([0-9]{2})\\z"));
     const QRegularExpressionMatch match = form.match(QString::fromStdString(text));
     if (!match.hasMatch()) {
         throw CLI::ValidationError("--new-version", "\"" + text + "\" is not a version such as 1.06");
@@ -278,7 +280,9 @@ std::optional<CommandLine> ParseCommandLine(int argumentCount, char** arguments,
     } catch (const CLI::Success& success) {
         *exitStatus = app.exit(success);
     } catch (const CLI::ParseError& error) {
-        std::cerr << "vesmar-simulator: " << error.what() << '\n' << Usage;
+        std::cerr << "vesmar-simulator: "
+                  << OneLine(QString::fromLocal8Bit(error.what())).toLocal8Bit().constData() << '\n'
+                  << Usage;
         *exitStatus = 1;
     }
     return std::nullopt;

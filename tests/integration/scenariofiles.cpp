@@ -25,9 +25,9 @@ const std::map<int, ScenarioFiles::Occasion>& ScenarioFiles::Expected()
             {Occasion::Silence, {100}},
             {Occasion::Damage, {101, 102}},
             {Occasion::Recovery, {103}},
-            {Occasion::Measurement, {202}},
+            {Occasion::Measurement, {200, 201, 202}},
             {Occasion::Update, {300, 303, 304}},
-            {Occasion::Rcd, {200, 201, 398, 400, 401}},
+            {Occasion::Rcd, {398, 400, 401}},
             {Occasion::RcdCheck, {500, 501, 502, 503, 504, 505, 506, 507}},
             {Occasion::RcdError,
              {520, 521, 522, 523, 524, 525, 526, 527, 528, 529, 530, 531, 532, 533, 534}}};

@@ -821,8 +821,10 @@ void TestSimulatorProgram::BadUse_data()
     row("confirmation too short", "run|--confirmation|abc|--|true");
     row("confirmation too long", "run|--confirmation|abcde|--|true");
     row("confirmation that is not hexadecimal", "run|--confirmation|0x12|--|true");
+    row("confirmation and a line end", "run|--confirmation|abcd\n|--|true");
     row("version without a point", "run|--new-version|106|--|true");
     row("version too long", "run|--new-version|1.006|--|true");
+    row("version and a line end", "run|--new-version|1.06\n|--|true");
     row("line too slow", "run|--baud|49|--|true");
     row("line speed that is no number", "run|--baud|fast|--|true");
     row("confirmation of nothing", "confirmation");
