@@ -1,5 +1,4 @@
 #include "simulator/commandline.h"
-#include "simulator/quoted.h"
 
 #include "simulator/quoted.h"
 #include "simulator/scenarios.h"
