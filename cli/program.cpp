@@ -5,6 +5,7 @@
 
 #include "cli/calibrationverb.h"
 #include "cli/clockverb.h"
+#include "cli/decodeverb.h"
 #include "cli/exitstatus.h"
 #include "cli/explainverb.h"
 #include "cli/format.h"
@@ -54,6 +55,7 @@ Program::Program() : _app(Description, "vesmar")
     AddVerb<RestartVerb>();
     AddVerb<UpdateVerb>();
     AddVerb<ExplainVerb>();
+    AddVerb<DecodeVerb>();
 }
 
 template <typename ConcreteVerb>
