@@ -12,7 +12,10 @@ namespace
 
 using Outcome = DecodedEvent::Outcome;
 
-constexpr int ShortestTimeout = 500; ///< In milliseconds, of all that the library waits for an answer.
+/// How long the library waits for an answer, in milliseconds: by the link's own rule, and in a state that
+/// repeats requests by itself.
+constexpr int LinkTimeout = 4000;
+constexpr int StateTimeout = 500;
 
 Outcome OutcomeOf(const QByteArray& answer)
 {
@@ -79,11 +82,6 @@ DecodedEvent EventOf(DecodedEvent::Kind kind, qint64 line, const LogEntry& entry
     event.request = entry.request;
     event.answer = entry.answer;
     return event;
-}
-
-bool IsQuickSilence(const DecodedEvent& event)
-{
-    return event.outcome == Outcome::None && event.within && *event.within <= ShortestTimeout;
 }
 
 bool IsTerminated(const QByteArray& status)
@@ -154,7 +152,7 @@ void DecodeHistory::ReleaseHeldBack(Outcome outcome, const QString& problem)
 
 void DecodeHistory::Tell(const DecodedEvent& event)
 {
-    const bool isToBeHeldBack = event.kind == DecodedEvent::Kind::Exchange && IsQuickSilence(event);
+    const bool isToBeHeldBack = event.outcome == Outcome::None && event.within && *event.within <= _timeout;
     if (isToBeHeldBack || !_heldBack.isEmpty()) {
         _heldBack.append(event);
     } else {
@@ -256,7 +254,7 @@ void DecodeHistory::TakeUnasked(qint64 line, const LogEntry& entry)
     if (!_collected.isEmpty()) {
         AddProblem(
             event,
-            QStringLiteral("%1 bytes are no whole frame: a piece of one, or damaged").arg(_collected.size()));
+            QStringLiteral("no whole frame yet, or a damaged one; bytes so far: %1").arg(_collected.size()));
     }
     if (_collected.size() > MostCollected) {
         _collected.clear();
@@ -298,6 +296,8 @@ void DecodeHistory::TakeNote(qint64 line, const LogEntry& entry)
         _failedRequest.clear();
         _collected.clear();
         _isNewLink = true;
+        _isRepeatedByLink = true;
+        _timeout = StateTimeout; // The shorter one, until the state is known.
     }
     Tell(EventOf(DecodedEvent::Kind::Note, line, entry));
 }
@@ -308,6 +308,7 @@ void DecodeHistory::TakeState(qint64 line, const LogEntry& entry)
     const bool isRecovery = entry.text.contains(QLatin1String("COMMUNICATION RECOVERY"));
     const bool isTest = entry.text.startsWith(QLatin1String("ENTERING RCD"));
     _isRepeatedByLink = !isRecovery && !isTest;
+    _timeout = _isRepeatedByLink ? LinkTimeout : StateTimeout;
     _failedRequest.clear();
     Tell(EventOf(DecodedEvent::Kind::State, line, entry));
 }

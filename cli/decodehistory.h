@@ -53,6 +53,7 @@ private:
     std::optional<int> _sector;    ///< The last one of this update that was sent; none before an update.
     QByteArray _collected;         ///< Sent unasked, and no whole frame yet.
     bool _isRepeatedByLink = true; ///< In the present state.
+    int _timeout = 500;            ///< In milliseconds, of an answer in the present state.
     bool _isNewLink = true;
 };
 

@@ -75,7 +75,7 @@ QString LogName(const QString& path)
 
 DecodeVerb::DecodeVerb(CLI::App& program) : Verb(program, Texts, Reach::ProgramOnly)
 {
-    Command().add_option("log", _log, "The log; - for the standard input")->type_name("FILE")->required();
+    Command().add_option("file", _log, "The log; - for the standard input")->type_name("FILE")->required();
     Command()
         .add_option("--scenario", _recording, "Record the exchanges for vesmar-simulator --playback")
         ->type_name("OUT")
