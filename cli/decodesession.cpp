@@ -1,7 +1,10 @@
 #include "cli/decodesession.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QJsonObject>
+
+#include <sys/stat.h>
 
 #include "cli/decodeformat.h"
 #include "cli/exitstatus.h"
@@ -22,10 +25,13 @@ QDateTime Now()
     return QDateTime::currentDateTimeUtc();
 }
 
-bool IsSameFile(const QString& path, const QString& otherPath)
+/// Under whatever name.
+bool IsSameFile(int descriptor, const QString& path)
 {
-    const QString canonical = QFileInfo(path).canonicalFilePath();
-    return !canonical.isEmpty() && canonical == QFileInfo(otherPath).canonicalFilePath();
+    struct stat opened = {};
+    struct stat other = {};
+    return ::fstat(descriptor, &opened) == 0 && ::stat(QFile::encodeName(path).constData(), &other) == 0 &&
+           opened.st_dev == other.st_dev && opened.st_ino == other.st_ino;
 }
 
 } // namespace
@@ -62,7 +68,7 @@ bool DecodeSession::Begin()
     if (_task.logDescriptor < 0) {
         Fail("unreadable",
              QStringLiteral("cannot read %1: %2").arg(_task.logName, qt_error_string(_task.openError)));
-    } else if (IsSameFile(_task.logName, _task.recordingPath)) {
+    } else if (IsSameFile(_task.logDescriptor, _task.recordingPath)) {
         Fail("cannot-record", QStringLiteral("%1 is the log itself; give the recording a name of its own")
                                   .arg(Printable(_task.recordingPath)));
     } else if (!_task.recordingPath.isEmpty()) {

@@ -49,7 +49,7 @@ QString DamageOfExchange(const Match& match, const LogEntry& entry, const QStrin
             .arg(entry.answer.size())
             .arg(match.captured(4));
     }
-    static const QRegularExpression function(QStringLiteral("^(?: Function prepare: \\d+)?\\s*$"));
+    static const QRegularExpression function(QStringLiteral("^(?: *Function prepare: \\d+)?$"));
     if (!function.match(rest).hasMatch()) {
         return QStringLiteral("the exchange is damaged: \"%1\" stands behind it").arg(rest.trimmed());
     }
@@ -64,11 +64,11 @@ LogEntry ExchangeIn(const Match& match)
     entry.at = TimeOf(match);
     entry.request = Bytes(match.captured(2));
     entry.answer = Bytes(match.captured(3));
-    QString rest = match.captured(5);
+    QString rest = match.captured(5).trimmed();
     for (const char* word : {"ACK", "NACK", "CRC Invalid", "No response"}) {
-        if (rest.startsWith(QLatin1Char(' ') + QLatin1String(word))) {
+        if (rest.startsWith(QLatin1String(word))) {
             entry.word = QString::fromLatin1(word);
-            rest.remove(0, 1 + entry.word.size());
+            rest.remove(0, entry.word.size());
             break;
         }
     }
@@ -89,11 +89,12 @@ LogEntry UnaskedIn(const Match& match)
     return entry;
 }
 
-/// An exchange that something is missing of.
+/// An exchange that something is missing of: it is known by its colour, or by the letter of a request.
 bool IsBeginningOfExchange(const QString& coloured, const QString& text)
 {
     static const QRegularExpression magenta = AfterTime(" {1,2}(?:\\x1b|#033)\\[0;35m");
-    static const QRegularExpression digits = AfterTime(" {2}(?:[0-9a-fA-F]{6}|[0-9a-fA-F]+$)");
+    static const QRegularExpression digits =
+        AfterTime(" {2}(?:46|5[023467aA]|6[58]|7[2348])(?:[0-9a-fA-F]{4,} |[0-9a-fA-F]*$)");
     return magenta.match(coloured).hasMatch() || digits.match(text).hasMatch();
 }
 
@@ -108,7 +109,8 @@ LogEntry TextEntry(LogEntry::Kind kind, const QTime& at, const QString& text)
 
 LogEntry StampedEntry(const QString& coloured, const QString& text)
 {
-    static const QRegularExpression exchange = AfterTime(" +([0-9a-fA-F]+) ([0-9a-fA-F]*)\\[(\\d+)b\\](.*)$");
+    static const QRegularExpression exchange =
+        AfterTime(" +([0-9a-fA-F]+) +([0-9a-fA-F]*)\\[(\\d+)b\\](.*)$");
     static const QRegularExpression unasked = AfterTime(" ReadingBuffer:(.*)$");
     static const QRegularExpression echo = AfterTime(" Function (?:run\\.|prepare: )");
     static const QRegularExpression note = AfterTime(" (Transciever::(?:Open|Close)\\b.*)$");

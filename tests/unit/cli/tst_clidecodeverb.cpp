@@ -307,6 +307,12 @@ void TestCliDecodeVerb::RefusesToRecordOverTheLog()
     QCOMPARE(outcome.status, 1);
     QVERIFY2(outcome.errors.contains("is the log itself"), outcome.errors.constData());
     QCOMPARE(ContentOf(path), Status);
+
+    const QTemporaryDir folder;
+    const QByteArray link = folder.filePath(QStringLiteral("link")).toLocal8Bit();
+    QCOMPARE(::symlink(path.constData(), link.constData()), 0);
+    QCOMPARE(Decode(path, {"--scenario", link.constData()}).status, 1);
+    QCOMPARE(ContentOf(path), Status);
 }
 
 void TestCliDecodeVerb::BadUse_data()

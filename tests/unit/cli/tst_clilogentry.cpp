@@ -120,6 +120,9 @@ void TestCliLogEntry::FindsOtherLines_data()
         << Kind::Other << "";
     QTest::newRow("another's") << QByteArray("20:51:40.316 42 apples were sold") << Kind::Other << "";
     QTest::newRow("another's number") << QByteArray("20:51:40.316  42 apples were sold") << Kind::Other << "";
+    QTest::newRow("another's number that is a letter")
+        << QByteArray("20:51:40.316  50 apples were sold") << Kind::Other << "";
+    QTest::newRow("another's last number") << QByteArray("20:51:40.316  42") << Kind::Other << "";
     QTest::newRow("another's bytes") << QByteArray("\xff\xfe\x1b[2J") << Kind::Other << "";
     QTest::newRow("nothing") << QByteArray() << Kind::Other << "";
 }
@@ -156,6 +159,7 @@ void TestCliLogEntry::FindsDamage_data()
         << QByteArray("20:51:40.316  73f44e 00fed10e[4") << "its end is missing";
     QTest::newRow("cut in the answer") << QByteArray("20:51:40.316  73f44e 00fe") << "its end is missing";
     QTest::newRow("cut in the request") << QByteArray("20:51:40.316  73f4") << "its end is missing";
+    QTest::newRow("cut behind the request") << QByteArray("20:51:40.316  73f44e ") << "its end is missing";
     QTest::newRow("cut behind the colour") << QByteArray("20:51:40.316  \033[0;35m") << "its end is missing";
     QTest::newRow("no digits") << QByteArray("20:51:40.316  \033[0;35m7?f44e \033[0;33m00\033[0m[1b]")
                                << "its end is missing";
