@@ -110,7 +110,8 @@ void DecodeSession::TakeDamage(qint64 line, const QString& damage)
 {
     ++_damagedLines;
     if (_damagedLines <= MostComplaints) {
-        WriteError(QStringLiteral("%1, line %2: %3").arg(_task.logName).arg(line).arg(Printable(damage)));
+        WriteError(
+            QStringLiteral("%1, line %2: %3").arg(_task.logName, QString::number(line), Printable(damage)));
     }
 }
 
@@ -128,8 +129,8 @@ void DecodeSession::Judge()
 {
     const QString& log = _task.logName;
     if (_damagedLines > MostComplaints) {
-        WriteError(
-            QStringLiteral("%1: %2 more lines are damaged").arg(log).arg(_damagedLines - MostComplaints));
+        WriteError(QStringLiteral("%1: %2 more lines are damaged")
+                       .arg(log, QString::number(_damagedLines - MostComplaints)));
     }
     if (_reader.LastError() != 0) {
         Fail("unreadable",
@@ -141,9 +142,7 @@ void DecodeSession::Judge()
         Fail("damaged-log",
              QStringLiteral("%1: lines that are not decoded because they are damaged: %2%3; get the "
                             "whole log, or remove them")
-                 .arg(log)
-                 .arg(_damagedLines)
-                 .arg(notWritten));
+                 .arg(log, QString::number(_damagedLines), notWritten));
     } else if (_summary.Exchanges() == 0) {
         Fail("no-exchange",
              QStringLiteral("%1 has no exchange with an instrument; check that it is a log of the library")

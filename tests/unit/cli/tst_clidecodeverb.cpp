@@ -60,6 +60,7 @@ private Q_SLOTS:
     void Complains_data();
     void Complains();
     void TellsWhatIsWholeOfADamagedLog();
+    void NamesFilesAsTheyAre();
     void LimitsComplaints();
     void EndsJsonWithTheFailure();
     void Records();
@@ -228,6 +229,20 @@ void TestCliDecodeVerb::TellsWhatIsWholeOfADamagedLog()
     QVERIFY2(outcome.output.contains("start measurement      acknowledged"), outcome.output.constData());
     QVERIFY2(outcome.output.contains("  exchanges          2\n"), outcome.output.constData());
     QVERIFY(!outcome.output.contains("The log is decoded"));
+}
+
+void TestCliDecodeVerb::NamesFilesAsTheyAre()
+{
+    const QTemporaryDir folder;
+    const QByteArray path = folder.filePath(QStringLiteral("a%1b%2c\n")).toLocal8Bit();
+    QFile file(QFile::decodeName(path));
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(Status + "cut") > 0);
+    file.close();
+    const Outcome outcome = Decode(path);
+    QVERIFY2(outcome.errors.contains("/a%1b%2c\\x0a, line 2: the line has no end"),
+             outcome.errors.constData());
+    QVERIFY2(outcome.errors.contains("/a%1b%2c\\x0a: lines that are not decoded because they are damaged: 1"),
+             outcome.errors.constData());
 }
 
 void TestCliDecodeVerb::LimitsComplaints()
