@@ -126,8 +126,7 @@ void MeasurementRun::EndTest()
         return;
     }
     _limit.stop();
-    _view.ShowEnd(*_session);
-    _link.Finish(_session->ExitStatus());
+    _link.EndWork(_view.ShowEnd(*_session));
 }
 
 void MeasurementRun::Follow()
@@ -179,7 +178,7 @@ void MeasurementRun::Interrupt(int signalNumber)
     if (_link.IsUp()) {
         Abort(QStringLiteral("signal %1").arg(signalNumber));
     } else {
-        _link.Finish(ExitStatus::Signalled + signalNumber);
+        _link.Finish(EndedBySignal(signalNumber));
     }
 }
 

@@ -137,7 +137,7 @@ void UpdateRun::NotePhase()
         _limit.stop();
         break;
     case Phase::Ended:
-        _link.Finish(_session.ExitStatus());
+        _link.EndWork(_session.ExitStatus());
         break;
     case Phase::Connecting:
         break;
@@ -156,7 +156,7 @@ void UpdateRun::AwaitMode()
 void UpdateRun::Interrupt(int signalNumber)
 {
     if (!HasBegun()) {
-        _link.Finish(ExitStatus::Signalled + signalNumber);
+        _link.Finish(EndedBySignal(signalNumber));
     } else if (_session.Interrupt(_tester.OperationStatus(), signalNumber)) {
         NotePhase();
     } else {

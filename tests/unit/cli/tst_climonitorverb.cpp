@@ -20,6 +20,9 @@ QStringList Told(const Outcome& outcome)
 {
     QStringList told;
     for (const QJsonObject& object : outcome.Objects()) {
+        if (object.value(QStringLiteral("event")) != QStringLiteral("change")) {
+            continue;
+        }
         const QJsonValue value = object.value(QStringLiteral("value"));
         const QString text = value.isObject() && value.toObject().contains(QStringLiteral("number"))
                                  ? QString::number(value.toObject().value(QStringLiteral("number")).toInt())
@@ -83,6 +86,8 @@ void TestCliMonitorVerb::ShowsEveryChangeUntilASignal()
         const QString time = object.value(QStringLiteral("time")).toString();
         QVERIFY2(QDateTime::fromString(time, Qt::ISODateWithMs).isValid(), qPrintable(time));
     }
+    QCOMPARE(outcome.Objects().last().value(QStringLiteral("message")).toString(),
+             QStringLiteral("Monitored until signal 2."));
 }
 
 void TestCliMonitorVerb::EndsAfterTheTimeGiven()
@@ -191,6 +196,8 @@ void TestCliMonitorVerb::SignalBeforeTheLinkIsUp()
     });
     const Outcome outcome = RunMonitor();
     QCOMPARE(outcome.status, 128 + SIGINT);
+    QCOMPARE(outcome.Objects().last().value(QStringLiteral("outcome")).toString(),
+             QStringLiteral("interrupted"));
 }
 
 void TestCliMonitorVerb::DeviceThatIsMissing()
@@ -199,7 +206,7 @@ void TestCliMonitorVerb::DeviceThatIsMissing()
     const Outcome outcome = RunMonitor();
     QCOMPARE(outcome.status, 2);
     QCOMPARE(Told(outcome).first(), QStringLiteral("ErrorCode 103"));
-    QCOMPARE(outcome.Objects().last().value(QStringLiteral("error")).toString(),
+    QCOMPARE(outcome.Objects().last().value(QStringLiteral("reason")).toString(),
              QStringLiteral("device-missing"));
 }
 

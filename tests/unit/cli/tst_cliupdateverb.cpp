@@ -257,7 +257,8 @@ void TestCliUpdateVerb::InstrumentThatDoesNotAnswer()
     const Outcome outcome = RunUpdate({"--timeout=0.3"});
     QCOMPARE(outcome.status, 2);
     QCOMPARE(outcome.Objects().size(), 1);
-    QCOMPARE(outcome.Objects().last().value(QStringLiteral("error")).toString(), QStringLiteral("no-answer"));
+    QCOMPARE(outcome.Objects().last().value(QStringLiteral("reason")).toString(),
+             QStringLiteral("no-answer"));
 }
 
 int main(int argc, char** argv)

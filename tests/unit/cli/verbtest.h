@@ -7,10 +7,12 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <iostream>
 #include <sstream>
 
 #include "cli/program.h"
+#include "support/eventschema.h"
 #include "support/logcapture.h"
 #include "support/scriptedpeer.h"
 
@@ -55,6 +57,7 @@ inline Outcome RunVerb(const std::vector<const char*>& arguments, int outputDesc
     return {status, QByteArray(), QByteArray::fromStdString(errors.str())};
 }
 
+/// The same with its output kept. What it writes as JSON is checked.
 inline Outcome RunVerb(const std::vector<const char*>& arguments)
 {
     QTemporaryFile file;
@@ -64,6 +67,10 @@ inline Outcome RunVerb(const std::vector<const char*>& arguments)
     Outcome outcome = RunVerb(arguments, file.handle());
     file.seek(0);
     outcome.output = file.readAll();
+    const auto isJson = [](const char* argument) { return qstrcmp(argument, "--json") == 0; };
+    if (std::any_of(arguments.cbegin(), arguments.cend(), isJson)) {
+        CheckRun(outcome.output, outcome.status);
+    }
     return outcome;
 }
 
