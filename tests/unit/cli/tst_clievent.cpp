@@ -15,6 +15,29 @@ Cli::Ending Failure()
             Vesmar::Error::UpdateConfirmationFailed};
 }
 
+QByteArray ContentOf(const char* path)
+{
+    QFile file(QString::fromLocal8Bit(path));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// Every event with the fields of its kind.
+QMap<QString, QStringList> EventsOfTheSchema()
+{
+    QMap<QString, QStringList> events;
+    const QJsonObject schema = QJsonDocument::fromJson(ContentOf(EVENTS_SCHEMA)).object();
+    for (const QJsonValue& definition : schema.value(QLatin1String("definitions")).toObject()) {
+        QJsonObject fields = definition.toObject().value(QLatin1String("properties")).toObject();
+        const QString event =
+            fields.take(QLatin1String("event")).toObject().value(QLatin1String("const")).toString();
+        fields.remove(QLatin1String("time"));
+        if (!event.isEmpty()) {
+            events.insert(event, fields.keys());
+        }
+    }
+    return events;
+}
+
 } // namespace
 
 class TestCliEvent : public QObject
@@ -31,6 +54,9 @@ private Q_SLOTS:
     void DocumentedEventsAreAccepted();
     void OtherEventsAreNot_data();
     void OtherEventsAreNot();
+    void EveryDefinitionIsInForce();
+    void ExamplesAreAsDocumented();
+    void EveryFieldIsDocumented();
     void RunEndsWithItsResult();
     void RunsWithoutAProperEnd_data();
     void RunsWithoutAProperEnd();
@@ -155,6 +181,52 @@ void TestCliEvent::OtherEventsAreNot()
 {
     QFETCH(const QByteArray, line);
     QVERIFY(!ProblemOfEvent(line).isEmpty());
+}
+
+/// A definition counts for nothing until the schema allows its event and applies it.
+void TestCliEvent::EveryDefinitionIsInForce()
+{
+    const QJsonObject schema = QJsonDocument::fromJson(ContentOf(EVENTS_SCHEMA)).object();
+    const QJsonObject allowed =
+        schema.value(QLatin1String("properties")).toObject().value(QLatin1String("event")).toObject();
+    QStringList events = allowed.value(QLatin1String("enum")).toVariant().toStringList();
+    events.sort();
+    QCOMPARE(events, QStringList(EventsOfTheSchema().keys()));
+    for (const QString& event : events) {
+        const QByteArray line = Cli::EventLine(Noon, event, {{QStringLiteral("coffee"), 1}}).trimmed();
+        QVERIFY2(ProblemOfEvent(line).contains(QLatin1String("'coffee'")), line.constData());
+    }
+}
+
+void TestCliEvent::ExamplesAreAsDocumented()
+{
+    QMap<QString, int> examples;
+    for (const QByteArray& line : ContentOf(EVENTS_DOCUMENT).split('\n')) {
+        if (line.startsWith('{')) {
+            QCOMPARE(ProblemOfEvent(line), QString());
+            const QJsonObject event = QJsonDocument::fromJson(line).object();
+            QCOMPARE(QJsonDocument(event).toJson(QJsonDocument::Compact), line); // the order of the fields
+            ++examples[event.value(QLatin1String("event")).toString()];
+        }
+    }
+    QCOMPARE(examples.keys(), EventsOfTheSchema().keys());
+}
+
+/// Each in the section of its event.
+void TestCliEvent::EveryFieldIsDocumented()
+{
+    const QString document = QString::fromUtf8(ContentOf(EVENTS_DOCUMENT));
+    const QMap<QString, QStringList> events = EventsOfTheSchema();
+    for (auto event = events.cbegin(); event != events.cend(); ++event) {
+        const QString section = document.section(QStringLiteral("\n## %1\n").arg(event.key()), 1)
+                                    .section(QStringLiteral("\n## "), 0, 0);
+        for (const QString& field : event.value()) {
+            const bool isTold = section.contains(QStringLiteral("`%1`").arg(field)) ||
+                                (event.key() == QLatin1String("explanation") &&
+                                 section.contains(QStringLiteral("\"%1\":").arg(field)));
+            QVERIFY2(isTold, qPrintable(event.key() + QLatin1Char(' ') + field));
+        }
+    }
 }
 
 void TestCliEvent::RunEndsWithItsResult()
