@@ -37,6 +37,7 @@ private Q_SLOTS:
     void DeviceThatCannotBeOpened_data();
     void DeviceThatCannotBeOpened();
     void SilentInstrument();
+    void RefusalIsExplained();
     void ClocksThatAreRefused();
     void SignalEndsIt();
     void ReaderThatWentAwayEndsItQuietly();
@@ -172,6 +173,25 @@ void TestCliInfoVerb::SilentInstrument()
     QCOMPARE(outcome.output, QByteArray());
     QVERIFY2(outcome.errors.startsWith("vesmar: The instrument did not answer within 0.3 s."),
              outcome.errors.constData());
+}
+
+/// Once the library has found out, which takes it ten seconds.
+void TestCliInfoVerb::RefusalIsExplained()
+{
+    ScriptedPeer peer;
+    peer.AnswerAlways(Answers::Refusal());
+    const Outcome outcome = RunVerb({"vesmar", "info", "--timeout", "15"});
+    QCOMPARE(outcome.status, 2);
+    QCOMPARE(
+        outcome.errors,
+        QByteArray(
+            "vesmar: The instrument refuses every request. Switch it off and on again, and check that it is "
+            "of the right kind.\n"
+            "  Likely causes   the instrument is in a condition in which it takes no requests\n"
+            "                  another program uses the same line\n"
+            "                  the firmware and this library do not suit each other\n"
+            "  Next step       End other programs that use the line, switch the instrument off and on, and "
+            "compare its version (vesmar info) with the one that this library was made for.\n"));
 }
 
 void TestCliInfoVerb::ClocksThatAreRefused()

@@ -1,3 +1,4 @@
+#include <QJsonArray>
 #include <QtTest>
 
 #include <atomic>
@@ -53,6 +54,7 @@ private Q_SLOTS:
     void UpdateModeIsPointedOut();
     void SignalBeforeTheLinkIsUp();
     void DeviceThatIsMissing();
+    void RefusalIsExplained();
 };
 
 void TestCliMonitorVerb::ShowsEveryChangeUntilASignal()
@@ -208,6 +210,24 @@ void TestCliMonitorVerb::DeviceThatIsMissing()
     QCOMPARE(Told(outcome).first(), QStringLiteral("ErrorCode 103"));
     QCOMPARE(outcome.Objects().last().value(QStringLiteral("reason")).toString(),
              QStringLiteral("device-missing"));
+}
+
+/// Once the library has found out, which takes it ten seconds.
+void TestCliMonitorVerb::RefusalIsExplained()
+{
+    ScriptedPeer peer;
+    peer.AnswerAlways(Answers::Refusal());
+    const Outcome outcome = RunVerb({"vesmar", "monitor", "--json", "--timeout", "15"});
+    QCOMPARE(outcome.status, 2);
+    QCOMPARE(outcome.errors.count('\n'), 1);
+    const QJsonObject result = outcome.Objects().last();
+    QCOMPARE(result.value(QStringLiteral("reason")).toString(), QStringLiteral("refused"));
+    const QJsonObject error = result.value(QStringLiteral("error")).toObject();
+    QCOMPARE(error.value(QStringLiteral("name")).toString(), QStringLiteral("RequestRefused"));
+    QCOMPARE(error.value(QStringLiteral("causes")).toArray().size(), 3);
+    // What a change tells is the same.
+    const QJsonObject change = outcome.Objects().at(outcome.Objects().size() - 2);
+    QCOMPARE(change.value(QStringLiteral("value")).toObject(), error);
 }
 
 int main(int argc, char** argv)
