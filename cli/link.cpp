@@ -46,8 +46,12 @@ void Link::ConfirmUp()
     _timeLimit.stop();
 }
 
+/// A change that was on its way when the work ended may still arrive.
 void Link::Print(const QByteArray& lines)
 {
+    if (_isFinished) {
+        return;
+    }
     switch (_output.Write(lines)) {
     case Output::Result::Written:
     case Output::Result::GivenUp: // the signal that ends the program is on its way
@@ -56,9 +60,7 @@ void Link::Print(const QByteArray& lines)
         EndWork(ExitStatus::Signalled + SIGPIPE);
         break;
     case Output::Result::Failed:
-        if (!_isFinished) {
-            WriteError(QStringLiteral("cannot write the output: ") + qt_error_string(_output.LastError()));
-        }
+        WriteError(QStringLiteral("cannot write the output: ") + qt_error_string(_output.LastError()));
         EndWork(ExitStatus::NotDone);
         break;
     }

@@ -42,6 +42,7 @@ public:
     /// Tells of signals at once, while the event loop has no time to.
     void TellPendingSignals() { _signalWatcher.TellPending(); }
 
+    /// After the end, nothing is printed any more.
     void Print(const QByteArray& lines);
     /// Tells how it has ended, and ends the work. The first end counts; nothing of the instrument's is told
     /// after it.

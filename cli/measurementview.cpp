@@ -81,7 +81,7 @@ void MeasurementView::ShowError(Vesmar::Error error)
 
 void MeasurementView::ShowEvent(const char* event, const QJsonValue& value)
 {
-    if (_isJson) {
+    if (_isJson && !_isEnded) {
         _screen.Write(EventLine(QDateTime::currentDateTime(), QString::fromLatin1(event),
                                 {{QStringLiteral("value"), value}}));
     }
@@ -89,6 +89,9 @@ void MeasurementView::ShowEvent(const char* event, const QJsonValue& value)
 
 void MeasurementView::ShowResults(const Vesmar::MeasurementResults& results)
 {
+    if (_isEnded) {
+        return;
+    }
     const QDateTime now = QDateTime::currentDateTime();
     _readings = ReadingsOf(results);
     if (_file != nullptr) {
@@ -122,6 +125,7 @@ void MeasurementView::Say(const QString& text)
 int MeasurementView::ShowEnd(const MeasurementSession& session)
 {
     _redraw.stop();
+    _isEnded = true;
     const Ending ending = EndingWithFile(session);
     const bool isMeasured = session.CurrentOutcome() == MeasurementSession::Outcome::Completed;
     if (_isJson) {

@@ -36,7 +36,7 @@ public:
     void ShowResults(const Vesmar::MeasurementResults& results);
     /// A sentence for the person who watches, on the error output.
     void Say(const QString& text);
-    /// The program's exit status.
+    /// The program's exit status. Nothing is shown after it but what is said.
     int ShowEnd(const MeasurementSession& session);
 
     /// Writes what is left. False if not everything could be shown.
@@ -63,6 +63,7 @@ private:
     QElapsedTimer _time;
     std::optional<std::chrono::milliseconds> _total;
     QVector<Reading> _readings;
+    bool _isEnded = false; ///< A change that was on its way may still arrive.
 };
 
 } // namespace Cli
