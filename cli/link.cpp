@@ -46,7 +46,6 @@ void Link::ConfirmUp()
     _timeLimit.stop();
 }
 
-/// A change that was on its way when the work ended may still arrive.
 void Link::Print(const QByteArray& lines)
 {
     if (_isFinished) {

@@ -38,6 +38,8 @@ public:
     /// The link is what the verb wanted it to be: the time limit is over.
     void ConfirmUp();
     bool IsUp() const { return _isUp; }
+    /// The end has been told, or is left to the verb. A change that was on its way may still arrive.
+    bool IsFinished() const { return _isFinished; }
 
     /// Tells of signals at once, while the event loop has no time to.
     void TellPendingSignals() { _signalWatcher.TellPending(); }

@@ -75,11 +75,15 @@ void MeasurementRun::WatchInstrument()
     connect(tester, &Tester::TestResultsChanged, this, &MeasurementRun::Follow);
     connect(tester, &Tester::TesterModeChanged, this, &MeasurementRun::Follow);
     connect(tester, &Tester::ErrorCodeChanged, this, [this](Vesmar::Error error) {
-        _view.ShowError(error);
+        if (!_link.IsFinished()) {
+            _view.ShowError(error);
+        }
         Follow();
     });
     connect(tester, &Tester::MeasurementStatusChanged, this, [this](Vesmar::MeasurementState status) {
-        _view.ShowStatus(status);
+        if (!_link.IsFinished()) {
+            _view.ShowStatus(status);
+        }
         Follow();
     });
     connect(tester, &Tester::MeasurementFunctionStatusChanged, this, &MeasurementRun::Follow);
