@@ -25,8 +25,7 @@ constexpr VerbTexts Texts{
     "calibration mode, which takes a few seconds; a signal does not cut that short. It\n"
     "succeeds only when the instrument itself has then reported that date.\n"
     "\n"
-    "JSON field: CalibrationDateTime (null if it is no valid date). A failure is an object\n"
-    "with the fields error, message and status.\n"
+    "JSON: see docs/events.md; events calibration and result.\n"
     "\n"
     "Exit status: 0 shown, or set; 1 bad usage; 2 the link did not come up in time; 3 the\n"
     "instrument is in update mode, or the output cannot be written; 4 the instrument does\n"
@@ -90,9 +89,11 @@ private:
     void Show(const QDateTime& calibration)
     {
         const Shown shown = Cli::Show(calibration);
-        _link.Print(_link.IsJson() ? JsonLine({{QStringLiteral("CalibrationDateTime"), shown.json}})
+        _link.Print(_link.IsJson() ? EventLine(QDateTime::currentDateTime(), QStringLiteral("calibration"),
+                                               {{QStringLiteral("CalibrationDateTime"), shown.json}})
                                    : InfoLine(QStringLiteral("Last calibrated"), shown.text));
-        _link.Finish(ExitStatus::Done);
+        _link.Finish(DoneWith(_isSetting ? QStringLiteral("The date of the last calibration is set.")
+                                         : QStringLiteral("The date of the last calibration was read.")));
     }
 
     /// In the midst of it, the instrument would stay in calibration mode.
@@ -104,7 +105,7 @@ private:
                                "%1).")
                     .arg(signalNumber));
         } else {
-            _link.Finish(ExitStatus::Signalled + signalNumber);
+            _link.Finish(EndedBySignal(signalNumber));
         }
     }
 

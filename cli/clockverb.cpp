@@ -30,9 +30,7 @@ constexpr VerbTexts Texts{
     "years 2001 to 2099, or without one to this computer's; it succeeds only when the\n"
     "instrument itself has then reported that time, running, to within 2 seconds.\n"
     "\n"
-    "JSON fields: CurrentDateTime (null if it is no valid date), difference (in seconds,\n"
-    "negative for behind; null likewise). A failure is an object with the fields error,\n"
-    "message and status.\n"
+    "JSON: see docs/events.md; events clock and result.\n"
     "\n"
     "Exit status: 0 shown, or set; 1 bad usage; 2 the link did not come up in time; 3 the\n"
     "instrument is in update mode, or the output cannot be written; 4 the instrument does\n"
@@ -75,7 +73,7 @@ public:
                 [this] { _link.Fail(ExitStatus::NotDone, InUpdateMode()); });
         connect(&_writer, &DateWriter::Reported, this, [this](const QDateTime& shown) { Judge(shown); });
         connect(&link, &Link::Interrupted, this,
-                [this](int signalNumber) { _link.Finish(ExitStatus::Signalled + signalNumber); });
+                [this](int signalNumber) { _link.Finish(EndedBySignal(signalNumber)); });
     }
 
 private:
@@ -113,7 +111,8 @@ private:
         const Shown shown = Cli::Show(clock);
         const qint64 difference = (_readAt.isValid() ? _readAt : WallClock()).secsTo(clock);
         if (_link.IsJson()) {
-            _link.Print(JsonLine(
+            _link.Print(EventLine(
+                QDateTime::currentDateTime(), QStringLiteral("clock"),
                 {{QStringLiteral("CurrentDateTime"), shown.json},
                  {QStringLiteral("difference"), clock.isValid() ? QJsonValue(difference) : QJsonValue()}}));
         } else {
@@ -121,7 +120,8 @@ private:
             _link.Print(InfoLine(QStringLiteral("Difference"),
                                  clock.isValid() ? DifferenceText(difference) : QStringLiteral("unknown")));
         }
-        _link.Finish(ExitStatus::Done);
+        _link.Finish(DoneWith(_verb.IsSetting() ? QStringLiteral("The clock is set.")
+                                                : QStringLiteral("The clock was read.")));
     }
 
     Link& _link;

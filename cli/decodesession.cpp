@@ -41,7 +41,7 @@ DecodeSession::DecodeSession(const Task& task, Output& output)
       _output(output),
       _reader(task.logDescriptor),
       _history([this](const DecodedEvent& event) { TakeEvent(event); }),
-      _ending{ExitStatus::Done, QStringLiteral("done"), {}, {}}
+      _ending(DoneWith({}))
 {
 }
 
@@ -120,7 +120,7 @@ void DecodeSession::Fail(const char* reason, const QString& message)
     if (_ending.status != ExitStatus::Done) {
         return;
     }
-    _ending = {ExitStatus::BadUsage, QStringLiteral("failed"), message, QString::fromLatin1(reason)};
+    _ending = {ExitStatus::BadUsage, Ending::Outcome::Failed, message, QString::fromLatin1(reason)};
     WriteError(message);
 }
 

@@ -28,7 +28,7 @@ constexpr VerbTexts Texts{
     "\n"
     "--scenario records the exchanges for vesmar-simulator --playback OUT.\n"
     "\n"
-    "JSON: an event on each line, exchange, unasked or note, and last of all result.\n"
+    "JSON: see docs/events.md; events exchange, unasked, note and result.\n"
     "\n"
     "Exit status: 0 decoded; 1 bad usage, a file that cannot be read or written, or a damaged\n"
     "log: what is whole is told all the same, but not recorded; 3 the output cannot be\n"

@@ -42,6 +42,12 @@ Failure DiagnoseDevice(int openError)
     }
 }
 
+/// The error if it says why the link does not work; not the one with which the library goes on trying.
+Error Verdict(Error error)
+{
+    return error >= Error::NoResponse && error <= Error::InvalidResponse ? error : Error::NoErrors;
+}
+
 /// "10 s", "0.5 s".
 QString Seconds(std::chrono::milliseconds time)
 {
@@ -59,7 +65,8 @@ Failure DiagnoseAnsweringInstrument(const Situation& situation)
     if (situation.error == Error::NoResponse) {
         return {QStringLiteral("no-answer"),
                 QStringLiteral("The instrument answered, but fell silent. Check cable and power, and start "
-                               "again.")};
+                               "again."),
+                situation.error};
     }
     return {QStringLiteral("incomplete"),
             QStringLiteral("The instrument answers, but its clocks could not be read within %1. Check the "
@@ -90,12 +97,14 @@ Failure Diagnose(const Situation& situation)
     if (situation.error == Error::RequestRefused) {
         return {QStringLiteral("refused"),
                 QStringLiteral("The instrument refuses every request. Switch it off and on again, and check "
-                               "that it is of the right kind.")};
+                               "that it is of the right kind."),
+                situation.error};
     }
     if (situation.error == Error::InvalidResponse) {
         return {QStringLiteral("damaged"),
                 QStringLiteral("The instrument's answers arrive damaged. Check the cable and its shield, and "
-                               "that no other program uses the line.")};
+                               "that no other program uses the line."),
+                situation.error};
     }
     if (situation.hasAnswer) {
         return DiagnoseAnsweringInstrument(situation);
@@ -110,7 +119,8 @@ Failure Diagnose(const Situation& situation)
             QStringLiteral("The instrument did not answer within %1. Check that it is switched on and the "
                            "cable is plugged in, or try it without an instrument: "
                            "vesmar-simulator run -- vesmar info")
-                .arg(Seconds(situation.waited))};
+                .arg(Seconds(situation.waited)),
+            Verdict(situation.error)};
 }
 
 Failure InUpdateMode()
@@ -118,13 +128,15 @@ Failure InUpdateMode()
     return {QStringLiteral("update-mode"),
             QStringLiteral("The instrument is in update mode (%1) and waits for firmware; run "
                            "vesmar update IMAGE --confirmation FILE.")
-                .arg(static_cast<int>(OperationMode::Update))};
+                .arg(static_cast<int>(OperationMode::Update)),
+            Error::NoErrors, Ending::Outcome::UpdateMode};
 }
 
-Failure LinkLost(const QString& notDone)
+Failure LinkLost(const QString& notDone, Error error)
 {
     return {QStringLiteral("link-lost"),
-            notDone + QStringLiteral(" The link to it was lost; check cable and power, and try again.")};
+            notDone + QStringLiteral(" The link to it was lost; check cable and power, and try again."),
+            Verdict(error), Ending::Outcome::LinkLost};
 }
 
 bool IsLinkError(Error error)

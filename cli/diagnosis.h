@@ -7,6 +7,8 @@
 #include <Vesmar/error.h>
 #include <Vesmar/operationmode.h>
 
+#include "cli/event.h"
+
 namespace Cli
 {
 
@@ -14,6 +16,8 @@ namespace Cli
 struct Failure {
     QString kind;
     QString message;
+    Vesmar::Error error = Vesmar::Error::NoErrors; ///< With which the library tells the same.
+    Ending::Outcome outcome = Ending::Outcome::Failed;
 };
 
 /// What is known when the time is over and the link is not up.
@@ -34,8 +38,9 @@ Failure Diagnose(const Situation& situation);
 /// For an instrument that answers, in the mode in which it does nothing but wait for firmware.
 Failure InUpdateMode();
 
-/// For a link that was lost before something was done: a sentence that says what.
-Failure LinkLost(const QString& notDone);
+/// For a link that was lost before something was done: a sentence that says what. The library's present error
+/// may tell why.
+Failure LinkLost(const QString& notDone, Vesmar::Error error);
 
 /// Whether the library tells with it that the link is lost.
 bool IsLinkError(Vesmar::Error error);

@@ -131,17 +131,6 @@ QJsonValue ErrorText(int error)
     return error != 0 ? QJsonValue(qt_error_string(error)) : QJsonValue();
 }
 
-QByteArray AdviceText(const ErrorAdvice& advice)
-{
-    QByteArray text;
-    QString label = QStringLiteral("Likely causes");
-    for (const QString& cause : advice.causes) {
-        text += InfoLine(label, cause);
-        label = QStringLiteral("or");
-    }
-    return text + InfoLine(QStringLiteral("Next step"), advice.nextStep);
-}
-
 template <typename Value>
 QJsonValue OptionalJson(const std::optional<Value>& value)
 {
@@ -283,24 +272,16 @@ QByteArray ConditionText(const LineStatus& status)
         text += InfoLine(QStringLiteral("Start test"), Show(*status.startTestResult).text);
     }
     text += InfoLine(QStringLiteral("Error"), Show(status.error).text);
-    return status.error == Error::NoErrors ? text : text + AdviceText(Advice(status.error));
+    return status.error == Error::NoErrors ? text : text + AdviceText(status.error);
 }
 
 QJsonObject ConditionJson(const LineStatus& status)
 {
-    QJsonObject json{{QStringLiteral("TesterMode"), Show(status.mode).json},
-                     {QStringLiteral("CurrentMeasurementType"), Show(status.function).json},
-                     {QStringLiteral("MeasurementFunctionStatus"), OptionalJson(status.functionState)},
-                     {QStringLiteral("StartTestStatus"), OptionalJson(status.startTestResult)},
-                     {QStringLiteral("ErrorCode"), Show(status.error).json},
-                     {QStringLiteral("causes"), QJsonArray()},
-                     {QStringLiteral("nextStep"), QJsonValue()}};
-    if (status.error != Error::NoErrors) {
-        const ErrorAdvice advice = Advice(status.error);
-        json.insert(QStringLiteral("causes"), QJsonArray::fromStringList(advice.causes));
-        json.insert(QStringLiteral("nextStep"), advice.nextStep);
-    }
-    return json;
+    return {{QStringLiteral("TesterMode"), Show(status.mode).json},
+            {QStringLiteral("CurrentMeasurementType"), Show(status.function).json},
+            {QStringLiteral("MeasurementFunctionStatus"), OptionalJson(status.functionState)},
+            {QStringLiteral("StartTestStatus"), OptionalJson(status.startTestResult)},
+            {QStringLiteral("ErrorCode"), Show(status.error).json}};
 }
 
 } // namespace Cli

@@ -30,7 +30,7 @@ QString DevicePath()
 
 Ending Failed(int status, const Failure& failure, Error error = Error::NoErrors)
 {
-    return {status, QStringLiteral("failed"), failure.message, failure.kind, error};
+    return {status, Ending::Outcome::Failed, failure.message, failure.kind, error};
 }
 
 Ending NoLink(const QString& reason, const QString& message)
@@ -224,11 +224,9 @@ Ending Judge(const LineRecord& line)
     if (status.error != Error::NoErrors) {
         return Failed(ExitStatus::Failed, Reported(status.error), status.error);
     }
-    return {
-        ExitStatus::Done, QStringLiteral("done"),
+    return DoneWith(
         QStringLiteral("The link is sound, and the instrument is in its normal mode and reports no error. "
-                       "There is nothing to be done."),
-        QString(), Error::NoErrors};
+                       "There is nothing to be done."));
 }
 
 } // namespace Cli

@@ -170,6 +170,33 @@ ErrorAdvice Advice(Error error)
     return advice;
 }
 
+QByteArray AdviceText(Error error)
+{
+    const ErrorAdvice advice = Advice(error);
+    QByteArray text;
+    QString label = QStringLiteral("Likely causes");
+    for (const QString& cause : advice.causes) {
+        text += ExplanationLine(label, cause);
+        label.clear();
+    }
+    return advice.nextStep.isEmpty() ? text
+                                     : text + ExplanationLine(QStringLiteral("Next step"), advice.nextStep);
+}
+
+QString WithAdvice(const QString& sentence, Error error)
+{
+    if (error == Error::NoErrors) {
+        return sentence;
+    }
+    return (sentence + QLatin1Char('\n') + QString::fromUtf8(AdviceText(error))).trimmed();
+}
+
+QByteArray ExplanationLine(const QString& label, const QString& text)
+{
+    constexpr int LabelWidth = 16;
+    return (QStringLiteral("  ") + label.leftJustified(LabelWidth) + text + QLatin1Char('\n')).toUtf8();
+}
+
 std::optional<Error> FindError(const QString& numberOrName)
 {
     const QVector<Error> errors = AllErrors();

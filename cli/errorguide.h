@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -19,6 +20,17 @@ struct ErrorAdvice {
 
 /// What is likely to have caused the error, and what to do about it.
 ErrorAdvice Advice(Vesmar::Error error);
+
+/// The advice as people read it: causes below each other, then the next step. It ends its line; empty where
+/// there is no advice.
+QByteArray AdviceText(Vesmar::Error error);
+
+/// A sentence about a failure, and below it the advice on the error that is the reason; no advice without
+/// one.
+QString WithAdvice(const QString& sentence, Vesmar::Error error);
+
+/// One line of an explanation, with what it tells in front.
+QByteArray ExplanationLine(const QString& label, const QString& text);
 
 /// The error of this number or name, in small letters or capitals; nothing if there is none.
 std::optional<Vesmar::Error> FindError(const QString& numberOrName);

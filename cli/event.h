@@ -8,17 +8,27 @@
 #include <Vesmar/error.h>
 
 /// The one form of JSON output: a line for each event, the last of which tells how the run has ended.
+/// docs/events.md describes every event.
 namespace Cli
 {
 
 /// How a run has ended.
 struct Ending {
-    int status;      ///< What the program ends with.
-    QString outcome; ///< A word for programs: "done", or what has become of it instead.
-    QString message; ///< The same for people, in a sentence or two.
+    /// `Done` goes with the exit status 0, and only with that.
+    enum class Outcome { Done, Failed, Aborted, Interrupted, LinkLost, UpdateMode };
+
+    int status; ///< What the program ends with.
+    Outcome outcome;
+    QString message; ///< For people, in a sentence or two.
     QString reason;  ///< A word for what went wrong; empty where nothing did, or where the error tells.
     Vesmar::Error error = Vesmar::Error::NoErrors; ///< What the instrument or the library reports with it.
 };
+
+/// What was asked for was done.
+Ending DoneWith(const QString& message);
+
+/// By a signal, before it was done.
+Ending EndedBySignal(int signalNumber);
 
 /// A line that tells what happened, and when it was told.
 QByteArray EventLine(const QDateTime& time, const QString& event, const QJsonObject& fields);

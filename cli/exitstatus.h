@@ -1,5 +1,8 @@
 #pragma once
 
+#include <string>
+#include <vector>
+
 /// What the program ends with. One that is ended by a signal before it has done what was asked for ends with
 /// `Signalled` and the signal's number, as a shell would report it.
 namespace Cli::ExitStatus
@@ -14,5 +17,14 @@ constexpr int Aborted = 5;          ///< A measurement was aborted; confirmed li
 constexpr int StopNotConfirmed = 6; ///< A measurement may still be running at the instrument.
 constexpr int LinkLost = 7;         ///< The link was lost in the middle of it.
 constexpr int Signalled = 128;
+
+/// An exit status in words.
+struct Explained {
+    int status;
+    std::string words;
+};
+
+/// Every exit status, in order; `Signalled` stands for all that it begins.
+const std::vector<Explained>& All();
 
 } // namespace Cli::ExitStatus

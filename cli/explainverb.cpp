@@ -1,11 +1,9 @@
 #include "cli/explainverb.h"
 
-#include <QJsonArray>
-#include <QJsonObject>
-
 #include <unistd.h>
 
 #include "cli/errorguide.h"
+#include "cli/event.h"
 #include "cli/format.h"
 #include "cli/output.h"
 
@@ -23,8 +21,7 @@ constexpr VerbTexts Texts{
     "have caused it, and the next step. Without one, lists every error. No instrument is\n"
     "needed.\n"
     "\n"
-    "JSON fields: name, number, meaning, causes (an array), nextStep; one object for each\n"
-    "error.\n"
+    "JSON: see docs/events.md; events explanation, one for each error, and result.\n"
     "\n"
     "Exit status: 0 told; 1 bad usage, an unknown error included; 3 the output cannot be\n"
     "written.\n"
@@ -33,34 +30,16 @@ constexpr VerbTexts Texts{
     "  vesmar explain 303\n"
     "  vesmar explain CommunicationRecovery\n"};
 
-constexpr int LabelWidth = 16;
-
-QByteArray Line(const QString& label, const QString& text)
-{
-    return (QStringLiteral("  ") + label.leftJustified(LabelWidth) + text + QLatin1Char('\n')).toUtf8();
-}
-
 QByteArray ExplanationText(Error error)
 {
-    const ErrorAdvice advice = Advice(error);
-    QByteArray text = (NameAndNumber(error) + QLatin1Char('\n')).toUtf8();
-    text += Line(QStringLiteral("What happened"), Meaning(error));
-    QString label = QStringLiteral("Likely causes");
-    for (const QString& cause : advice.causes) {
-        text += Line(label, cause);
-        label.clear();
-    }
-    return text + Line(QStringLiteral("Next step"), advice.nextStep);
+    return NameAndNumber(error).toUtf8() + '\n' +
+           ExplanationLine(QStringLiteral("What happened"), Meaning(error)) + AdviceText(error);
 }
 
 QByteArray ExplanationJson(Error error)
 {
-    const ErrorAdvice advice = Advice(error);
-    return JsonLine({{QStringLiteral("name"), Name(error)},
-                     {QStringLiteral("number"), static_cast<int>(error)},
-                     {QStringLiteral("meaning"), Meaning(error)},
-                     {QStringLiteral("causes"), QJsonArray::fromStringList(advice.causes)},
-                     {QStringLiteral("nextStep"), advice.nextStep}});
+    return EventLine(QDateTime::currentDateTime(), QStringLiteral("explanation"),
+                     Show(error).json.toObject());
 }
 
 QByteArray ListLine(Error error)
@@ -102,6 +81,9 @@ int ExplainVerb::Run()
         } else {
             text += _wanted ? ExplanationText(error) : ListLine(error);
         }
+    }
+    if (Options().isJson) {
+        text += ResultLine(QDateTime::currentDateTime(), DoneWith(QStringLiteral("Everything was told.")));
     }
     constexpr int Nothing = -1;
     Output output(STDOUT_FILENO, Nothing);

@@ -1,10 +1,13 @@
 #include "cli/format.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
 
 #include <array>
 #include <charconv>
 
+#include "cli/errorguide.h"
+#include "cli/event.h"
 #include "cli/readings.h"
 
 namespace Cli
@@ -89,7 +92,10 @@ Shown Show(Vesmar::Error value)
     Shown shown = Show<Vesmar::Error>(value);
     shown.text += QStringLiteral(": ") + Meaning(value);
     QJsonObject json = shown.json.toObject();
+    const ErrorAdvice advice = Advice(value);
     json.insert(QStringLiteral("meaning"), Meaning(value));
+    json.insert(QStringLiteral("causes"), QJsonArray::fromStringList(advice.causes));
+    json.insert(QStringLiteral("nextStep"), advice.nextStep);
     shown.json = json;
     return shown;
 }
@@ -141,6 +147,11 @@ QString Printable(const QString& text)
     return printable;
 }
 
+QString TimeStamp(const QDateTime& time)
+{
+    return time.toUTC().toString(Qt::ISODateWithMs);
+}
+
 QByteArray JsonLine(const QJsonObject& object)
 {
     return QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
@@ -155,10 +166,8 @@ QByteArray ChangeText(const QDateTime& time, const QString& property, const Show
 
 QByteArray ChangeJson(const QDateTime& time, const QString& property, const Shown& value)
 {
-    const QDateTime withOffset = time.toOffsetFromUtc(time.offsetFromUtc());
-    return JsonLine({{QStringLiteral("time"), withOffset.toString(Qt::ISODateWithMs)},
-                     {QStringLiteral("property"), property},
-                     {QStringLiteral("value"), value.json}});
+    return EventLine(time, QStringLiteral("change"),
+                     {{QStringLiteral("property"), property}, {QStringLiteral("value"), value.json}});
 }
 
 QByteArray InfoLine(const QString& label, const QString& text)
@@ -177,16 +186,19 @@ QByteArray InfoText(const TesterInformation& identity, const Condition& conditio
     text += InfoLine(QStringLiteral("Last calibrated"), ShowClock(condition, &Clocks::calibration).text);
     text += InfoLine(QStringLiteral("Mode"), Show(condition.mode).text);
     text += InfoLine(QStringLiteral("Error"), Show(condition.error).text);
-    return text;
+    const bool hasError = condition.error != Vesmar::Error::NoErrors;
+    return hasError ? text + AdviceText(condition.error) : text;
 }
 
-QByteArray InfoJson(const TesterInformation& identity, const Condition& condition)
+QByteArray InfoJson(const QDateTime& time, const TesterInformation& identity, const Condition& condition)
 {
-    return JsonLine({{QStringLiteral("DeviceInformation"), Show(&identity).json},
-                     {QStringLiteral("CurrentDateTime"), ShowClock(condition, &Clocks::current).json},
-                     {QStringLiteral("CalibrationDateTime"), ShowClock(condition, &Clocks::calibration).json},
-                     {QStringLiteral("TesterMode"), Show(condition.mode).json},
-                     {QStringLiteral("ErrorCode"), Show(condition.error).json}});
+    return EventLine(
+        time, QStringLiteral("info"),
+        {{QStringLiteral("DeviceInformation"), Show(&identity).json},
+         {QStringLiteral("CurrentDateTime"), ShowClock(condition, &Clocks::current).json},
+         {QStringLiteral("CalibrationDateTime"), ShowClock(condition, &Clocks::calibration).json},
+         {QStringLiteral("TesterMode"), Show(condition.mode).json},
+         {QStringLiteral("ErrorCode"), Show(condition.error).json}});
 }
 
 } // namespace Cli

@@ -49,6 +49,9 @@ Shown Show(Enumeration value)
 /// The text with everything written out that a terminal or a reader of lines would take for a command.
 QString Printable(const QString& text);
 
+/// The time for programs: in UTC, with milliseconds.
+QString TimeStamp(const QDateTime& time);
+
 /// One object on one line.
 QByteArray JsonLine(const QJsonObject& object);
 
@@ -70,7 +73,8 @@ struct Condition {
 };
 
 QByteArray InfoText(const Vesmar::TesterInformation& identity, const Condition& condition);
-QByteArray InfoJson(const Vesmar::TesterInformation& identity, const Condition& condition);
+QByteArray InfoJson(const QDateTime& time, const Vesmar::TesterInformation& identity,
+                    const Condition& condition);
 
 /// One labelled line for people, as `info` shows them.
 QByteArray InfoLine(const QString& label, const QString& text);

@@ -19,11 +19,7 @@ constexpr VerbTexts Texts{
     "Connects, waits until the identity and both clocks have been read, shows them with\n"
     "the instrument's mode and error, and ends.\n"
     "\n"
-    "JSON fields: DeviceInformation (DeviceName, DeviceCode, SerialNumber, Version,\n"
-    "VersionCode, RevisionCode, BuildNumber), CurrentDateTime and CalibrationDateTime\n"
-    "(null when they cannot be read or hold no valid date), TesterMode (name, number),\n"
-    "ErrorCode (name, number, meaning). A failure is an object too, with the fields\n"
-    "error, message and status.\n"
+    "JSON: see docs/events.md; events info and result.\n"
     "\n"
     "Exit status: 0 shown; 1 bad usage; 2 the link did not come up in time; 3 the\n"
     "instrument is in update mode, where its clocks cannot be read, or the output cannot\n"
@@ -44,7 +40,7 @@ public:
             _link.Fail(ExitStatus::NotDone, InUpdateMode());
         });
         connect(&link, &Link::Interrupted, this,
-                [this](int signalNumber) { _link.Finish(ExitStatus::Signalled + signalNumber); });
+                [this](int signalNumber) { _link.Finish(EndedBySignal(signalNumber)); });
     }
 
 private:
@@ -52,7 +48,7 @@ private:
     {
         const Tester& tester = _link.Instrument();
         Show(Clocks{tester.CurrentDateTime(), tester.CalibrationDateTime()});
-        _link.Finish(ExitStatus::Done);
+        _link.Finish(DoneWith(QStringLiteral("Everything was read.")));
     }
 
     void Show(const std::optional<Clocks>& clocks)
@@ -60,7 +56,8 @@ private:
         const Tester& tester = _link.Instrument();
         const Condition condition{clocks, tester.TesterMode(), tester.ErrorCode()};
         const Vesmar::TesterInformation& identity = *tester.DeviceInformation();
-        _link.Print(_link.IsJson() ? InfoJson(identity, condition) : InfoText(identity, condition));
+        _link.Print(_link.IsJson() ? InfoJson(QDateTime::currentDateTime(), identity, condition)
+                                   : InfoText(identity, condition));
     }
 
     Link& _link;

@@ -1,14 +1,13 @@
 #include "cli/link.h"
 
 #include <QCoreApplication>
-#include <QJsonObject>
 
 #include <unistd.h>
 
 #include <csignal>
 
+#include "cli/errorguide.h"
 #include "cli/exitstatus.h"
-#include "cli/format.h"
 
 namespace Cli
 {
@@ -49,23 +48,32 @@ void Link::ConfirmUp()
 
 void Link::Print(const QByteArray& lines)
 {
+    if (_isFinished) {
+        return;
+    }
     switch (_output.Write(lines)) {
     case Output::Result::Written:
     case Output::Result::GivenUp: // the signal that ends the program is on its way
         break;
     case Output::Result::ReaderGone:
-        Finish(ExitStatus::Signalled + SIGPIPE);
+        EndWork(ExitStatus::Signalled + SIGPIPE);
         break;
     case Output::Result::Failed:
-        if (!_isFinished) {
-            WriteError(QStringLiteral("cannot write the output: ") + qt_error_string(_output.LastError()));
-        }
-        Finish(ExitStatus::NotDone);
+        WriteError(QStringLiteral("cannot write the output: ") + qt_error_string(_output.LastError()));
+        EndWork(ExitStatus::NotDone);
         break;
     }
 }
 
-void Link::Finish(int exitStatus)
+void Link::Finish(const Ending& ending)
+{
+    if (IsJson() && !_isFinished) {
+        Print(ResultLine(QDateTime::currentDateTime(), ending));
+    }
+    EndWork(ending.status);
+}
+
+void Link::EndWork(int exitStatus)
 {
     if (_isFinished) {
         return;
@@ -78,20 +86,18 @@ void Link::Finish(int exitStatus)
 
 void Link::Fail(int exitStatus, const Failure& failure)
 {
-    if (IsJson()) {
-        Print(JsonLine({{QStringLiteral("error"), failure.kind},
-                        {QStringLiteral("message"), failure.message},
-                        {QStringLiteral("status"), exitStatus}}));
+    if (_isFinished) {
+        return;
     }
-    WriteError(failure.message);
-    Finish(exitStatus);
+    WriteError(IsJson() ? failure.message : WithAdvice(failure.message, failure.error));
+    Finish({exitStatus, failure.outcome, failure.message, failure.kind, failure.error});
 }
 
 void Link::FailAfter(std::chrono::milliseconds limit, const QString& notDone)
 {
     QTimer::singleShot(limit, this, [this, notDone] {
         if (IsLinkError(_tester->ErrorCode())) {
-            Fail(ExitStatus::LinkLost, LinkLost(notDone));
+            Fail(ExitStatus::LinkLost, LinkLost(notDone, _tester->ErrorCode()));
         } else {
             Fail(ExitStatus::Failed, {QStringLiteral("not-confirmed"), notDone});
         }

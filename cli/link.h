@@ -9,6 +9,7 @@
 #include <Vesmar/tester.h>
 
 #include "cli/diagnosis.h"
+#include "cli/event.h"
 #include "cli/output.h"
 #include "cli/signalwatcher.h"
 #include "cli/verb.h"
@@ -37,13 +38,19 @@ public:
     /// The link is what the verb wanted it to be: the time limit is over.
     void ConfirmUp();
     bool IsUp() const { return _isUp; }
+    /// The end has been told, or is left to the verb. A change that was on its way may still arrive.
+    bool IsFinished() const { return _isFinished; }
 
     /// Tells of signals at once, while the event loop has no time to.
     void TellPendingSignals() { _signalWatcher.TellPending(); }
 
+    /// After the end, nothing is printed any more.
     void Print(const QByteArray& lines);
-    /// Ends the work. The first call counts; nothing of the instrument's is told after it.
-    void Finish(int exitStatus);
+    /// Tells how it has ended, and ends the work. The first end counts; nothing of the instrument's is told
+    /// after it.
+    void Finish(const Ending& ending);
+    /// The same for a verb that tells of the end itself.
+    void EndWork(int exitStatus);
     /// Says what went wrong, and ends the work.
     void Fail(int exitStatus, const Failure& failure);
     /// Gives the instrument so long to do what it was asked for. Where that is not enough, it fails with what

@@ -7,6 +7,7 @@
 #include <exception>
 #include <iostream>
 
+#include "cli/event.h"
 #include "cli/exitstatus.h"
 #include "cli/output.h"
 #include "cli/program.h"
@@ -27,6 +28,18 @@ void OccupyStandardStreams()
     ::close(descriptor);
 }
 
+int FailUnexpectedly(const Cli::Verb& verb, const QString& message)
+{
+    constexpr int Nothing = -1;
+    const Cli::Ending ending{Cli::ExitStatus::NotDone, Cli::Ending::Outcome::Failed, message,
+                             QStringLiteral("unexpected")};
+    if (verb.Options().isJson) {
+        Cli::Output(STDOUT_FILENO, Nothing).Write(Cli::ResultLine(QDateTime::currentDateTime(), ending));
+    }
+    Cli::WriteError(message);
+    return ending.status;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -45,7 +58,6 @@ int main(int argc, char** argv)
     try {
         return verb->Run();
     } catch (const std::exception& error) {
-        Cli::WriteError(QString::fromLocal8Bit(error.what()));
-        return Cli::ExitStatus::NotDone;
+        return FailUnexpectedly(*verb, QString::fromLocal8Bit(error.what()));
     }
 }

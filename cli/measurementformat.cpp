@@ -1,7 +1,5 @@
 #include "cli/measurementformat.h"
 
-#include <QJsonObject>
-
 #include <algorithm>
 
 #include "cli/format.h"
@@ -57,25 +55,49 @@ QJsonObject Json(const QVector<Reading>& readings)
     return json;
 }
 
-QJsonObject Event(const QDateTime& time, const QString& event)
+/// A measurement that is done but may still be running is not done.
+Ending::Outcome EndingOutcome(const MeasurementSession& session)
 {
-    const QDateTime withOffset = time.toOffsetFromUtc(time.offsetFromUtc());
-    return {{QStringLiteral("time"), withOffset.toString(Qt::ISODateWithMs)},
-            {QStringLiteral("event"), event}};
+    switch (session.CurrentOutcome()) {
+    case Outcome::Completed:
+        return session.IsStopConfirmed() ? Ending::Outcome::Done : Ending::Outcome::Failed;
+    case Outcome::Aborted:
+        return Ending::Outcome::Aborted;
+    case Outcome::LinkLost:
+        return Ending::Outcome::LinkLost;
+    default:
+        return Ending::Outcome::Failed;
+    }
 }
 
-QString Name(Outcome outcome)
+QString FailureReason(const MeasurementSession& session)
 {
-    switch (outcome) {
-    case Outcome::Completed:
-        return QStringLiteral("done");
-    case Outcome::Aborted:
-        return QStringLiteral("aborted");
-    case Outcome::LinkLost:
-        return QStringLiteral("link-lost");
-    default:
-        return QStringLiteral("failed");
+    switch (session.FailureReason()) {
+    case Reason::NotPrepared:
+        return QStringLiteral("not-prepared");
+    case Reason::NotStarted:
+        return QStringLiteral("not-started");
+    case Reason::NoResult:
+        return QStringLiteral("no-result");
+    case Reason::OtherFunction:
+        return QStringLiteral("other-function");
+    case Reason::None:
+    case Reason::Error:
+        break;
     }
+    return {};
+}
+
+/// The most urgent one.
+QString EndingReason(const MeasurementSession& session)
+{
+    if (session.CurrentOutcome() == Outcome::LinkLost) {
+        return QStringLiteral("link-lost");
+    }
+    if (session.IsStopConfirmed() || session.FailureReason() == Reason::OtherFunction) {
+        return FailureReason(session);
+    }
+    return QStringLiteral("stop-not-confirmed");
 }
 
 QString FailureMessage(const MeasurementSession& session)
@@ -120,6 +142,20 @@ QString FirstSentence(const QString& function, const MeasurementSession& session
     default:
         return QStringLiteral("Measurement %1 failed: %2.").arg(function, FailureMessage(session));
     }
+}
+
+QString EndMessage(const QString& function, const MeasurementSession& session)
+{
+    if (session.CurrentOutcome() == Outcome::LinkLost) {
+        return LossMessage(session);
+    }
+    const QString first = FirstSentence(function, session);
+    if (session.IsStopConfirmed()) {
+        return first + QStringLiteral(" The instrument is confirmed to have stopped.");
+    }
+    return first +
+           QStringLiteral(" STOP NOT CONFIRMED: the instrument may still be running, and high voltage "
+                          "may be on. Switch it off at the instrument.");
 }
 
 } // namespace
@@ -170,17 +206,9 @@ QByteArray ReadingLine(milliseconds elapsed, const QVector<Reading>& readings)
 
 QByteArray ReadingJson(const QDateTime& time, milliseconds elapsed, const QVector<Reading>& readings)
 {
-    QJsonObject json = Event(time, QStringLiteral("reading"));
-    json.insert(QStringLiteral("elapsed"), Seconds(elapsed));
-    json.insert(QStringLiteral("readings"), Json(readings));
-    return JsonLine(json);
-}
-
-QByteArray EventJson(const QDateTime& time, const QString& event, const QJsonValue& value)
-{
-    QJsonObject json = Event(time, event);
-    json.insert(QStringLiteral("value"), value);
-    return JsonLine(json);
+    return EventLine(
+        time, QStringLiteral("reading"),
+        {{QStringLiteral("elapsed"), Seconds(elapsed)}, {QStringLiteral("readings"), Json(readings)}});
 }
 
 QByteArray CsvHeader(Vesmar::MeasurementType function)
@@ -195,9 +223,7 @@ QByteArray CsvHeader(Vesmar::MeasurementType function)
 
 QByteArray CsvRow(const QDateTime& time, milliseconds elapsed, const QVector<Reading>& readings)
 {
-    const QDateTime withOffset = time.toOffsetFromUtc(time.offsetFromUtc());
-    QString row =
-        withOffset.toString(Qt::ISODateWithMs) + QLatin1Char(',') + QString::number(Seconds(elapsed), 'f', 3);
+    QString row = TimeStamp(time) + QLatin1Char(',') + QString::number(Seconds(elapsed), 'f', 3);
     for (const Reading& reading : readings) {
         const Shown shown = ShowReading(reading.value);
         row += QLatin1Char(',') + (shown.json.isNull() ? QString() : shown.text);
@@ -205,18 +231,11 @@ QByteArray CsvRow(const QDateTime& time, milliseconds elapsed, const QVector<Rea
     return (row + QLatin1Char('\n')).toUtf8();
 }
 
-QString EndMessage(const QString& function, const MeasurementSession& session)
+Ending EndingOf(const QString& function, const MeasurementSession& session)
 {
-    if (session.CurrentOutcome() == Outcome::LinkLost) {
-        return LossMessage(session);
-    }
-    const QString first = FirstSentence(function, session);
-    if (session.IsStopConfirmed()) {
-        return first + QStringLiteral(" The instrument is confirmed to have stopped.");
-    }
-    return first +
-           QStringLiteral(" STOP NOT CONFIRMED: the instrument may still be running, and high voltage "
-                          "may be on. Switch it off at the instrument.");
+    const bool isErrorTheReason = session.FailureReason() == Reason::Error;
+    return {session.ExitStatus(), EndingOutcome(session), EndMessage(function, session),
+            EndingReason(session), isErrorTheReason ? session.FirstError() : Vesmar::Error::NoErrors};
 }
 
 QByteArray ResultText(const QVector<Reading>& readings)
@@ -230,18 +249,11 @@ QByteArray ResultText(const QVector<Reading>& readings)
     return text.toUtf8();
 }
 
-QByteArray ResultJson(const MeasurementEnd& end, const MeasurementSession& session)
+QJsonObject ResultFields(const QString& function, bool isStopConfirmed, const QVector<Reading>& readings)
 {
-    const bool hasError = session.FirstError() != Vesmar::Error::NoErrors;
-    return JsonLine({{QStringLiteral("event"), QStringLiteral("result")},
-                     {QStringLiteral("function"), end.function},
-                     {QStringLiteral("outcome"), Name(session.CurrentOutcome())},
-                     {QStringLiteral("status"), session.ExitStatus()},
-                     {QStringLiteral("stopped"), session.IsStopConfirmed()},
-                     {QStringLiteral("error"), hasError ? Show(session.FirstError()).json : QJsonValue()},
-                     {QStringLiteral("message"), end.message},
-                     {QStringLiteral("readings"),
-                      end.readings.isEmpty() ? QJsonValue() : QJsonValue(Json(end.readings))}});
+    return {{QStringLiteral("function"), function},
+            {QStringLiteral("stopped"), isStopConfirmed},
+            {QStringLiteral("readings"), readings.isEmpty() ? QJsonValue() : QJsonValue(Json(readings))}};
 }
 
 } // namespace Cli

@@ -8,6 +8,7 @@
 #include <chrono>
 #include <optional>
 
+#include "cli/event.h"
 #include "cli/measurementsession.h"
 #include "cli/readings.h"
 
@@ -32,23 +33,15 @@ QString PhaseName(MeasurementSession::Phase phase);
 QByteArray ReadingLine(std::chrono::milliseconds elapsed, const QVector<Reading>& readings);
 QByteArray ReadingJson(const QDateTime& time, std::chrono::milliseconds elapsed,
                        const QVector<Reading>& readings);
-/// A change of a property, as an event.
-QByteArray EventJson(const QDateTime& time, const QString& event, const QJsonValue& value);
 
 QByteArray CsvHeader(Vesmar::MeasurementType function);
 QByteArray CsvRow(const QDateTime& time, std::chrono::milliseconds elapsed, const QVector<Reading>& readings);
 
-/// How a measurement has ended.
-struct MeasurementEnd {
-    QString function;
-    QString message;
-    QVector<Reading> readings; ///< The last ones.
-};
-
-/// What is said about the end, in a few sentences.
-QString EndMessage(const QString& function, const MeasurementSession& session);
+/// How the measurement has ended, with a message of a few sentences.
+Ending EndingOf(const QString& function, const MeasurementSession& session);
 /// The result as a table.
 QByteArray ResultText(const QVector<Reading>& readings);
-QByteArray ResultJson(const MeasurementEnd& end, const MeasurementSession& session);
+/// What the result in JSON has beside the ending; the readings are the last ones.
+QJsonObject ResultFields(const QString& function, bool isStopConfirmed, const QVector<Reading>& readings);
 
 } // namespace Cli

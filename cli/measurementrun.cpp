@@ -75,11 +75,15 @@ void MeasurementRun::WatchInstrument()
     connect(tester, &Tester::TestResultsChanged, this, &MeasurementRun::Follow);
     connect(tester, &Tester::TesterModeChanged, this, &MeasurementRun::Follow);
     connect(tester, &Tester::ErrorCodeChanged, this, [this](Vesmar::Error error) {
-        _view.ShowError(error);
+        if (!_link.IsFinished()) {
+            _view.ShowError(error);
+        }
         Follow();
     });
     connect(tester, &Tester::MeasurementStatusChanged, this, [this](Vesmar::MeasurementState status) {
-        _view.ShowStatus(status);
+        if (!_link.IsFinished()) {
+            _view.ShowStatus(status);
+        }
         Follow();
     });
     connect(tester, &Tester::MeasurementFunctionStatusChanged, this, &MeasurementRun::Follow);
@@ -126,8 +130,7 @@ void MeasurementRun::EndTest()
         return;
     }
     _limit.stop();
-    _view.ShowEnd(*_session);
-    _link.Finish(_session->ExitStatus());
+    _link.EndWork(_view.ShowEnd(*_session));
 }
 
 void MeasurementRun::Follow()
@@ -179,7 +182,7 @@ void MeasurementRun::Interrupt(int signalNumber)
     if (_link.IsUp()) {
         Abort(QStringLiteral("signal %1").arg(signalNumber));
     } else {
-        _link.Finish(ExitStatus::Signalled + signalNumber);
+        _link.Finish(EndedBySignal(signalNumber));
     }
 }
 

@@ -1,5 +1,7 @@
 #include "cli/measurementview.h"
 
+#include "cli/errorguide.h"
+#include "cli/exitstatus.h"
 #include "cli/format.h"
 
 namespace Cli
@@ -79,13 +81,17 @@ void MeasurementView::ShowError(Vesmar::Error error)
 
 void MeasurementView::ShowEvent(const char* event, const QJsonValue& value)
 {
-    if (_isJson) {
-        _screen.Write(EventJson(QDateTime::currentDateTime(), QString::fromLatin1(event), value));
+    if (_isJson && !_isEnded) {
+        _screen.Write(EventLine(QDateTime::currentDateTime(), QString::fromLatin1(event),
+                                {{QStringLiteral("value"), value}}));
     }
 }
 
 void MeasurementView::ShowResults(const Vesmar::MeasurementResults& results)
 {
+    if (_isEnded) {
+        return;
+    }
     const QDateTime now = QDateTime::currentDateTime();
     _readings = ReadingsOf(results);
     if (_file != nullptr) {
@@ -116,32 +122,47 @@ void MeasurementView::Say(const QString& text)
     _screen.Say(text);
 }
 
-void MeasurementView::ShowEnd(const MeasurementSession& session)
+int MeasurementView::ShowEnd(const MeasurementSession& session)
 {
     _redraw.stop();
-    const QString name = (_function.name + QLatin1Char(' ') + _mode).trimmed();
-    const QString message = EndMessage(name, session);
-    const bool isDone = session.CurrentOutcome() == MeasurementSession::Outcome::Completed;
+    _isEnded = true;
+    const Ending ending = EndingWithFile(session);
+    const bool isMeasured = session.CurrentOutcome() == MeasurementSession::Outcome::Completed;
     if (_isJson) {
-        _screen.Write(ResultJson({_function.name, message, _readings}, session));
+        const QJsonObject fields = ResultFields(_function.name, session.IsStopConfirmed(), _readings);
+        _screen.Write(ResultLine(QDateTime::currentDateTime(), ending, fields));
     }
-    if (!isDone || !session.IsStopConfirmed()) {
-        Say(message);
+    if (ending.status != ExitStatus::Done) {
+        Say(_isJson ? ending.message : WithAdvice(ending.message, ending.error));
     } else if (!_isJson) {
-        _screen.Write(message.toUtf8() + '\n');
+        _screen.Write(ending.message.toUtf8() + '\n');
     }
-    if (isDone && !_isJson) {
+    if (isMeasured && !_isJson) {
         _screen.Write(ResultText(_readings));
     }
+    return ending.status;
+}
+
+/// A measurement is not all that was asked for if its readings shall be in a file.
+Ending MeasurementView::EndingWithFile(const MeasurementSession& session) const
+{
+    const QString name = (_function.name + QLatin1Char(' ') + _mode).trimmed();
+    Ending ending = EndingOf(name, session);
+    if (_file == nullptr || _file->Problem().isEmpty()) {
+        return ending;
+    }
+    ending.message += QStringLiteral(" Not every reading was kept: %1.").arg(_file->Problem());
+    if (ending.status == ExitStatus::Done) {
+        ending.status = ExitStatus::NotDone;
+        ending.outcome = Ending::Outcome::Failed;
+        ending.reason = QStringLiteral("file-not-written");
+    }
+    return ending;
 }
 
 bool MeasurementView::Finish()
 {
-    const bool isFileWhole = _file == nullptr || _file->Problem().isEmpty();
-    if (!isFileWhole) {
-        Say(_file->Problem());
-    }
-    return _screen.Finish() && isFileWhole;
+    return _screen.Finish();
 }
 
 } // namespace Cli

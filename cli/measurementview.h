@@ -36,9 +36,10 @@ public:
     void ShowResults(const Vesmar::MeasurementResults& results);
     /// A sentence for the person who watches, on the error output.
     void Say(const QString& text);
-    void ShowEnd(const MeasurementSession& session);
+    /// The program's exit status. Nothing is shown after it but what is said.
+    int ShowEnd(const MeasurementSession& session);
 
-    /// Writes what is left. False if not everything could be shown or written to the file.
+    /// Writes what is left. False if not everything could be shown.
     bool Finish();
 
 Q_SIGNALS:
@@ -48,6 +49,7 @@ Q_SIGNALS:
 private:
     std::chrono::milliseconds Elapsed() const;
     void ShowEvent(const char* event, const QJsonValue& value);
+    Ending EndingWithFile(const MeasurementSession& session) const;
     void DrawLiveLine();
     QString LiveText() const;
 
@@ -61,6 +63,7 @@ private:
     QElapsedTimer _time;
     std::optional<std::chrono::milliseconds> _total;
     QVector<Reading> _readings;
+    bool _isEnded = false; ///< A change that was on its way may still arrive.
 };
 
 } // namespace Cli

@@ -2,7 +2,6 @@
 
 #include <QTimer>
 
-#include "cli/exitstatus.h"
 #include "cli/format.h"
 #include "cli/link.h"
 
@@ -24,11 +23,7 @@ constexpr VerbTexts Texts{
     "instrument in update mode is pointed out on the error output.\n"
     "Readings are in the instrument's own units.\n"
     "\n"
-    "JSON fields: time, property, value. The value is an object with name and number for\n"
-    "enumerations (name is null where a number has none), and meaning for ErrorCode; an\n"
-    "object of texts for DeviceInformation; an object with name, number and readings\n"
-    "(ULN, UNPE, frequency; null is no value) for TestResults; null for a date that is\n"
-    "not valid. A failure is an object too, with the fields error, message and status.\n"
+    "JSON: see docs/events.md; events change and result.\n"
     "\n"
     "Exit status: 0 ended by a signal or after the time given; 1 bad usage; 2 the link\n"
     "did not come up in time; 3 the output cannot be written; 128 and the signal's\n"
@@ -50,12 +45,11 @@ public:
                 WriteError(InUpdateMode().message);
             }
         });
-        connect(&link, &Link::Interrupted, this, [this](int signalNumber) {
-            _link.Finish(_link.IsUp() ? ExitStatus::Done : ExitStatus::Signalled + signalNumber);
-        });
+        connect(&link, &Link::Interrupted, this, [this](int signalNumber) { Interrupt(signalNumber); });
         _end.setSingleShot(true);
         _end.setTimerType(Qt::PreciseTimer);
-        connect(&_end, &QTimer::timeout, this, [this] { _link.Finish(ExitStatus::Done); });
+        connect(&_end, &QTimer::timeout, this,
+                [this] { _link.Finish(DoneWith(QStringLiteral("Monitored for the time given."))); });
     }
 
 private:
@@ -83,6 +77,16 @@ private:
     {
         connect(&_link.Instrument(), changed, this,
                 [this, property](const Value& value) { Report(property, Show(value)); });
+    }
+
+    /// Once the link is up, this is how it is meant to end.
+    void Interrupt(int signalNumber)
+    {
+        if (_link.IsUp()) {
+            _link.Finish(DoneWith(QStringLiteral("Monitored until signal %1.").arg(signalNumber)));
+        } else {
+            _link.Finish(EndedBySignal(signalNumber));
+        }
     }
 
     void Report(const char* property, const Shown& value)

@@ -26,13 +26,17 @@ constexpr char Description[] = "Drives a portable appliance tester on the serial
 constexpr char Version[] = "vesmar " VESMAR_VERSION;
 constexpr char Usage[] = "Usage: vesmar VERB [OPTIONS]\n"
                          "       vesmar VERB --help\n";
-constexpr char Footer[] =
-    "\n"
-    "Exit status: 0 only when the thing asked for was done; 1 bad usage; 2 the link did\n"
-    "not come up in time. VERB --help tells the others.\n"
-    "\n"
-    "Example, without an instrument:\n"
-    "  vesmar-simulator run -- vesmar info\n";
+
+std::string Footer()
+{
+    std::string footer = "\nExit status; VERB --help tells what it means there:\n";
+    for (const ExitStatus::Explained& each : ExitStatus::All()) {
+        const std::string number = std::to_string(each.status);
+        constexpr std::size_t Width = 5;
+        footer += "  " + number + std::string(Width - number.size(), ' ') + each.words + '\n';
+    }
+    return footer + "\nExample, without an instrument:\n  vesmar-simulator run -- vesmar info\n";
+}
 
 std::string OneLine(const std::string& text)
 {
@@ -47,7 +51,7 @@ Program::Program() : _app(Description, "vesmar")
     _app.require_subcommand(0, MostVerbs);
     _app.set_version_flag("--version", Version);
     _app.formatter(std::make_shared<HelpFormatter>(Usage));
-    _app.footer(Footer);
+    _app.footer(Footer());
     AddVerb<InfoVerb>();
     AddVerb<MonitorVerb>();
     AddVerb<MeasureVerb>();

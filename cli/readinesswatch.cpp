@@ -18,6 +18,9 @@ ReadinessWatch::ReadinessWatch(Link& link) : _link(link)
 
 void ReadinessWatch::Follow(Readiness::Progress progress)
 {
+    if (_link.IsFinished()) {
+        return;
+    }
     switch (progress) {
     case Readiness::Progress::Waiting:
         break;

@@ -20,7 +20,7 @@ constexpr VerbTexts Texts{
     "normal mode, and says how long that took. It also brings back an instrument that was\n"
     "left in update mode with its firmware still whole.\n"
     "\n"
-    "JSON field: seconds. A failure is an object with the fields error, message and status.\n"
+    "JSON: see docs/events.md; events restart and result.\n"
     "\n"
     "Exit status: 0 restarted; 1 bad usage; 2 the link did not come up in time; 3 the\n"
     "output cannot be written; 4 the instrument does not reach its normal mode in time; 7\n"
@@ -39,7 +39,7 @@ public:
         connect(tester, &Tester::DeviceInformationChanged, this, [this] { FollowIdentity(); });
         connect(tester, &Tester::ErrorCodeChanged, this, [this](Vesmar::Error error) { FollowError(error); });
         connect(&link, &Link::Interrupted, this,
-                [this](int signalNumber) { _link.Finish(ExitStatus::Signalled + signalNumber); });
+                [this](int signalNumber) { _link.Finish(EndedBySignal(signalNumber)); });
     }
 
 private:
@@ -61,21 +61,20 @@ private:
     void FollowError(Vesmar::Error error)
     {
         if (_time.isValid() && IsLinkError(error)) {
-            _link.Fail(ExitStatus::LinkLost,
-                       LinkLost(QStringLiteral("It is not known whether the instrument has restarted.")));
+            _link.Fail(
+                ExitStatus::LinkLost,
+                LinkLost(QStringLiteral("It is not known whether the instrument has restarted."), error));
         }
     }
 
     void Show(double seconds)
     {
-        if (_link.IsJson()) {
-            _link.Print(JsonLine({{QStringLiteral("seconds"), seconds}}));
-        } else {
-            _link.Print(QStringLiteral("The instrument has restarted; that took %1 s.\n")
-                            .arg(seconds, 0, 'f', 1)
-                            .toUtf8());
-        }
-        _link.Finish(ExitStatus::Done);
+        const QString message =
+            QStringLiteral("The instrument has restarted; that took %1 s.").arg(seconds, 0, 'f', 1);
+        _link.Print(_link.IsJson() ? EventLine(QDateTime::currentDateTime(), QStringLiteral("restart"),
+                                               {{QStringLiteral("seconds"), seconds}})
+                                   : message.toUtf8() + '\n');
+        _link.Finish(DoneWith(message));
     }
 
     Link& _link;

@@ -1,7 +1,6 @@
 #include "cli/updateformat.h"
 
 #include "cli/format.h"
-#include "cli/measurementformat.h"
 
 namespace Cli
 {
@@ -40,20 +39,38 @@ QString Rest(const UpdateProgress& progress)
     return text;
 }
 
-QString Name(Outcome outcome)
+Ending::Outcome EndingOutcome(Outcome outcome)
 {
     switch (outcome) {
     case Outcome::Updated:
-        return QStringLiteral("done");
+        return Ending::Outcome::Done;
+    case Outcome::StaysInUpdateMode:
+        return Ending::Outcome::UpdateMode;
+    case Outcome::NotBack:
+    case Outcome::LinkLost:
+        return Ending::Outcome::LinkLost;
+    case Outcome::Interrupted:
+        return Ending::Outcome::Interrupted;
+    default:
+        return Ending::Outcome::Failed;
+    }
+}
+
+QString EndingReason(Outcome outcome)
+{
+    switch (outcome) {
+    case Outcome::ModeNotChanged:
+        return QStringLiteral("mode-not-changed");
     case Outcome::StaysInUpdateMode:
         return QStringLiteral("update-mode");
     case Outcome::NotBack:
+        return QStringLiteral("not-back");
     case Outcome::LinkLost:
         return QStringLiteral("link-lost");
     case Outcome::Interrupted:
-        return QStringLiteral("interrupted");
+        return QStringLiteral("signal");
     default:
-        return QStringLiteral("failed");
+        return {};
     }
 }
 
@@ -96,37 +113,7 @@ QString InterruptionMessage(const UpdateSession& session)
                           "in update mode; vesmar restart brings it back.");
 }
 
-} // namespace
-
-QString UpdateLiveLine(const UpdateProgress& progress, int width)
-{
-    constexpr int WidthOfBar = 20;
-    const QString filled(WidthOfBar * progress.percent / AllOfIt, QLatin1Char('='));
-    const QString bar = QStringLiteral(" [%1]").arg(filled.leftJustified(WidthOfBar));
-    return (Percent(progress) + bar + Rest(progress)).left(width);
-}
-
-QByteArray UpdateProgressLine(const UpdateProgress& progress)
-{
-    return (Percent(progress) + Rest(progress) + QLatin1Char('\n')).toUtf8();
-}
-
-QByteArray UpdateProgressJson(const QDateTime& time, const UpdateProgress& progress)
-{
-    const qint64 left = SecondsLeft(progress);
-    return EventJson(time, QStringLiteral("progress"),
-                     QJsonObject{{QStringLiteral("percent"), progress.percent},
-                                 {QStringLiteral("sectors"), progress.confirmed},
-                                 {QStringLiteral("total"), progress.sectors},
-                                 {QStringLiteral("left"), left >= 0 ? QJsonValue(left) : QJsonValue()}});
-}
-
-QString VersionText(const QString& version)
-{
-    return version.isEmpty() ? QStringLiteral("unknown") : Printable(version);
-}
-
-QString UpdateEndMessage(const UpdateSession& session)
+QString EndMessage(const UpdateSession& session)
 {
     switch (session.CurrentOutcome()) {
     case Outcome::Updated:
@@ -157,6 +144,36 @@ QString UpdateEndMessage(const UpdateSession& session)
     return {};
 }
 
+} // namespace
+
+QString UpdateLiveLine(const UpdateProgress& progress, int width)
+{
+    constexpr int WidthOfBar = 20;
+    const QString filled(WidthOfBar * progress.percent / AllOfIt, QLatin1Char('='));
+    const QString bar = QStringLiteral(" [%1]").arg(filled.leftJustified(WidthOfBar));
+    return (Percent(progress) + bar + Rest(progress)).left(width);
+}
+
+QByteArray UpdateProgressLine(const UpdateProgress& progress)
+{
+    return (Percent(progress) + Rest(progress) + QLatin1Char('\n')).toUtf8();
+}
+
+QByteArray UpdateProgressJson(const QDateTime& time, const UpdateProgress& progress)
+{
+    const qint64 left = SecondsLeft(progress);
+    return EventLine(time, QStringLiteral("progress"),
+                     {{QStringLiteral("percent"), progress.percent},
+                      {QStringLiteral("sectors"), progress.confirmed},
+                      {QStringLiteral("total"), progress.sectors},
+                      {QStringLiteral("left"), left >= 0 ? QJsonValue(left) : QJsonValue()}});
+}
+
+QString VersionText(const QString& version)
+{
+    return version.isEmpty() ? QStringLiteral("unknown") : Printable(version);
+}
+
 QString UpdateGoesOnMessage(int signalNumber)
 {
     return QStringLiteral(
@@ -165,19 +182,20 @@ QString UpdateGoesOnMessage(int signalNumber)
         .arg(signalNumber);
 }
 
-QByteArray UpdateResultJson(const UpdateSession& session, const UpdateVersions& versions)
+Ending EndingOf(const UpdateSession& session)
+{
+    const Outcome outcome = session.CurrentOutcome();
+    return {session.ExitStatus(), EndingOutcome(outcome), EndMessage(session), EndingReason(outcome),
+            session.FirstError()};
+}
+
+QJsonObject ResultFields(const UpdateSession& session, const UpdateVersions& versions)
 {
     const auto version = [](const QString& text) { return text.isEmpty() ? QJsonValue() : QJsonValue(text); };
-    const bool hasError = session.FirstError() != Vesmar::Error::NoErrors;
-    return JsonLine({{QStringLiteral("event"), QStringLiteral("result")},
-                     {QStringLiteral("outcome"), Name(session.CurrentOutcome())},
-                     {QStringLiteral("status"), session.ExitStatus()},
-                     {QStringLiteral("error"), hasError ? Show(session.FirstError()).json : QJsonValue()},
-                     {QStringLiteral("message"), UpdateEndMessage(session)},
-                     {QStringLiteral("sectors"), session.ConfirmedSectors()},
-                     {QStringLiteral("total"), session.Sectors()},
-                     {QStringLiteral("versionBefore"), version(versions.before)},
-                     {QStringLiteral("versionAfter"), version(versions.after)}});
+    return {{QStringLiteral("sectors"), session.ConfirmedSectors()},
+            {QStringLiteral("total"), session.Sectors()},
+            {QStringLiteral("versionBefore"), version(versions.before)},
+            {QStringLiteral("versionAfter"), version(versions.after)}};
 }
 
 } // namespace Cli

@@ -6,6 +6,7 @@
 
 #include <chrono>
 
+#include "cli/event.h"
 #include "cli/updatesession.h"
 
 /// How a firmware update looks while it goes on and at its end. What is formatted here ends its line, but for
@@ -36,10 +37,11 @@ struct UpdateVersions {
 /// "1.05", or "unknown".
 QString VersionText(const QString& version);
 
-/// What is said about the end, in a few sentences.
-QString UpdateEndMessage(const UpdateSession& session);
 /// What is said where a signal must not end it.
 QString UpdateGoesOnMessage(int signalNumber);
-QByteArray UpdateResultJson(const UpdateSession& session, const UpdateVersions& versions);
+/// How it has ended, with a message of a few sentences.
+Ending EndingOf(const UpdateSession& session);
+/// What the result in JSON has beside the ending.
+QJsonObject ResultFields(const UpdateSession& session, const UpdateVersions& versions);
 
 } // namespace Cli

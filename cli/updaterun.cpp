@@ -48,7 +48,9 @@ void UpdateRun::WatchInstrument()
         Follow();
     });
     connect(tester, &Tester::ErrorCodeChanged, this, [this](Vesmar::Error error) {
-        _view.ShowError(error);
+        if (!_link.IsFinished()) {
+            _view.ShowError(error);
+        }
         Follow();
     });
     connect(tester, &Tester::OperationProgressChanged, this, [this] {
@@ -67,6 +69,9 @@ UpdatePicture UpdateRun::Picture() const
 /// In any other mode the library restarts the instrument, and reads its identity again.
 void UpdateRun::FollowIdentity()
 {
+    if (_link.IsFinished()) {
+        return;
+    }
     const QString version = _tester.DeviceInformation()->Version;
     const OperationMode mode = _tester.TesterMode();
     if (_session.CurrentPhase() == Phase::Restarting) {
@@ -137,7 +142,7 @@ void UpdateRun::NotePhase()
         _limit.stop();
         break;
     case Phase::Ended:
-        _link.Finish(_session.ExitStatus());
+        _link.EndWork(_session.ExitStatus());
         break;
     case Phase::Connecting:
         break;
@@ -156,7 +161,7 @@ void UpdateRun::AwaitMode()
 void UpdateRun::Interrupt(int signalNumber)
 {
     if (!HasBegun()) {
-        _link.Finish(ExitStatus::Signalled + signalNumber);
+        _link.Finish(EndedBySignal(signalNumber));
     } else if (_session.Interrupt(_tester.OperationStatus(), signalNumber)) {
         NotePhase();
     } else {

@@ -1,7 +1,8 @@
 #include "cli/updateview.h"
 
+#include "cli/errorguide.h"
+#include "cli/exitstatus.h"
 #include "cli/format.h"
-#include "cli/measurementformat.h"
 
 namespace Cli
 {
@@ -80,7 +81,8 @@ void UpdateView::ShowError(Vesmar::Error error)
 void UpdateView::ShowEvent(const char* event, const QJsonValue& value)
 {
     if (_isJson) {
-        _screen.Write(EventJson(QDateTime::currentDateTime(), QString::fromLatin1(event), value));
+        _screen.Write(EventLine(QDateTime::currentDateTime(), QString::fromLatin1(event),
+                                {{QStringLiteral("value"), value}}));
     }
 }
 
@@ -94,15 +96,15 @@ void UpdateView::ShowLine(const QString& text)
 void UpdateView::ShowEnd(const UpdateSession& session, const QString& versionAfter)
 {
     _versions.after = versionAfter;
-    const QString message = UpdateEndMessage(session);
+    const Ending ending = EndingOf(session);
     if (_isJson) {
-        _screen.Write(UpdateResultJson(session, _versions));
+        _screen.Write(ResultLine(QDateTime::currentDateTime(), ending, ResultFields(session, _versions)));
     }
-    if (session.CurrentOutcome() != UpdateSession::Outcome::Updated) {
-        Say(message);
+    if (ending.status != ExitStatus::Done) {
+        Say(_isJson ? ending.message : WithAdvice(ending.message, ending.error));
     } else if (!_isJson) {
         _screen.Write(InfoLine(QStringLiteral("Version after"), VersionText(versionAfter)));
-        _screen.Write(message.toUtf8() + '\n');
+        _screen.Write(ending.message.toUtf8() + '\n');
     }
 }
 

@@ -12,6 +12,7 @@
 #include <QtTest>
 
 #include "integration/patience.h"
+#include "support/eventschema.h"
 
 inline QStringList Words(const QString& text)
 {
@@ -59,6 +60,7 @@ class ProgramRun
 public:
     ProgramRun(const QString& program, const QStringList& arguments,
                const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment())
+        : _isJson(arguments.join(QLatin1Char(' ')).contains(QLatin1String("--json")))
     {
         _process.setProcessEnvironment(environment);
         _process.start(program, arguments);
@@ -75,12 +77,16 @@ public:
     ProgramRun& operator=(const ProgramRun&) = delete;
     ProgramRun& operator=(ProgramRun&&) = delete;
 
-    /// The exit status; -1 for a program that was killed or does not end.
+    /// The exit status; -1 for a program that was killed or does not end. The JSON of one that was not is
+    /// checked.
     int Finish()
     {
         const bool hasEnded = _process.state() == QProcess::NotRunning || _process.waitForFinished(Patience);
         const bool isNormal = hasEnded && _process.exitStatus() == QProcess::NormalExit &&
                               _process.error() == QProcess::UnknownError;
+        if (isNormal && _isJson) {
+            CheckRun(Output(), _process.exitCode());
+        }
         return isNormal ? _process.exitCode() : -1;
     }
 
@@ -106,6 +112,7 @@ public:
     }
 
 private:
+    bool _isJson;
     QProcess _process;
     QByteArray _output;
     QByteArray _errors;

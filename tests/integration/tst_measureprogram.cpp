@@ -132,8 +132,10 @@ private Q_SLOTS:
     void ReadingsFile();
     void BadUse_data();
     void BadUse();
+    void FileThatCannotHoldAllReadings();
     void FailedByTheInstrument_data();
     void FailedByTheInstrument();
+    void FailureIsFollowedByAdvice();
     void Interrupted();
     void AbortedWithItsReader();
     void AbortedWithItsTerminal();
@@ -202,6 +204,24 @@ void TestMeasureProgram::ReadingsFile()
         QCOMPARE(fields.at(3).toDouble(), values.value(QLatin1String("voltage")).toDouble());
         QCOMPARE(fields.at(4).toDouble(), values.value(QLatin1String("current")).toDouble());
     }
+}
+
+void TestMeasureProgram::FileThatCannotHoldAllReadings()
+{
+    const QTemporaryDir folder;
+    const QString command =
+        QStringLiteral("trap '' XFSZ; ulimit -f 1; exec \"$0\" measure it --time 3 --json --csv '%1'")
+            .arg(folder.filePath(QStringLiteral("readings.csv")));
+    ProgramRun run(QStringLiteral(SIMULATOR_PROGRAM),
+                   {QStringLiteral("run"), QStringLiteral("--"), QStringLiteral("sh"), QStringLiteral("-c"),
+                    command, QStringLiteral(VESMAR_PROGRAM)});
+    QCOMPARE(run.Finish(), 3);
+    const QJsonObject result = ObjectOf(run.Lines().last());
+    QCOMPARE(result.value(QLatin1String("outcome")).toString(), QStringLiteral("failed"));
+    QCOMPARE(result.value(QLatin1String("reason")).toString(), QStringLiteral("file-not-written"));
+    QVERIFY(result.value(QLatin1String("stopped")).toBool());
+    QVERIFY2(run.Errors().contains(" Not every reading was kept: cannot write the file "),
+             run.Errors().constData());
 }
 
 void TestMeasureProgram::BadUse_data()
@@ -285,6 +305,21 @@ void TestMeasureProgram::FailedByTheInstrument()
     QCOMPARE(shown.value(QLatin1String("name")).toString(), error);
     QCOMPARE(shown.value(QLatin1String("number")).toInt(), number);
     QVERIFY2(run.Log().join('\n').contains(" deselected"), run.Log().join('\n').constData());
+}
+
+void TestMeasureProgram::FailureIsFollowedByAdvice()
+{
+    MeasureRun run(QStringLiteral("power"), InScenario("start-error"));
+    QCOMPARE(run->Finish(), 4);
+    QCOMPARE(run->Errors(),
+             QByteArray(
+                 "vesmar: Measurement power failed: StartFailed (201): the instrument could not start the "
+                 "measurement. The instrument is confirmed to have stopped.\n"
+                 "  Likely causes   the instrument fell back while it started, such as for a missing mains "
+                 "voltage\n"
+                 "                  the instrument refused the start\n"
+                 "  Next step       Check the mains supply and the connection of the appliance, then prepare "
+                 "and start again.\n"));
 }
 
 void TestMeasureProgram::Interrupted()

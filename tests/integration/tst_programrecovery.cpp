@@ -12,6 +12,9 @@ QByteArrayList Story(const QByteArrayList& lines)
     QByteArrayList story;
     for (const QByteArray& line : lines) {
         const QJsonObject change = ObjectOf(line);
+        if (change.value(QLatin1String("event")) != QLatin1String("change")) {
+            continue;
+        }
         const QJsonObject value = change.value(QLatin1String("value")).toObject();
         QByteArray word = change.value(QLatin1String("property")).toString().toLatin1();
         if (word == "ErrorCode") {

@@ -56,6 +56,7 @@ private Q_SLOTS:
     void InfoShowsIdentityAndClocks();
     void InfoAsJson();
     void InfoInUpdateMode();
+    void InfoExplainsTheError();
     void MonitorShowsEveryChangeUntilItsTimeIsOver();
     void MonitorAsText();
     void MonitorEndsWithASignal_data();
@@ -102,7 +103,7 @@ void TestPrograms::InfoAsJson()
     ProgramRun run(SimulatorProgram, SimulatedVesmar("info --json"));
     QCOMPARE(run.Finish(), 0);
     QCOMPARE(run.Errors(), QByteArray());
-    QCOMPARE(run.Lines().size(), 1);
+    QCOMPARE(run.Lines().size(), 2);
 
     const QJsonObject info = ObjectOf(run.Lines().first());
     QCOMPARE(At(info, "DeviceInformation", "DeviceName").toString(), QStringLiteral("PAT"));
@@ -125,6 +126,19 @@ void TestPrograms::InfoInUpdateMode()
     QVERIFY2(run.Errors().contains("update mode"), run.Errors().constData());
 }
 
+void TestPrograms::InfoExplainsTheError()
+{
+    ProgramRun run(SimulatorProgram, SimulatedVesmar("info", AtOnce("error 4")));
+    QCOMPARE(run.Finish(), 0);
+    QVERIFY2(
+        run.Output().endsWith("Error:            DeviceError4 (4): the instrument reports its error 4\n"
+                              "  Likely causes   the instrument has found something wrong with itself, its "
+                              "supply or the connected appliance\n"
+                              "  Next step       Look the number up in the instrument's own manual; restart "
+                              "the instrument (vesmar restart) and see whether it comes back.\n"),
+        run.Output().constData());
+}
+
 void TestPrograms::MonitorShowsEveryChangeUntilItsTimeIsOver()
 {
     ProgramRun run(SimulatorProgram, SimulatedVesmar("monitor --json --for 8", AtOnce("error 6")));
@@ -132,6 +146,8 @@ void TestPrograms::MonitorShowsEveryChangeUntilItsTimeIsOver()
     QCOMPARE(run.Errors(), QByteArray());
 
     const QByteArrayList lines = run.Lines();
+    QCOMPARE(ObjectOf(lines.last()).value(QLatin1String("message")).toString(),
+             QStringLiteral("Monitored for the time given."));
     for (const QByteArray& line : lines) {
         const QString time = ObjectOf(line).value(QLatin1String("time")).toString();
         QVERIFY2(QDateTime::fromString(time, Qt::ISODateWithMs).isValid(), line.constData());
@@ -232,6 +248,7 @@ void TestPrograms::DeviceMissing()
     ProgramRun jsonRun(VesmarProgram, {verb, QStringLiteral("--json")});
     QCOMPARE(jsonRun.Finish(), 2);
     const QJsonObject failure = ObjectOf(jsonRun.Lines().last());
+    QCOMPARE(failure.value(QLatin1String("reason")).toString(), QStringLiteral("device-missing"));
     QCOMPARE(failure.value(QLatin1String("status")).toInt(), 2);
     const QByteArray message = failure.value(QLatin1String("message")).toString().toUtf8();
     QCOMPARE(jsonRun.Errors(), "vesmar: " + message + '\n');

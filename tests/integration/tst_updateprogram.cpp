@@ -65,11 +65,10 @@ void TestUpdateProgram::AsJson()
     QVector<int> progress;
     for (const QByteArray& line : run->Lines()) {
         const QJsonObject event = ObjectOf(line);
-        const QJsonObject value = event.value(QLatin1String("value")).toObject();
         if (event.value(QLatin1String("event")).toString() == QLatin1String("progress")) {
-            progress.append(value.value(QLatin1String("percent")).toInt());
-            QCOMPARE(value.value(QLatin1String("sectors")).toInt(), progress.last() / 20);
-            QCOMPARE(value.value(QLatin1String("total")).toInt(), Sectors);
+            progress.append(event.value(QLatin1String("percent")).toInt());
+            QCOMPARE(event.value(QLatin1String("sectors")).toInt(), progress.last() / 20);
+            QCOMPARE(event.value(QLatin1String("total")).toInt(), Sectors);
         }
     }
     QCOMPARE(progress.last(), 100);

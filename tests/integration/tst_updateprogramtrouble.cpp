@@ -49,6 +49,7 @@ class TestUpdateProgramTrouble : public QObject
 private Q_SLOTS:
     void FailedByTheInstrument_data();
     void FailedByTheInstrument();
+    void FailureIsFollowedByAdvice();
     void LostSector();
     void InterruptedWhileSectorsAreSent();
     void InterruptedBeforeTheFirstSector();
@@ -76,6 +77,20 @@ void TestUpdateProgramTrouble::FailedByTheInstrument()
             QFAIL(Failures.at(i).scenario);
         }
     }
+}
+
+void TestUpdateProgramTrouble::FailureIsFollowedByAdvice()
+{
+    UpdateRun run(QString(), QStringLiteral("--scenario refuses-confirmation"));
+    QCOMPARE(run->Finish(), 4);
+    QVERIFY2(run->Errors().startsWith("vesmar: Firmware update failed: UpdateConfirmationFailed (304): "),
+             run->Errors().constData());
+    QVERIFY2(
+        run->Errors().endsWith("  Likely causes   the confirmation file belongs to another image\n"
+                               "                  the image arrived damaged\n"
+                               "  Next step       The instrument waits in update mode: update it again with "
+                               "the image and the confirmation that belong together.\n"),
+        run->Errors().constData());
 }
 
 /// The library sends it three times and waits for an answer each time.

@@ -95,7 +95,10 @@ void TestCliClockVerb::ShowsAClockWithoutAValidDate()
     peer.Answer([answers](const QByteArray& request) { return answers.To(request); });
     const Outcome outcome = RunClock({"--json"});
     QCOMPARE(outcome.status, 0);
-    QCOMPARE(outcome.output, QByteArray("{\"CurrentDateTime\":null,\"difference\":null}\n"));
+    QCOMPARE(outcome.Objects().size(), 2);
+    QVERIFY2(
+        outcome.output.startsWith(R"({"CurrentDateTime":null,"difference":null,"event":"clock","time":)"),
+        outcome.output.constData());
 }
 
 void TestCliClockVerb::SetsWhatTheInstrumentThenReports()
@@ -168,7 +171,7 @@ void TestCliClockVerb::InstrumentThatRefuses()
     });
     const Outcome outcome = RunClock({"set", "2026-11-21T18:00:00", "--json"});
     QCOMPARE(outcome.status, 4);
-    QCOMPARE(outcome.Objects().last().value(QStringLiteral("error")).toString(), QStringLiteral("not-set"));
+    QCOMPARE(outcome.Objects().last().value(QStringLiteral("reason")).toString(), QStringLiteral("not-set"));
     QCOMPARE(outcome.errors,
              QByteArray("vesmar: The instrument did not take the time 2026-11-21 18:00:00: its "
                         "clock shows 2024-12-31 23:59:58.\n"));
@@ -212,7 +215,8 @@ void TestCliClockVerb::LinkThatIsLost()
     });
     const Outcome outcome = RunClock({"set", "2026-11-21T18:00:00", "--confirm-timeout", "5", "--json"});
     QCOMPARE(outcome.status, 7);
-    QCOMPARE(outcome.Objects().last().value(QStringLiteral("error")).toString(), QStringLiteral("link-lost"));
+    QCOMPARE(outcome.Objects().last().value(QStringLiteral("outcome")).toString(),
+             QStringLiteral("link-lost"));
 }
 
 void TestCliClockVerb::UpdateMode()

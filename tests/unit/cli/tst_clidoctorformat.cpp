@@ -282,9 +282,9 @@ void TestCliDoctorFormat::ConditionWithAnError()
                              "Function:         RISO (3)\n"
                              "Function state:   Completed (2)\n"
                              "Error:            DeviceError5 (5): the instrument reports its error 5\n"
-                             "Likely causes:    "),
+                             "  Likely causes   "),
              text.constData());
-    QVERIFY2(text.contains("\nNext step:        "), text.constData());
+    QVERIFY2(text.contains("\n  Next step       "), text.constData());
 }
 
 void TestCliDoctorFormat::ConditionAsJson()
@@ -292,21 +292,16 @@ void TestCliDoctorFormat::ConditionAsJson()
     const QJsonObject sound = Cli::ConditionJson(Cli::StatusIn(QByteArray::fromHex("00F5BABF")));
     QCOMPARE(sound.keys(), (QStringList{QStringLiteral("CurrentMeasurementType"), QStringLiteral("ErrorCode"),
                                         QStringLiteral("MeasurementFunctionStatus"),
-                                        QStringLiteral("StartTestStatus"), QStringLiteral("TesterMode"),
-                                        QStringLiteral("causes"), QStringLiteral("nextStep")}));
+                                        QStringLiteral("StartTestStatus"), QStringLiteral("TesterMode")}));
     QVERIFY(sound.value(QLatin1String("MeasurementFunctionStatus")).isNull());
     QCOMPARE(sound.value(QLatin1String("StartTestStatus")).toObject().value(QLatin1String("number")).toInt(),
              5);
-    QVERIFY(sound.value(QLatin1String("causes")).toArray().isEmpty());
-    QVERIFY(sound.value(QLatin1String("nextStep")).isNull());
 
     const QJsonObject failing = Cli::ConditionJson(Cli::StatusIn(QByteArray::fromHex("A3529A32")));
     QVERIFY(failing.value(QLatin1String("StartTestStatus")).isNull());
     QCOMPARE(Text(failing.value(QLatin1String("MeasurementFunctionStatus")).toObject(), "name"),
              QStringLiteral("Completed"));
     QCOMPARE(failing.value(QLatin1String("ErrorCode")).toObject().value(QLatin1String("number")).toInt(), 5);
-    QVERIFY(!failing.value(QLatin1String("causes")).toArray().isEmpty());
-    QVERIFY(!Text(failing, "nextStep").isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestCliDoctorFormat)

@@ -152,7 +152,7 @@ void TestCliDoctorVerdict::Obstacles()
     const std::optional<Ending> obstacle = Cli::FindObstacle(device, holders);
     QVERIFY(obstacle.has_value());
     QCOMPARE(obstacle->status, 2);
-    QCOMPARE(obstacle->outcome, QStringLiteral("failed"));
+    QCOMPARE(obstacle->outcome, Cli::Ending::Outcome::Failed);
     QTEST(obstacle->reason, "reason");
     QVERIFY2(obstacle->message.contains(part), qPrintable(obstacle->message));
     QVERIFY(obstacle->error == Error::NoErrors);
@@ -244,7 +244,8 @@ void TestCliDoctorVerdict::Verdicts()
     QFETCH(QString, part);
     const Ending verdict = Cli::Judge(line);
     QTEST(verdict.status, "status");
-    QCOMPARE(verdict.outcome, verdict.status == 0 ? QStringLiteral("done") : QStringLiteral("failed"));
+    QCOMPARE(verdict.outcome,
+             verdict.status == 0 ? Cli::Ending::Outcome::Done : Cli::Ending::Outcome::Failed);
     QTEST(verdict.reason, "reason");
     QTEST(static_cast<int>(verdict.error), "error");
     QVERIFY2(verdict.message.contains(part), qPrintable(verdict.message));

@@ -52,6 +52,8 @@ private Q_SLOTS:
     void FindsNothingElse();
     void NumberWithoutAnErrorHasNoAdvice();
     void DocumentShowsTheSame();
+    void AdviceAsText();
+    void SentenceWithAdvice();
 };
 
 void TestCliErrorGuide::KnowsEveryError()
@@ -132,6 +134,28 @@ void TestCliErrorGuide::DocumentShowsTheSame()
     for (int index = 0; index < errors.size(); ++index) {
         QCOMPARE(rows.at(index), DocumentRow(errors.at(index)));
     }
+}
+
+void TestCliErrorGuide::AdviceAsText()
+{
+    QCOMPARE(
+        Cli::AdviceText(Error::UpdateConfirmationFailed),
+        QByteArray("  Likely causes   the confirmation file belongs to another image\n"
+                   "                  the image arrived damaged\n"
+                   "  Next step       The instrument waits in update mode: update it again with the image "
+                   "and the confirmation that belong together.\n"));
+    QCOMPARE(Cli::AdviceText(Error::NoErrors), QByteArray("  Next step       Nothing is to be done.\n"));
+    QCOMPARE(Cli::AdviceText(static_cast<Error>(16)), QByteArray());
+}
+
+void TestCliErrorGuide::SentenceWithAdvice()
+{
+    const QString sentence = QStringLiteral("It did not work.");
+    QCOMPARE(Cli::WithAdvice(sentence, Error::NoErrors), sentence);
+    QCOMPARE(Cli::WithAdvice(sentence, static_cast<Error>(16)), sentence);
+    QCOMPARE(Cli::WithAdvice(sentence, Error::UpdateDataInvalid),
+             sentence + QLatin1Char('\n') +
+                 QString::fromUtf8(Cli::AdviceText(Error::UpdateDataInvalid)).chopped(1));
 }
 
 QTEST_APPLESS_MAIN(TestCliErrorGuide)

@@ -41,10 +41,12 @@ void TestCliExplainVerb::ExplainsOneErrorAsJson()
     const Outcome outcome = RunVerb({"vesmar", "explain", "noresponse", "--json"});
     QCOMPARE(outcome.status, 0);
     const QList<QJsonObject> objects = outcome.Objects();
-    QCOMPARE(objects.size(), 1);
+    QCOMPARE(objects.size(), 2);
     QCOMPARE(objects.first().keys(),
-             (QStringList{QStringLiteral("causes"), QStringLiteral("meaning"), QStringLiteral("name"),
-                          QStringLiteral("nextStep"), QStringLiteral("number")}));
+             (QStringList{QStringLiteral("causes"), QStringLiteral("event"), QStringLiteral("meaning"),
+                          QStringLiteral("name"), QStringLiteral("nextStep"), QStringLiteral("number"),
+                          QStringLiteral("time")}));
+    QCOMPARE(objects.first().value(QLatin1String("event")).toString(), QStringLiteral("explanation"));
     QCOMPARE(objects.first().value(QLatin1String("name")).toString(), QStringLiteral("NoResponse"));
     QCOMPARE(objects.first().value(QLatin1String("number")).toInt(), 100);
     QVERIFY(objects.first().value(QLatin1String("causes")).isArray());
@@ -62,9 +64,10 @@ void TestCliExplainVerb::ListsEveryError()
 void TestCliExplainVerb::ListsEveryErrorAsJson()
 {
     const QList<QJsonObject> objects = RunVerb({"vesmar", "explain", "--json"}).Objects();
-    QCOMPARE(objects.size(), 54);
+    QCOMPARE(objects.size(), 54 + 1);
     QCOMPARE(objects.first().value(QLatin1String("number")).toInt(-1), 0);
-    QCOMPARE(objects.last().value(QLatin1String("number")).toInt(), 534);
+    QCOMPARE(objects.at(53).value(QLatin1String("number")).toInt(), 534);
+    QCOMPARE(objects.last().value(QLatin1String("event")).toString(), QStringLiteral("result"));
 }
 
 void TestCliExplainVerb::BadUse_data()

@@ -38,7 +38,8 @@ QByteArray TextLine(const char* value)
 
 QByteArray JsonLineOf(const char* value)
 {
-    return QByteArray(R"({"property":"P","time":"2024-02-29T13:05:09.007+02:00","value":)") + value + "}\n";
+    return QByteArray(R"({"event":"change","property":"P","time":"2024-02-29T11:05:09.007Z","value":)") +
+           value + "}\n";
 }
 
 void Fill(TesterInformation& identity)
@@ -67,7 +68,7 @@ class TestCliFormat : public QObject
 
 private Q_SLOTS:
     void LongestPropertyKeepsItsColumn();
-    void LocalTimeHasItsOffset();
+    void TimeIsInUtc();
     void Enumeration();
     void UnnamedEnumeration();
     void ErrorWithItsMeaning();
@@ -92,12 +93,12 @@ void TestCliFormat::LongestPropertyKeepsItsColumn()
              QByteArray("2024-02-29 13:05:09.007  MeasurementFunctionStatus  1\n"));
 }
 
-void TestCliFormat::LocalTimeHasItsOffset()
+void TestCliFormat::TimeIsInUtc()
 {
     const QDateTime local(QDate(2024, 7, 1), QTime(12, 0), QTimeZone("Asia/Kolkata"));
     QVERIFY(local.isValid());
     QCOMPARE(Cli::ChangeJson(local, QStringLiteral("P"), Cli::Show(1)),
-             QByteArray(R"({"property":"P","time":"2024-07-01T12:00:00.000+05:30","value":1})"
+             QByteArray(R"({"event":"change","property":"P","time":"2024-07-01T06:30:00.000Z","value":1})"
                         "\n"));
 }
 
@@ -119,8 +120,13 @@ void TestCliFormat::ErrorWithItsMeaning()
 {
     const Cli::Shown shown = Cli::Show(Error::CommunicationRecovery);
     QCOMPARE(TextOf(shown), TextLine("CommunicationRecovery (103): the link is being re-established"));
-    QCOMPARE(JsonOf(shown), JsonLineOf(R"({"meaning":"the link is being re-established",)"
-                                       R"("name":"CommunicationRecovery","number":103})"));
+    QCOMPARE(JsonOf(shown),
+             JsonLineOf(R"({"causes":["a request has just failed, or the instrument is restarting"],)"
+                        R"("meaning":"the link is being re-established",)"
+                        R"("name":"CommunicationRecovery",)"
+                        R"("nextStep":"Wait: within about half a minute the link is back, or one )"
+                        R"(of 100 to 102 says what is wrong. A measurement that was running has )"
+                        R"(to be started anew.","number":103})"));
 }
 
 void TestCliFormat::TruthAndNumber()
@@ -230,14 +236,16 @@ void TestCliFormat::Info()
                         "Last calibrated:  2023-01-02 00:00:00\n"
                         "Mode:             Normal (0)\n"
                         "Error:            NoErrors (15): no error\n"));
-    QCOMPARE(Cli::InfoJson(identity, GoodCondition()),
+    QCOMPARE(Cli::InfoJson(Moment, identity, GoodCondition()),
              QByteArray(R"({"CalibrationDateTime":"2023-01-02T00:00:00",)"
                         R"("CurrentDateTime":"2024-12-31T23:59:58",)"
                         R"("DeviceInformation":{"BuildNumber":"2016","DeviceCode":"410","DeviceName":"ABC",)"
                         R"("RevisionCode":"02","SerialNumber":"204815","Version":"1.05",)"
                         R"("VersionCode":"03"},)"
-                        R"("ErrorCode":{"meaning":"no error","name":"NoErrors","number":15},)"
-                        R"("TesterMode":{"name":"Normal","number":0}})"
+                        R"("ErrorCode":{"causes":[],"meaning":"no error","name":"NoErrors",)"
+                        R"("nextStep":"Nothing is to be done.","number":15},)"
+                        R"("TesterMode":{"name":"Normal","number":0},)"
+                        R"("event":"info","time":"2024-02-29T11:05:09.007Z"})"
                         "\n"));
 }
 
@@ -247,11 +255,16 @@ void TestCliFormat::InfoWithoutClocks()
     Fill(identity);
     const Cli::Condition condition{std::nullopt, OperationMode::Update, Error::DeviceError3};
     const QByteArray text = Cli::InfoText(identity, condition);
-    QVERIFY(text.endsWith("Clock:            cannot be read\n"
-                          "Last calibrated:  cannot be read\n"
-                          "Mode:             Update (3)\n"
-                          "Error:            DeviceError3 (3): the instrument reports its error 3\n"));
-    QVERIFY(Cli::InfoJson(identity, condition)
+    QVERIFY(
+        text.endsWith("Clock:            cannot be read\n"
+                      "Last calibrated:  cannot be read\n"
+                      "Mode:             Update (3)\n"
+                      "Error:            DeviceError3 (3): the instrument reports its error 3\n"
+                      "  Likely causes   the instrument has found something wrong with itself, its supply or "
+                      "the connected appliance\n"
+                      "  Next step       Look the number up in the instrument's own manual; restart the "
+                      "instrument (vesmar restart) and see whether it comes back.\n"));
+    QVERIFY(Cli::InfoJson(Moment, identity, condition)
                 .startsWith(R"({"CalibrationDateTime":null,"CurrentDateTime":null,)"));
 }
 
@@ -262,7 +275,7 @@ void TestCliFormat::InfoWithDatesThatDoNotExist()
     condition.clocks = Cli::Clocks{};
     QVERIFY(Cli::InfoText(identity, condition)
                 .contains("Clock:            no valid date\nLast calibrated:  no valid date\n"));
-    QVERIFY(Cli::InfoJson(identity, condition)
+    QVERIFY(Cli::InfoJson(Moment, identity, condition)
                 .startsWith(R"({"CalibrationDateTime":null,"CurrentDateTime":null,)"));
 }
 

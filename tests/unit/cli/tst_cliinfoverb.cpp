@@ -37,6 +37,7 @@ private Q_SLOTS:
     void DeviceThatCannotBeOpened_data();
     void DeviceThatCannotBeOpened();
     void SilentInstrument();
+    void RefusalIsExplained();
     void ClocksThatAreRefused();
     void SignalEndsIt();
     void ReaderThatWentAwayEndsItQuietly();
@@ -48,15 +49,16 @@ void TestCliInfoVerb::ShowsWhatWasRead()
     peer.Answer([](const QByteArray& request) { return Answers().To(request); });
     const Outcome outcome = RunInfo();
     QCOMPARE(outcome.status, 0);
-    QCOMPARE(outcome.output,
+    QCOMPARE(outcome.Objects().size(), 2);
+    QCOMPARE(outcome.output.left(outcome.output.indexOf(R"("event":"info","time":)")),
              QByteArray(R"({"CalibrationDateTime":"2023-01-02T00:00:00",)"
                         R"("CurrentDateTime":"2024-12-31T23:59:58",)"
                         R"("DeviceInformation":{"BuildNumber":"2016","DeviceCode":"410","DeviceName":"ABC",)"
                         R"("RevisionCode":"02","SerialNumber":"204815","Version":"1.05",)"
                         R"("VersionCode":"03"},)"
-                        R"("ErrorCode":{"meaning":"no error","name":"NoErrors","number":15},)"
-                        R"("TesterMode":{"name":"Normal","number":0}})"
-                        "\n"));
+                        R"("ErrorCode":{"causes":[],"meaning":"no error","name":"NoErrors",)"
+                        R"("nextStep":"Nothing is to be done.","number":15},)"
+                        R"("TesterMode":{"name":"Normal","number":0},)"));
     QCOMPARE(outcome.errors, QByteArray());
 }
 
@@ -129,7 +131,8 @@ void TestCliInfoVerb::UpdateModeIsSaid()
     QCOMPARE(objects.size(), 2);
     QVERIFY(objects.first().value(QStringLiteral("CurrentDateTime")).isNull());
     QVERIFY(objects.first().value(QStringLiteral("CalibrationDateTime")).isNull());
-    QCOMPARE(objects.last().value(QStringLiteral("error")).toString(), QStringLiteral("update-mode"));
+    QCOMPARE(objects.last().value(QStringLiteral("outcome")).toString(), QStringLiteral("update-mode"));
+    QCOMPARE(objects.last().value(QStringLiteral("reason")).toString(), QStringLiteral("update-mode"));
     QCOMPARE(
         outcome.errors,
         QByteArray("vesmar: The instrument is in update mode (3) and waits for firmware; run vesmar update "
@@ -155,7 +158,8 @@ void TestCliInfoVerb::DeviceThatCannotBeOpened()
     QCOMPARE(outcome.status, 2);
     const QList<QJsonObject> objects = outcome.Objects();
     QCOMPARE(objects.size(), 1);
-    QTEST(objects.first().value(QStringLiteral("error")).toString(), "kind");
+    QTEST(objects.last().value(QStringLiteral("reason")).toString(), "kind");
+    QVERIFY(objects.last().value(QStringLiteral("error")).isNull());
     QCOMPARE(objects.first().value(QStringLiteral("status")).toInt(), 2);
     const QString message = objects.first().value(QStringLiteral("message")).toString();
     QCOMPARE(outcome.errors, "vesmar: " + message.toLocal8Bit() + '\n');
@@ -169,6 +173,25 @@ void TestCliInfoVerb::SilentInstrument()
     QCOMPARE(outcome.output, QByteArray());
     QVERIFY2(outcome.errors.startsWith("vesmar: The instrument did not answer within 0.3 s."),
              outcome.errors.constData());
+}
+
+/// Once the library has found out, which takes it ten seconds.
+void TestCliInfoVerb::RefusalIsExplained()
+{
+    ScriptedPeer peer;
+    peer.AnswerAlways(Answers::Refusal());
+    const Outcome outcome = RunVerb({"vesmar", "info", "--timeout", "15"});
+    QCOMPARE(outcome.status, 2);
+    QCOMPARE(
+        outcome.errors,
+        QByteArray(
+            "vesmar: The instrument refuses every request. Switch it off and on again, and check that it is "
+            "of the right kind.\n"
+            "  Likely causes   the instrument is in a condition in which it takes no requests\n"
+            "                  another program uses the same line\n"
+            "                  the firmware and this library do not suit each other\n"
+            "  Next step       End other programs that use the line, switch the instrument off and on, and "
+            "compare its version (vesmar info) with the one that this library was made for.\n"));
 }
 
 void TestCliInfoVerb::ClocksThatAreRefused()
@@ -191,7 +214,11 @@ void TestCliInfoVerb::SignalEndsIt()
     });
     const Outcome outcome = RunInfo();
     QCOMPARE(outcome.status, 128 + SIGTERM);
-    QCOMPARE(outcome.output + outcome.errors, QByteArray());
+    QCOMPARE(outcome.errors, QByteArray());
+    QCOMPARE(outcome.Objects().size(), 1);
+    QCOMPARE(outcome.Objects().first().value(QStringLiteral("outcome")).toString(),
+             QStringLiteral("interrupted"));
+    QCOMPARE(RunVerb({"vesmar", "info", LongTimeout}).output, QByteArray());
 }
 
 void TestCliInfoVerb::ReaderThatWentAwayEndsItQuietly()

@@ -14,6 +14,7 @@
 #include <Vesmar/rlnresults.h>
 
 #include "cli/readingsfile.h"
+#include "support/eventschema.h"
 
 using Cli::Reading;
 using Vesmar::Error;
@@ -26,6 +27,14 @@ namespace
 {
 
 const QVector<Reading> Readings{{"current", 0.25F}, {"voltage", 3.4028235e38F}};
+
+const Cli::MeasurementPicture Idle{Error::NoErrors,
+                                   MeasurementState::Idle,
+                                   FunctionState::Unknown,
+                                   MeasurementType::Monitoring,
+                                   0,
+                                   false,
+                                   false};
 
 QDateTime Noon()
 {
@@ -101,6 +110,59 @@ Cli::MeasurementSession LinkLost(MeasurementState status, bool isBack)
     return session;
 }
 
+/// A session that is not prepared, or not started, in time.
+Cli::MeasurementSession TooSlow(MeasurementState status)
+{
+    Cli::MeasurementSession session(MeasurementType::IT, false, 5);
+    session.Begin(Idle);
+    if (status == MeasurementState::Starting) {
+        session.Follow({Error::NoErrors, MeasurementState::Prepared, FunctionState::Prepared,
+                        MeasurementType::IT, 0, false, true});
+    }
+    session.TimeOver();
+    session.IdentityRead(Idle);
+    return session;
+}
+
+/// A single measurement that has run, with its result or without.
+Cli::MeasurementSession Run(bool hasResult, bool isConfirmed)
+{
+    Cli::MeasurementSession session(MeasurementType::RLN, true, std::nullopt);
+    session.Begin(Idle);
+    for (const MeasurementState status : {MeasurementState::Prepared, MeasurementState::Running}) {
+        session.Follow(
+            {Error::NoErrors, status, FunctionState::Prepared, MeasurementType::RLN, 0, false, true});
+    }
+    session.Follow({Error::NoErrors, MeasurementState::Stopped, FunctionState::Completed,
+                    MeasurementType::Monitoring, 0, hasResult, true});
+    if (isConfirmed) {
+        session.IdentityRead(Idle);
+    } else {
+        session.TimeOver();
+    }
+    return session;
+}
+
+/// A session that waits in vain for another function to end.
+Cli::MeasurementSession Busy()
+{
+    Cli::MeasurementSession session(MeasurementType::IT, false, 5);
+    Cli::MeasurementPicture picture = Idle;
+    picture.function = MeasurementType::RISO;
+    session.Begin(picture);
+    session.TimeOver();
+    return session;
+}
+
+QByteArray ResultOf(const Cli::MeasurementSession& session, const QVector<Reading>& readings)
+{
+    const QString function = QStringLiteral("it");
+    const QByteArray line = Cli::ResultLine(Noon(), Cli::EndingOf(function, session),
+                                            Cli::ResultFields(function, session.IsStopConfirmed(), readings));
+    CheckRun(line, session.ExitStatus());
+    return line;
+}
+
 } // namespace
 
 class TestCliMeasurementFormat : public QObject
@@ -116,7 +178,6 @@ private Q_SLOTS:
     void LiveWithAPhase();
     void PhasesHaveNames();
     void ReadingAsJson();
-    void EventAsJson();
     void Csv();
     void Table();
     void EndOfAnAbort();
@@ -124,6 +185,7 @@ private Q_SLOTS:
     void EndThatIsNotConfirmed();
     void EndOfALostLink();
     void ResultAsJson();
+    void ReasonsAndOutcomes();
     void FileIsOverwritten();
     void FileThatCannotBeWritten_data();
     void FileThatCannotBeWritten();
@@ -190,22 +252,14 @@ void TestCliMeasurementFormat::ReadingAsJson()
 {
     QCOMPARE(Cli::ReadingJson(Noon(), 1500ms, Readings),
              QByteArray(R"({"elapsed":1.5,"event":"reading","readings":{"current":0.25,"voltage":null},)"
-                        R"("time":"2024-05-06T12:00:00.007+02:00"})"
-                        "\n"));
-}
-
-void TestCliMeasurementFormat::EventAsJson()
-{
-    QCOMPARE(Cli::EventJson(Noon(), QStringLiteral("status"), 5),
-             QByteArray(R"({"event":"status","time":"2024-05-06T12:00:00.007+02:00","value":5})"
+                        R"("time":"2024-05-06T10:00:00.007Z"})"
                         "\n"));
 }
 
 void TestCliMeasurementFormat::Csv()
 {
     QCOMPARE(Cli::CsvHeader(MeasurementType::ISUB), QByteArray("time,elapsed,current,voltage\n"));
-    QCOMPARE(Cli::CsvRow(Noon(), 1500ms, Readings),
-             QByteArray("2024-05-06T12:00:00.007+02:00,1.500,0.25,\n"));
+    QCOMPARE(Cli::CsvRow(Noon(), 1500ms, Readings), QByteArray("2024-05-06T10:00:00.007Z,1.500,0.25,\n"));
 }
 
 void TestCliMeasurementFormat::Table()
@@ -215,14 +269,14 @@ void TestCliMeasurementFormat::Table()
 
 void TestCliMeasurementFormat::EndOfAnAbort()
 {
-    QCOMPARE(Cli::EndMessage(QStringLiteral("it"), Aborted(true)),
+    QCOMPARE(Cli::EndingOf(QStringLiteral("it"), Aborted(true)).message,
              QStringLiteral("Measurement it aborted. The instrument is confirmed to have stopped."));
 }
 
 void TestCliMeasurementFormat::EndOfAFailure()
 {
     QCOMPARE(
-        Cli::EndMessage(QStringLiteral("it"), Failed()),
+        Cli::EndingOf(QStringLiteral("it"), Failed()).message,
         QStringLiteral("Measurement it failed: PrepareFailed (200): the instrument could not prepare the "
                        "measurement. The instrument is confirmed to have stopped."));
 }
@@ -230,36 +284,64 @@ void TestCliMeasurementFormat::EndOfAFailure()
 void TestCliMeasurementFormat::EndThatIsNotConfirmed()
 {
     QCOMPARE(
-        Cli::EndMessage(QStringLiteral("hv"), Aborted(false)),
+        Cli::EndingOf(QStringLiteral("hv"), Aborted(false)).message,
         QStringLiteral("Measurement hv aborted. STOP NOT CONFIRMED: the instrument may still be running, "
                        "and high voltage may be on. Switch it off at the instrument."));
 }
 
 void TestCliMeasurementFormat::EndOfALostLink()
 {
-    QCOMPARE(Cli::EndMessage(QStringLiteral("it"), LinkLost(MeasurementState::Preparing, true)),
+    QCOMPARE(Cli::EndingOf(QStringLiteral("it"), LinkLost(MeasurementState::Preparing, true)).message,
              QStringLiteral("Link lost, or the measurement refused by the instrument, while preparing. It is "
                             "back, and the instrument is confirmed to have stopped."));
-    QCOMPARE(Cli::EndMessage(QStringLiteral("it"), LinkLost(MeasurementState::Starting, true)),
+    QCOMPARE(Cli::EndingOf(QStringLiteral("it"), LinkLost(MeasurementState::Starting, true)).message,
              QStringLiteral("Link lost in the middle of the measurement. It is back, and the instrument is "
                             "confirmed to have stopped."));
-    QCOMPARE(Cli::EndMessage(QStringLiteral("it"), LinkLost(MeasurementState::Starting, false)),
+    QCOMPARE(Cli::EndingOf(QStringLiteral("it"), LinkLost(MeasurementState::Starting, false)).message,
              QStringLiteral("Link lost, the state of the instrument is unknown: it may still be running, and "
                             "high voltage may be on. Switch it off at the instrument."));
 }
 
 void TestCliMeasurementFormat::ResultAsJson()
 {
-    QCOMPARE(Cli::ResultJson({QStringLiteral("it"), QStringLiteral("text"), {{"current", 0.25F}}}, Failed()),
-             QByteArray(R"({"error":{"meaning":"the instrument could not prepare the measurement",)"
-                        R"("name":"PrepareFailed","number":200},"event":"result","function":"it",)"
-                        R"("message":"text","outcome":"failed","readings":{"current":0.25},"status":4,)"
-                        R"("stopped":true})"
+    QCOMPARE(
+        ResultOf(Failed(), {{"current", 0.25F}}),
+        QByteArray(R"({"error":{"causes":["the settings do not suit the instrument or what is connected",)"
+                   R"("the instrument found a fault while it prepared, such as a missing protective )"
+                   R"(conductor"],"meaning":"the instrument could not prepare the measurement",)"
+                   R"("name":"PrepareFailed","nextStep":"Check the settings and the connection of the )"
+                   R"(appliance, then prepare again.","number":200},"event":"result","function":"it",)"
+                   R"("message":"Measurement it failed: PrepareFailed (200): the instrument could not )"
+                   R"(prepare the measurement. The instrument is confirmed to have stopped.",)"
+                   R"("outcome":"failed","readings":{"current":0.25},"reason":null,"status":4,)"
+                   R"("stopped":true,"time":"2024-05-06T10:00:00.007Z"})"
+                   "\n"));
+    QCOMPARE(ResultOf(Aborted(true), {}),
+             QByteArray(R"({"error":null,"event":"result","function":"it",)"
+                        R"("message":"Measurement it aborted. The instrument is confirmed to have stopped.",)"
+                        R"("outcome":"aborted","readings":null,"reason":null,"status":5,"stopped":true,)"
+                        R"("time":"2024-05-06T10:00:00.007Z"})"
                         "\n"));
-    QCOMPARE(Cli::ResultJson({QStringLiteral("it"), QStringLiteral("text"), {}}, Aborted(false)),
-             QByteArray(R"({"error":null,"event":"result","function":"it","message":"text",)"
-                        R"("outcome":"aborted","readings":null,"status":6,"stopped":false})"
-                        "\n"));
+}
+
+void TestCliMeasurementFormat::ReasonsAndOutcomes()
+{
+    using Outcome = Cli::Ending::Outcome;
+    const auto check = [](const Cli::MeasurementSession& session, Outcome outcome, const char* reason) {
+        const Cli::Ending ending = Cli::EndingOf(QStringLiteral("it"), session);
+        QVERIFY(ending.outcome == outcome);
+        QCOMPARE(ending.reason, QLatin1String(reason));
+        QCOMPARE(ending.status, session.ExitStatus());
+    };
+    check(Aborted(false), Outcome::Aborted, "stop-not-confirmed");
+    check(LinkLost(MeasurementState::Starting, true), Outcome::LinkLost, "link-lost");
+    check(LinkLost(MeasurementState::Starting, false), Outcome::LinkLost, "link-lost");
+    check(TooSlow(MeasurementState::Preparing), Outcome::Failed, "not-prepared");
+    check(TooSlow(MeasurementState::Starting), Outcome::Failed, "not-started");
+    check(Run(false, true), Outcome::Failed, "no-result");
+    check(Busy(), Outcome::Failed, "other-function");
+    check(Run(true, true), Outcome::Done, "");
+    check(Run(true, false), Outcome::Failed, "stop-not-confirmed");
 }
 
 void TestCliMeasurementFormat::FileIsOverwritten()

@@ -1,3 +1,4 @@
+#include <QJsonArray>
 #include <QtTest>
 
 #include <atomic>
@@ -20,6 +21,9 @@ QStringList Told(const Outcome& outcome)
 {
     QStringList told;
     for (const QJsonObject& object : outcome.Objects()) {
+        if (object.value(QStringLiteral("event")) != QStringLiteral("change")) {
+            continue;
+        }
         const QJsonValue value = object.value(QStringLiteral("value"));
         const QString text = value.isObject() && value.toObject().contains(QStringLiteral("number"))
                                  ? QString::number(value.toObject().value(QStringLiteral("number")).toInt())
@@ -50,6 +54,7 @@ private Q_SLOTS:
     void UpdateModeIsPointedOut();
     void SignalBeforeTheLinkIsUp();
     void DeviceThatIsMissing();
+    void RefusalIsExplained();
 };
 
 void TestCliMonitorVerb::ShowsEveryChangeUntilASignal()
@@ -83,6 +88,8 @@ void TestCliMonitorVerb::ShowsEveryChangeUntilASignal()
         const QString time = object.value(QStringLiteral("time")).toString();
         QVERIFY2(QDateTime::fromString(time, Qt::ISODateWithMs).isValid(), qPrintable(time));
     }
+    QCOMPARE(outcome.Objects().last().value(QStringLiteral("message")).toString(),
+             QStringLiteral("Monitored until signal 2."));
 }
 
 void TestCliMonitorVerb::EndsAfterTheTimeGiven()
@@ -191,6 +198,8 @@ void TestCliMonitorVerb::SignalBeforeTheLinkIsUp()
     });
     const Outcome outcome = RunMonitor();
     QCOMPARE(outcome.status, 128 + SIGINT);
+    QCOMPARE(outcome.Objects().last().value(QStringLiteral("outcome")).toString(),
+             QStringLiteral("interrupted"));
 }
 
 void TestCliMonitorVerb::DeviceThatIsMissing()
@@ -199,8 +208,26 @@ void TestCliMonitorVerb::DeviceThatIsMissing()
     const Outcome outcome = RunMonitor();
     QCOMPARE(outcome.status, 2);
     QCOMPARE(Told(outcome).first(), QStringLiteral("ErrorCode 103"));
-    QCOMPARE(outcome.Objects().last().value(QStringLiteral("error")).toString(),
+    QCOMPARE(outcome.Objects().last().value(QStringLiteral("reason")).toString(),
              QStringLiteral("device-missing"));
+}
+
+/// Once the library has found out, which takes it ten seconds.
+void TestCliMonitorVerb::RefusalIsExplained()
+{
+    ScriptedPeer peer;
+    peer.AnswerAlways(Answers::Refusal());
+    const Outcome outcome = RunVerb({"vesmar", "monitor", "--json", "--timeout", "15"});
+    QCOMPARE(outcome.status, 2);
+    QCOMPARE(outcome.errors.count('\n'), 1);
+    const QJsonObject result = outcome.Objects().last();
+    QCOMPARE(result.value(QStringLiteral("reason")).toString(), QStringLiteral("refused"));
+    const QJsonObject error = result.value(QStringLiteral("error")).toObject();
+    QCOMPARE(error.value(QStringLiteral("name")).toString(), QStringLiteral("RequestRefused"));
+    QCOMPARE(error.value(QStringLiteral("causes")).toArray().size(), 3);
+    // What a change tells is the same.
+    const QJsonObject change = outcome.Objects().at(outcome.Objects().size() - 2);
+    QCOMPARE(change.value(QStringLiteral("value")).toObject(), error);
 }
 
 int main(int argc, char** argv)

@@ -297,28 +297,29 @@ void TestCliProgram::Help_data()
     QTest::addColumn<QStringList>("parts");
     QTest::newRow("program")
         << QStringLiteral("--help") << QByteArray(ProgramUsage)
-        << Words("info monitor measure clock calibration restart update doctor --version status "
+        << Words("info monitor measure clock calibration restart update doctor decode explain --version "
+                 "status "
                  "Example");
     QTest::newRow("info") << QStringLiteral("info --help") << QByteArray(InfoUsage)
-                          << Words("--json --timeout --trace CalibrationDateTime status Example");
+                          << Words("--json --timeout --trace docs/events.md result status Example");
     QTest::newRow("monitor") << QStringLiteral("monitor --help") << QByteArray(MonitorUsage)
-                             << Words("--for --json --timeout --trace readings status Example");
-    QTest::newRow("clock") << QStringLiteral("clock --help") << QByteArray(ClockUsage)
-                           << Words(
-                                  "set --confirm-timeout --json --timeout --trace difference status Example");
+                             << Words("--for --json --timeout --trace change result status Example");
+    QTest::newRow("clock")
+        << QStringLiteral("clock --help") << QByteArray(ClockUsage)
+        << Words("set --confirm-timeout --json --timeout --trace clock result status Example");
     QTest::newRow("clock set") << QStringLiteral("clock set --help") << QByteArray(ClockUsage)
                                << Words("DATETIME now");
     QTest::newRow("calibration") << QStringLiteral("calibration --help") << QByteArray(CalibrationUsage)
-                                 << Words("set --confirm-timeout CalibrationDateTime status Example");
+                                 << Words("set --confirm-timeout docs/events.md result status Example");
     QTest::newRow("calibration set") << QStringLiteral("calibration set --help")
                                      << QByteArray(CalibrationUsage) << Words("DATE REQUIRED");
     QTest::newRow("restart") << QStringLiteral("restart --help") << QByteArray(RestartUsage)
-                             << Words("--confirm-timeout seconds status Example");
+                             << Words("--confirm-timeout docs/events.md result status Example");
     QTest::newRow("doctor") << QStringLiteral("doctor --help") << QByteArray(DoctorUsage)
                             << Words("--json holders status Example");
     QTest::newRow("update")
         << QStringLiteral("update --help") << QByteArray(UpdateUsage)
-        << Words("IMAGE --confirmation --offline --confirm-timeout versionAfter status Example");
+        << Words("IMAGE --confirmation --offline --confirm-timeout progress result status Example");
 }
 
 void TestCliProgram::Help()

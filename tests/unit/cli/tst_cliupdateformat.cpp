@@ -4,6 +4,8 @@
 #include <QJsonObject>
 #include <QtTest>
 
+#include "support/eventschema.h"
+
 using namespace std::chrono_literals;
 using Vesmar::Error;
 using Vesmar::OperationMode;
@@ -12,6 +14,7 @@ using Vesmar::OperationState;
 namespace
 {
 
+const QDateTime Evening(QDate(2026, 11, 21), QTime(18, 0), Qt::UTC);
 constexpr OperationMode Update = OperationMode::Update;
 
 Cli::UpdateSession SendingSession(int sectors, int progress)
@@ -34,6 +37,14 @@ Cli::UpdateSession FinishedSession()
     Cli::UpdateSession session = SendingSession(8, 100);
     session.Follow({Error::NoErrors, OperationState::Finished, 100, Update});
     return session;
+}
+
+QByteArray ResultOf(const Cli::UpdateSession& session, const Cli::UpdateVersions& versions)
+{
+    const QByteArray line =
+        Cli::ResultLine(Evening, Cli::EndingOf(session), Cli::ResultFields(session, versions));
+    CheckRun(line, session.ExitStatus());
+    return line;
 }
 
 } // namespace
@@ -90,12 +101,11 @@ void TestCliUpdateFormat::LiveLineIsCut()
 
 void TestCliUpdateFormat::ProgressAsJson()
 {
-    const QDateTime time(QDate(2026, 11, 21), QTime(18, 0), Qt::UTC);
-    QCOMPARE(Cli::UpdateProgressJson(time, {25, 2, 8, 1s}),
-             QByteArray(R"({"event":"progress","time":"2026-11-21T18:00:00.000Z",)"
-                        R"("value":{"left":3,"percent":25,"sectors":2,"total":8}})"
+    QCOMPARE(Cli::UpdateProgressJson(Evening, {25, 2, 8, 1s}),
+             QByteArray(R"({"event":"progress","left":3,"percent":25,"sectors":2,)"
+                        R"("time":"2026-11-21T18:00:00.000Z","total":8})"
                         "\n"));
-    QVERIFY(Cli::UpdateProgressJson(time, {0, 0, 8, 1s}).contains(R"("left":null)"));
+    QVERIFY(Cli::UpdateProgressJson(Evening, {0, 0, 8, 1s}).contains(R"("left":null)"));
 }
 
 void TestCliUpdateFormat::Versions()
@@ -139,43 +149,47 @@ void TestCliUpdateFormat::FailuresSayWhatToDo()
     QFETCH(int, sectors);
     QFETCH(int, progress);
     QFETCH(int, error);
-    QTEST(Cli::UpdateEndMessage(FailedSession(sectors, progress, static_cast<Error>(error))), "message");
+    QTEST(Cli::EndingOf(FailedSession(sectors, progress, static_cast<Error>(error))).message, "message");
 }
 
 void TestCliUpdateFormat::OtherEnds()
 {
     Cli::UpdateSession done = FinishedSession();
     done.IdentityRead(OperationMode::Normal);
-    QCOMPARE(Cli::UpdateEndMessage(done),
+    QCOMPARE(Cli::EndingOf(done).message,
              QStringLiteral("Firmware update done. The instrument is back in its normal mode."));
 
     Cli::UpdateSession stuck = FinishedSession();
     stuck.IdentityRead(Update);
-    QVERIFY(Cli::UpdateEndMessage(stuck).contains(
+    QCOMPARE(Cli::EndingOf(stuck).reason, QStringLiteral("update-mode"));
+    QVERIFY(Cli::EndingOf(stuck).message.contains(
         QStringLiteral("stays in update mode; run the same command again.")));
 
     Cli::UpdateSession away = FinishedSession();
     away.TimeOver(OperationState::Finished);
-    QVERIFY(Cli::UpdateEndMessage(away).contains(
+    QCOMPARE(Cli::EndingOf(away).reason, QStringLiteral("not-back"));
+    QVERIFY(Cli::EndingOf(away).message.contains(
         QStringLiteral("sent and confirmed, but the instrument has not")));
 
     Cli::UpdateSession unchanged(8, false);
     unchanged.Begin();
     unchanged.TimeOver(OperationState::Idle);
+    QCOMPARE(Cli::EndingOf(unchanged).reason, QStringLiteral("mode-not-changed"));
     QVERIFY(
-        Cli::UpdateEndMessage(unchanged).contains(QStringLiteral("did not change to update mode in time")));
+        Cli::EndingOf(unchanged).message.contains(QStringLiteral("did not change to update mode in time")));
 
     Cli::UpdateSession unheard(8, true);
     unheard.Begin();
     unheard.Follow({Error::UpdateInitializationFailed, OperationState::Idle, 0, OperationMode::Normal});
-    QVERIFY(Cli::UpdateEndMessage(unheard).endsWith(QStringLiteral(
+    QVERIFY(Cli::EndingOf(unheard).message.endsWith(QStringLiteral(
         " No sector was sent. The instrument may be in update mode; check cable and power, and run the "
         "same command again.")));
 
     Cli::UpdateSession lost(8, false);
     lost.Begin();
     lost.Follow({Error::CommunicationRecovery, OperationState::Idle, 0, OperationMode::Normal});
-    QVERIFY(Cli::UpdateEndMessage(lost).contains(QStringLiteral("link was lost before the first sector")));
+    QCOMPARE(Cli::EndingOf(lost).reason, QStringLiteral("link-lost"));
+    QVERIFY(Cli::EndingOf(lost).message.contains(QStringLiteral("link was lost before the first sector")));
 }
 
 void TestCliUpdateFormat::Interruptions()
@@ -183,13 +197,14 @@ void TestCliUpdateFormat::Interruptions()
     Cli::UpdateSession before(8, false);
     before.Begin();
     before.Interrupt(OperationState::Idle, 2);
-    QCOMPARE(Cli::UpdateEndMessage(before),
+    QCOMPARE(Cli::EndingOf(before).reason, QStringLiteral("signal"));
+    QCOMPARE(Cli::EndingOf(before).message,
              QStringLiteral("Ended by signal 2 before the first sector was sent: the instrument keeps its "
                             "firmware. It may be in update mode; vesmar restart brings it back."));
 
     Cli::UpdateSession after = FinishedSession();
     after.Interrupt(OperationState::Idle, 15);
-    QVERIFY(Cli::UpdateEndMessage(after).startsWith(
+    QVERIFY(Cli::EndingOf(after).message.startsWith(
         QStringLiteral("Ended by signal 15 after the firmware was sent and confirmed.")));
 
     QCOMPARE(Cli::UpdateGoesOnMessage(1),
@@ -201,10 +216,11 @@ void TestCliUpdateFormat::ResultAsJson()
 {
     Cli::UpdateSession done = FinishedSession();
     done.IdentityRead(OperationMode::Normal);
-    QCOMPARE(Cli::UpdateResultJson(done, {QString(), QStringLiteral("1.06")}),
+    QCOMPARE(ResultOf(done, {QString(), QStringLiteral("1.06")}),
              QByteArray(R"({"error":null,"event":"result",)"
                         R"("message":"Firmware update done. The instrument is back in its normal mode.",)"
-                        R"("outcome":"done","sectors":8,"status":0,"total":8,"versionAfter":"1.06",)"
+                        R"("outcome":"done","reason":null,"sectors":8,"status":0,)"
+                        R"("time":"2026-11-21T18:00:00.000Z","total":8,"versionAfter":"1.06",)"
                         R"("versionBefore":null})"
                         "\n"));
 }
@@ -212,7 +228,7 @@ void TestCliUpdateFormat::ResultAsJson()
 void TestCliUpdateFormat::ResultOfAFailureAsJson()
 {
     const Cli::UpdateSession failed = FailedSession(8, 25, Error::UpdateInitializationFailed);
-    const QByteArray line = Cli::UpdateResultJson(failed, {QStringLiteral("1.05"), QString()});
+    const QByteArray line = ResultOf(failed, {QStringLiteral("1.05"), QString()});
     const QJsonObject result = QJsonDocument::fromJson(line).object();
     QCOMPARE(result.value(QStringLiteral("outcome")).toString(), QStringLiteral("failed"));
     QCOMPARE(result.value(QStringLiteral("status")).toInt(), 4);

@@ -57,6 +57,8 @@ private Q_SLOTS:
     void InstrumentThatOnlyTakesFirmware();
     void InstrumentThatDoesNotChangeItsMode();
     void InstrumentThatDoesNotComeBack();
+    void RefusalIsExplained();
+    void InstrumentThatStaysInUpdateMode();
     void LinkThatIsLostBeforeTheFirstSector();
     void InstrumentThatDoesNotAnswer();
 
@@ -233,6 +235,46 @@ void TestCliUpdateVerb::InstrumentThatDoesNotComeBack()
     QVERIFY(result.value(QStringLiteral("versionAfter")).isNull());
 }
 
+void TestCliUpdateVerb::RefusalIsExplained()
+{
+    Updatable updatable;
+    ScriptedPeer peer;
+    peer.Answer([&updatable](const QByteArray& request) {
+        return request.at(0) == 'Z' ? Answers::Refusal() : updatable(request);
+    });
+    const Outcome json = RunUpdate({LongTimeout});
+    QCOMPARE(json.status, 4);
+    const QJsonObject error = ResultOf(json).value(QStringLiteral("error")).toObject();
+    QCOMPARE(error.value(QStringLiteral("name")).toString(), QStringLiteral("UpdateConfirmationFailed"));
+    QCOMPARE(json.errors.count('\n'), 1);
+
+    const Outcome text =
+        RunVerb({"vesmar", "update", _imagePath.constData(), _confirmationOption.constData(), LongTimeout});
+    QCOMPARE(text.status, 4);
+    QVERIFY2(
+        text.errors.endsWith("2 of 2 sectors were confirmed. The instrument stays in update mode; run the "
+                             "same command again.\n"
+                             "  Likely causes   the confirmation file belongs to another image\n"
+                             "                  the image arrived damaged\n"
+                             "  Next step       The instrument waits in update mode: update it again with "
+                             "the image and the confirmation that belong together.\n"),
+        text.errors.constData());
+}
+
+void TestCliUpdateVerb::InstrumentThatStaysInUpdateMode()
+{
+    Updatable updatable;
+    ScriptedPeer peer;
+    peer.Answer([&updatable](const QByteArray& request) {
+        return request.at(0) == 'Z' ? Answers::Acknowledge() : updatable(request);
+    });
+    const Outcome outcome = RunUpdate({LongTimeout});
+    QCOMPARE(outcome.status, 4);
+    const QJsonObject result = ResultOf(outcome);
+    QCOMPARE(result.value(QStringLiteral("outcome")).toString(), QStringLiteral("update-mode"));
+    QCOMPARE(result.value(QStringLiteral("reason")).toString(), QStringLiteral("update-mode"));
+}
+
 void TestCliUpdateVerb::LinkThatIsLostBeforeTheFirstSector()
 {
     Updatable updatable;
@@ -257,7 +299,8 @@ void TestCliUpdateVerb::InstrumentThatDoesNotAnswer()
     const Outcome outcome = RunUpdate({"--timeout=0.3"});
     QCOMPARE(outcome.status, 2);
     QCOMPARE(outcome.Objects().size(), 1);
-    QCOMPARE(outcome.Objects().last().value(QStringLiteral("error")).toString(), QStringLiteral("no-answer"));
+    QCOMPARE(outcome.Objects().last().value(QStringLiteral("reason")).toString(),
+             QStringLiteral("no-answer"));
 }
 
 int main(int argc, char** argv)

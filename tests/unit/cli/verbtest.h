@@ -5,13 +5,13 @@
 #include <QList>
 #include <QTemporaryFile>
 
-#include <unistd.h>
-
-#include <iostream>
+#include <algorithm>
 #include <sstream>
 
 #include "cli/program.h"
+#include "support/eventschema.h"
 #include "support/logcapture.h"
+#include "support/redirection.h"
 #include "support/scriptedpeer.h"
 
 /// What a verb did.
@@ -36,11 +36,14 @@ struct Outcome {
 /// descriptor given.
 inline Outcome RunVerb(const std::vector<const char*>& arguments, int outputDescriptor)
 {
+    QTemporaryFile errorFile;
+    if (!errorFile.open()) {
+        return {-1, QByteArray(), "no temporary file"};
+    }
     const LogCapture log; // keeps the library's trace away from Qt Test, which writes to the output
+    const Redirection output(STDOUT_FILENO, outputDescriptor);
+    const Redirection errorOutput(STDERR_FILENO, errorFile.handle());
     std::ostringstream errors;
-    auto* const ownErrors = std::cerr.rdbuf(errors.rdbuf());
-    const int ownOutput = ::dup(STDOUT_FILENO);
-    ::dup2(outputDescriptor, STDOUT_FILENO);
 
     int status = -1;
     Cli::Program program;
@@ -48,13 +51,11 @@ inline Outcome RunVerb(const std::vector<const char*>& arguments, int outputDesc
             program.Parse(static_cast<int>(arguments.size()), arguments.data(), errors, errors, &status)) {
         status = verb->Run();
     }
-
-    ::dup2(ownOutput, STDOUT_FILENO);
-    ::close(ownOutput);
-    std::cerr.rdbuf(ownErrors);
-    return {status, QByteArray(), QByteArray::fromStdString(errors.str())};
+    errorFile.seek(0);
+    return {status, QByteArray(), QByteArray::fromStdString(errors.str()) + errorFile.readAll()};
 }
 
+/// The same with its output kept. What it writes as JSON is checked.
 inline Outcome RunVerb(const std::vector<const char*>& arguments)
 {
     QTemporaryFile file;
@@ -64,6 +65,10 @@ inline Outcome RunVerb(const std::vector<const char*>& arguments)
     Outcome outcome = RunVerb(arguments, file.handle());
     file.seek(0);
     outcome.output = file.readAll();
+    const auto isJson = [](const char* argument) { return qstrcmp(argument, "--json") == 0; };
+    if (std::any_of(arguments.cbegin(), arguments.cend(), isJson)) {
+        CheckRun(outcome.output, outcome.status);
+    }
     return outcome;
 }
 
