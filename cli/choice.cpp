@@ -3,11 +3,11 @@
 namespace Cli
 {
 
-std::string Listed(const std::vector<Choice>& choices)
+std::string Listed(const std::vector<Choice>& choices, const char* separator)
 {
     std::string list;
     for (const Choice& choice : choices) {
-        list += (list.empty() ? "" : ", ") + choice.word;
+        list += (list.empty() ? "" : separator) + choice.word;
     }
     return list;
 }

@@ -15,8 +15,8 @@ struct Choice {
     int number;
 };
 
-/// "ub-re, ia-ta-1, ..."
-std::string Listed(const std::vector<Choice>& choices);
+/// "ub-re, ia-ta-1, ...", or with another separator.
+std::string Listed(const std::vector<Choice>& choices, const char* separator = ", ");
 
 /// The error for a value that an option does not take; `allowed` is what it would.
 [[noreturn]] void Refuse(const char* option, const std::string& given, const std::string& allowed);
@@ -35,7 +35,8 @@ CLI::Option& AddChoice(CLI::App& command, const char* option, Settings& settings
         }
         (settings.*set)(static_cast<Value>(chosen->number));
     };
-    return *command.add_option_function<std::string>(option, take, description + ": " + Listed(allowed));
+    return *command.add_option_function<std::string>(option, take, description)
+                ->type_name(Listed(allowed, "|"));
 }
 
 /// Adds an option that takes one of the instrument's numbers.
@@ -48,7 +49,7 @@ void AddChoice(CLI::App& command, const char* option, Settings& settings, void (
     for (const int number : allowed) {
         choices.push_back({std::to_string(number), number});
     }
-    AddChoice(command, option, settings, set, choices, "The instrument's number").type_name("N");
+    AddChoice(command, option, settings, set, choices, "The instrument's number");
 }
 
 } // namespace Cli

@@ -61,7 +61,7 @@ void AddTime(CLI::App& command, ContinuousMeasurementSettings& settings)
     command
         .add_option_function<std::string>("--time", take,
                                           "How long to measure (default 5), or \"unlimited\": until Ctrl-C")
-        ->type_name("SECONDS");
+        ->type_name("SECONDS|unlimited");
 }
 
 void AddTimeOffset(CLI::App& command, HVTestSettings& settings, float& secondsBefore)

@@ -5,6 +5,7 @@
 
 #include "cli/calibrationverb.h"
 #include "cli/clockverb.h"
+#include "cli/doctorverb.h"
 #include "cli/exitstatus.h"
 #include "cli/explainverb.h"
 #include "cli/format.h"
@@ -53,6 +54,7 @@ Program::Program() : _app(Description, "vesmar")
     AddVerb<CalibrationVerb>();
     AddVerb<RestartVerb>();
     AddVerb<UpdateVerb>();
+    AddVerb<DoctorVerb>();
     AddVerb<ExplainVerb>();
 }
 

@@ -22,6 +22,9 @@ public:
     Verb* Parse(int argumentCount, const char* const* arguments, std::ostream& output, std::ostream& errors,
                 int* exitStatus);
 
+    /// As it is declared, for those who describe it.
+    const CLI::App& CommandLine() const { return _app; }
+
 private:
     template <typename ConcreteVerb>
     void AddVerb();

@@ -30,8 +30,7 @@ std::vector<Choice> ChoicesOf(const RcdModes& modes)
 template <typename Settings>
 void AddSettings(CLI::App& command, Settings& settings, const RcdModes& modes)
 {
-    AddChoice(command, "--mode", settings, &Settings::SetMode, ChoicesOf(modes), "What is done; required")
-        .type_name("MODE");
+    AddChoice(command, "--mode", settings, &Settings::SetMode, ChoicesOf(modes), "What is done; required");
     AddChoice(command, "--quantity", settings, &Settings::SetQuantity, {0, 1, 2, 3});
     AddChoice(command, "--phase", settings, &Settings::SetPhase, {0, 1, 2, 3});
     AddChoice(command, "--current", settings, &Settings::SetCurrent, {0, 1, 2, 3});

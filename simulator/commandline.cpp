@@ -1,5 +1,6 @@
 #include "simulator/commandline.h"
 
+#include "simulator/quoted.h"
 #include "simulator/scenarios.h"
 
 #include <CLI/CLI.hpp>
@@ -33,6 +34,7 @@ struct RawOptions {
     std::string logPath;
     std::string scenario;
     std::string faultsPath;
+    std::string playbackPath;
     std::string firmwarePath;
     std::string confirmation;
     std::string newVersion = "1.06";
@@ -70,10 +72,17 @@ std::string Footer()
            "  restart N: restarts into mode N\n"
            "  scenario NAME [N]: one of the scenarios, or of the faults\n"
            "  fault NAME, unplug, plug: one of the faults; plug ends it\n"
+           "  With --playback, only faults have something to act on.\n"
            "On standard input only:\n"
            "  inject FAULT: one more fault, as one in the file of --faults, on one line\n"
            "  faults clear: ends the faults of --faults and inject\n"
            "  quit: ends the simulator\n";
+}
+
+/// Lest a name that a script left empty counts as no option at all.
+std::string ObjectionToName(const std::string& name)
+{
+    return name.empty() ? "the name is empty; name a file" : "";
 }
 
 void AddOptions(CLI::App* app, RawOptions* raw)
@@ -85,7 +94,12 @@ void AddOptions(CLI::App* app, RawOptions* raw)
         ->type_name("SECONDS:COMMAND")
         ->allow_extra_args(false);
     app->add_option("--faults", raw->faultsPath, "Start with the faults of this file, see docs/faults.md")
-        ->type_name("FILE");
+        ->type_name("FILE")
+        ->check(ObjectionToName);
+    app->add_option("--playback", raw->playbackPath,
+                    "Answer as the recording in this file says, see docs/simulator.md")
+        ->type_name("FILE")
+        ->check(ObjectionToName);
     app->add_option("--log", raw->logPath, "Write a line per exchange and per change to this file")
         ->type_name("FILE");
     app->add_option("--seed", raw->seed, "Start of the readings' random numbers (default 1)")->type_name("N");
@@ -143,7 +157,7 @@ TimedCommand ParseTimedCommand(const std::string& text)
 /// Two bytes from four hexadecimal digits; nothing from nothing.
 QByteArray ParseConfirmation(const std::string& text)
 {
-    static const QRegularExpression form(QStringLiteral("^(?:[0-9A-Fa-f]{4})?$"));
+    static const QRegularExpression form(QStringLiteral("\\A(?:[0-9A-Fa-f]{4})?\\z"));
     if (!form.match(QString::fromStdString(text)).hasMatch()) {
         throw CLI::ValidationError("--confirmation", "\"" + text + "\" is not four hexadecimal digits");
     }
@@ -153,7 +167,7 @@ QByteArray ParseConfirmation(const std::string& text)
 /// "1.06" as the instrument sends it: "106".
 QByteArray ParseVersion(const std::string& text)
 {
-    static const QRegularExpression form(QStringLiteral("^([0-9])\\.([0-9]{2})$"));
+    static const QRegularExpression form(QStringLiteral("\\A([0-9])\\.([0-9]{2})\\z"));
     const QRegularExpressionMatch match = form.match(QString::fromStdString(text));
     if (!match.hasMatch()) {
         throw CLI::ValidationError("--new-version", "\"" + text + "\" is not a version such as 1.06");
@@ -178,11 +192,16 @@ CommandLine Digested(const RawOptions& raw)
     instrument.firmwarePath = QFile::decodeName(raw.firmwarePath.c_str());
     commandLine.imagePath = QFile::decodeName(raw.imagePath.c_str());
     commandLine.faultsPath = QFile::decodeName(raw.faultsPath.c_str());
+    commandLine.playbackPath = QFile::decodeName(raw.playbackPath.c_str());
     commandLine.linkPath = QFile::decodeName(raw.linkPath.c_str());
     if (!raw.scenario.empty()) {
         const QString command = QStringLiteral("scenario ") + QString::fromLocal8Bit(raw.scenario.c_str());
-        commandLine.schedule.push_back(
-            {std::chrono::milliseconds(0), RequiredCommand(command, "--scenario")});
+        const ControlCommand scenario = RequiredCommand(command, "--scenario");
+        if (scenario.verb == ControlCommand::Verb::Scenario && !raw.playbackPath.empty()) {
+            throw CLI::ValidationError("--scenario",
+                                       "with --playback it takes a fault only; leave one of them out");
+        }
+        commandLine.schedule.push_back({std::chrono::milliseconds(0), scenario});
     }
     for (const std::string& text : raw.schedule) {
         commandLine.schedule.push_back(ParseTimedCommand(text));
@@ -213,22 +232,37 @@ void CheckWhatToDo(bool isRun, const CommandLine& commandLine)
     }
 }
 
-} // namespace
+/// The command line, and what it is read into.
+struct Declaration {
+    Declaration();
 
-std::optional<CommandLine> ParseCommandLine(int argumentCount, char** arguments, int* exitStatus)
-{
     RawOptions raw;
-    CLI::App app("A simulated instrument at a pseudo-terminal.", "vesmar-simulator");
+    CLI::App app{"A simulated instrument at a pseudo-terminal.", "vesmar-simulator"};
+    CLI::App* run = nullptr;
+};
+
+Declaration::Declaration()
+{
     app.formatter(std::make_shared<HelpFormatter>());
     app.set_version_flag("--version", "vesmar-simulator " VESMAR_VERSION);
     app.footer(Footer());
     AddOptions(&app, &raw);
-    CLI::App* run = app.add_subcommand("run", "Run a program that finds the instrument at its serial device")
-                        ->fallthrough();
+    run = app.add_subcommand("run", "Run a program that finds the instrument at its serial device")
+              ->fallthrough();
     CLI::App* confirmation =
         app.add_subcommand("confirmation", "Print the two bytes that confirm a firmware image");
     confirmation->footer("");
-    confirmation->add_option("IMAGE", raw.imagePath, "The firmware, in sectors of 512 bytes")->required();
+    confirmation->add_option("IMAGE", raw.imagePath, "The firmware, in sectors of 512 bytes")
+        ->required()
+        ->type_name("");
+}
+
+} // namespace
+
+std::optional<CommandLine> ParseCommandLine(int argumentCount, char** arguments, int* exitStatus)
+{
+    Declaration declaration;
+    CLI::App& app = declaration.app;
 
     // Everything behind "--" belongs to the program and is none of the parser's business.
     char** const end = arguments + argumentCount;
@@ -236,19 +270,27 @@ std::optional<CommandLine> ParseCommandLine(int argumentCount, char** arguments,
         std::find_if(arguments, end, [](const char* argument) { return std::string("--") == argument; });
     try {
         app.parse(static_cast<int>(divider - arguments), arguments);
-        CommandLine commandLine = Digested(raw);
+        CommandLine commandLine = Digested(declaration.raw);
         if (divider != end) {
             commandLine.program.assign(divider + 1, end);
         }
-        CheckWhatToDo(run->parsed(), commandLine);
+        CheckWhatToDo(declaration.run->parsed(), commandLine);
         return commandLine;
     } catch (const CLI::Success& success) {
         *exitStatus = app.exit(success);
     } catch (const CLI::ParseError& error) {
-        std::cerr << "vesmar-simulator: " << error.what() << '\n' << Usage;
+        std::cerr << "vesmar-simulator: "
+                  << OneLine(QString::fromLocal8Bit(error.what())).toLocal8Bit().constData() << '\n'
+                  << Usage;
         *exitStatus = 1;
     }
     return std::nullopt;
+}
+
+std::shared_ptr<const CLI::App> DeclaredCommandLine()
+{
+    const auto declaration = std::make_shared<Declaration>();
+    return {declaration, &declaration->app};
 }
 
 } // namespace Simulator

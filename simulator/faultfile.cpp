@@ -1,16 +1,11 @@
 #include "simulator/faultfile.h"
 
-#include "simulator/faulterror.h"
 #include "simulator/faultplan.h"
 #include "simulator/faults.h"
 #include "simulator/frames.h"
 #include "simulator/jsonfields.h"
+#include "simulator/jsonfile.h"
 #include "simulator/quoted.h"
-
-#include <QFile>
-#include <QFileInfo>
-#include <QJsonDocument>
-#include <QRegularExpression>
 
 #include <array>
 #include <limits>
@@ -23,6 +18,7 @@ namespace
 
 using std::chrono::milliseconds;
 
+constexpr JsonKind Kind{"the faults", LongestFaultFile};
 constexpr int LongestDelay = 600000;      // ms
 constexpr int LongestPause = 60000;       // ms
 constexpr int LongestTime = 86400 * 1000; // ms
@@ -89,17 +85,6 @@ Fault ParseKind(const JsonFields& fields)
     return *fault;
 }
 
-QByteArray ParseBytes(const JsonFields& fields)
-{
-    static const QRegularExpression form(QStringLiteral("^(?:[0-9A-Fa-f]{2}){1,%1}\\z").arg(MostBytes));
-    const QString text = *fields.Text("bytes");
-    if (!form.match(text).hasMatch()) {
-        fields.Fail("bytes",
-                    QStringLiteral("must be 1 to %1 bytes of two hexadecimal digits each").arg(MostBytes));
-    }
-    return QByteArray::fromHex(text.toLatin1());
-}
-
 /// Its values, where they are other than the usual ones.
 FaultEntry ParseValues(const JsonFields& fields)
 {
@@ -111,9 +96,7 @@ FaultEntry ParseValues(const JsonFields& fields)
     entry.mask = fields.Integer("mask", 1, 0xFF).value_or(entry.mask);
     entry.pause = Milliseconds(fields, "pause", LongestPause).value_or(entry.pause);
     entry.lineBackIn = Milliseconds(fields, "line-back-in", LongestTime);
-    if (fields.Has("bytes")) {
-        entry.bytes = ParseBytes(fields);
-    }
+    entry.bytes = fields.Bytes("bytes", MostBytes).value_or(entry.bytes);
     return entry;
 }
 
@@ -192,51 +175,11 @@ FaultEntry ParseEntry(const JsonFields& fields, int usualSeed)
     return entry;
 }
 
-QJsonObject ParseObject(const QByteArray& json)
-{
-    if (json.size() > LongestFaultFile) {
-        throw FaultError(1, QStringLiteral("faults take up to %1 bytes; this is more").arg(LongestFaultFile));
-    }
-    QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(json, &error);
-    if (error.error != QJsonParseError::NoError) {
-        throw FaultError(JsonLines::LineAt(json, error.offset),
-                         QStringLiteral("this is not valid JSON: %1").arg(error.errorString()));
-    }
-    if (!document.isObject()) {
-        throw FaultError(1, QStringLiteral("must be an object in braces"));
-    }
-    return document.object();
-}
-
-std::runtime_error FileError(const QString& path, const QString& reason)
-{
-    return std::runtime_error(
-        QStringLiteral("cannot read the faults %1: %2").arg(path, reason).toStdString());
-}
-
-/// No more than a file of faults may have, and one byte that tells that it has more.
-QByteArray ReadFile(const QString& path)
-{
-    const QFileInfo info(path);
-    if (info.exists() && !info.isFile()) {
-        throw FileError(path, QStringLiteral("it is no file; name a file"));
-    }
-    if (info.size() > LongestFaultFile) {
-        throw FileError(path, QStringLiteral("it has more than %1 bytes").arg(LongestFaultFile));
-    }
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        throw FileError(path, file.errorString());
-    }
-    return file.read(LongestFaultFile + 1);
-}
-
 } // namespace
 
 std::vector<FaultEntry> ParseFaults(const QByteArray& json)
 {
-    const QJsonObject object = ParseObject(json);
+    const QJsonObject object = ParseJsonObject(json, Kind);
     const JsonLines lines(json);
     const JsonFields fields(object, lines, {});
     fields.RefuseOthersThan({QStringLiteral("faults"), QStringLiteral("comment")});
@@ -250,20 +193,14 @@ std::vector<FaultEntry> ParseFaults(const QByteArray& json)
 
 FaultEntry ParseFault(const QByteArray& json)
 {
-    const QJsonObject object = ParseObject(json);
+    const QJsonObject object = ParseJsonObject(json, Kind);
     const JsonLines lines(json);
     return ParseEntry(JsonFields(object, lines, {}), 1);
 }
 
 std::vector<FaultEntry> LoadFaults(const QString& path)
 {
-    const QByteArray json = ReadFile(path);
-    try {
-        return ParseFaults(json);
-    } catch (const FaultError& error) {
-        throw std::runtime_error(
-            QStringLiteral("%1, %2").arg(path, QString::fromUtf8(error.what())).toStdString());
-    }
+    return LoadJsonFile(path, Kind, ParseFaults);
 }
 
 } // namespace Simulator

@@ -65,10 +65,16 @@ const FaultEntry* Find(const std::vector<FaultEntry>& faults, Fault kind)
     return found == faults.end() ? nullptr : &*found;
 }
 
+std::optional<Player> PlayerOf(const std::vector<RecordedEntry>& recording)
+{
+    return recording.empty() ? std::nullopt : std::optional<Player>(recording);
+}
+
 } // namespace
 
 Instrument::Instrument(const InstrumentOptions& options)
     : _model(options.model, Clock::now()),
+      _player(PlayerOf(options.recording)),
       _line(std::make_unique<PtyLine>()),
       _devicePath(_line->DevicePath()),
       _log(options.logPath),
@@ -385,7 +391,7 @@ void Instrument::FollowModel()
 {
     _model.Advance(Clock::now());
     TakeFrames();
-    if (!_sending.empty()) {
+    if (!_sending.empty() || _player) {
         return;
     }
     for (const QString& change : _model.TakeChanges()) {
@@ -398,11 +404,21 @@ void Instrument::TakeFrames()
 {
     const bool isLost =
         !_line || _standingFault.fault == Fault::Silent || _faultPlan.SwallowsEverything(Clock::now());
-    for (const FramePiece& piece : _model.TakeFrames()) {
+    for (const FramePiece& piece : DueFrames()) {
         if (!isLost) {
             _sending.push_back({piece.bytes, std::nullopt, Clock::now(), piece.pauseBefore});
         }
     }
+}
+
+std::vector<FramePiece> Instrument::DueFrames()
+{
+    return _player ? _player->TakeFrames(Clock::now()) : _model.TakeFrames();
+}
+
+std::optional<TimePoint> Instrument::NextChangeAt() const
+{
+    return _player ? _player->NextFrameAt() : _model.NextChangeAt();
 }
 
 void Instrument::AnswerRequest(const PendingRequest& pending)
@@ -495,11 +511,18 @@ QByteArray Instrument::AnswerTo(const QByteArray& request, const std::vector<Fau
         return {}; // never reaches the instrument
     }
     const bool isRefused = Find(faults, Fault::Refuse) != nullptr; // and nothing comes of it
-    QByteArray answer = isRefused ? Refusal() : _model.Answer(request, Clock::now());
+    QByteArray answer = isRefused ? Refusal() : UndamagedAnswerTo(request);
     for (const FaultEntry& fault : faults) {
         answer = Damaged(answer, fault);
     }
     return answer;
+}
+
+QByteArray Instrument::UndamagedAnswerTo(const QByteArray& request)
+{
+    const TimePoint now = Clock::now();
+    std::optional<QByteArray> recorded = _player ? _player->Answer(request, now) : std::nullopt;
+    return recorded ? *recorded : _model.Answer(request, now);
 }
 
 std::vector<FaultEntry> Instrument::WithStanding(const std::vector<FaultEntry>& faults) const
@@ -529,8 +552,8 @@ void Instrument::WaitForWork(std::unique_lock<std::mutex>& lock)
     const std::optional<TimePoint> nextRequestAt =
         _pending.empty() ? std::optional<TimePoint>() : _pending.front().dueAt;
     const std::optional<TimePoint> deadline =
-        Earliest({_collector.SilenceEndsAt(), _model.NextChangeAt(), nextRequestAt, NextBytesAt(),
-                  _lineBackAt, _faultPlan.NextDueAt()});
+        Earliest({_collector.SilenceEndsAt(), NextChangeAt(), nextRequestAt, NextBytesAt(), _lineBackAt,
+                  _faultPlan.NextDueAt()});
     const int line = _line ? _line->Handle() : -1;
     lock.unlock();
     WaitReadable(line, _wake.Get(), deadline);

@@ -7,7 +7,9 @@
 #include "simulator/faultplan.h"
 #include "simulator/firmwarefile.h"
 #include "simulator/instrumentmodel.h"
+#include "simulator/player.h"
 #include "simulator/ptyline.h"
+#include "simulator/recordedentry.h"
 #include "simulator/requestcollector.h"
 #include "simulator/scenarios.h"
 
@@ -36,6 +38,7 @@ struct InstrumentOptions {
     QString firmwarePath;       ///< where the image of a confirmed update is written; empty for nowhere
     int baud = 0;               ///< bits per second that the line carries; 0 when bytes take no time
     bool keepsExchanges = true; ///< off for a program that runs for days
+    std::vector<RecordedEntry> recording; ///< what answers instead of the model; empty for the model
 };
 
 /// A simulated instrument at a pseudo-terminal, served by a thread of its own from construction to
@@ -64,6 +67,7 @@ public:
     /// False when there is no such command; *error then says why.
     bool Execute(const QString& command, QString* error = nullptr);
 
+    // The model's; nothing of it is to be seen on the line while a recording is played.
     void SetMode(int mode);
     void SetError(int error);
 
@@ -134,10 +138,13 @@ private:
     void ExecuteHere(const ControlCommand& command);
     void FollowModel();
     void TakeFrames();
+    std::vector<FramePiece> DueFrames();
+    std::optional<TimePoint> NextChangeAt() const;
     void ReadLine();
     void AnswerDueRequests();
     void AnswerRequest(const PendingRequest& pending);
     QByteArray AnswerTo(const QByteArray& request, const std::vector<FaultEntry>& faults);
+    QByteArray UndamagedAnswerTo(const QByteArray& request);
     void QueueAnswer(const Exchange& exchange, const std::vector<FaultEntry>& faults);
     std::vector<FaultEntry> WithStanding(const std::vector<FaultEntry>& faults) const;
     void KeepFirmware();
@@ -152,6 +159,7 @@ private:
 
     mutable std::mutex _mutex; ///< guards everything below up to the thread
     InstrumentModel _model;
+    std::optional<Player> _player;  ///< answers before the model does when there is one
     std::unique_ptr<PtyLine> _line; ///< none while hung up
     QString _devicePath;
     RequestCollector _collector;

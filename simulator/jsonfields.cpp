@@ -1,12 +1,25 @@
 #include "simulator/jsonfields.h"
 
-#include "simulator/faulterror.h"
+#include "simulator/jsonerror.h"
 #include "simulator/quoted.h"
 
+#include <algorithm>
+#include <cctype>
 #include <cmath>
 
 namespace Simulator
 {
+
+namespace
+{
+
+bool IsHexadecimal(QChar character)
+{
+    const ushort code = character.unicode();
+    return code < 0x80 && std::isxdigit(code) != 0;
+}
+
+} // namespace
 
 JsonFields::JsonFields(const QJsonObject& object, const JsonLines& lines, const QString& path)
     : _object(object), _lines(&lines), _path(path)
@@ -48,6 +61,19 @@ std::optional<QString> JsonFields::Text(const char* key) const
     return ValueOf(key).toString();
 }
 
+std::optional<QByteArray> JsonFields::Bytes(const char* key, int most) const
+{
+    const std::optional<QString> text = Text(key);
+    if (!text) {
+        return std::nullopt;
+    }
+    const bool isHexadecimal = std::all_of(text->begin(), text->end(), IsHexadecimal);
+    if (text->isEmpty() || text->size() % 2 != 0 || text->size() / 2 > most || !isHexadecimal) {
+        Fail(key, QStringLiteral("must be 1 to %1 bytes of two hexadecimal digits each").arg(most));
+    }
+    return QByteArray::fromHex(text->toLatin1());
+}
+
 std::optional<JsonFields> JsonFields::Object(const char* key) const
 {
     if (!Has(key)) {
@@ -84,9 +110,9 @@ void JsonFields::RefuseOthersThan(const QStringList& keys) const
 {
     for (auto member = _object.begin(); member != _object.end(); ++member) {
         if (!keys.contains(member.key())) {
-            throw FaultError(_lines->LineOf(PathOf(member.key())),
-                             QStringLiteral("%1: there is no such key here; there may be %2")
-                                 .arg(Quoted(member.key()), keys.join(QLatin1String(", "))));
+            throw JsonError(_lines->LineOf(PathOf(member.key())),
+                            QStringLiteral("%1: there is no such key here; there may be %2")
+                                .arg(Quoted(member.key()), keys.join(QLatin1String(", "))));
         }
     }
 }
@@ -94,12 +120,12 @@ void JsonFields::RefuseOthersThan(const QStringList& keys) const
 void JsonFields::Fail(const char* key, const QString& sentence) const
 {
     const QString name = QLatin1String(key);
-    throw FaultError(_lines->LineOf(PathOf(name)), QStringLiteral("\"%1\": %2").arg(name, sentence));
+    throw JsonError(_lines->LineOf(PathOf(name)), QStringLiteral("\"%1\": %2").arg(name, sentence));
 }
 
 void JsonFields::Fail(const QString& sentence) const
 {
-    throw FaultError(_lines->LineOf(_path), sentence);
+    throw JsonError(_lines->LineOf(_path), sentence);
 }
 
 } // namespace Simulator

@@ -2,6 +2,7 @@
 
 #include "simulator/jsonlines.h"
 
+#include <QByteArray>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QString>
@@ -12,7 +13,7 @@
 namespace Simulator
 {
 
-/// The members of one object of a JSON text, taken with a check each. What does not fit throws a FaultError
+/// The members of one object of a JSON text, taken with a check each. What does not fit throws a JsonError
 /// with the line and the key.
 class JsonFields
 {
@@ -30,6 +31,9 @@ public:
 
     /// Nothing when there is no such key.
     std::optional<QString> Text(const char* key) const;
+
+    /// Bytes, at least one, written in hexadecimal; nothing when there is no such key.
+    std::optional<QByteArray> Bytes(const char* key, int most) const;
 
     /// The fields of the object under a key; nothing when there is no such key.
     std::optional<JsonFields> Object(const char* key) const;

@@ -4,6 +4,7 @@
 #include "simulator/firmwareupdate.h"
 #include "simulator/frames.h"
 #include "simulator/programrunner.h"
+#include "simulator/recordingfile.h"
 #include "simulator/session.h"
 #include "simulator/signalwatcher.h"
 
@@ -137,6 +138,9 @@ int main(int argc, char** argv)
         }
         if (!commandLine->faultsPath.isEmpty()) {
             commandLine->faults = Simulator::LoadFaults(commandLine->faultsPath);
+        }
+        if (!commandLine->playbackPath.isEmpty()) {
+            commandLine->instrument.recording = Simulator::LoadRecording(commandLine->playbackPath);
         }
         return commandLine->program.empty() ? ServeAtLink(*commandLine) : RunProgram(*commandLine);
     } catch (const std::exception& error) {

@@ -10,14 +10,20 @@ constexpr int LongestQuote = 40;
 
 }
 
-QString Quoted(const QString& text)
+QString OneLine(const QString& text)
 {
-    QString shown = text.left(LongestQuote);
+    QString shown = text;
     for (QChar& character : shown) {
         if (!character.isPrint()) {
             character = QLatin1Char('?');
         }
     }
+    return shown;
+}
+
+QString Quoted(const QString& text)
+{
+    const QString shown = OneLine(text.left(LongestQuote));
     const QString rest = QLatin1String(text.size() > LongestQuote ? "..." : "");
     return QLatin1Char('"') + shown + rest + QLatin1Char('"');
 }

@@ -10,8 +10,16 @@
 namespace Simulator
 {
 
+namespace
+{
+
+const char OnlyFaults[] =
+    "while a recording is played only faults can be commanded; leave other commands out";
+
+}
+
 Session::Session(const CommandLine& commandLine, const QString& linkPath)
-    : _instrument(commandLine.instrument)
+    : _playsRecording(!commandLine.instrument.recording.empty()), _instrument(commandLine.instrument)
 {
     _link.emplace(linkPath, _instrument.DevicePath());
     _instrument.SetLineListener([this](const QString& devicePath) { FollowLine(devicePath); });
@@ -28,6 +36,10 @@ Session::Session(const CommandLine& commandLine, const QString& linkPath)
 
 void Session::Execute(const ControlCommand& command)
 {
+    if (IsInVain(command)) {
+        std::cerr << "vesmar-simulator: " << OnlyFaults << '\n';
+        return;
+    }
     _instrument.Execute(command);
 }
 
@@ -38,11 +50,22 @@ void Session::Inject(const QByteArray& json)
 
 void Session::AddFaults(const std::vector<FaultEntry>& faults)
 {
+    for (const FaultEntry& fault : faults) {
+        if (fault.command && IsInVain(*fault.command)) {
+            throw std::runtime_error(OnlyFaults);
+        }
+    }
     if (!_instrument.AddFaults(faults)) {
         throw std::runtime_error(QStringLiteral("there are %1 faults already; \"faults clear\" makes room")
                                      .arg(FaultPlan::MostFaults)
                                      .toStdString());
     }
+}
+
+/// A recording has no mode, no error and no function, but its line may break.
+bool Session::IsInVain(const ControlCommand& command) const
+{
+    return _playsRecording && command.verb != ControlCommand::Verb::Fault;
 }
 
 /// On the instrument's thread, where an exception would find nobody.

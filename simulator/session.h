@@ -20,6 +20,7 @@ public:
     /// Throws std::exception when the instrument or the link cannot be had.
     Session(const CommandLine& commandLine, const QString& linkPath);
 
+    /// What finds nothing to act on is told on the standard error.
     void Execute(const ControlCommand& command);
 
     /// One more fault, as it stands in a file of faults. Throws std::runtime_error, which says why not.
@@ -30,9 +31,11 @@ public:
 
 private:
     void AddFaults(const std::vector<FaultEntry>& faults);
+    bool IsInVain(const ControlCommand& command) const;
     void FollowLine(const QString& devicePath);
 
     std::optional<DeviceLink> _link; ///< outlives the instrument, which tells of its line until its end
+    bool _playsRecording;
     Instrument _instrument;
 };
 

@@ -16,6 +16,8 @@ class TestDamagedAnswers : public QObject
 private Q_SLOTS:
     void RecoversWhenTheyEnd_data();
     void RecoversWhenTheyEnd();
+    void LoseTheLinkWhenTheyLast_data();
+    void LoseTheLinkWhenTheyLast();
     void WrongLengthNeverResetsTheMode();
 };
 
@@ -48,6 +50,31 @@ void TestDamagedAnswers::RecoversWhenTheyEnd()
     QCOMPARE(tester.Signalled("DeviceInformation").size(), 2);
     const QByteArrayList requests = instrument.Sent();
     QCOMPARE(requests.mid(requests.lastIndexOf(Frames::ReadVersion) - 1, 4), Frames::FirstRequests());
+}
+
+void TestDamagedAnswers::LoseTheLinkWhenTheyLast_data()
+{
+    QTest::addColumn<Fault>("fault");
+    QTest::newRow("in pieces") << Fault::Split;
+    QTest::newRow("inverted byte") << Fault::Flip;
+    QTest::newRow("missing byte") << Fault::Drop;
+    QTest::newRow("doubled byte") << Fault::Double;
+}
+
+void TestDamagedAnswers::LoseTheLinkWhenTheyLast()
+{
+    QFETCH(Fault, fault);
+    LineInstrument instrument(WithQuickRestart());
+    WatchedTester tester;
+    tester->Enable();
+    QTRY_VERIFY_WITH_TIMEOUT(!tester.Signalled("TestResults").isEmpty(), Patience);
+    instrument.SetFault(fault);
+    QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("ErrorCode"), (QByteArrayList{"103", "102"}), Patience);
+    QVERIFY(instrument.Sent().contains(Frames::ChangeToNormalMode));
+
+    instrument.SetFault(Fault::None);
+    QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("DeviceInformation").size(), 2, Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("ErrorCode"), (QByteArrayList{"103", "102", "15"}), Patience);
 }
 
 /// The checks that recover the link look at the checksum alone, so the link seems good until the next

@@ -48,6 +48,17 @@ expect("the version of vesmar-simulator" "${VERSION}")
 run("${simulator}" run -- "${vesmar}" info)
 expect("what vesmar info tells" "PAT")
 
+if(HAS_MANUAL)
+  foreach(file "${MANUAL}/vesmar.1" "${MANUAL}/vesmar-measure.1" "${MANUAL}/vesmar-simulator.1" "${COMPLETIONS}/vesmar"
+               "${COMPLETIONS}/vesmar-simulator")
+    if(NOT EXISTS "${prefix}/${file}")
+      message(FATAL_ERROR "${file} is not installed")
+    endif()
+  endforeach()
+  file(READ "${prefix}/${MANUAL}/vesmar.1" output)
+  expect("the version on the page of vesmar" "\"vesmar ${VERSION}\"")
+endif()
+
 build_project("${SOURCE_FOLDER}/examples/mainsreadings")
 run("${simulator}" run -- "${WORK_FOLDER}/mainsreadings/mainsreadings")
 expect("what the example tells" "The mains: [0-9.]+ V, [0-9.]+ Hz")

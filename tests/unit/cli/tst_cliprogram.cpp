@@ -58,6 +58,7 @@ constexpr char ClockUsage[] = "Usage: vesmar clock [OPTIONS]\n"
 constexpr char CalibrationUsage[] = "Usage: vesmar calibration [OPTIONS]\n"
                                     "       vesmar calibration set DATE [OPTIONS]\n";
 constexpr char RestartUsage[] = "Usage: vesmar restart [OPTIONS]\n";
+constexpr char DoctorUsage[] = "Usage: vesmar doctor [--json]\n";
 constexpr char UpdateUsage[] = "Usage: vesmar update IMAGE --confirmation FILE [OPTIONS]\n";
 
 } // namespace
@@ -294,10 +295,10 @@ void TestCliProgram::Help_data()
     QTest::addColumn<QString>("arguments");
     QTest::addColumn<QByteArray>("usage");
     QTest::addColumn<QStringList>("parts");
-    QTest::newRow("program") << QStringLiteral("--help") << QByteArray(ProgramUsage)
-                             << Words(
-                                    "info monitor measure clock calibration restart update --version status "
-                                    "Example");
+    QTest::newRow("program")
+        << QStringLiteral("--help") << QByteArray(ProgramUsage)
+        << Words("info monitor measure clock calibration restart update doctor --version status "
+                 "Example");
     QTest::newRow("info") << QStringLiteral("info --help") << QByteArray(InfoUsage)
                           << Words("--json --timeout --trace CalibrationDateTime status Example");
     QTest::newRow("monitor") << QStringLiteral("monitor --help") << QByteArray(MonitorUsage)
@@ -313,6 +314,8 @@ void TestCliProgram::Help_data()
                                      << QByteArray(CalibrationUsage) << Words("DATE REQUIRED");
     QTest::newRow("restart") << QStringLiteral("restart --help") << QByteArray(RestartUsage)
                              << Words("--confirm-timeout seconds status Example");
+    QTest::newRow("doctor") << QStringLiteral("doctor --help") << QByteArray(DoctorUsage)
+                            << Words("--json holders status Example");
     QTest::newRow("update")
         << QStringLiteral("update --help") << QByteArray(UpdateUsage)
         << Words("IMAGE --confirmation --offline --confirm-timeout versionAfter status Example");

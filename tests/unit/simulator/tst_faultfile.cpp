@@ -1,5 +1,5 @@
-#include "simulator/faulterror.h"
 #include "simulator/faultfile.h"
+#include "simulator/jsonerror.h"
 
 #include <QFile>
 #include <QJsonArray>
@@ -79,7 +79,7 @@ bool IsTaken(const QJsonObject& fault)
     try {
         Simulator::ParseFault(QJsonDocument(fault).toJson());
         return true;
-    } catch (const Simulator::FaultError&) {
+    } catch (const Simulator::JsonError&) {
         return false;
     }
 }
@@ -243,7 +243,7 @@ void TestFaultFile::OneFaultThatIsWrong()
     try {
         Simulator::ParseFault("{\"fault\": \"drop\", \"length\": 0}");
         QFAIL("no error");
-    } catch (const Simulator::FaultError& error) {
+    } catch (const Simulator::JsonError& error) {
         QCOMPARE(error.what(), "line 1: \"length\": must be a whole number from 1 to 1024");
     }
 }
@@ -263,7 +263,7 @@ void TestFaultFile::LimitsAreAllowed()
           "{\"fault\":\"hang-up\",\"count\":1}"}) {
         try {
             Simulator::ParseFault(json);
-        } catch (const Simulator::FaultError& error) {
+        } catch (const Simulator::JsonError& error) {
             QFAIL(error.what());
         }
     }

@@ -1,6 +1,8 @@
-#include "simulator/faulterror.h"
+#include "textmutator.h"
+
 #include "simulator/faultfile.h"
 #include "simulator/faultplan.h"
+#include "simulator/jsonerror.h"
 
 #include <QtTest>
 
@@ -30,94 +32,9 @@ const QByteArrayList Seeds{
 {"command": "restart 2", "when": {"request": "P", "from": 2}, "count": 5}, {"command": "fault slow 20"}]})",
 };
 
-/// What a careless hand or a broken disk puts into a file of faults.
-const QByteArrayList Words{"{",
-                           "}",
-                           "[",
-                           "]",
-                           ",",
-                           ":",
-                           "\"",
-                           "\\",
-                           "\n",
-                           "\0",
-                           "null",
-                           "-1",
-                           "1e308",
-                           "1e999",
-                           "99999999999999999999",
-                           "0.5",
-                           "\\u0000",
-                           "\xFF",
-                           "\xEF\xBB\xBF",
-                           "\"faults\"",
-                           "\"fault\":",
-                           "\"when\":",
-                           "\"count\":",
-                           "\"delay\":",
-                           "\"command\":",
-                           "[[[[[[[[",
-                           "{\"a\":",
-                           "true"};
-
-/// The same mutations of the same text for the same seed.
-class Mutator
-{
-public:
-    explicit Mutator(quint32 seed) : _random(seed) {}
-
-    QByteArray Mutated(QByteArray text)
-    {
-        const int changes = 1 + Below(3);
-        for (int i = 0; i < changes; ++i) {
-            Change(text);
-        }
-        return text;
-    }
-
-private:
-    int Below(int limit) { return static_cast<int>(_random() % static_cast<quint32>(limit)); }
-
-    void Change(QByteArray& text)
-    {
-        const int at = Below(text.size() + 1);
-        switch (Below(9)) {
-        case 0:
-            text.truncate(at);
-            break;
-        case 1:
-            text.insert(at, static_cast<char>(Below(256)));
-            break;
-        case 2:
-            text.remove(at, 1 + Below(8));
-            break;
-        case 3:
-            text.insert(at, text.mid(Below(text.size() + 1), Below(60)));
-            break;
-        case 4:
-            text.replace(at, 1, QByteArray(1, static_cast<char>(Below(256))));
-            break;
-        case 5:
-        case 6:
-            ChangeNumber(text, at);
-            break;
-        default:
-            text.insert(at, Words.at(Below(Words.size())));
-            break;
-        }
-    }
-
-    /// The next digit, if any, becomes another one: the text stays JSON.
-    void ChangeNumber(QByteArray& text, int at)
-    {
-        while (at < text.size() && (text.at(at) < '0' || text.at(at) > '9')) {
-            ++at;
-        }
-        text.replace(at, 1, QByteArray::number(Below(10)));
-    }
-
-    std::mt19937 _random;
-};
+const QByteArrayList Words =
+    JsonWords +
+    QByteArrayList{"\"faults\"", "\"fault\":", "\"when\":", "\"count\":", "\"delay\":", "\"command\":"};
 
 /// Empty when the text makes faults within their limits, or an error with a place inside it.
 QByteArray ObjectionTo(const QByteArray& text, int* validCount)
@@ -140,12 +57,8 @@ QByteArray ObjectionTo(const QByteArray& text, int* validCount)
         }
         plan.HappeningAt("s", Simulator::TimePoint());
         plan.TakeDue(Simulator::TimePoint());
-    } catch (const Simulator::FaultError& error) {
-        const QByteArray sentence(error.what());
-        const bool hasPlace = error.Line() >= 1 && error.Line() <= text.count('\n') + 1 &&
-                              sentence.startsWith("line " + QByteArray::number(error.Line()) + ": ");
-        const bool isShort = sentence.size() < 1500 && !sentence.contains('\n') && sentence.size() > 15;
-        return hasPlace && isShort ? QByteArray() : "the error \"" + sentence + '"';
+    } catch (const Simulator::JsonError& error) {
+        return ObjectionTo(error, text);
     }
     return {};
 }
@@ -188,7 +101,7 @@ void TestFaultFuzz::MutatedFiles()
     QFETCH(QByteArray, text);
     int validCount = 0;
     for (int i = 0; i < InputsPerSeed; ++i) {
-        const QByteArray mutated = Mutator(static_cast<quint32>(i)).Mutated(text);
+        const QByteArray mutated = TextMutator(static_cast<quint32>(i), Words).Mutated(text);
         const QByteArray objection = ObjectionTo(mutated, &validCount);
         QVERIFY2(objection.isEmpty(), (objection + " for " + mutated).constData());
     }

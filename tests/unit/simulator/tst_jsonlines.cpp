@@ -1,4 +1,4 @@
-#include "simulator/faulterror.h"
+#include "simulator/jsonerror.h"
 #include "simulator/jsonlines.h"
 
 #include <QtTest>
@@ -18,6 +18,7 @@ private Q_SLOTS:
     void UnknownPath();
     void DeepText();
     void KeyThatIsThereTwice();
+    void DeepKeyThatIsThereTwice();
     void LineAtAnOffset();
 };
 
@@ -76,6 +77,8 @@ void TestJsonLines::DeepText()
 {
     const JsonLines lines(QByteArray(1000, '[') + QByteArray(1000, ']'));
     QCOMPARE(lines.LineOf(QStringLiteral("/0/0")), 1);
+    const JsonLines broken(QByteArray("[\n").repeated(1000) + QByteArray(1000, ']'));
+    QCOMPARE(broken.LineOf(QStringLiteral("/0").repeated(999)), 1000);
     const JsonLines after("[" + QByteArray(1000, '[') + QByteArray(1000, ']') + ",\n1]");
     QCOMPARE(after.LineOf(QStringLiteral("/1")), 2);
 }
@@ -85,9 +88,19 @@ void TestJsonLines::KeyThatIsThereTwice()
     try {
         const JsonLines lines("{\"a\": {\"b\": 1},\n \"c\": {\"b\": 2,\n \"\\u0062\": 3}}");
         QFAIL("no error");
-    } catch (const Simulator::FaultError& error) {
+    } catch (const Simulator::JsonError& error) {
         QCOMPARE(error.Line(), 3);
         QCOMPARE(error.what(), "line 3: \"b\": the key is there twice; keep one");
+    }
+}
+
+void TestJsonLines::DeepKeyThatIsThereTwice()
+{
+    try {
+        const JsonLines lines(QByteArray(100, '[') + "{\"a\": 1,\n\"a\": 2}" + QByteArray(100, ']'));
+        QFAIL("no error");
+    } catch (const Simulator::JsonError& error) {
+        QCOMPARE(error.Line(), 2);
     }
 }
 

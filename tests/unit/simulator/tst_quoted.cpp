@@ -10,7 +10,7 @@ class TestQuoted : public QObject
 
 private Q_SLOTS:
     void TextAsItIs();
-    void OneLine();
+    void OnOneLine();
     void NotTooLong();
 };
 
@@ -20,8 +20,9 @@ void TestQuoted::TextAsItIs()
     QCOMPARE(Quoted(QStringLiteral("bad-crc \u00E4")), QStringLiteral("\"bad-crc \u00E4\""));
 }
 
-void TestQuoted::OneLine()
+void TestQuoted::OnOneLine()
 {
+    QCOMPARE(Simulator::OneLine(QStringLiteral("a\tb\nc \u00E4")), QStringLiteral("a?b?c \u00E4"));
     QCOMPARE(Quoted(QStringLiteral("a\nb\x1B[31m")), QStringLiteral("\"a?b?[31m\""));
 }
 

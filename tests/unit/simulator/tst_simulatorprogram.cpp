@@ -171,6 +171,14 @@ private Q_SLOTS:
     void FaultsOfAFile();
     void FaultsThatAreWrong();
     void FaultsOfNoFile();
+    void PlaybackOfAnInitialization();
+    void PlaybackWithFaults();
+    void PlaybackThatIsWrong();
+    void PlaybackOfNoFile();
+    void PlaybackTakesNoScenario_data();
+    void PlaybackTakesNoScenario();
+    void PlaybackTakesNoCommandOfAFile();
+    void PlaybackTakesFaultsAsCommandsOnly();
     void BadUse_data();
     void BadUse();
     void HelpAndVersion();
@@ -189,7 +197,8 @@ private Q_SLOTS:
 private:
     int Finish();
     int Run(const QStringList& arguments);
-    void StartLink(const QString& path);
+    void StartLink(const QString& path, const QStringList& options = {});
+    QString WriteRecording();
     void WriteSectors();
 
     std::unique_ptr<QTemporaryDir> _folder;
@@ -221,9 +230,9 @@ int TestSimulatorProgram::Run(const QStringList& arguments)
     return Finish();
 }
 
-void TestSimulatorProgram::StartLink(const QString& path)
+void TestSimulatorProgram::StartLink(const QString& path, const QStringList& options)
 {
-    _process->start(SimulatorProgram, {QStringLiteral("--link"), path});
+    _process->start(SimulatorProgram, QStringList{QStringLiteral("--link"), path} + options);
     QTRY_VERIFY_WITH_TIMEOUT(_process->canReadLine(), 10000);
     QVERIFY(_process->readLine().contains(QFile::encodeName(path)));
 }
@@ -235,6 +244,23 @@ void TestSimulatorProgram::WriteSectors()
                       'F' + FirstSector() + QByteArray::fromHex("093e")));
     QVERIFY(WriteFile(_folder->filePath(QStringLiteral("two")),
                       'F' + SecondSector() + QByteArray::fromHex("5346")));
+}
+
+/// An initialization whose second status was lost, and what follows it.
+QString TestSimulatorProgram::WriteRecording()
+{
+    const QString path = _folder->filePath(QStringLiteral("recording"));
+    WriteFile(path, "{\"exchanges\": [\n"
+                    "{\"request\": \"73f44e\", \"answer\": \"02fe0b6a\"},\n"
+                    "{\"request\": \"7800a3ba\", \"answer\": \"06c660\"},\n"
+                    "{\"request\": \"73f44e\"},\n"
+                    "{\"request\": \"73f44e\", \"answer\": \"00fed10e\"},\n"
+                    "{\"request\": \"57122a\", "
+                    "\"answer\": \"5041543431303230343831353130353033303232303136f923\"},\n"
+                    "{\"request\": \"52b77a\", \"answer\": \"2611212055255354\"},\n"
+                    "{\"request\": \"54711a\", \"answer\": \"240215000000c8d0\"},\n"
+                    "{\"request\": \"73f44e\", \"answer\": \"01fee93f\"}]}");
+    return path;
 }
 
 void TestSimulatorProgram::ExitStatusOfTheProgram_data()
@@ -650,6 +676,122 @@ void TestSimulatorProgram::FaultsOfNoFile()
     QVERIFY(!QFileInfo(link).isSymLink());
 }
 
+/// A change of mode that carries something else is answered as the recorded one was.
+void TestSimulatorProgram::PlaybackOfAnInitialization()
+{
+    const QString path = _folder->filePath(QStringLiteral("line"));
+    const QString log = _folder->filePath(QStringLiteral("log"));
+    StartLink(path, {QStringLiteral("--playback"), WriteRecording(), QStringLiteral("--log"), log});
+    LineClient client(path);
+    QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("02fe0b6a"));
+    QCOMPARE(client.Ask(ReadVersion, 25).left(6), QByteArray("PAT410"));
+    QCOMPARE(client.Ask(QByteArray::fromHex("7801829a"), 3).toHex(), QByteArray("06c660"));
+    QVERIFY(client.Write(ReadStatus));
+    const auto logged = [&log] {
+        QFile file(log);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(logged().endsWith(" 73f44e -\n"), 10000);
+    QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("00fed10e"));
+    QCOMPARE(client.Ask(ReadVersion, 25), Version);
+    QCOMPARE(client.Ask(QByteArray::fromHex("52b77a"), 8).toHex(), QByteArray("2611212055255354"));
+    QCOMPARE(client.Ask(QByteArray::fromHex("54711a"), 8).toHex(), QByteArray("240215000000c8d0"));
+    QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("01fee93f"));
+    QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("01fee93f"));
+    QCOMPARE(client.Ask(ReadVersion, 25), Version);
+    _process->write("quit\n");
+    QCOMPARE(Finish(), 0);
+    QCOMPARE(_errors, QByteArray());
+}
+
+void TestSimulatorProgram::PlaybackWithFaults()
+{
+    const QString faults = _folder->filePath(QStringLiteral("faults"));
+    QVERIFY(WriteFile(faults, "{\"faults\": [{\"fault\": \"flip\", \"count\": 1}]}"));
+    QCOMPARE(Run(RunShell(OpenDevice + AskState + AskStatus,
+                          {QStringLiteral("--playback"), WriteRecording(), QStringLiteral("--faults"), faults,
+                           QStringLiteral("--scenario"), QStringLiteral("bad-crc")})),
+             0);
+    QCOMPARE(Hex(_output), QByteArray("fdfe0b9502fe0b"));
+    QCOMPARE(_errors, QByteArray());
+}
+
+void TestSimulatorProgram::PlaybackThatIsWrong()
+{
+    const QString path = _folder->filePath(QStringLiteral("recording"));
+    const QString log = _folder->filePath(QStringLiteral("log"));
+    QVERIFY(WriteFile(path, "{\"exchanges\": [\n{\"request\": \"73\",\n\"answer\": \"0\"}]}"));
+    QCOMPARE(Run(RunShell(QStringLiteral("echo run"),
+                          {QStringLiteral("--playback"), path, QStringLiteral("--log"), log})),
+             1);
+    QCOMPARE(_errors, "vesmar-simulator: " + QFile::encodeName(path) +
+                          ", line 3: \"answer\": must be 1 to 2048 bytes of two hexadecimal digits each\n");
+    QCOMPARE(_output, QByteArray());
+    QVERIFY(!QFileInfo::exists(log));
+}
+
+void TestSimulatorProgram::PlaybackOfNoFile()
+{
+    const QString link = _folder->filePath(QStringLiteral("line"));
+    QCOMPARE(Run({QStringLiteral("--link"), link, QStringLiteral("--playback"), _folder->path()}), 1);
+    QCOMPARE(_errors, "vesmar-simulator: cannot read the recording " + QFile::encodeName(_folder->path()) +
+                          ": it is no file; name a file\n");
+    QVERIFY(!QFileInfo(link).isSymLink());
+}
+
+void TestSimulatorProgram::PlaybackTakesNoScenario_data()
+{
+    QTest::addColumn<QString>("scenario");
+    QTest::newRow("scenario") << QStringLiteral("falls-back");
+    QTest::newRow("with a number") << QStringLiteral("refuses-sector 3");
+    QTest::newRow("none") << QStringLiteral("none");
+}
+
+void TestSimulatorProgram::PlaybackTakesNoScenario()
+{
+    QFETCH(QString, scenario);
+    QCOMPARE(Run(RunShell(QStringLiteral("echo run"), {QStringLiteral("--playback"), WriteRecording(),
+                                                       QStringLiteral("--scenario"), scenario})),
+             1);
+    QVERIFY2(_errors.startsWith("vesmar-simulator: --scenario: with --playback it takes a fault only; leave "
+                                "one of them out\nUsage: "),
+             _errors.constData());
+    QCOMPARE(_output, QByteArray());
+}
+
+void TestSimulatorProgram::PlaybackTakesNoCommandOfAFile()
+{
+    const QString faults = _folder->filePath(QStringLiteral("faults"));
+    QVERIFY(WriteFile(faults, "{\"faults\": [{\"command\": \"unplug\"}, {\"command\": \"restart 2\"}]}"));
+    QCOMPARE(Run(RunShell(QStringLiteral("echo run"), {QStringLiteral("--playback"), WriteRecording(),
+                                                       QStringLiteral("--faults"), faults})),
+             1);
+    QCOMPARE(_errors, QByteArray("vesmar-simulator: while a recording is played only faults can be "
+                                 "commanded; leave other commands out\n"));
+    QCOMPARE(_output, QByteArray());
+}
+
+void TestSimulatorProgram::PlaybackTakesFaultsAsCommandsOnly()
+{
+    const QString path = _folder->filePath(QStringLiteral("line"));
+    StartLink(path, {QStringLiteral("--playback"), WriteRecording(), QStringLiteral("--at"),
+                     QStringLiteral("0:mode 1")});
+    LineClient client(path);
+    _process->write("mode 1\nerror 4\nfunction 3\nrestart 2\nscenario falls-back\n"
+                    "inject {\"command\": \"mode 1\"}\nfault refuse\n");
+    QTRY_COMPARE((_errors += _process->readAllStandardError()).count('\n'), 7);
+    QCOMPARE(_errors.count("vesmar-simulator: while a recording is played only faults can be commanded; "
+                           "leave other commands out\n"),
+             6);
+    QCOMPARE(_errors.count("vesmar-simulator: inject, while a recording is played"), 1);
+    _process->write("fault none\ninject {\"fault\": \"flip\", \"count\": 1}\njump\n");
+    QTRY_COMPARE((_errors += _process->readAllStandardError()).count('\n'), 8);
+    QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("fdfe0b6a"));
+    QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("02fe0b6a"));
+    _process->write("quit\n");
+    QCOMPARE(Finish(), 0);
+}
+
 void TestSimulatorProgram::BadUse_data()
 {
     QTest::addColumn<QStringList>("arguments");
@@ -667,6 +809,9 @@ void TestSimulatorProgram::BadUse_data()
     row("link without a path", "--link");
     row("no such scenario", "run|--scenario|loud|--|true");
     row("faults without a file", "run|--faults|--|true");
+    row("faults without a name", "run|--faults||--|true");
+    row("playback without a file", "run|--playback|--|true");
+    row("playback without a name", "run|--playback||--|true");
     row("seed that is no number", "run|--seed|many|--|true");
     row("negative restart time", "run|--restart-time|-1|--|true");
     row("restart time that is no number", "run|--restart-time|long|--|true");
@@ -676,8 +821,10 @@ void TestSimulatorProgram::BadUse_data()
     row("confirmation too short", "run|--confirmation|abc|--|true");
     row("confirmation too long", "run|--confirmation|abcde|--|true");
     row("confirmation that is not hexadecimal", "run|--confirmation|0x12|--|true");
+    row("confirmation and a line end", "run|--confirmation|abcd\n|--|true");
     row("version without a point", "run|--new-version|106|--|true");
     row("version too long", "run|--new-version|1.006|--|true");
+    row("version and a line end", "run|--new-version|1.06\n|--|true");
     row("line too slow", "run|--baud|49|--|true");
     row("line speed that is no number", "run|--baud|fast|--|true");
     row("confirmation of nothing", "confirmation");
@@ -838,8 +985,9 @@ void TestSimulatorProgram::LinkSurvivesAnEndlessLine()
     StartLink(_folder->filePath(QStringLiteral("line")));
     _process->write("inject " + QByteArray(3000000, '[') + "\nquit\n");
     QCOMPARE(Finish(), 0);
-    QCOMPARE(_errors,
-             QByteArray("vesmar-simulator: inject, line 1: faults take up to 1048576 bytes; this is more\n"));
+    QCOMPARE(
+        _errors,
+        QByteArray("vesmar-simulator: inject, line 1: there may be up to 1048576 bytes; this is more\n"));
 }
 
 void TestSimulatorProgram::LinkFollowsALineThatReturnsByItself()

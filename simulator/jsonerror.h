@@ -7,12 +7,12 @@
 namespace Simulator
 {
 
-/// What is wrong with faults that are written down, and where: one sentence.
-class FaultError : public std::runtime_error
+/// What is wrong with a JSON text, and where: one sentence.
+class JsonError : public std::runtime_error
 {
 public:
     /// The line counts from 1.
-    FaultError(int line, const QString& sentence)
+    JsonError(int line, const QString& sentence)
         : std::runtime_error(QStringLiteral("line %1: %2").arg(line).arg(sentence).toStdString()), _line(line)
     {
     }

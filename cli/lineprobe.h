@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QByteArray>
+
+#include <chrono>
+
+namespace Cli
+{
+
+/// One request for the status, and what came of it.
+struct LineExchange {
+    QByteArray answer;                 ///< Empty where none came.
+    std::chrono::microseconds time{0}; ///< From the request's being written to the answer's first byte.
+    int lineError = 0;                 ///< Why the line itself failed; 0, or an error number.
+};
+
+/// Asks the instrument for its status, on a line of its own. It waits in the calling thread.
+class LineProbe
+{
+public:
+    /// How long the instrument may take to begin its answer.
+    static constexpr std::chrono::seconds UsualPatience{4};
+
+    /// Sets the line up as the instrument needs it. The descriptor stays the caller's, who has opened it for
+    /// reading and writing without waiting.
+    explicit LineProbe(int descriptor, std::chrono::milliseconds patience = UsualPatience);
+
+    /// Makes the pause that the instrument needs, sends the request and waits for the answer and its end. An
+    /// answer without an end is cut off.
+    LineExchange AskForStatus() const;
+
+private:
+    bool Send(LineExchange& exchange) const;
+    void Collect(LineExchange& exchange) const;
+    bool WaitForBytes(std::chrono::milliseconds limit) const;
+    bool Read(LineExchange& exchange) const;
+
+    int _descriptor;
+    std::chrono::milliseconds _patience;
+};
+
+} // namespace Cli

@@ -1,0 +1,105 @@
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <memory>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "cli/errorguide.h"
+#include "cli/names.h"
+#include "cli/program.h"
+#include "manual/completion.h"
+#include "manual/manpage.h"
+#include "simulator/commandline.h"
+#include "simulator/scenarios.h"
+
+// Writes what the programs' own command lines tell of them: sources of manual pages, for scdoc, and
+// completions for bash. Takes the folder for the pages and that for the completions; both have to be there.
+
+namespace
+{
+
+using Folder = std::filesystem::path;
+
+const std::set<std::string> FilePlaceholders{"FILE", "IMAGE", "PATH"};
+
+std::vector<std::string> ErrorNumbers()
+{
+    std::vector<std::string> numbers;
+    for (const Vesmar::Error error : Cli::AllErrors()) {
+        numbers.push_back(std::to_string(static_cast<int>(error)));
+    }
+    return numbers;
+}
+
+std::vector<std::string> ErrorNames()
+{
+    std::vector<std::string> names;
+    for (const Vesmar::Error error : Cli::AllErrors()) {
+        names.push_back(Cli::Name(error).toStdString());
+    }
+    return names;
+}
+
+std::vector<std::string> ScenarioAndFaultNames()
+{
+    std::vector<std::string> names;
+    for (const Simulator::NamedScenario& scenario : Simulator::Scenarios) {
+        names.emplace_back(scenario.name);
+    }
+    for (const Simulator::NamedFault& fault : Simulator::Faults) {
+        names.emplace_back(fault.name);
+    }
+    return names;
+}
+
+void Write(const Folder& file, const std::string& text)
+{
+    std::ofstream stream(file);
+    stream << text;
+    stream.close();
+    if (!stream) {
+        throw std::runtime_error("cannot write " + file.string());
+    }
+}
+
+void WritePage(const Folder& folder, const Manual::ManPage& page)
+{
+    Write(folder / (page.name + ".1.scd"), page.text);
+}
+
+void WriteAll(const Folder& pages, const Folder& completions)
+{
+    const Cli::Program program;
+    const CLI::App& vesmar = program.CommandLine();
+    const std::shared_ptr<const CLI::App> simulator = Simulator::DeclaredCommandLine();
+    for (const Manual::ManPage& page : Manual::PagePerCommand(vesmar, simulator->get_name())) {
+        WritePage(pages, page);
+    }
+    WritePage(pages, Manual::WholePage(*simulator, vesmar.get_name()));
+    Write(completions / vesmar.get_name(),
+          Manual::Completion(vesmar, {FilePlaceholders, {{"CODE", ErrorNumbers()}, {"NAME", ErrorNames()}}}));
+    Write(completions / simulator->get_name(),
+          Manual::Completion(*simulator, {FilePlaceholders, {{"NAME", ScenarioAndFaultNames()}}}));
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    constexpr int ArgumentCount = 3;
+    if (argc != ArgumentCount) {
+        std::cerr << "Usage: " << argv[0] << " FOLDER-OF-PAGES FOLDER-OF-COMPLETIONS\n";
+        return EXIT_FAILURE;
+    }
+    try {
+        WriteAll(argv[1], argv[2]);
+    } catch (const std::exception& problem) {
+        std::cerr << "The manual cannot be written: " << problem.what() << '\n';
+        return EXIT_FAILURE;
+    }
+    return EXIT_SUCCESS;
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+#include <vector>
+
+namespace Manual
+{
+
+/// The source of a page of section 1, for scdoc.
+struct ManPage {
+    std::string name; ///< of the page, as in "vesmar-info"
+    std::string text;
+};
+
+/// One page for the program with all its commands. It points to a page that is related to it.
+ManPage WholePage(const CLI::App& program, const std::string& relatedPage);
+
+/// A page for the program, which points to a related one, and one for each of its commands with those below
+/// it.
+std::vector<ManPage> PagePerCommand(const CLI::App& program, const std::string& relatedPage);
+
+} // namespace Manual

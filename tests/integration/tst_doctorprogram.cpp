@@ -1,0 +1,187 @@
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QtTest>
+
+#include "integration/programrun.h"
+
+namespace
+{
+
+const QString SimulatorProgram = QStringLiteral(SIMULATOR_PROGRAM);
+const QString VesmarProgram = QStringLiteral(VESMAR_PROGRAM);
+
+/// The object of this event; empty where there is none.
+QJsonObject Event(const char* event, const QByteArrayList& lines)
+{
+    for (const QByteArray& line : lines) {
+        const QJsonObject object = ObjectOf(line);
+        if (object.value(QLatin1String("event")).toString() == QLatin1String(event)) {
+            return object;
+        }
+    }
+    return {};
+}
+
+int Number(const QJsonObject& object, const char* field)
+{
+    return object.value(QLatin1String(field)).toInt(-1);
+}
+
+QString Text(const QJsonObject& object, const char* field)
+{
+    return object.value(QLatin1String(field)).toString();
+}
+
+} // namespace
+
+class TestDoctorProgram : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void SoundLink();
+    void SetsTheLineUp();
+    void Verdicts_data();
+    void Verdicts();
+    void SilenceEndsTheAsking();
+    void AnswersTooLateForALostLink();
+    void HeldByAnotherProgram();
+    void MissingDevice();
+    void EndsWithASignal();
+};
+
+void TestDoctorProgram::SoundLink()
+{
+    VesmarRun run(QStringLiteral("doctor"));
+    QCOMPARE(run->Finish(), 0);
+    QCOMPARE(run->Errors(), QByteArray());
+    const QByteArray output = run->Output();
+    QVERIFY2(output.startsWith("Device:           /dev/ttycommunication leads to /dev/pts/"),
+             output.constData());
+    QVERIFY2(output.contains("\nHeld by:          nobody else"), output.constData());
+    QVERIFY2(output.contains("of 50 requests 50 proper, 0 refused, 0 damaged, 0 silent\n"),
+             output.constData());
+    QCOMPARE(output.count('#'), 50);
+    QVERIFY2(output.contains("\nMode:             Normal (0)\n"), output.constData());
+    QVERIFY2(output.contains("\nThe link is sound"), output.constData());
+}
+
+void TestDoctorProgram::SetsTheLineUp()
+{
+    const QTemporaryDir folder;
+    const QString log = folder.filePath(QStringLiteral("settings"));
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("VESMAR_SIMULATOR_LINE_LOG"), log);
+    ProgramRun run(SimulatorProgram,
+                   {QStringLiteral("run"), QStringLiteral("--"), VesmarProgram, QStringLiteral("doctor")},
+                   environment);
+    QCOMPARE(run.Finish(), 0);
+    QCOMPARE(ContentOf(log), QByteArray("iflag=0 oflag=0 cflag=19b2 lflag=0 vmin=0 vtime=0\n"));
+}
+
+void TestDoctorProgram::Verdicts_data()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QString>("reason");
+    QTest::addColumn<QString>("kind");
+    const auto row = [](const char* name, const QStringList& options, int status, const char* reason,
+                        const char* kind) {
+        QTest::newRow(name) << options << status << QString::fromLatin1(reason) << QString::fromLatin1(kind);
+    };
+    row("refusals", InScenario("refuse"), 2, "refused", "refused");
+    row("wrong checksums", InScenario("bad-crc"), 2, "damaged", "damaged");
+    row("garbage in front", InScenario("garbage-before"), 2, "damaged", "damaged");
+    row("garbage behind", InScenario("garbage-after"), 2, "damaged", "damaged");
+    row("half answers", InScenario("truncated"), 2, "damaged", "damaged");
+    row("a byte too many", InScenario("wrong-length"), 2, "damaged", "damaged");
+    row("slow, but not too slow", AtOnce("fault slow 60"), 0, "", "proper");
+    row("error", AtOnce("error 4"), 4, "", "proper");
+    row("update mode", AtOnce("mode 3"), 3, "update-mode", "proper");
+    row("calibration mode", AtOnce("mode 1"), 3, "wrong-mode", "proper");
+}
+
+void TestDoctorProgram::Verdicts()
+{
+    QFETCH(QStringList, options);
+    QFETCH(int, status);
+    QFETCH(QString, kind);
+    VesmarRun run(QStringLiteral("doctor --json"), options);
+    QCOMPARE(run->Finish(), status);
+    QCOMPARE(run->Errors(), QByteArray());
+    const QJsonObject answers = Event("answers", run->Lines());
+    QCOMPARE(Number(answers, "asked"), 50);
+    QCOMPARE(answers.value(kind).toInt(-1), 50);
+    const QJsonObject result = ObjectOf(run->Lines().last());
+    QCOMPARE(Text(result, "event"), QStringLiteral("result"));
+    QCOMPARE(Number(result, "status"), status);
+    QTEST(Text(result, "reason"), "reason");
+    QVERIFY(!Text(result, "message").isEmpty());
+}
+
+void TestDoctorProgram::SilenceEndsTheAsking()
+{
+    VesmarRun run(QStringLiteral("doctor --json"), InScenario("silent"));
+    QCOMPARE(run->Finish(), 2);
+    const QJsonObject answers = Event("answers", run->Lines());
+    QCOMPARE(Number(answers, "asked"), 3);
+    QCOMPARE(Number(answers, "silent"), 3);
+    QVERIFY(Event("condition", run->Lines()).isEmpty());
+    QCOMPARE(Text(Event("result", run->Lines()), "reason"), QStringLiteral("no-answer"));
+}
+
+void TestDoctorProgram::AnswersTooLateForALostLink()
+{
+    VesmarRun run(QStringLiteral("doctor --json"), AtOnce("fault slow 600"));
+    QCOMPARE(run->Finish(), 4);
+    const QJsonObject answers = Event("answers", run->Lines());
+    QCOMPARE(Number(answers, "proper"), 50);
+    QCOMPARE(Number(answers, "late"), 50);
+    QVERIFY(answers.value(QLatin1String("fastest")).toDouble() >= 600);
+    QCOMPARE(Text(Event("result", run->Lines()), "reason"), QStringLiteral("late"));
+}
+
+void TestDoctorProgram::HeldByAnotherProgram()
+{
+    const QTemporaryDir folder;
+    const QString log = folder.filePath(QStringLiteral("log"));
+    const QString script =
+        QStringLiteral("exec 3<>/dev/ttycommunication; \"$0\" doctor --json 3<&-; exit $?");
+    ProgramRun run(SimulatorProgram,
+                   {QStringLiteral("run"), QStringLiteral("--log"), log, QStringLiteral("--"),
+                    QStringLiteral("sh"), QStringLiteral("-c"), script, VesmarProgram});
+    QCOMPARE(run.Finish(), 2);
+    const QJsonArray programs = Event("holders", run.Lines()).value(QLatin1String("programs")).toArray();
+    QCOMPARE(programs.size(), 1);
+    QCOMPARE(Text(programs.first().toObject(), "program"), QStringLiteral("sh"));
+    QVERIFY(Event("answers", run.Lines()).isEmpty());
+    const QJsonObject result = Event("result", run.Lines());
+    QCOMPARE(Text(result, "reason"), QStringLiteral("held"));
+    const int process = Number(programs.first().toObject(), "process");
+    QVERIFY(Text(result, "message").contains(QStringLiteral("sh (process %1)").arg(process)));
+    QVERIFY(QFileInfo::exists(log));
+    QCOMPARE(LogIn(log), QByteArrayList());
+}
+
+void TestDoctorProgram::MissingDevice()
+{
+    if (QFileInfo::exists(QStringLiteral("/dev/ttycommunication"))) {
+        QSKIP("This machine has such a serial device.");
+    }
+    ProgramRun run(VesmarProgram, {QStringLiteral("doctor")});
+    QCOMPARE(run.Finish(), 2);
+    QVERIFY2(run.Output().contains("\nThe serial device /dev/ttycommunication does not exist."),
+             run.Output().constData());
+    QCOMPARE(run.Errors(), QByteArray());
+}
+
+void TestDoctorProgram::EndsWithASignal()
+{
+    VesmarRun run(QStringLiteral("doctor"), InScenario("silent"));
+    QTRY_VERIFY_WITH_TIMEOUT(run->Output().contains("Asking for the status"), Patience);
+    QVERIFY(run->Signal(SIGINT)); // which the simulator passes on
+    QCOMPARE(run->Finish(), 128 + SIGINT);
+}
+
+QTEST_GUILESS_MAIN(TestDoctorProgram)
+#include "tst_doctorprogram.moc"

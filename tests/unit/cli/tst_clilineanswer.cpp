@@ -1,0 +1,111 @@
+#include "cli/lineanswer.h"
+
+#include <QtTest>
+
+using Cli::LineAnswer;
+using Cli::LineStatus;
+using Vesmar::Error;
+using Vesmar::FunctionState;
+using Vesmar::MeasurementType;
+using Vesmar::OperationMode;
+using Vesmar::StartTestResult;
+
+class TestCliLineAnswer : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void RequestAsItIsSent();
+    void Kinds_data();
+    void Kinds();
+    void StatusWithoutAFunction();
+    void StatusWithAFunction();
+    void ErrorsOfATestOfResidualCurrentDevices_data();
+    void ErrorsOfATestOfResidualCurrentDevices();
+    void ValuesWithoutANameArePassedOn();
+};
+
+void TestCliLineAnswer::RequestAsItIsSent()
+{
+    QCOMPARE(Cli::StatusRequest(), QByteArray::fromHex("73F44E"));
+}
+
+void TestCliLineAnswer::Kinds_data()
+{
+    QTest::addColumn<QByteArray>("answer");
+    QTest::addColumn<int>("kind");
+    const auto row = [](const char* name, const char* bytes, LineAnswer kind) {
+        QTest::newRow(name) << QByteArray::fromHex(bytes) << static_cast<int>(kind);
+    };
+    row("status", "00F01FEF", LineAnswer::Proper);
+    row("another status", "A3529A32", LineAnswer::Proper);
+    row("nothing", "", LineAnswer::Silent);
+    row("refusal", "214334", LineAnswer::Refused);
+    row("refusal with more behind it", "21433400", LineAnswer::Refused);
+    row("half a refusal", "2143", LineAnswer::Damaged);
+    row("one byte", "00", LineAnswer::Damaged);
+    row("two bytes", "00F0", LineAnswer::Damaged);
+    row("low byte of the checksum", "00F01EEF", LineAnswer::Damaged);
+    row("high byte of the checksum", "00F01FEE", LineAnswer::Damaged);
+    row("checksum with its high byte first", "00F0EF1F", LineAnswer::Damaged);
+    row("data", "01F01FEF", LineAnswer::Damaged);
+    row("one byte in front", "FF00F01FEF", LineAnswer::Damaged);
+    row("one byte behind", "00F01FEFFF", LineAnswer::Damaged);
+    row("too long with a valid checksum", "00F000C113", LineAnswer::Damaged);
+    row("too short with a valid checksum", "06C660", LineAnswer::Damaged);
+}
+
+void TestCliLineAnswer::Kinds()
+{
+    QFETCH(QByteArray, answer);
+    QFETCH(int, kind);
+    QCOMPARE(static_cast<int>(Cli::Classify(answer)), kind);
+}
+
+void TestCliLineAnswer::StatusWithoutAFunction()
+{
+    const LineStatus status = Cli::StatusIn(QByteArray::fromHex("00F5BABF"));
+    QVERIFY(status.mode == OperationMode::Normal);
+    QVERIFY(status.function == MeasurementType::Monitoring);
+    QVERIFY(status.error == Error::NoErrors);
+    QVERIFY(status.startTestResult == StartTestResult::Status5);
+    QVERIFY(!status.functionState.has_value());
+}
+
+void TestCliLineAnswer::StatusWithAFunction()
+{
+    const LineStatus status = Cli::StatusIn(QByteArray::fromHex("A3529A32"));
+    QVERIFY(status.mode == OperationMode::Calibration);
+    QVERIFY(status.function == MeasurementType::RISO);
+    QVERIFY(status.error == Error::DeviceError5);
+    QVERIFY(status.functionState == FunctionState::Completed);
+    QVERIFY(!status.startTestResult.has_value());
+}
+
+void TestCliLineAnswer::ErrorsOfATestOfResidualCurrentDevices_data()
+{
+    QTest::addColumn<QByteArray>("answer");
+    QTest::addColumn<int>("error");
+    QTest::newRow("first") << QByteArray::fromHex("0A070000") << 520;
+    QTest::newRow("last, of the other kind") << QByteArray::fromHex("0BE70000") << 534;
+    QTest::newRow("none") << QByteArray::fromHex("0AF70000") << 15;
+    QTest::newRow("another function") << QByteArray::fromHex("09070000") << 0;
+}
+
+void TestCliLineAnswer::ErrorsOfATestOfResidualCurrentDevices()
+{
+    QFETCH(QByteArray, answer);
+    QFETCH(int, error);
+    QCOMPARE(static_cast<int>(Cli::StatusIn(answer).error), error);
+}
+
+void TestCliLineAnswer::ValuesWithoutANameArePassedOn()
+{
+    const LineStatus status = Cli::StatusIn(QByteArray::fromHex("FFFF0000"));
+    QVERIFY(status.mode == OperationMode::Update);
+    QCOMPARE(static_cast<int>(status.function), 31);
+    QCOMPARE(static_cast<int>(*status.functionState), 15);
+}
+
+QTEST_GUILESS_MAIN(TestCliLineAnswer)
+#include "tst_clilineanswer.moc"
