@@ -6,7 +6,6 @@
 #include <unistd.h>
 
 #include "cli/errorguide.h"
-#include "cli/exitstatus.h"
 #include "cli/format.h"
 #include "cli/output.h"
 
@@ -106,16 +105,7 @@ int ExplainVerb::Run()
     }
     constexpr int Nothing = -1;
     Output output(STDOUT_FILENO, Nothing);
-    switch (output.Write(text)) {
-    case Output::Result::Written:
-        return ExitStatus::Done;
-    case Output::Result::Failed:
-        WriteError(QStringLiteral("cannot write the output: ") + qt_error_string(output.LastError()));
-        break;
-    default:
-        break;
-    }
-    return ExitStatus::NotDone;
+    return PrintingStatus(output, output.Write(text));
 }
 
 } // namespace Cli

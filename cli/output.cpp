@@ -8,7 +8,10 @@
 #include <array>
 #include <cerrno>
 #include <climits>
+#include <csignal>
 #include <iostream>
+
+#include "cli/exitstatus.h"
 
 namespace Cli
 {
@@ -61,6 +64,22 @@ Output::Result Output::FailWith(int error)
 {
     _error = error;
     return error == EPIPE ? Result::ReaderGone : Result::Failed;
+}
+
+int PrintingStatus(const Output& output, Output::Result result)
+{
+    switch (result) {
+    case Output::Result::Written:
+        return ExitStatus::Done;
+    case Output::Result::ReaderGone:
+        return ExitStatus::Signalled + SIGPIPE;
+    case Output::Result::Failed:
+        WriteError(QStringLiteral("cannot write the output: ") + qt_error_string(output.LastError()));
+        break;
+    case Output::Result::GivenUp:
+        break;
+    }
+    return ExitStatus::NotDone;
 }
 
 void WriteError(const QString& text)

@@ -36,6 +36,9 @@ private:
     Result _state = Result::Written;
 };
 
+/// What a program that only prints ends with, when its last output has come to this. Says why it failed.
+int PrintingStatus(const Output& output, Output::Result result);
+
 /// A line of the program's own on the error output.
 void WriteError(const QString& text);
 

@@ -5,6 +5,7 @@
 
 #include "cli/calibrationverb.h"
 #include "cli/clockverb.h"
+#include "cli/decodeverb.h"
 #include "cli/doctorverb.h"
 #include "cli/exitstatus.h"
 #include "cli/explainverb.h"
@@ -55,6 +56,7 @@ Program::Program() : _app(Description, "vesmar")
     AddVerb<RestartVerb>();
     AddVerb<UpdateVerb>();
     AddVerb<DoctorVerb>();
+    AddVerb<DecodeVerb>();
     AddVerb<ExplainVerb>();
 }
 

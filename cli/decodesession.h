@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+#include "cli/decodedevent.h"
+#include "cli/decodehistory.h"
+#include "cli/decodesummary.h"
+#include "cli/event.h"
+#include "cli/logreader.h"
+#include "cli/output.h"
+#include "cli/recordingfile.h"
+
+namespace Cli
+{
+
+/// Decodes one log: prints what it tells, says what is wrong with it, and records it where that is wanted.
+class DecodeSession
+{
+public:
+    struct Task {
+        QString logName;       ///< As messages name it.
+        int logDescriptor;     ///< Open for reading, and the caller's; negative where it cannot be opened.
+        int openError;         ///< Why it cannot.
+        QString recordingPath; ///< Empty for none.
+        bool isJson;
+    };
+
+    DecodeSession(const Task& task, Output& output);
+
+    /// What the program ends with.
+    int Run();
+
+private:
+    bool Begin();
+    void TakeLine(const LogLine& line);
+    void TakeEvent(const DecodedEvent& event);
+    void TakeDamage(qint64 line, const QString& damage);
+    void CloseRecording();
+    void Fail(const char* reason, const QString& message);
+    void Judge();
+    void PrintEnd();
+    void Print(const QByteArray& text);
+    QString DoneText() const;
+
+    Task _task;
+    Output& _output;
+    Output::Result _printed = Output::Result::Written;
+    LogReader _reader;
+    DecodeHistory _history;
+    DecodeSummary _summary;
+    std::optional<RecordingFile> _recording;
+    bool _isEmpty = true;
+    int _damagedLines = 0;
+    Ending _ending;
+};
+
+} // namespace Cli

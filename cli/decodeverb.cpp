@@ -1,0 +1,98 @@
+#include "cli/decodeverb.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+#include "cli/decodesession.h"
+#include "cli/exitstatus.h"
+#include "cli/format.h"
+
+namespace Cli
+{
+
+namespace
+{
+
+constexpr VerbTexts Texts{
+    "decode", "Tell in words what a log of the library has kept",
+    "Usage: vesmar decode FILE [--scenario OUT] [--json]\n",
+    "Reads a log of the library, of a field unit or of vesmar VERB --trace 2> FILE; \"-\" is\n"
+    "the standard input. Tells each exchange with the instrument in words, what was wrong\n"
+    "with it and how long it took, and at the end what was found. Lines of others, their\n"
+    "beginnings of lines and colours do not matter. No instrument is needed.\n"
+    "\n"
+    "--scenario records the exchanges for vesmar-simulator --playback OUT.\n"
+    "\n"
+    "JSON: an event on each line, exchange, unasked or note, and last of all result.\n"
+    "\n"
+    "Exit status: 0 decoded; 1 bad usage, a file that cannot be read or written, or a damaged\n"
+    "log: what is whole is told all the same, but not recorded; 3 the output cannot be\n"
+    "written.\n"
+    "\n"
+    "Example:\n"
+    "  vesmar-simulator run -- vesmar info --trace 2> log\n"
+    "  vesmar decode log\n"};
+
+/// The descriptor of the log, closed in the end.
+class LogFile
+{
+public:
+    explicit LogFile(const QString& path)
+        : _isOwn(path != QLatin1String("-")),
+          _descriptor(_isOwn ? ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NOCTTY)
+                             : STDIN_FILENO)
+    {
+    }
+
+    ~LogFile()
+    {
+        if (_isOwn && _descriptor >= 0) {
+            ::close(_descriptor);
+        }
+    }
+
+    LogFile(const LogFile&) = delete;
+    LogFile(LogFile&&) = delete;
+    LogFile& operator=(const LogFile&) = delete;
+    LogFile& operator=(LogFile&&) = delete;
+
+    int Descriptor() const { return _descriptor; }
+
+private:
+    bool _isOwn;
+    int _descriptor;
+};
+
+QString LogName(const QString& path)
+{
+    return path == QLatin1String("-") ? QStringLiteral("the standard input") : Printable(path);
+}
+
+} // namespace
+
+DecodeVerb::DecodeVerb(CLI::App& program) : Verb(program, Texts, Reach::ProgramOnly)
+{
+    Command().add_option("file", _log, "The log; - for the standard input")->type_name("FILE")->required();
+    Command()
+        .add_option("--scenario", _recording, "Record the exchanges for vesmar-simulator --playback")
+        ->type_name("OUT")
+        ->check([](const std::string& path) { return path.empty() ? "a file needs a name" : std::string(); });
+}
+
+int DecodeVerb::Run()
+{
+    constexpr int Nothing = -1;
+    Output output(STDOUT_FILENO, Nothing);
+    const LogFile log(LogPath());
+    const int openError = log.Descriptor() < 0 ? errno : 0;
+    DecodeSession session(
+        {LogName(LogPath()), log.Descriptor(), openError, RecordingPath(), Options().isJson}, output);
+    return session.Run();
+}
+
+} // namespace Cli

@@ -1,0 +1,69 @@
+#include "cli/logreader.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace Cli
+{
+
+namespace
+{
+
+/// Adds the bytes up to one more than a line may have, which shows that it is too long.
+void AppendBounded(QByteArray& text, const char* bytes, int size)
+{
+    text.append(bytes, qMin(size, LogReader::LongestLine + 1 - text.size()));
+}
+
+QString DamageOf(const QByteArray& text, bool hasEnd)
+{
+    if (text.size() > LogReader::LongestLine) {
+        return QStringLiteral("the line has more than %1 bytes; check that this is a log of the library")
+            .arg(LogReader::LongestLine);
+    }
+    if (text.contains('\0')) {
+        return QStringLiteral("there are bytes that are no text; check that this is a log of the library");
+    }
+    return hasEnd ? QString() : QStringLiteral("the line has no end; get the rest of the log");
+}
+
+} // namespace
+
+std::optional<LogLine> LogReader::Next()
+{
+    QByteArray text;
+    bool hasEnd = false;
+    while (!hasEnd && (_position < _piece.size() || Fill())) {
+        const int end = _piece.indexOf('\n', _position);
+        hasEnd = end >= 0;
+        const int stop = hasEnd ? end : _piece.size();
+        AppendBounded(text, _piece.constData() + _position, stop - _position);
+        _position = hasEnd ? stop + 1 : stop;
+    }
+    if (_error != 0 || (text.isEmpty() && !hasEnd)) {
+        return std::nullopt;
+    }
+    const QString damage = DamageOf(text, hasEnd);
+    if (text.endsWith('\r')) {
+        text.chop(1);
+    }
+    return LogLine{++_lineCount, text, damage};
+}
+
+/// False when there is no more, or nothing more can be read.
+bool LogReader::Fill()
+{
+    constexpr int PieceSize = 65536;
+    _piece.resize(PieceSize);
+    ssize_t received = 0;
+    do {
+        received = ::read(_descriptor, _piece.data(), PieceSize);
+    } while (received < 0 && errno == EINTR);
+    _error = received < 0 ? errno : 0;
+    _piece.resize(static_cast<int>(qMax<ssize_t>(received, 0)));
+    _position = 0;
+    return received > 0;
+}
+
+} // namespace Cli

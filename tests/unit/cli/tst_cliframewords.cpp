@@ -1,0 +1,269 @@
+#include "cli/framewords.h"
+
+#include <QtTest>
+
+#include "cli/framesettings.h"
+
+using Cli::AnswerKind;
+using Cli::FrameContext;
+using Cli::FrameWords;
+using Vesmar::Error;
+using Vesmar::MeasurementType;
+
+Q_DECLARE_METATYPE(AnswerKind)
+
+namespace
+{
+
+QByteArray Hex(const char* digits)
+{
+    return QByteArray::fromHex(digits);
+}
+
+const QByteArray UbRe = Hex("0A000000FFFFFFFF");
+const QByteArray IaTa = Hex("0A00004000006040"); // with an Re of 3.5
+const QByteArray IECIaTa = Hex("0B00004000000000");
+
+} // namespace
+
+class TestCliFrameWords : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void TellsKinds_data();
+    void TellsKinds();
+    void Requests_data();
+    void Requests();
+    void Answers_data();
+    void Answers();
+    void StatusFields();
+    void RequestFields();
+    void TestResults_data();
+    void TestResults();
+};
+
+void TestCliFrameWords::TellsKinds_data()
+{
+    QTest::addColumn<QByteArray>("answer");
+    QTest::addColumn<AnswerKind>("kind");
+    QTest::newRow("none") << QByteArray() << AnswerKind::None;
+    QTest::newRow("data") << Hex("00f5babf") << AnswerKind::Data;
+    QTest::newRow("acknowledge") << Hex("06c660") << AnswerKind::Acknowledge;
+    QTest::newRow("acknowledge and more") << Hex("06c66055") << AnswerKind::Acknowledge;
+    QTest::newRow("refusal") << Hex("214334") << AnswerKind::Refusal;
+    QTest::newRow("damaged") << Hex("00f5babe") << AnswerKind::Damaged;
+    QTest::newRow("one byte") << Hex("06") << AnswerKind::Damaged;
+    QTest::newRow("two bytes") << Hex("0000") << AnswerKind::Damaged;
+}
+
+void TestCliFrameWords::TellsKinds()
+{
+    QFETCH(const QByteArray, answer);
+    QFETCH(const AnswerKind, kind);
+    QCOMPARE(Cli::KindOf(answer), kind);
+}
+
+void TestCliFrameWords::Requests_data()
+{
+    QTest::addColumn<QByteArray>("request");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("problem");
+    const auto row = [](const char* digits, const char* name, const char* text, const char* problem = "") {
+        QTest::newRow(digits) << Hex(digits) << QString::fromLatin1(name) << QString::fromLatin1(text)
+                              << QString::fromLatin1(problem);
+    };
+    row("73f44e", "read status", "");
+    row("57122a", "read version", "");
+    row("52b77a", "read current date", "");
+    row("54711a", "read calibration date", "");
+    row("65033c", "read measurement", "");
+    row("53966a", "start measurement", "");
+    row("68aeed", "stop measurement", "");
+    row("56333a", "initialize update", "");
+    row("7800f081", "change mode", "Normal (0)");
+    row("7801d191", "change mode", "Calibration (1)");
+    row("780393b1", "change mode", "Update (3)");
+    row("72241231235958e37d", "set current date", "2024-12-31 23:59:58");
+    row("74260229000000f47d", "set calibration date", "no valid date");
+    row("5aabcd6a50", "finish update", "confirmation abcd");
+    row("4601027ebc", "program flash sector", "2 bytes");
+    row("5002050400ffffffff4865", "prepare measurement", "RPE (2): time set, method 1, current 2");
+    row("5002ff0000ffffffff3fbf", "prepare measurement",
+        "RPE (2): time none, method 0 with any current, or 1, current 0 or 1 with method 1");
+    row("5001ff0200ffffffff0afc", "prepare measurement", "IEC (97)");
+    row("5003050900ffffffffd86c", "prepare measurement", "RISO (3): time set, voltage 1, mode 2");
+    row("5005050500fffffffff0e7", "prepare measurement", "IPE (5): time set, mode 2, configuration 2");
+    row("5009050200ffffffff063e", "prepare measurement", "HVTest (9): time set, mode 1");
+    row("500a000000ffffffff9404", "prepare measurement",
+        "RCD (10): mode 0, phase 0, quantity 0, current 0, type 0");
+    row("500a004064000060407f24", "prepare measurement",
+        "RCD (10): mode 1, phase 2, quantity 1, current 0, type 1, Re 3.5");
+    row("500b0080c000000000103d", "prepare measurement",
+        "RCDIEC (11): mode 3, phase 0, quantity 0, current 0, type 0 or 2, L and N swapped, unless the type "
+        "says it");
+    row("500c050500fffffffff9be", "prepare measurement", "", "there is no function 12");
+    row("515151a41e", "unknown request", "", "there is no such request");
+    row("73f44f", "read status", "", "the request's checksum is wrong");
+    row("73", "read status", "", "the request's checksum is wrong");
+    row("7801d191", "change mode", "Calibration (1)");
+}
+
+void TestCliFrameWords::Requests()
+{
+    QFETCH(const QByteArray, request);
+    QFETCH(const QString, name);
+    QFETCH(const QString, text);
+    QFETCH(const QString, problem);
+    const FrameWords words = Cli::WordsOfRequest(request);
+    QCOMPARE(words.fields.value(QLatin1String("name")).toString(), name);
+    QCOMPARE(words.text, text);
+    QCOMPARE(words.problem, problem);
+}
+
+void TestCliFrameWords::Answers_data()
+{
+    QTest::addColumn<QByteArray>("request");
+    QTest::addColumn<QByteArray>("answer");
+    QTest::addColumn<int>("function");
+    QTest::addColumn<QByteArray>("prepared");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("problem");
+    const auto row = [](const char* name, const char* request, const char* answer, int function,
+                        const char* text, const char* problem = "", const QByteArray& prepared = {}) {
+        QTest::newRow(name) << Hex(request) << Hex(answer) << function << prepared
+                            << QString::fromLatin1(text) << QString::fromLatin1(problem);
+    };
+    constexpr int None = -1;
+    const char* const status = "73f44e";
+    const char* const measurement = "65033c";
+    row("idle", status, "00f5babf", None, "Normal (0), Monitoring (0), start test 5, no error");
+    row("measuring", status, "a3529a32", None,
+        "Calibration (1), RISO (3), Completed (2), DeviceError5 (5): the instrument reports its error 5, new "
+        "reading");
+    row("no error of an RCD test", status, "2af03206", None, "Calibration (1), RCD (10), Idle (0), no error");
+    row("error of an RCD test", status, "0a072c9f", None,
+        "Normal (0), RCD (10), Running (7), RCDDeviceError0 (520): the RCD test stayed silent, or the "
+        "instrument "
+        "reports its error 0 in it");
+    row("status too long", status, "00f1f2adef", None, "",
+        "a status has 4 bytes, and not 5: the library does not take it");
+    row("status acknowledged", status, "06c660", None, "acknowledged",
+        "data is due: the library does not take an acknowledge");
+    row("start acknowledged", "53966a", "06c660", None, "acknowledged");
+    row("start answered with data", "53966a", "00f5babf", None, "4 bytes of data",
+        "an acknowledge is due: the library does not take data");
+    row("date", "52b77a", "2412312359586199", None, "2024-12-31 23:59:58");
+    row("no date", "54711a", "2499312359584e57", None, "no valid date");
+    row("date too short", "52b77a", "00f5babf", None, "",
+        "a date has 8 bytes, and not 4: the library does not take it");
+    row("version", "57122a", "5041543431303230343831353130353033303232303136f923", None,
+        "device name PAT, device code 410, serial number 204815, version 1.05, version code 03, revision "
+        "code 02, "
+        "build number 2016");
+    row("version with a build of four numbers", "57122a",
+        "5041543431303230343831353130353033303201020304ef4a", None,
+        "device name PAT, device code 410, serial number 204815, version 1.05, version code 03, revision "
+        "code 02, "
+        "build number 1234");
+    row("version too short", "57122a", "00f5babf", None, "",
+        "a version has 25 bytes, and not 4: the library does not take it");
+    row("update", "56333a", "00024220", None, "ready for the image");
+    const char* const values = "00002041000020410000c0400000c0400000c0400000c0403a27"; // 10, 10, 6, 6, 6, 6
+    row("mains", measurement, values, 0, "Monitoring (0): ULN 10, UNPE 10, frequency 6");
+    row("RLN", measurement, values, 1,
+        "RLN (1): resistance 10, voltage 10, current 6, ISUB voltage 6, ISUB current 6", "",
+        Hex("01FF0100FFFFFFFF"));
+    row("IEC", measurement, "00007a4400007a4400007a4400007a4400007a4400007a447733", 1,
+        "IEC (97): result 1000, voltage 1000, ULN 1000, step 1000, delay 1", "", Hex("01FF0200FFFFFFFF"));
+    row("POWER", measurement, values, 8,
+        "POWER (8): energy 10, power 10, current 6, voltage 6, power factor 6, apparent power 6");
+    row("function unknown", measurement, values, None, "values of an unknown function: 10, 10, 6, 6, 6, 6");
+    row("measurement too short", measurement, "00f5babf", 2, "",
+        "a measurement has 26 bytes, and not 4: the library does not take it");
+    row("object all right", measurement, "00024220", 10, "check of the object under test: no error");
+    row("object not all right", measurement, "0300000000000000000000000000000000000000000000000559", 11,
+        "check of the object under test: RCDCheckObject3 (502): the check of the RCD failed with the "
+        "instrument's "
+        "code 3");
+    row("object of an unknown code", measurement, "515151a41e", 10,
+        "check of the object under test: RCDCheckObjectFailed (500): the check of the RCD failed");
+    row("unknown request", "515151a41e", "00f5babf", None, "4 bytes of data");
+}
+
+void TestCliFrameWords::Answers()
+{
+    QFETCH(const QByteArray, request);
+    QFETCH(const QByteArray, answer);
+    QFETCH(const int, function);
+    QFETCH(const QByteArray, prepared);
+    QFETCH(const QString, text);
+    QFETCH(const QString, problem);
+    FrameContext context;
+    context.prepared = prepared;
+    if (function >= 0) {
+        context.function = static_cast<MeasurementType>(function);
+    }
+    const FrameWords words = Cli::WordsOfAnswer(request, answer, context);
+    QCOMPARE(words.text, text);
+    QCOMPARE(words.problem, problem);
+}
+
+void TestCliFrameWords::StatusFields()
+{
+    const FrameWords words = Cli::WordsOfStatus(Hex("a3529a32"));
+    QCOMPARE(words.error.value_or(Error::NoErrors), Error::DeviceError5);
+    QCOMPARE(words.fields.keys(),
+             (QStringList{QStringLiteral("CurrentMeasurementType"), QStringLiteral("ErrorCode"),
+                          QStringLiteral("MeasurementFunctionStatus"), QStringLiteral("NewMeasurement"),
+                          QStringLiteral("TesterMode")}));
+    QCOMPARE(words.fields.value(QLatin1String("NewMeasurement")), QJsonValue(true));
+    QCOMPARE(
+        words.fields.value(QLatin1String("CurrentMeasurementType")).toObject().value(QLatin1String("name")),
+        QJsonValue(QStringLiteral("RISO")));
+    QVERIFY(Cli::WordsOfStatus(Hex("00f5babf")).fields.contains(QStringLiteral("StartTestStatus")));
+    QCOMPARE(Cli::FunctionOf(Hex("a3529a32")), MeasurementType::RISO);
+}
+
+void TestCliFrameWords::RequestFields()
+{
+    const QJsonObject prepare = Cli::WordsOfRequest(Hex("5003050900ffffffffd86c")).fields;
+    const QJsonObject settings{{QStringLiteral("time"), QStringLiteral("set")},
+                               {QStringLiteral("voltage"), QStringLiteral("1")},
+                               {QStringLiteral("mode"), QStringLiteral("2")}};
+    QCOMPARE(prepare.value(QLatin1String("settings")).toObject(), settings);
+    QCOMPARE(prepare.value(QLatin1String("function")).toObject().value(QLatin1String("number")),
+             QJsonValue(3));
+    QCOMPARE(Cli::WordsOfRequest(Hex("4601027ebc")).fields.value(QLatin1String("size")), QJsonValue(2));
+    QCOMPARE(Cli::WordsOfRequest(Hex("5aabcd6a50")).fields.value(QLatin1String("confirmation")),
+             QJsonValue(QStringLiteral("abcd")));
+}
+
+void TestCliFrameWords::TestResults_data()
+{
+    QTest::addColumn<QByteArray>("frame");
+    QTest::addColumn<QByteArray>("prepared");
+    QTest::addColumn<QString>("text");
+    const QByteArray re = Hex("050247410000000000000000000000000000000000000000ea2b");
+    const QByteArray readings = Hex("00000000d600f30000000000000000000000000000000000bd1a");
+    const QByteArray nothing = Hex("00000000eeeeeeee000000000000000000000000000000009c0f");
+    QTest::newRow("Ub/Re") << re << UbRe << "RCD (10): Re 12.437993, Ia -, Ta -";
+    QTest::newRow("Ia/Ta") << readings << IaTa << "RCD (10): Re 3.5, Ia 0.0214, Ta 0.0243";
+    QTest::newRow("IEC") << readings << IECIaTa << "RCDIEC (11): Ia 0.0214, Ta 0.0243";
+    QTest::newRow("no readings") << nothing << IECIaTa << "RCDIEC (11): Ia -, Ta -";
+    QTest::newRow("not prepared in the log")
+        << readings << QByteArray()
+        << "result of an RCD test that was prepared before the log: Re 0, or Ia 0.0214 and Ta 0.0243";
+}
+
+void TestCliFrameWords::TestResults()
+{
+    QFETCH(const QByteArray, frame);
+    QFETCH(const QByteArray, prepared);
+    QFETCH(const QString, text);
+    QCOMPARE(Cli::WordsOfTestResult(frame, {{}, prepared}).text, text);
+}
+
+QTEST_APPLESS_MAIN(TestCliFrameWords)
+#include "tst_cliframewords.moc"
