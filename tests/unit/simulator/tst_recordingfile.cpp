@@ -377,5 +377,5 @@ void TestRecordingFile::SchemaKeepsTheLimitsOfTheWhole()
              QJsonValue(QStringLiteral("#/definitions/exchange")));
 }
 
-QTEST_APPLESS_MAIN(TestRecordingFile)
+QTEST_GUILESS_MAIN(TestRecordingFile) // an application at the end frees what long matches need
 #include "tst_recordingfile.moc"
