@@ -1,5 +1,7 @@
 #include "cli/calibrationverb.h"
 
+#include <CLI/CLI.hpp>
+
 #include "cli/dates.h"
 #include "cli/datewriter.h"
 #include "cli/exitstatus.h"

@@ -1,5 +1,7 @@
 #include "cli/clockverb.h"
 
+#include <CLI/CLI.hpp>
+
 #include <QElapsedTimer>
 
 #include <cstdlib>
@@ -153,6 +155,11 @@ void ClockVerb::TakeDateTime(const std::vector<std::string>& words)
         text += (text.empty() ? "" : " ") + word;
     }
     _wanted = text == "now" ? QDateTime() : ParseDateTime(text);
+}
+
+bool ClockVerb::IsSetting() const
+{
+    return _set.parsed();
 }
 
 int ClockVerb::Run()

@@ -17,7 +17,7 @@ public:
     explicit ClockVerb(CLI::App& program);
 
     /// Whether the clock is to be set.
-    bool IsSetting() const { return _set.parsed(); }
+    bool IsSetting() const;
     /// What it is to be set to; invalid for the present time.
     const QDateTime& Wanted() const { return _wanted; }
     std::chrono::milliseconds ConfirmTimeout() const { return _confirmTimeout; }

@@ -1,5 +1,7 @@
 #include "cli/decodeverb.h"
 
+#include <CLI/CLI.hpp>
+
 #include <QFile>
 #include <QFileInfo>
 

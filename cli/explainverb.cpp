@@ -1,5 +1,7 @@
 #include "cli/explainverb.h"
 
+#include <CLI/CLI.hpp>
+
 #include <unistd.h>
 
 #include "cli/errorguide.h"

@@ -10,9 +10,9 @@
 
 #include "cli/diagnosis.h"
 #include "cli/event.h"
+#include "cli/linkoptions.h"
 #include "cli/output.h"
 #include "cli/signalwatcher.h"
-#include "cli/verb.h"
 
 namespace Cli
 {

@@ -1,5 +1,7 @@
 #include "cli/measurefunctions.h"
 
+#include <CLI/CLI.hpp>
+
 #include <QFile>
 
 #include <algorithm>
@@ -20,6 +22,7 @@
 #include <Vesmar/rpesettings.h>
 
 #include "cli/choice.h"
+#include "cli/helpformatter.h"
 #include "cli/rcdoptions.h"
 #include "cli/verb.h"
 

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
-
 #include <QString>
 
 #include <memory>
@@ -10,6 +8,11 @@
 #include <vector>
 
 #include <Vesmar/continuousmeasurementsettings.h>
+
+namespace CLI
+{
+class App;
+}
 
 namespace Cli
 {

@@ -1,5 +1,7 @@
 #include "cli/measurementview.h"
 
+#include <cmath>
+
 #include "cli/errorguide.h"
 #include "cli/exitstatus.h"
 #include "cli/format.h"

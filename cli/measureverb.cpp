@@ -1,5 +1,7 @@
 #include "cli/measureverb.h"
 
+#include <CLI/CLI.hpp>
+
 #include "cli/exitstatus.h"
 #include "cli/measurementrun.h"
 #include "cli/output.h"

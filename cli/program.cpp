@@ -1,5 +1,7 @@
 #include "cli/program.h"
 
+#include <CLI/CLI.hpp>
+
 #include <algorithm>
 #include <ostream>
 
@@ -10,6 +12,7 @@
 #include "cli/exitstatus.h"
 #include "cli/explainverb.h"
 #include "cli/format.h"
+#include "cli/helpformatter.h"
 #include "cli/infoverb.h"
 #include "cli/measureverb.h"
 #include "cli/monitorverb.h"
@@ -45,13 +48,13 @@ std::string OneLine(const std::string& text)
 
 } // namespace
 
-Program::Program() : _app(Description, "vesmar")
+Program::Program() : _app(std::make_unique<CLI::App>(Description, "vesmar"))
 {
     constexpr int MostVerbs = 1;
-    _app.require_subcommand(0, MostVerbs);
-    _app.set_version_flag("--version", Version);
-    _app.formatter(std::make_shared<HelpFormatter>(Usage));
-    _app.footer(Footer());
+    _app->require_subcommand(0, MostVerbs);
+    _app->set_version_flag("--version", Version);
+    _app->formatter(std::make_shared<HelpFormatter>(Usage));
+    _app->footer(Footer());
     AddVerb<InfoVerb>();
     AddVerb<MonitorVerb>();
     AddVerb<MeasureVerb>();
@@ -64,23 +67,25 @@ Program::Program() : _app(Description, "vesmar")
     AddVerb<ExplainVerb>();
 }
 
+Program::~Program() = default;
+
 template <typename ConcreteVerb>
 void Program::AddVerb()
 {
-    _verbs.push_back(std::make_unique<ConcreteVerb>(_app));
+    _verbs.push_back(std::make_unique<ConcreteVerb>(*_app));
 }
 
 Verb* Program::Parse(int argumentCount, const char* const* arguments, std::ostream& output,
                      std::ostream& errors, int* exitStatus)
 {
     try {
-        _app.parse(argumentCount, arguments);
+        _app->parse(argumentCount, arguments);
         if (Verb* verb = ChosenVerb()) {
             return verb;
         }
         throw CLI::ValidationError("no verb given; vesmar --help lists them");
     } catch (const CLI::Success& success) {
-        *exitStatus = _app.exit(success, output, errors);
+        *exitStatus = _app->exit(success, output, errors);
     } catch (const CLI::ParseError& error) {
         const Verb* verb = ChosenVerb();
         errors << "vesmar: " << OneLine(error.what()) << '\n' << (verb != nullptr ? verb->Usage() : Usage);

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
-
 #include <iosfwd>
 #include <memory>
 #include <vector>
@@ -16,6 +14,7 @@ class Program
 {
 public:
     Program();
+    ~Program();
 
     /// The verb that is to be run, or null where there is none; `exitStatus` then says what the program ends
     /// with. Help and version go to `output`, an error with the usage to `errors`.
@@ -23,14 +22,14 @@ public:
                 int* exitStatus);
 
     /// As it is declared, for those who describe it.
-    const CLI::App& CommandLine() const { return _app; }
+    const CLI::App& CommandLine() const { return *_app; }
 
 private:
     template <typename ConcreteVerb>
     void AddVerb();
     Verb* ChosenVerb() const;
 
-    CLI::App _app;
+    std::unique_ptr<CLI::App> _app;
     std::vector<std::unique_ptr<Verb>> _verbs;
 };
 

@@ -1,9 +1,12 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
-
 #include <Vesmar/rcdiecsettings.h>
 #include <Vesmar/rcdsettings.h>
+
+namespace CLI
+{
+class App;
+}
 
 namespace Cli
 {

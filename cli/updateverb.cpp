@@ -1,5 +1,7 @@
 #include "cli/updateverb.h"
 
+#include <CLI/CLI.hpp>
+
 #include <QFile>
 
 #include "cli/exitstatus.h"

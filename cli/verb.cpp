@@ -1,9 +1,13 @@
 #include "cli/verb.h"
 
+#include <CLI/CLI.hpp>
+
 #include <QString>
 
 #include <cmath>
 #include <memory>
+
+#include "cli/helpformatter.h"
 
 namespace Cli
 {
@@ -12,6 +16,19 @@ namespace
 {
 
 constexpr double LongestSeconds = 86400;
+
+std::chrono::milliseconds ParseSeconds(const char* name, const std::string& text, double least)
+{
+    const QString given = QString::fromLocal8Bit(text.c_str());
+    bool isNumber = false;
+    const double seconds = given.toDouble(&isNumber);
+    if (!isNumber || !(seconds >= least && seconds <= LongestSeconds)) {
+        const QString complaint = QStringLiteral("\"%1\" is not a number of seconds from %2 to %3")
+                                      .arg(given, QString::number(least), QString::number(LongestSeconds));
+        throw CLI::ValidationError(name, complaint.toStdString());
+    }
+    return std::chrono::milliseconds(std::llround(seconds * 1000));
+}
 
 } // namespace
 
@@ -24,6 +41,11 @@ Verb::Verb(CLI::App& program, const VerbTexts& texts, Reach reach)
     if (reach == Reach::Instrument) {
         AddInstrumentOptions();
     }
+}
+
+bool Verb::IsChosen() const
+{
+    return _app.parsed();
 }
 
 void Verb::AddInstrumentOptions()
@@ -47,17 +69,13 @@ void Verb::AddConfirmTimeout(std::chrono::milliseconds& target, double least)
                least, target);
 }
 
-std::chrono::milliseconds Verb::ParseSeconds(const char* name, const std::string& text, double least)
+void Verb::AddTime(const char* name, const char* description, double least,
+                   const std::function<void(std::chrono::milliseconds)>& take)
 {
-    const QString given = QString::fromLocal8Bit(text.c_str());
-    bool isNumber = false;
-    const double seconds = given.toDouble(&isNumber);
-    if (!isNumber || !(seconds >= least && seconds <= LongestSeconds)) {
-        const QString complaint = QStringLiteral("\"%1\" is not a number of seconds from %2 to %3")
-                                      .arg(given, QString::number(least), QString::number(LongestSeconds));
-        throw CLI::ValidationError(name, complaint.toStdString());
-    }
-    return std::chrono::milliseconds(std::llround(seconds * 1000));
+    _app.add_option_function<std::string>(
+            name, [name, least, take](const std::string& text) { take(ParseSeconds(name, text, least)); },
+            description)
+        ->type_name("SECONDS");
 }
 
 } // namespace Cli

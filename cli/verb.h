@@ -1,9 +1,15 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
-
 #include <chrono>
+#include <functional>
 #include <string>
+
+#include "cli/linkoptions.h"
+
+namespace CLI
+{
+class App;
+}
 
 namespace Cli
 {
@@ -13,13 +19,6 @@ constexpr double ShortestTimeout = 0.1;
 
 /// How long an instrument may take to do something and to report it.
 constexpr std::chrono::milliseconds UsualConfirmTimeout{30000};
-
-/// What every verb takes; all but the first are for those that talk to the instrument.
-struct LinkOptions {
-    bool isJson = false;
-    bool isTraceWanted = false;
-    std::chrono::milliseconds timeout{10000};
-};
 
 /// How a verb presents itself.
 struct VerbTexts {
@@ -37,7 +36,7 @@ public:
     Verb(const Verb&) = delete;
     Verb& operator=(const Verb&) = delete;
 
-    bool IsChosen() const { return _app.parsed(); }
+    bool IsChosen() const;
     std::string Usage() const { return _usage; }
     const LinkOptions& Options() const { return _options; }
 
@@ -56,11 +55,7 @@ protected:
     template <typename Target>
     void AddSeconds(const char* name, const char* description, double least, Target& target)
     {
-        _app.add_option_function<std::string>(
-                name,
-                [name, least, &target](const std::string& text) { target = ParseSeconds(name, text, least); },
-                description)
-            ->type_name("SECONDS");
+        AddTime(name, description, least, [&target](std::chrono::milliseconds time) { target = time; });
     }
 
     /// Adds the command "set" below this one.
@@ -71,23 +66,12 @@ protected:
 
 private:
     void AddInstrumentOptions();
-    static std::chrono::milliseconds ParseSeconds(const char* name, const std::string& text, double least);
+    void AddTime(const char* name, const char* description, double least,
+                 const std::function<void(std::chrono::milliseconds)>& take);
 
     CLI::App& _app;
     std::string _usage;
     LinkOptions _options;
-};
-
-/// Shows one usage text at the head of the help.
-class HelpFormatter : public CLI::Formatter
-{
-public:
-    explicit HelpFormatter(std::string usage) : _usage(std::move(usage)) {}
-
-    std::string make_usage(const CLI::App* /*app*/, std::string /*name*/) const override { return _usage; }
-
-private:
-    std::string _usage;
 };
 
 } // namespace Cli

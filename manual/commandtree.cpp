@@ -1,5 +1,7 @@
 #include "manual/commandtree.h"
 
+#include <CLI/CLI.hpp>
+
 #include <sstream>
 
 namespace Manual

@@ -1,9 +1,13 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
-
 #include <string>
 #include <vector>
+
+namespace CLI
+{
+class App;
+class Option;
+} // namespace CLI
 
 namespace Manual
 {

@@ -1,5 +1,7 @@
 #include "manual/completion.h"
 
+#include <CLI/CLI.hpp>
+
 #include <algorithm>
 #include <tuple>
 

@@ -1,11 +1,14 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
-
 #include <map>
 #include <set>
 #include <string>
 #include <vector>
+
+namespace CLI
+{
+class App;
+}
 
 namespace Manual
 {

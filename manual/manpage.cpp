@@ -1,5 +1,7 @@
 #include "manual/manpage.h"
 
+#include <CLI/CLI.hpp>
+
 #include <algorithm>
 
 #include "manual/commandtree.h"

@@ -1,9 +1,12 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
-
 #include <string>
 #include <vector>
+
+namespace CLI
+{
+class App;
+}
 
 namespace Manual
 {

@@ -1,5 +1,7 @@
 #include "cli/measurementview.h"
 
+#include <CLI/CLI.hpp>
+
 #include <QTemporaryFile>
 #include <QtTest>
 
