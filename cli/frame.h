@@ -45,7 +45,7 @@ AnswerKind KindOf(const QByteArray& answer);
 /// Whether the answer is an intact status and nothing else.
 bool IsStatus(const QByteArray& answer);
 
-/// The status in a frame of this size.
+/// The status in a frame of `StatusSize`.
 InstrumentStatus StatusIn(const QByteArray& frame);
 
 /// Whether the function tests residual-current devices.
