@@ -7,7 +7,6 @@
 #include <array>
 #include <memory>
 
-#include <Vesmar/functionstate.h>
 #include <Vesmar/hvtestresults.h>
 #include <Vesmar/ideltaresults.h>
 #include <Vesmar/iecresults.h>
@@ -22,7 +21,6 @@
 #include <Vesmar/risoresults.h>
 #include <Vesmar/rlnresults.h>
 #include <Vesmar/rperesults.h>
-#include <Vesmar/starttestresult.h>
 
 #include "cli/format.h"
 #include "cli/framesettings.h"
@@ -34,11 +32,9 @@ namespace
 {
 
 using Vesmar::Error;
-using Vesmar::FunctionState;
 using Vesmar::MeasurementResults;
 using Vesmar::MeasurementType;
 using Vesmar::OperationMode;
-using Vesmar::StartTestResult;
 
 using Values = std::array<float, 6>;
 

@@ -112,9 +112,7 @@ private:
 class RecordedRuns
 {
 public:
-    /// What goes wrong is repeated so often, alone, where a busy machine may be the cause.
-    explicit RecordedRuns(const RecordedKinds& kinds, int mostRepetitions = 0)
-        : _kinds(kinds), _mostRepetitions(mostRepetitions)
+    explicit RecordedRuns(const RecordedKinds& kinds) : _kinds(kinds)
     {
         for (const RecordedKind& kind : kinds) {
             _runs.push_back(std::make_unique<RecordedRun>(kind));
@@ -129,12 +127,14 @@ public:
         }
     }
 
-    /// Of the last repetition, if there are any; empty where there is none.
+    /// Empty where there is none. What goes wrong is repeated alone: on a busy machine an answer can be too
+    /// late.
     QByteArray Problem(int kind)
     {
+        constexpr int MostRepetitions = 2;
         const auto index = static_cast<size_t>(kind);
         QByteArray problem = _runs.at(index)->Problem();
-        for (int i = 0; i < _mostRepetitions && !problem.isEmpty(); ++i) {
+        for (int i = 0; i < MostRepetitions && !problem.isEmpty(); ++i) {
             problem = RecordedRun(_kinds.at(index)).Problem();
         }
         return problem;
@@ -142,6 +142,5 @@ public:
 
 private:
     const RecordedKinds _kinds;
-    const int _mostRepetitions;
     std::vector<std::unique_ptr<RecordedRun>> _runs;
 };
