@@ -135,6 +135,7 @@ public:
         const auto index = static_cast<size_t>(kind);
         QByteArray problem = _runs.at(index)->Problem();
         for (int i = 0; i < MostRepetitions && !problem.isEmpty(); ++i) {
+            qInfo("once more, for %s", problem.constData());
             problem = RecordedRun(_kinds.at(index)).Problem();
         }
         return problem;
