@@ -6,6 +6,7 @@
 
 #include "cli/event.h"
 #include "cli/format.h"
+#include "cli/frame.h"
 
 namespace Cli
 {
@@ -58,7 +59,7 @@ QString ShortHex(const QByteArray& bytes)
     constexpr int MostBytes = 26;
     const QString more =
         bytes.size() > MostBytes ? QStringLiteral("... of %1 bytes").arg(bytes.size()) : QString();
-    return QString::fromLatin1(bytes.left(MostBytes).toHex()) + more;
+    return Hex(bytes.left(MostBytes)) + more;
 }
 
 QString AnswerText(const DecodedEvent& event)
@@ -148,11 +149,6 @@ QJsonValue ProblemJson(const DecodedEvent& event)
     return event.problem.isEmpty() ? QJsonValue() : QJsonValue(event.problem);
 }
 
-QString HexJson(const QByteArray& bytes)
-{
-    return QString::fromLatin1(bytes.toHex());
-}
-
 QString OutcomeWord(Outcome outcome)
 {
     switch (outcome) {
@@ -175,10 +171,10 @@ QString OutcomeWord(Outcome outcome)
 QJsonObject ExchangeFields(const DecodedEvent& event)
 {
     QJsonObject request = event.requestWords.fields;
-    request.insert(QStringLiteral("bytes"), HexJson(event.request));
+    request.insert(QStringLiteral("bytes"), Hex(event.request));
     QJsonObject answer = event.answerWords.fields;
     answer.insert(QStringLiteral("kind"), OutcomeWord(event.outcome));
-    answer.insert(QStringLiteral("bytes"), HexJson(event.answer));
+    answer.insert(QStringLiteral("bytes"), Hex(event.answer));
     return {{QStringLiteral("request"), request},
             {QStringLiteral("answer"), answer},
             {QStringLiteral("within"), event.within ? QJsonValue(*event.within) : QJsonValue()},
@@ -192,7 +188,7 @@ QJsonObject UnaskedFields(const DecodedEvent& event)
     for (const FrameWords& frame : event.frames) {
         frames.append(frame.fields);
     }
-    return {{QStringLiteral("bytes"), HexJson(event.answer)},
+    return {{QStringLiteral("bytes"), Hex(event.answer)},
             {QStringLiteral("frames"), frames},
             {QStringLiteral("problem"), ProblemJson(event)}};
 }

@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include <Vesmar/functionstate.h>
-
 namespace Cli
 {
 
@@ -82,12 +80,6 @@ DecodedEvent EventOf(DecodedEvent::Kind kind, qint64 line, const LogEntry& entry
     event.request = entry.request;
     event.answer = entry.answer;
     return event;
-}
-
-bool IsTerminated(const QByteArray& status)
-{
-    return (static_cast<unsigned char>(status.at(1)) & 0x0FU) ==
-           static_cast<unsigned>(Vesmar::FunctionState::Terminated);
 }
 
 } // namespace
@@ -234,9 +226,8 @@ void DecodeHistory::Remember(const DecodedEvent& event)
     if (event.request.startsWith('P') && event.outcome == Outcome::Acknowledge) {
         _context.prepared = event.request.mid(CodeSize, event.request.size() - CodeSize - 2);
     }
-    if (event.request.startsWith('s') && event.outcome == Outcome::Data &&
-        event.answer.size() == StatusSize) {
-        _context.function = FunctionOf(event.answer);
+    if (event.request.startsWith('s') && IsStatus(event.answer)) {
+        _context.function = StatusIn(event.answer).function;
     }
 }
 
@@ -274,14 +265,15 @@ QVector<FrameWords> DecodeHistory::TakeFrames()
             _collected.clear();
             return frames;
         }
-        const QByteArray status = _collected.left(StatusSize);
-        if (status.size() != StatusSize || !IsIntact(status)) {
+        const QByteArray frame = _collected.left(StatusSize);
+        if (frame.size() != StatusSize || !IsIntact(frame)) {
             return frames;
         }
-        frames.append(WordsOfStatus(status));
-        _context.function = FunctionOf(status);
+        const InstrumentStatus status = StatusIn(frame);
+        frames.append(WordsOfStatus(frame));
+        _context.function = status.function;
         _collected.remove(0, StatusSize);
-        if (IsTerminated(status)) {
+        if (status.functionState == Vesmar::FunctionState::Terminated) {
             _collected.clear();
             return frames;
         }

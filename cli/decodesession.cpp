@@ -39,7 +39,7 @@ bool IsSameFile(int descriptor, const QString& path)
 DecodeSession::DecodeSession(const Task& task, Output& output)
     : _task(task),
       _output(output),
-      _reader(task.logDescriptor),
+      _reader(task.logDescriptor, task.stopDescriptor),
       _history([this](const DecodedEvent& event) { TakeEvent(event); }),
       _ending(DoneWith({}))
 {
@@ -135,6 +135,9 @@ void DecodeSession::Judge()
     if (_reader.LastError() != 0) {
         Fail("unreadable",
              QStringLiteral("cannot read %1: %2").arg(log, qt_error_string(_reader.LastError())));
+    } else if (_reader.IsStopped() && _summary.Exchanges() == 0) {
+        Fail("no-exchange",
+             QStringLiteral("%1: the reading was ended before an exchange with an instrument").arg(log));
     } else if (_isEmpty) {
         Fail("empty", QStringLiteral("%1 is empty; check that it is the right file").arg(log));
     } else if (_damagedLines > 0) {
@@ -175,14 +178,14 @@ void DecodeSession::CloseRecording()
 
 QString DecodeSession::DoneText() const
 {
+    const QString decoded = _reader.IsStopped() ? QStringLiteral("The log is decoded as far as it was read")
+                                                : QStringLiteral("The log is decoded");
     if (!_recording) {
-        return QStringLiteral("The log is decoded.");
+        return decoded + QLatin1Char('.');
     }
     const QString links =
         _summary.Links() > 1 ? QStringLiteral(", of all %1 links").arg(_summary.Links()) : QString();
-    return QStringLiteral("The log is decoded, and %1 entries are recorded%2.")
-        .arg(_recording->Entries())
-        .arg(links);
+    return decoded + QStringLiteral(", and %1 entries are recorded%2.").arg(_recording->Entries()).arg(links);
 }
 
 void DecodeSession::Print(const QByteArray& text)

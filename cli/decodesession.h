@@ -25,6 +25,7 @@ public:
         int openError;         ///< Why it cannot.
         QString recordingPath; ///< Empty for none.
         bool isJson;
+        int stopDescriptor = -1; ///< The reading ends when it becomes readable; negative for none.
     };
 
     DecodeSession(const Task& task, Output& output);

@@ -73,6 +73,9 @@ void DecodeSummary::Take(const DecodedEvent& event)
         TakeState(event);
         break;
     }
+    if (const std::optional<FoundError> found = _measurement.Take(event)) {
+        Find(found->error, found->line);
+    }
 }
 
 void DecodeSummary::TakeExchange(const DecodedEvent& event)

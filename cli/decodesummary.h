@@ -5,6 +5,7 @@
 #include <QVector>
 
 #include "cli/decodedevent.h"
+#include "cli/decodemeasurement.h"
 
 namespace Cli
 {
@@ -23,11 +24,6 @@ public:
     QJsonObject Fields() const;
 
 private:
-    struct FoundError {
-        Vesmar::Error error;
-        qint64 line;
-    };
-
     void TakeExchange(const DecodedEvent& event);
     void TakeNote(const DecodedEvent& event);
     void TakeState(const DecodedEvent& event);
@@ -46,6 +42,7 @@ private:
     qint64 _longestLine = 0; ///< 0 as long as no time is known.
     bool _isRecovering = false;
     bool _hasResetMode = false; ///< In this recovery.
+    DecodeMeasurement _measurement;
     QVector<FoundError> _errors;
 };
 

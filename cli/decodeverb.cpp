@@ -13,6 +13,7 @@
 #include "cli/decodesession.h"
 #include "cli/exitstatus.h"
 #include "cli/format.h"
+#include "cli/signalwatcher.h"
 
 namespace Cli
 {
@@ -26,7 +27,8 @@ constexpr VerbTexts Texts{
     "Reads a log of the library, of a field unit or of vesmar VERB --trace 2> FILE; \"-\" is\n"
     "the standard input. Tells each exchange with the instrument in words, what was wrong\n"
     "with it and how long it took, and at the end what was found. Lines of others, their\n"
-    "beginnings of lines and colours do not matter. No instrument is needed.\n"
+    "beginnings of lines and colours do not matter. No instrument is needed. Ctrl-C ends the\n"
+    "reading of a log that still grows.\n"
     "\n"
     "--scenario records the exchanges for vesmar-simulator --playback OUT.\n"
     "\n"
@@ -88,12 +90,13 @@ DecodeVerb::DecodeVerb(CLI::App& program) : Verb(program, Texts, Reach::ProgramO
 
 int DecodeVerb::Run()
 {
-    constexpr int Nothing = -1;
-    Output output(STDOUT_FILENO, Nothing);
+    const SignalWatcher signalWatcher;
+    Output output(STDOUT_FILENO, signalWatcher.Descriptor());
     const LogFile log(LogPath());
     const int openError = log.Descriptor() < 0 ? errno : 0;
-    DecodeSession session(
-        {LogName(LogPath()), log.Descriptor(), openError, RecordingPath(), Options().isJson}, output);
+    DecodeSession session({LogName(LogPath()), log.Descriptor(), openError, RecordingPath(), Options().isJson,
+                           signalWatcher.Descriptor()},
+                          output);
     return session.Run();
 }
 

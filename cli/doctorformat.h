@@ -5,6 +5,7 @@
 
 #include "cli/device.h"
 #include "cli/deviceholders.h"
+#include "cli/frame.h"
 #include "cli/linerecord.h"
 
 /// What `doctor` has found, in lines for people and in fields for programs.
@@ -26,7 +27,7 @@ QByteArray AnswersText(const LineRecord& line);
 QJsonObject AnswersJson(const LineRecord& line);
 
 /// Of the instrument.
-QByteArray ConditionText(const LineStatus& status);
-QJsonObject ConditionJson(const LineStatus& status);
+QByteArray ConditionText(const InstrumentStatus& status);
+QJsonObject ConditionJson(const InstrumentStatus& status);
 
 } // namespace Cli

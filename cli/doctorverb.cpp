@@ -2,8 +2,6 @@
 
 #include <unistd.h>
 
-#include <csignal>
-
 #include <Vesmar/serialdevice.h>
 
 #include "cli/device.h"
@@ -11,7 +9,6 @@
 #include "cli/doctorformat.h"
 #include "cli/doctorverdict.h"
 #include "cli/event.h"
-#include "cli/exitstatus.h"
 #include "cli/lineprobe.h"
 #include "cli/linerecord.h"
 #include "cli/output.h"
@@ -52,7 +49,7 @@ public:
         LookAtDevice();
         const std::optional<Ending> obstacle = FindObstacle(_device.Findings(), _holders);
         if (!IsHeard()) {
-            return StatusOfOutput();
+            return PrintingStatus(_output, _outputResult);
         }
         return Conclude(obstacle ? *obstacle : AskInstrument());
     }
@@ -92,7 +89,7 @@ private:
     {
         Write(_isJson ? ResultLine(QDateTime::currentDateTime(), ending)
                       : '\n' + ending.message.toUtf8() + '\n');
-        return IsHeard() ? ending.status : StatusOfOutput();
+        return IsHeard() ? ending.status : PrintingStatus(_output, _outputResult);
     }
 
     void Tell(const char* event, const QByteArray& text, const QJsonObject& json)
@@ -103,15 +100,6 @@ private:
     void Write(const QByteArray& lines) { _outputResult = _output.Write(lines); }
 
     bool IsHeard() const { return _outputResult == Output::Result::Written; }
-
-    int StatusOfOutput() const
-    {
-        if (_outputResult == Output::Result::ReaderGone) {
-            return ExitStatus::Signalled + SIGPIPE;
-        }
-        WriteError(QStringLiteral("cannot write the output: ") + qt_error_string(_output.LastError()));
-        return ExitStatus::NotDone;
-    }
 
     static constexpr int Nothing = -1;
 

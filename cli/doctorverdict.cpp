@@ -211,7 +211,7 @@ Ending Judge(const LineRecord& line)
     if (!line.Status()) {
         return WithoutProperAnswer(line);
     }
-    const LineStatus& status = *line.Status();
+    const InstrumentStatus& status = *line.Status();
     if (line.Count(LineAnswer::Proper) < line.Asked()) {
         return Failed(ExitStatus::Failed, Unreliable(line), status.error);
     }

@@ -20,11 +20,6 @@ using Vesmar::MeasurementType;
 
 using Settings = QVector<std::pair<const char*, QString>>;
 
-unsigned ByteAt(const QByteArray& payload, int position)
-{
-    return position < payload.size() ? static_cast<unsigned char>(payload.at(position)) : 0U;
-}
-
 QString Number(unsigned value)
 {
     return QString::number(value);

@@ -3,13 +3,10 @@
 #include <QDateTime>
 #include <QtEndian>
 
-#include <boost/crc.hpp>
-
 #include <algorithm>
 #include <array>
 #include <memory>
 
-#include <Vesmar/functionstate.h>
 #include <Vesmar/hvtestresults.h>
 #include <Vesmar/ideltaresults.h>
 #include <Vesmar/iecresults.h>
@@ -24,7 +21,6 @@
 #include <Vesmar/risoresults.h>
 #include <Vesmar/rlnresults.h>
 #include <Vesmar/rperesults.h>
-#include <Vesmar/starttestresult.h>
 
 #include "cli/format.h"
 #include "cli/framesettings.h"
@@ -36,15 +32,12 @@ namespace
 {
 
 using Vesmar::Error;
-using Vesmar::FunctionState;
 using Vesmar::MeasurementResults;
 using Vesmar::MeasurementType;
 using Vesmar::OperationMode;
-using Vesmar::StartTestResult;
 
 using Values = std::array<float, 6>;
 
-constexpr int ChecksumSize = 2;
 constexpr int AnySize = -1;
 constexpr int VersionSize = 25;
 constexpr int DateSize = 8;
@@ -81,16 +74,6 @@ const RequestKind* KindOfRequest(const QByteArray& request)
             return request.startsWith(candidate.letter);
         });
     return kind != RequestKinds.cend() ? kind : nullptr;
-}
-
-unsigned ByteAt(const QByteArray& frame, int position)
-{
-    return position < frame.size() ? static_cast<unsigned char>(frame.at(position)) : 0U;
-}
-
-QString Hex(const QByteArray& bytes)
-{
-    return QString::fromLatin1(bytes.toHex());
 }
 
 FrameWords Problem(const QString& problem)
@@ -142,18 +125,6 @@ FrameWords WordsOfRequestData(char letter, const QByteArray& data)
     default:
         return {};
     }
-}
-
-bool IsRCD(MeasurementType function)
-{
-    return function == MeasurementType::RCD || function == MeasurementType::RCDIEC;
-}
-
-Error ErrorOf(MeasurementType function, unsigned nibble)
-{
-    constexpr unsigned None = 15;
-    const bool isOfTest = IsRCD(function) && nibble != None;
-    return static_cast<Error>(isOfTest ? static_cast<unsigned>(Error::RCDDeviceError0) + nibble : nibble);
 }
 
 QString ErrorText(Error error)
@@ -328,32 +299,6 @@ float FixedPointAt(const QByteArray& frame, int position)
 
 } // namespace
 
-bool IsIntact(const QByteArray& frame)
-{
-    if (frame.size() <= ChecksumSize) {
-        return false;
-    }
-    boost::crc_optimal<16, 0x1021, 0, 0, false, false> checksum;
-    checksum.process_bytes(frame.constData(), static_cast<std::size_t>(frame.size() - ChecksumSize));
-    const unsigned found =
-        ByteAt(frame, frame.size() - ChecksumSize) | (ByteAt(frame, frame.size() - 1) << 8U);
-    return checksum.checksum() == found;
-}
-
-AnswerKind KindOf(const QByteArray& answer)
-{
-    if (answer.isEmpty()) {
-        return AnswerKind::None;
-    }
-    if (answer.startsWith("\x21\x43\x34")) {
-        return AnswerKind::Refusal;
-    }
-    if (answer.startsWith("\x06\xC6\x60")) {
-        return AnswerKind::Acknowledge;
-    }
-    return IsIntact(answer) ? AnswerKind::Data : AnswerKind::Damaged;
-}
-
 FrameWords WordsOfRequest(const QByteArray& request)
 {
     const RequestKind* const kind = KindOfRequest(request);
@@ -390,33 +335,25 @@ FrameWords WordsOfAnswer(const QByteArray& request, const QByteArray& answer, co
     return words;
 }
 
-MeasurementType FunctionOf(const QByteArray& status)
-{
-    return static_cast<MeasurementType>(ByteAt(status, 0) & 0x1FU);
-}
-
 FrameWords WordsOfStatus(const QByteArray& frame)
 {
-    const auto mode = static_cast<OperationMode>((ByteAt(frame, 0) >> 5U) & 0x03U);
-    const MeasurementType function = FunctionOf(frame);
-    const Error error = ErrorOf(function, ByteAt(frame, 1) >> 4U);
-    const unsigned process = ByteAt(frame, 1) & 0x0FU;
-    const bool isNew = (ByteAt(frame, 0) & 0x80U) != 0;
-    const bool isIdle = function == MeasurementType::Monitoring;
-    const Shown state =
-        isIdle ? Show(static_cast<StartTestResult>(process)) : Show(static_cast<FunctionState>(process));
+    const InstrumentStatus status = StatusIn(frame);
+    const bool isIdle = status.startTestResult.has_value();
+    const Shown state = isIdle ? Show(*status.startTestResult) : Show(*status.functionState);
+    const QString process =
+        isIdle ? QStringLiteral("start test %1").arg(static_cast<int>(*status.startTestResult)) : state.text;
 
     FrameWords words;
-    words.text = NameAndNumber(mode) + QStringLiteral(", ") + NameAndNumber(function) + QStringLiteral(", ") +
-                 (isIdle ? QStringLiteral("start test %1").arg(process) : state.text) + QStringLiteral(", ") +
-                 ErrorText(error) + (isNew ? QStringLiteral(", new reading") : QString());
-    words.fields = {{QStringLiteral("TesterMode"), Show(mode).json},
-                    {QStringLiteral("CurrentMeasurementType"), Show(function).json},
+    words.text = NameAndNumber(status.mode) + QStringLiteral(", ") + NameAndNumber(status.function) +
+                 QStringLiteral(", ") + process + QStringLiteral(", ") + ErrorText(status.error) +
+                 (status.hasNewMeasurement ? QStringLiteral(", new reading") : QString());
+    words.fields = {{QStringLiteral("TesterMode"), Show(status.mode).json},
+                    {QStringLiteral("CurrentMeasurementType"), Show(status.function).json},
                     {isIdle ? QStringLiteral("StartTestStatus") : QStringLiteral("MeasurementFunctionStatus"),
                      state.json},
-                    {QStringLiteral("ErrorCode"), Show(error).json},
-                    {QStringLiteral("NewMeasurement"), isNew}};
-    words.error = error;
+                    {QStringLiteral("ErrorCode"), Show(status.error).json},
+                    {QStringLiteral("NewMeasurement"), status.hasNewMeasurement}};
+    words.error = status.error;
     return words;
 }
 

@@ -2,14 +2,6 @@
 
 #include <QByteArray>
 
-#include <optional>
-
-#include <Vesmar/error.h>
-#include <Vesmar/functionstate.h>
-#include <Vesmar/measurementtype.h>
-#include <Vesmar/operationmode.h>
-#include <Vesmar/starttestresult.h>
-
 namespace Cli
 {
 
@@ -26,17 +18,5 @@ enum class LineAnswer {
 
 /// What the bytes are that came back.
 LineAnswer Classify(const QByteArray& answer);
-
-/// The instrument's status.
-struct LineStatus {
-    Vesmar::OperationMode mode;
-    Vesmar::MeasurementType function;
-    Vesmar::Error error;
-    std::optional<Vesmar::FunctionState> functionState;     ///< While a function is active.
-    std::optional<Vesmar::StartTestResult> startTestResult; ///< While none is.
-};
-
-/// The status in a proper answer.
-LineStatus StatusIn(const QByteArray& answer);
 
 } // namespace Cli

@@ -5,6 +5,7 @@
 #include <array>
 #include <optional>
 
+#include "cli/frame.h"
 #include "cli/lineanswer.h"
 #include "cli/lineprobe.h"
 
@@ -41,7 +42,7 @@ public:
     std::optional<TimeRange> Times() const;
     QVector<TimeBucket> Histogram() const;
     /// Of the last proper answer.
-    const std::optional<LineStatus>& Status() const { return _status; }
+    const std::optional<InstrumentStatus>& Status() const { return _status; }
     /// Why the line itself failed; 0, or an error number.
     int LineError() const { return _lineError; }
     /// Whether it makes no sense to ask on: too many requests in a row without an answer, or a broken line.
@@ -50,7 +51,7 @@ public:
 private:
     std::array<int, 4> _counts{};
     QVector<double> _times; ///< In milliseconds.
-    std::optional<LineStatus> _status;
+    std::optional<InstrumentStatus> _status;
     int _silentInARow = 0;
     int _lineError = 0;
 };

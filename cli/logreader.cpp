@@ -1,7 +1,9 @@
 #include "cli/logreader.h"
 
+#include <poll.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 
 namespace Cli
@@ -41,7 +43,7 @@ std::optional<LogLine> LogReader::Next()
         AppendBounded(text, _piece.constData() + _position, stop - _position);
         _position = hasEnd ? stop + 1 : stop;
     }
-    if (_error != 0 || (text.isEmpty() && !hasEnd)) {
+    if (_error != 0 || (_isStopped && !hasEnd) || (text.isEmpty() && !hasEnd)) {
         return std::nullopt;
     }
     const QString damage = DamageOf(text, hasEnd);
@@ -51,10 +53,13 @@ std::optional<LogLine> LogReader::Next()
     return LogLine{++_lineCount, text, damage};
 }
 
-/// False when there is no more, or nothing more can be read.
+/// False when there is no more, or nothing more can or is to be read.
 bool LogReader::Fill()
 {
     constexpr int PieceSize = 65536;
+    if (!WaitForBytes()) {
+        return false;
+    }
     _piece.resize(PieceSize);
     ssize_t received = 0;
     do {
@@ -64,6 +69,17 @@ bool LogReader::Fill()
     _piece.resize(static_cast<int>(qMax<ssize_t>(received, 0)));
     _position = 0;
     return received > 0;
+}
+
+/// False when it is to be stopped. Any trouble shows when it is read.
+bool LogReader::WaitForBytes()
+{
+    constexpr int WithoutLimit = -1;
+    std::array<pollfd, 2> descriptors{{{_descriptor, POLLIN, 0}, {_stopDescriptor, POLLIN, 0}}};
+    while (::poll(descriptors.data(), descriptors.size(), WithoutLimit) < 0 && errno == EINTR) {
+    }
+    _isStopped = descriptors[1].revents != 0;
+    return !_isStopped;
 }
 
 } // namespace Cli

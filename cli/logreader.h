@@ -22,19 +22,29 @@ class LogReader
 public:
     static constexpr int LongestLine = 65536; ///< In bytes; the library's own are far shorter.
 
-    /// Reads from the descriptor, which stays the caller's.
-    explicit LogReader(int descriptor) : _descriptor(descriptor) {}
+    /// Reads from the one descriptor until the other becomes readable; a negative one never does. Both stay
+    /// the caller's.
+    explicit LogReader(int descriptor, int stopDescriptor = -1)
+        : _descriptor(descriptor), _stopDescriptor(stopDescriptor)
+    {
+    }
 
-    /// Nothing at the end, or after a read that has failed: `LastError()` tells.
+    /// Nothing at the end, when it was stopped, or after a read that has failed: `LastError()` tells.
     std::optional<LogLine> Next();
 
     /// The error number of the read that has failed, or 0.
     int LastError() const { return _error; }
 
+    /// Whether lines may be left. A line that was there in part is not given out.
+    bool IsStopped() const { return _isStopped; }
+
 private:
     bool Fill();
+    bool WaitForBytes();
 
     int _descriptor;
+    int _stopDescriptor;
+    bool _isStopped = false;
     int _error = 0;
     qint64 _lineCount = 0;
     QByteArray _piece;

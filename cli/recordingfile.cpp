@@ -5,6 +5,7 @@
 #include <QJsonObject>
 
 #include "cli/format.h"
+#include "cli/frame.h"
 
 namespace Cli
 {
@@ -17,11 +18,6 @@ const char End[] = "\n]}\n";
 QByteArray Compact(const QJsonObject& object)
 {
     return QJsonDocument(object).toJson(QJsonDocument::Compact);
-}
-
-QString Hex(const QByteArray& bytes)
-{
-    return QString::fromLatin1(bytes.toHex());
 }
 
 } // namespace

@@ -81,6 +81,8 @@ private Q_SLOTS:
     void CountsLinks();
     void FindsErrors_data();
     void FindsErrors();
+    void FindsErrorsOfMeasurements_data();
+    void FindsErrorsOfMeasurements();
 };
 
 void TestCliDecodeHistory::BoundsTheTime_data()
@@ -349,6 +351,69 @@ void TestCliDecodeHistory::FindsErrors_data()
 }
 
 void TestCliDecodeHistory::FindsErrors()
+{
+    QFETCH(const QByteArrayList, lines);
+    QFETCH(const QList<Vesmar::Error>, errors);
+    QCOMPARE(ErrorsOf(lines), errors);
+}
+
+void TestCliDecodeHistory::FindsErrorsOfMeasurements_data()
+{
+    using Vesmar::Error;
+    QTest::addColumn<QByteArrayList>("lines");
+    QTest::addColumn<QList<Error>>("errors");
+    const QByteArray inPreparation = Entering("PREPARING MEASUREMENT");
+    const QByteArray inStart = Entering("STARTING MEASUREMENT");
+    const QByteArray running = Entering("CONTINUOUS MEASUREMENT");
+    const QByteArray aborting = Entering("ABORTING MEASUREMENT");
+    const QByteArray prepare = Answered("12:00:00.000", "06c660[3b] ACK", "5002ff0001ffffffffb1e4");
+    const QByteArray start = Answered("12:00:00.000", "06c660[3b] ACK", "53966a");
+    const auto status = [](const char* frame) {
+        return Answered("12:00:00.000", (QByteArray(frame) + "[4b]").constData());
+    };
+    const QByteArray noFunction = status("00fed10e");
+    const QByteArray preparing = status("02f15c99");
+    const QByteArray prepareError = status("02f31eb9");
+    const QByteArray prepared = status("02f4f9c9");
+    const QByteArray starting = status("02f5d8d9");
+    const QByteArray startError = status("02f6bbe9");
+    const QByteArray terminated = status("02f95418");
+    const auto row = [](const char* name, const QByteArrayList& lines, const QList<Error>& errors) {
+        QTest::newRow(name) << lines << errors;
+    };
+    row("preparation", {inPreparation, prepare, preparing, prepareError, aborting}, {Error::PrepareFailed});
+    row("status read along with a prepare", {inPreparation, prepare, prepareError, aborting}, {});
+    row("prepare still to be sent", {inPreparation, prepareError, prepare, preparing, aborting}, {});
+    row("error after it was prepared", {inPreparation, prepared, prepareError, prepareError},
+        {Error::PrepareFailed});
+    row("handed over to another kind of test",
+        {inPreparation, prepareError, Entering("RCD MEASUREMENT MODE"), aborting}, {});
+    row("an error of the instrument before it",
+        {inPreparation, prepare, preparing, status("0253f40c"), aborting}, {Error::DeviceError5});
+    row("start test is no state", {inPreparation, status("00f37cdf"), aborting}, {});
+    row("state that stays", {prepareError, inPreparation, noFunction, aborting}, {Error::PrepareFailed});
+    row("state of another kind of test",
+        {prepareError, "12:00:00.000 ReadingBuffer: 0af73370", inPreparation, noFunction, aborting}, {});
+    row("start", {inStart, prepared, start, starting, startError, aborting}, {Error::StartFailed});
+    row("start of what is not prepared", {inStart, prepareError, start, aborting}, {Error::StartFailed});
+    row("falls back", {inStart, prepared, start, starting, prepared, aborting}, {Error::MeasurementFailed});
+    row("aborted before it starts", {inStart, prepared, start, prepared, aborting}, {});
+    row("started again", {inStart, starting, inStart, prepared, aborting}, {});
+    row("run", {running, terminated, aborting}, {Error::MeasurementFailed});
+    row("run of a single function", {Entering("SINGLE MEASUREMENT"), startError, aborting},
+        {Error::MeasurementFailed});
+    row("run of the high-voltage test",
+        {Entering("HVTEST CONTINUOUS MEASUREMENT"), status("02f07d89"), aborting},
+        {Error::MeasurementFailed});
+    row("ended with a result", {running, status("82f9cc03"), aborting}, {});
+    row("completed", {running, status("02f23fa9"), aborting}, {});
+    row("aborted while it runs", {running, status("02f79af9"), aborting}, {});
+    row("damaged status", {running, status("02f95419") + " CRC Invalid", aborting}, {});
+    row("while it is stopped", {Entering("STOPPING MEASUREMENT"), terminated, aborting}, {});
+    row("log from the middle", {terminated, prepareError, aborting}, {});
+}
+
+void TestCliDecodeHistory::FindsErrorsOfMeasurements()
 {
     QFETCH(const QByteArrayList, lines);
     QFETCH(const QList<Vesmar::Error>, errors);

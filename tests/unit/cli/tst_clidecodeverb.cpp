@@ -53,6 +53,8 @@ class TestCliDecodeVerb : public QObject
 private Q_SLOTS:
     void TellsRealLogs_data();
     void TellsRealLogs();
+    void NamesTheErrorOfAFailedMeasurement_data();
+    void NamesTheErrorOfAFailedMeasurement();
     void TellsTheSameOfAJournal();
     void TellsEventsAsJson();
     void ReadsTheStandardInput();
@@ -91,6 +93,37 @@ void TestCliDecodeVerb::TellsRealLogs()
         QVERIFY2(line.size() <= 120, line.constData());
         QVERIFY2(!line.endsWith(' '), line.constData());
     }
+}
+
+void TestCliDecodeVerb::NamesTheErrorOfAFailedMeasurement_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QByteArray>("summary");
+    QTest::newRow("preparation")
+        << QByteArray("preparation-fails")
+        << QByteArray("  error              PrepareFailed (200), line 42\n"
+                      "                     the instrument could not prepare the measurement\n"
+                      "                     vesmar explain 200 tells what to do\n");
+    QTest::newRow("start") << QByteArray("start-fails")
+                           << QByteArray(
+                                  "  error              StartFailed (201), line 60\n"
+                                  "                     the instrument could not start the measurement\n"
+                                  "                     vesmar explain 201 tells what to do\n");
+    QTest::newRow("run") << QByteArray("no-result")
+                         << QByteArray("  error              MeasurementFailed (202), line 69\n"
+                                       "                     the measurement ended without a result\n"
+                                       "                     vesmar explain 202 tells what to do\n");
+}
+
+void TestCliDecodeVerb::NamesTheErrorOfAFailedMeasurement()
+{
+    QFETCH(const QByteArray, name);
+    QFETCH(const QByteArray, summary);
+    const Outcome outcome = Decode(DataFile(name + ".log"));
+    QCOMPARE(outcome.errors, QByteArray());
+    QCOMPARE(outcome.status, 0);
+    QVERIFY2(outcome.output.endsWith(summary + "The log is decoded.\n"), outcome.output.constData());
+    QCOMPARE(outcome.output.count("  error  "), 1);
 }
 
 /// Without colours, with beginnings of lines and with other line ends.

@@ -4,13 +4,10 @@
 
 #include "cli/framesettings.h"
 
-using Cli::AnswerKind;
 using Cli::FrameContext;
 using Cli::FrameWords;
 using Vesmar::Error;
 using Vesmar::MeasurementType;
-
-Q_DECLARE_METATYPE(AnswerKind)
 
 namespace
 {
@@ -31,8 +28,6 @@ class TestCliFrameWords : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void TellsKinds_data();
-    void TellsKinds();
     void Requests_data();
     void Requests();
     void Answers_data();
@@ -42,27 +37,6 @@ private Q_SLOTS:
     void TestResults_data();
     void TestResults();
 };
-
-void TestCliFrameWords::TellsKinds_data()
-{
-    QTest::addColumn<QByteArray>("answer");
-    QTest::addColumn<AnswerKind>("kind");
-    QTest::newRow("none") << QByteArray() << AnswerKind::None;
-    QTest::newRow("data") << Hex("00f5babf") << AnswerKind::Data;
-    QTest::newRow("acknowledge") << Hex("06c660") << AnswerKind::Acknowledge;
-    QTest::newRow("acknowledge and more") << Hex("06c66055") << AnswerKind::Acknowledge;
-    QTest::newRow("refusal") << Hex("214334") << AnswerKind::Refusal;
-    QTest::newRow("damaged") << Hex("00f5babe") << AnswerKind::Damaged;
-    QTest::newRow("one byte") << Hex("06") << AnswerKind::Damaged;
-    QTest::newRow("two bytes") << Hex("0000") << AnswerKind::Damaged;
-}
-
-void TestCliFrameWords::TellsKinds()
-{
-    QFETCH(const QByteArray, answer);
-    QFETCH(const AnswerKind, kind);
-    QCOMPARE(Cli::KindOf(answer), kind);
-}
 
 void TestCliFrameWords::Requests_data()
 {
@@ -223,7 +197,6 @@ void TestCliFrameWords::StatusFields()
         words.fields.value(QLatin1String("CurrentMeasurementType")).toObject().value(QLatin1String("name")),
         QJsonValue(QStringLiteral("RISO")));
     QVERIFY(Cli::WordsOfStatus(Hex("00f5babf")).fields.contains(QStringLiteral("StartTestStatus")));
-    QCOMPARE(Cli::FunctionOf(Hex("a3529a32")), MeasurementType::RISO);
 }
 
 void TestCliFrameWords::RequestFields()

@@ -3,12 +3,6 @@
 #include <QtTest>
 
 using Cli::LineAnswer;
-using Cli::LineStatus;
-using Vesmar::Error;
-using Vesmar::FunctionState;
-using Vesmar::MeasurementType;
-using Vesmar::OperationMode;
-using Vesmar::StartTestResult;
 
 class TestCliLineAnswer : public QObject
 {
@@ -18,11 +12,6 @@ private Q_SLOTS:
     void RequestAsItIsSent();
     void Kinds_data();
     void Kinds();
-    void StatusWithoutAFunction();
-    void StatusWithAFunction();
-    void ErrorsOfATestOfResidualCurrentDevices_data();
-    void ErrorsOfATestOfResidualCurrentDevices();
-    void ValuesWithoutANameArePassedOn();
 };
 
 void TestCliLineAnswer::RequestAsItIsSent()
@@ -60,51 +49,6 @@ void TestCliLineAnswer::Kinds()
     QFETCH(QByteArray, answer);
     QFETCH(int, kind);
     QCOMPARE(static_cast<int>(Cli::Classify(answer)), kind);
-}
-
-void TestCliLineAnswer::StatusWithoutAFunction()
-{
-    const LineStatus status = Cli::StatusIn(QByteArray::fromHex("00F5BABF"));
-    QVERIFY(status.mode == OperationMode::Normal);
-    QVERIFY(status.function == MeasurementType::Monitoring);
-    QVERIFY(status.error == Error::NoErrors);
-    QVERIFY(status.startTestResult == StartTestResult::Status5);
-    QVERIFY(!status.functionState.has_value());
-}
-
-void TestCliLineAnswer::StatusWithAFunction()
-{
-    const LineStatus status = Cli::StatusIn(QByteArray::fromHex("A3529A32"));
-    QVERIFY(status.mode == OperationMode::Calibration);
-    QVERIFY(status.function == MeasurementType::RISO);
-    QVERIFY(status.error == Error::DeviceError5);
-    QVERIFY(status.functionState == FunctionState::Completed);
-    QVERIFY(!status.startTestResult.has_value());
-}
-
-void TestCliLineAnswer::ErrorsOfATestOfResidualCurrentDevices_data()
-{
-    QTest::addColumn<QByteArray>("answer");
-    QTest::addColumn<int>("error");
-    QTest::newRow("first") << QByteArray::fromHex("0A070000") << 520;
-    QTest::newRow("last, of the other kind") << QByteArray::fromHex("0BE70000") << 534;
-    QTest::newRow("none") << QByteArray::fromHex("0AF70000") << 15;
-    QTest::newRow("another function") << QByteArray::fromHex("09070000") << 0;
-}
-
-void TestCliLineAnswer::ErrorsOfATestOfResidualCurrentDevices()
-{
-    QFETCH(QByteArray, answer);
-    QFETCH(int, error);
-    QCOMPARE(static_cast<int>(Cli::StatusIn(answer).error), error);
-}
-
-void TestCliLineAnswer::ValuesWithoutANameArePassedOn()
-{
-    const LineStatus status = Cli::StatusIn(QByteArray::fromHex("FFFF0000"));
-    QVERIFY(status.mode == OperationMode::Update);
-    QCOMPARE(static_cast<int>(status.function), 31);
-    QCOMPARE(static_cast<int>(*status.functionState), 15);
 }
 
 QTEST_GUILESS_MAIN(TestCliLineAnswer)

@@ -26,6 +26,8 @@ private Q_SLOTS:
     void GoesOnBehindALineThatIsTooLong();
     void ReadsLinesAcrossPieces();
     void GivesOutALineBeforeTheNextIsThere();
+    void StopsInTheMiddleOfALine();
+    void StopsInTheMiddleOfAFile();
     void TellsWhyItCannotRead();
 };
 
@@ -125,6 +127,45 @@ void TestCliLogReader::GivesOutALineBeforeTheNextIsThere()
     ::close(ends[1]);
     QVERIFY(!reader.Next());
     ::close(ends[0]);
+}
+
+void TestCliLogReader::StopsInTheMiddleOfALine()
+{
+    std::array<int, 2> ends{};
+    std::array<int, 2> stop{};
+    QCOMPARE(::pipe(ends.data()), 0);
+    QCOMPARE(::pipe(stop.data()), 0);
+    LogReader reader(ends[0], stop[0]);
+    QCOMPARE(::write(ends[1], "first\nsec", 9), ssize_t(9));
+    QCOMPARE(reader.Next()->text, QByteArray("first"));
+    QVERIFY(!reader.IsStopped());
+    QCOMPARE(::write(stop[1], "!", 1), ssize_t(1));
+    QVERIFY(!reader.Next());
+    QVERIFY(reader.IsStopped());
+    QCOMPARE(reader.LastError(), 0);
+    for (const int descriptor : {ends[0], ends[1], stop[0], stop[1]}) {
+        ::close(descriptor);
+    }
+}
+
+/// Lines that were read already are given out.
+void TestCliLogReader::StopsInTheMiddleOfAFile()
+{
+    const QByteArray line(1000, 'z');
+    const LogText file((line + '\n').repeated(200));
+    std::array<int, 2> stop{};
+    QCOMPARE(::pipe(stop.data()), 0);
+    LogReader reader(file.Descriptor(), stop[0]);
+    int lines = 0;
+    while (const auto found = reader.Next()) {
+        QCOMPARE(found->text, line);
+        QCOMPARE(::write(stop[1], "!", 1), ssize_t(1));
+        ++lines;
+    }
+    QVERIFY(reader.IsStopped());
+    QVERIFY2(lines > 1 && lines < 200, QByteArray::number(lines).constData());
+    ::close(stop[0]);
+    ::close(stop[1]);
 }
 
 void TestCliLogReader::TellsWhyItCannotRead()
