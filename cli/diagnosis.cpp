@@ -42,12 +42,6 @@ Failure DiagnoseDevice(int openError)
     }
 }
 
-/// The error if it says why the link does not work; not the one with which the library goes on trying.
-Error Verdict(Error error)
-{
-    return error >= Error::NoResponse && error <= Error::InvalidResponse ? error : Error::NoErrors;
-}
-
 /// "10 s", "0.5 s".
 QString Seconds(std::chrono::milliseconds time)
 {
@@ -137,6 +131,11 @@ Failure LinkLost(const QString& notDone, Error error)
     return {QStringLiteral("link-lost"),
             notDone + QStringLiteral(" The link to it was lost; check cable and power, and try again."),
             Verdict(error), Ending::Outcome::LinkLost};
+}
+
+Error Verdict(Error error)
+{
+    return error >= Error::NoResponse && error <= Error::InvalidResponse ? error : Error::NoErrors;
 }
 
 bool IsLinkError(Error error)

@@ -42,6 +42,9 @@ Failure InUpdateMode();
 /// may tell why.
 Failure LinkLost(const QString& notDone, Vesmar::Error error);
 
+/// The error if it says why the link does not work; not the one with which the library goes on trying.
+Vesmar::Error Verdict(Vesmar::Error error);
+
 /// Whether the library tells with it that the link is lost.
 bool IsLinkError(Vesmar::Error error);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "cli/diagnosis.h"
 #include "cli/format.h"
 
 namespace Cli
@@ -98,6 +99,15 @@ QString EndingReason(const MeasurementSession& session)
         return FailureReason(session);
     }
     return QStringLiteral("stop-not-confirmed");
+}
+
+/// None where it is not the reason.
+Vesmar::Error EndingError(const MeasurementSession& session, Vesmar::Error presentError)
+{
+    if (session.CurrentOutcome() == Outcome::LinkLost) {
+        return Verdict(presentError);
+    }
+    return session.FailureReason() == Reason::Error ? session.FirstError() : Vesmar::Error::NoErrors;
 }
 
 QString FailureMessage(const MeasurementSession& session)
@@ -231,11 +241,10 @@ QByteArray CsvRow(const QDateTime& time, milliseconds elapsed, const QVector<Rea
     return (row + QLatin1Char('\n')).toUtf8();
 }
 
-Ending EndingOf(const QString& function, const MeasurementSession& session)
+Ending EndingOf(const QString& function, const MeasurementSession& session, Vesmar::Error presentError)
 {
-    const bool isErrorTheReason = session.FailureReason() == Reason::Error;
     return {session.ExitStatus(), EndingOutcome(session), EndMessage(function, session),
-            EndingReason(session), isErrorTheReason ? session.FirstError() : Vesmar::Error::NoErrors};
+            EndingReason(session), EndingError(session, presentError)};
 }
 
 QByteArray ResultText(const QVector<Reading>& readings)

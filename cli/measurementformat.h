@@ -37,8 +37,9 @@ QByteArray ReadingJson(const QDateTime& time, std::chrono::milliseconds elapsed,
 QByteArray CsvHeader(Vesmar::MeasurementType function);
 QByteArray CsvRow(const QDateTime& time, std::chrono::milliseconds elapsed, const QVector<Reading>& readings);
 
-/// How the measurement has ended, with a message of a few sentences.
-Ending EndingOf(const QString& function, const MeasurementSession& session);
+/// How the measurement has ended, with a message of a few sentences. The library's present error may tell why
+/// the link was lost.
+Ending EndingOf(const QString& function, const MeasurementSession& session, Vesmar::Error presentError);
 /// The result as a table.
 QByteArray ResultText(const QVector<Reading>& readings);
 /// What the result in JSON has beside the ending; the readings are the last ones.

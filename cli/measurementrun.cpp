@@ -130,7 +130,7 @@ void MeasurementRun::EndTest()
         return;
     }
     _limit.stop();
-    _link.EndWork(_view.ShowEnd(*_session));
+    _link.EndWork(_view.ShowEnd(*_session, _tester.ErrorCode()));
 }
 
 void MeasurementRun::Follow()

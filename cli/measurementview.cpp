@@ -124,11 +124,11 @@ void MeasurementView::Say(const QString& text)
     _screen.Say(text);
 }
 
-int MeasurementView::ShowEnd(const MeasurementSession& session)
+int MeasurementView::ShowEnd(const MeasurementSession& session, Vesmar::Error presentError)
 {
     _redraw.stop();
     _isEnded = true;
-    const Ending ending = EndingWithFile(session);
+    const Ending ending = EndingWithFile(session, presentError);
     const bool isMeasured = session.CurrentOutcome() == MeasurementSession::Outcome::Completed;
     if (_isJson) {
         const QJsonObject fields = ResultFields(_function.name, session.IsStopConfirmed(), _readings);
@@ -146,10 +146,10 @@ int MeasurementView::ShowEnd(const MeasurementSession& session)
 }
 
 /// A measurement is not all that was asked for if its readings shall be in a file.
-Ending MeasurementView::EndingWithFile(const MeasurementSession& session) const
+Ending MeasurementView::EndingWithFile(const MeasurementSession& session, Vesmar::Error presentError) const
 {
     const QString name = (_function.name + QLatin1Char(' ') + _mode).trimmed();
-    Ending ending = EndingOf(name, session);
+    Ending ending = EndingOf(name, session, presentError);
     if (_file == nullptr || _file->Problem().isEmpty()) {
         return ending;
     }

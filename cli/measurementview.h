@@ -36,8 +36,8 @@ public:
     void ShowResults(const Vesmar::MeasurementResults& results);
     /// A sentence for the person who watches, on the error output.
     void Say(const QString& text);
-    /// The program's exit status. Nothing is shown after it but what is said.
-    int ShowEnd(const MeasurementSession& session);
+    /// The program's exit status. Nothing is shown after it but what is said. The error is the library's.
+    int ShowEnd(const MeasurementSession& session, Vesmar::Error presentError);
 
     /// Writes what is left. False if not everything could be shown.
     bool Finish();
@@ -49,7 +49,7 @@ Q_SIGNALS:
 private:
     std::chrono::milliseconds Elapsed() const;
     void ShowEvent(const char* event, const QJsonValue& value);
-    Ending EndingWithFile(const MeasurementSession& session) const;
+    Ending EndingWithFile(const MeasurementSession& session, Vesmar::Error presentError) const;
     void DrawLiveLine();
     QString LiveText() const;
 

@@ -1,5 +1,6 @@
 #include "cli/updateformat.h"
 
+#include "cli/diagnosis.h"
 #include "cli/format.h"
 
 namespace Cli
@@ -10,6 +11,7 @@ namespace
 
 using Outcome = UpdateSession::Outcome;
 using Phase = UpdateSession::Phase;
+using Vesmar::Error;
 
 constexpr int AllOfIt = 100;
 
@@ -56,6 +58,13 @@ Ending::Outcome EndingOutcome(Outcome outcome)
     }
 }
 
+/// None where there is none that tells why.
+Error EndingError(const UpdateSession& session, Error presentError)
+{
+    const bool isLinkLost = EndingOutcome(session.CurrentOutcome()) == Ending::Outcome::LinkLost;
+    return isLinkLost ? Verdict(presentError) : session.FirstError();
+}
+
 QString EndingReason(Outcome outcome)
 {
     switch (outcome) {
@@ -86,7 +95,7 @@ QString Confirmed(const UpdateSession& session)
 QString FailureMessage(const UpdateSession& session)
 {
     const QString failed = QStringLiteral("Firmware update failed: %1.").arg(Show(session.FirstError()).text);
-    if (session.FirstError() == Vesmar::Error::UpdateModeChangeFailed) {
+    if (session.FirstError() == Error::UpdateModeChangeFailed) {
         return failed +
                QStringLiteral(" Nothing was sent, and the instrument keeps its firmware; run the same "
                               "command again.");
@@ -182,11 +191,11 @@ QString UpdateGoesOnMessage(int signalNumber)
         .arg(signalNumber);
 }
 
-Ending EndingOf(const UpdateSession& session)
+Ending EndingOf(const UpdateSession& session, Error presentError)
 {
     const Outcome outcome = session.CurrentOutcome();
     return {session.ExitStatus(), EndingOutcome(outcome), EndMessage(session), EndingReason(outcome),
-            session.FirstError()};
+            EndingError(session, presentError)};
 }
 
 QJsonObject ResultFields(const UpdateSession& session, const UpdateVersions& versions)

@@ -39,8 +39,9 @@ QString VersionText(const QString& version);
 
 /// What is said where a signal must not end it.
 QString UpdateGoesOnMessage(int signalNumber);
-/// How it has ended, with a message of a few sentences.
-Ending EndingOf(const UpdateSession& session);
+/// How it has ended, with a message of a few sentences. The library's present error may tell why the link was
+/// lost.
+Ending EndingOf(const UpdateSession& session, Vesmar::Error presentError);
 /// What the result in JSON has beside the ending.
 QJsonObject ResultFields(const UpdateSession& session, const UpdateVersions& versions);
 

@@ -172,7 +172,7 @@ void UpdateRun::Interrupt(int signalNumber)
 int UpdateRun::Conclude()
 {
     _session.TakenDown(Picture());
-    _view.ShowEnd(_session, _versionAfter);
+    _view.ShowEnd(_session, _versionAfter, _tester.ErrorCode());
     return _session.ExitStatus();
 }
 

@@ -93,10 +93,11 @@ void UpdateView::ShowLine(const QString& text)
     }
 }
 
-void UpdateView::ShowEnd(const UpdateSession& session, const QString& versionAfter)
+void UpdateView::ShowEnd(const UpdateSession& session, const QString& versionAfter,
+                         Vesmar::Error presentError)
 {
     _versions.after = versionAfter;
-    const Ending ending = EndingOf(session);
+    const Ending ending = EndingOf(session, presentError);
     if (_isJson) {
         _screen.Write(ResultLine(QDateTime::currentDateTime(), ending, ResultFields(session, _versions)));
     }

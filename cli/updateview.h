@@ -22,7 +22,8 @@ public:
     void ShowError(Vesmar::Error error);
     /// A sentence for the person who watches, on the error output.
     void Say(const QString& text) { _screen.Say(text); }
-    void ShowEnd(const UpdateSession& session, const QString& versionAfter);
+    /// The error is the library's.
+    void ShowEnd(const UpdateSession& session, const QString& versionAfter, Vesmar::Error presentError);
 
     /// Writes what is left. False if not everything could be shown.
     bool Finish() { return _screen.Finish(); }

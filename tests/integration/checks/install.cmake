@@ -34,6 +34,14 @@ function(expect what pattern)
   endif()
 endfunction()
 
+function(expect_installed)
+  foreach(file IN LISTS ARGV)
+    if(NOT EXISTS "${prefix}/${file}")
+      message(FATAL_ERROR "${file} is not installed")
+    endif()
+  endforeach()
+endfunction()
+
 run("${CMAKE_COMMAND}" --install "${BUILD_FOLDER}" --prefix "${prefix}")
 
 build_project("${SOURCE_FOLDER}/tests/integration/consumer")
@@ -48,13 +56,14 @@ expect("the version of vesmar-simulator" "${VERSION}")
 run("${simulator}" run -- "${vesmar}" info)
 expect("what vesmar info tells" "PAT")
 
+set(scenario "${SCENARIOS}/507-rcd-check-object-10.json")
+expect_installed("${DOCUMENTS}/events.md" "${DOCUMENTS}/events.schema.json" "${DOCUMENTS}/faults.schema.json"
+                 "${scenario}")
+run("${simulator}" run --faults "${prefix}/${scenario}" -- "${vesmar}" info)
+
 if(HAS_MANUAL)
-  foreach(file "${MANUAL}/vesmar.1" "${MANUAL}/vesmar-measure.1" "${MANUAL}/vesmar-simulator.1" "${COMPLETIONS}/vesmar"
-               "${COMPLETIONS}/vesmar-simulator")
-    if(NOT EXISTS "${prefix}/${file}")
-      message(FATAL_ERROR "${file} is not installed")
-    endif()
-  endforeach()
+  expect_installed("${MANUAL}/vesmar.1" "${MANUAL}/vesmar-measure.1" "${MANUAL}/vesmar-simulator.1"
+                   "${COMPLETIONS}/vesmar" "${COMPLETIONS}/vesmar-simulator")
   file(READ "${prefix}/${MANUAL}/vesmar.1" output)
   expect("the version on the page of vesmar" "\"vesmar ${VERSION}\"")
 endif()

@@ -154,11 +154,17 @@ Cli::MeasurementSession Busy()
     return session;
 }
 
+const QString Function = QStringLiteral("it");
+
+Cli::Ending EndOf(const Cli::MeasurementSession& session, Error presentError = Error::NoErrors)
+{
+    return Cli::EndingOf(Function, session, presentError);
+}
+
 QByteArray ResultOf(const Cli::MeasurementSession& session, const QVector<Reading>& readings)
 {
-    const QString function = QStringLiteral("it");
-    const QByteArray line = Cli::ResultLine(Noon(), Cli::EndingOf(function, session),
-                                            Cli::ResultFields(function, session.IsStopConfirmed(), readings));
+    const QByteArray line = Cli::ResultLine(Noon(), EndOf(session),
+                                            Cli::ResultFields(Function, session.IsStopConfirmed(), readings));
     CheckRun(line, session.ExitStatus());
     return line;
 }
@@ -184,6 +190,7 @@ private Q_SLOTS:
     void EndOfAFailure();
     void EndThatIsNotConfirmed();
     void EndOfALostLink();
+    void ErrorOfALostLink();
     void ResultAsJson();
     void ReasonsAndOutcomes();
     void FileIsOverwritten();
@@ -269,14 +276,14 @@ void TestCliMeasurementFormat::Table()
 
 void TestCliMeasurementFormat::EndOfAnAbort()
 {
-    QCOMPARE(Cli::EndingOf(QStringLiteral("it"), Aborted(true)).message,
+    QCOMPARE(EndOf(Aborted(true)).message,
              QStringLiteral("Measurement it aborted. The instrument is confirmed to have stopped."));
 }
 
 void TestCliMeasurementFormat::EndOfAFailure()
 {
     QCOMPARE(
-        Cli::EndingOf(QStringLiteral("it"), Failed()).message,
+        EndOf(Failed()).message,
         QStringLiteral("Measurement it failed: PrepareFailed (200): the instrument could not prepare the "
                        "measurement. The instrument is confirmed to have stopped."));
 }
@@ -284,22 +291,34 @@ void TestCliMeasurementFormat::EndOfAFailure()
 void TestCliMeasurementFormat::EndThatIsNotConfirmed()
 {
     QCOMPARE(
-        Cli::EndingOf(QStringLiteral("hv"), Aborted(false)).message,
-        QStringLiteral("Measurement hv aborted. STOP NOT CONFIRMED: the instrument may still be running, "
+        EndOf(Aborted(false)).message,
+        QStringLiteral("Measurement it aborted. STOP NOT CONFIRMED: the instrument may still be running, "
                        "and high voltage may be on. Switch it off at the instrument."));
 }
 
 void TestCliMeasurementFormat::EndOfALostLink()
 {
-    QCOMPARE(Cli::EndingOf(QStringLiteral("it"), LinkLost(MeasurementState::Preparing, true)).message,
+    QCOMPARE(EndOf(LinkLost(MeasurementState::Preparing, true)).message,
              QStringLiteral("Link lost, or the measurement refused by the instrument, while preparing. It is "
                             "back, and the instrument is confirmed to have stopped."));
-    QCOMPARE(Cli::EndingOf(QStringLiteral("it"), LinkLost(MeasurementState::Starting, true)).message,
+    QCOMPARE(EndOf(LinkLost(MeasurementState::Starting, true)).message,
              QStringLiteral("Link lost in the middle of the measurement. It is back, and the instrument is "
                             "confirmed to have stopped."));
-    QCOMPARE(Cli::EndingOf(QStringLiteral("it"), LinkLost(MeasurementState::Starting, false)).message,
+    QCOMPARE(EndOf(LinkLost(MeasurementState::Starting, false)).message,
              QStringLiteral("Link lost, the state of the instrument is unknown: it may still be running, and "
                             "high voltage may be on. Switch it off at the instrument."));
+}
+
+/// The library's verdict on the link, as soon as there is one.
+void TestCliMeasurementFormat::ErrorOfALostLink()
+{
+    const Cli::MeasurementSession lost = LinkLost(MeasurementState::Starting, false);
+    QVERIFY(EndOf(lost, Error::NoResponse).error == Error::NoResponse);
+    QVERIFY(EndOf(lost, Error::InvalidResponse).error == Error::InvalidResponse);
+    QVERIFY(EndOf(lost, Error::CommunicationRecovery).error == Error::NoErrors);
+    QVERIFY(EndOf(lost, Error::DeviceError3).error == Error::NoErrors);
+    QVERIFY(EndOf(Aborted(true), Error::NoResponse).error == Error::NoErrors);
+    QVERIFY(EndOf(Failed(), Error::NoResponse).error == Error::PrepareFailed);
 }
 
 void TestCliMeasurementFormat::ResultAsJson()
@@ -328,7 +347,7 @@ void TestCliMeasurementFormat::ReasonsAndOutcomes()
 {
     using Outcome = Cli::Ending::Outcome;
     const auto check = [](const Cli::MeasurementSession& session, Outcome outcome, const char* reason) {
-        const Cli::Ending ending = Cli::EndingOf(QStringLiteral("it"), session);
+        const Cli::Ending ending = EndOf(session);
         QVERIFY(ending.outcome == outcome);
         QCOMPARE(ending.reason, QLatin1String(reason));
         QCOMPARE(ending.status, session.ExitStatus());

@@ -38,7 +38,7 @@ void TestCliMeasurementView::ResultIsTheLastLine()
             view.ShowResults(Vesmar::ITResults(0.25F));
         };
         showAll();
-        QCOMPARE(view.ShowEnd(session), 6);
+        QCOMPARE(view.ShowEnd(session, Vesmar::Error::NoErrors), 6);
         showAll();
         view.Finish();
     }

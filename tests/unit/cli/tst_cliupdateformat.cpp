@@ -39,10 +39,14 @@ Cli::UpdateSession FinishedSession()
     return session;
 }
 
+Cli::Ending EndOf(const Cli::UpdateSession& session, Error presentError = Error::NoErrors)
+{
+    return Cli::EndingOf(session, presentError);
+}
+
 QByteArray ResultOf(const Cli::UpdateSession& session, const Cli::UpdateVersions& versions)
 {
-    const QByteArray line =
-        Cli::ResultLine(Evening, Cli::EndingOf(session), Cli::ResultFields(session, versions));
+    const QByteArray line = Cli::ResultLine(Evening, EndOf(session), Cli::ResultFields(session, versions));
     CheckRun(line, session.ExitStatus());
     return line;
 }
@@ -62,6 +66,7 @@ private Q_SLOTS:
     void FailuresSayWhatToDo_data();
     void FailuresSayWhatToDo();
     void OtherEnds();
+    void ErrorOfALostLink();
     void Interruptions();
     void ResultAsJson();
     void ResultOfAFailureAsJson();
@@ -149,47 +154,58 @@ void TestCliUpdateFormat::FailuresSayWhatToDo()
     QFETCH(int, sectors);
     QFETCH(int, progress);
     QFETCH(int, error);
-    QTEST(Cli::EndingOf(FailedSession(sectors, progress, static_cast<Error>(error))).message, "message");
+    QTEST(EndOf(FailedSession(sectors, progress, static_cast<Error>(error))).message, "message");
 }
 
 void TestCliUpdateFormat::OtherEnds()
 {
     Cli::UpdateSession done = FinishedSession();
     done.IdentityRead(OperationMode::Normal);
-    QCOMPARE(Cli::EndingOf(done).message,
+    QCOMPARE(EndOf(done).message,
              QStringLiteral("Firmware update done. The instrument is back in its normal mode."));
 
     Cli::UpdateSession stuck = FinishedSession();
     stuck.IdentityRead(Update);
-    QCOMPARE(Cli::EndingOf(stuck).reason, QStringLiteral("update-mode"));
-    QVERIFY(Cli::EndingOf(stuck).message.contains(
-        QStringLiteral("stays in update mode; run the same command again.")));
+    QCOMPARE(EndOf(stuck).reason, QStringLiteral("update-mode"));
+    QVERIFY(
+        EndOf(stuck).message.contains(QStringLiteral("stays in update mode; run the same command again.")));
 
     Cli::UpdateSession away = FinishedSession();
     away.TimeOver(OperationState::Finished);
-    QCOMPARE(Cli::EndingOf(away).reason, QStringLiteral("not-back"));
-    QVERIFY(Cli::EndingOf(away).message.contains(
-        QStringLiteral("sent and confirmed, but the instrument has not")));
+    QCOMPARE(EndOf(away).reason, QStringLiteral("not-back"));
+    QVERIFY(EndOf(away).message.contains(QStringLiteral("sent and confirmed, but the instrument has not")));
 
     Cli::UpdateSession unchanged(8, false);
     unchanged.Begin();
     unchanged.TimeOver(OperationState::Idle);
-    QCOMPARE(Cli::EndingOf(unchanged).reason, QStringLiteral("mode-not-changed"));
-    QVERIFY(
-        Cli::EndingOf(unchanged).message.contains(QStringLiteral("did not change to update mode in time")));
+    QCOMPARE(EndOf(unchanged).reason, QStringLiteral("mode-not-changed"));
+    QVERIFY(EndOf(unchanged).message.contains(QStringLiteral("did not change to update mode in time")));
 
     Cli::UpdateSession unheard(8, true);
     unheard.Begin();
     unheard.Follow({Error::UpdateInitializationFailed, OperationState::Idle, 0, OperationMode::Normal});
-    QVERIFY(Cli::EndingOf(unheard).message.endsWith(QStringLiteral(
+    QVERIFY(EndOf(unheard).message.endsWith(QStringLiteral(
         " No sector was sent. The instrument may be in update mode; check cable and power, and run the "
         "same command again.")));
 
     Cli::UpdateSession lost(8, false);
     lost.Begin();
     lost.Follow({Error::CommunicationRecovery, OperationState::Idle, 0, OperationMode::Normal});
-    QCOMPARE(Cli::EndingOf(lost).reason, QStringLiteral("link-lost"));
-    QVERIFY(Cli::EndingOf(lost).message.contains(QStringLiteral("link was lost before the first sector")));
+    QCOMPARE(EndOf(lost).reason, QStringLiteral("link-lost"));
+    QVERIFY(EndOf(lost).message.contains(QStringLiteral("link was lost before the first sector")));
+}
+
+/// Where the link is lost, the library's verdict tells why, as soon as there is one.
+void TestCliUpdateFormat::ErrorOfALostLink()
+{
+    Cli::UpdateSession away = FinishedSession();
+    away.TimeOver(OperationState::Finished);
+    QVERIFY(EndOf(away, Error::InvalidResponse).error == Error::InvalidResponse);
+    QVERIFY(EndOf(away, Error::CommunicationRecovery).error == Error::NoErrors);
+    QVERIFY(EndOf(away, Error::DeviceError3).error == Error::NoErrors);
+
+    const Cli::UpdateSession failed = FailedSession(8, 25, Error::UpdateInitializationFailed);
+    QVERIFY(EndOf(failed, Error::NoResponse).error == Error::UpdateInitializationFailed);
 }
 
 void TestCliUpdateFormat::Interruptions()
@@ -197,14 +213,14 @@ void TestCliUpdateFormat::Interruptions()
     Cli::UpdateSession before(8, false);
     before.Begin();
     before.Interrupt(OperationState::Idle, 2);
-    QCOMPARE(Cli::EndingOf(before).reason, QStringLiteral("signal"));
-    QCOMPARE(Cli::EndingOf(before).message,
+    QCOMPARE(EndOf(before).reason, QStringLiteral("signal"));
+    QCOMPARE(EndOf(before).message,
              QStringLiteral("Ended by signal 2 before the first sector was sent: the instrument keeps its "
                             "firmware. It may be in update mode; vesmar restart brings it back."));
 
     Cli::UpdateSession after = FinishedSession();
     after.Interrupt(OperationState::Idle, 15);
-    QVERIFY(Cli::EndingOf(after).message.startsWith(
+    QVERIFY(EndOf(after).message.startsWith(
         QStringLiteral("Ended by signal 15 after the firmware was sent and confirmed.")));
 
     QCOMPARE(Cli::UpdateGoesOnMessage(1),

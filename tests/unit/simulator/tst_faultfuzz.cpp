@@ -1,4 +1,4 @@
-#include "textmutator.h"
+#include "jsonfuzz.h"
 
 #include "simulator/faultfile.h"
 #include "simulator/faultplan.h"
@@ -6,14 +6,10 @@
 
 #include <QtTest>
 
-#include <random>
-
 using Simulator::FaultEntry;
 
 namespace
 {
-
-constexpr int InputsPerSeed = 4000;
 
 const QByteArrayList Seeds{
     R"({"faults": [{"fault": "bad-crc", "when": {"request": "s", "from": 3}, "count": 1}, {"fault": "refuse"}]})",
@@ -81,60 +77,28 @@ private Q_SLOTS:
 
 void TestFaultFuzz::SeedsAreValid()
 {
-    for (const QByteArray& seed : Seeds) {
-        int validCount = 0;
-        QCOMPARE(ObjectionTo(seed, &validCount), QByteArray());
-        QCOMPARE(validCount, 1);
-    }
+    JsonFuzz::VerifySeeds(Seeds, ObjectionTo);
 }
 
 void TestFaultFuzz::MutatedFiles_data()
 {
-    QTest::addColumn<QByteArray>("text");
-    for (int i = 0; i < Seeds.size(); ++i) {
-        QTest::addRow("file %d", i) << Seeds.at(i);
-    }
+    JsonFuzz::AddRows(Seeds);
 }
 
 void TestFaultFuzz::MutatedFiles()
 {
     QFETCH(QByteArray, text);
-    int validCount = 0;
-    for (int i = 0; i < InputsPerSeed; ++i) {
-        const QByteArray mutated = TextMutator(static_cast<quint32>(i), Words).Mutated(text);
-        const QByteArray objection = ObjectionTo(mutated, &validCount);
-        QVERIFY2(objection.isEmpty(), (objection + " for " + mutated).constData());
-    }
-    // Both ways are taken often, or the mutations are no good.
-    QVERIFY2(validCount > InputsPerSeed / 100 && validCount < InputsPerSeed / 2,
-             QByteArray::number(validCount).constData());
+    JsonFuzz::VerifyMutations(text, Words, ObjectionTo);
 }
 
 void TestFaultFuzz::EveryBeginning()
 {
-    for (const QByteArray& seed : Seeds) {
-        int validCount = 0;
-        for (int size = 0; size < seed.size(); ++size) {
-            const QByteArray objection = ObjectionTo(seed.left(size), &validCount);
-            QVERIFY2(objection.isEmpty(), (objection + " for " + seed.left(size)).constData());
-        }
-        QCOMPARE(validCount, 0);
-    }
+    JsonFuzz::VerifyBeginnings(Seeds, ObjectionTo);
 }
 
 void TestFaultFuzz::NoiseOfAllBytes()
 {
-    std::mt19937 random(1);
-    int validCount = 0;
-    for (int i = 0; i < 1000; ++i) {
-        QByteArray noise;
-        const int size = static_cast<int>(random() % 300);
-        for (int j = 0; j < size; ++j) {
-            noise.append(static_cast<char>(random() & 0xFF));
-        }
-        QCOMPARE(ObjectionTo(noise, &validCount), QByteArray());
-    }
-    QCOMPARE(validCount, 0);
+    JsonFuzz::VerifyNoise(ObjectionTo);
 }
 
 void TestFaultFuzz::DeepTexts_data()

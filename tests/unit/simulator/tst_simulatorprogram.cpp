@@ -19,6 +19,9 @@
 namespace
 {
 
+/// How long a program may take on a machine that has much else to do. In milliseconds.
+constexpr int Patience = 60000;
+
 const QString SimulatorProgram = QStringLiteral(SIMULATOR_PROGRAM);
 const QByteArray ReadStatus = QByteArray::fromHex("73f44e");
 const QByteArray ReadVersion = QByteArray::fromHex("57122a");
@@ -72,7 +75,7 @@ public:
     {
         pollfd descriptor{_terminal, POLLIN, 0};
         char buffer[256];
-        while (!_output.contains(text) && ::poll(&descriptor, 1, 10000) > 0) {
+        while (!_output.contains(text) && ::poll(&descriptor, 1, Patience) > 0) {
             const ssize_t size = ::read(_terminal, buffer, sizeof(buffer));
             if (size <= 0) {
                 break;
@@ -218,7 +221,7 @@ void TestSimulatorProgram::init()
 /// The exit status of what was started; -1 when it was killed or did not end.
 int TestSimulatorProgram::Finish()
 {
-    const bool hasEnded = _process->waitForFinished(30000);
+    const bool hasEnded = _process->waitForFinished(Patience);
     _output += _process->readAllStandardOutput();
     _errors += _process->readAllStandardError();
     return hasEnded && _process->exitStatus() == QProcess::NormalExit ? _process->exitCode() : -1;
@@ -233,7 +236,7 @@ int TestSimulatorProgram::Run(const QStringList& arguments)
 void TestSimulatorProgram::StartLink(const QString& path, const QStringList& options)
 {
     _process->start(SimulatorProgram, QStringList{QStringLiteral("--link"), path} + options);
-    QTRY_VERIFY_WITH_TIMEOUT(_process->canReadLine(), 10000);
+    QTRY_VERIFY_WITH_TIMEOUT(_process->canReadLine(), Patience);
     QVERIFY(_process->readLine().contains(QFile::encodeName(path)));
 }
 
@@ -362,12 +365,12 @@ void TestSimulatorProgram::TwoSideBySide()
     QProcess other;
     other.start(SimulatorProgram, RunShell(script, {QStringLiteral("--scenario"), QStringLiteral("refuse")}));
     _process->start(SimulatorProgram, RunShell(script));
-    QTRY_VERIFY(_process->canReadLine());
-    QTRY_VERIFY(other.canReadLine());
+    QTRY_VERIFY_WITH_TIMEOUT(_process->canReadLine(), Patience);
+    QTRY_VERIFY_WITH_TIMEOUT(other.canReadLine(), Patience);
     _process->write("go\n");
     other.write("go\n");
     QCOMPARE(Finish(), 0);
-    QVERIFY(other.waitForFinished(30000));
+    QVERIFY(other.waitForFinished(Patience));
     QCOMPARE(Hex(_output.mid(5)).left(4), QByteArray("00fe"));
     QCOMPARE(Hex(other.readAllStandardOutput().mid(5)), QByteArray("214334"));
 }
@@ -389,7 +392,7 @@ void TestSimulatorProgram::SignalsAreForwarded()
         SimulatorProgram,
         RunShell(QStringLiteral("trap 'echo got; exit 7' %1; echo ready; while :; do sleep 0.05; done")
                      .arg(name)));
-    QTRY_VERIFY(_process->canReadLine());
+    QTRY_VERIFY_WITH_TIMEOUT(_process->canReadLine(), Patience);
     QCOMPARE(::kill(static_cast<pid_t>(_process->processId()), signalNumber), 0);
     QCOMPARE(Finish(), 7);
     QCOMPARE(_output, QByteArray("ready\ngot\n"));
@@ -691,7 +694,7 @@ void TestSimulatorProgram::PlaybackOfAnInitialization()
         QFile file(log);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     };
-    QTRY_VERIFY_WITH_TIMEOUT(logged().endsWith(" 73f44e -\n"), 10000);
+    QTRY_VERIFY_WITH_TIMEOUT(logged().endsWith(" 73f44e -\n"), Patience);
     QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("00fed10e"));
     QCOMPARE(client.Ask(ReadVersion, 25), Version);
     QCOMPARE(client.Ask(QByteArray::fromHex("52b77a"), 8).toHex(), QByteArray("2611212055255354"));
@@ -779,13 +782,13 @@ void TestSimulatorProgram::PlaybackTakesFaultsAsCommandsOnly()
     LineClient client(path);
     _process->write("mode 1\nerror 4\nfunction 3\nrestart 2\nscenario falls-back\n"
                     "inject {\"command\": \"mode 1\"}\nfault refuse\n");
-    QTRY_COMPARE((_errors += _process->readAllStandardError()).count('\n'), 7);
+    QTRY_COMPARE_WITH_TIMEOUT((_errors += _process->readAllStandardError()).count('\n'), 7, Patience);
     QCOMPARE(_errors.count("vesmar-simulator: while a recording is played only faults can be commanded; "
                            "leave other commands out\n"),
              6);
     QCOMPARE(_errors.count("vesmar-simulator: inject, while a recording is played"), 1);
     _process->write("fault none\ninject {\"fault\": \"flip\", \"count\": 1}\njump\n");
-    QTRY_COMPARE((_errors += _process->readAllStandardError()).count('\n'), 8);
+    QTRY_COMPARE_WITH_TIMEOUT((_errors += _process->readAllStandardError()).count('\n'), 8, Patience);
     QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("fdfe0b6a"));
     QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("02fe0b6a"));
     _process->write("quit\n");
@@ -931,10 +934,11 @@ void TestSimulatorProgram::LinkTakesCommands()
     StartLink(path);
     LineClient client(path);
     _process->write("jump\n\nmode 2\nerror 4\n");
-    QTRY_COMPARE(client.Ask(ReadStatus, 4).left(2).toHex(), QByteArray("404e"));
+    QTRY_COMPARE_WITH_TIMEOUT(client.Ask(ReadStatus, 4).left(2).toHex(), QByteArray("404e"), Patience);
     _process->closeWriteChannel();
     QCOMPARE(client.Ask(ReadVersion, 25), Version);
-    QTRY_COMPARE((_errors += _process->readAllStandardError()).count("no command \"jump\""), 1);
+    QTRY_COMPARE_WITH_TIMEOUT((_errors += _process->readAllStandardError()).count("no command \"jump\""), 1,
+                              Patience);
     QCOMPARE(_process->state(), QProcess::Running);
     _process->terminate();
     QCOMPARE(Finish(), 0);
@@ -946,10 +950,10 @@ void TestSimulatorProgram::LinkTakesFaults()
     StartLink(path);
     LineClient client(path);
     _process->write("inject {\"fault\": \"refuse\", \"when\": {\"request\": \"W\"}}\nerror 4\n");
-    QTRY_COMPARE(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("4e"));
+    QTRY_COMPARE_WITH_TIMEOUT(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("4e"), Patience);
     QCOMPARE(client.Ask(ReadVersion, 3).toHex(), QByteArray("214334"));
     _process->write("faults clear\nerror 5\n");
-    QTRY_COMPARE(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("5e"));
+    QTRY_COMPARE_WITH_TIMEOUT(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("5e"), Patience);
     QCOMPARE(client.Ask(ReadVersion, 25), Version);
     _process->write("quit\n");
     QCOMPARE(Finish(), 0);
@@ -998,11 +1002,11 @@ void TestSimulatorProgram::LinkFollowsALineThatReturnsByItself()
         LineClient client(path);
         _process->write("inject {\"fault\": \"hang-up\", \"line-back-in\": 100, \"when\": {\"request\": "
                         "\"W\"}}\nerror 4\n");
-        QTRY_COMPARE(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("4e"));
+        QTRY_COMPARE_WITH_TIMEOUT(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("4e"), Patience);
         QVERIFY(client.Write(ReadVersion));
         QCOMPARE(client.Read(1), QByteArray());
     }
-    QTRY_VERIFY(QFileInfo::exists(path));
+    QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(path), Patience);
     LineClient client(path);
     QCOMPARE(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("4e"));
     _process->write("quit\n");
@@ -1015,9 +1019,9 @@ void TestSimulatorProgram::LinkFollowsANewLine()
     const QString path = _folder->filePath(QStringLiteral("line"));
     StartLink(path);
     _process->write("fault hang-up\n");
-    QTRY_VERIFY(!QFileInfo::exists(path));
+    QTRY_VERIFY_WITH_TIMEOUT(!QFileInfo::exists(path), Patience);
     _process->write("plug\n");
-    QTRY_VERIFY(QFileInfo::exists(path));
+    QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(path), Patience);
     LineClient client(path);
     QCOMPARE(client.Ask(ReadVersion, 25), Version);
     _process->write("quit\n");
@@ -1031,7 +1035,7 @@ void TestSimulatorProgram::LinkRefusesAPathThatIsTaken()
     StartLink(path);
     QProcess second;
     second.start(SimulatorProgram, {QStringLiteral("--link"), path});
-    QVERIFY(second.waitForFinished(30000));
+    QVERIFY(second.waitForFinished(Patience));
     QCOMPARE(second.exitCode(), 1);
     const QByteArray errors = second.readAllStandardError();
     QVERIFY2(errors.contains("it exists") && errors.count('\n') == 1, errors.constData());
