@@ -24,7 +24,7 @@ namespace
 
 using Folder = std::filesystem::path;
 
-const std::set<std::string> FilePlaceholders{"FILE", "IMAGE", "PATH"};
+const std::set<std::string> FilePlaceholders{"FILE", "IMAGE", "OUT", "PATH"};
 
 std::vector<std::string> ErrorNumbers()
 {

@@ -208,9 +208,10 @@ void TestManual::Offers()
 void TestManual::OffersFiles_data()
 {
     QTest::addColumn<QByteArray>("line");
-    for (const char* line : {"vesmar update vesm", "vesmar update image --confirmation vesm",
-                             "vesmar measure rpe --csv vesm", "vesmar-simulator confirmation vesm",
-                             "vesmar-simulator --link vesm", "vesmar-simulator run --faults vesm"}) {
+    for (const char* line :
+         {"vesmar update vesm", "vesmar update image --confirmation vesm", "vesmar measure rpe --csv vesm",
+          "vesmar-simulator confirmation vesm", "vesmar-simulator --link vesm",
+          "vesmar-simulator run --faults vesm", "vesmar decode vesm", "vesmar decode log --scenario vesm"}) {
         QTest::newRow(line) << QByteArray(line);
     }
 }
