@@ -89,8 +89,7 @@ constexpr std::array<Entry, 25> Entries{{
      {"the instrument refused the update or one of its sectors",
       "a sector or its acknowledge was lost on the line"},
      "The instrument waits in update mode and has no complete firmware: do not switch it off, check the "
-     "cable and "
-     "and update it again from the beginning."},
+     "cable, and update it again from the beginning."},
     {Error::UpdateConfirmationFailed,
      Error::UpdateConfirmationFailed,
      {"the confirmation file belongs to another image", "the image arrived damaged"},

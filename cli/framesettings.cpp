@@ -114,8 +114,8 @@ Settings SettingsOfRCDIEC(const QByteArray& payload)
 Settings SettingsOf(MeasurementType function, const QByteArray& payload)
 {
     const unsigned code = ByteAt(payload, 2);
-    const Settings mode{{"mode", Bit(code, 1, "2", "1")}};
-    const Settings configuration{{"configuration", Bit(code, 4, "2", "1")}};
+    const Settings::value_type mode{"mode", Bit(code, 1, "2", "1")};
+    const Settings::value_type configuration{"configuration", Bit(code, 4, "2", "1")};
     switch (function) {
     case MeasurementType::RPE:
         return SettingsOfRPE(code);
@@ -123,12 +123,12 @@ Settings SettingsOf(MeasurementType function, const QByteArray& payload)
         return {{"voltage", Number(code & 3U)}, {"mode", ModeOfRISO(code)}};
     case MeasurementType::IPE:
     case MeasurementType::IDELTA:
-        return mode + configuration;
+        return {mode, configuration};
     case MeasurementType::IT:
-        return configuration;
+        return {configuration};
     case MeasurementType::POWER:
     case MeasurementType::HVTest:
-        return mode;
+        return {mode};
     case MeasurementType::RCD:
         return SettingsOfRCD(payload);
     case MeasurementType::RCDIEC:

@@ -60,10 +60,10 @@ bool LogReader::Fill()
     if (!WaitForBytes()) {
         return false;
     }
-    _piece.resize(PieceSize);
+    _piece = QByteArray(PieceSize, Qt::Uninitialized);
     ssize_t received = 0;
     do {
-        received = ::read(_descriptor, _piece.data(), PieceSize);
+        received = ::read(_descriptor, _piece.data(), static_cast<size_t>(_piece.size()));
     } while (received < 0 && errno == EINTR);
     _error = received < 0 ? errno : 0;
     _piece.resize(static_cast<int>(qMax<ssize_t>(received, 0)));

@@ -1,18 +1,48 @@
 #include "simulator/exchangelog.h"
 
 #include <QDateTime>
+#include <QtDebug>
 
+#include <cerrno>
+#include <fcntl.h>
 #include <stdexcept>
 
 namespace Simulator
 {
 
-ExchangeLog::ExchangeLog(const QString& path) : _file(path)
+namespace
 {
-    if (!path.isEmpty() && !_file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text)) {
-        throw std::runtime_error(
-            QStringLiteral("cannot write the log %1: %2").arg(path, _file.errorString()).toStdString());
+
+/// Negative, with the reason in errno, when that fails. For somebody who reads a pipe it does not wait.
+int OpenAnew(const QString& path)
+{
+    constexpr mode_t Permissions = 0666;
+    const int descriptor =
+        ::open(QFile::encodeName(path).constData(),
+               O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, Permissions);
+    if (descriptor >= 0) {
+        ::fcntl(descriptor, F_SETFL, 0); // only opening does not wait
     }
+    return descriptor;
+}
+
+QString Failure(const QString& path, const QString& reason)
+{
+    return QStringLiteral("cannot write the log %1: %2").arg(path, reason);
+}
+
+} // namespace
+
+ExchangeLog::ExchangeLog(const QString& path) : _path(path)
+{
+    if (path.isEmpty()) {
+        return;
+    }
+    const int descriptor = OpenAnew(path);
+    if (descriptor < 0) {
+        throw std::runtime_error(Failure(path, qt_error_string(errno)).toStdString());
+    }
+    _file.open(descriptor, QIODevice::WriteOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle);
 }
 
 void ExchangeLog::Write(const Exchange& exchange)
@@ -37,8 +67,12 @@ void ExchangeLog::WriteLine(const QByteArray& text)
         return;
     }
     const QByteArray time = QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs).toLatin1();
-    _file.write(time + ' ' + text + '\n');
-    _file.flush();
+    const QByteArray line = time + ' ' + text + '\n';
+    if (_file.write(line) != line.size()) {
+        qWarning().noquote() << "vesmar-simulator:"
+                             << Failure(_path, _file.errorString()) + QStringLiteral("; it ends here");
+        _file.close();
+    }
 }
 
 } // namespace Simulator

@@ -13,9 +13,10 @@ namespace Simulator
 class ExchangeLog
 {
 public:
-    /// An empty path means no log. Throws std::runtime_error when the file cannot be written.
+    /// An empty path means no log. Throws std::runtime_error when the file cannot be opened for writing.
     explicit ExchangeLog(const QString& path);
 
+    // The first line that cannot be written ends the log, and is told on the standard error.
     void Write(const Exchange& exchange);
     void Write(const QString& remark);
     void WriteUnasked(const QByteArray& bytes);
@@ -23,6 +24,7 @@ public:
 private:
     void WriteLine(const QByteArray& text);
 
+    QString _path;
     QFile _file;
 };
 

@@ -10,6 +10,7 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <iostream>
@@ -20,6 +21,7 @@ namespace
 
 constexpr int NothingDone = 1;
 constexpr int ProgramNotStarted = 127;
+constexpr qint64 LongestImage = qint64{64} * 1024 * 1024;
 
 void PrintError(const QString& text)
 {
@@ -35,15 +37,33 @@ void Inject(const QString& fault, Simulator::Session* session)
     }
 }
 
+std::runtime_error Unreadable(const QString& imagePath, const QString& reason)
+{
+    return std::runtime_error(
+        QStringLiteral("cannot read the image %1: %2").arg(imagePath, reason).toStdString());
+}
+
+/// Nothing that may be endless, or has more than an update sends.
+QByteArray ReadImage(const QString& path)
+{
+    const QFileInfo info(path);
+    if (info.exists() && !info.isFile()) {
+        throw Unreadable(path, QStringLiteral("it is no file; name a file"));
+    }
+    if (info.size() > LongestImage) {
+        throw Unreadable(path, QStringLiteral("it has more than %1 bytes").arg(LongestImage));
+    }
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw Unreadable(path, file.errorString());
+    }
+    return file.readAll();
+}
+
 /// Tells the two bytes as they are, for a file.
 int PrintConfirmation(const QString& imagePath)
 {
-    QFile file(imagePath);
-    if (!file.open(QIODevice::ReadOnly)) {
-        throw std::runtime_error(
-            QStringLiteral("cannot read the image %1: %2").arg(imagePath, file.errorString()).toStdString());
-    }
-    const QByteArray image = file.readAll();
+    const QByteArray image = ReadImage(imagePath);
     if (image.isEmpty() || image.size() % Simulator::SectorSize != 0) {
         throw std::runtime_error(
             QStringLiteral("the image %1 has %2 bytes; firmware comes in sectors of %3 bytes")

@@ -1,6 +1,7 @@
 #include "cli/errorguide.h"
 
 #include <QFile>
+#include <QRegularExpression>
 #include <QtTest>
 
 #include "cli/names.h"
@@ -76,10 +77,12 @@ void TestCliErrorGuide::EveryErrorHasAdvice()
 
 void TestCliErrorGuide::SentencesAreWhole()
 {
+    const QRegularExpression wordTwice(QStringLiteral("\\b(\\w+) \\1\\b"));
     for (const Error error : Cli::AllErrors()) {
         const Cli::ErrorAdvice advice = Cli::Advice(error);
         QVERIFY2(advice.nextStep.at(0).isUpper() && advice.nextStep.endsWith(QLatin1Char('.')),
                  qPrintable(advice.nextStep));
+        QVERIFY2(!advice.nextStep.contains(wordTwice), qPrintable(advice.nextStep));
         for (const QString& cause : advice.causes) {
             QVERIFY2(!cause.isEmpty() && !cause.endsWith(QLatin1Char('.')), qPrintable(cause));
         }

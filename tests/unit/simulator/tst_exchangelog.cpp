@@ -5,6 +5,7 @@
 #include <QtTest>
 
 #include <stdexcept>
+#include <sys/stat.h>
 
 using Simulator::ExchangeLog;
 
@@ -17,6 +18,8 @@ private Q_SLOTS:
     void Remarks();
     void BytesThatNobodyAskedFor();
     void PathThatCannotBeWritten();
+    void PipeThatNobodyReads();
+    void FullDisk();
 };
 
 void TestExchangeLog::OneLineAnExchange()
@@ -72,6 +75,24 @@ void TestExchangeLog::PathThatCannotBeWritten()
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("missing/log"));
     QVERIFY_EXCEPTION_THROWN(ExchangeLog{path}, std::runtime_error);
+}
+
+void TestExchangeLog::PipeThatNobodyReads()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("pipe"));
+    QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+    QVERIFY_EXCEPTION_THROWN(ExchangeLog{path}, std::runtime_error);
+}
+
+void TestExchangeLog::FullDisk()
+{
+    QTest::ignoreMessage(
+        QtWarningMsg,
+        "vesmar-simulator: cannot write the log /dev/full: No space left on device; it ends here");
+    ExchangeLog log(QStringLiteral("/dev/full"));
+    log.Write(QStringLiteral("function 9 running"));
+    log.Write(QStringLiteral("function 9 stopping")); // without another word
 }
 
 QTEST_APPLESS_MAIN(TestExchangeLog)

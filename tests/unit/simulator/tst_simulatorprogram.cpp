@@ -170,6 +170,8 @@ private Q_SLOTS:
     void ConfirmationOfAnImage();
     void ConfirmationOfNoImage_data();
     void ConfirmationOfNoImage();
+    void ConfirmationOfWhatMayBeEndless_data();
+    void ConfirmationOfWhatMayBeEndless();
     void ConfirmationThatCannotBeWritten();
     void FaultsOfAFile();
     void FaultsThatAreWrong();
@@ -627,6 +629,29 @@ void TestSimulatorProgram::ConfirmationOfNoImage()
     QCOMPARE(Run({QStringLiteral("confirmation"), image}), 1);
     QVERIFY2(_errors.startsWith("vesmar-simulator: ") && _errors.contains(mentioned), _errors.constData());
     QCOMPARE(_errors.count('\n'), 1);
+    QCOMPARE(_output, QByteArray());
+}
+
+void TestSimulatorProgram::ConfirmationOfWhatMayBeEndless_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QByteArray>("reason");
+    QTest::newRow("device") << "/dev/zero" << QByteArray("it is no file; name a file");
+    QTest::newRow("folder") << "." << QByteArray("it is no file; name a file");
+    QTest::newRow("pipe that nobody writes to") << "pipe" << QByteArray("it is no file; name a file");
+    QTest::newRow("enormous") << "enormous" << QByteArray("it has more than 67108864 bytes");
+}
+
+void TestSimulatorProgram::ConfirmationOfWhatMayBeEndless()
+{
+    QFETCH(QString, path);
+    QFETCH(QByteArray, reason);
+    _process->setWorkingDirectory(_folder->path());
+    QCOMPARE(::mkfifo(QFile::encodeName(_folder->filePath(QStringLiteral("pipe"))).constData(), 0600), 0);
+    QFile enormous(_folder->filePath(QStringLiteral("enormous")));
+    QVERIFY(enormous.open(QIODevice::WriteOnly) && enormous.resize(64 * 1024 * 1024 + 512));
+    QCOMPARE(Run({QStringLiteral("confirmation"), path}), 1);
+    QCOMPARE(_errors, "vesmar-simulator: cannot read the image " + path.toLocal8Bit() + ": " + reason + '\n');
     QCOMPARE(_output, QByteArray());
 }
 
