@@ -101,10 +101,10 @@ QByteArray BarLine(const TimeBucket& bucket)
 /// A mark for each answer, from the first bucket that holds one to the last.
 QByteArray HistogramText(const QVector<TimeBucket>& histogram)
 {
-    const auto first = std::find_if(histogram.cbegin(), histogram.cend(), IsFilled);
-    const auto behindLast = std::find_if(histogram.crbegin(), histogram.crend(), IsFilled).base();
+    const auto* const first = std::find_if(histogram.cbegin(), histogram.cend(), IsFilled);
+    const auto* const behindLast = std::find_if(histogram.crbegin(), histogram.crend(), IsFilled).base();
     QByteArray text;
-    for (auto bucket = first; bucket < behindLast; ++bucket) {
+    for (const auto* bucket = first; bucket < behindLast; ++bucket) {
         text += BarLine(*bucket);
     }
     return text;

@@ -91,7 +91,7 @@ void AddPlaces(const CLI::App& app, const std::string& place, const Placeholders
         for (const std::string& flag : FlagsOf(*option)) {
             here.words.insert(flag);
             if (!ValueOf(*option).empty()) {
-                (*places)[values].insert(place + " " + flag);
+                (*places)[values].insert(std::string(place).append(" ").append(flag));
             }
         }
     }

@@ -49,6 +49,7 @@ std::vector<std::string> ErrorNames()
 std::vector<std::string> ScenarioAndFaultNames()
 {
     std::vector<std::string> names;
+    names.reserve(Simulator::Scenarios.size() + Simulator::Faults.size());
     for (const Simulator::NamedScenario& scenario : Simulator::Scenarios) {
         names.emplace_back(scenario.name);
     }
