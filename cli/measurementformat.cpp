@@ -80,6 +80,8 @@ QString FailureReason(const MeasurementSession& session)
         return QStringLiteral("not-started");
     case Reason::NoResult:
         return QStringLiteral("no-result");
+    case Reason::FunctionLost:
+        return QStringLiteral("function-lost");
     case Reason::OtherFunction:
         return QStringLiteral("other-function");
     case Reason::None:
@@ -123,6 +125,10 @@ QString FailureMessage(const MeasurementSession& session)
         return QStringLiteral(
             "the instrument is busy with a function that was not started here, and does not "
             "stop it");
+    case Reason::FunctionLost:
+        return QStringLiteral(
+            "the instrument gave it up in the middle, for another function or for a restart; "
+            "measure again");
     default:
         return QStringLiteral("it ended early or without a reading, and no error was seen");
     }

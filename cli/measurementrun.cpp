@@ -92,18 +92,15 @@ void MeasurementRun::WatchInstrument()
     connect(tester, &Tester::MeasurementTimeChanged, this, &MeasurementRun::Follow);
 }
 
-/// The status first: what it is the end of has been written before it.
+/// The function first: while it is another one, nothing is measured. Then the status: what it is the end of
+/// has been written before it.
 MeasurementPicture MeasurementRun::Picture()
 {
+    const Vesmar::MeasurementType function = _tester.CurrentMeasurementType();
     const Vesmar::MeasurementState status = _tester.MeasurementStatus();
     TakeResults();
-    return {_tester.ErrorCode(),
-            status,
-            _tester.MeasurementFunctionStatus(),
-            _tester.CurrentMeasurementType(),
-            _tester.MeasurementTime(),
-            _hasResult,
-            _tester.GetIsMeasurementModeActive()};
+    return {_tester.ErrorCode(),       status,     _tester.MeasurementFunctionStatus(), function,
+            _tester.MeasurementTime(), _hasResult, _tester.GetIsMeasurementModeActive()};
 }
 
 void MeasurementRun::Begin()
@@ -165,8 +162,19 @@ void MeasurementRun::TakeResults()
         return;
     }
     _taken = results;
+    if (!IsMeasured(results->GetMeasurementType())) {
+        return;
+    }
     _hasResult = _settings != _reSettings.get() || TakeRe(*results);
     _view.ShowResults(*results);
+}
+
+/// What is read while another function is active only looks like results of this one. The tests of
+/// residual-current devices send theirs by themselves, and may be off the status by now.
+bool MeasurementRun::IsMeasured(Vesmar::MeasurementType results) const
+{
+    const bool isRcd = results == Vesmar::MeasurementType::RCD || results == Vesmar::MeasurementType::RCDIEC;
+    return isRcd || _tester.CurrentMeasurementType() == _session->ActiveFunction();
 }
 
 /// False if there is none.

@@ -38,6 +38,7 @@ private:
     void Follow();
     void FollowIdentity();
     void TakeResults();
+    bool IsMeasured(Vesmar::MeasurementType results) const;
     bool TakeRe(const Vesmar::MeasurementResults& results);
     void Interrupt(int signalNumber);
     void Abort(const QString& reason);

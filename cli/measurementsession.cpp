@@ -131,6 +131,11 @@ MeasurementSession::Action MeasurementSession::FollowMeasuring(const Measurement
     _secondsRun = std::max(_secondsRun, picture.seconds);
     const bool isMeasuring = picture.status == MeasurementState::Measuring ||
                              (_isSingle && picture.status == MeasurementState::Running);
+    if (isMeasuring && IsFunctionLost(picture)) {
+        // Not with an abort: the library would wait for the state of a function that no status tells of any
+        // more.
+        return Fail(Reason::FunctionLost, Action::Leave);
+    }
     if (isMeasuring) {
         _phase = Phase::Running;
     } else if (picture.status == MeasurementState::Stopping || IsOver(picture.status)) {
@@ -139,6 +144,13 @@ MeasurementSession::Action MeasurementSession::FollowMeasuring(const Measurement
         return FollowStopping(picture);
     }
     return Action::None;
+}
+
+/// The library goes on to read for as long as there is something new, be it the mains. A single function may
+/// be over once its result is there.
+bool MeasurementSession::IsFunctionLost(const MeasurementPicture& picture) const
+{
+    return picture.function != _activeFunction && !(_isSingle && picture.hasResult);
 }
 
 MeasurementSession::Action MeasurementSession::FollowStopping(const MeasurementPicture& picture)

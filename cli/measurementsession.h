@@ -54,6 +54,7 @@ public:
         NotPrepared,  ///< In the time given.
         NotStarted,   ///< In the time given.
         NoResult,     ///< It ended early or without a reading, and no error was seen.
+        FunctionLost, ///< While it ran, the instrument gave it up for something else, or restarted.
         OtherFunction ///< One that was not started here does not stop.
     };
 
@@ -82,6 +83,8 @@ public:
     /// The present phase has taken too long.
     virtual Action TimeOver();
 
+    /// What the instrument calls the function while it is active.
+    Vesmar::MeasurementType ActiveFunction() const { return _activeFunction; }
     Phase CurrentPhase() const { return _phase; }
     Outcome CurrentOutcome() const { return _outcome; }
     Reason FailureReason() const { return _reason; }
@@ -105,6 +108,7 @@ protected:
 
 private:
     bool IsLinkLost(const MeasurementPicture& picture) const;
+    bool IsFunctionLost(const MeasurementPicture& picture) const;
     void NoteError(Vesmar::Error error);
     Action FollowIdle(const MeasurementPicture& picture);
     Action FollowStopping(const MeasurementPicture& picture);
@@ -113,7 +117,7 @@ private:
     void Decide(const MeasurementPicture& picture);
     Action LeaveWith(Action action);
 
-    Vesmar::MeasurementType _activeFunction; ///< What the instrument calls it.
+    Vesmar::MeasurementType _activeFunction;
     bool _isSingle;
     std::optional<int> _seconds;
     Phase _phase = Phase::AwaitingIdle;

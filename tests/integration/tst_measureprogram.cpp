@@ -136,6 +136,8 @@ private Q_SLOTS:
     void FailedByTheInstrument_data();
     void FailedByTheInstrument();
     void FailureIsFollowedByAdvice();
+    void GivenUpByTheInstrument_data();
+    void GivenUpByTheInstrument();
     void Interrupted();
     void AbortedWithItsReader();
     void AbortedWithItsTerminal();
@@ -320,6 +322,30 @@ void TestMeasureProgram::FailureIsFollowedByAdvice()
                  "                  the instrument refused the start\n"
                  "  Next step       Check the mains supply and the connection of the appliance, then prepare "
                  "and start again.\n"));
+}
+
+void TestMeasureProgram::GivenUpByTheInstrument_data()
+{
+    QTest::addColumn<QString>("command");
+    QTest::newRow("restart") << QStringLiteral("6:restart 0");
+    QTest::newRow("another function") << QStringLiteral("6:function 3");
+}
+
+/// What is read afterwards, such as the mains, must not look like readings of the function.
+void TestMeasureProgram::GivenUpByTheInstrument()
+{
+    QFETCH(const QString, command);
+    MeasureRun run(QStringLiteral("rpe --time 600 --json"), {QStringLiteral("--at"), command});
+    QCOMPARE(run->Finish(), 4);
+    QVERIFY(run.Log().contains("function 2 running"));
+    const QJsonObject result = ResultOf(run);
+    QCOMPARE(result.value(QLatin1String("reason")).toString(), QStringLiteral("function-lost"));
+    QCOMPARE(result.value(QLatin1String("stopped")).toBool(), true);
+    constexpr double MostOhm = 1; // and the mains have 230 V
+    for (const QByteArray& line : run->Lines()) {
+        const QJsonObject readings = ObjectOf(line).value(QLatin1String("readings")).toObject();
+        QVERIFY2(readings.value(QLatin1String("resistance")).toDouble() < MostOhm, line.constData());
+    }
 }
 
 void TestMeasureProgram::Interrupted()

@@ -107,6 +107,9 @@ private Q_SLOTS:
     void ErrorsOfTheMeasurement();
     void FirstErrorIsKept();
     void EndBeforeItsTime();
+    void FunctionThatIsLost_data();
+    void FunctionThatIsLost();
+    void SingleFunctionMayBeOverWithItsResult();
     void EndSeenOnlyAfterwards();
     void TooSlow_data();
     void TooSlow();
@@ -249,6 +252,41 @@ void TestCliMeasurementSession::EndBeforeItsTime()
     Confirm(&session);
     QVERIFY(session.FailureReason() == Reason::NoResult);
     QCOMPARE(session.ExitStatus(), 4);
+}
+
+void TestCliMeasurementSession::FunctionThatIsLost_data()
+{
+    QTest::addColumn<int>("function");
+    QTest::newRow("none any more") << static_cast<int>(MeasurementType::Monitoring);
+    QTest::newRow("another one") << static_cast<int>(MeasurementType::RPE);
+}
+
+void TestCliMeasurementSession::FunctionThatIsLost()
+{
+    QFETCH(const int, function);
+    Cli::MeasurementSession session = SessionIn(Phase::Running);
+    MeasurementPicture picture = Measuring(3);
+    picture.function = static_cast<MeasurementType>(function);
+    QVERIFY(session.Follow(picture) == Action::Leave);
+    Confirm(&session);
+    QVERIFY(session.FailureReason() == Reason::FunctionLost);
+    QCOMPARE(session.ExitStatus(), 4);
+}
+
+void TestCliMeasurementSession::SingleFunctionMayBeOverWithItsResult()
+{
+    Cli::MeasurementSession session(MeasurementType::RLN, true, std::nullopt);
+    session.Begin(Idle());
+    session.Follow(Prepared(MeasurementType::RLN));
+    session.Follow(Active(MeasurementState::Running, FunctionState::Running, MeasurementType::RLN));
+    MeasurementPicture picture =
+        Active(MeasurementState::Measuring, FunctionState::Completed, MeasurementType::Monitoring);
+    picture.hasResult = true;
+    QVERIFY(session.Follow(picture) == Action::None);
+    picture.status = MeasurementState::Stopped;
+    QVERIFY(session.Follow(picture) == Action::Leave);
+    Confirm(&session);
+    QCOMPARE(session.ExitStatus(), 0);
 }
 
 void TestCliMeasurementSession::EndSeenOnlyAfterwards()
