@@ -233,7 +233,7 @@ void TestCliDoctorVerdict::Verdicts_data()
     row("another mode and late", Record(Update, {Once(Update, 600)}), 4, "late", 15, "too slow");
 
     row("error", Record(InstrumentError), 4, "", 4, "reports DeviceError4 (4)");
-    row("error of a test", Record(RcdError), 4, "", 522, "reports RCDDeviceError2 (522)");
+    row("error of a function that tests", Record(RcdError), 4, "", 2, "reports DeviceError2 (2)");
     row("error and unreliable", Record(InstrumentError, {Once(Noise)}), 4, "unreliable", 4, "unreliable");
     row("error that has gone", Record(Sound, {Once(InstrumentError)}), 0, "", 15, "sound");
 }
