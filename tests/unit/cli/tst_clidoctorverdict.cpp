@@ -120,6 +120,8 @@ void TestCliDoctorVerdict::Obstacles_data()
     DeviceFindings other = GoodDevice();
     other.isTerminal = false;
     row("no terminal", other, {}, "device-unusable", "it is no terminal");
+    row("no terminal and held", other, HeldBy({{4711, QStringLiteral("minicom")}}), "device-unusable",
+        "it is no terminal");
 
     DeviceFindings forbidden = GoodDevice();
     forbidden.isWritable = false;
@@ -137,6 +139,11 @@ void TestCliDoctorVerdict::Obstacles_data()
     row("held by two", GoodDevice(),
         HeldBy({{4711, QStringLiteral("minicom")}, {12, QStringLiteral("vesmar")}}), "held",
         "minicom (process 4711) and vesmar (process 12)");
+    const Cli::DeviceHolder shell{9, QStringLiteral("sh")};
+    row("held by three", GoodDevice(), HeldBy({{4711, QStringLiteral("minicom")}, shell, shell}), "held",
+        "held by minicom (process 4711), sh (process 9) and sh (process 9), so");
+    row("held by many", GoodDevice(), HeldBy({shell, shell, shell, shell, shell}), "held",
+        "held by sh (process 9), sh (process 9), sh (process 9) and 2 more, so");
     DeviceFindings busy = GoodDevice();
     busy.openError = EBUSY;
     busy.isTerminal = false;
