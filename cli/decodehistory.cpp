@@ -144,7 +144,8 @@ void DecodeHistory::ReleaseHeldBack(Outcome outcome, const QString& problem)
 
 void DecodeHistory::Tell(const DecodedEvent& event)
 {
-    const bool isToBeHeldBack = event.outcome == Outcome::None && event.within && *event.within <= _timeout;
+    const bool isToBeHeldBack =
+        event.outcome == Outcome::None && event.within && *event.within <= Timeout(event);
     if (isToBeHeldBack || !_heldBack.isEmpty()) {
         _heldBack.append(event);
     } else {
@@ -161,6 +162,7 @@ void DecodeHistory::TakeExchange(qint64 line, const LogEntry& entry)
     event.requestWords = WordsOfRequest(entry.request);
     CountAttempt(event);
     CountSector(event);
+    _context.isOfTest = IsOfTest(event);
     if (event.outcome == Outcome::Data || event.outcome == Outcome::Acknowledge) {
         event.answerWords = WordsOfAnswer(entry.request, entry.answer, _context);
     }
@@ -188,10 +190,42 @@ std::optional<int> DecodeHistory::Within(const QTime& at) const
 
 void DecodeHistory::CountAttempt(DecodedEvent& event)
 {
+    event.isRepeatedByLink = IsRepeatedByLink(event.request);
     const bool isRepeated =
-        event.request == _failedRequest && !(_isRepeatedByLink && _failedAttempts == MostAttempts);
+        event.request == _failedRequest && !(event.isRepeatedByLink && _failedAttempts == MostAttempts);
     event.attempt = isRepeated ? _failedAttempts + 1 : 1;
-    event.isRepeatedByLink = _isRepeatedByLink;
+}
+
+/// What makes up recovery and an RCD test, their states send once and repeat by themselves. The rest goes the
+/// link's way: recovery's change of the mode, and the stopping of a function with the status reads behind it.
+bool DecodeHistory::IsRepeatedByLink(const QByteArray& request) const
+{
+    switch (_state) {
+    case State::Recovery:
+        return !request.startsWith('s');
+    case State::Test:
+        return request.startsWith('s') ? _statusReadsOfStop > 0
+                                       : !QByteArrayLiteral("PSe").contains(request.at(0));
+    case State::Unknown:
+    case State::Usual:
+        break;
+    }
+    return true;
+}
+
+/// The status reads behind a stop are no test's.
+std::optional<bool> DecodeHistory::IsOfTest(const DecodedEvent& event) const
+{
+    if (_state == State::Unknown) {
+        return std::nullopt;
+    }
+    return _state == State::Test && !event.isRepeatedByLink;
+}
+
+/// In milliseconds; the shorter one, until the state is known.
+int DecodeHistory::Timeout(const DecodedEvent& event) const
+{
+    return _state != State::Unknown && event.isRepeatedByLink ? LinkTimeout : StateTimeout;
 }
 
 /// An image may have the same sector twice in a row: only a failed one is sent again.
@@ -217,6 +251,7 @@ void DecodeHistory::Remember(const DecodedEvent& event)
     constexpr int PauseAfterFailure = 200;
     constexpr int PauseAfterSuccess = 10;
     constexpr int CodeSize = 1;
+    constexpr int StatusReadsBehindStop = 2;
     const bool hasFailed = HasFailed(event.outcome);
     _previousTime = event.at;
     _pause = hasFailed ? PauseAfterFailure : PauseAfterSuccess;
@@ -226,8 +261,14 @@ void DecodeHistory::Remember(const DecodedEvent& event)
     if (event.request.startsWith('P') && event.outcome == Outcome::Acknowledge) {
         _context.prepared = event.request.mid(CodeSize, event.request.size() - CodeSize - 2);
     }
-    if (event.request.startsWith('s') && IsStatus(event.answer)) {
-        _context.function = StatusIn(event.answer).function;
+    if (!event.request.startsWith('s')) {
+        const bool isStop = event.request.startsWith('h') && event.outcome == Outcome::Acknowledge;
+        _statusReadsOfStop = isStop && _state == State::Test ? StatusReadsBehindStop : 0;
+    } else if (event.outcome == Outcome::Data) {
+        _statusReadsOfStop = qMax(_statusReadsOfStop - 1, 0);
+        if (event.answerWords.problem.isEmpty()) {
+            _context.function = StatusIn(event.answer).function;
+        }
     }
 }
 
@@ -270,7 +311,7 @@ QVector<FrameWords> DecodeHistory::TakeFrames()
             return frames;
         }
         const InstrumentStatus status = StatusIn(frame);
-        frames.append(WordsOfStatus(frame));
+        frames.append(WordsOfStatus(frame, true));
         _context.function = status.function;
         _collected.remove(0, StatusSize);
         if (status.functionState == Vesmar::FunctionState::Terminated) {
@@ -288,19 +329,22 @@ void DecodeHistory::TakeNote(qint64 line, const LogEntry& entry)
         _failedRequest.clear();
         _collected.clear();
         _isNewLink = true;
-        _isRepeatedByLink = true;
-        _timeout = StateTimeout; // The shorter one, until the state is known.
+        _state = State::Unknown;
+        _statusReadsOfStop = 0;
     }
     Tell(EventOf(DecodedEvent::Kind::Note, line, entry));
 }
 
-/// These states send each request once and repeat it by themselves.
 void DecodeHistory::TakeState(qint64 line, const LogEntry& entry)
 {
     const bool isRecovery = entry.text.contains(QLatin1String("COMMUNICATION RECOVERY"));
     const bool isTest = entry.text.startsWith(QLatin1String("ENTERING RCD"));
-    _isRepeatedByLink = !isRecovery && !isTest;
-    _timeout = _isRepeatedByLink ? LinkTimeout : StateTimeout;
+    if (isRecovery) {
+        _state = State::Recovery;
+    } else {
+        _state = isTest ? State::Test : State::Usual;
+    }
+    _statusReadsOfStop = 0;
     _failedRequest.clear();
     Tell(EventOf(DecodedEvent::Kind::State, line, entry));
 }

@@ -28,6 +28,9 @@ public:
     void Finish();
 
 private:
+    /// The library's, as far as it decides how exchanges go.
+    enum class State { Unknown, Usual, Recovery, Test };
+
     void SettleHeldBack(const LogEntry& entry);
     void Tell(const DecodedEvent& event);
     void ReleaseHeldBack(DecodedEvent::Outcome outcome, const QString& problem);
@@ -38,6 +41,9 @@ private:
     void TakeState(qint64 line, const LogEntry& entry);
 
     std::optional<int> Within(const QTime& at) const;
+    bool IsRepeatedByLink(const QByteArray& request) const;
+    std::optional<bool> IsOfTest(const DecodedEvent& event) const;
+    int Timeout(const DecodedEvent& event) const;
     void CountAttempt(DecodedEvent& event);
     void CountSector(DecodedEvent& event);
     void Remember(const DecodedEvent& event);
@@ -50,10 +56,10 @@ private:
     int _pause = 0; ///< After the line of that time, in milliseconds.
     QByteArray _failedRequest;
     int _failedAttempts = 0;
-    std::optional<int> _sector;    ///< The last one of this update that was sent; none before an update.
-    QByteArray _collected;         ///< Sent unasked, and no whole frame yet.
-    bool _isRepeatedByLink = true; ///< In the present state.
-    int _timeout = 500;            ///< In milliseconds, of an answer in the present state.
+    std::optional<int> _sector; ///< The last one of this update that was sent; none before an update.
+    QByteArray _collected;      ///< Sent unasked, and no whole frame yet.
+    State _state = State::Unknown;
+    int _statusReadsOfStop = 0; ///< Those to come, of a state that tests and has stopped a function.
     bool _isNewLink = true;
 };
 

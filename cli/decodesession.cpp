@@ -65,7 +65,10 @@ int DecodeSession::Run()
 /// False when nothing is to be read.
 bool DecodeSession::Begin()
 {
-    if (_task.logDescriptor < 0) {
+    if (_task.logDescriptor < 0 && _task.openError == 0) {
+        Fail("unreadable",
+             QStringLiteral("%1 is a device; name a file, or - for the standard input").arg(_task.logName));
+    } else if (_task.logDescriptor < 0) {
         Fail("unreadable",
              QStringLiteral("cannot read %1: %2").arg(_task.logName, qt_error_string(_task.openError)));
     } else if (IsSameFile(_task.logDescriptor, _task.recordingPath)) {

@@ -22,7 +22,7 @@ public:
     struct Task {
         QString logName;       ///< As messages name it.
         int logDescriptor;     ///< Open for reading, and the caller's; negative where it cannot be opened.
-        int openError;         ///< Why it cannot.
+        int openError;         ///< Why it cannot; 0 for a device, which is not opened.
         QString recordingPath; ///< Empty for none.
         bool isJson;
         int stopDescriptor = -1; ///< The reading ends when it becomes readable; negative for none.

@@ -6,6 +6,7 @@
 #include <QFileInfo>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -42,15 +43,26 @@ constexpr VerbTexts Texts{
     "  vesmar-simulator run -- vesmar info --trace 2> log\n"
     "  vesmar decode log\n"};
 
+/// Such as /dev/zero, which has no end, or a serial line, whose bytes are another program's.
+bool IsDevice(const QString& path)
+{
+    struct stat file = {};
+    return ::stat(QFile::encodeName(path).constData(), &file) == 0 &&
+           (S_ISCHR(file.st_mode) || S_ISBLK(file.st_mode));
+}
+
 /// The descriptor of the log, closed in the end.
 class LogFile
 {
 public:
-    explicit LogFile(const QString& path)
-        : _isOwn(path != QLatin1String("-")),
-          _descriptor(_isOwn ? ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NOCTTY)
-                             : STDIN_FILENO)
+    explicit LogFile(const QString& path) : _isOwn(path != QLatin1String("-"))
     {
+        if (!_isOwn) {
+            _descriptor = STDIN_FILENO;
+        } else if (!IsDevice(path)) {
+            _descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NOCTTY);
+            _openError = _descriptor < 0 ? errno : 0;
+        }
     }
 
     ~LogFile()
@@ -65,11 +77,14 @@ public:
     LogFile& operator=(const LogFile&) = delete;
     LogFile& operator=(LogFile&&) = delete;
 
+    /// Negative for a device, which is not opened, and for what cannot be opened.
     int Descriptor() const { return _descriptor; }
+    int OpenError() const { return _openError; }
 
 private:
     bool _isOwn;
-    int _descriptor;
+    int _descriptor = -1;
+    int _openError = 0;
 };
 
 QString LogName(const QString& path)
@@ -81,7 +96,7 @@ QString LogName(const QString& path)
 
 DecodeVerb::DecodeVerb(CLI::App& program) : Verb(program, Texts, Reach::ProgramOnly)
 {
-    Command().add_option("file", _log, "The log; - for the standard input")->type_name("FILE")->required();
+    Command().add_option("FILE", _log, "The log; - for the standard input")->type_name("")->required();
     Command()
         .add_option("--scenario", _recording, "Record the exchanges for vesmar-simulator --playback")
         ->type_name("OUT")
@@ -93,9 +108,8 @@ int DecodeVerb::Run()
     const SignalWatcher signalWatcher;
     Output output(STDOUT_FILENO, signalWatcher.Descriptor());
     const LogFile log(LogPath());
-    const int openError = log.Descriptor() < 0 ? errno : 0;
-    DecodeSession session({LogName(LogPath()), log.Descriptor(), openError, RecordingPath(), Options().isJson,
-                           signalWatcher.Descriptor()},
+    DecodeSession session({LogName(LogPath()), log.Descriptor(), log.OpenError(), RecordingPath(),
+                           Options().isJson, signalWatcher.Descriptor()},
                           output);
     return session.Run();
 }

@@ -21,6 +21,7 @@ struct DeviceFindings {
 
     bool IsThere() const { return pathError == 0; }
     bool IsCharacterDevice() const { return IsThere() && S_ISCHR(identity.st_mode); }
+    bool IsNoTerminal() const { return IsCharacterDevice() && openError == 0 && !isTerminal; }
 };
 
 /// A serial device that is looked at, and kept open where it can be. Nothing is sent and no setting is

@@ -62,7 +62,7 @@ private:
         if (device.IsThere()) {
             Tell("permissions", PermissionsText(device), PermissionsJson(device));
         }
-        if (device.IsCharacterDevice()) {
+        if (device.IsCharacterDevice() && !device.IsNoTerminal()) { // Dozens hold such as /dev/null.
             _holders = FindHolders(device.identity);
             Tell("holders", HoldersText(_holders), HoldersJson(_holders));
         }

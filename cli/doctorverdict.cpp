@@ -82,17 +82,26 @@ Ending NotPermitted(const DeviceFindings& device)
                       .arg(DevicePath(), whatToDo));
 }
 
-Ending Held(const DeviceHolders& holders)
+/// The first few by name.
+QString ProgramsOf(const DeviceHolders& holders)
 {
+    constexpr int MostNamed = 3;
     QStringList programs;
-    for (const DeviceHolder& holder : holders.programs) {
+    for (const DeviceHolder& holder : holders.programs.mid(0, MostNamed)) {
         programs.append(
             QStringLiteral("%1 (process %2)").arg(holder.program, QString::number(holder.process)));
     }
+    const int others = holders.programs.size() - programs.size();
+    const QString last = others > 0 ? QStringLiteral("%1 more").arg(others) : programs.takeLast();
+    return programs.isEmpty() ? last : programs.join(QStringLiteral(", ")) + QStringLiteral(" and ") + last;
+}
+
+Ending Held(const DeviceHolders& holders)
+{
     return NoLink(QStringLiteral("held"),
                   QStringLiteral("The serial device %1 is held by %2, so nothing was sent: a measurement may "
                                  "be running. End that program, and run vesmar doctor again.")
-                      .arg(DevicePath(), programs.join(QStringLiteral(" and "))));
+                      .arg(DevicePath(), ProgramsOf(holders)));
 }
 
 Failure Broken(const LineRecord& line)
@@ -191,14 +200,14 @@ std::optional<Ending> FindObstacle(const DeviceFindings& device, const DeviceHol
     if (!device.isReadable || !device.isWritable) {
         return NotPermitted(device);
     }
+    if (device.IsNoTerminal()) {
+        return NoSerialLine(QStringLiteral("no terminal"));
+    }
     if (!holders.programs.isEmpty()) {
         return Held(holders);
     }
     if (device.openError != 0) {
         return Failed(ExitStatus::NoLink, DeviceFailure(device.openError));
-    }
-    if (!device.isTerminal) {
-        return NoSerialLine(QStringLiteral("no terminal"));
     }
     return std::nullopt;
 }

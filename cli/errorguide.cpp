@@ -26,23 +26,20 @@ constexpr std::array<Entry, 25> Entries{{
      Error::DeviceError14,
      {"the instrument has found something wrong with itself, its supply or the connected appliance"},
      "Look the number up in the instrument's own manual; restart the instrument (vesmar restart) and see "
-     "whether "
-     "it comes back."},
+     "whether it comes back."},
     {Error::NoErrors, Error::NoErrors, {}, "Nothing is to be done."},
     {Error::NoResponse,
      Error::NoResponse,
      {"the instrument is switched off or still starting", "the cable is unplugged or broken",
       "the serial device is another instrument's, or none"},
      "Switch the instrument on and check its cable; the link comes back by itself. A device that was missing "
-     "when the "
-     "link was enabled needs a disable and an enable."},
+     "when the link was enabled needs a disable and an enable."},
     {Error::RequestRefused,
      Error::RequestRefused,
      {"the instrument is in a condition in which it takes no requests", "another program uses the same line",
       "the firmware and this library do not suit each other"},
      "End other programs that use the line, switch the instrument off and on, and compare its version "
-     "(vesmar info) "
-     "with the one that this library was made for."},
+     "(vesmar info) with the one that this library was made for."},
     {Error::InvalidResponse,
      Error::InvalidResponse,
      {"the cable or a plug is damaged, or runs beside a source of interference",
@@ -53,8 +50,7 @@ constexpr std::array<Entry, 25> Entries{{
      Error::CommunicationRecovery,
      {"a request has just failed, or the instrument is restarting"},
      "Wait: within about half a minute the link is back, or one of 100 to 102 says what is wrong. A "
-     "measurement that "
-     "was running has to be started anew."},
+     "measurement that was running has to be started anew."},
     {Error::PrepareFailed,
      Error::PrepareFailed,
      {"the settings do not suit the instrument or what is connected",
@@ -123,8 +119,7 @@ constexpr std::array<Entry, 25> Entries{{
      Error::RCDCheckObjectULNIECInvalid,
      {"L and N are swapped, or the mains voltage is out of the range of the IEC test"},
      "Turn the mains plug or set the swap of L and N, and check the mains voltage; the test goes on by "
-     "itself once it "
-     "suits, or abort it."},
+     "itself once it suits, or abort it."},
     {Error::RCDDeviceError0,
      Error::RCDDeviceError0,
      {"the instrument reports its error 0", "a Ub/Re test was started and the instrument stayed silent"},

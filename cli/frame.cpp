@@ -14,13 +14,6 @@ using Vesmar::MeasurementType;
 using Vesmar::OperationMode;
 using Vesmar::StartTestResult;
 
-/// While a residual-current device is tested, the numbers are the test's.
-Error ErrorIn(unsigned number, MeasurementType function)
-{
-    const bool isOfTest = IsRCD(function) && number != static_cast<unsigned>(Error::NoErrors);
-    return static_cast<Error>(isOfTest ? static_cast<unsigned>(Error::RCDDeviceError0) + number : number);
-}
-
 } // namespace
 
 QString Hex(const QByteArray& bytes)
@@ -72,7 +65,7 @@ InstrumentStatus StatusIn(const QByteArray& frame)
     const unsigned processStatus = second & 0x0FU;
     InstrumentStatus status{static_cast<OperationMode>(first >> 5U & 0x03U),
                             function,
-                            ErrorIn(second >> 4U, function),
+                            static_cast<Error>(second >> 4U),
                             (first & 0x80U) != 0,
                             std::nullopt,
                             std::nullopt};
@@ -82,6 +75,13 @@ InstrumentStatus StatusIn(const QByteArray& frame)
         status.functionState = static_cast<FunctionState>(processStatus);
     }
     return status;
+}
+
+Error InTest(Error error)
+{
+    return error == Error::NoErrors
+               ? error
+               : static_cast<Error>(static_cast<int>(Error::RCDDeviceError0) + static_cast<int>(error));
 }
 
 bool IsRCD(MeasurementType function)

@@ -45,8 +45,12 @@ AnswerKind KindOf(const QByteArray& answer);
 /// Whether the answer is an intact status and nothing else.
 bool IsStatus(const QByteArray& answer);
 
-/// The status in a frame of `StatusSize`.
+/// The status in a frame; missing bytes count as 0. The error is the instrument's own number.
 InstrumentStatus StatusIn(const QByteArray& frame);
+
+/// The number that the library gives an error of the instrument in a state that tests residual-current
+/// devices.
+Vesmar::Error InTest(Vesmar::Error error);
 
 /// Whether the function tests residual-current devices.
 bool IsRCD(Vesmar::MeasurementType function);

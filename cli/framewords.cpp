@@ -261,12 +261,19 @@ FrameWords WrongSize(const char* what, int due, int size)
                        .arg(size));
 }
 
+/// In a test of its own kind, a status may have any length.
+bool IsTakenAsStatus(const QByteArray& frame, const FrameContext& context)
+{
+    return frame.size() == StatusSize ||
+           (context.isOfTest.value_or(false) && IsRCD(StatusIn(frame).function));
+}
+
 FrameWords WordsOfData(char letter, const QByteArray& frame, const FrameContext& context)
 {
     switch (letter) {
     case 's':
-        return frame.size() == StatusSize ? WordsOfStatus(frame)
-                                          : WrongSize("a status", StatusSize, frame.size());
+        return IsTakenAsStatus(frame, context) ? WordsOfStatus(frame, context.isOfTest)
+                                               : WrongSize("a status", StatusSize, frame.size());
     case 'W':
         return frame.size() == VersionSize ? WordsOfVersion(frame)
                                            : WrongSize("a version", VersionSize, frame.size());
@@ -335,9 +342,17 @@ FrameWords WordsOfAnswer(const QByteArray& request, const QByteArray& answer, co
     return words;
 }
 
-FrameWords WordsOfStatus(const QByteArray& frame)
+FrameWords WordsOfStatus(const QByteArray& frame, std::optional<bool> isOfTest)
 {
-    const InstrumentStatus status = StatusIn(frame);
+    InstrumentStatus status = StatusIn(frame);
+    const Error error = status.error;
+    const bool hasErrorOfTest = IsRCD(status.function) && error != Error::NoErrors;
+    const bool isCertain = !hasErrorOfTest || isOfTest.has_value();
+    if (hasErrorOfTest && isOfTest.value_or(false)) {
+        status.error = InTest(error);
+    }
+    const QString inTest =
+        isCertain ? QString() : QStringLiteral("; or, in an RCD test, ") + NameAndNumber(InTest(error));
     const bool isIdle = status.startTestResult.has_value();
     const Shown state = isIdle ? Show(*status.startTestResult) : Show(*status.functionState);
     const QString process =
@@ -345,7 +360,7 @@ FrameWords WordsOfStatus(const QByteArray& frame)
 
     FrameWords words;
     words.text = NameAndNumber(status.mode) + QStringLiteral(", ") + NameAndNumber(status.function) +
-                 QStringLiteral(", ") + process + QStringLiteral(", ") + ErrorText(status.error) +
+                 QStringLiteral(", ") + process + QStringLiteral(", ") + ErrorText(status.error) + inTest +
                  (status.hasNewMeasurement ? QStringLiteral(", new reading") : QString());
     words.fields = {{QStringLiteral("TesterMode"), Show(status.mode).json},
                     {QStringLiteral("CurrentMeasurementType"), Show(status.function).json},
@@ -353,7 +368,9 @@ FrameWords WordsOfStatus(const QByteArray& frame)
                      state.json},
                     {QStringLiteral("ErrorCode"), Show(status.error).json},
                     {QStringLiteral("NewMeasurement"), status.hasNewMeasurement}};
-    words.error = status.error;
+    if (isCertain) {
+        words.error = status.error;
+    }
     return words;
 }
 

@@ -20,13 +20,16 @@ struct FrameWords {
     QString text;
     QJsonObject fields;
     QString problem;
-    std::optional<Vesmar::Error> error; ///< What the library reports when it takes the frame.
+    std::optional<Vesmar::Error>
+        error; ///< What the library reports when it takes the frame, where that is certain.
 };
 
 /// What frames before a frame have told, and what it depends on.
 struct FrameContext {
     std::optional<Vesmar::MeasurementType> function; ///< Of the last status.
     QByteArray prepared;                             ///< Payload of the last prepare request; empty for none.
+    std::optional<bool>
+        isOfTest; ///< Whether the library takes a status as one of an RCD test; none if unknown.
 };
 
 constexpr int MeasurementSize = 26; ///< Of a measurement, and of the result of an RCD test.
@@ -38,7 +41,7 @@ FrameWords WordsOfRequest(const QByteArray& request);
 FrameWords WordsOfAnswer(const QByteArray& request, const QByteArray& answer, const FrameContext& context);
 
 /// Of a status frame and of the result that an RCD test sends by itself.
-FrameWords WordsOfStatus(const QByteArray& frame);
+FrameWords WordsOfStatus(const QByteArray& frame, std::optional<bool> isOfTest);
 FrameWords WordsOfTestResult(const QByteArray& frame, const FrameContext& context);
 
 } // namespace Cli

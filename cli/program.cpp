@@ -88,10 +88,20 @@ Verb* Program::Parse(int argumentCount, const char* const* arguments, std::ostre
         *exitStatus = _app->exit(success, output, errors);
     } catch (const CLI::ParseError& error) {
         const Verb* verb = ChosenVerb();
-        errors << "vesmar: " << OneLine(error.what()) << '\n' << (verb != nullptr ? verb->Usage() : Usage);
+        errors << "vesmar: " << OneLine(Complaint(error.what())) << '\n'
+               << (verb != nullptr ? verb->Usage() : Usage);
         *exitStatus = ExitStatus::BadUsage;
     }
     return nullptr;
+}
+
+/// What stands where a verb belongs is taken for one.
+std::string Program::Complaint(const std::string& usual) const
+{
+    const std::vector<std::string> unknown = _app->remaining();
+    const bool isMeantAsVerb =
+        ChosenVerb() == nullptr && !unknown.empty() && unknown.front().rfind('-', 0) != 0;
+    return isMeantAsVerb ? "there is no verb " + unknown.front() + "; vesmar --help lists them" : usual;
 }
 
 Verb* Program::ChosenVerb() const

@@ -2,6 +2,7 @@
 
 #include <iosfwd>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "cli/verb.h"
@@ -27,6 +28,7 @@ public:
 private:
     template <typename ConcreteVerb>
     void AddVerb();
+    std::string Complaint(const std::string& usual) const;
     Verb* ChosenVerb() const;
 
     std::unique_ptr<CLI::App> _app;

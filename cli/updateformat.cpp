@@ -86,10 +86,12 @@ QString EndingReason(Outcome outcome)
 QString Confirmed(const UpdateSession& session)
 {
     const bool isExact = session.Sectors() < AllOfIt || session.Progress() == AllOfIt;
-    return QStringLiteral(" %1%2 of %3 sectors were confirmed.")
+    const int confirmed = session.ConfirmedSectors();
+    return QStringLiteral(" %1%2 of %3 sectors %4 confirmed.")
         .arg(isExact ? QString() : QStringLiteral("At least "))
-        .arg(session.ConfirmedSectors())
-        .arg(session.Sectors());
+        .arg(confirmed)
+        .arg(session.Sectors())
+        .arg(confirmed == 1 ? QStringLiteral("was") : QStringLiteral("were"));
 }
 
 QString FailureMessage(const UpdateSession& session)

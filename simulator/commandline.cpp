@@ -279,9 +279,11 @@ std::optional<CommandLine> ParseCommandLine(int argumentCount, char** arguments,
     } catch (const CLI::Success& success) {
         *exitStatus = app.exit(success);
     } catch (const CLI::ParseError& error) {
+        const bool isDividerMissing =
+            declaration.run->parsed() && divider == end && !app.remaining(true).empty();
         std::cerr << "vesmar-simulator: "
-                  << OneLine(QString::fromLocal8Bit(error.what())).toLocal8Bit().constData() << '\n'
-                  << Usage;
+                  << OneLine(QString::fromLocal8Bit(error.what())).toLocal8Bit().constData()
+                  << (isDividerMissing ? "; put \"--\" in front of the program to run\n" : "\n") << Usage;
         *exitStatus = 1;
     }
     return std::nullopt;

@@ -13,22 +13,24 @@ namespace Simulator
 namespace
 {
 
-/// Negative, with the reason in errno, when that fails. For somebody who reads a pipe it does not wait.
+/// Negative, with the reason in errno, when that fails. Neither this nor writing waits for the reader of a
+/// pipe, who would hold up the instrument.
 int OpenAnew(const QString& path)
 {
     constexpr mode_t Permissions = 0666;
-    const int descriptor =
-        ::open(QFile::encodeName(path).constData(),
-               O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, Permissions);
-    if (descriptor >= 0) {
-        ::fcntl(descriptor, F_SETFL, 0); // only opening does not wait
-    }
-    return descriptor;
+    return ::open(QFile::encodeName(path).constData(),
+                  O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, Permissions);
 }
 
 QString Failure(const QString& path, const QString& reason)
 {
     return QStringLiteral("cannot write the log %1: %2").arg(path, reason);
+}
+
+QString ReasonOf(const QFile& file)
+{
+    const QString reason = file.errorString();
+    return reason == qt_error_string(EAGAIN) ? QStringLiteral("its reader does not keep up") : reason;
 }
 
 } // namespace
@@ -70,7 +72,7 @@ void ExchangeLog::WriteLine(const QByteArray& text)
     const QByteArray line = time + ' ' + text + '\n';
     if (_file.write(line) != line.size()) {
         qWarning().noquote() << "vesmar-simulator:"
-                             << Failure(_path, _file.errorString()) + QStringLiteral("; it ends here");
+                             << Failure(_path, ReasonOf(_file)) + QStringLiteral("; it ends here");
         _file.close();
     }
 }

@@ -17,7 +17,7 @@ RecordedKinds Kinds()
 {
     const QString measure = QStringLiteral("measure rpe --time 6");
     const QString measureBriefly = QStringLiteral("measure rpe --time 6 --stop-timeout 5");
-    const QString info = QStringLiteral("info --timeout 21");
+    const QString info = QStringLiteral("info --timeout 30");
     const char* const damaged = "arrive damaged";
     return {
         {"damaged", Damaged, info, 2, damaged, "InvalidResponse (102)"},

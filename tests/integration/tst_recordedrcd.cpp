@@ -21,8 +21,8 @@ RecordedKinds Kinds()
         {"check object 10", Scenario("507-rcd-check-object-10"), ubRe, 4, check10, check10},
         {"silent", Scenario("520-rcd-silent"), ubRe, 4, "RCDDeviceError0 (520)", "start measurement"},
         {"device error 2", Scenario("522-rcd-device-error-2"), ubRe, 4, error2, error2},
-        {"device error 2, from the middle", Scenario("522-rcd-device-error-2"), ubRe, 4, error2, error2,
-         true},
+        {"device error 2, from the middle", Scenario("522-rcd-device-error-2"), ubRe, 4, error2,
+         "in an RCD test, RCDDeviceError2", true},
     };
 }
 

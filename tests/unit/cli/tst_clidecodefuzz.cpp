@@ -11,6 +11,7 @@
 #include <random>
 #include <sstream>
 
+#include "support/textmutator.h"
 #include "unit/cli/logfiles.h"
 
 namespace
@@ -72,55 +73,6 @@ const QByteArrayList Words{"\n",
                            "12:00:00.000  500b0080c000000000103d 06c660[3b] ACK\n",
                            "\xFF\xFE",
                            "\xF0\x9F\x94\xA5"};
-
-/// The same mutations of the same text for the same seed.
-class Mutator
-{
-public:
-    explicit Mutator(quint32 seed) : _random(seed) {}
-
-    QByteArray Mutated(QByteArray text)
-    {
-        const int changes = 1 + Below(4);
-        for (int i = 0; i < changes; ++i) {
-            Change(text);
-        }
-        return text;
-    }
-
-private:
-    int Below(int limit) { return static_cast<int>(_random() % static_cast<quint32>(limit)); }
-
-    void Change(QByteArray& text)
-    {
-        const int at = Below(text.size() + 1);
-        switch (Below(8)) {
-        case 0:
-            text.truncate(at);
-            break;
-        case 1:
-            text.insert(at, static_cast<char>(Below(256)));
-            break;
-        case 2:
-            text.remove(at, 1 + Below(40));
-            break;
-        case 3:
-            text.insert(at, text.mid(Below(text.size() + 1), Below(200)));
-            break;
-        case 4:
-            text.replace(at, 1, QByteArray(1, static_cast<char>(Below(256))));
-            break;
-        case 5:
-            text.replace(at, 1, QByteArray(1, "0123456789abcdef"[Below(16)]));
-            break;
-        default:
-            text.insert(at, Words.at(Below(Words.size())));
-            break;
-        }
-    }
-
-    std::mt19937 _random;
-};
 
 /// A file in memory, which takes one text after the other.
 class MemoryFile
@@ -198,7 +150,9 @@ QByteArray TestCliDecodeFuzz::ObjectionTo(const QByteArray& text, bool isJson, i
 {
     constexpr int Nothing = -1;
     const QString recording = isJson ? _folder.filePath(QStringLiteral("recording")) : QString();
-    QFile::remove(recording);
+    if (isJson) {
+        QFile::remove(recording);
+    }
     _errors.str({});
     if (!_log.Fill(text) || !_output.Fill(QByteArray())) {
         return "no memory file";
@@ -262,7 +216,7 @@ void TestCliDecodeFuzz::MutatedLogs()
     int wholeCount = 0;
     for (int i = 0; i < InputsPerSeed; ++i) {
         const QByteArray mutated =
-            Mutator(static_cast<quint32>(isJson ? InputsPerSeed + i : i)).Mutated(text);
+            TextMutator(static_cast<quint32>(isJson ? InputsPerSeed + i : i), Words).Mutated(text);
         const QByteArray objection = ObjectionTo(mutated, isJson, &wholeCount);
         QVERIFY2(objection.isEmpty(), (objection + " for " + mutated).constData());
     }

@@ -3,6 +3,8 @@
 #include <QJsonArray>
 #include <QtTest>
 
+#include <algorithm>
+
 #include "cli/decodesummary.h"
 #include "unit/cli/logfiles.h"
 
@@ -68,6 +70,9 @@ private Q_SLOTS:
     void BoundsTheTime();
     void CountsAttempts();
     void CountsAttemptsOfStates();
+    void TellsWhatTheLinkRepeats_data();
+    void TellsWhatTheLinkRepeats();
+    void StopInATestGoesTheLinksWay();
     void TellsCutFromSilent_data();
     void TellsCutFromSilent();
     void KeepsTheOrderOfWhatItHoldsBack();
@@ -147,6 +152,62 @@ void TestCliDecodeHistory::CountsAttemptsOfStates()
     QVERIFY(!Cli::IsGivenUp(events.at(3)));
     QCOMPARE(events.last().attempt, 1);
     QVERIFY(events.last().isRepeatedByLink);
+}
+
+void TestCliDecodeHistory::TellsWhatTheLinkRepeats_data()
+{
+    QTest::addColumn<QByteArray>("state");
+    QTest::addColumn<QByteArray>("request");
+    QTest::addColumn<bool>("isRepeatedByLink");
+    const auto row = [](const char* name, const QByteArray& state, const char* request,
+                        bool isRepeatedByLink) {
+        QTest::newRow(name) << state << QByteArray(request) << isRepeatedByLink;
+    };
+    const QByteArray recovery = Entering("COMMUNICATION RECOVERY");
+    const QByteArray test = Entering("RCD IEC IaTa MEASUREMENT");
+    row("status in recovery", recovery, "73f44e", false);
+    row("change of the mode in recovery", recovery, "7800f081", true);
+    row("status in a test", test, "73f44e", false);
+    row("prepare in a test", test, "500b0080c000000000103d", false);
+    row("start in a test", test, "53966a", false);
+    row("check in a test", test, "65033c", false);
+    row("stop in a test", test, "68aeed", true);
+    row("status elsewhere", Entering("MONITORING"), "73f44e", true);
+    row("status in an unknown state", "", "73f44e", true);
+}
+
+void TestCliDecodeHistory::TellsWhatTheLinkRepeats()
+{
+    QFETCH(const QByteArray, state);
+    QFETCH(const QByteArray, request);
+    const auto events = EventsOf({state, Answered("12:00:00.000"),
+                                  Answered("12:00:03.000", "[0b] No response", request.constData()),
+                                  "12:00:03.500 Transciever::Close"});
+    const auto silence = std::find_if(events.cbegin(), events.cend(), [](const DecodedEvent& event) {
+        return event.answer.isEmpty() && !event.request.isEmpty();
+    });
+    QVERIFY(silence != events.cend());
+    QTEST(silence->isRepeatedByLink, "isRepeatedByLink");
+    const bool isQuicker = silence->isRepeatedByLink && !state.isEmpty(); // than the 4 s of the link
+    QCOMPARE(silence->outcome, isQuicker ? Outcome::Cut : Outcome::None);
+}
+
+void TestCliDecodeHistory::StopInATestGoesTheLinksWay()
+{
+    const char* const error = "0a47e8d7[4b]";
+    const auto stop = [](const char* answer) { return Answered("12:00:00.000", answer, "68aeed"); };
+    const auto events = EventsOf(
+        {Entering("RCD MONITORING"), Answered("12:00:00.000", error), stop("214334[3b] NACK"),
+         stop("06c660[3b] ACK"), Answered("12:00:00.100", "214334[3b] NACK"), Answered("12:00:00.200", error),
+         Answered("12:00:00.300", error), Answered("12:00:00.400", error)});
+    QList<bool> areRepeatedByLink;
+    QList<int> errors;
+    for (const DecodedEvent& event : events.mid(1)) {
+        areRepeatedByLink.append(event.isRepeatedByLink);
+        errors.append(static_cast<int>(event.answerWords.error.value_or(Vesmar::Error::NoErrors)));
+    }
+    QCOMPARE(areRepeatedByLink, (QList<bool>{false, true, true, true, true, true, false}));
+    QCOMPARE(errors, (QList<int>{524, 15, 15, 15, 4, 4, 524}));
 }
 
 void TestCliDecodeHistory::TellsCutFromSilent_data()
@@ -346,6 +407,14 @@ void TestCliDecodeHistory::FindsErrors_data()
                            << QList<Error>{Error::UpdateDataInvalid};
     QTest::newRow("error of the instrument")
         << QByteArrayList{Answered("12:00:00.000", "a3529a32[4b]")} << QList<Error>{Error::DeviceError5};
+    QTest::newRow("error of an RCD test")
+        << QByteArrayList{Entering("RCD MONITORING"), Answered("12:00:00.000", "0a47e8d7[4b]")}
+        << QList<Error>{Error::RCDDeviceError4};
+    QTest::newRow("error of a function that tests, elsewhere")
+        << QByteArrayList{Entering("MONITORING"), Answered("12:00:00.000", "0a47e8d7[4b]")}
+        << QList<Error>{Error::DeviceError4};
+    QTest::newRow("error of a function that tests, state unknown")
+        << QByteArrayList{Answered("12:00:00.000", "0a47e8d7[4b]")} << QList<Error>{};
     QTest::newRow("error of an RCD test, unasked")
         << QByteArrayList{"12:00:00.000 ReadingBuffer: 0a072c9f"} << QList<Error>{Error::RCDDeviceError0};
 }

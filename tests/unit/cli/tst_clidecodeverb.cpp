@@ -7,10 +7,12 @@
 #include <QtTest>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
 #include <csignal>
+#include <thread>
 
 #include "unit/cli/logfiles.h"
 #include "unit/cli/verbtest.h"
@@ -58,6 +60,9 @@ private Q_SLOTS:
     void TellsTheSameOfAJournal();
     void TellsEventsAsJson();
     void ReadsTheStandardInput();
+    void ReadsANamedPipe();
+    void RefusesDevices_data();
+    void RefusesDevices();
     void EscapesWhatCouldCommandATerminal();
     void Complains_data();
     void Complains();
@@ -208,6 +213,40 @@ void TestCliDecodeVerb::ReadsTheStandardInput()
     ::close(ownInput);
     QCOMPARE(outcome.status, 0);
     QVERIFY2(outcome.output.contains("read status            Normal (0)"), outcome.output.constData());
+}
+
+void TestCliDecodeVerb::ReadsANamedPipe()
+{
+    const QTemporaryDir folder;
+    const QByteArray path = folder.filePath(QStringLiteral("pipe")).toLocal8Bit();
+    QCOMPARE(::mkfifo(path.constData(), 0600), 0);
+    std::thread writer([&path] {
+        QFile pipe(QFile::decodeName(path));
+        if (pipe.open(QIODevice::WriteOnly)) {
+            pipe.write(Status);
+        }
+    });
+    const Outcome outcome = Decode(path);
+    writer.join();
+    QCOMPARE(outcome.status, 0);
+    QVERIFY2(outcome.output.contains("  exchanges          1\n"), outcome.output.constData());
+}
+
+void TestCliDecodeVerb::RefusesDevices_data()
+{
+    QTest::addColumn<QByteArray>("path");
+    QTest::newRow("no end") << QByteArray("/dev/zero");
+    QTest::newRow("no content") << QByteArray("/dev/null");
+}
+
+void TestCliDecodeVerb::RefusesDevices()
+{
+    QFETCH(const QByteArray, path);
+    const Outcome outcome = Decode(path, {"--json"});
+    QCOMPARE(outcome.status, 1);
+    QCOMPARE(outcome.errors, "vesmar: " + path + " is a device; name a file, or - for the standard input\n");
+    QCOMPARE(outcome.Objects().last().value(QLatin1String("reason")).toString(),
+             QStringLiteral("unreadable"));
 }
 
 void TestCliDecodeVerb::EscapesWhatCouldCommandATerminal()

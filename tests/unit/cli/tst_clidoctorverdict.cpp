@@ -120,6 +120,8 @@ void TestCliDoctorVerdict::Obstacles_data()
     DeviceFindings other = GoodDevice();
     other.isTerminal = false;
     row("no terminal", other, {}, "device-unusable", "it is no terminal");
+    row("no terminal and held", other, HeldBy({{4711, QStringLiteral("minicom")}}), "device-unusable",
+        "it is no terminal");
 
     DeviceFindings forbidden = GoodDevice();
     forbidden.isWritable = false;
@@ -137,6 +139,11 @@ void TestCliDoctorVerdict::Obstacles_data()
     row("held by two", GoodDevice(),
         HeldBy({{4711, QStringLiteral("minicom")}, {12, QStringLiteral("vesmar")}}), "held",
         "minicom (process 4711) and vesmar (process 12)");
+    const Cli::DeviceHolder shell{9, QStringLiteral("sh")};
+    row("held by three", GoodDevice(), HeldBy({{4711, QStringLiteral("minicom")}, shell, shell}), "held",
+        "held by minicom (process 4711), sh (process 9) and sh (process 9), so");
+    row("held by many", GoodDevice(), HeldBy({shell, shell, shell, shell, shell}), "held",
+        "held by sh (process 9), sh (process 9), sh (process 9) and 2 more, so");
     DeviceFindings busy = GoodDevice();
     busy.openError = EBUSY;
     busy.isTerminal = false;
@@ -233,7 +240,7 @@ void TestCliDoctorVerdict::Verdicts_data()
     row("another mode and late", Record(Update, {Once(Update, 600)}), 4, "late", 15, "too slow");
 
     row("error", Record(InstrumentError), 4, "", 4, "reports DeviceError4 (4)");
-    row("error of a test", Record(RcdError), 4, "", 522, "reports RCDDeviceError2 (522)");
+    row("error of a function that tests", Record(RcdError), 4, "", 2, "reports DeviceError2 (2)");
     row("error and unreliable", Record(InstrumentError, {Once(Noise)}), 4, "unreliable", 4, "unreliable");
     row("error that has gone", Record(Sound, {Once(InstrumentError)}), 0, "", 15, "sound");
 }

@@ -23,8 +23,9 @@ private Q_SLOTS:
     void TellsStatus();
     void StatusWithoutAFunction();
     void StatusWithAFunction();
-    void ErrorsOfATestOfResidualCurrentDevices_data();
-    void ErrorsOfATestOfResidualCurrentDevices();
+    void ErrorsAreTheInstrumentsOwn_data();
+    void ErrorsAreTheInstrumentsOwn();
+    void ErrorsInATest();
     void ValuesWithoutANameArePassedOn();
 };
 
@@ -89,21 +90,30 @@ void TestCliFrame::StatusWithAFunction()
     QVERIFY(status.hasNewMeasurement);
 }
 
-void TestCliFrame::ErrorsOfATestOfResidualCurrentDevices_data()
+void TestCliFrame::ErrorsAreTheInstrumentsOwn_data()
 {
     QTest::addColumn<QByteArray>("answer");
     QTest::addColumn<int>("error");
-    QTest::newRow("first") << QByteArray::fromHex("0A070000") << 520;
-    QTest::newRow("last, of the other kind") << QByteArray::fromHex("0BE70000") << 534;
+    QTest::newRow("first") << QByteArray::fromHex("09070000") << 0;
+    QTest::newRow("last") << QByteArray::fromHex("03E70000") << 14;
     QTest::newRow("none") << QByteArray::fromHex("0AF70000") << 15;
-    QTest::newRow("another function") << QByteArray::fromHex("09070000") << 0;
+    QTest::newRow("function that tests residual-current devices") << QByteArray::fromHex("0A470000") << 4;
+    QTest::newRow("the other such function") << QByteArray::fromHex("0BE70000") << 14;
+    QTest::newRow("a byte is missing") << QByteArray::fromHex("0A") << 0;
 }
 
-void TestCliFrame::ErrorsOfATestOfResidualCurrentDevices()
+void TestCliFrame::ErrorsAreTheInstrumentsOwn()
 {
     QFETCH(QByteArray, answer);
     QFETCH(int, error);
     QCOMPARE(static_cast<int>(Cli::StatusIn(answer).error), error);
+}
+
+void TestCliFrame::ErrorsInATest()
+{
+    QCOMPARE(Cli::InTest(Error::DeviceError0), Error::RCDDeviceError0);
+    QCOMPARE(static_cast<int>(Cli::InTest(Error::DeviceError14)), 534);
+    QCOMPARE(Cli::InTest(Error::NoErrors), Error::NoErrors);
 }
 
 void TestCliFrame::ValuesWithoutANameArePassedOn()

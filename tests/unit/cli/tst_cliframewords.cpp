@@ -32,6 +32,8 @@ private Q_SLOTS:
     void Requests();
     void Answers_data();
     void Answers();
+    void StatusOfTheStates_data();
+    void StatusOfTheStates();
     void StatusFields();
     void RequestFields();
     void TestResults_data();
@@ -117,10 +119,9 @@ void TestCliFrameWords::Answers_data()
         "Calibration (1), RISO (3), Completed (2), DeviceError5 (5): the instrument reports its error 5, new "
         "reading");
     row("no error of an RCD test", status, "2af03206", None, "Calibration (1), RCD (10), Idle (0), no error");
-    row("error of an RCD test", status, "0a072c9f", None,
-        "Normal (0), RCD (10), Running (7), RCDDeviceError0 (520): the RCD test stayed silent, or the "
-        "instrument "
-        "reports its error 0 in it");
+    row("error of a function that tests, elsewhere or in a test", status, "0a47e8d7", None,
+        "Normal (0), RCD (10), Running (7), DeviceError4 (4): the instrument reports its error 4; or, in an "
+        "RCD test, RCDDeviceError4 (524)");
     row("status too long", status, "00f1f2adef", None, "",
         "a status has 4 bytes, and not 5: the library does not take it");
     row("status acknowledged", status, "06c660", None, "acknowledged",
@@ -184,9 +185,45 @@ void TestCliFrameWords::Answers()
     QCOMPARE(words.problem, problem);
 }
 
+void TestCliFrameWords::StatusOfTheStates_data()
+{
+    QTest::addColumn<QByteArray>("answer");
+    QTest::addColumn<int>("isOfTest");
+    QTest::addColumn<int>("error");
+    constexpr int Unknown = -1;
+    constexpr int NotTaken = -1;
+    const auto row = [](const char* name, const char* answer, int isOfTest, int error) {
+        QTest::newRow(name) << Hex(answer) << isOfTest << error;
+    };
+    row("in a test", "0a47e8d7", 1, 524);
+    row("in no test", "0a47e8d7", 0, 4);
+    row("state unknown", "0a47e8d7", Unknown, NotTaken);
+    row("state unknown, no error", "2af03206", Unknown, 15);
+    row("in a test, no error", "2af03206", 1, 15);
+    row("in a test, other function", "a3529a32", 1, 5);
+    row("too long, in a test", "0a4755ca59", 1, 524);
+    row("too long, in no test", "0a4755ca59", 0, NotTaken);
+    row("too long, other function in a test", "00f1f2adef", 1, NotTaken);
+    row("too short, in a test", "0a4aa1", 1, 524); // The checksum's first byte stands for the second one.
+    row("too short, state unknown", "0a4aa1", Unknown, NotTaken);
+}
+
+void TestCliFrameWords::StatusOfTheStates()
+{
+    QFETCH(const QByteArray, answer);
+    QFETCH(const int, isOfTest);
+    QVERIFY(Cli::IsIntact(answer));
+    FrameContext context;
+    if (isOfTest >= 0) {
+        context.isOfTest = isOfTest != 0;
+    }
+    const FrameWords words = Cli::WordsOfAnswer(Hex("73f44e"), answer, context);
+    QTEST(words.error ? static_cast<int>(*words.error) : -1, "error");
+}
+
 void TestCliFrameWords::StatusFields()
 {
-    const FrameWords words = Cli::WordsOfStatus(Hex("a3529a32"));
+    const FrameWords words = Cli::WordsOfStatus(Hex("a3529a32"), false);
     QCOMPARE(words.error.value_or(Error::NoErrors), Error::DeviceError5);
     QCOMPARE(words.fields.keys(),
              (QStringList{QStringLiteral("CurrentMeasurementType"), QStringLiteral("ErrorCode"),
@@ -196,7 +233,7 @@ void TestCliFrameWords::StatusFields()
     QCOMPARE(
         words.fields.value(QLatin1String("CurrentMeasurementType")).toObject().value(QLatin1String("name")),
         QJsonValue(QStringLiteral("RISO")));
-    QVERIFY(Cli::WordsOfStatus(Hex("00f5babf")).fields.contains(QStringLiteral("StartTestStatus")));
+    QVERIFY(Cli::WordsOfStatus(Hex("00f5babf"), false).fields.contains(QStringLiteral("StartTestStatus")));
 }
 
 void TestCliFrameWords::RequestFields()
@@ -235,7 +272,7 @@ void TestCliFrameWords::TestResults()
     QFETCH(const QByteArray, frame);
     QFETCH(const QByteArray, prepared);
     QFETCH(const QString, text);
-    QCOMPARE(Cli::WordsOfTestResult(frame, {{}, prepared}).text, text);
+    QCOMPARE(Cli::WordsOfTestResult(frame, {{}, prepared, {}}).text, text);
 }
 
 QTEST_APPLESS_MAIN(TestCliFrameWords)

@@ -59,6 +59,7 @@ constexpr char CalibrationUsage[] = "Usage: vesmar calibration [OPTIONS]\n"
                                     "       vesmar calibration set DATE [OPTIONS]\n";
 constexpr char RestartUsage[] = "Usage: vesmar restart [OPTIONS]\n";
 constexpr char DoctorUsage[] = "Usage: vesmar doctor [--json]\n";
+constexpr char DecodeUsage[] = "Usage: vesmar decode FILE [--scenario OUT] [--json]\n";
 constexpr char UpdateUsage[] = "Usage: vesmar update IMAGE --confirmation FILE [OPTIONS]\n";
 
 } // namespace
@@ -223,7 +224,9 @@ void TestCliProgram::BadUsage_data()
             << QString::fromLatin1(arguments) << "vesmar: " + QByteArray(complaint) + '\n' + usage;
     };
     row("", "no verb given; vesmar --help lists them", ProgramUsage);
-    row("measured", "The following argument was not expected: measured", ProgramUsage);
+    row("measured", "there is no verb measured; vesmar --help lists them", ProgramUsage);
+    row("infoo --json", "there is no verb infoo; vesmar --help lists them", ProgramUsage);
+    row("decode", "FILE is required", DecodeUsage);
     row("--bad", "The following argument was not expected: --bad", ProgramUsage);
     row("info more", "The following argument was not expected: more", InfoUsage);
     row("info monitor", "The following argument was not expected: monitor", InfoUsage);

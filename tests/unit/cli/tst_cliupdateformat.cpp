@@ -136,6 +136,11 @@ void TestCliUpdateFormat::FailuresSayWhatToDo_data()
         << "Firmware update failed: UpdateInitializationFailed (303): the instrument refused the "
            "update, or a part of the image was not transferred. 2 of 8 sectors were confirmed. The "
            "instrument stays in update mode; run the same command again.";
+    QTest::newRow("303 behind the first sector")
+        << 8 << 12 << 303
+        << "Firmware update failed: UpdateInitializationFailed (303): the instrument refused the "
+           "update, or a part of the image was not transferred. 1 of 8 sectors was confirmed. The "
+           "instrument stays in update mode; run the same command again.";
     QTest::newRow("303 of many")
         << 1000 << 1 << 303
         << "Firmware update failed: UpdateInitializationFailed (303): the instrument "

@@ -1,10 +1,45 @@
 #pragma once
 
-#include "textmutator.h"
+#include "simulator/jsonerror.h"
+#include "support/textmutator.h"
 
 #include <QtTest>
 
 #include <random>
+
+/// What there is of JSON, and what there is not.
+inline const QByteArrayList JsonWords{"{",
+                                      "}",
+                                      "[",
+                                      "]",
+                                      ",",
+                                      ":",
+                                      "\"",
+                                      "\\",
+                                      "\n",
+                                      QByteArray(1, '\0'),
+                                      "null",
+                                      "-1",
+                                      "1e308",
+                                      "1e999",
+                                      "99999999999999999999",
+                                      "0.5",
+                                      "\\u0000",
+                                      "\xFF",
+                                      "\xEF\xBB\xBF",
+                                      "[[[[[[[[",
+                                      "{\"a\":",
+                                      "true"};
+
+/// Empty when an error tells its place inside the text, in one line that is not too long.
+inline QByteArray ObjectionTo(const Simulator::JsonError& error, const QByteArray& text)
+{
+    const QByteArray sentence(error.what());
+    const bool hasPlace = error.Line() >= 1 && error.Line() <= text.count('\n') + 1 &&
+                          sentence.startsWith("line " + QByteArray::number(error.Line()) + ": ");
+    const bool isShort = sentence.size() < 1500 && !sentence.contains('\n') && sentence.size() > 15;
+    return hasPlace && isShort ? QByteArray() : "the error \"" + sentence + '"';
+}
 
 /// The same texts for everything that is read from JSON.
 namespace JsonFuzz

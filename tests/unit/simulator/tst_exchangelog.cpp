@@ -4,8 +4,11 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <stdexcept>
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
+
+#include <stdexcept>
 
 using Simulator::ExchangeLog;
 
@@ -19,6 +22,7 @@ private Q_SLOTS:
     void BytesThatNobodyAskedFor();
     void PathThatCannotBeWritten();
     void PipeThatNobodyReads();
+    void PipeWhoseReaderStopsReading();
     void FullDisk();
 };
 
@@ -83,6 +87,25 @@ void TestExchangeLog::PipeThatNobodyReads()
     const QString path = folder.filePath(QStringLiteral("pipe"));
     QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
     QVERIFY_EXCEPTION_THROWN(ExchangeLog{path}, std::runtime_error);
+}
+
+void TestExchangeLog::PipeWhoseReaderStopsReading()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("pipe"));
+    const QByteArray encoded = QFile::encodeName(path);
+    QCOMPARE(::mkfifo(encoded.constData(), 0600), 0);
+    const int reader = ::open(encoded.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    QVERIFY(reader >= 0);
+    const int capacity = ::fcntl(reader, F_GETPIPE_SZ);
+    ExchangeLog log(path);
+    QTest::ignoreMessage(QtWarningMsg, ("vesmar-simulator: cannot write the log " + encoded +
+                                        ": its reader does not keep up; it ends here")
+                                           .constData());
+    for (int written = 0; written <= capacity; written += 1000) {
+        log.Write(QString(1000, QLatin1Char('x'))); // without waiting
+    }
+    ::close(reader);
 }
 
 void TestExchangeLog::FullDisk()

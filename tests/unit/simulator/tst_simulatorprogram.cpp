@@ -184,6 +184,7 @@ private Q_SLOTS:
     void PlaybackTakesNoScenario();
     void PlaybackTakesNoCommandOfAFile();
     void PlaybackTakesFaultsAsCommandsOnly();
+    void ProgramWithoutTheDivider();
     void BadUse_data();
     void BadUse();
     void HelpAndVersion();
@@ -818,6 +819,14 @@ void TestSimulatorProgram::PlaybackTakesFaultsAsCommandsOnly()
     QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("02fe0b6a"));
     _process->write("quit\n");
     QCOMPARE(Finish(), 0);
+}
+
+void TestSimulatorProgram::ProgramWithoutTheDivider()
+{
+    QCOMPARE(Run({QStringLiteral("run"), QStringLiteral("vesmar"), QStringLiteral("info")}), 1);
+    QVERIFY2(_errors.startsWith("vesmar-simulator: The following arguments were not expected: "),
+             _errors.constData());
+    QVERIFY2(_errors.contains("; put \"--\" in front of the program to run\nUsage: "), _errors.constData());
 }
 
 void TestSimulatorProgram::BadUse_data()
