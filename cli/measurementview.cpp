@@ -127,6 +127,9 @@ void MeasurementView::Say(const QString& text)
 int MeasurementView::ShowEnd(const MeasurementSession& session, Vesmar::Error presentError)
 {
     _redraw.stop();
+    if (session.FailureReason() == MeasurementSession::Reason::FunctionLost) {
+        _readings.clear(); // The last one may have been read of something else.
+    }
     _isEnded = true;
     const Ending ending = EndingWithFile(session, presentError);
     const bool isMeasured = session.CurrentOutcome() == MeasurementSession::Outcome::Completed;

@@ -331,7 +331,8 @@ void TestMeasureProgram::GivenUpByTheInstrument_data()
     QTest::newRow("another function") << QStringLiteral("6:function 3");
 }
 
-/// What is read afterwards, such as the mains, must not look like readings of the function.
+/// What is read afterwards, such as the mains, must not look like readings of the function. The one reading
+/// that was asked for before can come afterwards.
 void TestMeasureProgram::GivenUpByTheInstrument()
 {
     QFETCH(const QString, command);
@@ -341,11 +342,14 @@ void TestMeasureProgram::GivenUpByTheInstrument()
     const QJsonObject result = ResultOf(run);
     QCOMPARE(result.value(QLatin1String("reason")).toString(), QStringLiteral("function-lost"));
     QCOMPARE(result.value(QLatin1String("stopped")).toBool(), true);
+    QVERIFY(result.value(QLatin1String("readings")).isNull());
     constexpr double MostOhm = 1; // and the mains have 230 V
+    int othersCount = 0;
     for (const QByteArray& line : run->Lines()) {
         const QJsonObject readings = ObjectOf(line).value(QLatin1String("readings")).toObject();
-        QVERIFY2(readings.value(QLatin1String("resistance")).toDouble() < MostOhm, line.constData());
+        othersCount += readings.value(QLatin1String("resistance")).toDouble() > MostOhm ? 1 : 0;
     }
+    QVERIFY2(othersCount <= 1, run->Output().constData());
 }
 
 void TestMeasureProgram::Interrupted()
