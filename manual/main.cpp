@@ -10,13 +10,13 @@
 #include <string>
 #include <vector>
 
-#include "cli/errorguide.h"
-#include "cli/names.h"
-#include "cli/program.h"
+#include "cli/program/program.h"
+#include "cli/words/errorguide.h"
+#include "cli/words/names.h"
 #include "manual/completion.h"
 #include "manual/manpage.h"
-#include "simulator/commandline.h"
-#include "simulator/scenarios.h"
+#include "simulator/program/commandline.h"
+#include "simulator/scenario/scenarios.h"
 
 // Writes what the programs' own command lines tell of them: sources of manual pages, for scdoc, and
 // completions for bash. Takes the folder for the pages and that for the completions; both have to be there.

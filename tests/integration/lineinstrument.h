@@ -4,7 +4,7 @@
 #include <QTemporaryDir>
 #include <QVector>
 
-#include "simulator/instrument.h"
+#include "simulator/line/instrument.h"
 
 /// The simulated instrument at the serial device of this process, for as long as it lives.
 class LineInstrument : public Simulator::Instrument

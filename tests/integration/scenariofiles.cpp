@@ -3,7 +3,7 @@
 #include <QDir>
 #include <QFile>
 
-#include "simulator/faultfile.h"
+#include "simulator/faults/faultfile.h"
 
 namespace
 {

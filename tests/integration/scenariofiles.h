@@ -8,7 +8,7 @@
 #include <QStringList>
 
 #include "integration/rcdmeasuring.h"
-#include "simulator/faultentry.h"
+#include "simulator/faults/faultentry.h"
 
 /// The files of simulator/scenarios, each of which brings about the error whose number its name begins with.
 namespace ScenarioFiles

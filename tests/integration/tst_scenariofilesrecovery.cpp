@@ -4,7 +4,7 @@
 #include "integration/patience.h"
 #include "integration/scenariofiles.h"
 #include "integration/watchedtester.h"
-#include "simulator/faultfile.h"
+#include "simulator/faults/faultfile.h"
 
 /// Files that interrupt the link for a while.
 class TestScenarioFilesRecovery : public QObject

@@ -4,9 +4,9 @@
 #include <QList>
 #include <QTemporaryFile>
 
-#include "cli/decodedevent.h"
-#include "cli/decodehistory.h"
-#include "cli/logentry.h"
+#include "cli/decode/decodedevent.h"
+#include "cli/decode/decodehistory.h"
+#include "cli/decode/logentry.h"
 
 /// A file with the text in it, to be read from its beginning.
 class LogText

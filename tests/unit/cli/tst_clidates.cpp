@@ -1,4 +1,4 @@
-#include "cli/dates.h"
+#include "cli/words/dates.h"
 
 #include <CLI/CLI.hpp>
 

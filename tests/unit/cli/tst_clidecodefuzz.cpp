@@ -1,4 +1,4 @@
-#include "cli/decodesession.h"
+#include "cli/decode/decodesession.h"
 
 #include <QFile>
 #include <QTemporaryDir>

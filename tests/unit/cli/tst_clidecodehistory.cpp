@@ -1,11 +1,11 @@
-#include "cli/decodehistory.h"
+#include "cli/decode/decodehistory.h"
 
 #include <QJsonArray>
 #include <QtTest>
 
 #include <algorithm>
 
-#include "cli/decodesummary.h"
+#include "cli/decode/decodesummary.h"
 #include "unit/cli/logfiles.h"
 
 using Cli::DecodedEvent;

@@ -1,4 +1,4 @@
-#include "cli/decodeverb.h"
+#include "cli/verbs/decodeverb.h"
 
 #include <QDir>
 #include <QFile>

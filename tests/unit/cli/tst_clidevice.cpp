@@ -1,4 +1,4 @@
-#include "cli/device.h"
+#include "cli/sessions/device.h"
 
 #include <QTemporaryDir>
 #include <QTemporaryFile>

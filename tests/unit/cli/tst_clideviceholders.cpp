@@ -1,4 +1,4 @@
-#include "cli/deviceholders.h"
+#include "cli/sessions/deviceholders.h"
 
 #include <QProcess>
 #include <QtTest>

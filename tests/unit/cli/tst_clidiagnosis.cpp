@@ -1,4 +1,4 @@
-#include "cli/diagnosis.h"
+#include "cli/kit/diagnosis.h"
 
 #include <QtTest>
 

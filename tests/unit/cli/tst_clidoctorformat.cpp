@@ -1,4 +1,4 @@
-#include "cli/doctorformat.h"
+#include "cli/doctor/doctorformat.h"
 
 #include <QJsonArray>
 #include <QtTest>

@@ -1,4 +1,4 @@
-#include "cli/doctorverdict.h"
+#include "cli/doctor/doctorverdict.h"
 
 #include <QtTest>
 

@@ -1,10 +1,10 @@
-#include "cli/errorguide.h"
+#include "cli/words/errorguide.h"
 
 #include <QFile>
 #include <QRegularExpression>
 #include <QtTest>
 
-#include "cli/names.h"
+#include "cli/words/names.h"
 
 using Vesmar::Error;
 

@@ -1,4 +1,4 @@
-#include "cli/event.h"
+#include "cli/output/event.h"
 
 #include <QtTest>
 

@@ -1,10 +1,10 @@
-#include "cli/exitstatus.h"
+#include "cli/words/exitstatus.h"
 
 #include <QtTest>
 
 #include <sstream>
 
-#include "cli/program.h"
+#include "cli/program/program.h"
 
 namespace ExitStatus = Cli::ExitStatus;
 

@@ -1,4 +1,4 @@
-#include "cli/explainverb.h"
+#include "cli/verbs/explainverb.h"
 
 #include <QtTest>
 

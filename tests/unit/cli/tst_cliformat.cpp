@@ -1,4 +1,4 @@
-#include "cli/format.h"
+#include "cli/words/format.h"
 
 #include <QTimeZone>
 #include <QtTest>

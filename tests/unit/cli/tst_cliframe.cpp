@@ -1,4 +1,4 @@
-#include "cli/frame.h"
+#include "cli/frames/frame.h"
 
 #include <QtTest>
 

@@ -1,8 +1,8 @@
-#include "cli/framewords.h"
+#include "cli/frames/framewords.h"
 
 #include <QtTest>
 
-#include "cli/framesettings.h"
+#include "cli/frames/framesettings.h"
 
 using Cli::FrameContext;
 using Cli::FrameWords;

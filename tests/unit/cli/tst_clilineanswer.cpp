@@ -1,4 +1,4 @@
-#include "cli/lineanswer.h"
+#include "cli/doctor/lineanswer.h"
 
 #include <QtTest>
 

@@ -1,4 +1,4 @@
-#include "cli/lineprobe.h"
+#include "cli/doctor/lineprobe.h"
 
 #include <QtTest>
 
@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <thread>
 
-#include "cli/lineanswer.h"
+#include "cli/doctor/lineanswer.h"
 #include "support/scriptedpeer.h"
 #include "support/serialdevice.h"
 

@@ -1,4 +1,4 @@
-#include "cli/linerecord.h"
+#include "cli/doctor/linerecord.h"
 
 #include <QtTest>
 

@@ -1,4 +1,4 @@
-#include "cli/link.h"
+#include "cli/kit/link.h"
 
 #include <QTemporaryFile>
 #include <QtTest>

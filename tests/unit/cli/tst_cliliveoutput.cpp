@@ -1,4 +1,4 @@
-#include "cli/liveoutput.h"
+#include "cli/output/liveoutput.h"
 
 #include <QSignalSpy>
 #include <QtTest>

@@ -1,4 +1,4 @@
-#include "cli/livescreen.h"
+#include "cli/output/livescreen.h"
 
 #include <QSignalSpy>
 #include <QtTest>

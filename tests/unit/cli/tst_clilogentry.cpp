@@ -1,4 +1,4 @@
-#include "cli/logentry.h"
+#include "cli/decode/logentry.h"
 
 #include <QtTest>
 

@@ -1,4 +1,4 @@
-#include "cli/logreader.h"
+#include "cli/decode/logreader.h"
 
 #include <QtTest>
 

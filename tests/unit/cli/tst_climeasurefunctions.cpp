@@ -1,4 +1,4 @@
-#include "cli/measureverb.h"
+#include "cli/verbs/measureverb.h"
 
 #include <QtTest>
 
@@ -7,7 +7,7 @@
 
 #include <Vesmar/hvtestsettings.h>
 
-#include "cli/program.h"
+#include "cli/program/program.h"
 
 namespace
 {

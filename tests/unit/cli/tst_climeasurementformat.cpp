@@ -1,4 +1,4 @@
-#include "cli/measurementformat.h"
+#include "cli/measure/measurementformat.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -13,7 +13,7 @@
 #include <Vesmar/rcdresults.h>
 #include <Vesmar/rlnresults.h>
 
-#include "cli/readingsfile.h"
+#include "cli/measure/readingsfile.h"
 #include "support/eventschema.h"
 
 using Cli::Reading;

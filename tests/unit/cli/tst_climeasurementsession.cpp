@@ -1,4 +1,4 @@
-#include "cli/measurementsession.h"
+#include "cli/sessions/measurementsession.h"
 
 #include <QtTest>
 

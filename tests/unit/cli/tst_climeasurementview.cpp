@@ -1,4 +1,4 @@
-#include "cli/measurementview.h"
+#include "cli/measure/measurementview.h"
 
 #include <CLI/CLI.hpp>
 

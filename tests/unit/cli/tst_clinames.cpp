@@ -1,4 +1,4 @@
-#include "cli/names.h"
+#include "cli/words/names.h"
 
 #include <QtTest>
 

@@ -1,14 +1,14 @@
-#include "cli/program.h"
+#include "cli/program/program.h"
 
 #include <QtTest>
 
 #include <sstream>
 
-#include "cli/calibrationverb.h"
-#include "cli/clockverb.h"
-#include "cli/monitorverb.h"
-#include "cli/restartverb.h"
-#include "cli/updateverb.h"
+#include "cli/verbs/calibrationverb.h"
+#include "cli/verbs/clockverb.h"
+#include "cli/verbs/monitorverb.h"
+#include "cli/verbs/restartverb.h"
+#include "cli/verbs/updateverb.h"
 
 using std::chrono::milliseconds;
 

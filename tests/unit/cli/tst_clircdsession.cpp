@@ -1,4 +1,4 @@
-#include "cli/rcdsession.h"
+#include "cli/sessions/rcdsession.h"
 
 #include <QtTest>
 

@@ -1,4 +1,4 @@
-#include "cli/readiness.h"
+#include "cli/sessions/readiness.h"
 
 #include <QtTest>
 

@@ -1,4 +1,4 @@
-#include "cli/recordingfile.h"
+#include "cli/decode/recordingfile.h"
 
 #include <QDir>
 #include <QFile>

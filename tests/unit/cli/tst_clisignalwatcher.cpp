@@ -1,4 +1,4 @@
-#include "cli/signalwatcher.h"
+#include "cli/kit/signalwatcher.h"
 
 #include <QSignalSpy>
 #include <QtTest>

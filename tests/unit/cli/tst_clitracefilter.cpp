@@ -1,4 +1,4 @@
-#include "cli/tracefilter.h"
+#include "cli/program/tracefilter.h"
 
 #include <QLoggingCategory>
 #include <QTemporaryFile>

@@ -1,4 +1,4 @@
-#include "cli/updatefiles.h"
+#include "cli/update/updatefiles.h"
 
 #include <QFile>
 #include <QTemporaryDir>

@@ -1,4 +1,4 @@
-#include "cli/updateformat.h"
+#include "cli/update/updateformat.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>

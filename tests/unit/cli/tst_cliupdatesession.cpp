@@ -1,4 +1,4 @@
-#include "cli/updatesession.h"
+#include "cli/sessions/updatesession.h"
 
 #include <QtTest>
 

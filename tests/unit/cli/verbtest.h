@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <sstream>
 
-#include "cli/program.h"
+#include "cli/program/program.h"
 #include "support/eventschema.h"
 #include "support/logcapture.h"
 #include "support/redirection.h"

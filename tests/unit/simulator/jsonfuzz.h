@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulator/jsonerror.h"
+#include "simulator/text/jsonerror.h"
 #include "support/textmutator.h"
 
 #include <QtTest>

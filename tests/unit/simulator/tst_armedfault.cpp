@@ -1,5 +1,5 @@
-#include "simulator/armedfault.h"
-#include "simulator/faults.h"
+#include "simulator/faults/armedfault.h"
+#include "simulator/faults/faults.h"
 
 #include <QtTest>
 

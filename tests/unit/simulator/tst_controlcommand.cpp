@@ -1,4 +1,4 @@
-#include "simulator/controlcommand.h"
+#include "simulator/model/controlcommand.h"
 
 #include <QtTest>
 

@@ -1,4 +1,4 @@
-#include "simulator/deviceclock.h"
+#include "simulator/model/deviceclock.h"
 
 #include <QtTest>
 

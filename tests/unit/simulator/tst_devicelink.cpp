@@ -1,4 +1,4 @@
-#include "simulator/devicelink.h"
+#include "simulator/program/devicelink.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,4 +1,4 @@
-#include "simulator/exchangelog.h"
+#include "simulator/line/exchangelog.h"
 
 #include <QRegularExpression>
 #include <QTemporaryDir>

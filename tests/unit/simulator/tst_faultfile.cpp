@@ -1,5 +1,5 @@
-#include "simulator/faultfile.h"
-#include "simulator/jsonerror.h"
+#include "simulator/faults/faultfile.h"
+#include "simulator/text/jsonerror.h"
 
 #include <QFile>
 #include <QJsonArray>

@@ -1,8 +1,8 @@
 #include "jsonfuzz.h"
 
-#include "simulator/faultfile.h"
-#include "simulator/faultplan.h"
-#include "simulator/jsonerror.h"
+#include "simulator/faults/faultfile.h"
+#include "simulator/faults/faultplan.h"
+#include "simulator/text/jsonerror.h"
 
 #include <QtTest>
 

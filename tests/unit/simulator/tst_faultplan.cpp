@@ -1,5 +1,5 @@
-#include "simulator/faultplan.h"
-#include "simulator/faults.h"
+#include "simulator/faults/faultplan.h"
+#include "simulator/faults/faults.h"
 
 #include <QtTest>
 

@@ -1,4 +1,4 @@
-#include "simulator/faults.h"
+#include "simulator/faults/faults.h"
 
 #include <QtTest>
 

@@ -1,4 +1,4 @@
-#include "simulator/firmwarefile.h"
+#include "simulator/line/firmwarefile.h"
 
 #include <QDir>
 #include <QFile>

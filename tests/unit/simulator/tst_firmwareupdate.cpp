@@ -1,4 +1,4 @@
-#include "simulator/firmwareupdate.h"
+#include "simulator/model/firmwareupdate.h"
 
 #include <QtTest>
 

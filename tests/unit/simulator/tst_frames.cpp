@@ -1,4 +1,4 @@
-#include "simulator/frames.h"
+#include "simulator/wire/frames.h"
 
 #include <QtTest>
 

@@ -1,4 +1,4 @@
-#include "simulator/identity.h"
+#include "simulator/scenario/identity.h"
 
 #include <QtTest>
 

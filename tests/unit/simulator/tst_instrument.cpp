@@ -1,6 +1,6 @@
 #include "lineclient.h"
 
-#include "simulator/instrument.h"
+#include "simulator/line/instrument.h"
 
 #include <QFile>
 #include <QFileInfo>

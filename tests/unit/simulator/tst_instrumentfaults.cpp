@@ -1,7 +1,7 @@
 #include "lineclient.h"
 
-#include "simulator/faultfile.h"
-#include "simulator/instrument.h"
+#include "simulator/faults/faultfile.h"
+#include "simulator/line/instrument.h"
 
 #include <QFile>
 #include <QTemporaryDir>

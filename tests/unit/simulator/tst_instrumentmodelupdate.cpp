@@ -1,4 +1,4 @@
-#include "simulator/instrumentmodel.h"
+#include "simulator/model/instrumentmodel.h"
 
 #include <QtTest>
 

@@ -1,8 +1,8 @@
 #include "lineclient.h"
 
-#include "simulator/faultfile.h"
-#include "simulator/instrument.h"
-#include "simulator/recordingfile.h"
+#include "simulator/faults/faultfile.h"
+#include "simulator/line/instrument.h"
+#include "simulator/line/recordingfile.h"
 
 #include <QElapsedTimer>
 #include <QFile>

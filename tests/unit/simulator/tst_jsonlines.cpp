@@ -1,5 +1,5 @@
-#include "simulator/jsonerror.h"
-#include "simulator/jsonlines.h"
+#include "simulator/text/jsonerror.h"
+#include "simulator/text/jsonlines.h"
 
 #include <QtTest>
 

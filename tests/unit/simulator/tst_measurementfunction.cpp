@@ -1,4 +1,4 @@
-#include "simulator/measurementfunction.h"
+#include "simulator/model/measurementfunction.h"
 
 #include <QtTest>
 

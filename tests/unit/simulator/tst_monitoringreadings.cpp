@@ -1,4 +1,4 @@
-#include "simulator/monitoringreadings.h"
+#include "simulator/model/monitoringreadings.h"
 
 #include <QtTest>
 

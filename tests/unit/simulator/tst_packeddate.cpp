@@ -1,4 +1,4 @@
-#include "simulator/packeddate.h"
+#include "simulator/wire/packeddate.h"
 
 #include <QtTest>
 

@@ -1,4 +1,4 @@
-#include "simulator/packedvalues.h"
+#include "simulator/wire/packedvalues.h"
 
 #include <QtTest>
 

@@ -1,4 +1,4 @@
-#include "simulator/player.h"
+#include "simulator/line/player.h"
 
 #include <QtTest>
 

@@ -1,4 +1,4 @@
-#include "simulator/preparepayload.h"
+#include "simulator/model/preparepayload.h"
 
 #include <QtTest>
 

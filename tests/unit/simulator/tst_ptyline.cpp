@@ -1,6 +1,6 @@
 #include "lineclient.h"
 
-#include "simulator/ptyline.h"
+#include "simulator/line/ptyline.h"
 
 #include <QtTest>
 

@@ -1,4 +1,4 @@
-#include "simulator/quoted.h"
+#include "simulator/text/quoted.h"
 
 #include <QtTest>
 

@@ -1,4 +1,4 @@
-#include "simulator/rcdpayload.h"
+#include "simulator/model/rcdpayload.h"
 
 #include <QtTest>
 

@@ -1,4 +1,4 @@
-#include "simulator/rcdreadings.h"
+#include "simulator/model/rcdreadings.h"
 
 #include <QtTest>
 

@@ -1,5 +1,5 @@
-#include "simulator/frames.h"
-#include "simulator/rcdtest.h"
+#include "simulator/model/rcdtest.h"
+#include "simulator/wire/frames.h"
 
 #include <QtTest>
 

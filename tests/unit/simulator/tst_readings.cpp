@@ -1,4 +1,4 @@
-#include "simulator/readings.h"
+#include "simulator/model/readings.h"
 
 #include <QtTest>
 

@@ -1,5 +1,5 @@
-#include "simulator/jsonerror.h"
-#include "simulator/recordingfile.h"
+#include "simulator/line/recordingfile.h"
+#include "simulator/text/jsonerror.h"
 
 #include <QFile>
 #include <QJsonArray>

@@ -1,8 +1,8 @@
 #include "jsonfuzz.h"
 
-#include "simulator/jsonerror.h"
-#include "simulator/player.h"
-#include "simulator/recordingfile.h"
+#include "simulator/line/player.h"
+#include "simulator/line/recordingfile.h"
+#include "simulator/text/jsonerror.h"
 
 #include <QtTest>
 

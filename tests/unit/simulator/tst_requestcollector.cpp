@@ -1,4 +1,4 @@
-#include "simulator/requestcollector.h"
+#include "simulator/wire/requestcollector.h"
 
 #include <QtTest>
 

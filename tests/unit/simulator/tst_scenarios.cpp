@@ -1,4 +1,4 @@
-#include "simulator/scenarios.h"
+#include "simulator/scenario/scenarios.h"
 
 #include <QtTest>
 

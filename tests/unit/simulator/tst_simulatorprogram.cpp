@@ -1,7 +1,7 @@
 #include "lineclient.h"
 
-#include "simulator/ptyline.h"
-#include "simulator/scenarios.h"
+#include "simulator/line/ptyline.h"
+#include "simulator/scenario/scenarios.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,4 +1,4 @@
-#include "simulator/statusword.h"
+#include "simulator/wire/statusword.h"
 
 #include <QtTest>
 

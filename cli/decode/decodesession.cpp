@@ -1,0 +1,199 @@
+#include "cli/decode/decodesession.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonObject>
+
+#include <sys/stat.h>
+
+#include "cli/decode/decodeformat.h"
+#include "cli/decode/logentry.h"
+#include "cli/words/exitstatus.h"
+#include "cli/words/format.h"
+
+namespace Cli
+{
+
+namespace
+{
+
+/// A log that is no log at all does not flood the error output.
+constexpr int MostComplaints = 20;
+
+QDateTime Now()
+{
+    return QDateTime::currentDateTimeUtc();
+}
+
+/// Under whatever name.
+bool IsSameFile(int descriptor, const QString& path)
+{
+    struct stat opened = {};
+    struct stat other = {};
+    return ::fstat(descriptor, &opened) == 0 && ::stat(QFile::encodeName(path).constData(), &other) == 0 &&
+           opened.st_dev == other.st_dev && opened.st_ino == other.st_ino;
+}
+
+} // namespace
+
+DecodeSession::DecodeSession(const Task& task, Output& output)
+    : _task(task),
+      _output(output),
+      _reader(task.logDescriptor, task.stopDescriptor),
+      _history([this](const DecodedEvent& event) { TakeEvent(event); }),
+      _ending(DoneWith({}))
+{
+}
+
+int DecodeSession::Run()
+{
+    if (Begin()) {
+        for (auto line = _reader.Next(); line; line = _reader.Next()) {
+            TakeLine(*line);
+            if (_printed != Output::Result::Written) {
+                return PrintingStatus(_output, _printed);
+            }
+        }
+        _history.Finish();
+        Judge();
+    }
+    PrintEnd();
+    const int status = PrintingStatus(_output, _printed);
+    return status != ExitStatus::Done ? status : _ending.status;
+}
+
+/// False when nothing is to be read.
+bool DecodeSession::Begin()
+{
+    if (_task.logDescriptor < 0 && _task.openError == 0) {
+        Fail("unreadable",
+             QStringLiteral("%1 is a device; name a file, or - for the standard input").arg(_task.logName));
+    } else if (_task.logDescriptor < 0) {
+        Fail("unreadable",
+             QStringLiteral("cannot read %1: %2").arg(_task.logName, qt_error_string(_task.openError)));
+    } else if (IsSameFile(_task.logDescriptor, _task.recordingPath)) {
+        Fail("cannot-record", QStringLiteral("%1 is the log itself; give the recording a name of its own")
+                                  .arg(Printable(_task.recordingPath)));
+    } else if (!_task.recordingPath.isEmpty()) {
+        _recording.emplace(
+            _task.recordingPath,
+            QStringLiteral("Recorded by vesmar decode from %1").arg(QFileInfo(_task.logName).fileName()));
+        if (!_recording->Problem().isEmpty()) {
+            Fail("cannot-record", _recording->Problem());
+        }
+    }
+    return _ending.status == ExitStatus::Done;
+}
+
+void DecodeSession::TakeLine(const LogLine& line)
+{
+    _isEmpty = false;
+    if (!line.damage.isEmpty()) {
+        TakeDamage(line.number, line.damage);
+        return;
+    }
+    const LogEntry entry = ParseLogLine(line.text);
+    if (!entry.damage.isEmpty()) {
+        TakeDamage(line.number, entry.damage);
+        return;
+    }
+    _history.Take(line.number, entry);
+}
+
+void DecodeSession::TakeEvent(const DecodedEvent& event)
+{
+    _summary.Take(event);
+    if (_recording) {
+        _recording->Take(event);
+    }
+    Print(_task.isJson ? DecodedJson(Now(), event) : DecodedText(event));
+}
+
+void DecodeSession::TakeDamage(qint64 line, const QString& damage)
+{
+    ++_damagedLines;
+    if (_damagedLines <= MostComplaints) {
+        WriteError(
+            QStringLiteral("%1, line %2: %3").arg(_task.logName, QString::number(line), Printable(damage)));
+    }
+}
+
+void DecodeSession::Fail(const char* reason, const QString& message)
+{
+    if (_ending.status != ExitStatus::Done) {
+        return;
+    }
+    _ending = {ExitStatus::BadUsage, Ending::Outcome::Failed, message, QString::fromLatin1(reason)};
+    WriteError(message);
+}
+
+/// What has become of the whole.
+void DecodeSession::Judge()
+{
+    const QString& log = _task.logName;
+    if (_damagedLines > MostComplaints) {
+        WriteError(QStringLiteral("%1: %2 more lines are damaged")
+                       .arg(log, QString::number(_damagedLines - MostComplaints)));
+    }
+    if (_reader.LastError() != 0) {
+        Fail("unreadable",
+             QStringLiteral("cannot read %1: %2").arg(log, qt_error_string(_reader.LastError())));
+    } else if (_reader.IsStopped() && _summary.Exchanges() == 0) {
+        Fail("no-exchange",
+             QStringLiteral("%1: the reading was ended before an exchange with an instrument").arg(log));
+    } else if (_isEmpty) {
+        Fail("empty", QStringLiteral("%1 is empty; check that it is the right file").arg(log));
+    } else if (_damagedLines > 0) {
+        const QString notWritten = _recording ? QStringLiteral(", and no recording is written") : QString();
+        Fail("damaged-log",
+             QStringLiteral("%1: lines that are not decoded because they are damaged: %2%3; get the "
+                            "whole log, or remove them")
+                 .arg(log, QString::number(_damagedLines), notWritten));
+    } else if (_summary.Exchanges() == 0) {
+        Fail("no-exchange",
+             QStringLiteral("%1 has no exchange with an instrument; check that it is a log of the library")
+                 .arg(log));
+    }
+    CloseRecording();
+}
+
+void DecodeSession::PrintEnd()
+{
+    const bool isDone = _ending.status == ExitStatus::Done;
+    if (isDone) {
+        _ending.message = DoneText();
+    }
+    if (_task.isJson) {
+        QJsonObject fields = _summary.Fields();
+        fields.insert(QStringLiteral("damagedLines"), _damagedLines);
+        Print(ResultLine(Now(), _ending, fields));
+    } else if (_summary.Exchanges() > 0) {
+        Print(_summary.Text() + (isDone ? _ending.message.toUtf8() + '\n' : QByteArray()));
+    }
+}
+
+void DecodeSession::CloseRecording()
+{
+    if (_recording && _ending.status == ExitStatus::Done && !_recording->Commit()) {
+        Fail("cannot-record", QStringLiteral("%1: %2").arg(_task.logName, _recording->Problem()));
+    }
+}
+
+QString DecodeSession::DoneText() const
+{
+    const QString decoded = _reader.IsStopped() ? QStringLiteral("The log is decoded as far as it was read")
+                                                : QStringLiteral("The log is decoded");
+    if (!_recording) {
+        return decoded + QLatin1Char('.');
+    }
+    const QString links =
+        _summary.Links() > 1 ? QStringLiteral(", of all %1 links").arg(_summary.Links()) : QString();
+    return decoded + QStringLiteral(", and %1 entries are recorded%2.").arg(_recording->Entries()).arg(links);
+}
+
+void DecodeSession::Print(const QByteArray& text)
+{
+    _printed = _output.Write(text);
+}
+
+} // namespace Cli

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+#include "cli/decode/decodedevent.h"
+#include "cli/decode/decodehistory.h"
+#include "cli/decode/decodesummary.h"
+#include "cli/decode/logreader.h"
+#include "cli/decode/recordingfile.h"
+#include "cli/output/event.h"
+#include "cli/output/output.h"
+
+namespace Cli
+{
+
+/// Decodes one log: prints what it tells, says what is wrong with it, and records it where that is wanted.
+class DecodeSession
+{
+public:
+    struct Task {
+        QString logName;       ///< As messages name it.
+        int logDescriptor;     ///< Open for reading, and the caller's; negative where it cannot be opened.
+        int openError;         ///< Why it cannot; 0 for a device, which is not opened.
+        QString recordingPath; ///< Empty for none.
+        bool isJson;
+        int stopDescriptor = -1; ///< The reading ends when it becomes readable; negative for none.
+    };
+
+    DecodeSession(const Task& task, Output& output);
+
+    /// What the program ends with.
+    int Run();
+
+private:
+    bool Begin();
+    void TakeLine(const LogLine& line);
+    void TakeEvent(const DecodedEvent& event);
+    void TakeDamage(qint64 line, const QString& damage);
+    void CloseRecording();
+    void Fail(const char* reason, const QString& message);
+    void Judge();
+    void PrintEnd();
+    void Print(const QByteArray& text);
+    QString DoneText() const;
+
+    Task _task;
+    Output& _output;
+    Output::Result _printed = Output::Result::Written;
+    LogReader _reader;
+    DecodeHistory _history;
+    DecodeSummary _summary;
+    std::optional<RecordingFile> _recording;
+    bool _isEmpty = true;
+    int _damagedLines = 0;
+    Ending _ending;
+};
+
+} // namespace Cli

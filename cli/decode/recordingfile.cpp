@@ -1,0 +1,119 @@
+#include "cli/decode/recordingfile.h"
+
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include "cli/frames/frame.h"
+#include "cli/words/format.h"
+
+namespace Cli
+{
+
+namespace
+{
+
+const char End[] = "\n]}\n";
+
+QByteArray Compact(const QJsonObject& object)
+{
+    return QJsonDocument(object).toJson(QJsonDocument::Compact);
+}
+
+} // namespace
+
+RecordingFile::RecordingFile(const QString& path, const QString& comment)
+    : _path(Printable(path)), _file(path)
+{
+    if (QFileInfo::exists(path) && !QFileInfo(path).isFile()) {
+        _problem = QStringLiteral("cannot write the file %1: not a regular file").arg(_path);
+        return;
+    }
+    if (!_file.open(QIODevice::WriteOnly)) {
+        _problem = QStringLiteral("cannot write the file %1: %2").arg(_path, _file.errorString());
+        return;
+    }
+    const QByteArray head = Compact({{QStringLiteral("comment"), comment}}).chopped(1);
+    Write(head + ", \"exchanges\": [");
+}
+
+void RecordingFile::Take(const DecodedEvent& event)
+{
+    const bool isExchange = event.kind == DecodedEvent::Kind::Exchange;
+    const bool isUnasked = event.kind == DecodedEvent::Kind::Unasked && _entries > 0;
+    if ((!isExchange && !isUnasked) || event.outcome == DecodedEvent::Outcome::Cut || !_problem.isEmpty()) {
+        return;
+    }
+    if (event.request.size() > LongestFrame || event.answer.size() > LongestFrame) {
+        _problem = QStringLiteral(
+                       "line %1 has more than %2 bytes in one frame, which a recording cannot have; cut it "
+                       "out of the log")
+                       .arg(event.line)
+                       .arg(LongestFrame);
+        return;
+    }
+    QJsonObject entry;
+    if (isUnasked) {
+        entry = {{QStringLiteral("unasked"), Hex(event.answer)},
+                 {QStringLiteral("after"), SinceEntryBefore(event.at)}};
+    } else {
+        entry.insert(QStringLiteral("request"), Hex(event.request));
+        if (!event.answer.isEmpty()) {
+            entry.insert(QStringLiteral("answer"), Hex(event.answer));
+        }
+    }
+    _previousTime = event.at;
+    Append(entry);
+}
+
+void RecordingFile::Append(const QJsonObject& entry)
+{
+    const QByteArray text = (_entries > 0 ? ",\n" : "\n") + Compact(entry);
+    constexpr int EndSize = sizeof End - 1;
+    if (_entries == MostEntries || _size + text.size() + EndSize > LargestFile) {
+        _problem = QStringLiteral(
+                       "the log has more than a recording can have, %1 exchanges and %2 bytes; cut it into "
+                       "parts")
+                       .arg(MostEntries)
+                       .arg(LargestFile);
+        return;
+    }
+    ++_entries;
+    Write(text);
+}
+
+void RecordingFile::Write(const QByteArray& text)
+{
+    _size += text.size();
+    if (_file.write(text) != text.size()) {
+        _problem = QStringLiteral("cannot write the file %1: %2").arg(_path, _file.errorString());
+    }
+}
+
+/// In milliseconds; a pause that is longer than any the player makes counts as the longest one.
+int RecordingFile::SinceEntryBefore(const QTime& at) const
+{
+    constexpr int Day = 24 * 60 * 60 * 1000;
+    constexpr int LongestPause = 600000;
+    const int elapsed = (_previousTime.msecsTo(at) + Day) % Day;
+    if (elapsed > Day / 2) {
+        return 0; // The clock was set back.
+    }
+    return qMin(elapsed, LongestPause);
+}
+
+bool RecordingFile::Commit()
+{
+    if (_problem.isEmpty() && _entries == 0) {
+        _problem = QStringLiteral("there is no exchange to record");
+    }
+    if (_problem.isEmpty()) {
+        Write(End);
+    }
+    if (_problem.isEmpty() && !_file.commit()) {
+        _problem = QStringLiteral("cannot write the file %1: %2").arg(_path, _file.errorString());
+    }
+    return _problem.isEmpty();
+}
+
+} // namespace Cli

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QByteArray>
+#include <QJsonObject>
+
+#include "cli/doctor/linerecord.h"
+#include "cli/frames/frame.h"
+#include "cli/sessions/device.h"
+#include "cli/sessions/deviceholders.h"
+
+/// What `doctor` has found, in lines for people and in fields for programs.
+namespace Cli
+{
+
+QByteArray DeviceText(const DeviceFindings& device);
+QJsonObject DeviceJson(const DeviceFindings& device);
+
+/// Of a device that is there.
+QByteArray PermissionsText(const DeviceFindings& device);
+QJsonObject PermissionsJson(const DeviceFindings& device);
+
+QByteArray HoldersText(const DeviceHolders& holders);
+QJsonObject HoldersJson(const DeviceHolders& holders);
+
+/// How many answers there were of each kind, and how long they took.
+QByteArray AnswersText(const LineRecord& line);
+QJsonObject AnswersJson(const LineRecord& line);
+
+/// Of the instrument.
+QByteArray ConditionText(const InstrumentStatus& status);
+QJsonObject ConditionJson(const InstrumentStatus& status);
+
+} // namespace Cli

@@ -1,0 +1,241 @@
+#include "cli/doctor/doctorverdict.h"
+
+#include <QStringList>
+
+#include <cerrno>
+
+#include <Vesmar/serialdevice.h>
+
+#include "cli/kit/diagnosis.h"
+#include "cli/words/errorguide.h"
+#include "cli/words/exitstatus.h"
+#include "cli/words/format.h"
+#include "cli/words/names.h"
+
+namespace Cli
+{
+
+namespace
+{
+
+using Vesmar::Error;
+using Vesmar::OperationMode;
+
+constexpr gid_t GroupOfRoot = 0;
+
+QString DevicePath()
+{
+    return QString::fromLatin1(Vesmar::SerialDevicePath);
+}
+
+Ending Failed(int status, const Failure& failure, Error error = Error::NoErrors)
+{
+    return {status, Ending::Outcome::Failed, failure.message, failure.kind, error};
+}
+
+Ending NoLink(const QString& reason, const QString& message)
+{
+    return Failed(ExitStatus::NoLink, {reason, message});
+}
+
+Failure DeviceFailure(int openError)
+{
+    return Diagnose({openError, false, OperationMode::Normal, Error::NoErrors, {}});
+}
+
+Failure LineFailure(Error error, const LineRecord& line)
+{
+    return Diagnose({0, false, OperationMode::Normal, error, line.Asked() * LineProbe::UsualPatience});
+}
+
+Ending Missing(const DeviceFindings& device)
+{
+    if (device.pathError == ENOENT && !device.target.isEmpty()) {
+        return NoLink(QStringLiteral("device-missing"),
+                      QStringLiteral("The serial device %1 is a link to %2, which does not exist. Plug the "
+                                     "adapter in, or let the link lead to the line that there is.")
+                          .arg(DevicePath(), Printable(device.target)));
+    }
+    return Failed(ExitStatus::NoLink, DeviceFailure(device.pathError));
+}
+
+Ending NoSerialLine(const QString& whatItIs)
+{
+    return NoLink(
+        QStringLiteral("device-unusable"),
+        QStringLiteral("%1 is no serial line: it is %2. Let this name lead to the serial line that the "
+                       "instrument is wired to.")
+            .arg(DevicePath(), whatItIs));
+}
+
+Ending NotPermitted(const DeviceFindings& device)
+{
+    const QString group = GroupToJoin(device);
+    const QString whatToDo =
+        group.isEmpty() ? QStringLiteral("Let the administrator give the device a group that may read and "
+                                         "write it, and join that.")
+                        : QStringLiteral("Join the group %1 (sudo usermod -a -G %1 \"$USER\") and log in "
+                                         "again.")
+                              .arg(group);
+    return NoLink(QStringLiteral("no-permission"),
+                  QStringLiteral("No permission to read and write the serial device %1. %2")
+                      .arg(DevicePath(), whatToDo));
+}
+
+/// The first few by name.
+QString ProgramsOf(const DeviceHolders& holders)
+{
+    constexpr int MostNamed = 3;
+    QStringList programs;
+    for (const DeviceHolder& holder : holders.programs.mid(0, MostNamed)) {
+        programs.append(
+            QStringLiteral("%1 (process %2)").arg(holder.program, QString::number(holder.process)));
+    }
+    const int others = holders.programs.size() - programs.size();
+    const QString last = others > 0 ? QStringLiteral("%1 more").arg(others) : programs.takeLast();
+    return programs.isEmpty() ? last : programs.join(QStringLiteral(", ")) + QStringLiteral(" and ") + last;
+}
+
+Ending Held(const DeviceHolders& holders)
+{
+    return NoLink(QStringLiteral("held"),
+                  QStringLiteral("The serial device %1 is held by %2, so nothing was sent: a measurement may "
+                                 "be running. End that program, and run vesmar doctor again.")
+                      .arg(DevicePath(), ProgramsOf(holders)));
+}
+
+Failure Broken(const LineRecord& line)
+{
+    return {QStringLiteral("line-broken"),
+            QStringLiteral("The line broke while the instrument was asked: %1. Check the adapter and its "
+                           "plug, and run vesmar doctor again.")
+                .arg(qt_error_string(line.LineError()))};
+}
+
+/// Those without a proper answer, in words.
+QString WhatOthersGot(const LineRecord& line)
+{
+    return QStringLiteral("%1 got a refusal, %2 a damaged answer and %3 none")
+        .arg(line.Count(LineAnswer::Refused))
+        .arg(line.Count(LineAnswer::Damaged))
+        .arg(line.Count(LineAnswer::Silent));
+}
+
+Ending WithoutProperAnswer(const LineRecord& line)
+{
+    const int asked = line.Asked();
+    if (line.Count(LineAnswer::Silent) == asked) {
+        return Failed(ExitStatus::NoLink, LineFailure(Error::NoResponse, line));
+    }
+    if (line.Count(LineAnswer::Refused) == asked) {
+        return Failed(ExitStatus::NoLink, LineFailure(Error::RequestRefused, line));
+    }
+    if (line.Count(LineAnswer::Damaged) == asked) {
+        return Failed(ExitStatus::NoLink, LineFailure(Error::InvalidResponse, line));
+    }
+    return NoLink(QStringLiteral("no-proper-answer"),
+                  QStringLiteral("None of %1 requests got a proper answer: %2. Check cable and power, and "
+                                 "that the instrument is of the right kind.")
+                      .arg(asked)
+                      .arg(WhatOthersGot(line)));
+}
+
+Failure Unreliable(const LineRecord& line)
+{
+    return {
+        QStringLiteral("unreliable"),
+        QStringLiteral("The link is unreliable: of %1 requests, %2. Check cable, shield and plugs, and run "
+                       "vesmar doctor again.")
+            .arg(line.Asked())
+            .arg(WhatOthersGot(line))};
+}
+
+Failure Late(const LineRecord& line)
+{
+    return {QStringLiteral("late"),
+            QStringLiteral("The link is too slow: %1 of %2 answers came later than %3 ms, and a lost link "
+                           "would not come back with those. Check whether the adapter or another load of "
+                           "this computer delays them, and switch the instrument off and on again.")
+                .arg(line.LateCount())
+                .arg(line.Asked())
+                .arg(LineRecord::LatestForRecovery)};
+}
+
+Failure WrongMode(OperationMode mode)
+{
+    if (mode == OperationMode::Update) {
+        return InUpdateMode();
+    }
+    return {QStringLiteral("wrong-mode"),
+            QStringLiteral("The link is sound, but the instrument is in the mode %1, in which it does not "
+                           "measure. Run vesmar restart.")
+                .arg(NameAndNumber(mode))};
+}
+
+Failure Reported(Error error)
+{
+    return {QString(), QStringLiteral("The link is sound, but the instrument reports %1. %2")
+                           .arg(NameAndNumber(error), Advice(error).nextStep)};
+}
+
+} // namespace
+
+QString GroupToJoin(const DeviceFindings& device)
+{
+    const bool isAllowed = device.isReadable && device.isWritable;
+    const bool isGroupAllowed = (device.identity.st_mode & S_IRGRP) != 0 &&
+                                (device.identity.st_mode & S_IWGRP) != 0 &&
+                                device.identity.st_gid != GroupOfRoot;
+    return !isAllowed && isGroupAllowed ? device.group : QString();
+}
+
+std::optional<Ending> FindObstacle(const DeviceFindings& device, const DeviceHolders& holders)
+{
+    if (!device.IsThere()) {
+        return Missing(device);
+    }
+    if (!device.IsCharacterDevice()) {
+        return NoSerialLine(QStringLiteral("no character device"));
+    }
+    if (!device.isReadable || !device.isWritable) {
+        return NotPermitted(device);
+    }
+    if (device.IsNoTerminal()) {
+        return NoSerialLine(QStringLiteral("no terminal"));
+    }
+    if (!holders.programs.isEmpty()) {
+        return Held(holders);
+    }
+    if (device.openError != 0) {
+        return Failed(ExitStatus::NoLink, DeviceFailure(device.openError));
+    }
+    return std::nullopt;
+}
+
+Ending Judge(const LineRecord& line)
+{
+    if (line.LineError() != 0) {
+        return Failed(line.Status() ? ExitStatus::Failed : ExitStatus::NoLink, Broken(line));
+    }
+    if (!line.Status()) {
+        return WithoutProperAnswer(line);
+    }
+    const InstrumentStatus& status = *line.Status();
+    if (line.Count(LineAnswer::Proper) < line.Asked()) {
+        return Failed(ExitStatus::Failed, Unreliable(line), status.error);
+    }
+    if (line.LateCount() > 0) {
+        return Failed(ExitStatus::Failed, Late(line), status.error);
+    }
+    if (status.mode != OperationMode::Normal) {
+        return Failed(ExitStatus::NotDone, WrongMode(status.mode), status.error);
+    }
+    if (status.error != Error::NoErrors) {
+        return Failed(ExitStatus::Failed, Reported(status.error), status.error);
+    }
+    return DoneWith(
+        QStringLiteral("The link is sound, and the instrument is in its normal mode and reports no error. "
+                       "There is nothing to be done."));
+}
+
+} // namespace Cli

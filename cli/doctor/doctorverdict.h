@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+#include "cli/doctor/linerecord.h"
+#include "cli/output/event.h"
+#include "cli/sessions/device.h"
+#include "cli/sessions/deviceholders.h"
+
+namespace Cli
+{
+
+/// The group that lets its members read and write the device; empty where this user may do so already, and
+/// where no group may that is not root's.
+QString GroupToJoin(const DeviceFindings& device);
+
+/// Why the instrument cannot be asked, and what to do. None where nothing is in the way.
+std::optional<Ending> FindObstacle(const DeviceFindings& device, const DeviceHolders& holders);
+
+/// What is to be made of the answers.
+Ending Judge(const LineRecord& line);
+
+} // namespace Cli

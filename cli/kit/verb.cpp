@@ -1,0 +1,81 @@
+#include "cli/kit/verb.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QString>
+
+#include <cmath>
+#include <memory>
+
+#include "cli/kit/helpformatter.h"
+
+namespace Cli
+{
+
+namespace
+{
+
+constexpr double LongestSeconds = 86400;
+
+std::chrono::milliseconds ParseSeconds(const char* name, const std::string& text, double least)
+{
+    const QString given = QString::fromLocal8Bit(text.c_str());
+    bool isNumber = false;
+    const double seconds = given.toDouble(&isNumber);
+    if (!isNumber || !(seconds >= least && seconds <= LongestSeconds)) {
+        const QString complaint = QStringLiteral("\"%1\" is not a number of seconds from %2 to %3")
+                                      .arg(given, QString::number(least), QString::number(LongestSeconds));
+        throw CLI::ValidationError(name, complaint.toStdString());
+    }
+    return std::chrono::milliseconds(std::llround(seconds * 1000));
+}
+
+} // namespace
+
+Verb::Verb(CLI::App& program, const VerbTexts& texts, Reach reach)
+    : _app(*program.add_subcommand(texts.name, texts.description)), _usage(texts.usage)
+{
+    _app.formatter(std::make_shared<HelpFormatter>(_usage));
+    _app.footer(texts.footer);
+    _app.add_flag("--json", _options.isJson, "Write JSON, one object on each line");
+    if (reach == Reach::Instrument) {
+        AddInstrumentOptions();
+    }
+}
+
+bool Verb::IsChosen() const
+{
+    return _app.parsed();
+}
+
+void Verb::AddInstrumentOptions()
+{
+    _app.add_flag("--trace", _options.isTraceWanted, "Show the library's own trace on the error output");
+    AddSeconds("--timeout", "How long the link may take to come up (default 10)", ShortestTimeout,
+               _options.timeout);
+}
+
+CLI::App& Verb::AddSetCommand(const char* description)
+{
+    CLI::App* set = _app.add_subcommand("set", description)->fallthrough();
+    set->formatter(std::make_shared<HelpFormatter>(_usage));
+    set->footer("\nvesmar " + _app.get_name() + " --help tells of its options and of everything else.\n");
+    return *set;
+}
+
+void Verb::AddConfirmTimeout(std::chrono::milliseconds& target, double least)
+{
+    AddSeconds("--confirm-timeout", "How long the instrument may take to report it as done (default 30)",
+               least, target);
+}
+
+void Verb::AddTime(const char* name, const char* description, double least,
+                   const std::function<void(std::chrono::milliseconds)>& take)
+{
+    _app.add_option_function<std::string>(
+            name, [name, least, take](const std::string& text) { take(ParseSeconds(name, text, least)); },
+            description)
+        ->type_name("SECONDS");
+}
+
+} // namespace Cli

@@ -1,0 +1,274 @@
+#include "cli/measure/measurementformat.h"
+
+#include <algorithm>
+
+#include "cli/kit/diagnosis.h"
+#include "cli/words/format.h"
+
+namespace Cli
+{
+
+namespace
+{
+
+using Outcome = MeasurementSession::Outcome;
+using Phase = MeasurementSession::Phase;
+using Reason = MeasurementSession::Reason;
+using std::chrono::milliseconds;
+
+double Seconds(milliseconds time)
+{
+    return static_cast<double>(time.count()) / 1000;
+}
+
+QString Elapsed(milliseconds time)
+{
+    return QString::number(Seconds(time), 'f', 1) + QStringLiteral(" s");
+}
+
+QString Bar(const MeasurementProgress& progress)
+{
+    constexpr int Width = 20;
+    const milliseconds elapsed = std::min(progress.elapsed, *progress.total);
+    const auto filled =
+        static_cast<int>(Width * elapsed.count() / std::max<qint64>(progress.total->count(), 1));
+    return QStringLiteral(" of %1 s [%2]")
+        .arg(Seconds(*progress.total))
+        .arg(QString(filled, QLatin1Char('=')).leftJustified(Width));
+}
+
+QString Listed(const QVector<Reading>& readings)
+{
+    QString text;
+    for (const Reading& reading : readings) {
+        text += (text.isEmpty() ? QString() : QStringLiteral(", ")) + QLatin1String(reading.name) +
+                QLatin1Char(' ') + ShowReading(reading.value).text;
+    }
+    return text;
+}
+
+QJsonObject Json(const QVector<Reading>& readings)
+{
+    QJsonObject json;
+    for (const Reading& reading : readings) {
+        json.insert(QLatin1String(reading.name), ShowReading(reading.value).json);
+    }
+    return json;
+}
+
+/// A measurement that is done but may still be running is not done.
+Ending::Outcome EndingOutcome(const MeasurementSession& session)
+{
+    switch (session.CurrentOutcome()) {
+    case Outcome::Completed:
+        return session.IsStopConfirmed() ? Ending::Outcome::Done : Ending::Outcome::Failed;
+    case Outcome::Aborted:
+        return Ending::Outcome::Aborted;
+    case Outcome::LinkLost:
+        return Ending::Outcome::LinkLost;
+    default:
+        return Ending::Outcome::Failed;
+    }
+}
+
+QString FailureReason(const MeasurementSession& session)
+{
+    switch (session.FailureReason()) {
+    case Reason::NotPrepared:
+        return QStringLiteral("not-prepared");
+    case Reason::NotStarted:
+        return QStringLiteral("not-started");
+    case Reason::NoResult:
+        return QStringLiteral("no-result");
+    case Reason::FunctionLost:
+        return QStringLiteral("function-lost");
+    case Reason::OtherFunction:
+        return QStringLiteral("other-function");
+    case Reason::None:
+    case Reason::Error:
+        break;
+    }
+    return {};
+}
+
+/// The most urgent one.
+QString EndingReason(const MeasurementSession& session)
+{
+    if (session.CurrentOutcome() == Outcome::LinkLost) {
+        return QStringLiteral("link-lost");
+    }
+    if (session.IsStopConfirmed() || session.FailureReason() == Reason::OtherFunction) {
+        return FailureReason(session);
+    }
+    return QStringLiteral("stop-not-confirmed");
+}
+
+/// None where it is not the reason.
+Vesmar::Error EndingError(const MeasurementSession& session, Vesmar::Error presentError)
+{
+    if (session.CurrentOutcome() == Outcome::LinkLost) {
+        return Verdict(presentError);
+    }
+    return session.FailureReason() == Reason::Error ? session.FirstError() : Vesmar::Error::NoErrors;
+}
+
+QString FailureMessage(const MeasurementSession& session)
+{
+    switch (session.FailureReason()) {
+    case Reason::Error:
+        return Show(session.FirstError()).text;
+    case Reason::NotPrepared:
+        return QStringLiteral("the instrument did not prepare it in time");
+    case Reason::NotStarted:
+        return QStringLiteral("the instrument did not start it in time");
+    case Reason::OtherFunction:
+        return QStringLiteral(
+            "the instrument is busy with a function that was not started here, and does not "
+            "stop it");
+    case Reason::FunctionLost:
+        return QStringLiteral(
+            "the instrument gave it up in the middle, for another function or for a restart; "
+            "measure again");
+    default:
+        return QStringLiteral("it ended early or without a reading, and no error was seen");
+    }
+}
+
+QString LossMessage(const MeasurementSession& session)
+{
+    if (!session.IsStopConfirmed()) {
+        return QStringLiteral(
+            "Link lost, the state of the instrument is unknown: it may still be running, and "
+            "high voltage may be on. Switch it off at the instrument.");
+    }
+    const QString lost =
+        session.LostIn() == Phase::Preparing
+            ? QStringLiteral("Link lost, or the measurement refused by the instrument, while preparing.")
+            : QStringLiteral("Link lost in the middle of the measurement.");
+    return lost + QStringLiteral(" It is back, and the instrument is confirmed to have stopped.");
+}
+
+QString FirstSentence(const QString& function, const MeasurementSession& session)
+{
+    switch (session.CurrentOutcome()) {
+    case Outcome::Completed:
+        return QStringLiteral("Measurement %1 done.").arg(function);
+    case Outcome::Aborted:
+        return QStringLiteral("Measurement %1 aborted.").arg(function);
+    default:
+        return QStringLiteral("Measurement %1 failed: %2.").arg(function, FailureMessage(session));
+    }
+}
+
+QString EndMessage(const QString& function, const MeasurementSession& session)
+{
+    if (session.CurrentOutcome() == Outcome::LinkLost) {
+        return LossMessage(session);
+    }
+    const QString first = FirstSentence(function, session);
+    if (session.IsStopConfirmed()) {
+        return first + QStringLiteral(" The instrument is confirmed to have stopped.");
+    }
+    return first +
+           QStringLiteral(" STOP NOT CONFIRMED: the instrument may still be running, and high voltage "
+                          "may be on. Switch it off at the instrument.");
+}
+
+} // namespace
+
+QString LiveLine(const MeasurementProgress& progress, const QVector<Reading>& readings, int width)
+{
+    QString line = Elapsed(progress.elapsed).rightJustified(8);
+    if (progress.total) {
+        line += Bar(progress);
+    }
+    return (line + QStringLiteral("  ") + Listed(readings)).left(width);
+}
+
+QString PhaseLine(milliseconds elapsed, const QString& phase)
+{
+    return Elapsed(elapsed).rightJustified(8) + QStringLiteral("  ") + phase;
+}
+
+QString PhaseName(Phase phase)
+{
+    switch (phase) {
+    case Phase::Preparing:
+        return QStringLiteral("preparing");
+    case Phase::Checking:
+        return QStringLiteral("checking the object under test");
+    case Phase::AwaitingMains:
+        return QStringLiteral("waiting for a suitable mains voltage");
+    case Phase::Starting:
+        return QStringLiteral("starting");
+    case Phase::Running:
+        return QStringLiteral("running");
+    case Phase::CleaningUp:
+        return QStringLiteral("cleaning up");
+    case Phase::Leaving:
+        return QStringLiteral("waiting until the instrument has stopped");
+    case Phase::AwaitingIdle:
+    case Phase::Stopping:
+    case Phase::Ended:
+        break;
+    }
+    return {};
+}
+
+QByteArray ReadingLine(milliseconds elapsed, const QVector<Reading>& readings)
+{
+    return (PhaseLine(elapsed, Listed(readings)) + QLatin1Char('\n')).toUtf8();
+}
+
+QByteArray ReadingJson(const QDateTime& time, milliseconds elapsed, const QVector<Reading>& readings)
+{
+    return EventLine(
+        time, QStringLiteral("reading"),
+        {{QStringLiteral("elapsed"), Seconds(elapsed)}, {QStringLiteral("readings"), Json(readings)}});
+}
+
+QByteArray CsvHeader(Vesmar::MeasurementType function)
+{
+    QByteArray header = "time,elapsed";
+    for (const char* name : ReadingNames(function)) {
+        header += ',';
+        header += name;
+    }
+    return header + '\n';
+}
+
+QByteArray CsvRow(const QDateTime& time, milliseconds elapsed, const QVector<Reading>& readings)
+{
+    QString row = TimeStamp(time) + QLatin1Char(',') + QString::number(Seconds(elapsed), 'f', 3);
+    for (const Reading& reading : readings) {
+        const Shown shown = ShowReading(reading.value);
+        row += QLatin1Char(',') + (shown.json.isNull() ? QString() : shown.text);
+    }
+    return (row + QLatin1Char('\n')).toUtf8();
+}
+
+Ending EndingOf(const QString& function, const MeasurementSession& session, Vesmar::Error presentError)
+{
+    return {session.ExitStatus(), EndingOutcome(session), EndMessage(function, session),
+            EndingReason(session), EndingError(session, presentError)};
+}
+
+QByteArray ResultText(const QVector<Reading>& readings)
+{
+    constexpr int Width = 18;
+    QString text;
+    for (const Reading& reading : readings) {
+        text += QStringLiteral("  ") + QString::fromLatin1(reading.name).leftJustified(Width) +
+                ShowReading(reading.value).text + QLatin1Char('\n');
+    }
+    return text.toUtf8();
+}
+
+QJsonObject ResultFields(const QString& function, bool isStopConfirmed, const QVector<Reading>& readings)
+{
+    return {{QStringLiteral("function"), function},
+            {QStringLiteral("stopped"), isStopConfirmed},
+            {QStringLiteral("readings"), readings.isEmpty() ? QJsonValue() : QJsonValue(Json(readings))}};
+}
+
+} // namespace Cli

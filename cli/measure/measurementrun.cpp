@@ -1,0 +1,290 @@
+#include "cli/measure/measurementrun.h"
+
+#include <Vesmar/rcdresults.h>
+
+#include "cli/sessions/rcdsession.h"
+#include "cli/words/exitstatus.h"
+#include "cli/words/format.h"
+#include "cli/words/readings.h"
+
+namespace Cli
+{
+
+namespace
+{
+
+using Vesmar::MeasurementResults;
+using Vesmar::MeasurementSettings;
+using Vesmar::RCDResults;
+using Vesmar::RCDSettings;
+using Vesmar::Tester;
+
+/// Enough for the library to check the object under test several times.
+constexpr std::chrono::milliseconds ObjectCheckTime{2000};
+
+/// The same as for the measurement, but for the mode.
+std::unique_ptr<RCDSettings> ReSettings(const MeasureFunction& function)
+{
+    if (!function.isReMeasured) {
+        return nullptr;
+    }
+    auto settings = std::make_unique<RCDSettings>(static_cast<RCDSettings&>(*function.settings));
+    settings->SetMode(RCDSettings::RCDMode::UbRe);
+    return settings;
+}
+
+std::unique_ptr<MeasurementSession> SessionFor(const MeasureFunction& function,
+                                               const MeasurementSettings& settings)
+{
+    if (const RcdMode* mode = RcdModeOf(settings)) {
+        return std::make_unique<RcdSession>(mode->test);
+    }
+    return std::make_unique<MeasurementSession>(settings.GetMeasurementType(), function.continuous == nullptr,
+                                                function.Seconds());
+}
+
+} // namespace
+
+MeasurementRun::MeasurementRun(Link& link, MeasurementView& view, const MeasureFunction& function,
+                               const MeasureLimits& limits)
+    : _link(link),
+      _tester(link.Instrument()),
+      _view(view),
+      _function(function),
+      _limits(limits),
+      _readiness(link),
+      _reSettings(ReSettings(function))
+{
+    BeginTest(_reSettings ? *_reSettings : *function.settings);
+    WatchInstrument();
+    connect(&_readiness, &ReadinessWatch::Ready, this, &MeasurementRun::Begin);
+    connect(&_readiness, &ReadinessWatch::FoundInUpdateMode, this,
+            [this] { _link.Fail(ExitStatus::NotDone, InUpdateMode()); });
+    connect(&link, &Link::Interrupted, this, &MeasurementRun::Interrupt);
+    connect(&view, &MeasurementView::OutputLost, this,
+            [this] { Abort(QStringLiteral("nobody reads the output")); });
+    _limit.setSingleShot(true);
+    connect(&_limit, &QTimer::timeout, this, [this] { CarryOut(_session->TimeOver()); });
+}
+
+/// Everything that a session decides by is looked at whenever any of it changes.
+void MeasurementRun::WatchInstrument()
+{
+    const Tester* tester = &_tester;
+    connect(tester, &Tester::DeviceInformationChanged, this, &MeasurementRun::FollowIdentity);
+    connect(tester, &Tester::TestResultsChanged, this, &MeasurementRun::Follow);
+    connect(tester, &Tester::TesterModeChanged, this, &MeasurementRun::Follow);
+    connect(tester, &Tester::ErrorCodeChanged, this, [this](Vesmar::Error error) {
+        if (!_link.IsFinished()) {
+            _view.ShowError(error);
+        }
+        Follow();
+    });
+    connect(tester, &Tester::MeasurementStatusChanged, this, [this](Vesmar::MeasurementState status) {
+        if (!_link.IsFinished()) {
+            _view.ShowStatus(status);
+        }
+        Follow();
+    });
+    connect(tester, &Tester::MeasurementFunctionStatusChanged, this, &MeasurementRun::Follow);
+    connect(tester, &Tester::CurrentMeasurementTypeChanged, this, &MeasurementRun::Follow);
+    connect(tester, &Tester::IsMeasurementRunningChanged, this, &MeasurementRun::Follow);
+    connect(tester, &Tester::MeasurementTimeChanged, this, &MeasurementRun::Follow);
+}
+
+/// The function first: while it is another one, nothing is measured. Then the status: what it is the end of
+/// has been written before it.
+MeasurementPicture MeasurementRun::Picture()
+{
+    const Vesmar::MeasurementType function = _tester.CurrentMeasurementType();
+    const Vesmar::MeasurementState status = _tester.MeasurementStatus();
+    TakeResults();
+    return {_tester.ErrorCode(),       status,     _tester.MeasurementFunctionStatus(), function,
+            _tester.MeasurementTime(), _hasResult, _tester.GetIsMeasurementModeActive()};
+}
+
+void MeasurementRun::Begin()
+{
+    _limit.start(_limits.stop);
+    Follow();
+}
+
+void MeasurementRun::BeginTest(MeasurementSettings& settings)
+{
+    const RcdMode* mode = RcdModeOf(settings);
+    _view.BeginTest(mode != nullptr ? QString::fromLatin1(mode->name) : QString());
+    _settings = &settings;
+    _session = SessionFor(_function, settings);
+    _notedPhase = Phase::AwaitingIdle;
+    _hasResult = false;
+}
+
+void MeasurementRun::EndTest()
+{
+    if (_settings == _reSettings.get() && _session->ExitStatus() == ExitStatus::Done) {
+        BeginTest(*_function.settings);
+        Begin();
+        return;
+    }
+    _limit.stop();
+    _link.EndWork(_view.ShowEnd(*_session, _tester.ErrorCode()));
+}
+
+void MeasurementRun::Follow()
+{
+    if (_link.IsUp()) {
+        CarryOut(_session->Follow(Picture()));
+    }
+}
+
+/// Said once, however often it is lost.
+void MeasurementRun::NoteLoss()
+{
+    if (_session->CurrentOutcome() == MeasurementSession::Outcome::LinkLost && !_isLossNoted) {
+        _isLossNoted = true;
+        _view.Say(
+            QStringLiteral("Link lost, the state of the instrument is unknown; trying to get it back and "
+                           "to stop the measurement."));
+    }
+}
+
+void MeasurementRun::FollowIdentity()
+{
+    if (_link.IsUp()) {
+        CarryOut(_session->IdentityRead(Picture()));
+    }
+}
+
+void MeasurementRun::TakeResults()
+{
+    MeasurementResults* results = _tester.TestResults();
+    if (results == _taken || results->GetMeasurementType() != _settings->GetMeasurementType()) {
+        return;
+    }
+    _taken = results;
+    if (!IsMeasured(results->GetMeasurementType())) {
+        return;
+    }
+    _hasResult = _settings != _reSettings.get() || TakeRe(*results);
+    _view.ShowResults(*results);
+}
+
+/// What is read while another function is active only looks like results of this one. The tests of
+/// residual-current devices send theirs by themselves, and may be off the status by now.
+bool MeasurementRun::IsMeasured(Vesmar::MeasurementType results) const
+{
+    const bool isRcd = results == Vesmar::MeasurementType::RCD || results == Vesmar::MeasurementType::RCDIEC;
+    return isRcd || _tester.CurrentMeasurementType() == _session->ActiveFunction();
+}
+
+/// False if there is none.
+bool MeasurementRun::TakeRe(const MeasurementResults& results)
+{
+    const float resistance = static_cast<const RCDResults&>(results)._re;
+    static_cast<RCDSettings&>(*_function.settings).SetRe(resistance);
+    return IsPresent(resistance);
+}
+
+void MeasurementRun::Interrupt(int signalNumber)
+{
+    if (_link.IsUp()) {
+        Abort(QStringLiteral("signal %1").arg(signalNumber));
+    } else {
+        _link.Finish(EndedBySignal(signalNumber));
+    }
+}
+
+/// What is to be done comes before what is to be said.
+void MeasurementRun::Abort(const QString& reason)
+{
+    const Action action = _session->Abort();
+    CarryOut(action);
+    if (action == Action::None) {
+        _view.Say(QStringLiteral("The measurement is being ended already (%1); waiting until the instrument "
+                                 "is confirmed to have stopped.")
+                      .arg(reason));
+    } else {
+        _view.Say(
+            QStringLiteral("Aborting the measurement (%1); waiting until the instrument is confirmed to "
+                           "have stopped.")
+                .arg(reason));
+    }
+}
+
+void MeasurementRun::CarryOut(Action action)
+{
+    NotePhase();
+    switch (action) {
+    case Action::None:
+        break;
+    case Action::Prepare:
+        _tester.PrepareMeasurement(*_settings);
+        _tester.SetIsMeasurementModeActive(true);
+        break;
+    case Action::PrepareAndStart:
+        _tester.StartMeasurement(*_settings);
+        _tester.SetIsMeasurementModeActive(true);
+        break;
+    case Action::Start:
+        _tester.StartMeasurement();
+        break;
+    case Action::Abort:
+        _tester.AbortMeasurement();
+        Leave();
+        break;
+    case Action::Leave:
+        Leave();
+        NoteLoss();
+        break;
+    case Action::Finish:
+        EndTest();
+        break;
+    }
+}
+
+void MeasurementRun::Leave()
+{
+    _tester.SetIsMeasurementModeActive(false);
+    _tester.RetrieveDeviceInformation();
+}
+
+/// Each phase has a time of its own, but for the measurement itself.
+void MeasurementRun::NotePhase()
+{
+    const Phase phase = _session->CurrentPhase();
+    if (phase == _notedPhase) {
+        return;
+    }
+    _notedPhase = phase;
+    _view.ShowPhase(phase);
+    switch (phase) {
+    case Phase::Preparing:
+    case Phase::Starting:
+        _limit.start(_limits.prepare);
+        break;
+    case Phase::Checking:
+        _limit.start(ObjectCheckTime);
+        break;
+    case Phase::AwaitingMains:
+        _limit.stop();
+        _view.Say(Show(Vesmar::Error::RCDCheckObjectULNIECInvalid).text +
+                  QStringLiteral("; waiting until it does. Ctrl-C aborts the measurement."));
+        break;
+    case Phase::CleaningUp:
+        _limit.start(_limits.cleanUp);
+        break;
+    case Phase::Running:
+        _limit.stop();
+        _view.BeginTime();
+        break;
+    case Phase::AwaitingIdle:
+    case Phase::Stopping:
+    case Phase::Leaving:
+        _limit.start(_limits.stop);
+        break;
+    case Phase::Ended:
+        break;
+    }
+}
+
+} // namespace Cli

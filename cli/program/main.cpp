@@ -1,0 +1,63 @@
+#include <QCoreApplication>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <exception>
+#include <iostream>
+
+#include "cli/output/event.h"
+#include "cli/output/output.h"
+#include "cli/program/program.h"
+#include "cli/program/tracefilter.h"
+#include "cli/words/exitstatus.h"
+
+namespace
+{
+
+/// The serial line must never get the number of a standard stream that was closed: what the program prints
+/// would go to the instrument. What is opened here cannot be written to, so that a closed output is still an
+/// error.
+void OccupyStandardStreams()
+{
+    int descriptor = STDIN_FILENO;
+    while (descriptor >= 0 && descriptor <= STDERR_FILENO) {
+        descriptor = ::open("/dev/null", O_RDONLY);
+    }
+    ::close(descriptor);
+}
+
+int FailUnexpectedly(const Cli::Verb& verb, const QString& message)
+{
+    constexpr int Nothing = -1;
+    const Cli::Ending ending{Cli::ExitStatus::NotDone, Cli::Ending::Outcome::Failed, message,
+                             QStringLiteral("unexpected")};
+    if (verb.Options().isJson) {
+        Cli::Output(STDOUT_FILENO, Nothing).Write(Cli::ResultLine(QDateTime::currentDateTime(), ending));
+    }
+    Cli::WriteError(message);
+    return ending.status;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    OccupyStandardStreams();
+    Cli::Program program;
+    int exitStatus = Cli::ExitStatus::Done;
+    Cli::Verb* verb = program.Parse(argc, argv, std::cout, std::cerr, &exitStatus);
+    if (verb == nullptr) {
+        return exitStatus;
+    }
+    std::signal(SIGPIPE, SIG_IGN); // a reader that went away shows as a failed write
+    Cli::InstallTraceFilter(verb->Options().isTraceWanted);
+    int ownArgumentCount = 1; // the rest is not Qt's
+    const QCoreApplication application(ownArgumentCount, argv);
+    try {
+        return verb->Run();
+    } catch (const std::exception& error) {
+        return FailUnexpectedly(*verb, QString::fromLocal8Bit(error.what()));
+    }
+}

@@ -1,0 +1,179 @@
+#include "cli/update/updaterun.h"
+
+#include "cli/words/exitstatus.h"
+
+namespace Cli
+{
+
+using Vesmar::OperationMode;
+using Vesmar::OperationState;
+using Vesmar::Tester;
+
+UpdateRun::UpdateRun(Link& link, UpdateView& view, const UpdateFiles& files, const UpdateOptions& options)
+    : _link(link),
+      _tester(link.Instrument()),
+      _view(view),
+      _files(files),
+      _options(options),
+      _session(files.Sectors(), options.isOffline)
+{
+    constexpr std::chrono::milliseconds UntilALossShows{1000};
+    WatchInstrument();
+    connect(&link, &Link::Interrupted, this, &UpdateRun::Interrupt);
+    if (options.isOffline) {
+        link.TolerateSilence();
+        connect(&link, &Link::TimeOver, this, [this] { Begin(QString()); });
+    }
+    _limit.setSingleShot(true);
+    connect(&_limit, &QTimer::timeout, this, [this] {
+        _session.TimeOver(_tester.OperationStatus());
+        NotePhase();
+    });
+    _modeCheck.setSingleShot(true);
+    _modeCheck.setInterval(UntilALossShows);
+    connect(&_modeCheck, &QTimer::timeout, this, [this] {
+        _session.CheckMode(Picture());
+        NotePhase();
+    });
+}
+
+/// While the library sends on this thread, its signals are the only chance to look after anything else.
+void UpdateRun::WatchInstrument()
+{
+    const Tester* tester = &_tester;
+    connect(tester, &Tester::DeviceInformationChanged, this, &UpdateRun::FollowIdentity);
+    connect(tester, &Tester::OperationStatusChanged, this, [this](OperationState status) {
+        _link.TellPendingSignals();
+        _view.ShowStatus(status);
+        Follow();
+    });
+    connect(tester, &Tester::ErrorCodeChanged, this, [this](Vesmar::Error error) {
+        if (!_link.IsFinished()) {
+            _view.ShowError(error);
+        }
+        Follow();
+    });
+    connect(tester, &Tester::OperationProgressChanged, this, [this] {
+        _link.TellPendingSignals();
+        Follow();
+    });
+    connect(tester, &Tester::TesterModeChanged, this, &UpdateRun::Follow);
+}
+
+UpdatePicture UpdateRun::Picture() const
+{
+    return {_tester.ErrorCode(), _tester.OperationStatus(), _tester.OperationProgress(),
+            _tester.TesterMode()};
+}
+
+/// In any other mode the library restarts the instrument, and reads its identity again.
+void UpdateRun::FollowIdentity()
+{
+    if (_link.IsFinished()) {
+        return;
+    }
+    const QString version = _tester.DeviceInformation()->Version;
+    const OperationMode mode = _tester.TesterMode();
+    if (_session.CurrentPhase() == Phase::Restarting) {
+        _versionAfter = version;
+        _session.IdentityRead(mode);
+        NotePhase();
+    } else if (!_link.IsUp() && (mode == OperationMode::Normal || mode == OperationMode::Update)) {
+        Begin(version);
+    }
+}
+
+void UpdateRun::Begin(const QString& version)
+{
+    _link.ConfirmUp();
+    _view.ShowVersionBefore(version);
+    if (_options.isOffline) {
+        // Not while the instrument's signal is being told.
+        QMetaObject::invokeMethod(this, &UpdateRun::LeaveMachine, Qt::QueuedConnection);
+        return;
+    }
+    _session.Begin();
+    NotePhase();
+    _tester.UpdateTester(_files.image, _files.confirmation);
+}
+
+/// The end of the machine cuts an exchange short, whose answer must not be taken for one of the update's.
+void UpdateRun::LeaveMachine()
+{
+    constexpr std::chrono::milliseconds UntilTheLineIsQuiet{1000};
+    _tester.Disable();
+    QTimer::singleShot(UntilTheLineIsQuiet, this, &UpdateRun::UpdateOffline);
+}
+
+void UpdateRun::UpdateOffline()
+{
+    _session.Begin();
+    NotePhase();
+    _limit.stop();
+    _tester.UpdateTester(_files.image, _files.confirmation);
+    Follow();
+    if (_session.CurrentPhase() != Phase::Ended) {
+        _tester.Enable();
+    }
+}
+
+void UpdateRun::Follow()
+{
+    _session.Follow(Picture());
+    NotePhase();
+    AwaitMode();
+}
+
+/// Each phase has a time of its own, but for the sending.
+void UpdateRun::NotePhase()
+{
+    _view.Follow(_session);
+    if (_session.CurrentPhase() == _notedPhase) {
+        return;
+    }
+    _notedPhase = _session.CurrentPhase();
+    switch (_notedPhase) {
+    case Phase::ChangingMode:
+    case Phase::Restarting:
+        _limit.start(_options.confirmTimeout);
+        break;
+    case Phase::Initializing:
+    case Phase::Sending:
+        _limit.stop();
+        break;
+    case Phase::Ended:
+        _link.EndWork(_session.ExitStatus());
+        break;
+    case Phase::Connecting:
+        break;
+    }
+}
+
+/// The library has left the update. What the instrument reports then is its mode, unless the link is lost.
+void UpdateRun::AwaitMode()
+{
+    if (_session.CurrentPhase() == Phase::Restarting && _tester.OperationStatus() == OperationState::Idle &&
+        !_modeCheck.isActive()) {
+        _modeCheck.start();
+    }
+}
+
+void UpdateRun::Interrupt(int signalNumber)
+{
+    if (!HasBegun()) {
+        _link.Finish(EndedBySignal(signalNumber));
+    } else if (_session.Interrupt(_tester.OperationStatus(), signalNumber)) {
+        NotePhase();
+    } else {
+        _view.Say(UpdateGoesOnMessage(signalNumber));
+    }
+}
+
+int UpdateRun::Conclude()
+{
+    _session.TakenDown(Picture());
+    _view.ShowEnd(_session, _versionAfter, _tester.ErrorCode());
+    return _session.ExitStatus();
+}
+
+} // namespace Cli

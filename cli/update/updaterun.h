@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QTimer>
+
+#include "cli/kit/link.h"
+#include "cli/update/updatefiles.h"
+#include "cli/update/updateview.h"
+#include "cli/verbs/updateverb.h"
+
+namespace Cli
+{
+
+/// Carries out a firmware update at the instrument, tells a session what happens, and shows it.
+class UpdateRun : public QObject
+{
+    Q_OBJECT
+
+public:
+    UpdateRun(Link& link, UpdateView& view, const UpdateFiles& files, const UpdateOptions& options);
+
+    /// Whether there was a link, or none was needed.
+    bool HasBegun() const { return _session.CurrentPhase() != Phase::Connecting; }
+    /// When the link has been taken down: shows the end. The program's exit status.
+    int Conclude();
+
+private:
+    using Phase = UpdateSession::Phase;
+
+    void WatchInstrument();
+    UpdatePicture Picture() const;
+    void FollowIdentity();
+    void Begin(const QString& version);
+    void LeaveMachine();
+    void UpdateOffline();
+    void Follow();
+    void NotePhase();
+    void AwaitMode();
+    void Interrupt(int signalNumber);
+
+    Link& _link;
+    Vesmar::Tester& _tester;
+    UpdateView& _view;
+    const UpdateFiles& _files;
+    UpdateOptions _options;
+    UpdateSession _session;
+    Phase _notedPhase = Phase::Connecting;
+    QString _versionAfter;
+    QTimer _limit;
+    QTimer _modeCheck;
+};
+
+} // namespace Cli

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QElapsedTimer>
+
+#include "cli/output/livescreen.h"
+#include "cli/update/updateformat.h"
+
+namespace Cli
+{
+
+/// Shows a firmware update while it goes on, and its end.
+class UpdateView
+{
+public:
+    explicit UpdateView(bool isJson);
+
+    void ShowVersionBefore(const QString& version);
+    /// What the session has come to; nothing is shown twice.
+    void Follow(const UpdateSession& session);
+    /// Events, for programs.
+    void ShowStatus(Vesmar::OperationState status);
+    void ShowError(Vesmar::Error error);
+    /// A sentence for the person who watches, on the error output.
+    void Say(const QString& text) { _screen.Say(text); }
+    /// The error is the library's.
+    void ShowEnd(const UpdateSession& session, const QString& versionAfter, Vesmar::Error presentError);
+
+    /// Writes what is left. False if not everything could be shown.
+    bool Finish() { return _screen.Finish(); }
+
+private:
+    void FollowPhase(UpdateSession::Phase phase);
+    void ShowProgress(const UpdateProgress& progress);
+    void ShowEvent(const char* event, const QJsonValue& value);
+    void ShowLine(const QString& text);
+
+    bool _isJson;
+    LiveScreen _screen;
+    UpdateVersions _versions;
+    UpdateSession::Phase _phase = UpdateSession::Phase::Connecting;
+    QElapsedTimer _time; ///< Since the sending began.
+    int _percent = -1;   ///< That was shown last.
+    int _percentInALine = 0;
+};
+
+} // namespace Cli

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QDate>
+
+#include "cli/kit/verb.h"
+
+namespace Cli
+{
+
+/// `vesmar calibration`: shows the date of the last calibration, or sets it.
+class CalibrationVerb : public Verb
+{
+public:
+    explicit CalibrationVerb(CLI::App& program);
+
+    /// What it is to be set to; invalid where it is only to be shown.
+    const QDate& Wanted() const { return _wanted; }
+    std::chrono::milliseconds ConfirmTimeout() const { return _confirmTimeout; }
+
+    int Run() override;
+
+private:
+    QDate _wanted;
+    std::chrono::milliseconds _confirmTimeout = UsualConfirmTimeout;
+};
+
+} // namespace Cli

@@ -1,0 +1,122 @@
+#include "cli/verbs/doctorverb.h"
+
+#include <unistd.h>
+
+#include <Vesmar/serialdevice.h>
+
+#include "cli/doctor/doctorformat.h"
+#include "cli/doctor/doctorverdict.h"
+#include "cli/doctor/lineprobe.h"
+#include "cli/doctor/linerecord.h"
+#include "cli/output/event.h"
+#include "cli/output/output.h"
+#include "cli/sessions/device.h"
+#include "cli/sessions/deviceholders.h"
+
+namespace Cli
+{
+
+namespace
+{
+
+constexpr VerbTexts Texts{
+    "doctor", "Find out what is wrong with the link", "Usage: vesmar doctor [--json]\n",
+    "Looks at the serial device, who may use it and who holds it, asks the instrument for\n"
+    "its status 50 times, shows how it answered and how long that took, and says what is\n"
+    "wrong and what to do. Where another program holds the device, nothing is sent.\n"
+    "\n"
+    "JSON: see docs/events.md; events device, permissions, holders, answers, condition,\n"
+    "and result.\n"
+    "\n"
+    "Exit status: 0 link and instrument are sound; 1 bad usage; 2 no link; 3 the link is\n"
+    "sound, but the instrument is in update mode or in another one that is not its normal\n"
+    "mode, or the output cannot be written; 4 the link is unreliable or too slow, or the\n"
+    "instrument reports an error.\n"
+    "\n"
+    "Example, without an instrument:\n"
+    "  vesmar-simulator run -- vesmar doctor\n"};
+
+constexpr int Requests = 50;
+
+/// Looks at one thing after another, and tells of each.
+class Examination
+{
+public:
+    explicit Examination(bool isJson) : _isJson(isJson), _device(Vesmar::SerialDevicePath) {}
+
+    int Run()
+    {
+        LookAtDevice();
+        const std::optional<Ending> obstacle = FindObstacle(_device.Findings(), _holders);
+        if (!IsHeard()) {
+            return PrintingStatus(_output, _outputResult);
+        }
+        return Conclude(obstacle ? *obstacle : AskInstrument());
+    }
+
+private:
+    void LookAtDevice()
+    {
+        const DeviceFindings& device = _device.Findings();
+        Tell("device", DeviceText(device), DeviceJson(device));
+        if (device.IsThere()) {
+            Tell("permissions", PermissionsText(device), PermissionsJson(device));
+        }
+        if (device.IsCharacterDevice() && !device.IsNoTerminal()) { // Dozens hold such as /dev/null.
+            _holders = FindHolders(device.identity);
+            Tell("holders", HoldersText(_holders), HoldersJson(_holders));
+        }
+    }
+
+    Ending AskInstrument()
+    {
+        if (!_isJson) {
+            Write("Asking for the status. This takes a second, and minutes where answers are late.\n");
+        }
+        const LineProbe probe(_device.Descriptor());
+        LineRecord line;
+        for (int request = 0; request < Requests && !line.IsHopeless(); ++request) {
+            line.Add(probe.AskForStatus());
+        }
+        Tell("answers", AnswersText(line), AnswersJson(line));
+        if (line.Status()) {
+            Tell("condition", ConditionText(*line.Status()), ConditionJson(*line.Status()));
+        }
+        return Judge(line);
+    }
+
+    int Conclude(const Ending& ending)
+    {
+        Write(_isJson ? ResultLine(QDateTime::currentDateTime(), ending)
+                      : '\n' + ending.message.toUtf8() + '\n');
+        return IsHeard() ? ending.status : PrintingStatus(_output, _outputResult);
+    }
+
+    void Tell(const char* event, const QByteArray& text, const QJsonObject& json)
+    {
+        Write(_isJson ? EventLine(QDateTime::currentDateTime(), QString::fromLatin1(event), json) : text);
+    }
+
+    void Write(const QByteArray& lines) { _outputResult = _output.Write(lines); }
+
+    bool IsHeard() const { return _outputResult == Output::Result::Written; }
+
+    static constexpr int Nothing = -1;
+
+    bool _isJson;
+    Device _device;
+    DeviceHolders _holders;
+    Output _output{STDOUT_FILENO, Nothing};
+    Output::Result _outputResult = Output::Result::Written;
+};
+
+} // namespace
+
+DoctorVerb::DoctorVerb(CLI::App& program) : Verb(program, Texts, Reach::ProgramOnly) {}
+
+int DoctorVerb::Run()
+{
+    return Examination(Options().isJson).Run();
+}
+
+} // namespace Cli

@@ -1,0 +1,95 @@
+#include "cli/verbs/measureverb.h"
+
+#include <CLI/CLI.hpp>
+
+#include "cli/kit/signalwatcher.h"
+#include "cli/measure/measurementrun.h"
+#include "cli/output/output.h"
+#include "cli/words/exitstatus.h"
+
+namespace Cli
+{
+
+namespace
+{
+
+constexpr VerbTexts Texts{
+    "measure", "Run a measurement, from its settings to its result",
+    "Usage: vesmar measure FUNCTION [OPTIONS]\n"
+    "       vesmar measure FUNCTION --help\n",
+    "\n"
+    "Connects, prepares and starts the function, follows it to its end, and waits until\n"
+    "the instrument is confirmed to have stopped. Readings are in the instrument's own\n"
+    "units; a dash is no value. --csv takes a regular file, and overwrites it.\n"
+    "\n"
+    "Ctrl-C, SIGTERM, SIGHUP (a closed terminal) and an output that nobody reads any more\n"
+    "abort the measurement; the program ends once the instrument is confirmed to have\n"
+    "stopped. A second signal does not cut that short. Ctrl-Z and Ctrl-\\ do nothing.\n"
+    "\n"
+    "JSON: see docs/events.md; events status, error, reading and result.\n"
+    "\n"
+    "Exit status:\n"
+    "  0  measured, and the instrument has stopped\n"
+    "  1  bad usage, or a file that cannot be written; nothing was sent\n"
+    "  2  the link did not come up in time\n"
+    "  3  the instrument is in update mode, or not all of the output could be written\n"
+    "  4  the measurement failed (the error is told); the instrument has stopped\n"
+    "  5  aborted; the instrument has stopped\n"
+    "  6  the stop is not confirmed: the instrument may still be running, and high voltage\n"
+    "     may be on; switch it off at the instrument\n"
+    "  7  the link was lost; the message tells whether it came back and the instrument has\n"
+    "     stopped, or its state is unknown\n"
+    "  128 and the signal's number where a signal came before the link was up\n"
+    "\n"
+    "Example, without an instrument:\n"
+    "  vesmar-simulator run -- vesmar measure rpe --current 2 --method 1 --time 3\n"};
+
+} // namespace
+
+MeasureVerb::MeasureVerb(CLI::App& program) : Verb(program, Texts), _functions(Command())
+{
+    AddSeconds("--prepare-timeout", "How long preparing, and then starting, may take (default 10)",
+               ShortestTimeout, _limits.prepare);
+    AddSeconds("--stop-timeout", "How long stopping, or the way back of a lost link, may take (default 15)",
+               ShortestTimeout, _limits.stop);
+    AddSeconds("--clean-up-time", "How long rcd-iec leaves the instrument alone for a clean-up (default 5)",
+               ShortestTimeout, _limits.cleanUp);
+    Command().allow_extras(); // for an error of its own
+    Command().final_callback([this] { CheckFunction(); });
+}
+
+void MeasureVerb::CheckFunction() const
+{
+    const std::vector<std::string> extras = Command().remaining();
+    if (_functions.Chosen() == nullptr) {
+        const std::string given =
+            extras.empty() ? "no function given" : "no function: \"" + extras.front() + "\"";
+        throw CLI::ValidationError("measure", given + "; it is one of " + _functions.Names());
+    }
+    if (!extras.empty()) {
+        throw CLI::ExtrasError(extras);
+    }
+}
+
+int MeasureVerb::Run()
+{
+    const MeasureFunction& function = *_functions.Chosen();
+    std::unique_ptr<ReadingsFile> file;
+    if (!_functions.CsvFile().isEmpty()) {
+        const QByteArray header = CsvHeader(function.settings->GetMeasurementType());
+        file = std::make_unique<ReadingsFile>(_functions.CsvFile(), header);
+        if (!file->Problem().isEmpty()) {
+            WriteError(file->Problem());
+            return ExitStatus::BadUsage;
+        }
+    }
+    IgnoreHaltingSignals();
+    Link link(Options());
+    MeasurementView view(function, Options().isJson, file.get());
+    const MeasurementRun run(link, view, function, _limits);
+    const int exitStatus = link.Work();
+    const bool isWhole = view.Finish();
+    return exitStatus == ExitStatus::Done && !isWhole ? ExitStatus::NotDone : exitStatus;
+}
+
+} // namespace Cli

@@ -1,0 +1,204 @@
+#include "cli/words/format.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <array>
+#include <charconv>
+
+#include "cli/output/event.h"
+#include "cli/words/errorguide.h"
+#include "cli/words/readings.h"
+
+namespace Cli
+{
+
+namespace
+{
+
+using Vesmar::MeasurementResults;
+using Vesmar::TesterInformation;
+
+/// A text of the instrument's identity: its field, and what people call it.
+struct IdentityText {
+    const char* field;
+    const char* label;
+    QString TesterInformation::*text;
+};
+
+const std::array<IdentityText, 7> IdentityTexts{{
+    {"DeviceName", "Device name", &TesterInformation::DeviceName},
+    {"DeviceCode", "Device code", &TesterInformation::DeviceCode},
+    {"SerialNumber", "Serial number", &TesterInformation::SerialNumber},
+    {"Version", "Version", &TesterInformation::Version},
+    {"VersionCode", "Version code", &TesterInformation::VersionCode},
+    {"RevisionCode", "Revision code", &TesterInformation::RevisionCode},
+    {"BuildNumber", "Build number", &TesterInformation::BuildNumber},
+}};
+
+/// The shortest decimal number that is this float and no other.
+QString Decimal(float reading)
+{
+    std::array<char, 32> buffer{};
+    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), reading);
+    return QString::fromLatin1(buffer.data(), static_cast<int>(result.ptr - buffer.data()));
+}
+
+QByteArray Line(const QString& label, int width, const QString& text)
+{
+    return (label.leftJustified(width) + QStringLiteral("  ") + text + QLatin1Char('\n')).toUtf8();
+}
+
+Shown ShowClock(const Condition& condition, QDateTime Clocks::*clock)
+{
+    if (!condition.clocks) {
+        return {QStringLiteral("cannot be read"), QJsonValue()};
+    }
+    return Show((*condition.clocks).*clock);
+}
+
+} // namespace
+
+Shown ShowReading(float reading)
+{
+    if (!IsPresent(reading)) {
+        return {QStringLiteral("-"), QJsonValue()};
+    }
+    const QString decimal = Decimal(reading);
+    return {decimal, decimal.toDouble()};
+}
+
+Shown Show(bool value)
+{
+    return {value ? QStringLiteral("yes") : QStringLiteral("no"), value};
+}
+
+Shown Show(int value)
+{
+    return {QString::number(value), value};
+}
+
+Shown Show(const QDateTime& value)
+{
+    if (!value.isValid()) {
+        return {QStringLiteral("no valid date"), QJsonValue()};
+    }
+    return {value.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")),
+            value.toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss"))};
+}
+
+Shown Show(Vesmar::Error value)
+{
+    Shown shown = Show<Vesmar::Error>(value);
+    shown.text += QStringLiteral(": ") + Meaning(value);
+    QJsonObject json = shown.json.toObject();
+    const ErrorAdvice advice = Advice(value);
+    json.insert(QStringLiteral("meaning"), Meaning(value));
+    json.insert(QStringLiteral("causes"), QJsonArray::fromStringList(advice.causes));
+    json.insert(QStringLiteral("nextStep"), advice.nextStep);
+    shown.json = json;
+    return shown;
+}
+
+Shown Show(const TesterInformation* value)
+{
+    Shown shown;
+    QJsonObject json;
+    for (const IdentityText& entry : IdentityTexts) {
+        const QString& text = value->*entry.text;
+        shown.text += shown.text.isEmpty() ? QString() : QStringLiteral(", ");
+        shown.text += QString::fromLatin1(entry.label).toLower() + QLatin1Char(' ') + Printable(text);
+        json.insert(QLatin1String(entry.field), text);
+    }
+    shown.json = json;
+    return shown;
+}
+
+Shown Show(const Vesmar::MeasurementSettings* value)
+{
+    return Show(value->GetMeasurementType());
+}
+
+Shown Show(const MeasurementResults* value)
+{
+    Shown shown = Show(value->GetMeasurementType());
+    QJsonObject readings;
+    QString separator = QStringLiteral(": ");
+    for (const Reading& reading : ReadingsOf(*value)) {
+        const Shown number = ShowReading(reading.value);
+        shown.text += separator + QLatin1String(reading.name) + QLatin1Char(' ') + number.text;
+        readings.insert(QLatin1String(reading.name), number.json);
+        separator = QStringLiteral(", ");
+    }
+    QJsonObject json = shown.json.toObject();
+    json.insert(QStringLiteral("readings"), readings);
+    shown.json = json;
+    return shown;
+}
+
+QString Printable(const QString& text)
+{
+    QString printable;
+    for (const QChar character : text) {
+        printable += character.isPrint()
+                         ? QString(character)
+                         : QStringLiteral("\\x%1").arg(character.unicode(), 2, 16, QLatin1Char('0'));
+    }
+    return printable;
+}
+
+QString TimeStamp(const QDateTime& time)
+{
+    return time.toUTC().toString(Qt::ISODateWithMs);
+}
+
+QByteArray JsonLine(const QJsonObject& object)
+{
+    return QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
+}
+
+QByteArray ChangeText(const QDateTime& time, const QString& property, const Shown& value)
+{
+    constexpr int WidthOfProperties = 25;
+    return time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz  ")).toUtf8() +
+           Line(property, WidthOfProperties, value.text);
+}
+
+QByteArray ChangeJson(const QDateTime& time, const QString& property, const Shown& value)
+{
+    return EventLine(time, QStringLiteral("change"),
+                     {{QStringLiteral("property"), property}, {QStringLiteral("value"), value.json}});
+}
+
+QByteArray InfoLine(const QString& label, const QString& text)
+{
+    constexpr int WidthOfLabels = 16;
+    return Line(label + QLatin1Char(':'), WidthOfLabels, text);
+}
+
+QByteArray InfoText(const TesterInformation& identity, const Condition& condition)
+{
+    QByteArray text;
+    for (const IdentityText& entry : IdentityTexts) {
+        text += InfoLine(QString::fromLatin1(entry.label), Printable(identity.*entry.text));
+    }
+    text += InfoLine(QStringLiteral("Clock"), ShowClock(condition, &Clocks::current).text);
+    text += InfoLine(QStringLiteral("Last calibrated"), ShowClock(condition, &Clocks::calibration).text);
+    text += InfoLine(QStringLiteral("Mode"), Show(condition.mode).text);
+    text += InfoLine(QStringLiteral("Error"), Show(condition.error).text);
+    const bool hasError = condition.error != Vesmar::Error::NoErrors;
+    return hasError ? text + AdviceText(condition.error) : text;
+}
+
+QByteArray InfoJson(const QDateTime& time, const TesterInformation& identity, const Condition& condition)
+{
+    return EventLine(
+        time, QStringLiteral("info"),
+        {{QStringLiteral("DeviceInformation"), Show(&identity).json},
+         {QStringLiteral("CurrentDateTime"), ShowClock(condition, &Clocks::current).json},
+         {QStringLiteral("CalibrationDateTime"), ShowClock(condition, &Clocks::calibration).json},
+         {QStringLiteral("TesterMode"), Show(condition.mode).json},
+         {QStringLiteral("ErrorCode"), Show(condition.error).json}});
+}
+
+} // namespace Cli

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QJsonObject>
+#include <QJsonValue>
+#include <QString>
+
+#include <optional>
+#include <type_traits>
+
+#include <Vesmar/measurementresults.h>
+#include <Vesmar/measurementsettings.h>
+#include <Vesmar/testerinformation.h>
+
+#include "cli/words/names.h"
+
+/// How values look, in text for people and in JSON for programs. What is formatted here ends its line.
+namespace Cli
+{
+
+/// A value in both forms.
+struct Shown {
+    QString text;
+    QJsonValue json;
+};
+
+/// A reading; a dash and null where there is none.
+Shown ShowReading(float reading);
+
+Shown Show(bool value);
+Shown Show(int value);
+Shown Show(const QDateTime& value);
+Shown Show(Vesmar::Error value);
+Shown Show(const Vesmar::TesterInformation* value);
+Shown Show(const Vesmar::MeasurementSettings* value);
+Shown Show(const Vesmar::MeasurementResults* value);
+
+/// An enumerator with its name and number.
+template <typename Enumeration, std::enable_if_t<std::is_enum_v<Enumeration>, int> = 0>
+Shown Show(Enumeration value)
+{
+    const QString name = Name(value);
+    return {NameAndNumber(value),
+            QJsonObject{{QStringLiteral("name"), name.isEmpty() ? QJsonValue() : QJsonValue(name)},
+                        {QStringLiteral("number"), static_cast<int>(value)}}};
+}
+
+/// The text with everything written out that a terminal or a reader of lines would take for a command.
+QString Printable(const QString& text);
+
+/// The time for programs: in UTC, with milliseconds.
+QString TimeStamp(const QDateTime& time);
+
+/// One object on one line.
+QByteArray JsonLine(const QJsonObject& object);
+
+/// A property's change, and when it was told.
+QByteArray ChangeText(const QDateTime& time, const QString& property, const Shown& value);
+QByteArray ChangeJson(const QDateTime& time, const QString& property, const Shown& value);
+
+/// The instrument's clocks as they were read.
+struct Clocks {
+    QDateTime current;
+    QDateTime calibration;
+};
+
+/// What `info` shows beside the identity.
+struct Condition {
+    std::optional<Clocks> clocks; ///< None where they cannot be read.
+    Vesmar::OperationMode mode;
+    Vesmar::Error error;
+};
+
+QByteArray InfoText(const Vesmar::TesterInformation& identity, const Condition& condition);
+QByteArray InfoJson(const QDateTime& time, const Vesmar::TesterInformation& identity,
+                    const Condition& condition);
+
+/// One labelled line for people, as `info` shows them.
+QByteArray InfoLine(const QString& label, const QString& text);
+
+} // namespace Cli

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "simulator/line/descriptor.h"
+
+#include <QByteArray>
+#include <QString>
+
+namespace Simulator
+{
+
+/// The instrument's end of a serial line: the master of a pseudo-terminal. Programs open `DevicePath()`. The
+/// line keeps the other end open itself, so that it stays up while no program uses it; the destructor breaks
+/// it.
+class PtyLine
+{
+public:
+    /// Throws std::system_error when the system gives no pseudo-terminal.
+    PtyLine();
+
+    QString DevicePath() const;
+
+    /// What has arrived, at once; empty when there is nothing.
+    QByteArray Read();
+
+    /// What finds no room is lost, as on a wire.
+    void Write(const QByteArray& bytes);
+
+    /// Readable when a request arrives.
+    int Handle() const;
+
+private:
+    Descriptor _master;
+    QString _devicePath;
+    Descriptor _slave;
+};
+
+} // namespace Simulator

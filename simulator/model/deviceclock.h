@@ -1,0 +1,24 @@
+#pragma once
+
+#include "simulator/wire/timepoint.h"
+
+#include <QDateTime>
+
+namespace Simulator
+{
+
+/// The instrument's running clock.
+class DeviceClock
+{
+public:
+    DeviceClock(QDateTime date, TimePoint now);
+
+    void Set(const QDateTime& date, TimePoint now);
+    QDateTime Date(TimePoint now) const;
+
+private:
+    QDateTime _date;
+    TimePoint _setAt;
+};
+
+} // namespace Simulator

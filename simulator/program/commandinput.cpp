@@ -1,0 +1,54 @@
+#include "simulator/program/commandinput.h"
+
+#include "simulator/faults/faultfile.h"
+
+#include <algorithm>
+#include <array>
+#include <csignal>
+#include <unistd.h>
+
+namespace Simulator
+{
+
+namespace
+{
+
+// A fault and the word in front of it.
+constexpr int LongestLine = LongestFaultFile + 16;
+
+} // namespace
+
+CommandInput::CommandInput() : _notifier(STDIN_FILENO, QSocketNotifier::Read)
+{
+    std::signal(SIGTTIN, SIG_IGN); // in the background reading fails instead of stopping the instrument
+    connect(&_notifier, &QSocketNotifier::activated, this, [this] { ReadInput(); });
+}
+
+void CommandInput::ReadInput()
+{
+    std::array<char, 256> buffer{};
+    const ssize_t count = ::read(STDIN_FILENO, buffer.data(), buffer.size());
+    if (count <= 0) {
+        _notifier.setEnabled(false);
+        return;
+    }
+    std::for_each(buffer.begin(), buffer.begin() + count, [this](char byte) { Take(byte); });
+}
+
+/// What a line has too much of is dropped; enough is kept to tell that it is too long.
+void CommandInput::Take(char byte)
+{
+    if (byte != '\n') {
+        if (_unfinished.size() <= LongestLine) {
+            _unfinished.append(byte);
+        }
+        return;
+    }
+    const QString line = QString::fromUtf8(_unfinished).trimmed();
+    _unfinished.clear();
+    if (!line.isEmpty()) {
+        Q_EMIT LineRead(line);
+    }
+}
+
+} // namespace Simulator

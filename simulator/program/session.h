@@ -1,0 +1,42 @@
+#pragma once
+
+#include "simulator/line/instrument.h"
+#include "simulator/program/commandline.h"
+#include "simulator/program/devicelink.h"
+
+#include <QObject>
+
+#include <optional>
+
+namespace Simulator
+{
+
+/// An instrument that can be reached by a link, and the commands that are planned for it.
+class Session : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Throws std::exception when the instrument or the link cannot be had.
+    Session(const CommandLine& commandLine, const QString& linkPath);
+
+    /// What finds nothing to act on is told on the standard error.
+    void Execute(const ControlCommand& command);
+
+    /// One more fault, as it stands in a file of faults. Throws std::runtime_error, which says why not.
+    void Inject(const QByteArray& json);
+
+    /// Ends the faults of the file and those that were injected.
+    void ClearFaults() { _instrument.ClearFaults(); }
+
+private:
+    void AddFaults(const std::vector<FaultEntry>& faults);
+    bool IsInVain(const ControlCommand& command) const;
+    void FollowLine(const QString& devicePath);
+
+    std::optional<DeviceLink> _link; ///< outlives the instrument, which tells of its line until its end
+    bool _playsRecording;
+    Instrument _instrument;
+};
+
+} // namespace Simulator
