@@ -8,10 +8,7 @@ ContinuousMeasurementSettings::ContinuousMeasurementSettings(MeasurementType mea
 {
 }
 
-ContinuousMeasurementSettings::ContinuousMeasurementSettings(ContinuousMeasurementSettings& other)
-    : MeasurementSettings(other), _time(other.GetTime())
-{
-}
+ContinuousMeasurementSettings::ContinuousMeasurementSettings(ContinuousMeasurementSettings& other) = default;
 
 ContinuousMeasurementSettings::~ContinuousMeasurementSettings() = default;
 

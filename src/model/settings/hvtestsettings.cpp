@@ -7,12 +7,7 @@ namespace Vesmar
 
 HVTestSettings::HVTestSettings() : ContinuousMeasurementSettings(MeasurementType::HVTest, nullptr) {}
 
-HVTestSettings::HVTestSettings(HVTestSettings& other)
-    : ContinuousMeasurementSettings(other),
-      _mode(other.GetMode()),
-      _measurementTimeOffset(other.GetMeasurementTimeOffset())
-{
-}
+HVTestSettings::HVTestSettings(HVTestSettings& other) = default;
 
 HVTestSettings::~HVTestSettings() = default;
 

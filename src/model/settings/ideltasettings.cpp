@@ -7,10 +7,7 @@ namespace Vesmar
 
 IDELTASettings::IDELTASettings() : ContinuousMeasurementSettings(MeasurementType::IDELTA, nullptr) {}
 
-IDELTASettings::IDELTASettings(IDELTASettings& other)
-    : ContinuousMeasurementSettings(other), _mode(other.GetMode()), _configuration(other.GetConfiguration())
-{
-}
+IDELTASettings::IDELTASettings(IDELTASettings& other) = default;
 
 IDELTASettings::~IDELTASettings() = default;
 

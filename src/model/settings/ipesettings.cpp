@@ -7,10 +7,7 @@ namespace Vesmar
 
 IPESettings::IPESettings() : ContinuousMeasurementSettings(MeasurementType::IPE, nullptr) {}
 
-IPESettings::IPESettings(IPESettings& other)
-    : ContinuousMeasurementSettings(other), _mode(other.GetMode()), _configuration(other.GetConfiguration())
-{
-}
+IPESettings::IPESettings(IPESettings& other) = default;
 
 IPESettings::~IPESettings() = default;
 

@@ -7,10 +7,7 @@ namespace Vesmar
 
 ITSettings::ITSettings() : ContinuousMeasurementSettings(MeasurementType::IT, nullptr) {}
 
-ITSettings::ITSettings(ITSettings& other)
-    : ContinuousMeasurementSettings(other), _configuration(other.GetConfiguration())
-{
-}
+ITSettings::ITSettings(ITSettings& other) = default;
 
 ITSettings::~ITSettings() = default;
 

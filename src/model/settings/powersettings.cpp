@@ -7,10 +7,7 @@ namespace Vesmar
 
 POWERSettings::POWERSettings() : ContinuousMeasurementSettings(MeasurementType::POWER, nullptr) {}
 
-POWERSettings::POWERSettings(POWERSettings& other)
-    : ContinuousMeasurementSettings(other), _mode(other.GetMode())
-{
-}
+POWERSettings::POWERSettings(POWERSettings& other) = default;
 
 POWERSettings::~POWERSettings() = default;
 

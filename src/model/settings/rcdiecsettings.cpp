@@ -7,16 +7,7 @@ namespace Vesmar
 
 RCDIECSettings::RCDIECSettings() : MeasurementSettings(MeasurementType::RCDIEC, nullptr) {}
 
-RCDIECSettings::RCDIECSettings(RCDIECSettings& other)
-    : MeasurementSettings(other),
-      _mode(other.GetMode()),
-      _quantity(other.GetQuantity()),
-      _phase(other.GetPhase()),
-      _current(other.GetCurrent()),
-      _type(other.GetType()),
-      _isLNSwapped(other.GetIsLNSwapped())
-{
-}
+RCDIECSettings::RCDIECSettings(RCDIECSettings& other) = default;
 
 RCDIECSettings::~RCDIECSettings() = default;
 

@@ -7,16 +7,7 @@ namespace Vesmar
 
 RCDSettings::RCDSettings() : MeasurementSettings(MeasurementType::RCD, nullptr) {}
 
-RCDSettings::RCDSettings(RCDSettings& other)
-    : MeasurementSettings(other),
-      _mode(other.GetMode()),
-      _quantity(other.GetQuantity()),
-      _phase(other.GetPhase()),
-      _current(other.GetCurrent()),
-      _type(other.GetType()),
-      _re(other.GetRe())
-{
-}
+RCDSettings::RCDSettings(RCDSettings& other) = default;
 
 RCDSettings::~RCDSettings() = default;
 

@@ -7,10 +7,7 @@ namespace Vesmar
 
 RISOSettings::RISOSettings() : ContinuousMeasurementSettings(MeasurementType::RISO, nullptr) {}
 
-RISOSettings::RISOSettings(RISOSettings& other)
-    : ContinuousMeasurementSettings(other), _mode(other.GetMode()), _voltage(other.GetVoltage())
-{
-}
+RISOSettings::RISOSettings(RISOSettings& other) = default;
 
 RISOSettings::~RISOSettings() = default;
 

@@ -7,10 +7,7 @@ namespace Vesmar
 
 RPESettings::RPESettings() : ContinuousMeasurementSettings(MeasurementType::RPE, nullptr) {}
 
-RPESettings::RPESettings(RPESettings& other)
-    : ContinuousMeasurementSettings(other), _current(other.GetCurrent()), _method(other.GetMethod())
-{
-}
+RPESettings::RPESettings(RPESettings& other) = default;
 
 RPESettings::~RPESettings() = default;
 
