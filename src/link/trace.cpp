@@ -31,29 +31,41 @@ QString Hex(const QByteArray& bytes)
     return QString::fromLatin1(bytes.toHex());
 }
 
+QString ColourBegin(Colour colour)
+{
+    return QStringLiteral("\033[0;%1m").arg(static_cast<int>(colour));
+}
+
+/// The last words of a text in colour.
+QString Last(const QString& words)
+{
+    return words + QStringLiteral("\033[0m");
+}
+
+QString In(Colour colour, const QString& text)
+{
+    return ColourBegin(colour) + Last(text);
+}
+
 QString Exchange(const QByteArray& request, const QByteArray& response)
 {
-    return QStringLiteral(" \033[0;35m") + Hex(request) + QStringLiteral(" \033[0;33m") + Hex(response) +
-           QStringLiteral("\033[0m[%1b]").arg(response.size());
+    return QLatin1Char(' ') + ColourBegin(Colour::Magenta) + Hex(request) + QLatin1Char(' ') +
+           In(Colour::Yellow, Hex(response)) + QStringLiteral("[%1b]").arg(response.size());
 }
 
-QString Green(const QString& word)
+/// What the instrument answered without doing what it was asked.
+void WriteFailure(const QByteArray& request, const QByteArray& response, const QString& word)
 {
-    return QStringLiteral("\033[0;32m") + word + QStringLiteral("\033[0m");
-}
-
-QString Red(const QString& word)
-{
-    return QStringLiteral("\033[0;31m") + word + QStringLiteral("\033[0m");
+    Write(Exchange(request, response) + In(Colour::Red, word) + FunctionOf(request));
 }
 
 QString LineToNeutralVariant(const QByteArray& request)
 {
     switch (ByteAt(request, 3) | (ByteAt(request, 4) << 8U)) {
     case 1:
-        return QStringLiteral("Function variant: RLN\033[0m");
+        return Last(QStringLiteral("Function variant: RLN"));
     case 2:
-        return QStringLiteral("Function variant: IEC\033[0m");
+        return Last(QStringLiteral("Function variant: IEC"));
     default:
         return {};
     }
@@ -63,13 +75,13 @@ QString ResidualCurrentType(unsigned type)
 {
     switch (type) {
     case 0:
-        return QStringLiteral("Function type: Ub,Re\033[0m");
+        return Last(QStringLiteral("Function type: Ub,Re"));
     case 1:
-        return QStringLiteral("Function type: ta\033[0m");
+        return Last(QStringLiteral("Function type: ta"));
     case 2:
-        return QStringLiteral("Function type: Ia, tai\033[0m");
+        return Last(QStringLiteral("Function type: Ia, tai"));
     default:
-        return QStringLiteral("Function type: CLEAN UP\033[0m");
+        return Last(QStringLiteral("Function type: CLEAN UP"));
     }
 }
 
@@ -86,21 +98,21 @@ QString FunctionName(const QByteArray& request)
         return QStringLiteral("Function name: RLN ") + LineToNeutralVariant(request);
     case 2:
     case 5: // Named like 2, on purpose.
-        return QStringLiteral("Function name: Rpe\033[0m");
+        return Last(QStringLiteral("Function name: Rpe"));
     case 3:
-        return QStringLiteral("Function name: Riso\033[0m");
+        return Last(QStringLiteral("Function name: Riso"));
     case 4:
-        return QStringLiteral("Function name: Isub\033[0m");
+        return Last(QStringLiteral("Function name: Isub"));
     case 6:
-        return QStringLiteral("Function name: Idelta\033[0m");
+        return Last(QStringLiteral("Function name: Idelta"));
     case 7:
-        return QStringLiteral("Function name: It\033[0m");
+        return Last(QStringLiteral("Function name: It"));
     case 8:
-        return QStringLiteral("Function name: S\033[0m");
+        return Last(QStringLiteral("Function name: S"));
     case 9:
-        return QStringLiteral("Function name: HV\033[0m");
+        return Last(QStringLiteral("Function name: HV"));
     case 10:
-        return QStringLiteral("Function name: RCD\033[0m");
+        return Last(QStringLiteral("Function name: RCD"));
     case 11:
         return ResidualCurrentFunction(request);
     default:
@@ -108,47 +120,52 @@ QString FunctionName(const QByteArray& request)
     }
 }
 
-void NoteAcknowledgedCommand(const QByteArray& request)
+void WriteAcknowledgedCommand(const QByteArray& request)
 {
     if (request.startsWith(Command::StartMeasurement)) {
-        Note(Green(QStringLiteral("Function run.")));
+        Write(In(Colour::Green, QStringLiteral("Function run.")));
     } else if (IsPrepare(request)) {
-        Note(QStringLiteral("\033[0;32mFunction prepare: %1 ").arg(FunctionNumber(request)) +
-             FunctionName(request));
+        Write(ColourBegin(Colour::Green) +
+              QStringLiteral("Function prepare: %1 ").arg(FunctionNumber(request)) + FunctionName(request));
     }
 }
 
 } // namespace
 
-void Note(const QString& text)
+void WriteIn(Colour colour, const QString& text)
+{
+    qWarning().noquote() << In(colour, text);
+}
+
+void Write(const QString& text)
 {
     qWarning().noquote() << QDateTime::currentDateTimeUtc().toString(QStringLiteral("hh:mm:ss.zzz")) << text;
 }
 
 void Data(const QByteArray& request, const QByteArray& response)
 {
-    Note(Exchange(request, response) + FunctionOf(request));
+    Write(Exchange(request, response) + FunctionOf(request));
 }
 
 void Acknowledged(const QByteArray& request, const QByteArray& response)
 {
-    Note(Exchange(request, response) + Green(QStringLiteral(" ACK")));
-    NoteAcknowledgedCommand(request);
+    Write(Exchange(request, response) + In(Colour::Green, QStringLiteral(" ACK")));
+    WriteAcknowledgedCommand(request);
 }
 
 void Refused(const QByteArray& request, const QByteArray& response)
 {
-    Note(Exchange(request, response) + Red(QStringLiteral(" NACK")) + FunctionOf(request));
+    WriteFailure(request, response, QStringLiteral(" NACK"));
 }
 
 void BadChecksum(const QByteArray& request, const QByteArray& response)
 {
-    Note(Exchange(request, response) + Red(QStringLiteral(" CRC Invalid")) + FunctionOf(request));
+    WriteFailure(request, response, QStringLiteral(" CRC Invalid"));
 }
 
 void NoResponse(const QByteArray& request, const QByteArray& response)
 {
-    Note(Exchange(request, response) + Red(QStringLiteral(" No response")));
+    Write(Exchange(request, response) + In(Colour::Red, QStringLiteral(" No response")));
 }
 
 QString DateText(const QDateTime& dateTime)
@@ -158,7 +175,7 @@ QString DateText(const QDateTime& dateTime)
 
 void ReadingBuffer(const QByteArray& buffer)
 {
-    Note(QStringLiteral("ReadingBuffer: ") + Hex(buffer));
+    Write(QStringLiteral("ReadingBuffer: ") + Hex(buffer));
 }
 
 } // namespace Vesmar::Trace

@@ -4,14 +4,20 @@
 #include <QDateTime>
 #include <QString>
 
-/// The lines that the serial line writes to the log: each one warning, after the UTC time.
+/// The lines of the log. Each is one warning.
 namespace Vesmar::Trace
 {
 
-/// A text as it stands.
-void Note(const QString& text);
+/// The colours of a line, by their numbers on a terminal.
+enum class Colour { Black = 30, Red = 31, Green = 32, Yellow = 33, Blue = 34, Magenta = 35 };
 
-/// The exchanges, by what became of them.
+/// Writes a text in this colour, without the time.
+void WriteIn(Colour colour, const QString& text);
+
+/// Writes a text as it stands, after the UTC time.
+void Write(const QString& text);
+
+/// Write an exchange, after the UTC time, by what became of it.
 void Data(const QByteArray& request, const QByteArray& response);
 void Acknowledged(const QByteArray& request, const QByteArray& response);
 void Refused(const QByteArray& request, const QByteArray& response);
@@ -21,7 +27,7 @@ void NoResponse(const QByteArray& request, const QByteArray& response);
 /// How the log shows a date.
 QString DateText(const QDateTime& dateTime);
 
-/// What was read without a request.
+/// Writes what was read without a request, after the UTC time.
 void ReadingBuffer(const QByteArray& buffer);
 
 } // namespace Vesmar::Trace

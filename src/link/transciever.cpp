@@ -64,20 +64,20 @@ Transciever::~Transciever()
 
 bool Transciever::Open()
 {
-    Trace::Note(QStringLiteral("Transciever::Open"));
+    Trace::Write(QStringLiteral("Transciever::Open"));
     if (_handle > Closed) {
-        Trace::Note(QStringLiteral("Transciever::Open: Serial port already opened."));
+        Trace::Write(QStringLiteral("Transciever::Open: Serial port already opened."));
         return true;
     }
     const int port = MovedAboveStandardStreams(::open(SerialDevicePath, O_RDWR | O_NOCTTY));
     _handle = port;
     if (port < Closed) {
-        Trace::Note(QStringLiteral("Transciever::Open: Serial port failed to open."));
+        Trace::Write(QStringLiteral("Transciever::Open: Serial port failed to open."));
         return false;
     }
     Configure(port);
     Read(port);
-    Trace::Note(QStringLiteral("Transciever::Open: Serial port opened successfully."));
+    Trace::Write(QStringLiteral("Transciever::Open: Serial port opened successfully."));
     return true;
 }
 
@@ -88,7 +88,7 @@ void Transciever::PrepareToClose()
 
 void Transciever::Close()
 {
-    Trace::Note(QStringLiteral("Transciever::Close"));
+    Trace::Write(QStringLiteral("Transciever::Close"));
     {
         const QMutexLocker lock(&_portMutex);
         if (_handle > Closed) {

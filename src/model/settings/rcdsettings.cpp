@@ -1,6 +1,6 @@
 #include <Vesmar/rcdsettings.h>
 
-#include "model/settings/payload.h"
+#include "protocol/payload.h"
 
 namespace Vesmar
 {

@@ -1,6 +1,6 @@
 #include <Vesmar/rlnsettings.h>
 
-#include "model/settings/payload.h"
+#include "protocol/payload.h"
 
 namespace Vesmar
 {

@@ -3,7 +3,7 @@
 #include <Vesmar/continuousmeasurementsettings.h>
 
 #include "context/statemachinecontext.h"
-#include "states/measurement/functionstatesets.h"
+#include "protocol/functionstatesets.h"
 
 namespace Vesmar
 {

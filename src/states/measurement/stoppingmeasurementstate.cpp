@@ -1,7 +1,7 @@
 #include "states/measurement/stoppingmeasurementstate.h"
 
 #include "context/statemachinecontext.h"
-#include "states/measurement/functionstatesets.h"
+#include "protocol/functionstatesets.h"
 
 namespace Vesmar
 {

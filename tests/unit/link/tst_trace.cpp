@@ -77,7 +77,7 @@ void TestTrace::EveryLineIsAWarningAfterTheTimeInUTC()
 {
     const LogCapture log;
     const QDateTime before = QDateTime::currentDateTimeUtc();
-    Trace::Note(QStringLiteral("Transciever::Open"));
+    Trace::Write(QStringLiteral("Transciever::Open"));
     Trace::Data(StatusRequest, AcknowledgeFrame);
     Trace::Acknowledged(StatusRequest, AcknowledgeFrame);
     Trace::ReadingBuffer(AcknowledgeFrame);
@@ -102,7 +102,7 @@ void TestTrace::EveryLineIsAWarningAfterTheTimeInUTC()
 void TestTrace::NotesStandAsTheyAre()
 {
     const LogCapture log;
-    Trace::Note(QStringLiteral("Transciever::Open: Serial port already opened."));
+    Trace::Write(QStringLiteral("Transciever::Open: Serial port already opened."));
     QCOMPARE(log.Messages().size(), 1);
     QVERIFY(log.Messages().first().text.endsWith(
         QStringLiteral(" Transciever::Open: Serial port already opened.")));

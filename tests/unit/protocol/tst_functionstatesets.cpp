@@ -1,6 +1,6 @@
 #include <QTest>
 
-#include "states/measurement/functionstatesets.h"
+#include "protocol/functionstatesets.h"
 
 using Vesmar::FunctionState;
 
