@@ -10,13 +10,10 @@
 #include <array>
 #include <atomic>
 #include <condition_variable>
-#include <cstdint>
 #include <cstdlib>
 #include <mutex>
 #include <thread>
 #include <utility>
-
-#include <boost/crc.hpp>
 
 #include "support/serialdevice.h"
 
@@ -265,12 +262,4 @@ bool ScriptedPeer::WaitUntilReadable(int count) const
 QByteArray ScriptedPeer::DevicePath() const
 {
     return _d->DevicePath();
-}
-
-QByteArray WithChecksum(const QByteArray& data)
-{
-    boost::crc_optimal<16, 0x1021, 0, 0, false, false> checksum;
-    checksum.process_bytes(data.constData(), static_cast<std::size_t>(data.size()));
-    const std::uint16_t value = checksum.checksum();
-    return data + static_cast<char>(value & 0xFFU) + static_cast<char>(value >> 8U);
 }

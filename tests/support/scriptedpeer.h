@@ -7,6 +7,8 @@
 #include <QByteArray>
 #include <QList>
 
+#include "support/checksum.h"
+
 /// The far end of the serial line, played from a script on a thread of its own. While it lives, the serial
 /// device of this process is its pseudo-terminal.
 class ScriptedPeer
@@ -49,6 +51,3 @@ private:
     class Private;
     std::unique_ptr<Private> _d;
 };
-
-/// The frame with its checksum appended, computed independently of the library.
-QByteArray WithChecksum(const QByteArray& data);
