@@ -15,8 +15,8 @@
 #include "cli/words/names.h"
 #include "manual/completion.h"
 #include "manual/manpage.h"
+#include "simulator/control/scenarios.h"
 #include "simulator/program/commandline.h"
-#include "simulator/scenario/scenarios.h"
 
 // Writes what the programs' own command lines tell of them: sources of manual pages, for scdoc, and
 // completions for bash. Takes the folder for the pages and that for the completions; both have to be there.

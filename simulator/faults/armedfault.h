@@ -1,9 +1,9 @@
 #pragma once
 
-#include "simulator/faults/faultentry.h"
-#include "simulator/wire/timepoint.h"
-
 #include <random>
+
+#include "simulator/faults/faultentry.h"
+#include "simulator/wire/traffic.h"
 
 namespace Simulator
 {

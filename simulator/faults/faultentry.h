@@ -1,13 +1,13 @@
 #pragma once
 
-#include "simulator/model/controlcommand.h"
-#include "simulator/scenario/scenarios.h"
+#include <chrono>
+#include <optional>
 
 #include <QByteArray>
 #include <QtGlobal>
 
-#include <chrono>
-#include <optional>
+#include "simulator/control/controlcommand.h"
+#include "simulator/control/scenarios.h"
 
 namespace Simulator
 {

@@ -1,14 +1,14 @@
 #include "simulator/faults/faultfile.h"
 
+#include <array>
+#include <limits>
+
 #include "simulator/faults/faultplan.h"
 #include "simulator/faults/faults.h"
 #include "simulator/text/jsonfields.h"
 #include "simulator/text/jsonfile.h"
 #include "simulator/text/quoted.h"
 #include "simulator/wire/frames.h"
-
-#include <array>
-#include <limits>
 
 namespace Simulator
 {

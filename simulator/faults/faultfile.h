@@ -1,11 +1,11 @@
 #pragma once
 
-#include "simulator/faults/faultentry.h"
+#include <vector>
 
 #include <QByteArray>
 #include <QString>
 
-#include <vector>
+#include "simulator/faults/faultentry.h"
 
 namespace Simulator
 {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "simulator/faults/armedfault.h"
-
 #include <vector>
+
+#include "simulator/faults/armedfault.h"
 
 namespace Simulator
 {

@@ -1,8 +1,8 @@
 #include "simulator/faults/faults.h"
 
-#include "simulator/wire/frames.h"
-
 #include <algorithm>
+
+#include "simulator/wire/frames.h"
 
 namespace Simulator
 {

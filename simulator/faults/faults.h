@@ -1,8 +1,8 @@
 #pragma once
 
-#include "simulator/faults/faultentry.h"
-
 #include <QByteArray>
+
+#include "simulator/faults/faultentry.h"
 
 namespace Simulator
 {

@@ -1,11 +1,12 @@
 #include "simulator/line/exchangelog.h"
 
-#include <QDateTime>
-#include <QtDebug>
+#include <fcntl.h>
 
 #include <cerrno>
-#include <fcntl.h>
 #include <stdexcept>
+
+#include <QDateTime>
+#include <QtDebug>
 
 namespace Simulator
 {

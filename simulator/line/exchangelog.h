@@ -1,9 +1,9 @@
 #pragma once
 
-#include "simulator/wire/exchange.h"
-
 #include <QFile>
 #include <QString>
+
+#include "simulator/wire/traffic.h"
 
 namespace Simulator
 {

@@ -1,9 +1,9 @@
 #include "simulator/line/firmwarefile.h"
 
+#include <stdexcept>
+
 #include <QSaveFile>
 #include <QtDebug>
-
-#include <stdexcept>
 
 namespace Simulator
 {

@@ -1,17 +1,18 @@
 #include "simulator/line/instrument.h"
 
-#include "simulator/faults/faults.h"
-#include "simulator/wire/frames.h"
+#include <poll.h>
+#include <sys/eventfd.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <initializer_list>
 #include <optional>
-#include <poll.h>
-#include <sys/eventfd.h>
 #include <system_error>
 #include <utility>
+
+#include "simulator/faults/faults.h"
+#include "simulator/wire/frames.h"
 
 namespace Simulator
 {

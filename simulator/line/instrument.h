@@ -1,22 +1,5 @@
 #pragma once
 
-#include "simulator/faults/faultplan.h"
-#include "simulator/line/descriptor.h"
-#include "simulator/line/exchangelog.h"
-#include "simulator/line/firmwarefile.h"
-#include "simulator/line/player.h"
-#include "simulator/line/ptyline.h"
-#include "simulator/line/recordedentry.h"
-#include "simulator/model/controlcommand.h"
-#include "simulator/model/instrumentmodel.h"
-#include "simulator/scenario/scenarios.h"
-#include "simulator/wire/exchange.h"
-#include "simulator/wire/requestcollector.h"
-
-#include <QByteArray>
-#include <QString>
-#include <QVector>
-
 #include <chrono>
 #include <condition_variable>
 #include <deque>
@@ -26,6 +9,22 @@
 #include <optional>
 #include <thread>
 #include <vector>
+
+#include <QByteArray>
+#include <QString>
+#include <QVector>
+
+#include "simulator/control/controlcommand.h"
+#include "simulator/control/scenarios.h"
+#include "simulator/faults/faultplan.h"
+#include "simulator/line/descriptor.h"
+#include "simulator/line/exchangelog.h"
+#include "simulator/line/firmwarefile.h"
+#include "simulator/line/player.h"
+#include "simulator/line/ptyline.h"
+#include "simulator/model/instrumentmodel.h"
+#include "simulator/wire/requestcollector.h"
+#include "simulator/wire/traffic.h"
 
 namespace Simulator
 {

@@ -1,9 +1,9 @@
 #include "simulator/line/player.h"
 
-#include "simulator/wire/frames.h"
-
 #include <algorithm>
 #include <utility>
+
+#include "simulator/wire/frames.h"
 
 namespace Simulator
 {

@@ -1,15 +1,13 @@
 #pragma once
 
-#include "simulator/line/recordedentry.h"
-#include "simulator/wire/framepiece.h"
-#include "simulator/wire/timepoint.h"
-
-#include <QByteArray>
-
 #include <cstddef>
 #include <map>
 #include <optional>
 #include <vector>
+
+#include <QByteArray>
+
+#include "simulator/wire/traffic.h"
 
 namespace Simulator
 {

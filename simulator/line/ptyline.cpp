@@ -1,12 +1,13 @@
 #include "simulator/line/ptyline.h"
 
-#include <QFile>
+#include <fcntl.h>
+#include <termios.h>
 
 #include <cerrno>
 #include <cstdlib>
-#include <fcntl.h>
 #include <system_error>
-#include <termios.h>
+
+#include <QFile>
 
 namespace Simulator
 {

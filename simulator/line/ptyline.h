@@ -1,9 +1,9 @@
 #pragma once
 
-#include "simulator/line/descriptor.h"
-
 #include <QByteArray>
 #include <QString>
+
+#include "simulator/line/descriptor.h"
 
 namespace Simulator
 {

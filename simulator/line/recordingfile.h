@@ -1,11 +1,11 @@
 #pragma once
 
-#include "simulator/line/recordedentry.h"
+#include <vector>
 
 #include <QByteArray>
 #include <QString>
 
-#include <vector>
+#include "simulator/wire/traffic.h"
 
 namespace Simulator
 {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "simulator/wire/timepoint.h"
-
 #include <QDateTime>
+
+#include "simulator/wire/traffic.h"
 
 namespace Simulator
 {

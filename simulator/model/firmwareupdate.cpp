@@ -1,7 +1,7 @@
 #include "simulator/model/firmwareupdate.h"
 
 #include "simulator/wire/frames.h"
-#include "simulator/wire/mode.h"
+#include "simulator/wire/statusword.h"
 
 namespace Simulator
 {

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "simulator/scenario/scenarios.h"
+#include <chrono>
+#include <optional>
 
 #include <QByteArray>
 
-#include <chrono>
-#include <optional>
+#include "simulator/control/scenarios.h"
 
 namespace Simulator
 {

@@ -1,11 +1,11 @@
 #include "simulator/model/instrumentmodel.h"
 
+#include <utility>
+
 #include "simulator/model/preparepayload.h"
 #include "simulator/model/rcdpayload.h"
 #include "simulator/wire/frames.h"
 #include "simulator/wire/packeddate.h"
-
-#include <utility>
 
 namespace Simulator
 {

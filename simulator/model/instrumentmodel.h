@@ -1,23 +1,21 @@
 #pragma once
 
-#include "simulator/model/deviceclock.h"
-#include "simulator/model/firmwareupdate.h"
-#include "simulator/model/measurementfunction.h"
-#include "simulator/model/monitoringreadings.h"
-#include "simulator/model/rcdtest.h"
-#include "simulator/scenario/identity.h"
-#include "simulator/wire/framepiece.h"
-#include "simulator/wire/mode.h"
-#include "simulator/wire/statusword.h"
-#include "simulator/wire/timepoint.h"
+#include <chrono>
+#include <optional>
+#include <vector>
 
 #include <QByteArray>
 #include <QDateTime>
 #include <QStringList>
 
-#include <chrono>
-#include <optional>
-#include <vector>
+#include "simulator/model/deviceclock.h"
+#include "simulator/model/firmwareupdate.h"
+#include "simulator/model/measurementfunction.h"
+#include "simulator/model/monitoringreadings.h"
+#include "simulator/model/rcdtest.h"
+#include "simulator/wire/identity.h"
+#include "simulator/wire/statusword.h"
+#include "simulator/wire/traffic.h"
 
 namespace Simulator
 {
@@ -39,9 +37,6 @@ struct ModelOptions {
 class InstrumentModel
 {
 public:
-    static constexpr int HighestFunction = 31;
-    static constexpr int HighestError = 15;
-
     InstrumentModel(const ModelOptions& options, TimePoint now);
 
     /// The answer to a request; empty while a restart keeps the instrument away from its line.

@@ -1,16 +1,16 @@
 #pragma once
 
-#include "simulator/model/readings.h"
-#include "simulator/scenario/scenarios.h"
-#include "simulator/wire/functionstate.h"
-#include "simulator/wire/measurement.h"
-#include "simulator/wire/timepoint.h"
+#include <chrono>
+#include <optional>
 
 #include <QByteArray>
 #include <QStringList>
 
-#include <chrono>
-#include <optional>
+#include "simulator/control/scenarios.h"
+#include "simulator/model/readings.h"
+#include "simulator/wire/measurement.h"
+#include "simulator/wire/statusword.h"
+#include "simulator/wire/traffic.h"
 
 namespace Simulator
 {

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "simulator/wire/measurement.h"
+#include <optional>
 
 #include <QByteArray>
 
-#include <optional>
+#include "simulator/wire/measurement.h"
 
 namespace Simulator
 {

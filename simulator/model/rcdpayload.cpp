@@ -1,8 +1,8 @@
 #include "simulator/model/rcdpayload.h"
 
-#include <QtEndian>
-
 #include <cmath>
+
+#include <QtEndian>
 
 namespace Simulator
 {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QByteArray>
-
 #include <optional>
+
+#include <QByteArray>
 
 namespace Simulator
 {

@@ -1,8 +1,8 @@
 #include "simulator/model/rcdreadings.h"
 
-#include "simulator/wire/packedvalues.h"
-
 #include <cmath>
+
+#include "simulator/wire/packedvalues.h"
 
 namespace Simulator
 {

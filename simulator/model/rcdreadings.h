@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QByteArray>
-
 #include <random>
+
+#include <QByteArray>
 
 namespace Simulator
 {

@@ -1,9 +1,9 @@
 #include "simulator/model/rcdtest.h"
 
-#include "simulator/wire/frames.h"
-
 #include <algorithm>
 #include <utility>
+
+#include "simulator/wire/frames.h"
 
 namespace Simulator
 {

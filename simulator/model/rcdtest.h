@@ -1,19 +1,17 @@
 #pragma once
 
-#include "simulator/model/rcdpayload.h"
-#include "simulator/model/rcdreadings.h"
-#include "simulator/scenario/scenarios.h"
-#include "simulator/wire/framepiece.h"
-#include "simulator/wire/functionstate.h"
-#include "simulator/wire/statusword.h"
-#include "simulator/wire/timepoint.h"
+#include <chrono>
+#include <optional>
+#include <vector>
 
 #include <QByteArray>
 #include <QStringList>
 
-#include <chrono>
-#include <optional>
-#include <vector>
+#include "simulator/control/scenarios.h"
+#include "simulator/model/rcdpayload.h"
+#include "simulator/model/rcdreadings.h"
+#include "simulator/wire/statusword.h"
+#include "simulator/wire/traffic.h"
 
 namespace Simulator
 {

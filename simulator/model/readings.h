@@ -1,12 +1,12 @@
 #pragma once
 
-#include "simulator/wire/measurement.h"
-#include "simulator/wire/packedvalues.h"
+#include <chrono>
+#include <random>
 
 #include <QByteArray>
 
-#include <chrono>
-#include <random>
+#include "simulator/wire/measurement.h"
+#include "simulator/wire/packedvalues.h"
 
 namespace Simulator
 {

@@ -1,11 +1,12 @@
 #include "simulator/program/commandinput.h"
 
-#include "simulator/faults/faultfile.h"
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <csignal>
-#include <unistd.h>
+
+#include "simulator/faults/faultfile.h"
 
 namespace Simulator
 {

@@ -1,17 +1,17 @@
 #include "simulator/program/commandline.h"
 
-#include "simulator/scenario/scenarios.h"
-#include "simulator/text/quoted.h"
+#include <algorithm>
+#include <cmath>
+#include <iostream>
+#include <memory>
 
 #include <CLI/CLI.hpp>
 
 #include <QFile>
 #include <QRegularExpression>
 
-#include <algorithm>
-#include <cmath>
-#include <iostream>
-#include <memory>
+#include "simulator/control/scenarios.h"
+#include "simulator/text/quoted.h"
 
 namespace Simulator
 {

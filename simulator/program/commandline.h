@@ -1,16 +1,16 @@
 #pragma once
 
-#include "simulator/faults/faultentry.h"
-#include "simulator/line/instrument.h"
-#include "simulator/model/controlcommand.h"
-
-#include <QString>
-
 #include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include <QString>
+
+#include "simulator/control/controlcommand.h"
+#include "simulator/faults/faultentry.h"
+#include "simulator/line/instrument.h"
 
 namespace CLI
 {

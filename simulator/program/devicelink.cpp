@@ -1,12 +1,13 @@
 #include "simulator/program/devicelink.h"
 
-#include <QFile>
-#include <QFileInfo>
+#include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
 #include <stdexcept>
-#include <unistd.h>
+
+#include <QFile>
+#include <QFileInfo>
 
 namespace Simulator
 {

@@ -1,3 +1,11 @@
+#include <iostream>
+#include <stdexcept>
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
 #include "simulator/faults/faultfile.h"
 #include "simulator/line/recordingfile.h"
 #include "simulator/model/firmwareupdate.h"
@@ -7,14 +15,6 @@
 #include "simulator/program/session.h"
 #include "simulator/program/signalwatcher.h"
 #include "simulator/wire/frames.h"
-
-#include <QCoreApplication>
-#include <QFile>
-#include <QFileInfo>
-#include <QTemporaryDir>
-
-#include <iostream>
-#include <stdexcept>
 
 namespace
 {

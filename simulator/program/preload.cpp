@@ -1,7 +1,11 @@
 // Loaded in front of the C library into a program under `vesmar-simulator run`. It leads InstrumentPath to
 // the instrument's pseudo-terminal, whose path stands in DeviceVariable, and lets everything else pass.
 
-#include "simulator/program/preloadinterface.h"
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <termios.h>
+#include <unistd.h>
 
 #include <array>
 #include <atomic>
@@ -9,11 +13,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <dlfcn.h>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <termios.h>
-#include <unistd.h>
+
+#include "simulator/program/preloadinterface.h"
 
 #define VESMAR_INTERPOSE extern "C" __attribute__((visibility("default")))
 

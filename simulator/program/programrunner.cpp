@@ -1,17 +1,18 @@
 #include "simulator/program/programrunner.h"
 
-#include "simulator/program/preloadinterface.h"
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <stdexcept>
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
-#include <cerrno>
-#include <cstring>
-#include <spawn.h>
-#include <stdexcept>
-#include <sys/wait.h>
-#include <unistd.h>
+#include "simulator/program/preloadinterface.h"
 
 namespace Simulator
 {

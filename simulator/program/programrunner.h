@@ -1,13 +1,14 @@
 #pragma once
 
-#include <QString>
+#include <sys/types.h>
 
 #include <csignal>
 #include <map>
 #include <optional>
 #include <string>
-#include <sys/types.h>
 #include <vector>
+
+#include <QString>
 
 namespace Simulator
 {

@@ -1,11 +1,11 @@
 #include "simulator/program/session.h"
 
-#include "simulator/faults/faultfile.h"
+#include <iostream>
 
 #include <QCoreApplication>
 #include <QTimer>
 
-#include <iostream>
+#include "simulator/faults/faultfile.h"
 
 namespace Simulator
 {

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "simulator/line/instrument.h"
-#include "simulator/program/commandline.h"
-#include "simulator/program/devicelink.h"
+#include <optional>
 
 #include <QObject>
 
-#include <optional>
+#include "simulator/line/instrument.h"
+#include "simulator/program/commandline.h"
+#include "simulator/program/devicelink.h"
 
 namespace Simulator
 {

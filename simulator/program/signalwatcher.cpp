@@ -1,10 +1,11 @@
 #include "simulator/program/signalwatcher.h"
 
-#include <QSocketNotifier>
+#include <sys/signalfd.h>
 
 #include <cerrno>
-#include <sys/signalfd.h>
 #include <system_error>
+
+#include <QSocketNotifier>
 
 namespace Simulator
 {

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "simulator/line/descriptor.h"
+#include <csignal>
 
 #include <QObject>
 
-#include <csignal>
+#include "simulator/line/descriptor.h"
 
 namespace Simulator
 {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QString>
-
 #include <stdexcept>
+
+#include <QString>
 
 namespace Simulator
 {

@@ -1,11 +1,11 @@
 #include "simulator/text/jsonfields.h"
 
-#include "simulator/text/jsonerror.h"
-#include "simulator/text/quoted.h"
-
 #include <algorithm>
 #include <cctype>
 #include <cmath>
+
+#include "simulator/text/jsonerror.h"
+#include "simulator/text/quoted.h"
 
 namespace Simulator
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulator/text/jsonlines.h"
+#include <optional>
 
 #include <QByteArray>
 #include <QJsonArray>
@@ -8,7 +8,7 @@
 #include <QString>
 #include <QStringList>
 
-#include <optional>
+#include "simulator/text/jsonlines.h"
 
 namespace Simulator
 {

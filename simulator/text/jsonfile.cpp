@@ -1,10 +1,10 @@
 #include "simulator/text/jsonfile.h"
 
-#include "simulator/text/jsonlines.h"
-
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
+
+#include "simulator/text/jsonlines.h"
 
 namespace Simulator
 {

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "simulator/text/jsonerror.h"
+#include <stdexcept>
 
 #include <QByteArray>
 #include <QJsonObject>
 #include <QString>
 
-#include <stdexcept>
+#include "simulator/text/jsonerror.h"
 
 namespace Simulator
 {

@@ -1,15 +1,15 @@
 #include "simulator/text/jsonlines.h"
 
-#include "simulator/text/jsonerror.h"
-#include "simulator/text/quoted.h"
+#include <cstring>
+#include <optional>
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QSet>
 #include <QStringList>
 
-#include <cstring>
-#include <optional>
+#include "simulator/text/jsonerror.h"
+#include "simulator/text/quoted.h"
 
 namespace Simulator
 {

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <optional>
+
 #include <QByteArray>
 #include <QDateTime>
-
-#include <optional>
 
 namespace Simulator
 {

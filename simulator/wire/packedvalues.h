@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QByteArray>
-
 #include <array>
+
+#include <QByteArray>
 
 namespace Simulator
 {

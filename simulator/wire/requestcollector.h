@@ -1,10 +1,10 @@
 #pragma once
 
-#include "simulator/wire/timepoint.h"
+#include <optional>
 
 #include <QByteArray>
 
-#include <optional>
+#include "simulator/wire/traffic.h"
 
 namespace Simulator
 {

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "simulator/text/jsonerror.h"
-#include "support/textmutator.h"
+#include <random>
 
 #include <QtTest>
 
-#include <random>
+#include "simulator/text/jsonerror.h"
+#include "support/textmutator.h"
 
 /// What there is of JSON, and what there is not.
 inline const QByteArrayList JsonWords{"{",

@@ -1,13 +1,13 @@
 #pragma once
 
-#include <QByteArray>
-#include <QFile>
-#include <QString>
-
 #include <fcntl.h>
 #include <poll.h>
 #include <termios.h>
 #include <unistd.h>
+
+#include <QByteArray>
+#include <QFile>
+#include <QString>
 
 /// A program's end of the instrument's line.
 class LineClient

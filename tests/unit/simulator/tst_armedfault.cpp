@@ -1,7 +1,7 @@
+#include <QtTest>
+
 #include "simulator/faults/armedfault.h"
 #include "simulator/faults/faults.h"
-
-#include <QtTest>
 
 using Simulator::ArmedFault;
 using Simulator::Fault;

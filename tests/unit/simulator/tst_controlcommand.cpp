@@ -1,6 +1,6 @@
-#include "simulator/model/controlcommand.h"
-
 #include <QtTest>
+
+#include "simulator/control/controlcommand.h"
 
 using Simulator::ControlCommand;
 using Simulator::Fault;

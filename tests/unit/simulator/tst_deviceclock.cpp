@@ -1,6 +1,6 @@
-#include "simulator/model/deviceclock.h"
-
 #include <QtTest>
+
+#include "simulator/model/deviceclock.h"
 
 class TestDeviceClock : public QObject
 {

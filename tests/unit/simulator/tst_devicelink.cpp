@@ -1,12 +1,12 @@
-#include "simulator/program/devicelink.h"
+#include <memory>
+#include <stdexcept>
 
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <memory>
-#include <stdexcept>
+#include "simulator/program/devicelink.h"
 
 using Simulator::DeviceLink;
 

@@ -1,14 +1,14 @@
-#include "simulator/line/exchangelog.h"
-
-#include <QRegularExpression>
-#include <QTemporaryDir>
-#include <QtTest>
-
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <stdexcept>
+
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include "simulator/line/exchangelog.h"
 
 using Simulator::ExchangeLog;
 

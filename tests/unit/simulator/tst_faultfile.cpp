@@ -1,12 +1,12 @@
-#include "simulator/faults/faultfile.h"
-#include "simulator/text/jsonerror.h"
-
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTemporaryDir>
 #include <QtTest>
+
+#include "simulator/faults/faultfile.h"
+#include "simulator/text/jsonerror.h"
 
 using Simulator::ControlCommand;
 using Simulator::Fault;

@@ -1,10 +1,9 @@
-#include "jsonfuzz.h"
+#include <QtTest>
 
+#include "jsonfuzz.h"
 #include "simulator/faults/faultfile.h"
 #include "simulator/faults/faultplan.h"
 #include "simulator/text/jsonerror.h"
-
-#include <QtTest>
 
 using Simulator::FaultEntry;
 

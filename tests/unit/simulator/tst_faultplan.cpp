@@ -1,7 +1,7 @@
+#include <QtTest>
+
 #include "simulator/faults/faultplan.h"
 #include "simulator/faults/faults.h"
-
-#include <QtTest>
 
 using Simulator::Fault;
 using Simulator::FaultEntry;

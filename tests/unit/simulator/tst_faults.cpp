@@ -1,6 +1,6 @@
-#include "simulator/faults/faults.h"
-
 #include <QtTest>
+
+#include "simulator/faults/faults.h"
 
 using Simulator::Fault;
 using Simulator::FaultEntry;

@@ -1,4 +1,4 @@
-#include "simulator/line/firmwarefile.h"
+#include <stdexcept>
 
 #include <QDir>
 #include <QFile>
@@ -6,7 +6,7 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <stdexcept>
+#include "simulator/line/firmwarefile.h"
 
 using Simulator::FirmwareFile;
 

@@ -1,6 +1,6 @@
-#include "simulator/model/firmwareupdate.h"
-
 #include <QtTest>
+
+#include "simulator/model/firmwareupdate.h"
 
 using Simulator::FirmwareUpdate;
 using Simulator::Scenario;

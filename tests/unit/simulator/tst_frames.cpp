@@ -1,6 +1,6 @@
-#include "simulator/wire/frames.h"
-
 #include <QtTest>
+
+#include "simulator/wire/frames.h"
 
 class TestFrames : public QObject
 {

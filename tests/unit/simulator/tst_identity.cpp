@@ -1,6 +1,6 @@
-#include "simulator/scenario/identity.h"
-
 #include <QtTest>
+
+#include "simulator/wire/identity.h"
 
 class TestIdentity : public QObject
 {

@@ -1,15 +1,14 @@
-#include "lineclient.h"
-
-#include "simulator/line/instrument.h"
+#include <atomic>
+#include <stdexcept>
+#include <thread>
 
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <atomic>
-#include <stdexcept>
-#include <thread>
+#include "lineclient.h"
+#include "simulator/line/instrument.h"
 
 using Simulator::Exchange;
 using Simulator::Fault;

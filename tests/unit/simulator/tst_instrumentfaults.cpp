@@ -1,14 +1,13 @@
-#include "lineclient.h"
-
-#include "simulator/faults/faultfile.h"
-#include "simulator/line/instrument.h"
+#include <atomic>
+#include <thread>
 
 #include <QFile>
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <atomic>
-#include <thread>
+#include "lineclient.h"
+#include "simulator/faults/faultfile.h"
+#include "simulator/line/instrument.h"
 
 using Simulator::Clock;
 using Simulator::Exchange;

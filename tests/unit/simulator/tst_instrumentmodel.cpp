@@ -1,6 +1,6 @@
-#include "simulator/model/instrumentmodel.h"
-
 #include <QtTest>
+
+#include "simulator/model/instrumentmodel.h"
 
 using Simulator::InstrumentModel;
 using Simulator::ModelOptions;

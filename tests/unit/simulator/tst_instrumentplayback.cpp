@@ -1,13 +1,12 @@
-#include "lineclient.h"
-
-#include "simulator/faults/faultfile.h"
-#include "simulator/line/instrument.h"
-#include "simulator/line/recordingfile.h"
-
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QtTest>
+
+#include "lineclient.h"
+#include "simulator/faults/faultfile.h"
+#include "simulator/line/instrument.h"
+#include "simulator/line/recordingfile.h"
 
 using Simulator::Fault;
 using Simulator::Instrument;

@@ -1,7 +1,7 @@
+#include <QtTest>
+
 #include "simulator/text/jsonerror.h"
 #include "simulator/text/jsonlines.h"
-
-#include <QtTest>
 
 using Simulator::JsonLines;
 

@@ -1,6 +1,6 @@
-#include "simulator/model/measurementfunction.h"
-
 #include <QtTest>
+
+#include "simulator/model/measurementfunction.h"
 
 using Simulator::FunctionState;
 using Simulator::FunctionTimings;

@@ -1,8 +1,8 @@
-#include "simulator/model/monitoringreadings.h"
+#include <cstring>
 
 #include <QtTest>
 
-#include <cstring>
+#include "simulator/model/monitoringreadings.h"
 
 class TestMonitoringReadings : public QObject
 {

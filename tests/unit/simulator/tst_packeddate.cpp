@@ -1,6 +1,6 @@
-#include "simulator/wire/packeddate.h"
-
 #include <QtTest>
+
+#include "simulator/wire/packeddate.h"
 
 class TestPackedDate : public QObject
 {

@@ -1,6 +1,6 @@
-#include "simulator/wire/packedvalues.h"
-
 #include <QtTest>
+
+#include "simulator/wire/packedvalues.h"
 
 class TestPackedValues : public QObject
 {

@@ -1,6 +1,6 @@
-#include "simulator/line/player.h"
-
 #include <QtTest>
+
+#include "simulator/line/player.h"
 
 using Simulator::FramePiece;
 using Simulator::Player;

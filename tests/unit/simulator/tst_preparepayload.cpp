@@ -1,6 +1,6 @@
-#include "simulator/model/preparepayload.h"
-
 #include <QtTest>
+
+#include "simulator/model/preparepayload.h"
 
 using Simulator::Measurement;
 

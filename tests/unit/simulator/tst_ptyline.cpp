@@ -1,10 +1,9 @@
-#include "lineclient.h"
-
-#include "simulator/line/ptyline.h"
+#include <memory>
 
 #include <QtTest>
 
-#include <memory>
+#include "lineclient.h"
+#include "simulator/line/ptyline.h"
 
 using Simulator::PtyLine;
 

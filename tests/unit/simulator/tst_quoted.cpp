@@ -1,6 +1,6 @@
-#include "simulator/text/quoted.h"
-
 #include <QtTest>
+
+#include "simulator/text/quoted.h"
 
 using Simulator::Quoted;
 

@@ -1,6 +1,6 @@
-#include "simulator/model/rcdpayload.h"
-
 #include <QtTest>
+
+#include "simulator/model/rcdpayload.h"
 
 using Simulator::RcdKind;
 

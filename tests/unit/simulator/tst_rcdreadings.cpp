@@ -1,9 +1,9 @@
-#include "simulator/model/rcdreadings.h"
+#include <cmath>
+#include <cstring>
 
 #include <QtTest>
 
-#include <cmath>
-#include <cstring>
+#include "simulator/model/rcdreadings.h"
 
 using Simulator::RcdReadings;
 

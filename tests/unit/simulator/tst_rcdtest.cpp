@@ -1,7 +1,7 @@
+#include <QtTest>
+
 #include "simulator/model/rcdtest.h"
 #include "simulator/wire/frames.h"
-
-#include <QtTest>
 
 using Simulator::FramePiece;
 using Simulator::RcdKind;

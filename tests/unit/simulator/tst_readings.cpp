@@ -1,9 +1,9 @@
-#include "simulator/model/readings.h"
+#include <cmath>
+#include <cstring>
 
 #include <QtTest>
 
-#include <cmath>
-#include <cstring>
+#include "simulator/model/readings.h"
 
 using Simulator::Measurement;
 using Simulator::Readings;

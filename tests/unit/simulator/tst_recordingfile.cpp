@@ -1,6 +1,3 @@
-#include "simulator/line/recordingfile.h"
-#include "simulator/text/jsonerror.h"
-
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -8,6 +5,9 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtTest>
+
+#include "simulator/line/recordingfile.h"
+#include "simulator/text/jsonerror.h"
 
 using Simulator::RecordedEntry;
 

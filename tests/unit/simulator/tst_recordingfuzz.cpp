@@ -1,12 +1,11 @@
-#include "jsonfuzz.h"
-
-#include "simulator/line/player.h"
-#include "simulator/line/recordingfile.h"
-#include "simulator/text/jsonerror.h"
+#include <algorithm>
 
 #include <QtTest>
 
-#include <algorithm>
+#include "jsonfuzz.h"
+#include "simulator/line/player.h"
+#include "simulator/line/recordingfile.h"
+#include "simulator/text/jsonerror.h"
 
 using Simulator::RecordedEntry;
 using Simulator::TimePoint;

@@ -1,6 +1,6 @@
-#include "simulator/wire/requestcollector.h"
-
 #include <QtTest>
+
+#include "simulator/wire/requestcollector.h"
 
 using Simulator::RequestCollector;
 using Simulator::TimePoint;

@@ -1,6 +1,6 @@
-#include "simulator/scenario/scenarios.h"
-
 #include <QtTest>
+
+#include "simulator/control/scenarios.h"
 
 class TestScenarios : public QObject
 {

@@ -1,7 +1,9 @@
-#include "lineclient.h"
+#include <pty.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
 
-#include "simulator/line/ptyline.h"
-#include "simulator/scenario/scenarios.h"
+#include <csignal>
+#include <memory>
 
 #include <QFile>
 #include <QFileInfo>
@@ -10,11 +12,9 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <csignal>
-#include <memory>
-#include <pty.h>
-#include <sys/stat.h>
-#include <sys/wait.h>
+#include "lineclient.h"
+#include "simulator/control/scenarios.h"
+#include "simulator/line/ptyline.h"
 
 namespace
 {

@@ -1,6 +1,6 @@
-#include "simulator/wire/statusword.h"
-
 #include <QtTest>
+
+#include "simulator/wire/statusword.h"
 
 class TestStatusWord : public QObject
 {

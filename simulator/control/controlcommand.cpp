@@ -1,12 +1,11 @@
-#include "simulator/model/controlcommand.h"
+#include "simulator/control/controlcommand.h"
 
-#include "simulator/model/instrumentmodel.h"
-#include "simulator/text/quoted.h"
-#include "simulator/wire/mode.h"
+#include <array>
 
 #include <QStringList>
 
-#include <array>
+#include "simulator/text/quoted.h"
+#include "simulator/wire/statusword.h"
 
 namespace Simulator
 {
@@ -23,8 +22,8 @@ struct NumberCommand {
 constexpr std::array<NumberCommand, 4> NumberCommands{{
     {"mode", ControlCommand::Verb::Mode, Mode::Highest},
     {"restart", ControlCommand::Verb::Restart, Mode::Highest},
-    {"error", ControlCommand::Verb::Error, InstrumentModel::HighestError},
-    {"function", ControlCommand::Verb::Function, InstrumentModel::HighestFunction},
+    {"error", ControlCommand::Verb::Error, StatusWord::HighestError},
+    {"function", ControlCommand::Verb::Function, StatusWord::HighestFunction},
 }};
 
 constexpr int LongestDelay = 600000;

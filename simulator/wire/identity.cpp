@@ -1,4 +1,4 @@
-#include "simulator/scenario/identity.h"
+#include "simulator/wire/identity.h"
 
 namespace Simulator
 {

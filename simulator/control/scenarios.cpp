@@ -1,4 +1,4 @@
-#include "simulator/scenario/scenarios.h"
+#include "simulator/control/scenarios.h"
 
 namespace Simulator
 {

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QString>
-
 #include <array>
 #include <chrono>
 #include <optional>
+
+#include <QString>
 
 namespace Simulator
 {
