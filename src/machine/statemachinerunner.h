@@ -9,16 +9,13 @@
 #include <QMutex>
 #include <QObject>
 
+#include "machine/statetree.h"
+#include "machine/transitions.h"
+
 namespace Vesmar
 {
 
-class State;
-class StateMachineContext;
-
-/// Decides from the context whether a transition is taken.
-using Guard = bool (*)(StateMachineContext& context);
-
-/// One row of the transition map, seen from its source.
+/// One transition, seen from the state that it leaves.
 struct StateTransition {
     Guard guard;
     State* target;
@@ -34,7 +31,7 @@ class StateMachineRunner : public QObject
     Q_OBJECT
 
 public:
-    using TransitionMap = QMap<State*, QList<StateTransition>>;
+    using TransitionsByState = QMap<State*, QList<StateTransition>>;
 
     StateMachineRunner(StateMachineContext* context, QObject* parent);
     ~StateMachineRunner() override;
@@ -53,8 +50,8 @@ public:
 
     /// Not while another thread steps.
     State* GetCurrentState() const { return _currentState; }
-    const TransitionMap& GetExternalTransitions() const { return _externalTransitions; }
-    const TransitionMap& GetInternalTransitions() const { return _internalTransitions; }
+    const TransitionsByState& GetExternalTransitions() const { return _externalTransitions; }
+    const TransitionsByState& GetInternalTransitions() const { return _internalTransitions; }
 
 public Q_SLOTS:
     /// One step. Posts the next one while the runner is enabled.
@@ -63,14 +60,13 @@ public Q_SLOTS:
 
 private:
     void CreateStateMachineTree();
-    bool TakeDisableRequest();
+    State* StateOf(StateId state) const;
+    void MoveTo(State* state);
+    bool ConsumeDisableRequest();
     bool StepCurrentState();
 
-    template <typename ConcreteState>
-    State* CreateState(State* parentState);
-
-    TransitionMap _externalTransitions;
-    TransitionMap _internalTransitions;
+    TransitionsByState _externalTransitions;
+    TransitionsByState _internalTransitions;
     std::vector<std::unique_ptr<State>> _states;
     State* _currentState = nullptr;
     StateMachineContext* _context;

@@ -1,7 +1,5 @@
 #include "machine/transitions.h"
 
-#include <optional>
-
 #include "context/statemachinecontext.h"
 #include "model/classification.h"
 #include "model/settings/rcdmode.h"
@@ -15,9 +13,14 @@ namespace
 using RCDMode = RCDSettings::RCDMode;
 using RCDIECMode = RCDIECSettings::RCDIECMode;
 
+const MeasurementSettings& Settings(StateMachineContext& context)
+{
+    return *context.TestSettings.Get();
+}
+
 MeasurementType SettingsType(StateMachineContext& context)
 {
-    return context.TestSettings.Get()->GetMeasurementType();
+    return Settings(context).GetMeasurementType();
 }
 
 bool IsUpdateDue(StateMachineContext& context)
@@ -28,16 +31,6 @@ bool IsUpdateDue(StateMachineContext& context)
 bool HasMeasurementStatus(StateMachineContext& context, MeasurementState status)
 {
     return context.MeasurementStatus.Get() == status;
-}
-
-std::optional<RCDMode> ModeOfRCD(StateMachineContext& context)
-{
-    return Vesmar::ModeOfRCD(*context.TestSettings.Get());
-}
-
-std::optional<RCDIECMode> ModeOfRCDIEC(StateMachineContext& context)
-{
-    return Vesmar::ModeOfRCDIEC(*context.TestSettings.Get());
 }
 
 /// An aborted RCD measurement always leaves an error code behind.
@@ -160,7 +153,7 @@ bool AbortingMeasurementToMeasurementModeTransition(StateMachineContext& context
 
 bool PreparingMeasurementToRCDMeasurementModeTransition(StateMachineContext& context)
 {
-    // For every type, not for the RCD types alone: RCD measurement mode sends the others back.
+    // This holds for every function, not for the RCD tests alone: RCD measurement mode sends the others back.
     return context.PrepareMeasurementRequested.Get();
 }
 
@@ -232,25 +225,25 @@ bool RCDMeasurementModeToRCDMonitoringTransition(StateMachineContext& /*context*
 
 bool RCDMonitoringToRCDUbReMeasurementRunningTransition(StateMachineContext& context)
 {
-    return context.StartMeasurementRequested.Get() && ModeOfRCD(context) == RCDMode::UbRe;
+    return context.StartMeasurementRequested.Get() && ModeOfRCD(Settings(context)) == RCDMode::UbRe;
 }
 
 bool RCDMonitoringToRCDIaTaMeasurementRunningTransition(StateMachineContext& context)
 {
-    const auto mode = ModeOfRCD(context);
+    const auto mode = ModeOfRCD(Settings(context));
     return context.StartMeasurementRequested.Get() && (mode == RCDMode::IaTa2 || mode == RCDMode::IaTa1);
 }
 
 bool RCDMonitoringToRCDIECIaTaMeasurementRunningTransition(StateMachineContext& context)
 {
-    const auto mode = ModeOfRCDIEC(context);
+    const auto mode = ModeOfRCDIEC(Settings(context));
     return context.StartMeasurementRequested.Get() &&
            (mode == RCDIECMode::IaTa2 || mode == RCDIECMode::IaTa1);
 }
 
 bool RCDMonitoringToRCDIECCleanUpTransition(StateMachineContext& context)
 {
-    return context.StartMeasurementRequested.Get() && ModeOfRCDIEC(context) == RCDIECMode::CleanUp;
+    return context.StartMeasurementRequested.Get() && ModeOfRCDIEC(Settings(context)) == RCDIECMode::CleanUp;
 }
 
 bool RCDUbReMeasurementRunningToRCDMonitoringTransition(StateMachineContext& context)
@@ -265,7 +258,7 @@ bool RCDIaTaMeasurementRunningToRCDMonitoringTransition(StateMachineContext& con
 
 bool RCDIECIaTaMeasurementRunningToRCDMonitoringTransition(StateMachineContext& context)
 {
-    return IsRCDStoppedOrAborted(context) || ModeOfRCDIEC(context) == RCDIECMode::CleanUp;
+    return IsRCDStoppedOrAborted(context) || ModeOfRCDIEC(Settings(context)) == RCDIECMode::CleanUp;
 }
 
 bool RCDIECCleanUpToRCDMonitoringTransition(StateMachineContext& context)

@@ -5,11 +5,14 @@ namespace Vesmar
 
 class StateMachineContext;
 
+/// Decides from the context whether the machine makes a transition.
+using Guard = bool (*)(StateMachineContext& context);
+
 /// The guards of the transition map, grouped by the state that they leave.
 ///
-/// Each decides from the context alone, on the worker's thread, and on every step for every state on the path
-/// to the top of the tree. All but the three that leave an RCD measurement only read; those leave an error
-/// code behind when they end an aborted one. `TestSettings` and `TestResults` must hold objects.
+/// They are called on the worker's thread, in every step and for every state on the path to the top of the
+/// tree, and decide from the context alone. All but three only read it: the guards that end an aborted RCD
+/// measurement leave an error code behind. `TestSettings` and `TestResults` must hold objects.
 namespace Transitions
 {
 

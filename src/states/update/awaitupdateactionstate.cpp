@@ -11,7 +11,7 @@ namespace Vesmar
 namespace
 {
 
-constexpr unsigned long RestartPauseMs = 2000;
+constexpr unsigned long ModeChangePauseMs = 2000;
 
 } // namespace
 
@@ -50,7 +50,7 @@ void AwaitUpdateActionState::EnterUpdateMode()
         return;
     }
     qWarning("\033[0;31mChange tester mode to update.\033[0m");
-    QThread::msleep(RestartPauseMs);
+    QThread::msleep(ModeChangePauseMs);
 }
 
 } // namespace Vesmar

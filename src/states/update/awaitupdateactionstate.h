@@ -5,10 +5,11 @@
 namespace Vesmar
 {
 
-/// Brings the instrument into update mode, and waits there for an update to be asked for.
+/// Brings the instrument into update mode, and waits there until an update is requested.
 ///
-/// Sends status in every step, and the change to update mode while the instrument is in another one. Reports
-/// 300 if it refuses. Left for updating when the instrument is in update mode and an update is requested.
+/// Every step sends status and, while the instrument is in another mode, the change to update mode. A failed
+/// change is reported as 300. The state is left for updating when the instrument is in update mode and an
+/// update is requested.
 class AwaitUpdateActionState : public State
 {
 public:

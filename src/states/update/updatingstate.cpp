@@ -3,7 +3,6 @@
 #include <QDebug>
 #include <QThread>
 
-#include "context/statemachinecontext.h"
 #include "link/commandbuilder.h"
 
 namespace Vesmar
@@ -44,12 +43,18 @@ void UpdatingState::OnExit()
 
 void UpdatingState::OnRunning()
 {
-    const FirmwareUpdate update = GetContext()->GetUpdate();
-    if (update.image.size() % SectorSize != 0) {
+    _update = GetContext()->GetUpdate();
+    RunUpdate();
+    _update.reset();
+}
+
+void UpdatingState::RunUpdate()
+{
+    if (_update->image.size() % SectorSize != 0) {
         Fail(Error::UpdateDataInvalid, "Update data is invalid.");
         return;
     }
-    if (update.confirmation.size() < ConfirmationSize) {
+    if (_update->confirmation.size() < ConfirmationSize) {
         Fail(Error::UpdateConfirmationDataInvalid, "Update confirmation data is invalid.");
         return;
     }
@@ -59,17 +64,17 @@ void UpdatingState::OnRunning()
     }
     qWarning("\033[0;31mIinitialization update OK.\033[0m");
     GetContext()->OperationStatus.Set(OperationState::InProgress);
-    if (!ProgramImage(update.image)) {
+    if (!ProgramImage(_update->image)) {
         Fail(Error::UpdateInitializationFailed, "Sector data transfer issues.");
         return;
     }
-    if (!FinishUpdate(update.confirmation)) {
+    if (!FinishUpdate()) {
         Fail(Error::UpdateConfirmationFailed, "Confirmation error.");
         return;
     }
     QThread::msleep(InstallationPauseMs);
     GetContext()->OperationStatus.Set(OperationState::Finished);
-    RequestStatus(); // Only a status shows where the instrument now is.
+    RequestStatus(); // Only a status shows the mode in which the instrument has come back.
 }
 
 bool UpdatingState::InitializeUpdate()
@@ -84,14 +89,15 @@ bool UpdatingState::ProgramFlashSector(const QByteArray& sector)
     return Send(*frame);
 }
 
-bool UpdatingState::FinishUpdate(const QByteArray& confirmation)
+bool UpdatingState::FinishUpdate()
 {
+    const QByteArray confirmation = _update.value_or(GetContext()->GetUpdate()).confirmation;
     const std::unique_ptr<QByteArray> frame(
         GetContext()->GetCommandBuilder()->CreateFinishUpdateFrame(confirmation));
     return Send(*frame);
 }
 
-/// Counts only sectors that the instrument has acknowledged.
+/// The progress counts only the sectors that the instrument has acknowledged.
 bool UpdatingState::ProgramImage(const QByteArray& image)
 {
     GetContext()->OperationProgress.Set(0);

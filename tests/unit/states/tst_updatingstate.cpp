@@ -436,8 +436,7 @@ static void AddCommands()
 {
     QTest::newRow("sector") << Exchange(
         [](UpdatingState& state) { return state.ProgramFlashSector(Wire::Sector(0)); });
-    QTest::newRow("confirmation") << Exchange(
-        [](UpdatingState& state) { return state.FinishUpdate(Wire::Confirmation); });
+    QTest::newRow("confirmation") << Exchange([](UpdatingState& state) { return state.FinishUpdate(); });
 }
 
 void TestUpdatingState::SectorAndConfirmationTakeTheAcknowledgeAlone_data()
@@ -510,8 +509,8 @@ void TestUpdatingState::ConfirmationsLastTwoBytesGoOut()
 {
     QFETCH(const QByteArray, confirmation);
     QFETCH(const QByteArray, frame);
-    Update update;
-    QVERIFY(update.state.FinishUpdate(confirmation));
+    Update update({}, confirmation);
+    QVERIFY(update.state.FinishUpdate());
     QCOMPARE(update.peer.RequestBytes(), QList<QByteArray>{frame});
 }
 
