@@ -10,16 +10,22 @@
 namespace Vesmar
 {
 
-State::State(StateMachineContext* context, State* parentState, QObject* parent)
-    : QObject(parent), _context(context), _parentState(parentState)
+State::State(StateMachineContext* context, State* parentState, QObject* parent, const char* banner)
+    : QObject(parent), _context(context), _parentState(parentState), _banner(banner)
 {
 }
 
 State::~State() = default;
 
-void State::OnEntry() {}
+void State::OnEntry()
+{
+    Announce("ENTERING ");
+}
 
-void State::OnExit() {}
+void State::OnExit()
+{
+    Announce("LEAVING ");
+}
 
 void State::OnRunning() {}
 
@@ -153,6 +159,13 @@ bool State::RaiseErrorUnless(bool succeeded)
         _context->CommunicationError.Set(true);
     }
     return succeeded;
+}
+
+void State::Announce(const char* passage) const
+{
+    if (_banner != nullptr) {
+        TraceBanner(QByteArray(passage).append(_banner).constData());
+    }
 }
 
 } // namespace Vesmar

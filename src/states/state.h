@@ -32,7 +32,9 @@ class State : public QObject
     Q_OBJECT
 
 public:
-    State(StateMachineContext* context, State* parentState, QObject* parent);
+    /// With a `banner`, which must outlive the state, the base announces on the log that the state is entered
+    /// and left.
+    State(StateMachineContext* context, State* parentState, QObject* parent, const char* banner = nullptr);
     ~State() override;
 
     /// Called once when the state becomes the current one, at the start of its first step.
@@ -63,7 +65,7 @@ public:
     void ReportError(Error error);
 
 protected:
-    /// Writes the blue line that tells what a state is doing.
+    /// Writes a blue line that tells what the state is doing.
     static void TraceBanner(const char* text);
 
     /// One exchange, with retransmissions.
@@ -81,9 +83,11 @@ protected:
 private:
     std::unique_ptr<QByteArray> Read(const QByteArray& frame);
     bool RaiseErrorUnless(bool succeeded);
+    void Announce(const char* passage) const;
 
     StateMachineContext* _context;
     State* _parentState;
+    const char* _banner;
 };
 
 } // namespace Vesmar

@@ -16,18 +16,8 @@ constexpr unsigned long RestartPauseMs = 2000;
 } // namespace
 
 RestartingTesterState::RestartingTesterState(StateMachineContext* context, State* parentState)
-    : State(context, parentState, nullptr)
+    : State(context, parentState, nullptr, "RESTARTING TESTER STATE ")
 {
-}
-
-void RestartingTesterState::OnEntry()
-{
-    TraceBanner("ENTERING RESTARTING TESTER STATE ");
-}
-
-void RestartingTesterState::OnExit()
-{
-    TraceBanner("LEAVING RESTARTING TESTER STATE ");
 }
 
 void RestartingTesterState::OnRunning()

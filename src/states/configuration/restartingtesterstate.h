@@ -15,8 +15,6 @@ class RestartingTesterState : public State
 public:
     RestartingTesterState(StateMachineContext* context, State* parentState);
 
-    void OnEntry() override;
-    void OnExit() override;
     void OnRunning() override;
 };
 

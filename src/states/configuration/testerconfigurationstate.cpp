@@ -16,18 +16,8 @@ constexpr unsigned long RestartPauseMs = 2000;
 } // namespace
 
 TesterConfigurationState::TesterConfigurationState(StateMachineContext* context, State* parentState)
-    : State(context, parentState, nullptr)
+    : State(context, parentState, nullptr, "TESTER CONFIGURATION STATE ")
 {
-}
-
-void TesterConfigurationState::OnEntry()
-{
-    TraceBanner("ENTERING TESTER CONFIGURATION STATE ");
-}
-
-void TesterConfigurationState::OnExit()
-{
-    TraceBanner("LEAVING TESTER CONFIGURATION STATE ");
 }
 
 void TesterConfigurationState::OnRunning()

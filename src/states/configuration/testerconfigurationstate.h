@@ -16,8 +16,6 @@ class TesterConfigurationState : public State
 public:
     TesterConfigurationState(StateMachineContext* context, State* parentState);
 
-    void OnEntry() override;
-    void OnExit() override;
     void OnRunning() override;
 
 private:

@@ -20,21 +20,16 @@ constexpr unsigned long RestartPauseMs = 3000;
 } // namespace
 
 CommunicationRecoveryState::CommunicationRecoveryState(StateMachineContext* context, State* parentState)
-    : State(context, parentState, nullptr)
+    : State(context, parentState, nullptr, "COMMUNICATION RECOVERY STATE ")
 {
 }
 
 void CommunicationRecoveryState::OnEntry()
 {
-    TraceBanner("ENTERING COMMUNICATION RECOVERY STATE ");
+    State::OnEntry();
     _attempts = 0;
     _isModeResetDone = false;
     ClearMeasurementRequests();
-}
-
-void CommunicationRecoveryState::OnExit()
-{
-    TraceBanner("LEAVING COMMUNICATION RECOVERY STATE ");
 }
 
 void CommunicationRecoveryState::OnRunning()

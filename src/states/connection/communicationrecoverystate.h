@@ -17,7 +17,6 @@ public:
     CommunicationRecoveryState(StateMachineContext* context, State* parentState);
 
     void OnEntry() override;
-    void OnExit() override;
     void OnRunning() override;
 
     /// One status exchange; returns its `QueryResult`. `CommunicationError` stays as it is.

@@ -15,19 +15,14 @@ constexpr unsigned long PauseBetweenDatesMs = 100;
 } // namespace
 
 InitializationState::InitializationState(StateMachineContext* context, State* parentState)
-    : State(context, parentState, nullptr)
+    : State(context, parentState, nullptr, "INITIALIZATION STATE")
 {
 }
 
 void InitializationState::OnEntry()
 {
-    TraceBanner("ENTERING INITIALIZATION STATE");
+    State::OnEntry();
     ClearMeasurementRequests();
-}
-
-void InitializationState::OnExit()
-{
-    TraceBanner("LEAVING INITIALIZATION STATE");
 }
 
 void InitializationState::OnRunning()

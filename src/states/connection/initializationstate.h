@@ -15,7 +15,6 @@ public:
     InitializationState(StateMachineContext* context, State* parentState);
 
     void OnEntry() override;
-    void OnExit() override;
     void OnRunning() override;
 };
 

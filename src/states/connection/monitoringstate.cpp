@@ -6,18 +6,8 @@ namespace Vesmar
 {
 
 MonitoringState::MonitoringState(StateMachineContext* context, State* parentState)
-    : State(context, parentState, nullptr)
+    : State(context, parentState, nullptr, "MONITORING STATE ")
 {
-}
-
-void MonitoringState::OnEntry()
-{
-    TraceBanner("ENTERING MONITORING STATE ");
-}
-
-void MonitoringState::OnExit()
-{
-    TraceBanner("LEAVING MONITORING STATE ");
 }
 
 void MonitoringState::OnRunning()

@@ -15,8 +15,6 @@ class MonitoringState : public State
 public:
     MonitoringState(StateMachineContext* context, State* parentState);
 
-    void OnEntry() override;
-    void OnExit() override;
     void OnRunning() override;
 };
 

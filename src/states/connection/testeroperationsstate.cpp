@@ -4,18 +4,8 @@ namespace Vesmar
 {
 
 TesterOperationsState::TesterOperationsState(StateMachineContext* context, State* parentState)
-    : State(context, parentState, nullptr)
+    : State(context, parentState, nullptr, "TESTER OPERATIONS STATE")
 {
-}
-
-void TesterOperationsState::OnEntry()
-{
-    TraceBanner("ENTERING TESTER OPERATIONS STATE");
-}
-
-void TesterOperationsState::OnExit()
-{
-    TraceBanner("LEAVING TESTER OPERATIONS STATE");
 }
 
 } // namespace Vesmar

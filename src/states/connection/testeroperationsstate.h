@@ -14,9 +14,6 @@ class TesterOperationsState : public State
 {
 public:
     TesterOperationsState(StateMachineContext* context, State* parentState);
-
-    void OnEntry() override;
-    void OnExit() override;
 };
 
 } // namespace Vesmar

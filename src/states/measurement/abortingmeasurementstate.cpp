@@ -7,13 +7,13 @@ namespace Vesmar
 {
 
 AbortingMeasurementState::AbortingMeasurementState(StateMachineContext* context, State* parentState)
-    : State(context, parentState, nullptr)
+    : State(context, parentState, nullptr, "ABORTING MEASUREMENT STATE ")
 {
 }
 
 void AbortingMeasurementState::OnEntry()
 {
-    TraceBanner("ENTERING ABORTING MEASUREMENT STATE ");
+    State::OnEntry();
     GetContext()->MeasurementStatus.Set(MeasurementState::Stopping);
     GetContext()->StopMeasurementTimer();
     GetContext()->IsMeasurementRunning.Set(false);
@@ -21,7 +21,7 @@ void AbortingMeasurementState::OnEntry()
 
 void AbortingMeasurementState::OnExit()
 {
-    TraceBanner("LEAVING ABORTING MEASUREMENT STATE ");
+    State::OnExit();
     GetContext()->AbortMeasurementRequested.Set(false);
     GetContext()->MeasurementStatus.Set(MeasurementState::Stopped);
 }

@@ -7,20 +7,15 @@ namespace Vesmar
 
 ContinuousMeasurementRunningState::ContinuousMeasurementRunningState(StateMachineContext* context,
                                                                      State* parentState)
-    : MeasurementRunningState(context, parentState, nullptr)
+    : MeasurementRunningState(context, parentState, nullptr, "CONTINUOUS MEASUREMENT STATE ")
 {
 }
 
 void ContinuousMeasurementRunningState::OnEntry()
 {
-    TraceBanner("ENTERING CONTINUOUS MEASUREMENT STATE ");
+    State::OnEntry();
     GetContext()->MeasurementStatus.Set(MeasurementState::Measuring);
     GetContext()->StartMeasurementTimer(GetMeasurementTime());
-}
-
-void ContinuousMeasurementRunningState::OnExit()
-{
-    TraceBanner("LEAVING CONTINUOUS MEASUREMENT STATE ");
 }
 
 void ContinuousMeasurementRunningState::OnRunning()

@@ -16,7 +16,6 @@ public:
     ContinuousMeasurementRunningState(StateMachineContext* context, State* parentState);
 
     void OnEntry() override;
-    void OnExit() override;
     void OnRunning() override;
 };
 

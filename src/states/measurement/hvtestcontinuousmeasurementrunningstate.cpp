@@ -9,24 +9,19 @@ namespace Vesmar
 
 HVTestContinuousMeasurementRunningState::HVTestContinuousMeasurementRunningState(StateMachineContext* context,
                                                                                  State* parentState)
-    : MeasurementRunningState(context, parentState, nullptr)
+    : MeasurementRunningState(context, parentState, nullptr, "HVTEST CONTINUOUS MEASUREMENT STATE ")
 {
 }
 
 void HVTestContinuousMeasurementRunningState::OnEntry()
 {
-    TraceBanner("ENTERING HVTEST CONTINUOUS MEASUREMENT STATE ");
+    State::OnEntry();
     GetContext()->MeasurementStatus.Set(MeasurementState::Measuring);
     // The instrument decides that this is the high-voltage test; the settings may be those of another
     // function.
     const auto* settings = dynamic_cast<HVTestSettings*>(GetContext()->TestSettings.Get());
     const float offsetSeconds = settings != nullptr ? settings->GetMeasurementTimeOffset() : 0.0F;
     GetContext()->StartMeasurementTimer(GetMeasurementTime(), offsetSeconds);
-}
-
-void HVTestContinuousMeasurementRunningState::OnExit()
-{
-    TraceBanner("LEAVING HVTEST CONTINUOUS MEASUREMENT STATE ");
 }
 
 void HVTestContinuousMeasurementRunningState::OnRunning()

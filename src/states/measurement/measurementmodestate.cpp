@@ -6,20 +6,15 @@ namespace Vesmar
 {
 
 MeasurementModeState::MeasurementModeState(StateMachineContext* context, State* parentState)
-    : State(context, parentState, nullptr)
+    : State(context, parentState, nullptr, "MEASUREMENT MODE STATE ")
 {
 }
 
 void MeasurementModeState::OnEntry()
 {
-    TraceBanner("ENTERING MEASUREMENT MODE STATE ");
+    State::OnEntry();
     GetContext()->IsMeasurementRunning.Set(false);
     GetContext()->AbortMeasurementRequested.Set(false);
-}
-
-void MeasurementModeState::OnExit()
-{
-    TraceBanner("LEAVING MEASUREMENT MODE STATE ");
 }
 
 } // namespace Vesmar

@@ -17,7 +17,6 @@ public:
     MeasurementModeState(StateMachineContext* context, State* parentState);
 
     void OnEntry() override;
-    void OnExit() override;
 };
 
 } // namespace Vesmar

@@ -16,20 +16,15 @@ constexpr unsigned long PauseAfterPrepareMs = 100;
 } // namespace
 
 PreparingMeasurementState::PreparingMeasurementState(StateMachineContext* context, State* parentState)
-    : State(context, parentState, nullptr)
+    : State(context, parentState, nullptr, "PREPARING MEASUREMENT STATE ")
 {
 }
 
 void PreparingMeasurementState::OnEntry()
 {
-    TraceBanner("ENTERING PREPARING MEASUREMENT STATE ");
+    State::OnEntry();
     GetContext()->MeasurementStatus.Set(MeasurementState::Preparing);
     GetContext()->MeasurementTime.Set(0);
-}
-
-void PreparingMeasurementState::OnExit()
-{
-    TraceBanner("LEAVING PREPARING MEASUREMENT STATE ");
 }
 
 void PreparingMeasurementState::OnRunning()

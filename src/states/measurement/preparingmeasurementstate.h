@@ -18,7 +18,6 @@ public:
     PreparingMeasurementState(StateMachineContext* context, State* parentState);
 
     void OnEntry() override;
-    void OnExit() override;
     void OnRunning() override;
 
 private:

@@ -6,19 +6,14 @@ namespace Vesmar
 {
 
 SingleMeasurementRunningState::SingleMeasurementRunningState(StateMachineContext* context, State* parentState)
-    : MeasurementRunningState(context, parentState, nullptr)
+    : MeasurementRunningState(context, parentState, nullptr, "SINGLE MEASUREMENT STATE ")
 {
 }
 
 void SingleMeasurementRunningState::OnEntry()
 {
-    TraceBanner("ENTERING SINGLE MEASUREMENT STATE ");
+    State::OnEntry();
     GetContext()->MeasurementStatus.Set(MeasurementState::Running);
-}
-
-void SingleMeasurementRunningState::OnExit()
-{
-    TraceBanner("LEAVING SINGLE MEASUREMENT STATE ");
 }
 
 void SingleMeasurementRunningState::OnRunning()

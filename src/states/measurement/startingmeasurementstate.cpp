@@ -6,20 +6,20 @@ namespace Vesmar
 {
 
 StartingMeasurementState::StartingMeasurementState(StateMachineContext* context, State* parentState)
-    : State(context, parentState, nullptr)
+    : State(context, parentState, nullptr, "STARTING MEASUREMENT STATE ")
 {
 }
 
 void StartingMeasurementState::OnEntry()
 {
-    TraceBanner("ENTERING STARTING MEASUREMENT STATE ");
+    State::OnEntry();
     _isFunctionStarted = false;
     GetContext()->MeasurementStatus.Set(MeasurementState::Starting);
 }
 
 void StartingMeasurementState::OnExit()
 {
-    TraceBanner("LEAVING STARTING MEASUREMENT STATE ");
+    State::OnExit();
     _isFunctionStarted = false;
 }
 

@@ -7,20 +7,15 @@ namespace Vesmar
 {
 
 StoppingMeasurementState::StoppingMeasurementState(StateMachineContext* context, State* parentState)
-    : State(context, parentState, nullptr)
+    : State(context, parentState, nullptr, "STOPPING MEASUREMENT STATE ")
 {
 }
 
 void StoppingMeasurementState::OnEntry()
 {
-    TraceBanner("ENTERING STOPPING MEASUREMENT STATE ");
+    State::OnEntry();
     GetContext()->MeasurementStatus.Set(MeasurementState::Stopping);
     GetContext()->StopMeasurementTimer();
-}
-
-void StoppingMeasurementState::OnExit()
-{
-    TraceBanner("LEAVING STOPPING MEASUREMENT STATE ");
 }
 
 void StoppingMeasurementState::OnRunning()

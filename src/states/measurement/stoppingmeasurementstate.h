@@ -16,7 +16,6 @@ public:
     StoppingMeasurementState(StateMachineContext* context, State* parentState);
 
     void OnEntry() override;
-    void OnExit() override;
     void OnRunning() override;
 };
 

@@ -8,20 +8,20 @@ namespace Vesmar
 
 RCDIaTaMeasurementRunningState::RCDIaTaMeasurementRunningState(StateMachineContext* context,
                                                                State* parentState)
-    : RCDRunningState(context, parentState, nullptr)
+    : RCDRunningState(context, parentState, nullptr, "RCD IaTa MEASUREMENT STATE ")
 {
 }
 
 void RCDIaTaMeasurementRunningState::OnEntry()
 {
-    TraceBanner("ENTERING RCD IaTa MEASUREMENT STATE ");
+    State::OnEntry();
     BeginRun();
     GetContext()->IsMeasurementRunning.Set(true);
 }
 
 void RCDIaTaMeasurementRunningState::OnExit()
 {
-    TraceBanner("LEAVING RCD IaTa MEASUREMENT STATE ");
+    State::OnExit();
     GetContext()->IsMeasurementRunning.Set(false);
 }
 

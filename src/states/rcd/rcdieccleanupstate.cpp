@@ -9,19 +9,14 @@ namespace Vesmar
 {
 
 RCDIECCleanUpState::RCDIECCleanUpState(StateMachineContext* context, State* parentState)
-    : RCDIECRunningState(context, parentState, nullptr)
+    : RCDIECRunningState(context, parentState, nullptr, "RCD IEC CleanUp STATE ")
 {
 }
 
 void RCDIECCleanUpState::OnEntry()
 {
-    TraceBanner("ENTERING RCD IEC CleanUp STATE ");
+    State::OnEntry();
     BeginIECRun();
-}
-
-void RCDIECCleanUpState::OnExit()
-{
-    TraceBanner("LEAVING RCD IEC CleanUp STATE ");
 }
 
 void RCDIECCleanUpState::OnRunning()

@@ -14,7 +14,6 @@ public:
     RCDIECCleanUpState(StateMachineContext* context, State* parentState);
 
     void OnEntry() override;
-    void OnExit() override;
     void OnRunning() override;
 
 protected:

@@ -10,20 +10,20 @@ namespace Vesmar
 
 RCDIECIaTaMeasurementRunningState::RCDIECIaTaMeasurementRunningState(StateMachineContext* context,
                                                                      State* parentState)
-    : RCDIECRunningState(context, parentState, nullptr)
+    : RCDIECRunningState(context, parentState, nullptr, "RCD IEC IaTa MEASUREMENT STATE ")
 {
 }
 
 void RCDIECIaTaMeasurementRunningState::OnEntry()
 {
-    TraceBanner("ENTERING RCD IEC IaTa MEASUREMENT STATE ");
+    State::OnEntry();
     BeginIECRun();
     GetContext()->IsMeasurementRunning.Set(true);
 }
 
 void RCDIECIaTaMeasurementRunningState::OnExit()
 {
-    TraceBanner("LEAVING RCD IEC IaTa MEASUREMENT STATE ");
+    State::OnExit();
     GetContext()->IsMeasurementRunning.Set(false);
 }
 

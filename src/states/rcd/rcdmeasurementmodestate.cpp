@@ -4,18 +4,8 @@ namespace Vesmar
 {
 
 RCDMeasurementModeState::RCDMeasurementModeState(StateMachineContext* context, State* parentState)
-    : RCDState(context, parentState, nullptr)
+    : RCDState(context, parentState, nullptr, "RCD MEASUREMENT MODE STATE ")
 {
-}
-
-void RCDMeasurementModeState::OnEntry()
-{
-    TraceBanner("ENTERING RCD MEASUREMENT MODE STATE ");
-}
-
-void RCDMeasurementModeState::OnExit()
-{
-    TraceBanner("LEAVING RCD MEASUREMENT MODE STATE ");
 }
 
 } // namespace Vesmar

@@ -13,9 +13,6 @@ class RCDMeasurementModeState : public RCDState
 {
 public:
     RCDMeasurementModeState(StateMachineContext* context, State* parentState);
-
-    void OnEntry() override;
-    void OnExit() override;
 };
 
 } // namespace Vesmar

@@ -24,20 +24,15 @@ QDebug Protocol(const char* text)
 } // namespace
 
 RCDMonitoringState::RCDMonitoringState(StateMachineContext* context, State* parentState)
-    : RCDState(context, parentState, nullptr)
+    : RCDState(context, parentState, nullptr, "RCD MONITORING STATE")
 {
 }
 
 void RCDMonitoringState::OnEntry()
 {
-    TraceBanner("ENTERING RCD MONITORING STATE");
+    State::OnEntry();
     GetContext()->MeasurementStatus.Set(MeasurementState::Unknown);
     ResetAttempts();
-}
-
-void RCDMonitoringState::OnExit()
-{
-    TraceBanner("LEAVING RCD MONITORING STATE");
 }
 
 void RCDMonitoringState::OnRunning()

@@ -21,7 +21,6 @@ public:
     RCDMonitoringState(StateMachineContext* context, State* parentState);
 
     void OnEntry() override;
-    void OnExit() override;
     void OnRunning() override;
 
 private:

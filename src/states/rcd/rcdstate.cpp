@@ -11,24 +11,10 @@
 namespace Vesmar
 {
 
-RCDState::RCDState(StateMachineContext* context, State* parentState, QObject* parent)
-    : State(context, parentState, parent)
+RCDState::RCDState(StateMachineContext* context, State* parentState, QObject* parent, const char* banner)
+    : State(context, parentState, parent, banner)
 {
 }
-
-RCDState::~RCDState() = default;
-
-void RCDState::OnEntry()
-{
-    TraceBanner("ENTERING RCDState ");
-}
-
-void RCDState::OnExit()
-{
-    TraceBanner("LEAVING RCDState ");
-}
-
-void RCDState::OnRunning() {}
 
 int RCDState::RequestRCDStatus(int timeoutMs)
 {

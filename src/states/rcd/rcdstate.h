@@ -13,12 +13,8 @@ namespace Vesmar
 class RCDState : public State
 {
 public:
-    RCDState(StateMachineContext* context, State* parentState, QObject* parent);
-    ~RCDState() override;
-
-    void OnEntry() override;
-    void OnExit() override;
-    void OnRunning() override;
+    RCDState(StateMachineContext* context, State* parentState, QObject* parent,
+             const char* banner = "RCDState ");
 
     /// The status into the cells, with the instrument's error as one of 520 to 534 in `ErrorCode`.
     int RequestRCDStatus(int timeoutMs);

@@ -8,19 +8,19 @@ namespace Vesmar
 
 RCDUbReMeasurementRunningState::RCDUbReMeasurementRunningState(StateMachineContext* context,
                                                                State* parentState)
-    : RCDRunningState(context, parentState, nullptr)
+    : RCDRunningState(context, parentState, nullptr, "RCD UbRe MEASUREMENT STATE ")
 {
 }
 
 void RCDUbReMeasurementRunningState::OnEntry()
 {
-    TraceBanner("ENTERING RCD UbRe MEASUREMENT STATE ");
+    State::OnEntry();
     BeginRun();
 }
 
 void RCDUbReMeasurementRunningState::OnExit()
 {
-    TraceBanner("LEAVING RCD UbRe MEASUREMENT STATE ");
+    State::OnExit();
     GetContext()->IsMeasurementRunning.Set(false);
 }
 

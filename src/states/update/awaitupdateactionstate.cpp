@@ -16,18 +16,8 @@ constexpr unsigned long ModeChangePauseMs = 2000;
 } // namespace
 
 AwaitUpdateActionState::AwaitUpdateActionState(StateMachineContext* context, State* parentState)
-    : State(context, parentState, nullptr)
+    : State(context, parentState, nullptr, "AWAIT UPDATE ACTION STATE ")
 {
-}
-
-void AwaitUpdateActionState::OnEntry()
-{
-    TraceBanner("ENTERING AWAIT UPDATE ACTION STATE ");
-}
-
-void AwaitUpdateActionState::OnExit()
-{
-    TraceBanner("LEAVING AWAIT UPDATE ACTION STATE ");
 }
 
 void AwaitUpdateActionState::OnRunning()

@@ -15,8 +15,6 @@ class AwaitUpdateActionState : public State
 public:
     AwaitUpdateActionState(StateMachineContext* context, State* parentState);
 
-    void OnEntry() override;
-    void OnExit() override;
     void OnRunning() override;
 
 private:

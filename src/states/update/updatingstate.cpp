@@ -24,19 +24,19 @@ int Percent(int part, int whole)
 } // namespace
 
 UpdatingState::UpdatingState(StateMachineContext* context, State* parentState)
-    : State(context, parentState, nullptr)
+    : State(context, parentState, nullptr, "UPDATING STATE ")
 {
 }
 
 void UpdatingState::OnEntry()
 {
-    TraceBanner("ENTERING UPDATING STATE ");
+    State::OnEntry();
     GetContext()->OperationStatus.Set(OperationState::Started);
 }
 
 void UpdatingState::OnExit()
 {
-    TraceBanner("LEAVING UPDATING STATE ");
+    State::OnExit();
     GetContext()->UpdateRequested.Set(false);
     GetContext()->OperationStatus.Set(OperationState::Idle);
 }
