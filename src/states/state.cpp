@@ -1,10 +1,9 @@
 #include "states/state.h"
 
-#include <QDebug>
-
 #include "context/statemachinecontext.h"
 #include "link/commandbuilder.h"
 #include "link/responseparser.h"
+#include "link/trace.h"
 #include "link/transciever.h"
 
 namespace Vesmar
@@ -110,7 +109,8 @@ void State::ReportError(Error error)
 
 void State::TraceBanner(const char* text)
 {
-    qWarning("\033[0;34m<<<                              %s\033[0m", text);
+    Trace::WriteIn(Trace::Colour::Blue,
+                   QStringLiteral("<<<                              ") + QLatin1String(text));
 }
 
 void State::ClearMeasurementRequests()

@@ -1,8 +1,7 @@
 #include "states/rcd/rcdieciatameasurementrunningstate.h"
 
-#include <QDebug>
-
 #include "context/statemachinecontext.h"
+#include "link/trace.h"
 #include "model/settings/rcdmode.h"
 
 namespace Vesmar
@@ -57,7 +56,7 @@ void RCDIECIaTaMeasurementRunningState::RunTest()
 void RCDIECIaTaMeasurementRunningState::TracePhase(MeasurementState phase) const
 {
     if (phase == MeasurementState::Idle || phase == MeasurementState::Preparing) {
-        qWarning("\033[0;30m       %s\033[0m", PhaseName(phase));
+        Trace::WriteIn(Trace::Colour::Black, QStringLiteral("       ") + QLatin1String(PhaseName(phase)));
     } else {
         TraceGreen(PhaseName(phase));
     }

@@ -1,8 +1,7 @@
 #include "states/rcd/rcdrunningstate.h"
 
-#include <QDebug>
-
 #include "context/statemachinecontext.h"
+#include "link/trace.h"
 #include "link/transciever.h"
 
 namespace Vesmar
@@ -225,7 +224,7 @@ const char* PhaseName(MeasurementState phase)
 
 void TraceGreen(const char* text)
 {
-    qWarning("\033[0;32m       %s\033[0m", text);
+    Trace::WriteIn(Trace::Colour::Green, QStringLiteral("       ") + QLatin1String(text));
 }
 
 } // namespace Vesmar
