@@ -5,7 +5,7 @@
 namespace Vesmar
 {
 
-/// The base of the settings of every function that runs for a time.
+/// The base of the settings of every continuous function, that is, of those that run for a time.
 class VESMAR_EXPORT ContinuousMeasurementSettings : public MeasurementSettings
 {
 public:
@@ -14,16 +14,17 @@ public:
     ContinuousMeasurementSettings(ContinuousMeasurementSettings& other);
     ~ContinuousMeasurementSettings() override;
 
-    /// The measurement time in seconds after which the library stops the measurement; -1: not set, the
-    /// measurement runs until it is aborted. Default 5.
+    /// The measurement time in whole seconds, after which the library stops the measurement. Default 5. With
+    /// -1 no time is set, and the measurement runs until it is aborted; any other negative number does the
+    /// same. 0 ends it after one second, like 1.
     int GetTime() const { return _time; }
     void SetTime(int time) { _time = time; }
 
     MeasurementSettings* Clone() override;
 
 protected:
-    /// The second byte of every continuous function's prepare payload: whether a time is set, never the time
-    /// itself.
+    /// The second byte of the prepare payload: 0xFF when the time is -1, otherwise 0x05. The time itself is
+    /// never sent.
     int TimeFlag() const;
 
 private:

@@ -9,15 +9,16 @@ namespace Vesmar
 class VESMAR_EXPORT HVTestResults : public MeasurementResults
 {
 public:
+    /// The arguments are the values that the instrument sends; some members hold them scaled.
     HVTestResults(float maxVoltage, float voltage, float current, float uln, float upri, float pwm);
     ~HVTestResults() override;
 
-    float _maxVoltage; ///< Maximum voltage.
-    float _voltage;
-    float _current;
-    float _uln;  ///< The reading ULN.
-    float _upri; ///< Primary voltage.
-    float _pwm;  ///< Pulse width as a fraction: the instrument's per cent divided by 100.
+    float _maxVoltage; ///< Maximum voltage; the unit is the instrument's own and unknown.
+    float _voltage;    ///< Voltage; the unit is the instrument's own and unknown.
+    float _current;    ///< Current; the unit is the instrument's own and unknown.
+    float _uln;        ///< ULN, the mains voltage; the unit is the instrument's own and unknown.
+    float _upri;       ///< UPRI, the primary voltage; the unit is the instrument's own and unknown.
+    float _pwm;        ///< PWM: the instrument's value divided by 100.
 };
 
 } // namespace Vesmar

@@ -9,18 +9,19 @@ namespace Vesmar
 class VESMAR_EXPORT HVTestSettings : public ContinuousMeasurementSettings
 {
 public:
-    /// Test mode, by the instrument's number.
+    /// The test mode, by the instrument's number.
     enum class HVMode : int { Mode1 = 1, Mode2 = 2 };
 
     HVTestSettings();
     HVTestSettings(HVTestSettings& other);
     ~HVTestSettings() override;
 
-    /// Default `Mode1`.
+    /// The test mode. Default `Mode1`; any other number than that of `Mode2` counts as `Mode1`.
     HVMode GetMode() const { return _mode; }
     void SetMode(HVMode value) { _mode = value; }
 
-    /// Seconds by which the first second of the measurement time is lengthened: the ramp-up. Default 3.5.
+    /// The seconds by which the first second of the measurement is lengthened while the voltage rises. They
+    /// count in addition to the measurement time. Default 3.5; resolution 0.001.
     float GetMeasurementTimeOffset() const { return _measurementTimeOffset; }
     void SetMeasurementTimeOffset(float value) { _measurementTimeOffset = value; }
 

@@ -12,8 +12,8 @@ public:
     IDELTAResults(float current, float voltage);
     ~IDELTAResults() override;
 
-    float _current;
-    float _voltage;
+    float _current; ///< Differential current; the unit is the instrument's own and unknown.
+    float _voltage; ///< Voltage; the unit is the instrument's own and unknown.
 };
 
 } // namespace Vesmar

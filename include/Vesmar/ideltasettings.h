@@ -9,21 +9,22 @@ namespace Vesmar
 class VESMAR_EXPORT IDELTASettings : public ContinuousMeasurementSettings
 {
 public:
-    /// Measurement mode, by the instrument's number.
+    /// The measurement mode, by the instrument's number.
     enum class IDELTAMode : int { Mode1 = 1, Mode2 = 2 };
 
-    /// Measurement configuration, by the instrument's number.
+    /// The measurement configuration, by the instrument's number.
     enum class IDELTAConfiguration : int { Configuration1 = 1, Configuration2 = 2 };
 
     IDELTASettings();
     IDELTASettings(IDELTASettings& other);
     ~IDELTASettings() override;
 
-    /// Default 0, to the instrument the same as `Mode1`.
+    /// The measurement mode. Default 0; any other number than that of `Mode2` counts as `Mode1`.
     IDELTAMode GetMode() const { return _mode; }
     void SetMode(IDELTAMode value) { _mode = value; }
 
-    /// Default 0, to the instrument the same as `Configuration1`.
+    /// The measurement configuration. Default 0; any other number than that of `Configuration2` counts as
+    /// `Configuration1`.
     IDELTAConfiguration GetConfiguration() const { return _configuration; }
     void SetConfiguration(IDELTAConfiguration value) { _configuration = value; }
 

@@ -9,14 +9,15 @@ namespace Vesmar
 class VESMAR_EXPORT IECResults : public MeasurementResults
 {
 public:
+    /// The arguments are the values that the instrument sends; some members hold them scaled.
     IECResults(float result, float voltage, float uln, float step, float delay);
     ~IECResults() override;
 
-    int _result; ///< The instrument's result number, its fraction cut off.
-    float _voltage;
-    float _uln;   ///< The reading ULN.
-    float _step;  ///< Step of the instrument's procedure.
-    float _delay; ///< The instrument's delay divided by 1000.
+    int _result;    ///< The instrument's result number, truncated toward zero; its meaning is unknown.
+    float _voltage; ///< Voltage; the unit is the instrument's own and unknown.
+    float _uln;     ///< ULN, the mains voltage; the unit is the instrument's own and unknown.
+    float _step;  ///< The step of the instrument's procedure; its scale is the instrument's own and unknown.
+    float _delay; ///< The instrument's delay divided by 1000; the unit is the instrument's own and unknown.
 };
 
 } // namespace Vesmar

@@ -12,8 +12,8 @@ public:
     IPEResults(float current, float voltage);
     ~IPEResults() override;
 
-    float _current;
-    float _voltage;
+    float _current; ///< Protective-conductor current; the unit is the instrument's own and unknown.
+    float _voltage; ///< Voltage; the unit is the instrument's own and unknown.
 };
 
 } // namespace Vesmar

@@ -12,8 +12,8 @@ public:
     ISUBResults(float current, float voltage);
     ~ISUBResults() override;
 
-    float _current;
-    float _voltage;
+    float _current; ///< Substitute leakage current; the unit is the instrument's own and unknown.
+    float _voltage; ///< Voltage; the unit is the instrument's own and unknown.
 };
 
 } // namespace Vesmar

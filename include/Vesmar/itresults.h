@@ -12,7 +12,7 @@ public:
     explicit ITResults(float current);
     ~ITResults() override;
 
-    float _current;
+    float _current; ///< Touch current; the unit is the instrument's own and unknown.
 };
 
 } // namespace Vesmar

@@ -9,14 +9,15 @@ namespace Vesmar
 class VESMAR_EXPORT ITSettings : public ContinuousMeasurementSettings
 {
 public:
-    /// Measurement configuration, by the instrument's number.
+    /// The measurement configuration, by the instrument's number.
     enum class ITConfiguration : int { Configuration1 = 1, Configuration2 = 2 };
 
     ITSettings();
     ITSettings(ITSettings& other);
     ~ITSettings() override;
 
-    /// Default 0, to the instrument the same as `Configuration1`.
+    /// The measurement configuration. Default 0; any other number than that of `Configuration2` counts as
+    /// `Configuration1`.
     ITConfiguration GetConfiguration() const { return _configuration; }
     void SetConfiguration(ITConfiguration value) { _configuration = value; }
 

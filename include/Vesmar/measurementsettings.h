@@ -9,11 +9,13 @@
 namespace Vesmar
 {
 
-/// What a measurement is to be prepared with. The base of the settings classes, one for each function.
+/// The settings that a measurement is prepared with. This is the base of the settings classes, of which there
+/// is one for each function.
 ///
 /// The application fills an object of a derived class and passes it to `Tester::PrepareMeasurement`, which
-/// keeps a clone; the application's object stays the application's. Setters store what they are given,
-/// unchecked. Settings objects never have a parent.
+/// keeps a clone; the object stays the application's. Setters store a value unchecked. The numbers of
+/// currents, voltages, modes and the like are the instrument's own; what they stand for is known to the
+/// instrument alone. A settings object never has a parent.
 class VESMAR_EXPORT MeasurementSettings : public QObject
 {
     Q_OBJECT
@@ -21,17 +23,19 @@ class VESMAR_EXPORT MeasurementSettings : public QObject
 public:
     /// The parent is ignored.
     MeasurementSettings(MeasurementType measurementType, QObject* parent);
+    /// A copy without a parent.
     MeasurementSettings(MeasurementSettings& other);
     ~MeasurementSettings() override;
 
+    /// The function that the settings are for.
     MeasurementType GetMeasurementType() const { return _measurementType; }
 
-    /// The data bytes of the prepare request in a new array that the caller deletes; null for an object of a
-    /// base class, which prepares no function.
+    /// The data bytes of the prepare request, in a new array that the caller deletes. An object of one of the
+    /// two base classes prepares no function and returns null.
     virtual QByteArray* CreateMeasurementFrame();
 
-    /// A new copy of the object's own class that the caller deletes. The two base classes do not copy: their
-    /// clone has the type `MeasurementType::None` and the default time.
+    /// A new copy of the object, of its own class, that the caller deletes. The two base classes do not copy:
+    /// their clone has the type `MeasurementType::None` and the default time.
     virtual MeasurementSettings* Clone();
 
 private:

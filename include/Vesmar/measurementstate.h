@@ -3,18 +3,35 @@
 namespace Vesmar
 {
 
-/// The life cycle of one measurement, as the library leads it.
+/// How far a measurement has come, as the library leads it.
+///
+/// The RCD tests use the same values for their own phases; each comment says where they differ.
 enum class MeasurementState : int {
-    Unknown = -1,  ///< A moment before `Stopped`, so that an abort always signals a change; the start of an
-                   ///< RCD test.
-    Idle = 0,      ///< Nothing prepared since the link was enabled.
-    Preparing = 1, ///< The settings go to the instrument, or wait to be given.
-    Prepared = 2,  ///< The instrument reports the function prepared; a start proceeds from here only.
-    Starting = 3,  ///< The start was requested.
-    Running = 4,   ///< The start is confirmed.
-    Measuring = 5, ///< Results are being delivered.
-    Stopping = 6,  ///< The measurement ends or is being aborted.
-    Stopped = 7    ///< The instrument confirmed the end, or nothing was running when an abort was asked for.
+    /// An RCD function is selected, and no test of it is under way. Other measurements pass through this
+    /// value for a moment when they are aborted while nothing runs, so that `Stopped` always is a change.
+    Unknown = -1,
+    /// No measurement has begun since `Tester::Enable`. RCD: the Ub/Re test is prepared and waits for its
+    /// start; after the start, every RCD test begins with this phase and waits until the instrument is ready.
+    Idle = 0,
+    /// Measurement mode is active and waits for settings, or the instrument prepares the function. RCD: the
+    /// library waits until the instrument is ready for the Ub/Re test; after the start of any test, its
+    /// settings are being sent.
+    Preparing = 1,
+    /// The instrument reports the function as prepared. Only from here does a start proceed, and an abort has
+    /// no effect here. RCD: before a Ub/Re test is started, its settings are being sent; after the start, the
+    /// library waits until the instrument reports the function as prepared.
+    Prepared = 2,
+    /// The start is being sent, and the instrument has not confirmed it yet.
+    Starting = 3,
+    /// The instrument has confirmed the start.
+    Running = 4,
+    /// A single measurement has a result; a continuous one delivers readings. RCD tests do not use it.
+    Measuring = 5,
+    /// The measurement is being ended or aborted. RCD tests do not use it.
+    Stopping = 6,
+    /// The instrument has confirmed the end, or nothing ran when the application asked for an abort. RCD: the
+    /// test is over, with a result or with an error; `Unknown` follows one step later.
+    Stopped = 7
 };
 
 } // namespace Vesmar

@@ -3,24 +3,25 @@
 namespace Vesmar
 {
 
-/// A measurement function of the instrument; also the type tag of every settings and results object.
+/// A measurement function of the instrument, and the type tag of every settings and results object.
 ///
-/// The status reports a function in five bits, so unnamed values up to 31 occur and are passed on unchanged.
+/// The instrument's status reports the function in five bits. Values up to 31 that have no name are passed on
+/// unchanged.
 enum class MeasurementType : int {
-    None = -1,      ///< Nothing known yet; also the tag of the placeholder settings and results.
-    Monitoring = 0, ///< No function is active; the tag of the mains readings taken while idle.
+    None = -1,      ///< No status has arrived yet; also the tag of the placeholders for settings and results.
+    Monitoring = 0, ///< No function is active; also the tag of `MonitoringResults`.
     RLN = 1,        ///< RLN, a single measurement.
-    RPE = 2,        ///< Protective-earth resistance, continuous.
-    RISO = 3,       ///< Insulation resistance, continuous.
-    ISUB = 4,       ///< Substitute leakage current, continuous.
-    IPE = 5,        ///< Protective-conductor current, continuous.
-    IDELTA = 6,     ///< Differential current, continuous.
-    IT = 7,         ///< Touch current, continuous.
-    POWER = 8,      ///< Power, continuous.
-    HVTest = 9,     ///< High-voltage test, continuous with a time offset.
-    RCD = 10,       ///< Residual-current device.
-    RCDIEC = 11,    ///< Residual-current device, IEC variant.
-    IEC = 97        ///< IEC test, a single measurement; exists on the library's side only, never in a status.
+    RPE = 2,        ///< Protective-earth resistance, a continuous measurement.
+    RISO = 3,       ///< Insulation resistance, a continuous measurement.
+    ISUB = 4,       ///< Substitute leakage current, a continuous measurement.
+    IPE = 5,        ///< Protective-conductor current, a continuous measurement.
+    IDELTA = 6,     ///< Differential current, a continuous measurement.
+    IT = 7,         ///< Touch current, a continuous measurement.
+    POWER = 8,      ///< Power, a continuous measurement.
+    HVTest = 9,     ///< High-voltage test, a continuous measurement whose first second is lengthened.
+    RCD = 10,       ///< Test of a residual-current device.
+    RCDIEC = 11,    ///< Test of a residual-current device, IEC variant.
+    IEC = 97        ///< IEC, a single measurement. The instrument reports it as `RLN`; no status holds 97.
 };
 
 } // namespace Vesmar

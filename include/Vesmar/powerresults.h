@@ -13,12 +13,12 @@ public:
                  float apparentPower);
     ~POWERResults() override;
 
-    float _energy;
-    float _power;
-    float _current;
-    float _voltage;
-    float _powerFactor;
-    float _apparentPower;
+    float _energy;        ///< Energy; the unit is the instrument's own and unknown.
+    float _power;         ///< Power; the unit is the instrument's own and unknown.
+    float _current;       ///< Current; the unit is the instrument's own and unknown.
+    float _voltage;       ///< Voltage; the unit is the instrument's own and unknown.
+    float _powerFactor;   ///< Power factor; its scale is the instrument's own and unknown.
+    float _apparentPower; ///< Apparent power; the unit is the instrument's own and unknown.
 };
 
 } // namespace Vesmar

@@ -9,14 +9,14 @@ namespace Vesmar
 class VESMAR_EXPORT POWERSettings : public ContinuousMeasurementSettings
 {
 public:
-    /// Measurement mode, by the instrument's number.
+    /// The measurement mode, by the instrument's number.
     enum class POWERMode : int { Mode1 = 1, Mode2 = 2 };
 
     POWERSettings();
     POWERSettings(POWERSettings& other);
     ~POWERSettings() override;
 
-    /// Default 0, to the instrument the same as `Mode1`.
+    /// The measurement mode. Default 0; any other number than that of `Mode2` counts as `Mode1`.
     POWERMode GetMode() const { return _mode; }
     void SetMode(POWERMode value) { _mode = value; }
 

@@ -5,17 +5,23 @@
 namespace Vesmar
 {
 
-/// Readings of the residual-current device test. One that there is not is the largest float, 3.4028235e38: Ia
-/// and Ta of the Ub/Re test, or what the instrument could not measure.
+/// Readings of the residual-current device test. A reading that is absent is `NoValue`: Ia and Ta of the
+/// Ub/Re test, and whatever the instrument could not measure.
 class VESMAR_EXPORT RCDResults : public MeasurementResults
 {
 public:
     RCDResults(float re, float ia, float ta);
     ~RCDResults() override;
 
-    float _re; ///< The earth resistance; after an Ia/Ta test the one of its settings. Unit of the instrument.
-    float _ia; ///< The tripping current; unit of the instrument.
-    float _ta; ///< The tripping time; unit of the instrument.
+    /// Re, the earth resistance; after an Ia/Ta test it is the one from the settings (`RCDSettings::GetRe`).
+    /// The unit is the instrument's own and unknown.
+    float _re;
+    /// Ia, the tripping current: the instrument's number divided by 10000; the unit is the instrument's own
+    /// and unknown.
+    float _ia;
+    /// Ta, the tripping time: the instrument's number divided by 10000; the unit is the instrument's own and
+    /// unknown.
+    float _ta;
 };
 
 } // namespace Vesmar

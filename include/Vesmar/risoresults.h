@@ -12,9 +12,9 @@ public:
     RISOResults(float resistance, float voltage, float current);
     ~RISOResults() override;
 
-    float _resistance;
-    float _voltage;
-    float _current;
+    float _resistance; ///< Insulation resistance; the unit is the instrument's own and unknown.
+    float _voltage;    ///< Voltage; the unit is the instrument's own and unknown.
+    float _current;    ///< Current; the unit is the instrument's own and unknown.
 };
 
 } // namespace Vesmar

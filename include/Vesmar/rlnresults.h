@@ -9,14 +9,15 @@ namespace Vesmar
 class VESMAR_EXPORT RLNResults : public MeasurementResults
 {
 public:
+    /// The sub-test's voltage comes before its current here; the members are declared the other way round.
     RLNResults(float resistance, float voltage, float current, float isubVoltage, float isubCurrent);
     ~RLNResults() override;
 
-    float _resistance;
-    float _voltage;
-    float _current;
-    float _isubCurrent; ///< Current of the sub-test.
-    float _isubVoltage; ///< Voltage of the sub-test.
+    float _resistance;  ///< Resistance; the unit is the instrument's own and unknown.
+    float _voltage;     ///< Voltage; the unit is the instrument's own and unknown.
+    float _current;     ///< Current; the unit is the instrument's own and unknown.
+    float _isubCurrent; ///< Current of the sub-test; the unit is the instrument's own and unknown.
+    float _isubVoltage; ///< Voltage of the sub-test; the unit is the instrument's own and unknown.
 };
 
 } // namespace Vesmar

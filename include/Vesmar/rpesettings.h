@@ -9,21 +9,22 @@ namespace Vesmar
 class VESMAR_EXPORT RPESettings : public ContinuousMeasurementSettings
 {
 public:
-    /// Test current, by the instrument's number; 0 and 1 are alike to the instrument.
+    /// The test current, by the instrument's number; the amperes are known to the instrument alone.
+    /// `Current0` and `Current1` are sent alike.
     enum class RPECurrent : int { Current0 = 0, Current1 = 1, Current2 = 2, Current3 = 3 };
 
-    /// Test method, by the instrument's number.
+    /// The test method, by the instrument's number.
     enum class RPEMethod : int { Method0 = 0, Method1 = 1, Method2 = 2, Method3 = 3 };
 
     RPESettings();
     RPESettings(RPESettings& other);
     ~RPESettings() override;
 
-    /// Default `Current0`. The ampere value of each number is the instrument's own.
+    /// The test current. Default `Current0`; `Method0` does not use it.
     RPECurrent GetCurrent() const { return _current; }
     void SetCurrent(RPECurrent value) { _current = value; }
 
-    /// Default `Method0`, with which the current plays no part.
+    /// The test method. Default `Method0`; a number that has no name counts as `Method1`.
     RPEMethod GetMethod() const { return _method; }
     void SetMethod(RPEMethod value) { _method = value; }
 
