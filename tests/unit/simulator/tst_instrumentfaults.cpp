@@ -5,6 +5,7 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include "instrumentbench.h"
 #include "lineclient.h"
 #include "simulator/faults/faultfile.h"
 #include "simulator/line/instrument.h"
@@ -38,8 +39,8 @@ bool Set(Instrument& instrument, const char* faults)
 /// True when the next request finds no answer.
 bool IsSwallowed(Instrument& instrument, const LineClient& client, const QByteArray& request)
 {
-    const int before = instrument.Requests().size();
-    return client.Write(request) && QTest::qWaitFor([&] { return instrument.Requests().size() > before; }) &&
+    const int before = RequestsOf(instrument).size();
+    return client.Write(request) && QTest::qWaitFor([&] { return RequestsOf(instrument).size() > before; }) &&
            instrument.Exchanges().back().answer.isEmpty();
 }
 
@@ -387,7 +388,7 @@ void TestInstrumentFaults::ScenarioAtARequest()
     QCOMPARE(client.Ask(PrepareRln, 3), Acknowledge);
     QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
     QCOMPARE(client.Ask(PrepareRln, 3), Refusal);
-    QVERIFY(instrument.Execute(QStringLiteral("scenario none")));
+    instrument.Execute(Command("scenario none"));
     QCOMPARE(client.Ask(PrepareRln, 3), Acknowledge);
 }
 
@@ -484,7 +485,7 @@ void TestInstrumentFaults::LogTellsOfAllPieces()
     QVERIFY(Set(instrument, R"({"fault":"split","pause":1},{"fault":"bad-crc"})"));
     LineClient client(instrument.DevicePath());
     QCOMPARE(client.Ask(StopMeasurement, 3).toHex(), QByteArray("06c69f"));
-    QTRY_COMPARE(instrument.Requests().size(), 1);
+    QTRY_COMPARE(RequestsOf(instrument).size(), 1);
     QFile file(options.logPath);
     QVERIFY(file.open(QIODevice::ReadOnly));
     const QByteArray log = file.readAll();

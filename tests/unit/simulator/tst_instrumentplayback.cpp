@@ -3,6 +3,7 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include "instrumentbench.h"
 #include "lineclient.h"
 #include "simulator/faults/faultfile.h"
 #include "simulator/line/instrument.h"
@@ -87,7 +88,7 @@ void TestInstrumentPlayback::SilenceIsSilence()
         Playing("{\"request\": \"73f44e\"}, {\"request\": \"68aeed\", \"answer\": \"06\"}"));
     const LineClient client(instrument.DevicePath());
     QVERIFY(client.Write(ReadStatus));
-    QTRY_COMPARE(instrument.Requests().size(), 1);
+    QTRY_COMPARE(RequestsOf(instrument).size(), 1);
     QCOMPARE(client.Ask(StopMeasurement, 1).toHex(), QByteArray("06"));
     QVERIFY(instrument.Exchanges().front().answer.isEmpty());
 }
@@ -113,10 +114,10 @@ void TestInstrumentPlayback::NothingIsLeftOfTheModel()
     instrument.SetMode(2);
     instrument.SetError(4);
     instrument.SetFunction(3);
-    QVERIFY(instrument.Execute(QStringLiteral("restart 2")));
-    QVERIFY(instrument.Execute(QStringLiteral("scenario refuses-prepare")));
+    instrument.Execute(Command("restart 2"));
+    instrument.Execute(Command("scenario refuses-prepare"));
     QCOMPARE(client.Ask(ReadStatus, 4), Status);
-    QTRY_COMPARE(instrument.Requests().size(), 1);
+    QTRY_COMPARE(RequestsOf(instrument).size(), 1);
     QFile log(options.logPath);
     QVERIFY(log.open(QIODevice::ReadOnly));
     QCOMPARE(log.readAll().mid(25), QByteArray("73f44e 00fed10e\n"));
@@ -159,7 +160,7 @@ void TestInstrumentPlayback::UnaskedIsLostWhileUnplugged()
     instrument.Unplug();
     QTRY_VERIFY(timer.elapsed() >= 2000);
     QVERIFY(client.Write(ReadStatus));
-    QTRY_COMPARE(instrument.Requests().size(), 2);
+    QTRY_COMPARE(RequestsOf(instrument).size(), 2);
     instrument.Plug();
     QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
 }
@@ -175,7 +176,7 @@ void TestInstrumentPlayback::Log()
     const LineClient client(instrument.DevicePath());
     QCOMPARE(client.Ask(StartMeasurement, 7), Acknowledge + Progress);
     QVERIFY(client.Write(ReadStatus));
-    QTRY_COMPARE(instrument.Requests().size(), 2);
+    QTRY_COMPARE(RequestsOf(instrument).size(), 2);
     QFile log(options.logPath);
     QVERIFY(log.open(QIODevice::ReadOnly));
     QByteArrayList lines = log.readAll().split('\n');
