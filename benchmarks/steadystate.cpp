@@ -4,10 +4,10 @@
 
 #include <Vesmar/functionstate.h>
 
+#include "context/responseparser.h"
 #include "context/statemachinecontext.h"
 #include "context/threadsafeproperty.h"
 #include "link/crc16.h"
-#include "link/responseparser.h"
 
 namespace
 {

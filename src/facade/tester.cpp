@@ -6,7 +6,7 @@
 #include "context/statemachinecontext.h"
 #include "link/transciever.h"
 #include "machine/statemachine.h"
-#include "model/classification.h"
+#include "protocol/classification.h"
 #include "states/update/awaitupdateactionstate.h"
 #include "states/update/updatingstate.h"
 

@@ -3,43 +3,11 @@
 #include <QDebug>
 
 #include "link/crc16.h"
-#include "link/frames.h"
-#include "link/trace.h"
+#include "protocol/dates.h"
+#include "protocol/frames.h"
 
 namespace Vesmar
 {
-
-namespace
-{
-
-constexpr int FirstYear = 2000;
-
-/// Two decimal digits, tens in the high nibble. A number above 99 spills over the high nibble and goes out as
-/// computed.
-char Bcd(int value)
-{
-    return static_cast<char>((static_cast<unsigned>(value / 10) << 4U) | static_cast<unsigned>(value % 10));
-}
-
-QByteArray DateBytes(QDate date)
-{
-    QByteArray bytes;
-    bytes.append(date.year() > FirstYear ? Bcd(date.year() - FirstYear) : '\0');
-    bytes.append(Bcd(date.month()));
-    bytes.append(Bcd(date.day()));
-    return bytes;
-}
-
-QByteArray TimeBytes(QTime time)
-{
-    QByteArray bytes;
-    bytes.append(Bcd(time.hour()));
-    bytes.append(Bcd(time.minute()));
-    bytes.append(Bcd(time.second()));
-    return bytes;
-}
-
-} // namespace
 
 CommandBuilder::CommandBuilder(CRC16* crc16, QObject* parent)
     : QObject(parent),
@@ -81,15 +49,15 @@ QByteArray* CommandBuilder::CreatePrepareMeasurementFrame(MeasurementSettings& s
 QByteArray* CommandBuilder::CreateSetCurrentDateTimeFrame(const QDateTime& dateTime) const
 {
     auto* frame =
-        CreateFrame(Command::SetCurrentDate, DateBytes(dateTime.date()) + TimeBytes(dateTime.time()));
-    qWarning().noquote() << QStringLiteral("Setting current date to: ") + Trace::DateText(dateTime);
+        CreateFrame(Command::SetCurrentDate, EncodeDate(dateTime.date()) + EncodeTime(dateTime.time()));
+    qWarning().noquote() << QStringLiteral("Setting current date to: ") + DateText(dateTime);
     return frame;
 }
 
 QByteArray* CommandBuilder::CreateSetCalibrationDateTimeFrame(const QDateTime& dateTime) const
 {
-    auto* frame = CreateFrame(Command::SetCalibrationDate, DateBytes(dateTime.date()) + QByteArray(3, '\0'));
-    qWarning().noquote() << QStringLiteral("Setting calibration date to: ") + Trace::DateText(dateTime);
+    auto* frame = CreateFrame(Command::SetCalibrationDate, EncodeDate(dateTime.date()) + QByteArray(3, '\0'));
+    qWarning().noquote() << QStringLiteral("Setting calibration date to: ") + DateText(dateTime);
     return frame;
 }
 

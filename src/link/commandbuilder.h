@@ -17,7 +17,8 @@ class CRC16;
 /// Builds every request frame: the command code, its data, and the checksum.
 ///
 /// The frames of the getters are the builder's own and never change. The frames of the `Create` operations
-/// are new ones, which the caller deletes. Nothing is validated. Used on the worker's thread.
+/// are new ones, which the caller deletes. Nothing is validated. The worker's thread uses the builder; during
+/// a synchronous update the application's thread does.
 class CommandBuilder : public QObject
 {
     Q_OBJECT

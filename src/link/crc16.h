@@ -7,10 +7,8 @@
 namespace Vesmar
 {
 
-/// The checksum that closes every frame: CRC-16/XMODEM (polynomial 0x1021, initial value 0), low byte first.
-///
-/// Stateless after construction, so any thread may use it. It sees a frame as bytes and never modifies it
-/// beyond appending the checksum.
+/// Computes, appends and checks the checksum that closes every frame. It never changes after its
+/// construction, so that any thread may use it.
 class CRC16 : public QObject
 {
     Q_OBJECT
@@ -28,8 +26,6 @@ public:
     bool Check(const QByteArray& frame) const;
 
 private:
-    int Sum(const char* data, int size) const;
-
     QVector<int> _table;
 };
 

@@ -1,8 +1,9 @@
 #include "link/trace.h"
 
+#include <QDateTime>
 #include <QDebug>
 
-#include "link/frames.h"
+#include "protocol/frames.h"
 
 namespace Vesmar::Trace
 {
@@ -166,11 +167,6 @@ void BadChecksum(const QByteArray& request, const QByteArray& response)
 void NoResponse(const QByteArray& request, const QByteArray& response)
 {
     Write(Exchange(request, response) + In(Colour::Red, QStringLiteral(" No response")));
-}
-
-QString DateText(const QDateTime& dateTime)
-{
-    return dateTime.toString(QStringLiteral("dd/MM/yyyy hh:mm:ss"));
 }
 
 void ReadingBuffer(const QByteArray& buffer)

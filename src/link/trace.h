@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QByteArray>
-#include <QDateTime>
 #include <QString>
 
 /// The lines of the log. Each is one warning.
@@ -23,9 +22,6 @@ void Acknowledged(const QByteArray& request, const QByteArray& response);
 void Refused(const QByteArray& request, const QByteArray& response);
 void BadChecksum(const QByteArray& request, const QByteArray& response);
 void NoResponse(const QByteArray& request, const QByteArray& response);
-
-/// How the log shows a date.
-QString DateText(const QDateTime& dateTime);
 
 /// Writes what was read without a request, after the UTC time.
 void ReadingBuffer(const QByteArray& buffer);

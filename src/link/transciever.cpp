@@ -7,8 +7,8 @@
 #include <Vesmar/serialdevice.h>
 
 #include "link/crc16.h"
-#include "link/frames.h"
 #include "link/trace.h"
+#include "protocol/frames.h"
 
 namespace Vesmar
 {
@@ -135,7 +135,7 @@ int Transciever::RunQuery(const QByteArray& request, QByteArray** response)
 int Transciever::StartQuery(const QByteArray& request)
 {
     const int port = _handle;
-    TakeLine(false);
+    AcquireLine(false);
     Write(port, request);
     ReleaseLine();
     return 1;
@@ -162,7 +162,7 @@ QByteArray* Transciever::ReadBuffer(int timeoutMs)
 int Transciever::Attempt(int port, const QByteArray& request, int timeoutMs, QByteArray& response)
 {
     response.clear();
-    TakeLine(true);
+    AcquireLine(true);
     Read(port); // What is still there belongs to no request.
     Write(port, request);
     Receive(port, timeoutMs, response);
@@ -176,11 +176,11 @@ int Transciever::Classify(const QByteArray& request, const QByteArray& response)
         Trace::NoResponse(request, response);
         return QueryResult::NoResponse;
     }
-    if (response.startsWith(RefusalFrame)) {
+    if (IsRefusal(response)) {
         Trace::Refused(request, response);
         return QueryResult::Refused;
     }
-    if (response.startsWith(AcknowledgeFrame)) {
+    if (IsAcknowledge(response)) {
         Trace::Acknowledged(request, response);
         return QueryResult::Acknowledged;
     }
@@ -193,7 +193,7 @@ int Transciever::Classify(const QByteArray& request, const QByteArray& response)
 }
 
 /// Waits for the end of any other exchange and of the pause that the instrument needs after it.
-void Transciever::TakeLine(bool closingEndsWait)
+void Transciever::AcquireLine(bool closingEndsWait)
 {
     const auto isWaitOver = [this, closingEndsWait] { return closingEndsWait && _closing; };
     while (!_lineFree.exchange(false) && !isWaitOver()) {
@@ -213,6 +213,16 @@ void Transciever::ReleaseLine()
 /// Waits for the first bytes, then reads on until the line is silent: a frame has no length of its own.
 void Transciever::Receive(int port, int timeoutMs, QByteArray& response)
 {
+    const int received = AwaitFirstBytes(port, timeoutMs);
+    if (received > 0) {
+        Append(received, response);
+        CollectUntilSilence(port, response);
+    }
+}
+
+/// The count of the first bytes; 0 when none came in time, negative when the read failed.
+int Transciever::AwaitFirstBytes(int port, int timeoutMs)
+{
     _responseTimer.start();
     int received = 0;
     do {
@@ -222,18 +232,23 @@ void Transciever::Receive(int port, int timeoutMs, QByteArray& response)
         }
         usleep(PollUs);
     } while (received == 0 && _responseTimer.elapsed() < timeoutMs);
+    return received;
+}
 
-    Append(received, response);
-    bool isCollecting = received > 0;
+void Transciever::CollectUntilSilence(int port, QByteArray& response)
+{
     _responseTimer.start();
-    while (isCollecting && !_closing) {
-        received = Read(port);
-        Append(received, response);
+    while (!_closing) {
+        const int received = Read(port);
         if (received > 0) {
+            Append(received, response);
             _responseTimer.start();
         }
         usleep(CollectPollUs);
-        isCollecting = received > 0 || (received == 0 && _responseTimer.elapsed() < SilenceMs);
+        const bool isSilent = received == 0 && _responseTimer.elapsed() >= SilenceMs;
+        if (isSilent || received < 0) {
+            return;
+        }
     }
 }
 

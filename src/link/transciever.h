@@ -28,7 +28,8 @@ constexpr int BadChecksum = 4;  ///< An answer with a wrong checksum, on the las
 /// Owns the serial line: opens it, runs one exchange at a time, sends a request again after a failure, and
 /// traces every exchange to the log.
 ///
-/// Exchanges run on the worker's thread; `Open`, `PrepareToClose` and `Close` are called on its owner's.
+/// Exchanges run on the worker's thread, and those of a synchronous update on the application's. The
+/// application's thread calls `Open`, `PrepareToClose` and `Close`.
 class Transciever : public QObject
 {
     Q_OBJECT
@@ -65,9 +66,11 @@ public:
 private:
     int Attempt(int port, const QByteArray& request, int timeoutMs, QByteArray& response);
     int Classify(const QByteArray& request, const QByteArray& response) const;
-    void TakeLine(bool closingEndsWait);
+    void AcquireLine(bool closingEndsWait);
     void ReleaseLine();
     void Receive(int port, int timeoutMs, QByteArray& response);
+    int AwaitFirstBytes(int port, int timeoutMs);
+    void CollectUntilSilence(int port, QByteArray& response);
     void Append(int received, QByteArray& response) const;
     bool IsUsable(int port) const;
     void Write(int port, const QByteArray& request);

@@ -1,9 +1,9 @@
 #include "machine/statemachine.h"
 
+#include "context/responseparser.h"
 #include "context/statemachinecontext.h"
 #include "link/commandbuilder.h"
 #include "link/crc16.h"
-#include "link/responseparser.h"
 #include "link/transciever.h"
 #include "machine/statemachinerunner.h"
 

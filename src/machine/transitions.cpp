@@ -1,8 +1,8 @@
 #include "machine/transitions.h"
 
 #include "context/statemachinecontext.h"
-#include "model/classification.h"
 #include "model/settings/rcdmode.h"
+#include "protocol/classification.h"
 
 namespace Vesmar::Transitions
 {

@@ -1,8 +1,8 @@
 #include "states/state.h"
 
+#include "context/responseparser.h"
 #include "context/statemachinecontext.h"
 #include "link/commandbuilder.h"
-#include "link/responseparser.h"
 #include "link/trace.h"
 #include "link/transciever.h"
 

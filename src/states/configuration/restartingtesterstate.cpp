@@ -3,7 +3,7 @@
 #include <QThread>
 
 #include "context/statemachinecontext.h"
-#include "model/classification.h"
+#include "protocol/classification.h"
 
 namespace Vesmar
 {

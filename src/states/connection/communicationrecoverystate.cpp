@@ -2,9 +2,9 @@
 
 #include <QThread>
 
+#include "context/responseparser.h"
 #include "context/statemachinecontext.h"
 #include "link/commandbuilder.h"
-#include "link/responseparser.h"
 #include "link/transciever.h"
 
 namespace Vesmar

@@ -2,11 +2,11 @@
 
 #include <QThread>
 
+#include "context/responseparser.h"
 #include "context/statemachinecontext.h"
 #include "link/commandbuilder.h"
-#include "link/frames.h"
-#include "link/responseparser.h"
 #include "link/transciever.h"
+#include "protocol/frames.h"
 
 namespace Vesmar
 {

@@ -10,10 +10,10 @@
 #include <QThread>
 #include <QtTest>
 
+#include "context/responseparser.h"
 #include "context/statemachinecontext.h"
 #include "link/commandbuilder.h"
 #include "link/crc16.h"
-#include "link/responseparser.h"
 #include "link/transciever.h"
 
 using Vesmar::Notifible;

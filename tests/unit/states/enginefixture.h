@@ -9,10 +9,10 @@
 #include <QStringList>
 #include <QTest>
 
+#include "context/responseparser.h"
 #include "context/statemachinecontext.h"
 #include "link/commandbuilder.h"
 #include "link/crc16.h"
-#include "link/responseparser.h"
 #include "link/transciever.h"
 #include "support/logcapture.h"
 #include "support/scriptedpeer.h"

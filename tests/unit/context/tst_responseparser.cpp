@@ -20,9 +20,9 @@
 #include <Vesmar/rlnresults.h>
 #include <Vesmar/rperesults.h>
 
+#include "context/responseparser.h"
 #include "context/statemachinecontext.h"
 #include "link/crc16.h"
-#include "link/responseparser.h"
 #include "support/logcapture.h"
 #include "support/scriptedpeer.h"
 

@@ -12,11 +12,12 @@ namespace Vesmar
 class CRC16;
 class StateMachineContext;
 
-/// Turns the instrument's data answers into values of the context's cells.
+/// Publishes what the instrument's data answers say in the context's cells, and writes it to the log.
 ///
 /// The frames come from `Transciever::RunQuery`, which has checked their checksum. The parsers test the
 /// length alone: on a wrong one they return false and change nothing. Bytes that make no sense are stored and
-/// announced like any other. Used on the worker's thread.
+/// announced like any other. The worker's thread uses the parser; during a synchronous update the
+/// application's thread does.
 class ResponseParser : public QObject
 {
     Q_OBJECT

@@ -26,10 +26,6 @@ constexpr char SetCalibrationDate = 't';
 
 } // namespace Command
 
-/// The short answers begin with these three bytes; what follows them does not matter.
-constexpr char AcknowledgeFrame[] = "\x06\xC6\x60";
-constexpr char RefusalFrame[] = "\x21\x43\x34";
-
 /// Sizes of the data answers, checksum included.
 constexpr int StatusFrameSize = 4;
 constexpr int VersionFrameSize = 25;
@@ -40,6 +36,18 @@ constexpr int MeasurementFrameSize = 26;
 inline unsigned ByteAt(const QByteArray& frame, int position)
 {
     return position < frame.size() ? static_cast<unsigned char>(frame.at(position)) : 0U;
+}
+
+/// Whether the answer begins like the acknowledge frame; what follows does not matter.
+inline bool IsAcknowledge(const QByteArray& answer)
+{
+    return answer.startsWith("\x06\xC6\x60");
+}
+
+/// Whether the answer begins like the refusal frame; what follows does not matter.
+inline bool IsRefusal(const QByteArray& answer)
+{
+    return answer.startsWith("\x21\x43\x34");
 }
 
 } // namespace Vesmar

@@ -1,0 +1,58 @@
+#include "protocol/checksum.h"
+
+#include "protocol/frames.h"
+
+namespace Vesmar
+{
+
+namespace
+{
+
+int TableEntry(int byte)
+{
+    constexpr int Polynomial = 0x1021;
+    int crc = byte << 8;
+    for (int bit = 0; bit < 8; ++bit) {
+        const bool isBitSet = (crc & 0x8000) != 0;
+        crc = (crc << 1) & 0xFFFF;
+        if (isBitSet) {
+            crc ^= Polynomial;
+        }
+    }
+    return crc;
+}
+
+} // namespace
+
+QVector<int> ChecksumTable()
+{
+    constexpr int Size = 256;
+    QVector<int> table;
+    table.reserve(Size);
+    for (int byte = 0; byte < Size; ++byte) {
+        table.append(TableEntry(byte));
+    }
+    return table;
+}
+
+int Checksum(const QVector<int>& table, const QByteArray& bytes, int size)
+{
+    int crc = 0;
+    for (int position = 0; position < size; ++position) {
+        const auto byte = static_cast<unsigned char>(bytes.at(position));
+        crc = table.at(byte ^ (crc >> 8)) ^ ((crc << 8) & 0xFFFF);
+    }
+    return crc;
+}
+
+bool EndsWithChecksum(const QVector<int>& table, const QByteArray& frame)
+{
+    const int size = frame.size() - ChecksumSize;
+    if (size <= 0) {
+        return false;
+    }
+    const unsigned received = ByteAt(frame, size) | (ByteAt(frame, size + 1) << 8U);
+    return static_cast<unsigned>(Checksum(table, frame, size)) == received;
+}
+
+} // namespace Vesmar
