@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <array>
 
+#include <Vesmar/error.h>
 #include <Vesmar/functionstate.h>
 
-/// Which function states mean what to which state. The sets differ on purpose; nothing above 9 is in any of
-/// them.
+/// What the state of a function means to which state of the machine. The sets differ on purpose; nothing
+/// above 9 is in any of them.
 namespace Vesmar::FunctionStateSets
 {
 
@@ -36,6 +37,21 @@ template <typename Set>
 bool Contains(const Set& set, FunctionState state)
 {
     return std::find(set.begin(), set.end(), state) != set.end();
+}
+
+/// Starting: the error that this state ends the start with; `NoErrors` while nothing is wrong. A function
+/// that has been seen starting and is merely prepared again was given up.
+constexpr Error ErrorWhenStarting(FunctionState state, bool hasBeenStarting)
+{
+    switch (state) {
+    case FunctionState::PrepareError:
+    case FunctionState::StartError:
+        return Error::StartFailed;
+    case FunctionState::Prepared:
+        return hasBeenStarting ? Error::MeasurementFailed : Error::NoErrors;
+    default:
+        return Error::NoErrors;
+    }
 }
 
 } // namespace Vesmar::FunctionStateSets

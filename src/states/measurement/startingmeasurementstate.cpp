@@ -1,6 +1,7 @@
 #include "states/measurement/startingmeasurementstate.h"
 
 #include "context/statemachinecontext.h"
+#include "protocol/functionstatesets.h"
 
 namespace Vesmar
 {
@@ -42,22 +43,19 @@ void StartingMeasurementState::Start()
 
 void StartingMeasurementState::FollowStart()
 {
-    switch (GetContext()->MeasurementFunctionStatus.Get()) {
+    const FunctionState state = GetContext()->MeasurementFunctionStatus.Get();
+    const Error error = FunctionStateSets::ErrorWhenStarting(state, _isFunctionStarted);
+    if (error != Error::NoErrors) {
+        Abort(error);
+        return;
+    }
+    switch (state) {
     case FunctionState::Idle:
     case FunctionState::Completed:
         // The function ran and finished within one status period.
         if (_isFunctionStarted && GetContext()->NewMeasurement.Get()) {
             _isFunctionStarted = false;
             GetContext()->MeasurementStatus.Set(MeasurementState::Running);
-        }
-        break;
-    case FunctionState::PrepareError:
-    case FunctionState::StartError:
-        Abort(Error::StartFailed);
-        break;
-    case FunctionState::Prepared:
-        if (_isFunctionStarted) {
-            Abort(Error::MeasurementFailed);
         }
         break;
     case FunctionState::Starting:

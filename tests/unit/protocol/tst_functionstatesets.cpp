@@ -2,6 +2,7 @@
 
 #include "protocol/functionstatesets.h"
 
+using Vesmar::Error;
 using Vesmar::FunctionState;
 
 namespace Sets = Vesmar::FunctionStateSets;
@@ -25,6 +26,7 @@ class TestFunctionStateSets : public QObject
 
 private Q_SLOTS:
     void HaveTheirStatesAndNoOthers();
+    void AStartFailsByItsStateAndByHavingBegun();
 };
 
 void TestFunctionStateSets::HaveTheirStatesAndNoOthers()
@@ -33,6 +35,16 @@ void TestFunctionStateSets::HaveTheirStatesAndNoOthers()
     QCOMPARE(MaskOf(Sets::OverWhenStopping), 0x215);
     QCOMPARE(MaskOf(Sets::OverWhenAborting), 0x25F);
     QCOMPARE(MaskOf(Sets::StillRunning), 0xA0);
+}
+
+void TestFunctionStateSets::AStartFailsByItsStateAndByHavingBegun()
+{
+    for (int number = -1; number <= 15; ++number) {
+        const auto state = static_cast<FunctionState>(number);
+        const Error error = number == 3 || number == 6 ? Error::StartFailed : Error::NoErrors;
+        QCOMPARE(Sets::ErrorWhenStarting(state, false), error);
+        QCOMPARE(Sets::ErrorWhenStarting(state, true), number == 4 ? Error::MeasurementFailed : error);
+    }
 }
 
 QTEST_APPLESS_MAIN(TestFunctionStateSets)
