@@ -8,21 +8,8 @@ namespace Vesmar
 
 RCDIaTaMeasurementRunningState::RCDIaTaMeasurementRunningState(StateMachineContext* context,
                                                                State* parentState)
-    : RCDRunningState(context, parentState, nullptr, "RCD IaTa MEASUREMENT STATE ")
+    : RCDRunningState(context, parentState, RCDRun::IaTa, "RCD IaTa MEASUREMENT STATE ")
 {
-}
-
-void RCDIaTaMeasurementRunningState::OnEntry()
-{
-    State::OnEntry();
-    BeginRun();
-    GetContext()->IsMeasurementRunning.Set(true);
-}
-
-void RCDIaTaMeasurementRunningState::OnExit()
-{
-    State::OnExit();
-    GetContext()->IsMeasurementRunning.Set(false);
 }
 
 void RCDIaTaMeasurementRunningState::OnRunning()
@@ -31,20 +18,11 @@ void RCDIaTaMeasurementRunningState::OnRunning()
     if (!mode) {
         return;
     }
-    switch (*mode) {
-    case RCDSettings::RCDMode::IaTa1:
-    case RCDSettings::RCDMode::IaTa2:
+    if (*mode == RCDSettings::RCDMode::IaTa1 || *mode == RCDSettings::RCDMode::IaTa2) {
         RunPhase();
-        break;
-    default:
+    } else {
         Fail(Error::PrepareFailed);
-        break;
     }
-}
-
-void RCDIaTaMeasurementRunningState::AfterOtherStatus()
-{
-    Pause();
 }
 
 } // namespace Vesmar

@@ -5,19 +5,14 @@
 namespace Vesmar
 {
 
-/// The Ia/Ta test, of either kind. A test that stays silent is started again. Reports 200 for settings that
-/// name another test.
+/// The Ia/Ta test, of either kind. A test that stays silent is started again. Reports 200 for RCD settings
+/// that name another test, and does nothing while the settings are those of another function.
 class RCDIaTaMeasurementRunningState : public RCDRunningState
 {
 public:
     RCDIaTaMeasurementRunningState(StateMachineContext* context, State* parentState);
 
-    void OnEntry() override;
-    void OnExit() override;
     void OnRunning() override;
-
-protected:
-    void AfterOtherStatus() override;
 };
 
 } // namespace Vesmar

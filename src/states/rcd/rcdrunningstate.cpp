@@ -1,24 +1,37 @@
 #include "states/rcd/rcdrunningstate.h"
 
 #include "context/statemachinecontext.h"
-#include "link/trace.h"
 #include "link/transciever.h"
+#include "states/rcd/rcdtrace.h"
 
 namespace Vesmar
 {
 
-void RCDRunningState::BeginRun()
+void RCDRunningState::OnEntry()
 {
+    State::OnEntry();
     SetPhase(MeasurementState::Idle);
     GetContext()->PrepareMeasurementRequested.Set(false);
     GetContext()->StartMeasurementRequested.Set(false);
     ResetAttempts();
+    RestorePolls();
+    if (RCDRules::IsRunningFrom[GetRun()] == RCDRules::RunningFrom::Entry) {
+        GetContext()->IsMeasurementRunning.Set(true);
+    }
+}
+
+void RCDRunningState::OnExit()
+{
+    State::OnExit();
+    if (RCDRules::IsRunningFrom[GetRun()] != RCDRules::RunningFrom::Never) {
+        GetContext()->IsMeasurementRunning.Set(false);
+    }
 }
 
 void RCDRunningState::RunPhase()
 {
     const MeasurementState phase = GetContext()->MeasurementStatus.Get();
-    TracePhase(phase);
+    RCDTrace::Phase(RCDRules::NamesPhase[GetRun()], phase);
     switch (phase) {
     case MeasurementState::Idle:
         RunIdle();
@@ -34,7 +47,7 @@ void RCDRunningState::RunPhase()
         break;
     case MeasurementState::Running:
     case MeasurementState::Measuring:
-        RunMeasuring();
+        RunMeasuring(phase);
         break;
     case MeasurementState::Stopping:
     case MeasurementState::Stopped:
@@ -45,21 +58,17 @@ void RCDRunningState::RunPhase()
     }
 }
 
-void RCDRunningState::TracePhase(MeasurementState /*phase*/) const {}
-
 void RCDRunningState::RunIdle()
 {
     if (_statusAttempts >= _maxStatusAttempts) {
         Fail(Error::RCDIdleStatusAttemptsExhausted);
-        return;
-    }
-    if (AttemptStatus() == QueryResult::Data) {
-        JudgeIdle();
-        AfterIdleStatus();
+    } else if (AttemptStatus() == QueryResult::Data) {
+        LeaveIdleWhenReady();
+        PauseIf(RCDRules::PausesAfterIdleStatus);
     }
 }
 
-void RCDRunningState::JudgeIdle()
+void RCDRunningState::LeaveIdleWhenReady()
 {
     const bool isFunctionActive = GetContext()->CurrentMeasurementType.Get() != MeasurementType::Monitoring;
     if (!isFunctionActive && GetContext()->ErrorCode.Get() != Error::NoErrors) {
@@ -69,69 +78,15 @@ void RCDRunningState::JudgeIdle()
     }
 }
 
-void RCDRunningState::AfterIdleStatus() {}
-
 void RCDRunningState::RunPreparing()
 {
     if (_prepareAttempts >= _maxPrepareAttempts) {
         Fail(Error::PrepareFailed);
-        return;
-    }
-    if (AttemptPrepare() == QueryResult::Acknowledged) {
-        AfterPrepare();
+    } else if (AttemptPrepare() == QueryResult::Acknowledged) {
+        if (RCDRules::PreparationRestoresPolls[GetRun()]) {
+            RestorePolls();
+        }
         SetPhase(MeasurementState::Prepared);
-    }
-}
-
-void RCDRunningState::AfterPrepare() {}
-
-void RCDRunningState::RunPrepared()
-{
-    GetContext()->PrepareMeasurementRequested.Set(false);
-    if (_lsaapCounter >= _lsaap) {
-        Fail(Error::RCDPreparedStatusAttemptsExhausted);
-        return;
-    }
-    const int result = RequestRCDStatus(_requestTimeout);
-    ++_lsaapCounter;
-    PauseIfRetryable(result);
-    if (result != QueryResult::Data) {
-        return;
-    }
-    if (GetContext()->CurrentMeasurementType.Get() != MeasurementType::RCD) {
-        Fail(Error::RCDFunctionMismatch);
-    } else if (GetContext()->ErrorCode.Get() != Error::NoErrors) {
-        SetPhase(MeasurementState::Stopped);
-    } else {
-        FollowFunction();
-    }
-}
-
-void RCDRunningState::FollowFunction()
-{
-    const FunctionState function = GetContext()->MeasurementFunctionStatus.Get();
-    if (function == FunctionState::Prepared) {
-        SetPhase(MeasurementState::Starting);
-        AfterPrepared();
-    } else if (function == FunctionState::PrepareError && GetContext()->NewMeasurement.Get()) {
-        CheckObject();
-    } else {
-        AfterOtherStatus();
-    }
-}
-
-void RCDRunningState::AfterPrepared() {}
-
-void RCDRunningState::AfterOtherStatus() {}
-
-/// A prepare error without anything wrong with the object is none. No answer is no proof of that.
-void RCDRunningState::CheckObject()
-{
-    Error error = Error::RCDCheckObjectFailed;
-    const int result = RequestRCDCheckObjectError(_requestTimeout, &error);
-    PauseIfRetryable(result);
-    if (error == Error::NoErrors) {
-        SetPhase(MeasurementState::Starting);
     }
 }
 
@@ -141,7 +96,7 @@ void RCDRunningState::RunStarting()
         Fail(Error::StartFailed);
         return;
     }
-    if (!MayStart()) {
+    if (IsHeldByAbort()) {
         return;
     }
     const int result = StartRCDMeasurement(_requestTimeout);
@@ -152,79 +107,65 @@ void RCDRunningState::RunStarting()
     }
 }
 
-bool RCDRunningState::MayStart() const
+void RCDRunningState::RunMeasuring(MeasurementState phase)
 {
-    return true;
+    if (RCDRules::Awaits[GetRun()] != RCDRules::Results::None) {
+        WaitForResults();
+    } else if (phase == MeasurementState::Running) {
+        SetPhase(MeasurementState::Stopped);
+    }
 }
 
-void RCDRunningState::RunMeasuring()
+void RCDRunningState::WaitForResults()
 {
+    if (IsHeldByAbort()) {
+        return;
+    }
+    if (RCDRules::IsRunningFrom[GetRun()] == RCDRules::RunningFrom::Start) {
+        GetContext()->IsMeasurementRunning.Set(true);
+    }
     bool received = false;
     if (AwaitTestResults(&received)) {
         GetContext()->StartMeasurementRequested.Set(false);
         SetPhase(MeasurementState::Stopped);
     } else if (received) {
-        OnTerminated();
+        EndAfterTermination();
     } else {
-        OnSilence();
+        EndAfterSilence();
     }
 }
 
 bool RCDRunningState::AwaitTestResults(bool* received)
 {
-    return AwaitIaTaResults(_resultTimeout, received);
+    return RCDRules::Awaits[GetRun()] == RCDRules::Results::UbRe ? AwaitUbReResults(_resultTimeout, received)
+                                                                 : AwaitIaTaResults(_resultTimeout, received);
 }
 
-/// The test is started again, as long as its budget lasts.
-void RCDRunningState::OnSilence()
+void RCDRunningState::EndAfterTermination()
 {
-    SetPhase(MeasurementState::Starting);
-}
-
-void RCDRunningState::OnTerminated()
-{
-    GetContext()->StartMeasurementRequested.Set(false);
-    Fail(Error::RCDDeviceError1);
-}
-
-void RCDRunningState::SetPhase(MeasurementState phase)
-{
-    GetContext()->MeasurementStatus.Set(phase);
-}
-
-void RCDRunningState::Fail(Error error)
-{
-    GetContext()->ErrorCode.Set(error);
-    SetPhase(MeasurementState::Stopped);
-}
-
-const char* PhaseName(MeasurementState phase)
-{
-    switch (phase) {
-    case MeasurementState::Idle:
-        return "IDLE";
-    case MeasurementState::Preparing:
-        return "PREPARING";
-    case MeasurementState::Prepared:
-        return "PREPARED";
-    case MeasurementState::Starting:
-        return "STARTING";
-    case MeasurementState::Running:
-    case MeasurementState::Measuring:
-        return "RUNNING";
-    case MeasurementState::Stopping:
-        return "STOPING";
-    case MeasurementState::Stopped:
-        return "STOPED";
-    case MeasurementState::Unknown:
-        break;
+    const bool is525 = GetContext()->ErrorCode.Get() == Error::RCDDeviceError5;
+    if (is525 && RCDRules::Error525BeginsAnew[GetRun()]) {
+        GetContext()->ErrorCode.Set(Error::NoErrors);
+        SetPhase(MeasurementState::Idle);
+    } else {
+        GetContext()->StartMeasurementRequested.Set(false);
+        Fail(Error::RCDDeviceError1);
     }
-    return "UNKNOWN";
 }
 
-void TraceGreen(const char* text)
+void RCDRunningState::EndAfterSilence()
 {
-    Trace::WriteIn(Trace::Colour::Green, QStringLiteral("       ") + QLatin1String(text));
+    if (RCDRules::SilenceEndsTheRun[GetRun()]) {
+        _startAttempts = _maxStartAttempts;
+        Fail(Error::RCDDeviceError0);
+    } else {
+        SetPhase(MeasurementState::Starting);
+    }
+}
+
+bool RCDRunningState::IsHeldByAbort() const
+{
+    return RCDRules::AbortHoldsStart[GetRun()] && GetContext()->AbortMeasurementRequested.Get();
 }
 
 } // namespace Vesmar

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <Vesmar/measurementstate.h>
-
-#include "states/rcd/rcdstate.h"
+#include "states/rcd/rcdpreparedphase.h"
 
 namespace Vesmar
 {
@@ -10,50 +8,32 @@ namespace Vesmar
 /// The base of the states that carry one RCD test through its whole life: wait for the instrument, prepare,
 /// wait for the prepared function, start, wait for the results. The phase is `MeasurementStatus`.
 ///
-/// Sends status, prepare, the check of the object under test and start. Reports 400, 200, 398, 401, 201 and
-/// 521. Left when the phase is `Stopped`, in which every error ends. What a test does differently, it
-/// overrides.
-class RCDRunningState : public RCDState
+/// Sends status, prepare, the check of the object under test and start. Clears both requests on entry.
+/// Reports 400, 200, 398, 401, 201, 520 and 521. Left when the phase is `Stopped`, in which every error ends.
+/// What a test does differently stands in `RCDRules`.
+class RCDRunningState : public RCDPreparedPhase
 {
-protected:
-    using RCDState::RCDState;
+public:
+    void OnEntry() override;
+    void OnExit() override;
 
-    /// Begins with the first phase and full budgets; the requests are served with it.
-    void BeginRun();
+protected:
+    using RCDPreparedPhase::RCDPreparedPhase;
+
     /// One step of the present phase.
     void RunPhase();
 
-    virtual void TracePhase(MeasurementState phase) const;
-    virtual void RunPrepared();
-    virtual void RunMeasuring();
-
-    // What a test may add.
-    virtual void AfterIdleStatus();
-    virtual void AfterPrepare();
-    virtual void AfterPrepared();
-    virtual void AfterOtherStatus(); ///< While the function is not prepared yet.
-    virtual bool MayStart() const;
-
-    // How a test ends.
-    virtual bool AwaitTestResults(bool* received);
-    virtual void OnSilence();
-    virtual void OnTerminated();
-
-    void SetPhase(MeasurementState phase);
-    void Fail(Error error);
-
 private:
     void RunIdle();
-    void JudgeIdle();
+    void LeaveIdleWhenReady();
     void RunPreparing();
     void RunStarting();
-    void FollowFunction();
-    void CheckObject();
+    void RunMeasuring(MeasurementState phase);
+    void WaitForResults();
+    bool AwaitTestResults(bool* received);
+    void EndAfterTermination();
+    void EndAfterSilence();
+    bool IsHeldByAbort() const;
 };
-
-/// The name of a phase as the log has it.
-const char* PhaseName(MeasurementState phase);
-/// Writes a line in green.
-void TraceGreen(const char* text);
 
 } // namespace Vesmar

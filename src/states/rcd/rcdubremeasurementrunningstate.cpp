@@ -8,20 +8,8 @@ namespace Vesmar
 
 RCDUbReMeasurementRunningState::RCDUbReMeasurementRunningState(StateMachineContext* context,
                                                                State* parentState)
-    : RCDRunningState(context, parentState, nullptr, "RCD UbRe MEASUREMENT STATE ")
+    : RCDRunningState(context, parentState, RCDRun::UbRe, "RCD UbRe MEASUREMENT STATE ")
 {
-}
-
-void RCDUbReMeasurementRunningState::OnEntry()
-{
-    State::OnEntry();
-    BeginRun();
-}
-
-void RCDUbReMeasurementRunningState::OnExit()
-{
-    State::OnExit();
-    GetContext()->IsMeasurementRunning.Set(false);
 }
 
 void RCDUbReMeasurementRunningState::OnRunning()
@@ -31,46 +19,6 @@ void RCDUbReMeasurementRunningState::OnRunning()
         RunPhase();
     }
     TraceBanner("RUNING RCD UbRe MEASUREMENT STATE OUT");
-}
-
-void RCDUbReMeasurementRunningState::TracePhase(MeasurementState phase) const
-{
-    TraceGreen(PhaseName(phase));
-}
-
-void RCDUbReMeasurementRunningState::AfterIdleStatus()
-{
-    Pause();
-}
-
-void RCDUbReMeasurementRunningState::AfterPrepared()
-{
-    Pause();
-}
-
-bool RCDUbReMeasurementRunningState::MayStart() const
-{
-    return !GetContext()->AbortMeasurementRequested.Get();
-}
-
-void RCDUbReMeasurementRunningState::RunMeasuring()
-{
-    if (GetContext()->AbortMeasurementRequested.Get()) {
-        return;
-    }
-    GetContext()->IsMeasurementRunning.Set(true);
-    RCDRunningState::RunMeasuring();
-}
-
-bool RCDUbReMeasurementRunningState::AwaitTestResults(bool* received)
-{
-    return AwaitUbReResults(_resultTimeout, received);
-}
-
-void RCDUbReMeasurementRunningState::OnSilence()
-{
-    _startAttempts = _maxStartAttempts;
-    Fail(Error::RCDDeviceError0);
 }
 
 } // namespace Vesmar

@@ -6,24 +6,13 @@ namespace Vesmar
 {
 
 /// The Ub/Re test. A test that stays silent ends at once, with 520. While an abort is pending, it neither
-/// starts nor waits for results.
+/// starts nor waits for results. Does nothing while the settings name another test.
 class RCDUbReMeasurementRunningState : public RCDRunningState
 {
 public:
     RCDUbReMeasurementRunningState(StateMachineContext* context, State* parentState);
 
-    void OnEntry() override;
-    void OnExit() override;
     void OnRunning() override;
-
-protected:
-    void TracePhase(MeasurementState phase) const override;
-    void AfterIdleStatus() override;
-    void AfterPrepared() override;
-    bool MayStart() const override;
-    void RunMeasuring() override;
-    bool AwaitTestResults(bool* received) override;
-    void OnSilence() override;
 };
 
 } // namespace Vesmar
