@@ -24,7 +24,7 @@ public:
     std::optional<TimePoint> DueAt() const;
 
     /// It has been done at its time.
-    void NoteDone() { ++_timesHappened; }
+    void MarkDone() { ++_timesHappened; }
 
     /// It swallows not only what was asked for.
     bool SwallowsEverything(TimePoint now) const;

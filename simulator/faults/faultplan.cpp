@@ -28,12 +28,12 @@ std::vector<FaultEntry> FaultPlan::HappeningAt(const QByteArray& request, TimePo
     return happening;
 }
 
-std::vector<FaultEntry> FaultPlan::TakeDue(TimePoint now)
+std::vector<FaultEntry> FaultPlan::CollectDue(TimePoint now)
 {
     std::vector<FaultEntry> due;
     for (ArmedFault* next = NextDue(); next != nullptr && *next->DueAt() <= now; next = NextDue()) {
         due.push_back(next->Entry());
-        next->NoteDone();
+        next->MarkDone();
     }
     return due;
 }

@@ -21,9 +21,9 @@ public:
     std::vector<FaultEntry> HappeningAt(const QByteArray& request, TimePoint now);
 
     /// What is to be done without a request until now, in the order of its time.
-    std::vector<FaultEntry> TakeDue(TimePoint now);
+    std::vector<FaultEntry> CollectDue(TimePoint now);
 
-    /// When `TakeDue()` will next have something, if ever.
+    /// When `CollectDue()` will next have something, if ever.
     std::optional<TimePoint> NextDueAt() const;
 
     /// Even what nobody asked for is lost.

@@ -113,7 +113,7 @@ void LineServer::AdvanceModel()
     if (!_outbox.IsEmpty() || _player) {
         return;
     }
-    for (const QString& change : _model.TakeChanges()) {
+    for (const QString& change : _model.CollectChanges()) {
         _log.Write(change);
     }
 }
@@ -175,7 +175,7 @@ void LineServer::CarryOutDue()
     if (_lineBackAt && *_lineBackAt <= Clock::now()) {
         ReturnLine();
     }
-    for (const FaultEntry& act : _faultPlan.TakeDue(Clock::now())) {
+    for (const FaultEntry& act : _faultPlan.CollectDue(Clock::now())) {
         CarryOut(act);
     }
 }
@@ -194,7 +194,7 @@ void LineServer::QueueUnaskedFrames()
 {
     const TimePoint now = Clock::now();
     const bool isLost = !_line || _standingFault.fault == Fault::Silent || _faultPlan.SwallowsEverything(now);
-    for (const FramePiece& piece : _player ? _player->TakeFrames(now) : _model.TakeFrames()) {
+    for (const FramePiece& piece : _player ? _player->CollectFrames(now) : _model.CollectFrames()) {
         if (!isLost) {
             _outbox.AddUnasked(piece, now);
         }
@@ -211,7 +211,7 @@ void LineServer::ReadLine()
     if (!bytes.isEmpty()) {
         _collector.Append(bytes, now);
     }
-    while (const std::optional<CollectedRequest> request = _collector.Take(now)) {
+    while (const std::optional<CollectedRequest> request = _collector.Extract(now)) {
         const TimePoint receivedAt =
             std::max(now, request->receivedAt + _outbox.LineTime(request->frame.size()));
         const std::vector<FaultEntry> faults = _faultPlan.HappeningAt(request->frame, now);
@@ -286,7 +286,7 @@ std::chrono::microseconds LineServer::AnswerDelay(const std::vector<FaultEntry>&
 /// This happens before the acknowledge goes out, so that whoever has seen the acknowledge finds the file.
 void LineServer::SaveFirmware()
 {
-    if (const std::optional<QByteArray> firmware = _model.TakeConfirmedFirmware()) {
+    if (const std::optional<QByteArray> firmware = _model.CollectConfirmedFirmware()) {
         _firmware = *firmware;
         _firmwareFile.Write(_firmware);
     }

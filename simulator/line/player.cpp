@@ -43,7 +43,7 @@ std::optional<QByteArray> Player::Answer(const QByteArray& request, TimePoint no
     return last != _lastAnswers.end() ? std::make_optional(last->second) : std::nullopt;
 }
 
-std::vector<FramePiece> Player::TakeFrames(TimePoint now)
+std::vector<FramePiece> Player::CollectFrames(TimePoint now)
 {
     std::vector<FramePiece> frames;
     while (_frameAt && *_frameAt <= now) {

@@ -24,9 +24,9 @@ public:
     std::optional<QByteArray> Answer(const QByteArray& request, TimePoint now);
 
     /// What was recorded behind the last entry that was played and is to be sent unasked until now.
-    std::vector<FramePiece> TakeFrames(TimePoint now);
+    std::vector<FramePiece> CollectFrames(TimePoint now);
 
-    /// When `TakeFrames()` will next have something, if ever.
+    /// When `CollectFrames()` will next have something, if ever.
     std::optional<TimePoint> NextFrameAt() const { return _frameAt; }
 
 private:

@@ -78,7 +78,7 @@ QByteArray InstrumentModel::Answer(const QByteArray& request, TimePoint now)
     if (!IsIntact(request) || request.size() != RequestSize(request[0])) {
         return Refusal();
     }
-    return Serve(request, now);
+    return AnswerKnown(request, now);
 }
 
 void InstrumentModel::SetMode(int mode)
@@ -157,14 +157,14 @@ std::optional<TimePoint> InstrumentModel::NextChangeAt() const
     return _rcdTest.IsSelected() ? _rcdTest.NextChangeAt() : _function.NextChangeAt();
 }
 
-QStringList InstrumentModel::TakeChanges()
+QStringList InstrumentModel::CollectChanges()
 {
-    QStringList changes = _function.TakeChanges() + _rcdTest.TakeChanges() + _changes;
+    QStringList changes = _function.CollectChanges() + _rcdTest.CollectChanges() + _changes;
     _changes.clear();
     return changes;
 }
 
-std::optional<QByteArray> InstrumentModel::TakeConfirmedFirmware()
+std::optional<QByteArray> InstrumentModel::CollectConfirmedFirmware()
 {
     return std::exchange(_confirmedFirmware, std::nullopt);
 }
@@ -184,7 +184,7 @@ StatusWord InstrumentModel::Status() const
     return status;
 }
 
-QByteArray InstrumentModel::Serve(const QByteArray& request, TimePoint now)
+QByteArray InstrumentModel::AnswerKnown(const QByteArray& request, TimePoint now)
 {
     const QByteArray data = DataOf(request).mid(1);
     const auto code = static_cast<RequestCode>(request[0]);
@@ -226,7 +226,7 @@ QByteArray InstrumentModel::Serve(const QByteArray& request, TimePoint now)
 
 QByteArray InstrumentModel::ReadStatus(TimePoint now)
 {
-    _function.NoteReported(now);
+    _function.MarkReported(now);
     return Sealed(Status().Data());
 }
 
@@ -237,7 +237,7 @@ QByteArray InstrumentModel::ReadMeasurement()
         return checkObject ? Sealed(*checkObject) : QByteArray();
     }
     if (_function.IsSelected()) {
-        return Sealed(_function.TakeResult());
+        return Sealed(_function.ReadResult());
     }
     _hasNewReadings = false;
     return Sealed(_monitoring.Data());

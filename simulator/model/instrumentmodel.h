@@ -50,13 +50,13 @@ public:
     std::optional<TimePoint> NextChangeAt() const;
 
     /// What is to be sent unasked since the last call, in its order.
-    std::vector<FramePiece> TakeFrames() { return _rcdTest.TakeFrames(); }
+    std::vector<FramePiece> CollectFrames() { return _rcdTest.CollectFrames(); }
 
     /// What the measurement function, an update and the mode have gone through since the last call, in words.
-    QStringList TakeChanges();
+    QStringList CollectChanges();
 
     /// The image of an update that was confirmed since the last call, if any.
-    std::optional<QByteArray> TakeConfirmedFirmware();
+    std::optional<QByteArray> CollectConfirmedFirmware();
 
     /// What the status would tell.
     StatusWord Status() const;
@@ -73,7 +73,7 @@ public:
     QDateTime CalibrationDate() const;
 
 private:
-    QByteArray Serve(const QByteArray& request, TimePoint now);
+    QByteArray AnswerKnown(const QByteArray& request, TimePoint now);
     QByteArray ReadStatus(TimePoint now);
     QByteArray ReadMeasurement();
     QByteArray PrepareMeasurement(const QByteArray& data, TimePoint now);

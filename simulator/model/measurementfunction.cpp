@@ -42,7 +42,7 @@ void MeasurementFunction::Stop(TimePoint now)
     }
     if (_isStartPending) {
         _isStartPending = false;
-        NoteChange("start cancelled by request");
+        RecordChange("start cancelled by request");
     }
     if (!IsUnderWay()) {
         if (_reportedAt) {
@@ -102,20 +102,20 @@ bool MeasurementFunction::IsUnderWay() const
            _state == FunctionState::Stopping;
 }
 
-void MeasurementFunction::NoteReported(TimePoint now)
+void MeasurementFunction::MarkReported(TimePoint now)
 {
     if (!_reportedAt) {
         _reportedAt = now;
     }
 }
 
-QByteArray MeasurementFunction::TakeResult()
+QByteArray MeasurementFunction::ReadResult()
 {
     _hasNewResult = false;
     return _readings.Data();
 }
 
-QStringList MeasurementFunction::TakeChanges()
+QStringList MeasurementFunction::CollectChanges()
 {
     QStringList changes;
     changes.swap(_changes);
@@ -245,10 +245,10 @@ void MeasurementFunction::ChangeTo(FunctionState state, const char* change, Time
     _isStartPending = false;
     _runsOn = false;
     _reportedAt.reset();
-    NoteChange(change);
+    RecordChange(change);
 }
 
-void MeasurementFunction::NoteChange(const char* change)
+void MeasurementFunction::RecordChange(const char* change)
 {
     _changes.append(QStringLiteral("function %1 %2").arg(_number).arg(QLatin1String(change)));
 }

@@ -70,13 +70,13 @@ public:
     bool HasNewResult() const { return _hasNewResult; }
 
     /// The status has told the present state.
-    void NoteReported(TimePoint now);
+    void MarkReported(TimePoint now);
 
     /// The latest result; it is no longer a new one.
-    QByteArray TakeResult();
+    QByteArray ReadResult();
 
     /// The changes of the state since the last call, such as "function 9 running".
-    QStringList TakeChanges();
+    QStringList CollectChanges();
 
 private:
     bool DeliversResults() const;
@@ -88,7 +88,7 @@ private:
     void Complete(TimePoint at);
     void DeliverResults(TimePoint now);
     void ChangeTo(FunctionState state, const char* change, TimePoint at);
-    void NoteChange(const char* change);
+    void RecordChange(const char* change);
 
     FunctionTimings _timings;
     Readings _readings;

@@ -56,7 +56,7 @@ bool RcdTest::Start(TimePoint now)
         return false;
     }
     if (_scenario == Scenario::RcdSilent || IsDueOnce(Scenario::RcdSilentOnce)) {
-        NoteChange(QStringLiteral("does not start"));
+        RecordChange(QStringLiteral("does not start"));
         return true;
     }
     _isCheckedClean = false;
@@ -130,17 +130,17 @@ std::optional<QByteArray> RcdTest::ReadCheckObject()
     const int code = CheckCode();
     _isCheckedClean = code == CleanCode;
     _isCheckPending = !_isCheckedClean;
-    NoteChange(QStringLiteral("checked: %1").arg(code));
+    RecordChange(QStringLiteral("checked: %1").arg(code));
     data[0] = static_cast<char>(code);
     return data;
 }
 
-std::vector<FramePiece> RcdTest::TakeFrames()
+std::vector<FramePiece> RcdTest::CollectFrames()
 {
     return std::exchange(_frames, {});
 }
 
-QStringList RcdTest::TakeChanges()
+QStringList RcdTest::CollectChanges()
 {
     return std::exchange(_changes, {});
 }
@@ -239,10 +239,10 @@ void RcdTest::ChangeTo(FunctionState state, const char* change, TimePoint at)
 {
     _state = state;
     _enteredAt = at;
-    NoteChange(QLatin1String(change));
+    RecordChange(QLatin1String(change));
 }
 
-void RcdTest::NoteChange(const QString& change)
+void RcdTest::RecordChange(const QString& change)
 {
     _changes.append(QStringLiteral("function %1 %2").arg(QString::number(_function), change));
 }

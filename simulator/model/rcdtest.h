@@ -66,10 +66,10 @@ public:
     std::optional<QByteArray> ReadCheckObject();
 
     /// What is to be sent since the last call, in its order.
-    std::vector<FramePiece> TakeFrames();
+    std::vector<FramePiece> CollectFrames();
 
     /// The changes of the state since the last call, such as "function 10 running".
-    QStringList TakeChanges();
+    QStringList CollectChanges();
 
 private:
     bool HasCheckObject() const;
@@ -84,7 +84,7 @@ private:
     void SendResult();
     void Send(const QByteArray& frame);
     void ChangeTo(FunctionState state, const char* change, TimePoint at);
-    void NoteChange(const QString& change);
+    void RecordChange(const QString& change);
 
     RcdTimings _timings;
     RcdReadings _readings;

@@ -33,11 +33,11 @@ void CommandInput::ReadInput()
         _notifier.setEnabled(false);
         return;
     }
-    std::for_each(buffer.begin(), buffer.begin() + count, [this](char byte) { Take(byte); });
+    std::for_each(buffer.begin(), buffer.begin() + count, [this](char byte) { Receive(byte); });
 }
 
 /// What a line has too much of is dropped; enough is kept to tell that it is too long.
-void CommandInput::Take(char byte)
+void CommandInput::Receive(char byte)
 {
     if (byte != '\n') {
         if (_unfinished.size() <= LongestLine) {

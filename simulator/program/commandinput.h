@@ -20,7 +20,7 @@ Q_SIGNALS:
 
 private:
     void ReadInput();
-    void Take(char byte);
+    void Receive(char byte);
 
     QSocketNotifier _notifier;
     QByteArray _unfinished;

@@ -96,7 +96,7 @@ void CarryOut(const QString& line, Simulator::Session* session)
 }
 
 /// Serves at the link until a signal or "quit".
-int ServeAtLink(const Simulator::CommandLine& commandLine)
+int RunAtLink(const Simulator::CommandLine& commandLine)
 {
     Simulator::SignalWatcher signalWatcher;
     Simulator::Session session(commandLine, commandLine.linkPath);
@@ -162,7 +162,7 @@ int main(int argc, char** argv)
         if (!commandLine->playbackPath.isEmpty()) {
             commandLine->instrument.recording = Simulator::LoadRecording(commandLine->playbackPath);
         }
-        return commandLine->program.empty() ? ServeAtLink(*commandLine) : RunProgram(*commandLine);
+        return commandLine->program.empty() ? RunAtLink(*commandLine) : RunProgram(*commandLine);
     } catch (const std::exception& error) {
         PrintError(QString::fromLocal8Bit(error.what()));
         return NothingDone;

@@ -131,7 +131,7 @@ bool IsInstrument(int descriptor)
 }
 
 /// One write a line, so that programs that share the log do not mix their lines.
-void NoteLineSettings(const termios& settings)
+void LogLineSettings(const termios& settings)
 {
     const char* path = std::getenv(Simulator::LineLogVariable);
     if (path == nullptr) {
@@ -318,7 +318,7 @@ VESMAR_INTERPOSE int __fxstatat64(int version, int folder, const char* path, str
 VESMAR_INTERPOSE int tcsetattr(int descriptor, int when, const termios* settings) noexcept
 {
     if (settings != nullptr && IsInstrument(descriptor)) {
-        NoteLineSettings(*settings);
+        LogLineSettings(*settings);
     }
     return nextSetAttributes(descriptor, when, settings);
 }

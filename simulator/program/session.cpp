@@ -22,7 +22,7 @@ Session::Session(const CommandLine& commandLine, const QString& linkPath)
     : _playsRecording(!commandLine.instrument.recording.empty()), _instrument(commandLine.instrument)
 {
     _link.emplace(linkPath, _instrument.DevicePath());
-    _instrument.SetLineListener([this](const QString& devicePath) { FollowLine(devicePath); });
+    _instrument.SetLineListener([this](const QString& devicePath) { UpdateLink(devicePath); });
     for (const TimedCommand& timed : commandLine.schedule) {
         if (timed.at.count() == 0) {
             Execute(timed.command);
@@ -69,7 +69,7 @@ bool Session::IsInVain(const ControlCommand& command) const
 }
 
 /// On the instrument's thread, where an exception would find nobody.
-void Session::FollowLine(const QString& devicePath)
+void Session::UpdateLink(const QString& devicePath)
 {
     try {
         _link->PointTo(devicePath);

@@ -32,7 +32,7 @@ public:
 private:
     void AddFaults(const std::vector<FaultEntry>& faults);
     bool IsInVain(const ControlCommand& command) const;
-    void FollowLine(const QString& devicePath);
+    void UpdateLink(const QString& devicePath);
 
     std::optional<DeviceLink> _link; ///< outlives the instrument, which tells of its line until its end
     bool _playsRecording;

@@ -23,7 +23,7 @@ void RequestCollector::Append(const QByteArray& bytes, TimePoint now)
     _bytes.append(bytes);
 }
 
-std::optional<CollectedRequest> RequestCollector::Take(TimePoint now)
+std::optional<CollectedRequest> RequestCollector::Extract(TimePoint now)
 {
     int size = CompleteSize();
     if (size == 0 && !_bytes.isEmpty() && (now - _lastByteAt >= Silence || _bytes.size() > LongestRequest)) {

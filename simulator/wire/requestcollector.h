@@ -23,7 +23,7 @@ public:
     void Append(const QByteArray& bytes, TimePoint now);
 
     /// The next request that is over, if any.
-    std::optional<CollectedRequest> Take(TimePoint now);
+    std::optional<CollectedRequest> Extract(TimePoint now);
 
     /// When the silence is long enough to end what has been collected; nothing while there is nothing.
     std::optional<TimePoint> SilenceEndsAt() const;

@@ -10,7 +10,10 @@
 #include "instrumentbench.h"
 #include "lineclient.h"
 #include "simulator/line/instrument.h"
+#include "support/wire.h"
 
+using namespace Wire;
+using namespace std::chrono_literals;
 using Simulator::Exchange;
 using Simulator::Fault;
 using Simulator::Instrument;
@@ -20,23 +23,9 @@ using std::chrono::milliseconds;
 namespace
 {
 
-const QByteArray Acknowledge = QByteArray::fromHex("06c660");
-const QByteArray Refusal = QByteArray::fromHex("214334");
-const QByteArray ReadStatus = QByteArray::fromHex("73f44e");
-const QByteArray ReadVersion = QByteArray::fromHex("57122a");
-const QByteArray StopMeasurement = QByteArray::fromHex("68aeed");
-const QByteArray ReadMeasurement = QByteArray::fromHex("65033c");
-const QByteArray StartMeasurement = QByteArray::fromHex("53966a");
-const QByteArray PrepareRln = QByteArray::fromHex("5001ff0100ffffffffea32");
-const QByteArray PrepareHvTest = QByteArray::fromHex("5009050200ffffffff063e");
-const QByteArray PrepareUbRe = QByteArray::fromHex("500a000005ffffffffc327");
-const QByteArray RcdRunning = QByteArray::fromHex("0af73370");
-const QByteArray ModeCalibration = QByteArray::fromHex("7801d191");
-const QByteArray InitializeUpdate = QByteArray::fromHex("56333a");
-const QByteArray Initialized = QByteArray::fromHex("00024220");
-const QByteArray Sector = 'F' + QByteArray(512, '\x11') + QByteArray::fromHex("093e");
-const QByteArray ConfirmSector = QByteArray::fromHex("5a8038cc35");
-const QByteArray Version = QByteArray::fromHex("5041543431303230343831353130353033303232303136f923");
+const QByteArray PrepareUbRe = Bytes("500a000005ffffffffc327");
+const QByteArray Sector = 'F' + QByteArray(512, '\x11') + Bytes("093e");
+const QByteArray ConfirmSector = Bytes("5a8038cc35");
 
 /// The log's lines without their times.
 QByteArray LogIn(const QString& path)
@@ -54,7 +43,7 @@ QByteArray LogIn(const QString& path)
 InstrumentOptions RcdOptions(milliseconds statusPeriod, milliseconds run)
 {
     InstrumentOptions options;
-    options.model.rcdTimings.preparing = milliseconds(0);
+    options.model.rcdTimings.preparing = 0ms;
     options.model.rcdTimings.statusPeriod = statusPeriod;
     options.model.rcdTimings.run = run;
     return options;
@@ -66,7 +55,7 @@ bool StartRcdTest(const LineClient& client)
     return client.Ask(PrepareUbRe, 3) == Acknowledge && client.Ask(StartMeasurement, 3) == Acknowledge;
 }
 
-constexpr milliseconds Long{600000};
+constexpr milliseconds Long = 600000ms;
 
 } // namespace
 
@@ -75,580 +64,546 @@ class TestInstrument : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void AnswersOnTheLine();
-    void RefusesNoise();
-    void RemembersExchanges();
-    void ForgetsExchanges();
-    void KeepsNoExchangesWhenToldSo();
-    void ScriptedAnswersComeFirst();
-    void ScriptedSilence();
-    void UnaskedBytes();
-    void Silent();
-    void RefuseHasNoEffect();
-    void DamagedAnswer();
-    void Slow();
-    void AnswerAfter();
-    void HangUpAndComeBack();
-    void CommandsByText();
-    void RestartLeavesTheLine();
-    void ClockIsTheLocalOne();
-    void MeasuresOnTheLine();
-    void LogsChangesThatNobodyAsksFor();
-    void RcdTestOnTheLine();
-    void RcdScenariosByText();
-    void LineIsQuietBeforeWhatNobodyAskedFor();
-    void NothingUnaskedBehindAStop();
-    void NothingUnaskedWhileUnplugged();
-    void PiecesOfAFrame();
-    void AnswerWaitsForThePiecesOfAFrame();
-    void LogOfAnRcdTest();
-    void KeepsTheFirmware();
-    void FirmwareIsSavedBeforeItIsAcknowledged();
-    void LogOfAnUpdate();
-    void FirmwareFileThatCannotBeWritten();
-    void UpdateScenariosByText();
-    void BytesTakeTheirTime();
-    void FramesTakeTheirTime();
-    void PacedNoise();
-    void PacedAnswersKeepTheOrderOfTheLog();
-    void PacedAnswersGoWithTheirLine();
-    void CallsFromManyThreads();
-};
-
-void TestInstrument::AnswersOnTheLine()
-{
-    const Instrument instrument;
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(ReadVersion, 25), Version);
-    QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
-}
-
-void TestInstrument::RefusesNoise()
-{
-    const Instrument instrument;
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(QByteArray::fromHex("73f44f"), 3), Refusal);
-    QCOMPARE(client.Ask(QByteArray::fromHex("00"), 3), Refusal);
-    QCOMPARE(client.Ask(ReadVersion, 25), Version);
-}
-
-void TestInstrument::RemembersExchanges()
-{
-    const Instrument instrument;
-    LineClient client(instrument.DevicePath());
-    const auto before = Simulator::Clock::now();
-    QCOMPARE(client.Ask(ReadVersion, 25), Version);
-    QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
-    QCOMPARE(RequestsOf(instrument), (QVector<QByteArray>{ReadVersion, StopMeasurement}));
-
-    const std::vector<Exchange> exchanges = instrument.Exchanges();
-    QCOMPARE(exchanges.at(0).answer, Version);
-    QCOMPARE(exchanges.at(1).answer, Acknowledge);
-    QVERIFY(before <= exchanges.at(0).receivedAt);
-    QVERIFY(exchanges.at(0).receivedAt <= exchanges.at(0).answeredAt);
-    QVERIFY(exchanges.at(0).answeredAt <= exchanges.at(1).receivedAt);
-}
-
-void TestInstrument::ForgetsExchanges()
-{
-    Instrument instrument;
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(ReadVersion, 25), Version);
-    instrument.ClearRequests();
-    QCOMPARE(RequestsOf(instrument), QVector<QByteArray>());
-}
-
-void TestInstrument::KeepsNoExchangesWhenToldSo()
-{
-    InstrumentOptions options;
-    options.keepsExchanges = false;
-    const Instrument instrument(options);
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(ReadVersion, 25), Version);
-    QCOMPARE(RequestsOf(instrument), QVector<QByteArray>());
-}
-
-void TestInstrument::ScriptedAnswersComeFirst()
-{
-    Instrument instrument;
-    instrument.SetFault(Fault::Refuse);
-    instrument.AnswerNextWith(QByteArray::fromHex("0001020304"));
-    instrument.AnswerNextWith(QByteArray::fromHex("ff"));
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(ReadStatus, 5).toHex(), QByteArray("0001020304"));
-    QCOMPARE(client.Ask(ReadStatus, 1).toHex(), QByteArray("ff"));
-    QCOMPARE(client.Ask(ReadStatus, 3), Refusal);
-}
-
-void TestInstrument::ScriptedSilence()
-{
-    Instrument instrument;
-    instrument.AnswerNextWith(QByteArray());
-    LineClient client(instrument.DevicePath());
-    QVERIFY(client.Write(ReadStatus));
-    QTRY_COMPARE(RequestsOf(instrument).size(), 1);
-    QCOMPARE(client.Ask(ReadVersion, 25), Version); // nothing came before it
-}
-
-void TestInstrument::UnaskedBytes()
-{
-    Instrument instrument;
-    LineClient client(instrument.DevicePath());
-    instrument.Send(QByteArray::fromHex("8af7"));
-    QCOMPARE(client.Read(2).toHex(), QByteArray("8af7"));
-    QCOMPARE(RequestsOf(instrument), QVector<QByteArray>());
-}
-
-void TestInstrument::Silent()
-{
-    Instrument instrument;
-    instrument.Unplug();
-    LineClient client(instrument.DevicePath());
-    QVERIFY(client.Write(ReadStatus));
-    QTRY_COMPARE(RequestsOf(instrument), QVector<QByteArray>{ReadStatus});
-    QCOMPARE(instrument.Exchanges().at(0).answer, QByteArray());
-    instrument.Plug();
-    QCOMPARE(client.Ask(ReadVersion, 25), Version);
-}
-
-void TestInstrument::RefuseHasNoEffect()
-{
-    Instrument instrument;
-    instrument.SetFunction(5);
-    instrument.SetFault(Fault::Refuse);
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(StopMeasurement, 3), Refusal);
-    instrument.SetFault(Fault::None);
-    QCOMPARE(client.Ask(ReadStatus, 4).left(2).toHex(), QByteArray("05f7"));
-}
-
-void TestInstrument::DamagedAnswer()
-{
-    Instrument instrument;
-    instrument.SetFault(Fault::GarbageBefore);
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(StopMeasurement, 5).toHex(), QByteArray("55aa06c660"));
-}
-
-void TestInstrument::Slow()
-{
-    Instrument instrument;
-    instrument.SetFault(Fault::Slow, milliseconds(80));
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(ReadVersion, 25), Version);
-    const Exchange exchange = instrument.Exchanges().at(0);
-    QVERIFY(exchange.answeredAt - exchange.receivedAt >= milliseconds(80));
-}
-
-void TestInstrument::AnswerAfter()
-{
-    InstrumentOptions options;
-    options.answerAfter = milliseconds(60);
-    Instrument instrument(options);
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(ReadVersion, 25), Version);
-    const Exchange exchange = instrument.Exchanges().at(0);
-    QVERIFY(exchange.answeredAt - exchange.receivedAt >= milliseconds(60));
-}
-
-void TestInstrument::HangUpAndComeBack()
-{
-    Instrument instrument;
+    void AnswersOnTheLine()
     {
+        const Instrument instrument;
         LineClient client(instrument.DevicePath());
         QCOMPARE(client.Ask(ReadVersion, 25), Version);
-        instrument.SetFault(Fault::HangUp);
-        QCOMPARE(client.Read(1), QByteArray());
-        QVERIFY(!client.Write(ReadVersion));
+        QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
     }
-    QCOMPARE(instrument.DevicePath(), QString());
-    instrument.Send("into the void");
-    instrument.SetFault(Fault::HangUp);
 
-    instrument.Plug();
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(ReadVersion, 25), Version);
-}
-
-void TestInstrument::CommandsByText()
-{
-    Instrument instrument;
-    LineClient client(instrument.DevicePath());
-    instrument.Execute(Command("mode 2"));
-    instrument.Execute(Command("error 4"));
-    instrument.Execute(Command("function 9"));
-    QCOMPARE(client.Ask(ReadStatus, 4).left(2).toHex(), QByteArray("4947"));
-    instrument.Execute(Command("function 0"));
-    instrument.Execute(Command("mode 0"));
-    instrument.Execute(Command("scenario refuses-prepare"));
-    QCOMPARE(client.Ask(PrepareRln, 3), Refusal);
-    instrument.Execute(Command("scenario none"));
-    QCOMPARE(client.Ask(PrepareRln, 3), Acknowledge);
-    instrument.Execute(Command("fault refuse"));
-    QCOMPARE(client.Ask(ReadStatus, 3), Refusal);
-}
-
-void TestInstrument::RestartLeavesTheLine()
-{
-    InstrumentOptions options;
-    options.model.restartTime = milliseconds(300);
-    const Instrument instrument(options);
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(ModeCalibration, 3), Acknowledge);
-    QVERIFY(client.Write(ReadStatus));
-    QTRY_COMPARE(RequestsOf(instrument).size(), 2);
-    const Simulator::TimePoint acknowledgedAt = instrument.Exchanges().at(0).answeredAt;
-
-    const auto answered = [&instrument] { return !instrument.Exchanges().back().answer.isEmpty(); };
-    QTRY_VERIFY(answered() || !client.Write(ReadStatus));
-    const Exchange first = instrument.Exchanges().back();
-    QCOMPARE(first.answer.left(2).toHex(), QByteArray("20fe"));
-    QVERIFY(first.answeredAt - acknowledgedAt > milliseconds(250));
-}
-
-void TestInstrument::ClockIsTheLocalOne()
-{
-    const QDateTime before = QDateTime::currentDateTime();
-    const Instrument instrument;
-    const QDateTime shown = instrument.Date();
-    QVERIFY(shown >= QDateTime(before.date(), before.time(), Qt::UTC));
-    QVERIFY(shown < QDateTime(before.date(), before.time(), Qt::UTC).addSecs(60));
-    QCOMPARE(instrument.CalibrationDate().date(), QDate(2024, 2, 15));
-}
-
-void TestInstrument::MeasuresOnTheLine()
-{
-    InstrumentOptions options;
-    options.model.functionTimings.singleRun = milliseconds(100);
-    Instrument instrument(options);
-    LineClient client(instrument.DevicePath());
-    const auto status = [&client] { return client.Ask(ReadStatus, 4).left(2).toHex(); };
-    QCOMPARE(client.Ask(PrepareRln, 3), Acknowledge);
-    QTRY_COMPARE(status(), QByteArray("01f4"));
-    QCOMPARE(client.Ask(StartMeasurement, 3), Acknowledge);
-    QTRY_COMPARE(status(), QByteArray("81f2"));
-    const QByteArray result = client.Ask(ReadMeasurement, 26);
-    QCOMPARE(result.size(), 26);
-    QVERIFY(result.left(4) != QByteArray(4, '\0'));
-    QCOMPARE(status(), QByteArray("01f2"));
-    QCOMPARE(instrument.Status().functionState, 2);
-    QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
-    QCOMPARE(instrument.Status().function, 0);
-}
-
-void TestInstrument::LogsChangesThatNobodyAsksFor()
-{
-    const QTemporaryDir folder;
-    InstrumentOptions options;
-    options.logPath = folder.filePath(QStringLiteral("log"));
-    const Instrument instrument(options);
-    LineClient client(instrument.DevicePath());
-    const auto log = [&options] { return LogIn(options.logPath); };
-    QCOMPARE(client.Ask(PrepareHvTest, 3), Acknowledge);
-    QTRY_COMPARE(log(),
-                 QByteArray("5009050200ffffffff063e 06c660\nfunction 9 preparing\nfunction 9 prepared\n"));
-    QCOMPARE(client.Ask(StartMeasurement, 3), Acknowledge);
-    QTRY_VERIFY2(log().endsWith("\n53966a 06c660\nfunction 9 starting\nfunction 9 running\n"),
-                 log().constData());
-    QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
-    QTRY_VERIFY2(log().endsWith("\n68aeed 06c660\nfunction 9 stopping\nfunction 9 stopped by request\n"),
-                 log().constData());
-}
-
-void TestInstrument::RcdTestOnTheLine()
-{
-    Instrument instrument(RcdOptions(milliseconds(50), milliseconds(120)));
-    LineClient client(instrument.DevicePath());
-    QVERIFY(StartRcdTest(client));
-    QCOMPARE(client.Read(4), RcdRunning);
-    QCOMPARE(client.Read(4), RcdRunning);
-    const QByteArray result = client.Read(26);
-    QCOMPARE(result.size(), 26);
-    QCOMPARE(result.mid(4, 20), QByteArray(20, '\0'));
-    QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("0af29620"));
-    QVERIFY(!client.IsReadable(100));
-    QTRY_COMPARE(RequestsOf(instrument), (QVector<QByteArray>{PrepareUbRe, StartMeasurement, ReadStatus}));
-}
-
-void TestInstrument::RcdScenariosByText()
-{
-    Instrument instrument(RcdOptions(Long, Long));
-    LineClient client(instrument.DevicePath());
-    instrument.Execute(Command("scenario start-test 5"));
-    QCOMPARE(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("f5"));
-    instrument.Execute(Command("scenario rcd-check 3"));
-    QCOMPARE(client.Ask(PrepareUbRe, 3), Acknowledge);
-    QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("8af32f2b"));
-    QCOMPARE(client.Ask(ReadMeasurement, 26).left(1).toHex(), QByteArray("03"));
-    instrument.Execute(Command("scenario rcd-error 3"));
-    QCOMPARE(client.Ask(PrepareUbRe, 3), Acknowledge);
-    QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("0a341c99"));
-}
-
-/// Five status frames and a result are due at once, and yet 20 ms apart from each other and from the answer.
-void TestInstrument::LineIsQuietBeforeWhatNobodyAskedFor()
-{
-    const Instrument instrument(RcdOptions(milliseconds(1), milliseconds(6)));
-    LineClient client(instrument.DevicePath());
-    QVERIFY(StartRcdTest(client));
-    QCOMPARE(client.Read(4), RcdRunning);
-    const Simulator::TimePoint firstReadAt = Simulator::Clock::now();
-    QCOMPARE(client.Read(4 * 4 + 26).size(), 4 * 4 + 26);
-    const Simulator::TimePoint lastReadAt = Simulator::Clock::now();
-    const Simulator::TimePoint acknowledgedAt = instrument.Exchanges().back().answeredAt;
-    QVERIFY(firstReadAt - acknowledgedAt >= milliseconds(20));
-    QVERIFY(lastReadAt - acknowledgedAt >= milliseconds(6 * 20));
-}
-
-void TestInstrument::NothingUnaskedBehindAStop()
-{
-    Instrument instrument(RcdOptions(milliseconds(30), Long));
-    LineClient client(instrument.DevicePath());
-    QVERIFY(StartRcdTest(client));
-    QCOMPARE(client.Read(4), RcdRunning);
-    QVERIFY(client.Write(StopMeasurement));
-    QByteArray received = client.Read(3);
-    while (!received.endsWith(Acknowledge)) { // a frame may have been on its way
-        const QByteArray next = client.Read(1);
-        QCOMPARE(next.size(), 1);
-        received += next;
-    }
-    QVERIFY(!client.IsReadable(200));
-    QCOMPARE(client.Ask(ReadVersion, 25), Version);
-    QCOMPARE(instrument.Status().function, 0);
-}
-
-void TestInstrument::NothingUnaskedWhileUnplugged()
-{
-    Instrument instrument(RcdOptions(Long, milliseconds(1000)));
-    LineClient client(instrument.DevicePath());
-    QVERIFY(StartRcdTest(client));
-    instrument.Unplug();
-    QTRY_COMPARE(instrument.Status().functionState, 2);
-    instrument.Plug();
-    QCOMPARE(client.Ask(ReadVersion, 25), Version);
-}
-
-void TestInstrument::PiecesOfAFrame()
-{
-    Instrument instrument(RcdOptions(milliseconds(1), Long));
-    instrument.SetScenario(Simulator::Scenario::RcdPieces, 30000);
-    LineClient client(instrument.DevicePath());
-    QVERIFY(StartRcdTest(client));
-    QCOMPARE(client.Read(4), RcdRunning);
-    QVERIFY(Simulator::Clock::now() - instrument.Exchanges().back().answeredAt >= milliseconds(20 + 2 * 30));
-}
-
-void TestInstrument::AnswerWaitsForThePiecesOfAFrame()
-{
-    Instrument instrument(RcdOptions(milliseconds(200), milliseconds(300)));
-    instrument.SetScenario(Simulator::Scenario::RcdPieces, 50000);
-    LineClient client(instrument.DevicePath());
-    QVERIFY(StartRcdTest(client));
-    QCOMPARE(client.Read(1).toHex(), QByteArray("0a"));
-    QVERIFY(client.Write(ReadVersion));
-    const QByteArray received = client.Read(3 + 25 + 26);
-    QCOMPARE(received.left(3).toHex(), QByteArray("f73370"));
-    QVERIFY2(received.mid(3, 25) == Version || received.right(25) == Version, received.toHex().constData());
-}
-
-void TestInstrument::LogOfAnRcdTest()
-{
-    const QTemporaryDir folder;
-    InstrumentOptions options = RcdOptions(milliseconds(40), milliseconds(60));
-    options.logPath = folder.filePath(QStringLiteral("log"));
-    const Instrument instrument(options);
-    LineClient client(instrument.DevicePath());
-    QVERIFY(StartRcdTest(client));
-    const QByteArray frames = client.Read(4 + 26);
-    QCOMPARE(frames.left(4), RcdRunning);
-    QTRY_COMPARE(LogIn(options.logPath), "500a000005ffffffffc327 06c660\nfunction 10 preparing\n"
-                                         "function 10 prepared\n53966a 06c660\nfunction 10 running\n"
-                                         "unasked 0af73370\nunasked " +
-                                             frames.mid(4).toHex() + "\nfunction 10 completed\n");
-}
-
-void TestInstrument::KeepsTheFirmware()
-{
-    Instrument instrument;
-    instrument.SetMode(3);
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(InitializeUpdate, 4), Initialized);
-    QCOMPARE(client.Ask(Sector, 3), Acknowledge);
-    QCOMPARE(instrument.Firmware(), QByteArray());
-    QCOMPARE(client.Ask(ConfirmSector, 3), Acknowledge);
-    QCOMPARE(instrument.Firmware(), QByteArray(512, '\x11'));
-}
-
-void TestInstrument::FirmwareIsSavedBeforeItIsAcknowledged()
-{
-    const QTemporaryDir folder;
-    InstrumentOptions options;
-    options.firmwarePath = folder.filePath(QStringLiteral("firmware"));
-    Instrument instrument(options);
-    instrument.SetMode(3);
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(InitializeUpdate, 4), Initialized);
-    QCOMPARE(client.Ask(Sector, 3), Acknowledge);
-    QVERIFY(!QFileInfo::exists(options.firmwarePath));
-    QCOMPARE(client.Ask(ConfirmSector, 3), Acknowledge);
-    QFile file(options.firmwarePath);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readAll(), QByteArray(512, '\x11'));
-}
-
-void TestInstrument::LogOfAnUpdate()
-{
-    const QTemporaryDir folder;
-    InstrumentOptions options;
-    options.logPath = folder.filePath(QStringLiteral("log"));
-    options.model.restartTime = milliseconds(20);
-    options.model.update.installTime = milliseconds(20);
-    Instrument instrument(options);
-    instrument.SetMode(3);
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(InitializeUpdate, 4), Initialized);
-    QCOMPARE(client.Ask(Sector, 3), Acknowledge);
-    QCOMPARE(client.Ask(ConfirmSector, 3), Acknowledge);
-    QTRY_COMPARE(LogIn(options.logPath), "56333a 00024220\nupdate initialized\n" + Sector.toHex() +
-                                             " 06c660\n5a8038cc35 06c660\n"
-                                             "firmware of 512 bytes confirmed: version 1.05 -> 1.06\n"
-                                             "restarted into mode 0\n");
-}
-
-void TestInstrument::FirmwareFileThatCannotBeWritten()
-{
-    InstrumentOptions options;
-    options.firmwarePath = QStringLiteral("/no/such/folder/firmware");
-    QVERIFY_EXCEPTION_THROWN(Instrument{options}, std::runtime_error);
-}
-
-void TestInstrument::UpdateScenariosByText()
-{
-    Instrument instrument;
-    LineClient client(instrument.DevicePath());
-    instrument.Execute(Command("mode 3"));
-    instrument.Execute(Command("scenario refuses-initialize"));
-    QCOMPARE(client.Ask(InitializeUpdate, 3), Refusal);
-    instrument.Execute(Command("scenario refuses-sector 2"));
-    QCOMPARE(client.Ask(InitializeUpdate, 4), Initialized);
-    QCOMPARE(client.Ask(Sector, 3), Acknowledge);
-    QCOMPARE(client.Ask(Sector, 3), Refusal);
-    instrument.Execute(Command("scenario loses-sector 2"));
-    QVERIFY(client.Write(Sector));
-    QTRY_COMPARE(RequestsOf(instrument).size(), 5);
-    QCOMPARE(instrument.Exchanges().back().answer, QByteArray());
-}
-
-/// 11 bits a byte: at 4800 bits per second, 3 bytes take 6.9 ms, 25 take 57.3 ms and 515 take 1180.2 ms.
-void TestInstrument::BytesTakeTheirTime()
-{
-    InstrumentOptions options;
-    options.baud = 4800;
-    Instrument instrument(options);
-    instrument.SetMode(3);
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(ReadVersion, 25), Version);
-    QCOMPARE(client.Ask(InitializeUpdate, 4), Initialized);
-    QCOMPARE(client.Ask(Sector, 3), Acknowledge);
-    QTRY_COMPARE(RequestsOf(instrument).size(), 3);
-    const std::vector<Exchange> exchanges = instrument.Exchanges();
-    QVERIFY(exchanges.at(0).answeredAt - exchanges.at(0).receivedAt >= milliseconds(6 + 57));
-    QVERIFY(exchanges.at(2).answeredAt - exchanges.at(2).receivedAt >= milliseconds(1180 + 6));
-}
-
-void TestInstrument::FramesTakeTheirTime()
-{
-    InstrumentOptions options = RcdOptions(milliseconds(1), Long);
-    options.baud = 300;
-    const Instrument instrument(options);
-    LineClient client(instrument.DevicePath());
-    QVERIFY(StartRcdTest(client));
-    QCOMPARE(client.Read(4), RcdRunning);
-    QVERIFY(Simulator::Clock::now() - instrument.Exchanges().back().answeredAt >= milliseconds(20 + 146));
-}
-
-void TestInstrument::PacedNoise()
-{
-    InstrumentOptions options;
-    options.baud = 300;
-    const Instrument instrument(options);
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(QByteArray::fromHex("0102"), 3), Refusal);
-    QTRY_COMPARE(RequestsOf(instrument).size(), 1);
-    const Exchange exchange = instrument.Exchanges().at(0);
-    QVERIFY(exchange.answeredAt - exchange.receivedAt >= milliseconds(73 + 110));
-}
-
-void TestInstrument::PacedAnswersKeepTheOrderOfTheLog()
-{
-    const QTemporaryDir folder;
-    InstrumentOptions options;
-    options.baud = 300;
-    options.logPath = folder.filePath(QStringLiteral("log"));
-    options.model.functionTimings.preparing = milliseconds(5);
-    const Instrument instrument(options);
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(PrepareHvTest, 3), Acknowledge);
-    QTRY_COMPARE(LogIn(options.logPath),
-                 QByteArray("5009050200ffffffff063e 06c660\nfunction 9 preparing\nfunction 9 prepared\n"));
-}
-
-void TestInstrument::PacedAnswersGoWithTheirLine()
-{
-    InstrumentOptions options;
-    options.baud = 300;
-    Instrument instrument(options);
+    void RefusesNoise()
     {
+        const Instrument instrument;
         LineClient client(instrument.DevicePath());
-        QTRY_VERIFY(instrument.Status().newMeasurement);
-        QVERIFY(client.Write(ReadMeasurement));
-        QTRY_VERIFY(!instrument.Status().newMeasurement); // the answer takes 953 ms
-        instrument.SetFault(Fault::HangUp);
-        instrument.Plug();
+        QCOMPARE(client.Ask(Bytes("73f44f"), 3), Refusal);
+        QCOMPARE(client.Ask(Bytes("00"), 3), Refusal);
+        QCOMPARE(client.Ask(ReadVersion, 25), Version);
     }
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
-    QTRY_COMPARE(RequestsOf(instrument), QVector<QByteArray>{StopMeasurement});
-}
 
-void TestInstrument::CallsFromManyThreads()
-{
-    Instrument instrument;
-    std::atomic<bool> isEnding{false};
-    std::thread faults([&] {
-        while (!isEnding) {
-            instrument.SetFault(Fault::HangUp);
-            instrument.SetFault(Fault::None);
-            instrument.SetMode(1);
-            instrument.SetError(2);
-            instrument.SetFunction(9);
-            instrument.SetScenario(Simulator::Scenario::FallsBack);
-        }
-    });
-    std::thread observer([&] {
-        while (!isEnding) {
-            instrument.SetFault(Fault::None);
-            instrument.Send("x");
-            instrument.ClearRequests();
-            instrument.Exchanges();
-            instrument.Date();
-            instrument.Status();
-            instrument.Firmware();
-        }
-    });
-    for (int round = 0; round < 200; ++round) {
+    void RemembersExchanges()
+    {
+        const Instrument instrument;
         LineClient client(instrument.DevicePath());
-        client.Write(ReadStatus);
+        const auto before = Simulator::Clock::now();
+        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+        QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
+        QCOMPARE(RequestsOf(instrument), (QVector<QByteArray>{ReadVersion, StopMeasurement}));
+
+        const std::vector<Exchange> exchanges = instrument.Exchanges();
+        QCOMPARE(exchanges.at(0).answer, Version);
+        QCOMPARE(exchanges.at(1).answer, Acknowledge);
+        QVERIFY(before <= exchanges.at(0).receivedAt);
+        QVERIFY(exchanges.at(0).receivedAt <= exchanges.at(0).answeredAt);
+        QVERIFY(exchanges.at(0).answeredAt <= exchanges.at(1).receivedAt);
     }
-    isEnding = true;
-    faults.join();
-    observer.join();
-    instrument.SetFault(Fault::HangUp); // a fresh line, without the answers of the rounds above
-    instrument.Plug();
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(ReadVersion, 25), Version);
-}
+
+    void ForgetsExchanges()
+    {
+        Instrument instrument;
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+        instrument.ClearRequests();
+        QCOMPARE(RequestsOf(instrument), QVector<QByteArray>());
+    }
+
+    void KeepsNoExchangesWhenToldSo()
+    {
+        InstrumentOptions options;
+        options.keepsExchanges = false;
+        const Instrument instrument(options);
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+        QCOMPARE(RequestsOf(instrument), QVector<QByteArray>());
+    }
+
+    void ScriptedAnswersComeFirst()
+    {
+        Instrument instrument;
+        instrument.SetFault(Fault::Refuse);
+        instrument.AnswerNextWith(Bytes("0001020304"));
+        instrument.AnswerNextWith(Bytes("ff"));
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(ReadStatus, 5).toHex(), QByteArray("0001020304"));
+        QCOMPARE(client.Ask(ReadStatus, 1).toHex(), QByteArray("ff"));
+        QCOMPARE(client.Ask(ReadStatus, 3), Refusal);
+    }
+
+    void ScriptedSilence()
+    {
+        Instrument instrument;
+        instrument.AnswerNextWith(QByteArray());
+        LineClient client(instrument.DevicePath());
+        QVERIFY(client.Write(ReadStatus));
+        QTRY_COMPARE(RequestsOf(instrument).size(), 1);
+        QCOMPARE(client.Ask(ReadVersion, 25), Version); // nothing came before it
+    }
+
+    void UnaskedBytes()
+    {
+        Instrument instrument;
+        LineClient client(instrument.DevicePath());
+        instrument.Send(Bytes("8af7"));
+        QCOMPARE(client.Read(2).toHex(), QByteArray("8af7"));
+        QCOMPARE(RequestsOf(instrument), QVector<QByteArray>());
+    }
+
+    void Silent()
+    {
+        Instrument instrument;
+        instrument.Unplug();
+        LineClient client(instrument.DevicePath());
+        QVERIFY(client.Write(ReadStatus));
+        QTRY_COMPARE(RequestsOf(instrument), QVector<QByteArray>{ReadStatus});
+        QCOMPARE(instrument.Exchanges().at(0).answer, QByteArray());
+        instrument.Plug();
+        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+    }
+
+    void RefuseHasNoEffect()
+    {
+        Instrument instrument;
+        instrument.SetFunction(5);
+        instrument.SetFault(Fault::Refuse);
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(StopMeasurement, 3), Refusal);
+        instrument.SetFault(Fault::None);
+        QCOMPARE(client.Ask(ReadStatus, 4).left(2).toHex(), QByteArray("05f7"));
+    }
+
+    void DamagedAnswer()
+    {
+        Instrument instrument;
+        instrument.SetFault(Fault::GarbageBefore);
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(StopMeasurement, 5).toHex(), QByteArray("55aa06c660"));
+    }
+
+    void Slow()
+    {
+        Instrument instrument;
+        instrument.SetFault(Fault::Slow, 80ms);
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+        const Exchange exchange = instrument.Exchanges().at(0);
+        QVERIFY(exchange.answeredAt - exchange.receivedAt >= 80ms);
+    }
+
+    void AnswerAfter()
+    {
+        InstrumentOptions options;
+        options.answerAfter = 60ms;
+        Instrument instrument(options);
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+        const Exchange exchange = instrument.Exchanges().at(0);
+        QVERIFY(exchange.answeredAt - exchange.receivedAt >= 60ms);
+    }
+
+    void HangUpAndComeBack()
+    {
+        Instrument instrument;
+        {
+            LineClient client(instrument.DevicePath());
+            QCOMPARE(client.Ask(ReadVersion, 25), Version);
+            instrument.SetFault(Fault::HangUp);
+            QCOMPARE(client.Read(1), QByteArray());
+            QVERIFY(!client.Write(ReadVersion));
+        }
+        QCOMPARE(instrument.DevicePath(), QString());
+        instrument.Send("into the void");
+        instrument.SetFault(Fault::HangUp);
+
+        instrument.Plug();
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+    }
+
+    void CommandsByText()
+    {
+        Instrument instrument;
+        LineClient client(instrument.DevicePath());
+        instrument.Execute(Command("mode 2"));
+        instrument.Execute(Command("error 4"));
+        instrument.Execute(Command("function 9"));
+        QCOMPARE(client.Ask(ReadStatus, 4).left(2).toHex(), QByteArray("4947"));
+        instrument.Execute(Command("function 0"));
+        instrument.Execute(Command("mode 0"));
+        instrument.Execute(Command("scenario refuses-prepare"));
+        QCOMPARE(client.Ask(PrepareRln, 3), Refusal);
+        instrument.Execute(Command("scenario none"));
+        QCOMPARE(client.Ask(PrepareRln, 3), Acknowledge);
+        instrument.Execute(Command("fault refuse"));
+        QCOMPARE(client.Ask(ReadStatus, 3), Refusal);
+    }
+
+    void RestartLeavesTheLine()
+    {
+        InstrumentOptions options;
+        options.model.restartTime = 300ms;
+        const Instrument instrument(options);
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(ChangeToCalibrationMode, 3), Acknowledge);
+        QVERIFY(client.Write(ReadStatus));
+        QTRY_COMPARE(RequestsOf(instrument).size(), 2);
+        const Simulator::TimePoint acknowledgedAt = instrument.Exchanges().at(0).answeredAt;
+
+        const auto answered = [&instrument] { return !instrument.Exchanges().back().answer.isEmpty(); };
+        QTRY_VERIFY(answered() || !client.Write(ReadStatus));
+        const Exchange first = instrument.Exchanges().back();
+        QCOMPARE(first.answer.left(2).toHex(), QByteArray("20fe"));
+        QVERIFY(first.answeredAt - acknowledgedAt > 250ms);
+    }
+
+    void ClockIsTheLocalOne()
+    {
+        const QDateTime before = QDateTime::currentDateTime();
+        const Instrument instrument;
+        const QDateTime shown = instrument.Date();
+        QVERIFY(shown >= QDateTime(before.date(), before.time(), Qt::UTC));
+        QVERIFY(shown < QDateTime(before.date(), before.time(), Qt::UTC).addSecs(60));
+        QCOMPARE(instrument.CalibrationDate().date(), QDate(2024, 2, 15));
+    }
+
+    void MeasuresOnTheLine()
+    {
+        InstrumentOptions options;
+        options.model.functionTimings.singleRun = 100ms;
+        Instrument instrument(options);
+        LineClient client(instrument.DevicePath());
+        const auto status = [&client] { return client.Ask(ReadStatus, 4).left(2).toHex(); };
+        QCOMPARE(client.Ask(PrepareRln, 3), Acknowledge);
+        QTRY_COMPARE(status(), QByteArray("01f4"));
+        QCOMPARE(client.Ask(StartMeasurement, 3), Acknowledge);
+        QTRY_COMPARE(status(), QByteArray("81f2"));
+        const QByteArray result = client.Ask(ReadMeasurement, 26);
+        QCOMPARE(result.size(), 26);
+        QVERIFY(result.left(4) != QByteArray(4, '\0'));
+        QCOMPARE(status(), QByteArray("01f2"));
+        QCOMPARE(instrument.Status().functionState, 2);
+        QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
+        QCOMPARE(instrument.Status().function, 0);
+    }
+
+    void LogsChangesThatNobodyAsksFor()
+    {
+        const QTemporaryDir folder;
+        InstrumentOptions options;
+        options.logPath = folder.filePath(QStringLiteral("log"));
+        const Instrument instrument(options);
+        LineClient client(instrument.DevicePath());
+        const auto log = [&options] { return LogIn(options.logPath); };
+        QCOMPARE(client.Ask(PrepareHvTest, 3), Acknowledge);
+        QTRY_COMPARE(
+            log(), QByteArray("5009050200ffffffff063e 06c660\nfunction 9 preparing\nfunction 9 prepared\n"));
+        QCOMPARE(client.Ask(StartMeasurement, 3), Acknowledge);
+        QTRY_VERIFY2(log().endsWith("\n53966a 06c660\nfunction 9 starting\nfunction 9 running\n"),
+                     log().constData());
+        QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
+        QTRY_VERIFY2(log().endsWith("\n68aeed 06c660\nfunction 9 stopping\nfunction 9 stopped by request\n"),
+                     log().constData());
+    }
+
+    void RcdTestOnTheLine()
+    {
+        Instrument instrument(RcdOptions(50ms, 120ms));
+        LineClient client(instrument.DevicePath());
+        QVERIFY(StartRcdTest(client));
+        QCOMPARE(client.Read(4), RcdRunningStatus);
+        QCOMPARE(client.Read(4), RcdRunningStatus);
+        const QByteArray result = client.Read(26);
+        QCOMPARE(result.size(), 26);
+        QCOMPARE(result.mid(4, 20), QByteArray(20, '\0'));
+        QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("0af29620"));
+        QVERIFY(!client.IsReadable(100));
+        QTRY_COMPARE(RequestsOf(instrument),
+                     (QVector<QByteArray>{PrepareUbRe, StartMeasurement, ReadStatus}));
+    }
+
+    void RcdScenariosByText()
+    {
+        Instrument instrument(RcdOptions(Long, Long));
+        LineClient client(instrument.DevicePath());
+        instrument.Execute(Command("scenario start-test 5"));
+        QCOMPARE(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("f5"));
+        instrument.Execute(Command("scenario rcd-check 3"));
+        QCOMPARE(client.Ask(PrepareUbRe, 3), Acknowledge);
+        QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("8af32f2b"));
+        QCOMPARE(client.Ask(ReadMeasurement, 26).left(1).toHex(), QByteArray("03"));
+        instrument.Execute(Command("scenario rcd-error 3"));
+        QCOMPARE(client.Ask(PrepareUbRe, 3), Acknowledge);
+        QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("0a341c99"));
+    }
+
+    /// Five status frames and a result are due at once, and yet 20 ms apart from each other and from the
+    /// answer.
+    void LineIsQuietBeforeWhatNobodyAskedFor()
+    {
+        const Instrument instrument(RcdOptions(1ms, 6ms));
+        LineClient client(instrument.DevicePath());
+        QVERIFY(StartRcdTest(client));
+        QCOMPARE(client.Read(4), RcdRunningStatus);
+        const Simulator::TimePoint firstReadAt = Simulator::Clock::now();
+        QCOMPARE(client.Read(4 * 4 + 26).size(), 4 * 4 + 26);
+        const Simulator::TimePoint lastReadAt = Simulator::Clock::now();
+        const Simulator::TimePoint acknowledgedAt = instrument.Exchanges().back().answeredAt;
+        QVERIFY(firstReadAt - acknowledgedAt >= 20ms);
+        QVERIFY(lastReadAt - acknowledgedAt >= milliseconds(6 * 20));
+    }
+
+    void NothingUnaskedBehindAStop()
+    {
+        Instrument instrument(RcdOptions(30ms, Long));
+        LineClient client(instrument.DevicePath());
+        QVERIFY(StartRcdTest(client));
+        QCOMPARE(client.Read(4), RcdRunningStatus);
+        QVERIFY(client.Write(StopMeasurement));
+        QByteArray received = client.Read(3);
+        while (!received.endsWith(Acknowledge)) { // a frame may have been on its way
+            const QByteArray next = client.Read(1);
+            QCOMPARE(next.size(), 1);
+            received += next;
+        }
+        QVERIFY(!client.IsReadable(200));
+        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+        QCOMPARE(instrument.Status().function, 0);
+    }
+
+    void NothingUnaskedWhileUnplugged()
+    {
+        Instrument instrument(RcdOptions(Long, 1000ms));
+        LineClient client(instrument.DevicePath());
+        QVERIFY(StartRcdTest(client));
+        instrument.Unplug();
+        QTRY_COMPARE(instrument.Status().functionState, 2);
+        instrument.Plug();
+        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+    }
+
+    void PiecesOfAFrame()
+    {
+        Instrument instrument(RcdOptions(1ms, Long));
+        instrument.SetScenario(Simulator::Scenario::RcdPieces, 30000);
+        LineClient client(instrument.DevicePath());
+        QVERIFY(StartRcdTest(client));
+        QCOMPARE(client.Read(4), RcdRunningStatus);
+        QVERIFY(Simulator::Clock::now() - instrument.Exchanges().back().answeredAt >=
+                milliseconds(20 + 2 * 30));
+    }
+
+    void AnswerWaitsForThePiecesOfAFrame()
+    {
+        Instrument instrument(RcdOptions(200ms, 300ms));
+        instrument.SetScenario(Simulator::Scenario::RcdPieces, 50000);
+        LineClient client(instrument.DevicePath());
+        QVERIFY(StartRcdTest(client));
+        QCOMPARE(client.Read(1).toHex(), QByteArray("0a"));
+        QVERIFY(client.Write(ReadVersion));
+        const QByteArray received = client.Read(3 + 25 + 26);
+        QCOMPARE(received.left(3).toHex(), QByteArray("f73370"));
+        QVERIFY2(received.mid(3, 25) == Version || received.right(25) == Version,
+                 received.toHex().constData());
+    }
+
+    void LogOfAnRcdTest()
+    {
+        const QTemporaryDir folder;
+        InstrumentOptions options = RcdOptions(40ms, 60ms);
+        options.logPath = folder.filePath(QStringLiteral("log"));
+        const Instrument instrument(options);
+        LineClient client(instrument.DevicePath());
+        QVERIFY(StartRcdTest(client));
+        const QByteArray frames = client.Read(4 + 26);
+        QCOMPARE(frames.left(4), RcdRunningStatus);
+        QTRY_COMPARE(LogIn(options.logPath), "500a000005ffffffffc327 06c660\nfunction 10 preparing\n"
+                                             "function 10 prepared\n53966a 06c660\nfunction 10 running\n"
+                                             "unasked 0af73370\nunasked " +
+                                                 frames.mid(4).toHex() + "\nfunction 10 completed\n");
+    }
+
+    void KeepsTheFirmware()
+    {
+        Instrument instrument;
+        instrument.SetMode(3);
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(InitializeUpdate, 4), UpdateInitialized);
+        QCOMPARE(client.Ask(Sector, 3), Acknowledge);
+        QCOMPARE(instrument.Firmware(), QByteArray());
+        QCOMPARE(client.Ask(ConfirmSector, 3), Acknowledge);
+        QCOMPARE(instrument.Firmware(), QByteArray(512, '\x11'));
+    }
+
+    void FirmwareIsSavedBeforeItIsAcknowledged()
+    {
+        const QTemporaryDir folder;
+        InstrumentOptions options;
+        options.firmwarePath = folder.filePath(QStringLiteral("firmware"));
+        Instrument instrument(options);
+        instrument.SetMode(3);
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(InitializeUpdate, 4), UpdateInitialized);
+        QCOMPARE(client.Ask(Sector, 3), Acknowledge);
+        QVERIFY(!QFileInfo::exists(options.firmwarePath));
+        QCOMPARE(client.Ask(ConfirmSector, 3), Acknowledge);
+        QFile file(options.firmwarePath);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), QByteArray(512, '\x11'));
+    }
+
+    void LogOfAnUpdate()
+    {
+        const QTemporaryDir folder;
+        InstrumentOptions options;
+        options.logPath = folder.filePath(QStringLiteral("log"));
+        options.model.restartTime = 20ms;
+        options.model.update.installTime = 20ms;
+        Instrument instrument(options);
+        instrument.SetMode(3);
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(InitializeUpdate, 4), UpdateInitialized);
+        QCOMPARE(client.Ask(Sector, 3), Acknowledge);
+        QCOMPARE(client.Ask(ConfirmSector, 3), Acknowledge);
+        QTRY_COMPARE(LogIn(options.logPath), "56333a 00024220\nupdate initialized\n" + Sector.toHex() +
+                                                 " 06c660\n5a8038cc35 06c660\n"
+                                                 "firmware of 512 bytes confirmed: version 1.05 -> 1.06\n"
+                                                 "restarted into mode 0\n");
+    }
+
+    void FirmwareFileThatCannotBeWritten()
+    {
+        InstrumentOptions options;
+        options.firmwarePath = QStringLiteral("/no/such/folder/firmware");
+        QVERIFY_EXCEPTION_THROWN(Instrument{options}, std::runtime_error);
+    }
+
+    void UpdateScenariosByText()
+    {
+        Instrument instrument;
+        LineClient client(instrument.DevicePath());
+        instrument.Execute(Command("mode 3"));
+        instrument.Execute(Command("scenario refuses-initialize"));
+        QCOMPARE(client.Ask(InitializeUpdate, 3), Refusal);
+        instrument.Execute(Command("scenario refuses-sector 2"));
+        QCOMPARE(client.Ask(InitializeUpdate, 4), UpdateInitialized);
+        QCOMPARE(client.Ask(Sector, 3), Acknowledge);
+        QCOMPARE(client.Ask(Sector, 3), Refusal);
+        instrument.Execute(Command("scenario loses-sector 2"));
+        QVERIFY(client.Write(Sector));
+        QTRY_COMPARE(RequestsOf(instrument).size(), 5);
+        QCOMPARE(instrument.Exchanges().back().answer, QByteArray());
+    }
+
+    /// 11 bits a byte: at 4800 bits per second, 3 bytes take 6.9 ms, 25 take 57.3 ms and 515 take 1180.2 ms.
+    void BytesTakeTheirTime()
+    {
+        InstrumentOptions options;
+        options.baud = 4800;
+        Instrument instrument(options);
+        instrument.SetMode(3);
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+        QCOMPARE(client.Ask(InitializeUpdate, 4), UpdateInitialized);
+        QCOMPARE(client.Ask(Sector, 3), Acknowledge);
+        QTRY_COMPARE(RequestsOf(instrument).size(), 3);
+        const std::vector<Exchange> exchanges = instrument.Exchanges();
+        QVERIFY(exchanges.at(0).answeredAt - exchanges.at(0).receivedAt >= milliseconds(6 + 57));
+        QVERIFY(exchanges.at(2).answeredAt - exchanges.at(2).receivedAt >= milliseconds(1180 + 6));
+    }
+
+    void FramesTakeTheirTime()
+    {
+        InstrumentOptions options = RcdOptions(1ms, Long);
+        options.baud = 300;
+        const Instrument instrument(options);
+        LineClient client(instrument.DevicePath());
+        QVERIFY(StartRcdTest(client));
+        QCOMPARE(client.Read(4), RcdRunningStatus);
+        QVERIFY(Simulator::Clock::now() - instrument.Exchanges().back().answeredAt >= milliseconds(20 + 146));
+    }
+
+    void PacedNoise()
+    {
+        InstrumentOptions options;
+        options.baud = 300;
+        const Instrument instrument(options);
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(Bytes("0102"), 3), Refusal);
+        QTRY_COMPARE(RequestsOf(instrument).size(), 1);
+        const Exchange exchange = instrument.Exchanges().at(0);
+        QVERIFY(exchange.answeredAt - exchange.receivedAt >= milliseconds(73 + 110));
+    }
+
+    void PacedAnswersKeepTheOrderOfTheLog()
+    {
+        const QTemporaryDir folder;
+        InstrumentOptions options;
+        options.baud = 300;
+        options.logPath = folder.filePath(QStringLiteral("log"));
+        options.model.functionTimings.preparing = 5ms;
+        const Instrument instrument(options);
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(PrepareHvTest, 3), Acknowledge);
+        QTRY_COMPARE(
+            LogIn(options.logPath),
+            QByteArray("5009050200ffffffff063e 06c660\nfunction 9 preparing\nfunction 9 prepared\n"));
+    }
+
+    void PacedAnswersGoWithTheirLine()
+    {
+        InstrumentOptions options;
+        options.baud = 300;
+        Instrument instrument(options);
+        {
+            LineClient client(instrument.DevicePath());
+            QTRY_VERIFY(instrument.Status().newMeasurement);
+            QVERIFY(client.Write(ReadMeasurement));
+            QTRY_VERIFY(!instrument.Status().newMeasurement); // the answer takes 953 ms
+            instrument.SetFault(Fault::HangUp);
+            instrument.Plug();
+        }
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
+        QTRY_COMPARE(RequestsOf(instrument), QVector<QByteArray>{StopMeasurement});
+    }
+
+    void CallsFromManyThreads()
+    {
+        Instrument instrument;
+        std::atomic<bool> isEnding{false};
+        std::thread faults([&] {
+            while (!isEnding) {
+                instrument.SetFault(Fault::HangUp);
+                instrument.SetFault(Fault::None);
+                instrument.SetMode(1);
+                instrument.SetError(2);
+                instrument.SetFunction(9);
+                instrument.SetScenario(Simulator::Scenario::FallsBack);
+            }
+        });
+        std::thread observer([&] {
+            while (!isEnding) {
+                instrument.SetFault(Fault::None);
+                instrument.Send("x");
+                instrument.ClearRequests();
+                instrument.Exchanges();
+                instrument.Date();
+                instrument.Status();
+                instrument.Firmware();
+            }
+        });
+        for (int round = 0; round < 200; ++round) {
+            LineClient client(instrument.DevicePath());
+            client.Write(ReadStatus);
+        }
+        isEnding = true;
+        faults.join();
+        observer.join();
+        instrument.SetFault(Fault::HangUp); // a fresh line, without the answers of the rounds above
+        instrument.Plug();
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+    }
+};
 
 QTEST_GUILESS_MAIN(TestInstrument)
 #include "tst_instrument.moc"

@@ -9,7 +9,10 @@
 #include "lineclient.h"
 #include "simulator/faults/faultfile.h"
 #include "simulator/line/instrument.h"
+#include "support/wire.h"
 
+using namespace Wire;
+using namespace std::chrono_literals;
 using Simulator::Clock;
 using Simulator::Exchange;
 using Simulator::Fault;
@@ -20,15 +23,7 @@ using std::chrono::milliseconds;
 namespace
 {
 
-const QByteArray Acknowledge = QByteArray::fromHex("06c660");
-const QByteArray Refusal = QByteArray::fromHex("214334");
-const QByteArray ReadStatus = QByteArray::fromHex("73f44e");
-const QByteArray ReadVersion = QByteArray::fromHex("57122a");
-const QByteArray StopMeasurement = QByteArray::fromHex("68aeed");
-const QByteArray StartMeasurement = QByteArray::fromHex("53966a");
-const QByteArray PrepareRln = QByteArray::fromHex("5001ff0100ffffffffea32");
-const QByteArray PrepareUbRe = QByteArray::fromHex("500a000005ffffffffc327");
-const QByteArray Version = QByteArray::fromHex("5041543431303230343831353130353033303232303136f923");
+const QByteArray PrepareUbRe = Bytes("500a000005ffffffffc327");
 
 /// Sets the faults of a JSON text without its outermost brackets.
 bool Set(Instrument& instrument, const char* faults)
@@ -51,476 +46,442 @@ class TestInstrumentFaults : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void WhatBecomesOfAnAnswer_data();
-    void WhatBecomesOfAnAnswer();
-    void Silent();
-    void Refuse();
-    void CutToNothing();
-    void Slow();
-    void SlowWithAnotherFault();
-    void Split();
-    void SplitKeepsTheOrderOfAnswers();
-    void SeveralInTheOrderOfTheFile();
-    void BesideTheStandingFault();
-    void OneLetterOnly();
-    void JustTheNth();
-    void ForATime();
-    void ProbabilityTakesTheSameRequestsAgain();
-    void HangUpAtARequest();
-    void HangUpByTheClock();
-    void HangUpUntilPlugged();
-    void LineListener();
-    void RestartAtARequest();
-    void RestartByTheClock();
-    void ErrorAtARequest();
-    void ModeAndFunctionAtOnce();
-    void ScenarioAtARequest();
-    void FaultByCommand();
-    void HangUpAndPlugByCommand();
-    void SilenceSwallowsWhatNobodyAskedFor();
-    void SilenceOfOneRequestDoesNot();
-    void Cleared();
-    void TooMany();
-    void ScriptedAnswersStayAsTheyAre();
-    void LogTellsOfAllPieces();
-    void CallsFromManyThreads();
-};
-
-void TestInstrumentFaults::WhatBecomesOfAnAnswer_data()
-{
-    QTest::addColumn<QByteArray>("fault");
-    QTest::addColumn<QByteArray>("answer");
-    const auto row = [](const char* fault, const char* answer) {
-        QTest::newRow(fault) << QByteArray(fault) << QByteArray(answer);
-    };
-    row("{\"fault\":\"bad-crc\"}", "06c69f");
-    row("{\"fault\":\"wrong-length\"}", "0600a6aa");
-    row("{\"fault\":\"truncated\"}", "06c6");
-    row("{\"fault\":\"truncated\",\"length\":1}", "06");
-    row("{\"fault\":\"garbage-before\"}", "55aa06c660");
-    row("{\"fault\":\"garbage-before\",\"bytes\":\"0A0b\"}", "0a0b06c660");
-    row("{\"fault\":\"garbage-after\",\"bytes\":\"00\"}", "06c66000");
-    row("{\"fault\":\"flip\"}", "f9c660");
-    row("{\"fault\":\"flip\",\"position\":-2,\"length\":2,\"mask\":1}", "06c761");
-    row("{\"fault\":\"drop\",\"position\":1}", "0660");
-    row("{\"fault\":\"double\",\"position\":1,\"length\":2}", "06c660c660");
-    row("{\"fault\":\"split\"}", "06c660");
-    row("{\"fault\":\"slow\",\"delay\":1}", "06c660");
-}
-
-/// The second answer shows that nothing more came with the first one, and that the count is kept.
-void TestInstrumentFaults::WhatBecomesOfAnAnswer()
-{
-    QFETCH(QByteArray, fault);
-    QFETCH(QByteArray, answer);
-    Instrument instrument;
-    QVERIFY(Set(instrument, fault.replace(fault.size() - 1, 1, ",\"count\":1}").constData()));
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(StopMeasurement, answer.size() / 2).toHex(), answer);
-    QCOMPARE(client.Ask(ReadVersion, 25), Version);
-}
-
-void TestInstrumentFaults::Silent()
-{
-    Instrument instrument;
-    instrument.SetFunction(5);
-    QVERIFY(Set(instrument, R"({"fault":"silent","count":1})"));
-    LineClient client(instrument.DevicePath());
-    QVERIFY(IsSwallowed(instrument, client, StopMeasurement));
-    QCOMPARE(instrument.Status().function, 5);
-    QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
-}
-
-void TestInstrumentFaults::Refuse()
-{
-    Instrument instrument;
-    instrument.SetFunction(5);
-    QVERIFY(Set(instrument, R"({"fault":"refuse","count":1})"));
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(StopMeasurement, 3), Refusal);
-    QCOMPARE(instrument.Status().function, 5);
-    QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
-}
-
-/// Unlike with silence, the instrument has acted.
-void TestInstrumentFaults::CutToNothing()
-{
-    Instrument instrument;
-    instrument.SetFunction(5);
-    QVERIFY(Set(instrument, R"({"fault":"truncated","length":0,"count":1})"));
-    LineClient client(instrument.DevicePath());
-    QVERIFY(IsSwallowed(instrument, client, StopMeasurement));
-    QCOMPARE(instrument.Status().function, 0);
-}
-
-void TestInstrumentFaults::Slow()
-{
-    Instrument instrument;
-    QVERIFY(Set(instrument, R"({"fault":"slow","delay":80,"when":{"request":"W"}})"));
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(ReadVersion, 25), Version);
-    const Exchange exchange = instrument.Exchanges().at(0);
-    QVERIFY(exchange.answeredAt - exchange.receivedAt >= milliseconds(80));
-}
-
-void TestInstrumentFaults::SlowWithAnotherFault()
-{
-    Instrument instrument;
-    QVERIFY(Set(instrument, R"({"fault":"bad-crc"},{"fault":"slow","delay":60})"));
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(StopMeasurement, 3).toHex(), QByteArray("06c69f"));
-    const Exchange exchange = instrument.Exchanges().at(0);
-    QVERIFY(exchange.answeredAt - exchange.receivedAt >= milliseconds(60));
-}
-
-/// No byte of a piece is there before its time; with shorter pieces there would be more pauses.
-void TestInstrumentFaults::Split()
-{
-    Instrument instrument;
-    QVERIFY(Set(instrument, R"({"fault":"split","length":10,"pause":300})"));
-    LineClient client(instrument.DevicePath());
-    const Simulator::TimePoint askedAt = Clock::now();
-    QVERIFY(client.Write(ReadVersion));
-    QCOMPARE(client.Read(11), Version.left(11));
-    QVERIFY(Clock::now() - askedAt >= milliseconds(300));
-    QCOMPARE(client.Read(10), Version.mid(11, 10));
-    QVERIFY(Clock::now() - askedAt >= milliseconds(600));
-    QCOMPARE(client.Read(4), Version.mid(21));
-    QVERIFY(Clock::now() - askedAt < milliseconds(5000));
-    QTRY_COMPARE(instrument.Exchanges().size(), std::size_t(1));
-    QCOMPARE(instrument.Exchanges().at(0).answer, Version);
-}
-
-void TestInstrumentFaults::SplitKeepsTheOrderOfAnswers()
-{
-    Instrument instrument;
-    QVERIFY(Set(instrument, R"({"fault":"split","pause":1,"when":{"request":"W"}})"));
-    LineClient client(instrument.DevicePath());
-    QVERIFY(client.Write(ReadVersion + StopMeasurement));
-    QCOMPARE(client.Read(28), Version + Acknowledge);
-}
-
-void TestInstrumentFaults::SeveralInTheOrderOfTheFile()
-{
-    Instrument instrument;
-    QVERIFY(
-        Set(instrument,
-            R"({"fault":"garbage-before","bytes":"00"},{"fault":"flip"},{"fault":"truncated","length":3})"));
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(StopMeasurement, 3).toHex(), QByteArray("ff06c6"));
-}
-
-void TestInstrumentFaults::BesideTheStandingFault()
-{
-    Instrument instrument;
-    instrument.SetFault(Fault::GarbageBefore);
-    QVERIFY(Set(instrument, R"({"fault":"flip"})"));
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(StopMeasurement, 5).toHex(), QByteArray("55aaf9c660"));
-    instrument.Plug();
-    QCOMPARE(client.Ask(StopMeasurement, 3).toHex(), QByteArray("f9c660"));
-}
-
-void TestInstrumentFaults::OneLetterOnly()
-{
-    Instrument instrument;
-    QVERIFY(Set(instrument, R"({"fault":"refuse","when":{"request":"h"}})"));
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(ReadVersion, 25), Version);
-    QCOMPARE(client.Ask(StopMeasurement, 3), Refusal);
-    QCOMPARE(client.Ask(ReadVersion, 25), Version);
-}
-
-void TestInstrumentFaults::JustTheNth()
-{
-    Instrument instrument;
-    QVERIFY(Set(instrument, R"({"fault":"refuse","when":{"request":"h","from":2},"count":1})"));
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
-    QCOMPARE(client.Ask(ReadVersion, 25), Version);
-    QCOMPARE(client.Ask(StopMeasurement, 3), Refusal);
-    QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
-}
-
-void TestInstrumentFaults::ForATime()
-{
-    Instrument instrument;
-    const Simulator::TimePoint setAt = Clock::now();
-    QVERIFY(Set(instrument, R"({"fault":"refuse","when":{"after":150,"until":1500}})"));
-    LineClient client(instrument.DevicePath());
-    QTRY_COMPARE(client.Ask(StopMeasurement, 3), Refusal);
-    QVERIFY(instrument.Exchanges().back().receivedAt - setAt >= milliseconds(150));
-    QTRY_COMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
-    QVERIFY(instrument.Exchanges().back().receivedAt - setAt >= milliseconds(1500));
-}
-
-/// Those of the first ten numbers of MT19937 with seed 1 and with seed 2 that are below 2147483648.
-void TestInstrumentFaults::ProbabilityTakesTheSameRequestsAgain()
-{
-    const auto refusals = [](const char* fault) {
-        Instrument instrument;
-        QByteArray pattern;
-        if (Set(instrument, fault)) {
-            LineClient client(instrument.DevicePath());
-            for (int i = 0; i < 10; ++i) {
-                pattern.append(client.Ask(StopMeasurement, 3) == Refusal ? 'x' : '.');
-            }
-        }
-        return pattern;
-    };
-    const char one[] = R"({"fault":"refuse","when":{"request":"h","probability":0.5}})";
-    const char two[] = R"({"fault":"refuse","when":{"request":"h","probability":0.5,"seed":2}})";
-    QCOMPARE(refusals(one), QByteArray("x...xxx.xx"));
-    QCOMPARE(refusals(one), QByteArray("x...xxx.xx"));
-    QCOMPARE(refusals(two), QByteArray("xxx...xxxx"));
-}
-
-void TestInstrumentFaults::HangUpAtARequest()
-{
-    Instrument instrument;
-    QVERIFY(Set(instrument,
-                R"({"fault":"hang-up","line-back-in":150,"when":{"request":"W","from":2},"count":1})"));
+    void WhatBecomesOfAnAnswer_data()
     {
+        QTest::addColumn<QByteArray>("fault");
+        QTest::addColumn<QByteArray>("answer");
+        const auto row = [](const char* fault, const char* answer) {
+            QTest::newRow(fault) << QByteArray(fault) << QByteArray(answer);
+        };
+        row("{\"fault\":\"bad-crc\"}", "06c69f");
+        row("{\"fault\":\"wrong-length\"}", "0600a6aa");
+        row("{\"fault\":\"truncated\"}", "06c6");
+        row("{\"fault\":\"truncated\",\"length\":1}", "06");
+        row("{\"fault\":\"garbage-before\"}", "55aa06c660");
+        row("{\"fault\":\"garbage-before\",\"bytes\":\"0A0b\"}", "0a0b06c660");
+        row("{\"fault\":\"garbage-after\",\"bytes\":\"00\"}", "06c66000");
+        row("{\"fault\":\"flip\"}", "f9c660");
+        row("{\"fault\":\"flip\",\"position\":-2,\"length\":2,\"mask\":1}", "06c761");
+        row("{\"fault\":\"drop\",\"position\":1}", "0660");
+        row("{\"fault\":\"double\",\"position\":1,\"length\":2}", "06c660c660");
+        row("{\"fault\":\"split\"}", "06c660");
+        row("{\"fault\":\"slow\",\"delay\":1}", "06c660");
+    }
+
+    /// The second answer shows that nothing more came with the first one, and that the count is kept.
+    void WhatBecomesOfAnAnswer()
+    {
+        QFETCH(QByteArray, fault);
+        QFETCH(QByteArray, answer);
+        Instrument instrument;
+        QVERIFY(Set(instrument, fault.replace(fault.size() - 1, 1, ",\"count\":1}").constData()));
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(StopMeasurement, answer.size() / 2).toHex(), answer);
+        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+    }
+
+    void Silent()
+    {
+        Instrument instrument;
+        instrument.SetFunction(5);
+        QVERIFY(Set(instrument, R"({"fault":"silent","count":1})"));
+        LineClient client(instrument.DevicePath());
+        QVERIFY(IsSwallowed(instrument, client, StopMeasurement));
+        QCOMPARE(instrument.Status().function, 5);
+        QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
+    }
+
+    void Refuse()
+    {
+        Instrument instrument;
+        instrument.SetFunction(5);
+        QVERIFY(Set(instrument, R"({"fault":"refuse","count":1})"));
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(StopMeasurement, 3), Refusal);
+        QCOMPARE(instrument.Status().function, 5);
+        QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
+    }
+
+    /// Unlike with silence, the instrument has acted.
+    void CutToNothing()
+    {
+        Instrument instrument;
+        instrument.SetFunction(5);
+        QVERIFY(Set(instrument, R"({"fault":"truncated","length":0,"count":1})"));
+        LineClient client(instrument.DevicePath());
+        QVERIFY(IsSwallowed(instrument, client, StopMeasurement));
+        QCOMPARE(instrument.Status().function, 0);
+    }
+
+    void Slow()
+    {
+        Instrument instrument;
+        QVERIFY(Set(instrument, R"({"fault":"slow","delay":80,"when":{"request":"W"}})"));
         LineClient client(instrument.DevicePath());
         QCOMPARE(client.Ask(ReadVersion, 25), Version);
-        QVERIFY(client.Write(ReadVersion));
-        QCOMPARE(client.Read(1), QByteArray());
+        const Exchange exchange = instrument.Exchanges().at(0);
+        QVERIFY(exchange.answeredAt - exchange.receivedAt >= 80ms);
     }
-    QCOMPARE(instrument.Exchanges().back().answer, QByteArray());
-    QTRY_VERIFY(!instrument.DevicePath().isEmpty());
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(ReadVersion, 25), Version);
-}
 
-void TestInstrumentFaults::HangUpByTheClock()
-{
-    Instrument instrument;
-    LineClient client(instrument.DevicePath());
-    const Simulator::TimePoint setAt = Clock::now();
-    QVERIFY(Set(instrument, R"({"fault":"hang-up","line-back-in":100,"when":{"after":100}})"));
-    QCOMPARE(client.Read(1), QByteArray());
-    QVERIFY(Clock::now() - setAt >= milliseconds(100));
-    QTRY_VERIFY(!instrument.DevicePath().isEmpty());
-    QVERIFY(Clock::now() - setAt >= milliseconds(200));
-    LineClient next(instrument.DevicePath());
-    QCOMPARE(next.Ask(ReadVersion, 25), Version);
-}
-
-void TestInstrumentFaults::HangUpUntilPlugged()
-{
-    Instrument instrument;
-    QVERIFY(Set(instrument, R"({"fault":"hang-up"})"));
-    QTRY_COMPARE(instrument.DevicePath(), QString());
-    instrument.Plug();
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(ReadVersion, 25), Version);
-}
-
-void TestInstrumentFaults::LineListener()
-{
-    QStringList paths; // written by the serving thread, read when that has told of the line
+    void SlowWithAnotherFault()
     {
         Instrument instrument;
-        const QString first = instrument.DevicePath();
-        instrument.SetLineListener([&paths](const QString& path) { paths.append(path); });
-        instrument.SetFault(Fault::HangUp);
-        QCOMPARE(paths, (QStringList{QString(), QString()}));
-        instrument.Plug();
-        QCOMPARE(paths.mid(2), (QStringList{QString(), instrument.DevicePath()}));
-        QVERIFY(!first.isEmpty() && !paths.last().isEmpty());
-    }
-    QCOMPARE(paths.size(), 4);
-}
-
-void TestInstrumentFaults::RestartAtARequest()
-{
-    InstrumentOptions options;
-    options.model.restartTime = milliseconds(200);
-    Instrument instrument(options);
-    QVERIFY(Set(instrument, R"({"command":"restart 2","when":{"request":"s","from":2},"count":1})"));
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(ReadStatus, 4).left(2).toHex(), QByteArray("00fe"));
-    QVERIFY(IsSwallowed(instrument, client, ReadStatus));
-    const Simulator::TimePoint restartedAt = instrument.Exchanges().back().answeredAt;
-    QTRY_VERIFY(!IsSwallowed(instrument, client, ReadStatus));
-    QCOMPARE(instrument.Exchanges().back().answer.left(2).toHex(), QByteArray("40fe"));
-    QVERIFY(instrument.Exchanges().back().receivedAt - restartedAt >= milliseconds(150));
-}
-
-void TestInstrumentFaults::RestartByTheClock()
-{
-    InstrumentOptions options;
-    options.model.restartTime = milliseconds(50);
-    Instrument instrument(options);
-    QVERIFY(Set(instrument, R"({"command":"restart 3","when":{"after":50}})"));
-    QTRY_COMPARE(instrument.Status().mode, 3);
-    LineClient client(instrument.DevicePath());
-    QTRY_VERIFY(!IsSwallowed(instrument, client, ReadStatus));
-    QCOMPARE(client.Read(4).left(2).toHex(), QByteArray("60fe"));
-}
-
-void TestInstrumentFaults::ErrorAtARequest()
-{
-    Instrument instrument;
-    QVERIFY(Set(instrument, R"({"command":"error 4","when":{"request":"s","from":2},"count":1},)"
-                            R"({"command":"error 15","when":{"request":"s","from":3},"count":1})"));
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("fe"));
-    QCOMPARE(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("4e"));
-    QCOMPARE(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("fe"));
-}
-
-/// What is due at once is done before the first request.
-void TestInstrumentFaults::ModeAndFunctionAtOnce()
-{
-    Instrument instrument;
-    QVERIFY(Set(instrument, R"({"command":"mode 2"},{"command":"function 9"})"));
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(ReadStatus, 4).left(2).toHex(), QByteArray("49f7"));
-}
-
-void TestInstrumentFaults::ScenarioAtARequest()
-{
-    Instrument instrument;
-    QVERIFY(Set(instrument,
-                R"({"command":"scenario refuses-prepare","when":{"request":"P","from":2},"count":1})"));
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(PrepareRln, 3), Acknowledge);
-    QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
-    QCOMPARE(client.Ask(PrepareRln, 3), Refusal);
-    instrument.Execute(Command("scenario none"));
-    QCOMPARE(client.Ask(PrepareRln, 3), Acknowledge);
-}
-
-void TestInstrumentFaults::FaultByCommand()
-{
-    Instrument instrument;
-    QVERIFY(Set(instrument, R"({"command":"fault refuse","when":{"request":"h","from":2},"count":1},)"
-                            R"({"command":"plug","when":{"request":"h","from":3},"count":1})"));
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
-    QCOMPARE(client.Ask(StopMeasurement, 3), Refusal);
-    QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
-}
-
-void TestInstrumentFaults::HangUpAndPlugByCommand()
-{
-    Instrument instrument;
-    LineClient client(instrument.DevicePath());
-    QVERIFY(Set(instrument, R"({"command":"fault hang-up"},{"command":"plug","when":{"after":200}})"));
-    QCOMPARE(client.Read(1), QByteArray());
-    QTRY_VERIFY(!instrument.DevicePath().isEmpty());
-    LineClient next(instrument.DevicePath());
-    QCOMPARE(next.Ask(ReadVersion, 25), Version);
-}
-
-void TestInstrumentFaults::SilenceSwallowsWhatNobodyAskedFor()
-{
-    InstrumentOptions options;
-    options.model.rcdTimings.preparing = milliseconds(0);
-    options.model.rcdTimings.statusPeriod = milliseconds(600000);
-    options.model.rcdTimings.run = milliseconds(1000);
-    Instrument instrument(options);
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(PrepareUbRe, 3), Acknowledge);
-    QCOMPARE(client.Ask(StartMeasurement, 3), Acknowledge);
-    QVERIFY(Set(instrument, R"({"fault":"silent"})"));
-    QTRY_COMPARE(instrument.Status().functionState, 2);
-    instrument.ClearFaults();
-    QCOMPARE(client.Ask(ReadVersion, 25), Version);
-}
-
-void TestInstrumentFaults::SilenceOfOneRequestDoesNot()
-{
-    InstrumentOptions options;
-    options.model.rcdTimings.preparing = milliseconds(0);
-    options.model.rcdTimings.statusPeriod = milliseconds(50);
-    options.model.rcdTimings.run = milliseconds(600000);
-    Instrument instrument(options);
-    QVERIFY(Set(instrument, R"({"fault":"silent","when":{"request":"s"}})"));
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(PrepareUbRe, 3), Acknowledge);
-    QCOMPARE(client.Ask(StartMeasurement, 3), Acknowledge);
-    QCOMPARE(client.Read(4).toHex(), QByteArray("0af73370"));
-}
-
-void TestInstrumentFaults::Cleared()
-{
-    Instrument instrument;
-    QVERIFY(Set(instrument, R"({"fault":"refuse"},{"command":"error 4","when":{"after":600000}})"));
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(StopMeasurement, 3), Refusal);
-    instrument.ClearFaults();
-    QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
-}
-
-void TestInstrumentFaults::TooMany()
-{
-    Instrument instrument;
-    const Simulator::FaultEntry refuse =
-        Simulator::ParseFault(R"({"fault":"refuse","when":{"request":"h"}})");
-    QVERIFY(!instrument.AddFaults(std::vector<Simulator::FaultEntry>(1001, refuse)));
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
-    QVERIFY(instrument.AddFaults(std::vector<Simulator::FaultEntry>(1000, refuse)));
-    QCOMPARE(client.Ask(StopMeasurement, 3), Refusal);
-}
-
-void TestInstrumentFaults::ScriptedAnswersStayAsTheyAre()
-{
-    Instrument instrument;
-    QVERIFY(Set(instrument, R"({"fault":"bad-crc"})"));
-    instrument.AnswerNextWith(QByteArray::fromHex("0102"));
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(StopMeasurement, 2).toHex(), QByteArray("0102"));
-    QCOMPARE(client.Ask(StopMeasurement, 3).toHex(), QByteArray("06c69f"));
-}
-
-void TestInstrumentFaults::LogTellsOfAllPieces()
-{
-    const QTemporaryDir folder;
-    InstrumentOptions options;
-    options.logPath = folder.filePath(QStringLiteral("log"));
-    Instrument instrument(options);
-    QVERIFY(Set(instrument, R"({"fault":"split","pause":1},{"fault":"bad-crc"})"));
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(StopMeasurement, 3).toHex(), QByteArray("06c69f"));
-    QTRY_COMPARE(RequestsOf(instrument).size(), 1);
-    QFile file(options.logPath);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QByteArray log = file.readAll();
-    QVERIFY2(log.endsWith("Z 68aeed 06c69f\n") && log.count('\n') == 1, log.constData());
-}
-
-void TestInstrumentFaults::CallsFromManyThreads()
-{
-    Instrument instrument;
-    std::atomic<bool> isEnding{false};
-    std::thread faults([&] {
-        while (!isEnding) {
-            Set(instrument, R"({"fault":"hang-up","line-back-in":0},{"fault":"refuse","count":1})");
-            instrument.ClearFaults();
-        }
-    });
-    std::thread lines([&] {
-        while (!isEnding) {
-            instrument.SetFault(Fault::HangUp);
-            instrument.SetFault(Fault::None);
-        }
-    });
-    for (int round = 0; round < 200; ++round) {
+        QVERIFY(Set(instrument, R"({"fault":"bad-crc"},{"fault":"slow","delay":60})"));
         LineClient client(instrument.DevicePath());
-        client.Write(ReadStatus);
+        QCOMPARE(client.Ask(StopMeasurement, 3).toHex(), QByteArray("06c69f"));
+        const Exchange exchange = instrument.Exchanges().at(0);
+        QVERIFY(exchange.answeredAt - exchange.receivedAt >= 60ms);
     }
-    isEnding = true;
-    faults.join();
-    lines.join();
-    instrument.ClearFaults();
-    instrument.SetFault(Fault::HangUp); // a fresh line, without the answers of the rounds above
-    instrument.Plug();
-    LineClient client(instrument.DevicePath());
-    QCOMPARE(client.Ask(ReadVersion, 25), Version);
-}
+
+    /// No byte of a piece is there before its time; with shorter pieces there would be more pauses.
+    void Split()
+    {
+        Instrument instrument;
+        QVERIFY(Set(instrument, R"({"fault":"split","length":10,"pause":300})"));
+        LineClient client(instrument.DevicePath());
+        const Simulator::TimePoint askedAt = Clock::now();
+        QVERIFY(client.Write(ReadVersion));
+        QCOMPARE(client.Read(11), Version.left(11));
+        QVERIFY(Clock::now() - askedAt >= 300ms);
+        QCOMPARE(client.Read(10), Version.mid(11, 10));
+        QVERIFY(Clock::now() - askedAt >= 600ms);
+        QCOMPARE(client.Read(4), Version.mid(21));
+        QVERIFY(Clock::now() - askedAt < 5000ms);
+        QTRY_COMPARE(instrument.Exchanges().size(), std::size_t(1));
+        QCOMPARE(instrument.Exchanges().at(0).answer, Version);
+    }
+
+    void SplitKeepsTheOrderOfAnswers()
+    {
+        Instrument instrument;
+        QVERIFY(Set(instrument, R"({"fault":"split","pause":1,"when":{"request":"W"}})"));
+        LineClient client(instrument.DevicePath());
+        QVERIFY(client.Write(ReadVersion + StopMeasurement));
+        QCOMPARE(client.Read(28), Version + Acknowledge);
+    }
+
+    void SeveralInTheOrderOfTheFile()
+    {
+        Instrument instrument;
+        QVERIFY(Set(
+            instrument,
+            R"({"fault":"garbage-before","bytes":"00"},{"fault":"flip"},{"fault":"truncated","length":3})"));
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(StopMeasurement, 3).toHex(), QByteArray("ff06c6"));
+    }
+
+    void BesideTheStandingFault()
+    {
+        Instrument instrument;
+        instrument.SetFault(Fault::GarbageBefore);
+        QVERIFY(Set(instrument, R"({"fault":"flip"})"));
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(StopMeasurement, 5).toHex(), QByteArray("55aaf9c660"));
+        instrument.Plug();
+        QCOMPARE(client.Ask(StopMeasurement, 3).toHex(), QByteArray("f9c660"));
+    }
+
+    void OneLetterOnly()
+    {
+        Instrument instrument;
+        QVERIFY(Set(instrument, R"({"fault":"refuse","when":{"request":"h"}})"));
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+        QCOMPARE(client.Ask(StopMeasurement, 3), Refusal);
+        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+    }
+
+    void JustTheNth()
+    {
+        Instrument instrument;
+        QVERIFY(Set(instrument, R"({"fault":"refuse","when":{"request":"h","from":2},"count":1})"));
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
+        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+        QCOMPARE(client.Ask(StopMeasurement, 3), Refusal);
+        QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
+    }
+
+    void ForATime()
+    {
+        Instrument instrument;
+        const Simulator::TimePoint setAt = Clock::now();
+        QVERIFY(Set(instrument, R"({"fault":"refuse","when":{"after":150,"until":1500}})"));
+        LineClient client(instrument.DevicePath());
+        QTRY_COMPARE(client.Ask(StopMeasurement, 3), Refusal);
+        QVERIFY(instrument.Exchanges().back().receivedAt - setAt >= 150ms);
+        QTRY_COMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
+        QVERIFY(instrument.Exchanges().back().receivedAt - setAt >= 1500ms);
+    }
+
+    /// Those of the first ten numbers of MT19937 with seed 1 and with seed 2 that are below 2147483648.
+    void ProbabilityTakesTheSameRequestsAgain()
+    {
+        const auto refusals = [](const char* fault) {
+            Instrument instrument;
+            QByteArray pattern;
+            if (Set(instrument, fault)) {
+                LineClient client(instrument.DevicePath());
+                for (int i = 0; i < 10; ++i) {
+                    pattern.append(client.Ask(StopMeasurement, 3) == Refusal ? 'x' : '.');
+                }
+            }
+            return pattern;
+        };
+        const char one[] = R"({"fault":"refuse","when":{"request":"h","probability":0.5}})";
+        const char two[] = R"({"fault":"refuse","when":{"request":"h","probability":0.5,"seed":2}})";
+        QCOMPARE(refusals(one), QByteArray("x...xxx.xx"));
+        QCOMPARE(refusals(one), QByteArray("x...xxx.xx"));
+        QCOMPARE(refusals(two), QByteArray("xxx...xxxx"));
+    }
+
+    void HangUpAtARequest()
+    {
+        Instrument instrument;
+        QVERIFY(Set(instrument,
+                    R"({"fault":"hang-up","line-back-in":150,"when":{"request":"W","from":2},"count":1})"));
+        {
+            LineClient client(instrument.DevicePath());
+            QCOMPARE(client.Ask(ReadVersion, 25), Version);
+            QVERIFY(client.Write(ReadVersion));
+            QCOMPARE(client.Read(1), QByteArray());
+        }
+        QCOMPARE(instrument.Exchanges().back().answer, QByteArray());
+        QTRY_VERIFY(!instrument.DevicePath().isEmpty());
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+    }
+
+    void HangUpByTheClock()
+    {
+        Instrument instrument;
+        LineClient client(instrument.DevicePath());
+        const Simulator::TimePoint setAt = Clock::now();
+        QVERIFY(Set(instrument, R"({"fault":"hang-up","line-back-in":100,"when":{"after":100}})"));
+        QCOMPARE(client.Read(1), QByteArray());
+        QVERIFY(Clock::now() - setAt >= 100ms);
+        QTRY_VERIFY(!instrument.DevicePath().isEmpty());
+        QVERIFY(Clock::now() - setAt >= 200ms);
+        LineClient next(instrument.DevicePath());
+        QCOMPARE(next.Ask(ReadVersion, 25), Version);
+    }
+
+    void HangUpUntilPlugged()
+    {
+        Instrument instrument;
+        QVERIFY(Set(instrument, R"({"fault":"hang-up"})"));
+        QTRY_COMPARE(instrument.DevicePath(), QString());
+        instrument.Plug();
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+    }
+
+    void LineListener()
+    {
+        QStringList paths; // written by the serving thread, read when that has told of the line
+        {
+            Instrument instrument;
+            const QString first = instrument.DevicePath();
+            instrument.SetLineListener([&paths](const QString& path) { paths.append(path); });
+            instrument.SetFault(Fault::HangUp);
+            QCOMPARE(paths, (QStringList{QString(), QString()}));
+            instrument.Plug();
+            QCOMPARE(paths.mid(2), (QStringList{QString(), instrument.DevicePath()}));
+            QVERIFY(!first.isEmpty() && !paths.last().isEmpty());
+        }
+        QCOMPARE(paths.size(), 4);
+    }
+
+    void RestartAtARequest()
+    {
+        InstrumentOptions options;
+        options.model.restartTime = 200ms;
+        Instrument instrument(options);
+        QVERIFY(Set(instrument, R"({"command":"restart 2","when":{"request":"s","from":2},"count":1})"));
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(ReadStatus, 4).left(2).toHex(), QByteArray("00fe"));
+        QVERIFY(IsSwallowed(instrument, client, ReadStatus));
+        const Simulator::TimePoint restartedAt = instrument.Exchanges().back().answeredAt;
+        QTRY_VERIFY(!IsSwallowed(instrument, client, ReadStatus));
+        QCOMPARE(instrument.Exchanges().back().answer.left(2).toHex(), QByteArray("40fe"));
+        QVERIFY(instrument.Exchanges().back().receivedAt - restartedAt >= 150ms);
+    }
+
+    void RestartByTheClock()
+    {
+        InstrumentOptions options;
+        options.model.restartTime = 50ms;
+        Instrument instrument(options);
+        QVERIFY(Set(instrument, R"({"command":"restart 3","when":{"after":50}})"));
+        QTRY_COMPARE(instrument.Status().mode, 3);
+        LineClient client(instrument.DevicePath());
+        QTRY_VERIFY(!IsSwallowed(instrument, client, ReadStatus));
+        QCOMPARE(client.Read(4).left(2).toHex(), QByteArray("60fe"));
+    }
+
+    void ErrorAtARequest()
+    {
+        Instrument instrument;
+        QVERIFY(Set(instrument, R"({"command":"error 4","when":{"request":"s","from":2},"count":1},)"
+                                R"({"command":"error 15","when":{"request":"s","from":3},"count":1})"));
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("fe"));
+        QCOMPARE(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("4e"));
+        QCOMPARE(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("fe"));
+    }
+
+    /// What is due at once is done before the first request.
+    void ModeAndFunctionAtOnce()
+    {
+        Instrument instrument;
+        QVERIFY(Set(instrument, R"({"command":"mode 2"},{"command":"function 9"})"));
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(ReadStatus, 4).left(2).toHex(), QByteArray("49f7"));
+    }
+
+    void ScenarioAtARequest()
+    {
+        Instrument instrument;
+        QVERIFY(Set(instrument,
+                    R"({"command":"scenario refuses-prepare","when":{"request":"P","from":2},"count":1})"));
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(PrepareRln, 3), Acknowledge);
+        QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
+        QCOMPARE(client.Ask(PrepareRln, 3), Refusal);
+        instrument.Execute(Command("scenario none"));
+        QCOMPARE(client.Ask(PrepareRln, 3), Acknowledge);
+    }
+
+    void FaultByCommand()
+    {
+        Instrument instrument;
+        QVERIFY(Set(instrument, R"({"command":"fault refuse","when":{"request":"h","from":2},"count":1},)"
+                                R"({"command":"plug","when":{"request":"h","from":3},"count":1})"));
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
+        QCOMPARE(client.Ask(StopMeasurement, 3), Refusal);
+        QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
+    }
+
+    void HangUpAndPlugByCommand()
+    {
+        Instrument instrument;
+        LineClient client(instrument.DevicePath());
+        QVERIFY(Set(instrument, R"({"command":"fault hang-up"},{"command":"plug","when":{"after":200}})"));
+        QCOMPARE(client.Read(1), QByteArray());
+        QTRY_VERIFY(!instrument.DevicePath().isEmpty());
+        LineClient next(instrument.DevicePath());
+        QCOMPARE(next.Ask(ReadVersion, 25), Version);
+    }
+
+    void SilenceSwallowsWhatNobodyAskedFor()
+    {
+        InstrumentOptions options;
+        options.model.rcdTimings.preparing = 0ms;
+        options.model.rcdTimings.statusPeriod = 600000ms;
+        options.model.rcdTimings.run = 1000ms;
+        Instrument instrument(options);
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(PrepareUbRe, 3), Acknowledge);
+        QCOMPARE(client.Ask(StartMeasurement, 3), Acknowledge);
+        QVERIFY(Set(instrument, R"({"fault":"silent"})"));
+        QTRY_COMPARE(instrument.Status().functionState, 2);
+        instrument.ClearFaults();
+        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+    }
+
+    void SilenceOfOneRequestDoesNot()
+    {
+        InstrumentOptions options;
+        options.model.rcdTimings.preparing = 0ms;
+        options.model.rcdTimings.statusPeriod = 50ms;
+        options.model.rcdTimings.run = 600000ms;
+        Instrument instrument(options);
+        QVERIFY(Set(instrument, R"({"fault":"silent","when":{"request":"s"}})"));
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(PrepareUbRe, 3), Acknowledge);
+        QCOMPARE(client.Ask(StartMeasurement, 3), Acknowledge);
+        QCOMPARE(client.Read(4).toHex(), QByteArray("0af73370"));
+    }
+
+    void Cleared()
+    {
+        Instrument instrument;
+        QVERIFY(Set(instrument, R"({"fault":"refuse"},{"command":"error 4","when":{"after":600000}})"));
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(StopMeasurement, 3), Refusal);
+        instrument.ClearFaults();
+        QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
+    }
+
+    void TooMany()
+    {
+        Instrument instrument;
+        const Simulator::FaultEntry refuse =
+            Simulator::ParseFault(R"({"fault":"refuse","when":{"request":"h"}})");
+        QVERIFY(!instrument.AddFaults(std::vector<Simulator::FaultEntry>(1001, refuse)));
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
+        QVERIFY(instrument.AddFaults(std::vector<Simulator::FaultEntry>(1000, refuse)));
+        QCOMPARE(client.Ask(StopMeasurement, 3), Refusal);
+    }
+
+    void ScriptedAnswersStayAsTheyAre()
+    {
+        Instrument instrument;
+        QVERIFY(Set(instrument, R"({"fault":"bad-crc"})"));
+        instrument.AnswerNextWith(Bytes("0102"));
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(StopMeasurement, 2).toHex(), QByteArray("0102"));
+        QCOMPARE(client.Ask(StopMeasurement, 3).toHex(), QByteArray("06c69f"));
+    }
+
+    void LogTellsOfAllPieces()
+    {
+        const QTemporaryDir folder;
+        InstrumentOptions options;
+        options.logPath = folder.filePath(QStringLiteral("log"));
+        Instrument instrument(options);
+        QVERIFY(Set(instrument, R"({"fault":"split","pause":1},{"fault":"bad-crc"})"));
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(StopMeasurement, 3).toHex(), QByteArray("06c69f"));
+        QTRY_COMPARE(RequestsOf(instrument).size(), 1);
+        QFile file(options.logPath);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray log = file.readAll();
+        QVERIFY2(log.endsWith("Z 68aeed 06c69f\n") && log.count('\n') == 1, log.constData());
+    }
+
+    void CallsFromManyThreads()
+    {
+        Instrument instrument;
+        std::atomic<bool> isEnding{false};
+        std::thread faults([&] {
+            while (!isEnding) {
+                Set(instrument, R"({"fault":"hang-up","line-back-in":0},{"fault":"refuse","count":1})");
+                instrument.ClearFaults();
+            }
+        });
+        std::thread lines([&] {
+            while (!isEnding) {
+                instrument.SetFault(Fault::HangUp);
+                instrument.SetFault(Fault::None);
+            }
+        });
+        for (int round = 0; round < 200; ++round) {
+            LineClient client(instrument.DevicePath());
+            client.Write(ReadStatus);
+        }
+        isEnding = true;
+        faults.join();
+        lines.join();
+        instrument.ClearFaults();
+        instrument.SetFault(Fault::HangUp); // a fresh line, without the answers of the rounds above
+        instrument.Plug();
+        LineClient client(instrument.DevicePath());
+        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+    }
+};
 
 QTEST_GUILESS_MAIN(TestInstrumentFaults)
 #include "tst_instrumentfaults.moc"

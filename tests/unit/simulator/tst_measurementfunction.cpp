@@ -2,6 +2,7 @@
 
 #include "simulator/model/measurementfunction.h"
 
+using namespace std::chrono_literals;
 using Simulator::FunctionState;
 using Simulator::FunctionTimings;
 using Simulator::Measurement;
@@ -14,10 +15,10 @@ namespace
 {
 
 // Preparing takes 150 ms, then there are 50 ms from an accepted start to starting, and 150 ms of that.
-constexpr milliseconds PreparedAt{150};
-constexpr milliseconds StartedAt{200};
-constexpr milliseconds StartingAt{250};
-constexpr milliseconds RunningAt{400};
+constexpr milliseconds PreparedAt = 150ms;
+constexpr milliseconds StartedAt = 200ms;
+constexpr milliseconds StartingAt = 250ms;
+constexpr milliseconds RunningAt = 400ms;
 
 TimePoint At(milliseconds time)
 {
@@ -36,7 +37,7 @@ public:
     int StateAt(milliseconds time)
     {
         const int state = UnseenStateAt(time);
-        _function.NoteReported(At(time));
+        _function.MarkReported(At(time));
         return state;
     }
 
@@ -55,7 +56,7 @@ public:
     /// Prepares at 0 ms and starts at 200 ms; the status tells of prepared only.
     bool BringToStart(Measurement measurement)
     {
-        return _function.Prepare(measurement, At(milliseconds(0))) && StateAt(PreparedAt) == 4 &&
+        return _function.Prepare(measurement, At(0ms)) && StateAt(PreparedAt) == 4 &&
                StateAt(StartedAt) == 4 && _function.Start(At(StartedAt));
     }
 
@@ -72,547 +73,513 @@ class TestMeasurementFunction : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void NothingIsSelectedAtFirst();
-    void Prepares_data();
-    void Prepares();
-    void StartsAfterADelay();
-    void DelayOfTheStartCanBeSet();
-    void SingleDeliversOneResult_data();
-    void SingleDeliversOneResult();
-    void ContinuousDeliversResults_data();
-    void ContinuousDeliversResults();
-    void StopEndsARunningFunction();
-    void StopEndsAStartingFunction();
-    void StopCancelsAStart();
-    void StopTakesAFunctionAtRestOffTheStatus();
-    void StopThatComesTooLateLeavesTheEndToBeSeen();
-    void StopWithoutAFunction();
-    void RepeatedStopChangesNothing();
-    void PrepareWhenOneIsThere();
-    void StartWhenNothingIsPrepared();
-    void RepeatedStartIsTheSameStart();
-    void GoesOnUnwatched();
-    void ForeignFunction();
-    void Deselected();
-    void TellsWhenItChanges();
-    void RefusesPrepare();
-    void PrepareError();
-    void NeverPrepared();
-    void StartError();
-    void StaysStarting();
-    void FallsBack();
-    void FastSingle();
-    void FastSingleIsNothingToContinuous();
-    void EndsWithoutResult_data();
-    void EndsWithoutResult();
-    void RunsOnAfterStop();
-    void ScenarioEndsMidway();
-};
-
-void TestMeasurementFunction::NothingIsSelectedAtFirst()
-{
-    WatchedFunction function;
-    QVERIFY(!function->IsSelected());
-    QCOMPARE(function->Number(), 0);
-    QCOMPARE(function.StateAt(milliseconds(1000)), 0);
-    QVERIFY(!function->HasNewResult());
-    QVERIFY(!function->NextChangeAt().has_value());
-    QCOMPARE(function->TakeChanges(), QStringList());
-}
-
-void TestMeasurementFunction::Prepares_data()
-{
-    QTest::addColumn<Measurement>("measurement");
-    QTest::addColumn<int>("number");
-    QTest::newRow("RLN") << Measurement::Rln << 1;
-    QTest::newRow("IEC") << Measurement::Iec << 1;
-    QTest::newRow("RPE") << Measurement::Rpe << 2;
-    QTest::newRow("RISO") << Measurement::Riso << 3;
-    QTest::newRow("ISUB") << Measurement::Isub << 4;
-    QTest::newRow("IPE") << Measurement::Ipe << 5;
-    QTest::newRow("IDELTA") << Measurement::Idelta << 6;
-    QTest::newRow("IT") << Measurement::It << 7;
-    QTest::newRow("POWER") << Measurement::Power << 8;
-    QTest::newRow("HVTest") << Measurement::HvTest << 9;
-}
-
-void TestMeasurementFunction::Prepares()
-{
-    QFETCH(Measurement, measurement);
-    QFETCH(int, number);
-    WatchedFunction function;
-    QVERIFY(function->Prepare(measurement, At(milliseconds(0))));
-    QVERIFY(function->IsSelected());
-    QCOMPARE(function->Number(), number);
-    QCOMPARE(function.StateAt(milliseconds(0)), 1);
-    QCOMPARE(function.StateAt(milliseconds(149)), 1);
-    QCOMPARE(function.StateAt(milliseconds(150)), 4);
-    QCOMPARE(function.StateAt(milliseconds(3600000)), 4);
-    QVERIFY(!function->HasNewResult());
-    QCOMPARE(function->TakeChanges(), (QStringList{QStringLiteral("function %1 preparing").arg(number),
-                                                   QStringLiteral("function %1 prepared").arg(number)}));
-}
-
-void TestMeasurementFunction::StartsAfterADelay()
-{
-    WatchedFunction function;
-    QVERIFY(function.BringToStart(Measurement::HvTest));
-    QCOMPARE(function.StateAt(StartingAt - milliseconds(1)), 4);
-    QCOMPARE(function.StateAt(StartingAt), 5);
-    QCOMPARE(function.StateAt(RunningAt - milliseconds(1)), 5);
-    QCOMPARE(function.StateAt(RunningAt), 7);
-    QCOMPARE(function->TakeChanges().mid(2),
-             (QStringList{QStringLiteral("function 9 starting"), QStringLiteral("function 9 running")}));
-}
-
-void TestMeasurementFunction::DelayOfTheStartCanBeSet()
-{
-    FunctionTimings timings;
-    timings.startDelay = milliseconds(2000);
-    MeasurementFunction function(timings, 1);
-    QVERIFY(function.Prepare(Measurement::Rpe, At(milliseconds(0))));
-    function.Advance(At(PreparedAt));
-    QVERIFY(function.Start(At(PreparedAt)));
-    function.Advance(At(milliseconds(2149)));
-    QCOMPARE(static_cast<int>(function.State()), 4);
-    function.Advance(At(milliseconds(2150)));
-    QCOMPARE(static_cast<int>(function.State()), 5);
-}
-
-void TestMeasurementFunction::SingleDeliversOneResult_data()
-{
-    QTest::addColumn<Measurement>("measurement");
-    QTest::newRow("RLN") << Measurement::Rln;
-    QTest::newRow("IEC") << Measurement::Iec;
-}
-
-void TestMeasurementFunction::SingleDeliversOneResult()
-{
-    QFETCH(Measurement, measurement);
-    WatchedFunction function;
-    QVERIFY(function.BringToStart(measurement));
-    QCOMPARE(function.StateAt(RunningAt + milliseconds(999)), 7);
-    QVERIFY(!function->HasNewResult());
-
-    QCOMPARE(function.StateAt(RunningAt + milliseconds(1000)), 2);
-    QVERIFY(function->HasNewResult());
-    const QByteArray result = function->TakeResult();
-    QVERIFY(result != QByteArray(24, '\0'));
-    QVERIFY(!function->HasNewResult());
-
-    QCOMPARE(function.StateAt(milliseconds(3600000)), 2);
-    QVERIFY(!function->HasNewResult());
-    QCOMPARE(function->TakeResult(), result);
-    QCOMPARE(function->TakeChanges().last(), QStringLiteral("function 1 completed"));
-}
-
-void TestMeasurementFunction::ContinuousDeliversResults_data()
-{
-    QTest::addColumn<Measurement>("measurement");
-    QTest::newRow("RPE") << Measurement::Rpe;
-    QTest::newRow("RISO") << Measurement::Riso;
-    QTest::newRow("ISUB") << Measurement::Isub;
-    QTest::newRow("IPE") << Measurement::Ipe;
-    QTest::newRow("IDELTA") << Measurement::Idelta;
-    QTest::newRow("IT") << Measurement::It;
-    QTest::newRow("POWER") << Measurement::Power;
-    QTest::newRow("HVTest") << Measurement::HvTest;
-}
-
-void TestMeasurementFunction::ContinuousDeliversResults()
-{
-    QFETCH(Measurement, measurement);
-    WatchedFunction function;
-    QVERIFY(function.BringToStart(measurement));
-    QByteArray previous;
-    for (int round = 1; round <= 100; ++round) {
-        const milliseconds due = RunningAt + round * milliseconds(100);
-        QCOMPARE(function.StateAt(due - milliseconds(1)), 7);
+    void NothingIsSelectedAtFirst()
+    {
+        WatchedFunction function;
+        QVERIFY(!function->IsSelected());
+        QCOMPARE(function->Number(), 0);
+        QCOMPARE(function.StateAt(1000ms), 0);
         QVERIFY(!function->HasNewResult());
-        QCOMPARE(function.StateAt(due), 7);
-        QVERIFY(function->HasNewResult());
-        const QByteArray result = function->TakeResult();
-        QVERIFY(result != previous);
-        previous = result;
+        QVERIFY(!function->NextChangeAt().has_value());
+        QCOMPARE(function->CollectChanges(), QStringList());
     }
-}
 
-void TestMeasurementFunction::StopEndsARunningFunction()
-{
-    WatchedFunction function;
-    QVERIFY(function.BringToStart(Measurement::HvTest));
-    QCOMPARE(function.StateAt(milliseconds(1000)), 7);
-    function.StopAt(milliseconds(1010));
-    function->TakeResult();
-    QCOMPARE(function.StateAt(milliseconds(1010)), 8);
-    QCOMPARE(function.StateAt(milliseconds(1159)), 8);
-    QCOMPARE(function.StateAt(milliseconds(1160)), 9);
-    QCOMPARE(function.StateAt(milliseconds(3600000)), 9);
-    QVERIFY(!function->HasNewResult());
-    QCOMPARE(function->Number(), 9);
-    QCOMPARE(function->TakeChanges().mid(4), (QStringList{QStringLiteral("function 9 stopping"),
-                                                          QStringLiteral("function 9 stopped by request")}));
-}
+    void Prepares_data()
+    {
+        QTest::addColumn<Measurement>("measurement");
+        QTest::addColumn<int>("number");
+        QTest::newRow("RLN") << Measurement::Rln << 1;
+        QTest::newRow("IEC") << Measurement::Iec << 1;
+        QTest::newRow("RPE") << Measurement::Rpe << 2;
+        QTest::newRow("RISO") << Measurement::Riso << 3;
+        QTest::newRow("ISUB") << Measurement::Isub << 4;
+        QTest::newRow("IPE") << Measurement::Ipe << 5;
+        QTest::newRow("IDELTA") << Measurement::Idelta << 6;
+        QTest::newRow("IT") << Measurement::It << 7;
+        QTest::newRow("POWER") << Measurement::Power << 8;
+        QTest::newRow("HVTest") << Measurement::HvTest << 9;
+    }
 
-void TestMeasurementFunction::StopEndsAStartingFunction()
-{
-    WatchedFunction function;
-    QVERIFY(function.BringToStart(Measurement::Rln));
-    QCOMPARE(function.StateAt(StartingAt), 5);
-    function.StopAt(StartingAt);
-    QCOMPARE(function.StateAt(StartingAt), 8);
-    QCOMPARE(function.StateAt(StartingAt + milliseconds(150)), 9);
-    QVERIFY(!function->HasNewResult());
-}
+    void Prepares()
+    {
+        QFETCH(Measurement, measurement);
+        QFETCH(int, number);
+        WatchedFunction function;
+        QVERIFY(function->Prepare(measurement, At(0ms)));
+        QVERIFY(function->IsSelected());
+        QCOMPARE(function->Number(), number);
+        QCOMPARE(function.StateAt(0ms), 1);
+        QCOMPARE(function.StateAt(149ms), 1);
+        QCOMPARE(function.StateAt(150ms), 4);
+        QCOMPARE(function.StateAt(3600000ms), 4);
+        QVERIFY(!function->HasNewResult());
+        QCOMPARE(function->CollectChanges(),
+                 (QStringList{QStringLiteral("function %1 preparing").arg(number),
+                              QStringLiteral("function %1 prepared").arg(number)}));
+    }
 
-void TestMeasurementFunction::StopCancelsAStart()
-{
-    WatchedFunction function;
-    QVERIFY(function.BringToStart(Measurement::HvTest));
-    function.StopAt(StartedAt + milliseconds(49));
-    QVERIFY(!function->IsSelected());
-    QCOMPARE(function.StateAt(milliseconds(5000)), 0);
-    QCOMPARE(function->TakeChanges().mid(2),
-             (QStringList{QStringLiteral("function 9 start cancelled by request"),
-                          QStringLiteral("function 9 deselected")}));
+    void StartsAfterADelay()
+    {
+        WatchedFunction function;
+        QVERIFY(function.BringToStart(Measurement::HvTest));
+        QCOMPARE(function.StateAt(StartingAt - 1ms), 4);
+        QCOMPARE(function.StateAt(StartingAt), 5);
+        QCOMPARE(function.StateAt(RunningAt - 1ms), 5);
+        QCOMPARE(function.StateAt(RunningAt), 7);
+        QCOMPARE(function->CollectChanges().mid(2),
+                 (QStringList{QStringLiteral("function 9 starting"), QStringLiteral("function 9 running")}));
+    }
 
-    WatchedFunction unseen;
-    QVERIFY(unseen->Prepare(Measurement::HvTest, At(milliseconds(0))));
-    QCOMPARE(unseen.UnseenStateAt(PreparedAt), 4);
-    QVERIFY(unseen->Start(At(PreparedAt)));
-    unseen.StopAt(PreparedAt + milliseconds(49));
-    QCOMPARE(unseen.StateAt(milliseconds(5000)), 4);
-    QCOMPARE(unseen->Number(), 9);
-    QCOMPARE(unseen->TakeChanges().last(), QStringLiteral("function 9 start cancelled by request"));
-}
+    void DelayOfTheStartCanBeSet()
+    {
+        FunctionTimings timings;
+        timings.startDelay = 2000ms;
+        MeasurementFunction function(timings, 1);
+        QVERIFY(function.Prepare(Measurement::Rpe, At(0ms)));
+        function.Advance(At(PreparedAt));
+        QVERIFY(function.Start(At(PreparedAt)));
+        function.Advance(At(2149ms));
+        QCOMPARE(static_cast<int>(function.State()), 4);
+        function.Advance(At(2150ms));
+        QCOMPARE(static_cast<int>(function.State()), 5);
+    }
 
-void TestMeasurementFunction::StopTakesAFunctionAtRestOffTheStatus()
-{
-    WatchedFunction preparing(Scenario::NeverPrepared);
-    QVERIFY(preparing->Prepare(Measurement::Rpe, At(milliseconds(0))));
-    QCOMPARE(preparing.StateAt(milliseconds(10)), 1);
-    preparing.StopAt(milliseconds(20));
-    QVERIFY(!preparing->IsSelected());
+    void SingleDeliversOneResult_data()
+    {
+        QTest::addColumn<Measurement>("measurement");
+        QTest::newRow("RLN") << Measurement::Rln;
+        QTest::newRow("IEC") << Measurement::Iec;
+    }
 
-    WatchedFunction prepared;
-    QVERIFY(prepared->Prepare(Measurement::Rpe, At(milliseconds(0))));
-    QCOMPARE(prepared.StateAt(PreparedAt), 4);
-    prepared.StopAt(PreparedAt);
-    QVERIFY(!prepared->IsSelected());
+    void SingleDeliversOneResult()
+    {
+        QFETCH(Measurement, measurement);
+        WatchedFunction function;
+        QVERIFY(function.BringToStart(measurement));
+        QCOMPARE(function.StateAt(RunningAt + 999ms), 7);
+        QVERIFY(!function->HasNewResult());
 
-    WatchedFunction completed;
-    QVERIFY(completed.BringToStart(Measurement::Iec));
-    QCOMPARE(completed.StateAt(milliseconds(2000)), 2);
-    completed.StopAt(milliseconds(2010));
-    QVERIFY(!completed->IsSelected());
-    QVERIFY(!completed->HasNewResult());
+        QCOMPARE(function.StateAt(RunningAt + 1000ms), 2);
+        QVERIFY(function->HasNewResult());
+        const QByteArray result = function->ReadResult();
+        QVERIFY(result != QByteArray(24, '\0'));
+        QVERIFY(!function->HasNewResult());
 
-    WatchedFunction terminated;
-    QVERIFY(terminated.BringToStart(Measurement::Power));
-    terminated.StopAt(milliseconds(2000));
-    QCOMPARE(terminated.StateAt(milliseconds(2150)), 9);
-    terminated.StopAt(milliseconds(2160));
-    QVERIFY(!terminated->IsSelected());
-    QCOMPARE(terminated->TakeChanges().last(), QStringLiteral("function 8 deselected"));
-}
+        QCOMPARE(function.StateAt(3600000ms), 2);
+        QVERIFY(!function->HasNewResult());
+        QCOMPARE(function->ReadResult(), result);
+        QCOMPARE(function->CollectChanges().last(), QStringLiteral("function 1 completed"));
+    }
 
-/// Without this, a stop that meets a function that has just ended would hide the end: the status would tell
-/// of no function, and not how the last one ended.
-void TestMeasurementFunction::StopThatComesTooLateLeavesTheEndToBeSeen()
-{
-    WatchedFunction function;
-    QVERIFY(function.BringToStart(Measurement::Rln));
-    QCOMPARE(function.StateAt(RunningAt + milliseconds(999)), 7);
-    function.StopAt(RunningAt + milliseconds(1001));
-    QVERIFY(function->IsSelected());
-    QVERIFY(function->HasNewResult());
-    QCOMPARE(function.StateAt(RunningAt + milliseconds(1002)), 2);
-    function.StopAt(RunningAt + milliseconds(1003));
-    QVERIFY(!function->IsSelected());
-}
+    void ContinuousDeliversResults_data()
+    {
+        QTest::addColumn<Measurement>("measurement");
+        QTest::newRow("RPE") << Measurement::Rpe;
+        QTest::newRow("RISO") << Measurement::Riso;
+        QTest::newRow("ISUB") << Measurement::Isub;
+        QTest::newRow("IPE") << Measurement::Ipe;
+        QTest::newRow("IDELTA") << Measurement::Idelta;
+        QTest::newRow("IT") << Measurement::It;
+        QTest::newRow("POWER") << Measurement::Power;
+        QTest::newRow("HVTest") << Measurement::HvTest;
+    }
 
-void TestMeasurementFunction::StopWithoutAFunction()
-{
-    WatchedFunction function;
-    QCOMPARE(function.StateAt(milliseconds(10)), 0);
-    function.StopAt(milliseconds(20));
-    QVERIFY(!function->IsSelected());
-    QCOMPARE(function->TakeChanges(), QStringList());
-}
+    void ContinuousDeliversResults()
+    {
+        QFETCH(Measurement, measurement);
+        WatchedFunction function;
+        QVERIFY(function.BringToStart(measurement));
+        QByteArray previous;
+        for (int round = 1; round <= 100; ++round) {
+            const milliseconds due = RunningAt + round * 100ms;
+            QCOMPARE(function.StateAt(due - 1ms), 7);
+            QVERIFY(!function->HasNewResult());
+            QCOMPARE(function.StateAt(due), 7);
+            QVERIFY(function->HasNewResult());
+            const QByteArray result = function->ReadResult();
+            QVERIFY(result != previous);
+            previous = result;
+        }
+    }
 
-void TestMeasurementFunction::RepeatedStopChangesNothing()
-{
-    WatchedFunction function;
-    QVERIFY(function.BringToStart(Measurement::HvTest));
-    function.StopAt(milliseconds(1000));
-    QCOMPARE(function.StateAt(milliseconds(1100)), 8);
-    function.StopAt(milliseconds(1149));
-    QCOMPARE(function.StateAt(milliseconds(1150)), 9);
-}
+    void StopEndsARunningFunction()
+    {
+        WatchedFunction function;
+        QVERIFY(function.BringToStart(Measurement::HvTest));
+        QCOMPARE(function.StateAt(1000ms), 7);
+        function.StopAt(1010ms);
+        function->ReadResult();
+        QCOMPARE(function.StateAt(1010ms), 8);
+        QCOMPARE(function.StateAt(1159ms), 8);
+        QCOMPARE(function.StateAt(1160ms), 9);
+        QCOMPARE(function.StateAt(3600000ms), 9);
+        QVERIFY(!function->HasNewResult());
+        QCOMPARE(function->Number(), 9);
+        QCOMPARE(function->CollectChanges().mid(4),
+                 (QStringList{QStringLiteral("function 9 stopping"),
+                              QStringLiteral("function 9 stopped by request")}));
+    }
 
-void TestMeasurementFunction::PrepareWhenOneIsThere()
-{
-    WatchedFunction function;
-    QVERIFY(function->Prepare(Measurement::Rpe, At(milliseconds(0))));
-    QVERIFY(function->Prepare(Measurement::Riso, At(milliseconds(100)))); // another while preparing
-    QCOMPARE(function->Number(), 3);
-    QCOMPARE(function.StateAt(milliseconds(249)), 1);
-    QCOMPARE(function.StateAt(milliseconds(250)), 4);
-    QVERIFY(function->Prepare(Measurement::HvTest, At(milliseconds(300)))); // another when prepared
-    QCOMPARE(function.StateAt(milliseconds(450)), 4);
+    void StopEndsAStartingFunction()
+    {
+        WatchedFunction function;
+        QVERIFY(function.BringToStart(Measurement::Rln));
+        QCOMPARE(function.StateAt(StartingAt), 5);
+        function.StopAt(StartingAt);
+        QCOMPARE(function.StateAt(StartingAt), 8);
+        QCOMPARE(function.StateAt(StartingAt + 150ms), 9);
+        QVERIFY(!function->HasNewResult());
+    }
 
-    QVERIFY(function->Start(At(milliseconds(500))));
-    QVERIFY(!function->Prepare(Measurement::Rpe, At(milliseconds(549)))); // a start is on its way
-    QCOMPARE(function.StateAt(milliseconds(550)), 5);
-    QVERIFY(!function->Prepare(Measurement::Rpe, At(milliseconds(550))));
-    QCOMPARE(function.StateAt(milliseconds(700)), 7);
-    QVERIFY(!function->Prepare(Measurement::Rpe, At(milliseconds(700))));
-    function.StopAt(milliseconds(900));
-    QVERIFY(!function->Prepare(Measurement::Rpe, At(milliseconds(900))));
-    QCOMPARE(function->Number(), 9);
+    void StopCancelsAStart()
+    {
+        WatchedFunction function;
+        QVERIFY(function.BringToStart(Measurement::HvTest));
+        function.StopAt(StartedAt + 49ms);
+        QVERIFY(!function->IsSelected());
+        QCOMPARE(function.StateAt(5000ms), 0);
+        QCOMPARE(function->CollectChanges().mid(2),
+                 (QStringList{QStringLiteral("function 9 start cancelled by request"),
+                              QStringLiteral("function 9 deselected")}));
 
-    QCOMPARE(function.StateAt(milliseconds(1050)), 9);
-    QVERIFY(function->HasNewResult());
-    QVERIFY(function->Prepare(Measurement::Iec, At(milliseconds(1060)))); // another when it is over
-    QVERIFY(!function->HasNewResult());
-    QCOMPARE(function->TakeResult(), QByteArray(24, '\0'));
-    QCOMPARE(function->Number(), 1);
-    QCOMPARE(function.StateAt(milliseconds(1060)), 1);
-}
+        WatchedFunction unseen;
+        QVERIFY(unseen->Prepare(Measurement::HvTest, At(0ms)));
+        QCOMPARE(unseen.UnseenStateAt(PreparedAt), 4);
+        QVERIFY(unseen->Start(At(PreparedAt)));
+        unseen.StopAt(PreparedAt + 49ms);
+        QCOMPARE(unseen.StateAt(5000ms), 4);
+        QCOMPARE(unseen->Number(), 9);
+        QCOMPARE(unseen->CollectChanges().last(), QStringLiteral("function 9 start cancelled by request"));
+    }
 
-void TestMeasurementFunction::StartWhenNothingIsPrepared()
-{
-    WatchedFunction function;
-    QVERIFY(!function->Start(At(milliseconds(0))));
-    QVERIFY(function->Prepare(Measurement::Rln, At(milliseconds(0))));
-    QVERIFY(!function->Start(At(milliseconds(0))));
-    QCOMPARE(function.StateAt(PreparedAt), 4);
-    QVERIFY(function->Start(At(StartedAt)));
-    QCOMPARE(function.StateAt(StartingAt), 5);
-    QVERIFY(!function->Start(At(StartingAt)));
-    QCOMPARE(function.StateAt(RunningAt), 7);
-    QVERIFY(!function->Start(At(RunningAt)));
-    QCOMPARE(function.StateAt(RunningAt + milliseconds(1000)), 2);
-    QVERIFY(!function->Start(At(RunningAt + milliseconds(1000))));
-}
+    void StopTakesAFunctionAtRestOffTheStatus()
+    {
+        WatchedFunction preparing(Scenario::NeverPrepared);
+        QVERIFY(preparing->Prepare(Measurement::Rpe, At(0ms)));
+        QCOMPARE(preparing.StateAt(10ms), 1);
+        preparing.StopAt(20ms);
+        QVERIFY(!preparing->IsSelected());
 
-void TestMeasurementFunction::RepeatedStartIsTheSameStart()
-{
-    WatchedFunction function;
-    QVERIFY(function.BringToStart(Measurement::Rln));
-    QVERIFY(function->Start(At(StartedAt + milliseconds(30))));
-    QCOMPARE(function.StateAt(StartingAt), 5);
-}
+        WatchedFunction prepared;
+        QVERIFY(prepared->Prepare(Measurement::Rpe, At(0ms)));
+        QCOMPARE(prepared.StateAt(PreparedAt), 4);
+        prepared.StopAt(PreparedAt);
+        QVERIFY(!prepared->IsSelected());
 
-void TestMeasurementFunction::GoesOnUnwatched()
-{
-    WatchedFunction function;
-    QVERIFY(function->Prepare(Measurement::Rln, At(milliseconds(0))));
-    function->Advance(At(StartedAt));
-    QVERIFY(function->Start(At(StartedAt)));
-    QCOMPARE(function.UnseenStateAt(milliseconds(60000)), 2);
-    QCOMPARE(function->TakeChanges(),
-             (QStringList{QStringLiteral("function 1 preparing"), QStringLiteral("function 1 prepared"),
-                          QStringLiteral("function 1 starting"), QStringLiteral("function 1 running"),
-                          QStringLiteral("function 1 completed")}));
-}
+        WatchedFunction completed;
+        QVERIFY(completed.BringToStart(Measurement::Iec));
+        QCOMPARE(completed.StateAt(2000ms), 2);
+        completed.StopAt(2010ms);
+        QVERIFY(!completed->IsSelected());
+        QVERIFY(!completed->HasNewResult());
 
-void TestMeasurementFunction::ForeignFunction()
-{
-    WatchedFunction function;
-    function->RunForeign(17);
-    QCOMPARE(function->Number(), 17);
-    QCOMPARE(function.StateAt(milliseconds(3600000)), 7);
-    QVERIFY(!function->HasNewResult());
-    QVERIFY(!function->Prepare(Measurement::Rln, At(milliseconds(3600000))));
-    function.StopAt(milliseconds(3600000));
-    QVERIFY(!function->IsSelected());
-    QCOMPARE(function.StateAt(milliseconds(3600000)), 0);
-    QCOMPARE(function->TakeChanges(), (QStringList{QStringLiteral("function 17 running"),
-                                                   QStringLiteral("function 17 stopped by request")}));
-}
+        WatchedFunction terminated;
+        QVERIFY(terminated.BringToStart(Measurement::Power));
+        terminated.StopAt(2000ms);
+        QCOMPARE(terminated.StateAt(2150ms), 9);
+        terminated.StopAt(2160ms);
+        QVERIFY(!terminated->IsSelected());
+        QCOMPARE(terminated->CollectChanges().last(), QStringLiteral("function 8 deselected"));
+    }
 
-void TestMeasurementFunction::Deselected()
-{
-    WatchedFunction function;
-    function->Deselect("ended");
-    QCOMPARE(function->TakeChanges(), QStringList());
-    QVERIFY(function.BringToStart(Measurement::HvTest));
-    QCOMPARE(function.StateAt(RunningAt + milliseconds(100)), 7);
-    function->Deselect("ended by a restart");
-    QVERIFY(!function->IsSelected());
-    QVERIFY(!function->HasNewResult());
-    QCOMPARE(function.StateAt(milliseconds(5000)), 0);
-    QCOMPARE(function->TakeChanges().last(), QStringLiteral("function 9 ended by a restart"));
-}
+    /// Without this, a stop that meets a function that has just ended would hide the end: the status would
+    /// tell of no function, and not how the last one ended.
+    void StopThatComesTooLateLeavesTheEndToBeSeen()
+    {
+        WatchedFunction function;
+        QVERIFY(function.BringToStart(Measurement::Rln));
+        QCOMPARE(function.StateAt(RunningAt + 999ms), 7);
+        function.StopAt(RunningAt + 1001ms);
+        QVERIFY(function->IsSelected());
+        QVERIFY(function->HasNewResult());
+        QCOMPARE(function.StateAt(RunningAt + 1002ms), 2);
+        function.StopAt(RunningAt + 1003ms);
+        QVERIFY(!function->IsSelected());
+    }
 
-void TestMeasurementFunction::TellsWhenItChanges()
-{
-    WatchedFunction function;
-    QVERIFY(function->Prepare(Measurement::Rpe, At(milliseconds(0))));
-    QVERIFY(function->NextChangeAt() == At(PreparedAt));
-    QCOMPARE(function.StateAt(PreparedAt), 4);
-    QVERIFY(!function->NextChangeAt().has_value());
-    QVERIFY(function->Start(At(StartedAt)));
-    QVERIFY(function->NextChangeAt() == At(StartingAt));
-    QCOMPARE(function.StateAt(StartingAt), 5);
-    QVERIFY(function->NextChangeAt() == At(RunningAt));
-    QCOMPARE(function.StateAt(RunningAt), 7);
-    QVERIFY(!function->NextChangeAt().has_value());
-    function.StopAt(milliseconds(1000));
-    QVERIFY(function->NextChangeAt() == At(milliseconds(1150)));
-    QCOMPARE(function.StateAt(milliseconds(1150)), 9);
-    QVERIFY(!function->NextChangeAt().has_value());
-}
+    void StopWithoutAFunction()
+    {
+        WatchedFunction function;
+        QCOMPARE(function.StateAt(10ms), 0);
+        function.StopAt(20ms);
+        QVERIFY(!function->IsSelected());
+        QCOMPARE(function->CollectChanges(), QStringList());
+    }
 
-void TestMeasurementFunction::RefusesPrepare()
-{
-    WatchedFunction function(Scenario::RefusesPrepare);
-    QVERIFY(!function->Prepare(Measurement::Rln, At(milliseconds(0))));
-    QVERIFY(!function->IsSelected());
-    QCOMPARE(function->TakeChanges(), QStringList());
-}
+    void RepeatedStopChangesNothing()
+    {
+        WatchedFunction function;
+        QVERIFY(function.BringToStart(Measurement::HvTest));
+        function.StopAt(1000ms);
+        QCOMPARE(function.StateAt(1100ms), 8);
+        function.StopAt(1149ms);
+        QCOMPARE(function.StateAt(1150ms), 9);
+    }
 
-void TestMeasurementFunction::PrepareError()
-{
-    WatchedFunction function(Scenario::PrepareError);
-    QVERIFY(function->Prepare(Measurement::Rln, At(milliseconds(0))));
-    QCOMPARE(function.StateAt(milliseconds(149)), 1);
-    QCOMPARE(function.StateAt(milliseconds(150)), 3);
-    QCOMPARE(function.StateAt(milliseconds(60000)), 3);
-    QVERIFY(!function->Start(At(milliseconds(60000))));
-    QCOMPARE(function->TakeChanges().last(), QStringLiteral("function 1 failed to prepare"));
-    function.StopAt(milliseconds(60000));
-    QVERIFY(!function->IsSelected());
-}
+    void PrepareWhenOneIsThere()
+    {
+        WatchedFunction function;
+        QVERIFY(function->Prepare(Measurement::Rpe, At(0ms)));
+        QVERIFY(function->Prepare(Measurement::Riso, At(100ms))); // another while preparing
+        QCOMPARE(function->Number(), 3);
+        QCOMPARE(function.StateAt(249ms), 1);
+        QCOMPARE(function.StateAt(250ms), 4);
+        QVERIFY(function->Prepare(Measurement::HvTest, At(300ms))); // another when prepared
+        QCOMPARE(function.StateAt(450ms), 4);
 
-void TestMeasurementFunction::NeverPrepared()
-{
-    WatchedFunction function(Scenario::NeverPrepared);
-    QVERIFY(function->Prepare(Measurement::Rln, At(milliseconds(0))));
-    QCOMPARE(function.StateAt(milliseconds(3600000)), 1);
-    QVERIFY(!function->NextChangeAt().has_value());
-}
+        QVERIFY(function->Start(At(500ms)));
+        QVERIFY(!function->Prepare(Measurement::Rpe, At(549ms))); // a start is on its way
+        QCOMPARE(function.StateAt(550ms), 5);
+        QVERIFY(!function->Prepare(Measurement::Rpe, At(550ms)));
+        QCOMPARE(function.StateAt(700ms), 7);
+        QVERIFY(!function->Prepare(Measurement::Rpe, At(700ms)));
+        function.StopAt(900ms);
+        QVERIFY(!function->Prepare(Measurement::Rpe, At(900ms)));
+        QCOMPARE(function->Number(), 9);
 
-void TestMeasurementFunction::StartError()
-{
-    WatchedFunction function(Scenario::StartError);
-    QVERIFY(function.BringToStart(Measurement::HvTest));
-    QCOMPARE(function.StateAt(StartingAt), 5);
-    QCOMPARE(function.StateAt(RunningAt - milliseconds(1)), 5);
-    QCOMPARE(function.StateAt(RunningAt), 6);
-    QCOMPARE(function.StateAt(milliseconds(60000)), 6);
-    QCOMPARE(function->TakeChanges().last(), QStringLiteral("function 9 failed to start"));
-    function.StopAt(milliseconds(60000));
-    QVERIFY(!function->IsSelected());
-}
+        QCOMPARE(function.StateAt(1050ms), 9);
+        QVERIFY(function->HasNewResult());
+        QVERIFY(function->Prepare(Measurement::Iec, At(1060ms))); // another when it is over
+        QVERIFY(!function->HasNewResult());
+        QCOMPARE(function->ReadResult(), QByteArray(24, '\0'));
+        QCOMPARE(function->Number(), 1);
+        QCOMPARE(function.StateAt(1060ms), 1);
+    }
 
-void TestMeasurementFunction::StaysStarting()
-{
-    WatchedFunction function(Scenario::StaysStarting);
-    QVERIFY(function.BringToStart(Measurement::HvTest));
-    QCOMPARE(function.StateAt(milliseconds(3600000)), 5);
-    QVERIFY(!function->HasNewResult());
-    function.StopAt(milliseconds(3600000));
-    QCOMPARE(function.StateAt(milliseconds(3600000)), 8);
-    QCOMPARE(function.StateAt(milliseconds(3600150)), 9);
-}
+    void StartWhenNothingIsPrepared()
+    {
+        WatchedFunction function;
+        QVERIFY(!function->Start(At(0ms)));
+        QVERIFY(function->Prepare(Measurement::Rln, At(0ms)));
+        QVERIFY(!function->Start(At(0ms)));
+        QCOMPARE(function.StateAt(PreparedAt), 4);
+        QVERIFY(function->Start(At(StartedAt)));
+        QCOMPARE(function.StateAt(StartingAt), 5);
+        QVERIFY(!function->Start(At(StartingAt)));
+        QCOMPARE(function.StateAt(RunningAt), 7);
+        QVERIFY(!function->Start(At(RunningAt)));
+        QCOMPARE(function.StateAt(RunningAt + 1000ms), 2);
+        QVERIFY(!function->Start(At(RunningAt + 1000ms)));
+    }
 
-void TestMeasurementFunction::FallsBack()
-{
-    WatchedFunction function(Scenario::FallsBack);
-    QVERIFY(function.BringToStart(Measurement::Rpe));
-    QCOMPARE(function.UnseenStateAt(milliseconds(60000)), 5);
-    QVERIFY(!function->NextChangeAt().has_value());
-    QCOMPARE(function.StateAt(milliseconds(60001)), 5);
-    QVERIFY(function->NextChangeAt() == At(milliseconds(60001)));
-    QCOMPARE(function.StateAt(milliseconds(60002)), 4);
-    QCOMPARE(function.StateAt(milliseconds(90000)), 4);
-    QCOMPARE(function->TakeChanges().last(), QStringLiteral("function 2 fell back to prepared"));
-}
+    void RepeatedStartIsTheSameStart()
+    {
+        WatchedFunction function;
+        QVERIFY(function.BringToStart(Measurement::Rln));
+        QVERIFY(function->Start(At(StartedAt + 30ms)));
+        QCOMPARE(function.StateAt(StartingAt), 5);
+    }
 
-void TestMeasurementFunction::FastSingle()
-{
-    WatchedFunction function(Scenario::FastSingle);
-    QVERIFY(function.BringToStart(Measurement::Iec));
-    QCOMPARE(function.StateAt(StartingAt), 5);
-    QCOMPARE(function.StateAt(RunningAt - milliseconds(1)), 5);
-    QVERIFY(!function->HasNewResult());
-    QCOMPARE(function.StateAt(RunningAt), 2);
-    QVERIFY(function->HasNewResult());
-    QCOMPARE(function->TakeResult().left(4).toHex(), QByteArray("0000803f"));
+    void GoesOnUnwatched()
+    {
+        WatchedFunction function;
+        QVERIFY(function->Prepare(Measurement::Rln, At(0ms)));
+        function->Advance(At(StartedAt));
+        QVERIFY(function->Start(At(StartedAt)));
+        QCOMPARE(function.UnseenStateAt(60000ms), 2);
+        QCOMPARE(function->CollectChanges(),
+                 (QStringList{QStringLiteral("function 1 preparing"), QStringLiteral("function 1 prepared"),
+                              QStringLiteral("function 1 starting"), QStringLiteral("function 1 running"),
+                              QStringLiteral("function 1 completed")}));
+    }
 
-    WatchedFunction unseen(Scenario::FastSingle);
-    QVERIFY(unseen.BringToStart(Measurement::Rln));
-    QCOMPARE(unseen.UnseenStateAt(milliseconds(60000)), 5);
-}
+    void ForeignFunction()
+    {
+        WatchedFunction function;
+        function->RunForeign(17);
+        QCOMPARE(function->Number(), 17);
+        QCOMPARE(function.StateAt(3600000ms), 7);
+        QVERIFY(!function->HasNewResult());
+        QVERIFY(!function->Prepare(Measurement::Rln, At(3600000ms)));
+        function.StopAt(3600000ms);
+        QVERIFY(!function->IsSelected());
+        QCOMPARE(function.StateAt(3600000ms), 0);
+        QCOMPARE(function->CollectChanges(), (QStringList{QStringLiteral("function 17 running"),
+                                                          QStringLiteral("function 17 stopped by request")}));
+    }
 
-void TestMeasurementFunction::FastSingleIsNothingToContinuous()
-{
-    WatchedFunction function(Scenario::FastSingle);
-    QVERIFY(function.BringToStart(Measurement::Rpe));
-    QCOMPARE(function.StateAt(StartingAt), 5);
-    QCOMPARE(function.StateAt(RunningAt), 7);
-}
+    void Deselected()
+    {
+        WatchedFunction function;
+        function->Deselect("ended");
+        QCOMPARE(function->CollectChanges(), QStringList());
+        QVERIFY(function.BringToStart(Measurement::HvTest));
+        QCOMPARE(function.StateAt(RunningAt + 100ms), 7);
+        function->Deselect("ended by a restart");
+        QVERIFY(!function->IsSelected());
+        QVERIFY(!function->HasNewResult());
+        QCOMPARE(function.StateAt(5000ms), 0);
+        QCOMPARE(function->CollectChanges().last(), QStringLiteral("function 9 ended by a restart"));
+    }
 
-void TestMeasurementFunction::EndsWithoutResult_data()
-{
-    QTest::addColumn<Measurement>("measurement");
-    QTest::newRow("single") << Measurement::Rln;
-    QTest::newRow("continuous") << Measurement::Riso;
-    QTest::newRow("high voltage") << Measurement::HvTest;
-}
+    void TellsWhenItChanges()
+    {
+        WatchedFunction function;
+        QVERIFY(function->Prepare(Measurement::Rpe, At(0ms)));
+        QVERIFY(function->NextChangeAt() == At(PreparedAt));
+        QCOMPARE(function.StateAt(PreparedAt), 4);
+        QVERIFY(!function->NextChangeAt().has_value());
+        QVERIFY(function->Start(At(StartedAt)));
+        QVERIFY(function->NextChangeAt() == At(StartingAt));
+        QCOMPARE(function.StateAt(StartingAt), 5);
+        QVERIFY(function->NextChangeAt() == At(RunningAt));
+        QCOMPARE(function.StateAt(RunningAt), 7);
+        QVERIFY(!function->NextChangeAt().has_value());
+        function.StopAt(1000ms);
+        QVERIFY(function->NextChangeAt() == At(1150ms));
+        QCOMPARE(function.StateAt(1150ms), 9);
+        QVERIFY(!function->NextChangeAt().has_value());
+    }
 
-void TestMeasurementFunction::EndsWithoutResult()
-{
-    QFETCH(Measurement, measurement);
-    WatchedFunction function(Scenario::EndsWithoutResult);
-    QVERIFY(function.BringToStart(measurement));
-    QCOMPARE(function.UnseenStateAt(milliseconds(60000)), 7);
-    QCOMPARE(function.StateAt(milliseconds(60001)), 7);
-    QVERIFY(!function->HasNewResult());
-    QCOMPARE(function.StateAt(milliseconds(60002)), 9);
-    QVERIFY(!function->HasNewResult());
-    QVERIFY(function->TakeChanges().last().endsWith(QLatin1String(" terminated without a result")));
+    void RefusesPrepare()
+    {
+        WatchedFunction function(Scenario::RefusesPrepare);
+        QVERIFY(!function->Prepare(Measurement::Rln, At(0ms)));
+        QVERIFY(!function->IsSelected());
+        QCOMPARE(function->CollectChanges(), QStringList());
+    }
 
-    WatchedFunction watched(Scenario::EndsWithoutResult);
-    QVERIFY(watched.BringToStart(measurement));
-    QCOMPARE(watched.StateAt(RunningAt), 7);
-    QCOMPARE(watched.StateAt(RunningAt + milliseconds(299)), 7);
-    QCOMPARE(watched.StateAt(RunningAt + milliseconds(300)), 9);
-}
+    void PrepareError()
+    {
+        WatchedFunction function(Scenario::PrepareError);
+        QVERIFY(function->Prepare(Measurement::Rln, At(0ms)));
+        QCOMPARE(function.StateAt(149ms), 1);
+        QCOMPARE(function.StateAt(150ms), 3);
+        QCOMPARE(function.StateAt(60000ms), 3);
+        QVERIFY(!function->Start(At(60000ms)));
+        QCOMPARE(function->CollectChanges().last(), QStringLiteral("function 1 failed to prepare"));
+        function.StopAt(60000ms);
+        QVERIFY(!function->IsSelected());
+    }
 
-void TestMeasurementFunction::RunsOnAfterStop()
-{
-    WatchedFunction function(Scenario::RunsOnAfterStop);
-    QVERIFY(function.BringToStart(Measurement::HvTest));
-    function.StopAt(milliseconds(1000));
-    QCOMPARE(function.StateAt(milliseconds(1000)), 7);
-    function->TakeResult();
-    QCOMPARE(function.StateAt(milliseconds(1100)), 7);
-    QVERIFY(function->HasNewResult());
-    function.StopAt(milliseconds(2000)); // puts it off no further
-    QCOMPARE(function.StateAt(milliseconds(2999)), 7);
-    QCOMPARE(function.StateAt(milliseconds(3000)), 8);
-    QCOMPARE(function.StateAt(milliseconds(3150)), 9);
-    QCOMPARE(function->TakeChanges().last(), QStringLiteral("function 9 stopped by request"));
+    void NeverPrepared()
+    {
+        WatchedFunction function(Scenario::NeverPrepared);
+        QVERIFY(function->Prepare(Measurement::Rln, At(0ms)));
+        QCOMPARE(function.StateAt(3600000ms), 1);
+        QVERIFY(!function->NextChangeAt().has_value());
+    }
 
-    WatchedFunction single(Scenario::RunsOnAfterStop);
-    QVERIFY(single.BringToStart(Measurement::Rln));
-    single.StopAt(milliseconds(1000));
-    QCOMPARE(single.StateAt(milliseconds(2999)), 7);
-    QCOMPARE(single.StateAt(milliseconds(3000)), 8);
-    QVERIFY(!single->HasNewResult());
-}
+    void StartError()
+    {
+        WatchedFunction function(Scenario::StartError);
+        QVERIFY(function.BringToStart(Measurement::HvTest));
+        QCOMPARE(function.StateAt(StartingAt), 5);
+        QCOMPARE(function.StateAt(RunningAt - 1ms), 5);
+        QCOMPARE(function.StateAt(RunningAt), 6);
+        QCOMPARE(function.StateAt(60000ms), 6);
+        QCOMPARE(function->CollectChanges().last(), QStringLiteral("function 9 failed to start"));
+        function.StopAt(60000ms);
+        QVERIFY(!function->IsSelected());
+    }
 
-void TestMeasurementFunction::ScenarioEndsMidway()
-{
-    WatchedFunction function(Scenario::StaysStarting);
-    QVERIFY(function.BringToStart(Measurement::Rpe));
-    QCOMPARE(function.StateAt(milliseconds(5000)), 5);
-    function->SetScenario(Scenario::None);
-    QCOMPARE(function.StateAt(milliseconds(5001)), 7);
-}
+    void StaysStarting()
+    {
+        WatchedFunction function(Scenario::StaysStarting);
+        QVERIFY(function.BringToStart(Measurement::HvTest));
+        QCOMPARE(function.StateAt(3600000ms), 5);
+        QVERIFY(!function->HasNewResult());
+        function.StopAt(3600000ms);
+        QCOMPARE(function.StateAt(3600000ms), 8);
+        QCOMPARE(function.StateAt(3600150ms), 9);
+    }
+
+    void FallsBack()
+    {
+        WatchedFunction function(Scenario::FallsBack);
+        QVERIFY(function.BringToStart(Measurement::Rpe));
+        QCOMPARE(function.UnseenStateAt(60000ms), 5);
+        QVERIFY(!function->NextChangeAt().has_value());
+        QCOMPARE(function.StateAt(60001ms), 5);
+        QVERIFY(function->NextChangeAt() == At(60001ms));
+        QCOMPARE(function.StateAt(60002ms), 4);
+        QCOMPARE(function.StateAt(90000ms), 4);
+        QCOMPARE(function->CollectChanges().last(), QStringLiteral("function 2 fell back to prepared"));
+    }
+
+    void FastSingle()
+    {
+        WatchedFunction function(Scenario::FastSingle);
+        QVERIFY(function.BringToStart(Measurement::Iec));
+        QCOMPARE(function.StateAt(StartingAt), 5);
+        QCOMPARE(function.StateAt(RunningAt - 1ms), 5);
+        QVERIFY(!function->HasNewResult());
+        QCOMPARE(function.StateAt(RunningAt), 2);
+        QVERIFY(function->HasNewResult());
+        QCOMPARE(function->ReadResult().left(4).toHex(), QByteArray("0000803f"));
+
+        WatchedFunction unseen(Scenario::FastSingle);
+        QVERIFY(unseen.BringToStart(Measurement::Rln));
+        QCOMPARE(unseen.UnseenStateAt(60000ms), 5);
+    }
+
+    void FastSingleIsNothingToContinuous()
+    {
+        WatchedFunction function(Scenario::FastSingle);
+        QVERIFY(function.BringToStart(Measurement::Rpe));
+        QCOMPARE(function.StateAt(StartingAt), 5);
+        QCOMPARE(function.StateAt(RunningAt), 7);
+    }
+
+    void EndsWithoutResult_data()
+    {
+        QTest::addColumn<Measurement>("measurement");
+        QTest::newRow("single") << Measurement::Rln;
+        QTest::newRow("continuous") << Measurement::Riso;
+        QTest::newRow("high voltage") << Measurement::HvTest;
+    }
+
+    void EndsWithoutResult()
+    {
+        QFETCH(Measurement, measurement);
+        WatchedFunction function(Scenario::EndsWithoutResult);
+        QVERIFY(function.BringToStart(measurement));
+        QCOMPARE(function.UnseenStateAt(60000ms), 7);
+        QCOMPARE(function.StateAt(60001ms), 7);
+        QVERIFY(!function->HasNewResult());
+        QCOMPARE(function.StateAt(60002ms), 9);
+        QVERIFY(!function->HasNewResult());
+        QVERIFY(function->CollectChanges().last().endsWith(QLatin1String(" terminated without a result")));
+
+        WatchedFunction watched(Scenario::EndsWithoutResult);
+        QVERIFY(watched.BringToStart(measurement));
+        QCOMPARE(watched.StateAt(RunningAt), 7);
+        QCOMPARE(watched.StateAt(RunningAt + 299ms), 7);
+        QCOMPARE(watched.StateAt(RunningAt + 300ms), 9);
+    }
+
+    void RunsOnAfterStop()
+    {
+        WatchedFunction function(Scenario::RunsOnAfterStop);
+        QVERIFY(function.BringToStart(Measurement::HvTest));
+        function.StopAt(1000ms);
+        QCOMPARE(function.StateAt(1000ms), 7);
+        function->ReadResult();
+        QCOMPARE(function.StateAt(1100ms), 7);
+        QVERIFY(function->HasNewResult());
+        function.StopAt(2000ms); // puts it off no further
+        QCOMPARE(function.StateAt(2999ms), 7);
+        QCOMPARE(function.StateAt(3000ms), 8);
+        QCOMPARE(function.StateAt(3150ms), 9);
+        QCOMPARE(function->CollectChanges().last(), QStringLiteral("function 9 stopped by request"));
+
+        WatchedFunction single(Scenario::RunsOnAfterStop);
+        QVERIFY(single.BringToStart(Measurement::Rln));
+        single.StopAt(1000ms);
+        QCOMPARE(single.StateAt(2999ms), 7);
+        QCOMPARE(single.StateAt(3000ms), 8);
+        QVERIFY(!single->HasNewResult());
+    }
+
+    void ScenarioEndsMidway()
+    {
+        WatchedFunction function(Scenario::StaysStarting);
+        QVERIFY(function.BringToStart(Measurement::Rpe));
+        QCOMPARE(function.StateAt(5000ms), 5);
+        function->SetScenario(Scenario::None);
+        QCOMPARE(function.StateAt(5001ms), 7);
+    }
+};
 
 QTEST_APPLESS_MAIN(TestMeasurementFunction)
 #include "tst_measurementfunction.moc"

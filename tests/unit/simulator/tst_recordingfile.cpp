@@ -50,7 +50,7 @@ QByteArray WithFirst(const QByteArray& entry)
     return "{\"exchanges\": [{\"request\": \"73\"},\n" + entry + "]}";
 }
 
-bool IsTaken(const QJsonObject& entry)
+bool IsAccepted(const QJsonObject& entry)
 {
     try {
         Simulator::ParseRecording(WithFirst(QJsonDocument(entry).toJson()));
@@ -84,298 +84,279 @@ class TestRecordingFile : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void EveryEntry();
-    void LimitsAreAllowed();
-    void LimitsAreKept_data();
-    void LimitsAreKept();
-    void Errors_data();
-    void Errors();
-    void ErrorsAreOneLine();
-    void AsManyAsThereMayBe();
-    void FileThatCannotBeRead();
-    void FileThatIsTooLong();
-    void EnormousFileIsNotRead();
-    void ExampleOfTheDocument();
-    void DocumentTellsOfEveryKey();
-    void SchemaAllowsWhatIsAllowed_data();
-    void SchemaAllowsWhatIsAllowed();
-    void SchemaNeedsWhatIsNeeded_data();
-    void SchemaNeedsWhatIsNeeded();
-    void SchemaKeepsTheLimitsOfAfter();
-    void SchemaKeepsTheLimitsOfBytes_data();
-    void SchemaKeepsTheLimitsOfBytes();
-    void SchemaKeepsTheLimitsOfTheWhole();
-};
-
-void TestRecordingFile::EveryEntry()
-{
-    const std::vector<RecordedEntry> entries =
-        Simulator::ParseRecording("{\"comment\": \"none\", \"exchanges\": [{\"request\": \"73f44e\", "
-                                  "\"answer\": \"00FEd10e\"}, {\"request\": \"57122A\"}, {\"unasked\": "
-                                  "\"0af73370\", \"after\": 200}, {\"unasked\": \"05\"}]}");
-    QCOMPARE(entries.size(), std::size_t(4));
-    QCOMPARE(entries.at(0).request.toHex(), QByteArray("73f44e"));
-    QCOMPARE(entries.at(0).bytes.toHex(), QByteArray("00fed10e"));
-    QVERIFY(!entries.at(0).IsUnasked());
-    QCOMPARE(entries.at(1).request.toHex(), QByteArray("57122a"));
-    QCOMPARE(entries.at(1).bytes, QByteArray());
-    QVERIFY(entries.at(2).IsUnasked());
-    QCOMPARE(entries.at(2).bytes.toHex(), QByteArray("0af73370"));
-    QVERIFY(entries.at(2).after == std::chrono::milliseconds(200));
-    QVERIFY(entries.at(3).IsUnasked());
-    QCOMPARE(entries.at(3).bytes.toHex(), QByteArray("05"));
-    QVERIFY(entries.at(3).after == std::chrono::milliseconds(0));
-}
-
-void TestRecordingFile::LimitsAreAllowed()
-{
-    const QByteArray longest(4096, 'a');
-    for (const QByteArray& entry : QByteArrayList{
-             "{\"unasked\": \"00\", \"after\": 0}", "{\"unasked\": \"00\", \"after\": 600000}",
-             "{\"request\": \"" + longest + "\"}", "{\"request\": \"73\", \"answer\": \"" + longest + "\"}",
-             "{\"unasked\": \"" + longest + "\"}"}) {
-        QCOMPARE(ErrorOf(WithFirst(entry)), QByteArray());
+    void EveryEntry()
+    {
+        const std::vector<RecordedEntry> entries =
+            Simulator::ParseRecording("{\"comment\": \"none\", \"exchanges\": [{\"request\": \"73f44e\", "
+                                      "\"answer\": \"00FEd10e\"}, {\"request\": \"57122A\"}, {\"unasked\": "
+                                      "\"0af73370\", \"after\": 200}, {\"unasked\": \"05\"}]}");
+        QCOMPARE(entries.size(), std::size_t(4));
+        QCOMPARE(entries.at(0).request.toHex(), QByteArray("73f44e"));
+        QCOMPARE(entries.at(0).bytes.toHex(), QByteArray("00fed10e"));
+        QVERIFY(!entries.at(0).IsUnasked());
+        QCOMPARE(entries.at(1).request.toHex(), QByteArray("57122a"));
+        QCOMPARE(entries.at(1).bytes, QByteArray());
+        QVERIFY(entries.at(2).IsUnasked());
+        QCOMPARE(entries.at(2).bytes.toHex(), QByteArray("0af73370"));
+        QVERIFY(entries.at(2).after == std::chrono::milliseconds(200));
+        QVERIFY(entries.at(3).IsUnasked());
+        QCOMPARE(entries.at(3).bytes.toHex(), QByteArray("05"));
+        QVERIFY(entries.at(3).after == std::chrono::milliseconds(0));
     }
-}
 
-void TestRecordingFile::LimitsAreKept_data()
-{
-    QTest::addColumn<QByteArray>("entry");
-    QTest::addColumn<QByteArray>("error");
-    const QByteArray tooLong(4098, 'a');
-    const QByteArray bytes("must be 1 to 2048 bytes of two hexadecimal digits each");
-    const QByteArray time("must be a whole number from 0 to 600000");
-    const QByteArray text("must be a text in double quotes");
-    const auto row = [](const char* name, const QByteArray& entry, const QByteArray& error) {
-        QTest::newRow(name) << entry << error;
-    };
-    row("request empty", "{\"request\": \"\"}", "\"request\": " + bytes);
-    row("request too long", "{\"request\": \"" + tooLong + "\"}", "\"request\": " + bytes);
-    row("half a byte", "{\"request\": \"73f\"}", "\"request\": " + bytes);
-    row("no digits", "{\"request\": \"7x\"}", "\"request\": " + bytes);
-    row("blank between", "{\"request\": \"73 f44e\"}", "\"request\": " + bytes);
-    row("digits of another script", "{\"request\": \"\\u0667\\u0663\"}", "\"request\": " + bytes);
-    row("full width digits", "{\"request\": \"\\uff17\\uff13\"}", "\"request\": " + bytes);
-    row("request is a number", "{\"request\": 73}", "\"request\": " + text);
-    row("answer empty", "{\"request\": \"73\", \"answer\": \"\"}", "\"answer\": " + bytes);
-    row("answer null", "{\"request\": \"73\", \"answer\": null}", "\"answer\": " + text);
-    row("answer too long", "{\"request\": \"73\", \"answer\": \"" + tooLong + "\"}", "\"answer\": " + bytes);
-    row("unasked empty", "{\"unasked\": \"\"}", "\"unasked\": " + bytes);
-    row("unasked too long", "{\"unasked\": \"" + tooLong + "\"}", "\"unasked\": " + bytes);
-    row("after negative", "{\"unasked\": \"00\", \"after\": -1}", "\"after\": " + time);
-    row("after too late", "{\"unasked\": \"00\", \"after\": 600001}", "\"after\": " + time);
-    row("after broken", "{\"unasked\": \"00\", \"after\": 0.5}", "\"after\": " + time);
-    row("after is a text", "{\"unasked\": \"00\", \"after\": \"5\"}", "\"after\": " + time);
-}
-
-void TestRecordingFile::LimitsAreKept()
-{
-    QFETCH(QByteArray, entry);
-    QFETCH(QByteArray, error);
-    QCOMPARE(ErrorOf(WithFirst(entry)), "FILE, line 2: " + error);
-}
-
-void TestRecordingFile::Errors_data()
-{
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<QByteArray>("error");
-    const auto row = [](const char* name, const QByteArray& content, const char* error) {
-        QTest::newRow(name) << content << QByteArray(error);
-    };
-    row("nothing", "", "FILE, line 1: this is not valid JSON: illegal value");
-    row("cut off", "{\"exchanges\": [\n{\"request\": \"73",
-        "FILE, line 2: this is not valid JSON: unterminated string");
-    row("array", "[]", "FILE, line 1: must be an object in braces");
-    row("exchanges missing", "\n{}", "FILE, line 2: \"exchanges\" is missing");
-    row("no exchange", "{\n\"exchanges\": []}", "FILE, line 2: \"exchanges\": there must be at least one");
-    row("exchanges are an object", "{\n\"exchanges\": {}}",
-        "FILE, line 2: \"exchanges\": must be an array of up to 100000 objects");
-    row("exchange is a text", WithFirst("\"73\""),
-        "FILE, line 2: each of \"exchanges\" must be an object in braces");
-    row("neither", WithFirst("{}"), "FILE, line 2: an entry needs either \"request\" or \"unasked\"");
-    row("answer alone", WithFirst("{\"answer\": \"00\"}"),
-        "FILE, line 2: an entry needs either \"request\" or \"unasked\"");
-    row("both", WithFirst("{\"request\": \"73\", \"unasked\": \"00\"}"),
-        "FILE, line 2: an entry needs either \"request\" or \"unasked\"");
-    row("unasked at first", "{\"exchanges\": [\n{\n\"unasked\": \"00\"}]}",
-        "FILE, line 3: \"unasked\": the first entry must be a request");
-    row("key of the other kind", WithFirst("{\"request\": \"73\",\n\"after\": 5}"),
-        "FILE, line 3: \"after\": there is no such key here; there may be request, answer");
-    row("answer unasked", WithFirst("{\"unasked\": \"73\",\n\"answer\": \"00\"}"),
-        "FILE, line 3: \"answer\": there is no such key here; there may be unasked, after");
-    row("unknown key", "{\"exchanges\": [{\"request\": \"73\"}],\n\"faults\": []}",
-        "FILE, line 2: \"faults\": there is no such key here; there may be exchanges, comment");
-    row("comment is a number", "{\"exchanges\": [{\"request\": \"73\"}],\n\"comment\": 5}",
-        "FILE, line 2: \"comment\": must be a text in double quotes");
-    row("key twice", WithFirst("{\"request\": \"73\",\n\"request\": \"57\"}"),
-        "FILE, line 3: \"request\": the key is there twice; keep one");
-}
-
-void TestRecordingFile::Errors()
-{
-    QFETCH(QByteArray, content);
-    QTEST(ErrorOf(content), "error");
-}
-
-void TestRecordingFile::ErrorsAreOneLine()
-{
-    const QByteArray error = ErrorOf("{\"" + QByteArray(5000, 'x') + "\\n\\u001b\": 1}");
-    QVERIFY2(error.startsWith("FILE, line 1: \"xxx") && error.size() < 200, error.constData());
-}
-
-void TestRecordingFile::AsManyAsThereMayBe()
-{
-    const QByteArray others = QByteArray(",{\"request\":\"73\"}").repeated(99999);
-    const auto recording = [](const QByteArray& more) {
-        return "{\"exchanges\":[{\"request\":\"57\"}" + more + "]}";
-    };
-    QCOMPARE(ErrorOf(recording(others)), QByteArray());
-    QCOMPARE(ErrorOf(recording(others + ",{\"request\":\"73\"}")),
-             QByteArray("FILE, line 1: \"exchanges\": must be an array of up to 100000 objects"));
-}
-
-void TestRecordingFile::FileThatCannotBeRead()
-{
-    const QTemporaryDir folder;
-    QCOMPARE(ErrorOfPath(folder.filePath(QStringLiteral("missing"))),
-             QByteArray("cannot read the recording FILE: No such file or directory"));
-    QCOMPARE(ErrorOfPath(folder.path()),
-             QByteArray("cannot read the recording FILE: it is no file; name a file"));
-    QCOMPARE(ErrorOfPath(QStringLiteral("/dev/zero")),
-             QByteArray("cannot read the recording FILE: it is no file; name a file"));
-}
-
-void TestRecordingFile::FileThatIsTooLong()
-{
-    const QByteArray recording("{\"exchanges\":[{\"request\":\"57\"}]}");
-    QCOMPARE(ErrorOf(recording + QByteArray(16777216 - recording.size(), ' ')), QByteArray());
-    QCOMPARE(ErrorOf(recording + QByteArray(16777217 - recording.size(), ' ')),
-             QByteArray("cannot read the recording FILE: it has more than 16777216 bytes"));
-}
-
-/// It may not be read by anybody, and still what is wrong is its length.
-void TestRecordingFile::EnormousFileIsNotRead()
-{
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("recording"));
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QVERIFY(file.resize(100 * 1024 * 1024));
-    QVERIFY(file.setPermissions(QFile::WriteOwner));
-    QCOMPARE(ErrorOfPath(path),
-             QByteArray("cannot read the recording FILE: it has more than 16777216 bytes"));
-}
-
-void TestRecordingFile::ExampleOfTheDocument()
-{
-    const QByteArray document = ContentOf(SIMULATOR_DOCUMENT);
-    const int first = document.indexOf("```json\n") + 8;
-    const QByteArray example = document.mid(first, document.indexOf("```", first) - first);
-    QCOMPARE(Simulator::ParseRecording(example).size(), std::size_t(6));
-}
-
-void TestRecordingFile::DocumentTellsOfEveryKey()
-{
-    const QByteArray document = ContentOf(SIMULATOR_DOCUMENT);
-    for (const char* kind : {"exchange", "unasked"}) {
-        for (const QString& key : Definition(kind).value(QLatin1String("properties")).toObject().keys()) {
-            QVERIFY2(document.contains("\n| `" + key.toUtf8() + "` | "), qPrintable(key));
+    void LimitsAreAllowed()
+    {
+        const QByteArray longest(4096, 'a');
+        for (const QByteArray& entry :
+             QByteArrayList{"{\"unasked\": \"00\", \"after\": 0}", "{\"unasked\": \"00\", \"after\": 600000}",
+                            "{\"request\": \"" + longest + "\"}",
+                            "{\"request\": \"73\", \"answer\": \"" + longest + "\"}",
+                            "{\"unasked\": \"" + longest + "\"}"}) {
+            QCOMPARE(ErrorOf(WithFirst(entry)), QByteArray());
         }
     }
-}
 
-void TestRecordingFile::SchemaAllowsWhatIsAllowed_data()
-{
-    QTest::addColumn<QString>("needed");
-    QTest::newRow("exchange") << QStringLiteral("request");
-    QTest::newRow("unasked") << QStringLiteral("unasked");
-}
-
-/// Each kind takes the keys that the schema gives it, and no other one's.
-void TestRecordingFile::SchemaAllowsWhatIsAllowed()
-{
-    QFETCH(QString, needed);
-    const QJsonObject definition = Definition(QTest::currentDataTag());
-    QCOMPARE(definition.value(QLatin1String("additionalProperties")), QJsonValue(false));
-    const QJsonObject properties = definition.value(QLatin1String("properties")).toObject();
-    const QMap<QString, QJsonValue> values{{QStringLiteral("request"), QStringLiteral("73")},
-                                           {QStringLiteral("answer"), QStringLiteral("00")},
-                                           {QStringLiteral("unasked"), QStringLiteral("00")},
-                                           {QStringLiteral("after"), 1},
-                                           {QStringLiteral("comment"), QStringLiteral("text")}};
-    for (auto value = values.begin(); value != values.end(); ++value) {
-        QJsonObject entry{{needed, QStringLiteral("73")}};
-        entry.insert(value.key(), value.value());
-        QVERIFY2(IsTaken(entry) == properties.contains(value.key()), qPrintable(value.key()));
+    void LimitsAreKept_data()
+    {
+        QTest::addColumn<QByteArray>("entry");
+        QTest::addColumn<QByteArray>("error");
+        const QByteArray tooLong(4098, 'a');
+        const QByteArray bytes("must be 1 to 2048 bytes of two hexadecimal digits each");
+        const QByteArray time("must be a whole number from 0 to 600000");
+        const QByteArray text("must be a text in double quotes");
+        const auto row = [](const char* name, const QByteArray& entry, const QByteArray& error) {
+            QTest::newRow(name) << entry << error;
+        };
+        row("request empty", "{\"request\": \"\"}", "\"request\": " + bytes);
+        row("request too long", "{\"request\": \"" + tooLong + "\"}", "\"request\": " + bytes);
+        row("half a byte", "{\"request\": \"73f\"}", "\"request\": " + bytes);
+        row("no digits", "{\"request\": \"7x\"}", "\"request\": " + bytes);
+        row("blank between", "{\"request\": \"73 f44e\"}", "\"request\": " + bytes);
+        row("digits of another script", "{\"request\": \"\\u0667\\u0663\"}", "\"request\": " + bytes);
+        row("full width digits", "{\"request\": \"\\uff17\\uff13\"}", "\"request\": " + bytes);
+        row("request is a number", "{\"request\": 73}", "\"request\": " + text);
+        row("answer empty", "{\"request\": \"73\", \"answer\": \"\"}", "\"answer\": " + bytes);
+        row("answer null", "{\"request\": \"73\", \"answer\": null}", "\"answer\": " + text);
+        row("answer too long", "{\"request\": \"73\", \"answer\": \"" + tooLong + "\"}",
+            "\"answer\": " + bytes);
+        row("unasked empty", "{\"unasked\": \"\"}", "\"unasked\": " + bytes);
+        row("unasked too long", "{\"unasked\": \"" + tooLong + "\"}", "\"unasked\": " + bytes);
+        row("after negative", "{\"unasked\": \"00\", \"after\": -1}", "\"after\": " + time);
+        row("after too late", "{\"unasked\": \"00\", \"after\": 600001}", "\"after\": " + time);
+        row("after broken", "{\"unasked\": \"00\", \"after\": 0.5}", "\"after\": " + time);
+        row("after is a text", "{\"unasked\": \"00\", \"after\": \"5\"}", "\"after\": " + time);
     }
-}
 
-void TestRecordingFile::SchemaNeedsWhatIsNeeded_data()
-{
-    SchemaAllowsWhatIsAllowed_data();
-}
+    void LimitsAreKept()
+    {
+        QFETCH(QByteArray, entry);
+        QFETCH(QByteArray, error);
+        QCOMPARE(ErrorOf(WithFirst(entry)), "FILE, line 2: " + error);
+    }
 
-void TestRecordingFile::SchemaNeedsWhatIsNeeded()
-{
-    QFETCH(QString, needed);
-    const QJsonValue required = Definition(QTest::currentDataTag()).value(QLatin1String("required"));
-    QCOMPARE(required, QJsonValue(QJsonArray{needed}));
-    QVERIFY(IsTaken({{needed, QStringLiteral("73")}}));
-    QVERIFY(!IsTaken({}));
-}
+    void Errors_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QByteArray>("error");
+        const auto row = [](const char* name, const QByteArray& content, const char* error) {
+            QTest::newRow(name) << content << QByteArray(error);
+        };
+        row("nothing", "", "FILE, line 1: this is not valid JSON: illegal value");
+        row("cut off", "{\"exchanges\": [\n{\"request\": \"73",
+            "FILE, line 2: this is not valid JSON: unterminated string");
+        row("array", "[]", "FILE, line 1: must be an object in braces");
+        row("exchanges missing", "\n{}", "FILE, line 2: \"exchanges\" is missing");
+        row("no exchange", "{\n\"exchanges\": []}",
+            "FILE, line 2: \"exchanges\": there must be at least one");
+        row("exchanges are an object", "{\n\"exchanges\": {}}",
+            "FILE, line 2: \"exchanges\": must be an array of up to 100000 objects");
+        row("exchange is a text", WithFirst("\"73\""),
+            "FILE, line 2: each of \"exchanges\" must be an object in braces");
+        row("neither", WithFirst("{}"), "FILE, line 2: an entry needs either \"request\" or \"unasked\"");
+        row("answer alone", WithFirst("{\"answer\": \"00\"}"),
+            "FILE, line 2: an entry needs either \"request\" or \"unasked\"");
+        row("both", WithFirst("{\"request\": \"73\", \"unasked\": \"00\"}"),
+            "FILE, line 2: an entry needs either \"request\" or \"unasked\"");
+        row("unasked at first", "{\"exchanges\": [\n{\n\"unasked\": \"00\"}]}",
+            "FILE, line 3: \"unasked\": the first entry must be a request");
+        row("key of the other kind", WithFirst("{\"request\": \"73\",\n\"after\": 5}"),
+            "FILE, line 3: \"after\": there is no such key here; there may be request, answer");
+        row("answer unasked", WithFirst("{\"unasked\": \"73\",\n\"answer\": \"00\"}"),
+            "FILE, line 3: \"answer\": there is no such key here; there may be unasked, after");
+        row("unknown key", "{\"exchanges\": [{\"request\": \"73\"}],\n\"faults\": []}",
+            "FILE, line 2: \"faults\": there is no such key here; there may be exchanges, comment");
+        row("comment is a number", "{\"exchanges\": [{\"request\": \"73\"}],\n\"comment\": 5}",
+            "FILE, line 2: \"comment\": must be a text in double quotes");
+        row("key twice", WithFirst("{\"request\": \"73\",\n\"request\": \"57\"}"),
+            "FILE, line 3: \"request\": the key is there twice; keep one");
+    }
 
-void TestRecordingFile::SchemaKeepsTheLimitsOfAfter()
-{
-    const QJsonObject properties = Definition("unasked").value(QLatin1String("properties")).toObject();
-    const QJsonObject limits = properties.value(QLatin1String("after")).toObject();
-    const int lowest = limits.value(QLatin1String("minimum")).toInt(-1);
-    const int highest = limits.value(QLatin1String("maximum")).toInt(-1);
-    const auto isTaken = [](int after) {
-        return IsTaken({{QStringLiteral("unasked"), QStringLiteral("00")}, {QStringLiteral("after"), after}});
-    };
-    QVERIFY(isTaken(lowest) && isTaken(highest));
-    QVERIFY(!isTaken(lowest - 1) && !isTaken(highest + 1));
-}
+    void Errors()
+    {
+        QFETCH(QByteArray, content);
+        QTEST(ErrorOf(content), "error");
+    }
 
-void TestRecordingFile::SchemaKeepsTheLimitsOfBytes_data()
-{
-    QTest::addColumn<QString>("bytes");
-    QTest::newRow("none") << QString();
-    QTest::newRow("one") << QStringLiteral("00");
-    QTest::newRow("half a byte") << QStringLiteral("000");
-    QTest::newRow("all digits") << QStringLiteral("0123456789abcdefABCDEF");
-    QTest::newRow("no digit") << QStringLiteral("0g");
-    QTest::newRow("blank") << QStringLiteral("00 00");
-    QTest::newRow("most") << QStringLiteral("00").repeated(2048);
-    QTest::newRow("more") << QStringLiteral("00").repeated(2049);
-}
+    void ErrorsAreOneLine()
+    {
+        const QByteArray error = ErrorOf("{\"" + QByteArray(5000, 'x') + "\\n\\u001b\": 1}");
+        QVERIFY2(error.startsWith("FILE, line 1: \"xxx") && error.size() < 200, error.constData());
+    }
 
-void TestRecordingFile::SchemaKeepsTheLimitsOfBytes()
-{
-    QFETCH(QString, bytes);
-    const QRegularExpression form(Definition("bytes").value(QLatin1String("pattern")).toString());
-    QVERIFY2(form.isValid(), qPrintable(form.errorString()));
-    const bool isTaken = form.match(bytes).hasMatch();
-    QCOMPARE(IsTaken({{QStringLiteral("request"), bytes}}), isTaken);
-    QCOMPARE(IsTaken({{QStringLiteral("request"), QStringLiteral("73")}, {QStringLiteral("answer"), bytes}}),
-             isTaken);
-    QCOMPARE(IsTaken({{QStringLiteral("unasked"), bytes}}), isTaken);
-}
+    void AsManyAsThereMayBe()
+    {
+        const QByteArray others = QByteArray(",{\"request\":\"73\"}").repeated(99999);
+        const auto recording = [](const QByteArray& more) {
+            return "{\"exchanges\":[{\"request\":\"57\"}" + more + "]}";
+        };
+        QCOMPARE(ErrorOf(recording(others)), QByteArray());
+        QCOMPARE(ErrorOf(recording(others + ",{\"request\":\"73\"}")),
+                 QByteArray("FILE, line 1: \"exchanges\": must be an array of up to 100000 objects"));
+    }
 
-/// The limits themselves are tried above.
-void TestRecordingFile::SchemaKeepsTheLimitsOfTheWhole()
-{
-    QCOMPARE(Schema().value(QLatin1String("required")), QJsonValue(QJsonArray{QStringLiteral("exchanges")}));
-    QCOMPARE(Schema().value(QLatin1String("additionalProperties")), QJsonValue(false));
-    const QStringList keys = Schema().value(QLatin1String("properties")).toObject().keys();
-    QCOMPARE(keys, (QStringList{QStringLiteral("comment"), QStringLiteral("exchanges")}));
-    QCOMPARE(SchemaOfExchanges().value(QLatin1String("minItems")), QJsonValue(1));
-    QCOMPARE(SchemaOfExchanges().value(QLatin1String("maxItems")), QJsonValue(100000));
-    const QJsonArray first = SchemaOfExchanges().value(QLatin1String("items")).toArray();
-    QCOMPARE(first.size(), 1);
-    QCOMPARE(first.at(0).toObject().value(QLatin1String("$ref")),
-             QJsonValue(QStringLiteral("#/definitions/exchange")));
-}
+    void FileThatCannotBeRead()
+    {
+        const QTemporaryDir folder;
+        QCOMPARE(ErrorOfPath(folder.filePath(QStringLiteral("missing"))),
+                 QByteArray("cannot read the recording FILE: No such file or directory"));
+        QCOMPARE(ErrorOfPath(folder.path()),
+                 QByteArray("cannot read the recording FILE: it is no file; name a file"));
+        QCOMPARE(ErrorOfPath(QStringLiteral("/dev/zero")),
+                 QByteArray("cannot read the recording FILE: it is no file; name a file"));
+    }
+
+    void FileThatIsTooLong()
+    {
+        const QByteArray recording("{\"exchanges\":[{\"request\":\"57\"}]}");
+        QCOMPARE(ErrorOf(recording + QByteArray(16777216 - recording.size(), ' ')), QByteArray());
+        QCOMPARE(ErrorOf(recording + QByteArray(16777217 - recording.size(), ' ')),
+                 QByteArray("cannot read the recording FILE: it has more than 16777216 bytes"));
+    }
+
+    /// It may not be read by anybody, and still what is wrong is its length.
+    void EnormousFileIsNotRead()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("recording"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QVERIFY(file.resize(100 * 1024 * 1024));
+        QVERIFY(file.setPermissions(QFile::WriteOwner));
+        QCOMPARE(ErrorOfPath(path),
+                 QByteArray("cannot read the recording FILE: it has more than 16777216 bytes"));
+    }
+
+    void ExampleOfTheDocument()
+    {
+        const QByteArray document = ContentOf(SIMULATOR_DOCUMENT);
+        const int first = document.indexOf("```json\n") + 8;
+        const QByteArray example = document.mid(first, document.indexOf("```", first) - first);
+        QCOMPARE(Simulator::ParseRecording(example).size(), std::size_t(6));
+    }
+
+    void DocumentTellsOfEveryKey()
+    {
+        const QByteArray document = ContentOf(SIMULATOR_DOCUMENT);
+        for (const char* kind : {"exchange", "unasked"}) {
+            for (const QString& key : Definition(kind).value(QLatin1String("properties")).toObject().keys()) {
+                QVERIFY2(document.contains("\n| `" + key.toUtf8() + "` | "), qPrintable(key));
+            }
+        }
+    }
+
+    void SchemaAllowsWhatIsAllowed_data()
+    {
+        QTest::addColumn<QString>("needed");
+        QTest::newRow("exchange") << QStringLiteral("request");
+        QTest::newRow("unasked") << QStringLiteral("unasked");
+    }
+
+    /// Each kind takes the keys that the schema gives it, and no other one's.
+    void SchemaAllowsWhatIsAllowed()
+    {
+        QFETCH(QString, needed);
+        const QJsonObject definition = Definition(QTest::currentDataTag());
+        QCOMPARE(definition.value(QLatin1String("additionalProperties")), QJsonValue(false));
+        const QJsonObject properties = definition.value(QLatin1String("properties")).toObject();
+        const QMap<QString, QJsonValue> values{{QStringLiteral("request"), QStringLiteral("73")},
+                                               {QStringLiteral("answer"), QStringLiteral("00")},
+                                               {QStringLiteral("unasked"), QStringLiteral("00")},
+                                               {QStringLiteral("after"), 1},
+                                               {QStringLiteral("comment"), QStringLiteral("text")}};
+        for (auto value = values.begin(); value != values.end(); ++value) {
+            QJsonObject entry{{needed, QStringLiteral("73")}};
+            entry.insert(value.key(), value.value());
+            QVERIFY2(IsAccepted(entry) == properties.contains(value.key()), qPrintable(value.key()));
+        }
+    }
+
+    void SchemaNeedsWhatIsNeeded_data() { SchemaAllowsWhatIsAllowed_data(); }
+
+    void SchemaNeedsWhatIsNeeded()
+    {
+        QFETCH(QString, needed);
+        const QJsonValue required = Definition(QTest::currentDataTag()).value(QLatin1String("required"));
+        QCOMPARE(required, QJsonValue(QJsonArray{needed}));
+        QVERIFY(IsAccepted({{needed, QStringLiteral("73")}}));
+        QVERIFY(!IsAccepted({}));
+    }
+
+    void SchemaKeepsTheLimitsOfAfter()
+    {
+        const QJsonObject properties = Definition("unasked").value(QLatin1String("properties")).toObject();
+        const QJsonObject limits = properties.value(QLatin1String("after")).toObject();
+        const int lowest = limits.value(QLatin1String("minimum")).toInt(-1);
+        const int highest = limits.value(QLatin1String("maximum")).toInt(-1);
+        const auto isAccepted = [](int after) {
+            return IsAccepted(
+                {{QStringLiteral("unasked"), QStringLiteral("00")}, {QStringLiteral("after"), after}});
+        };
+        QVERIFY(isAccepted(lowest) && isAccepted(highest));
+        QVERIFY(!isAccepted(lowest - 1) && !isAccepted(highest + 1));
+    }
+
+    void SchemaKeepsTheLimitsOfBytes_data()
+    {
+        QTest::addColumn<QString>("bytes");
+        QTest::newRow("none") << QString();
+        QTest::newRow("one") << QStringLiteral("00");
+        QTest::newRow("half a byte") << QStringLiteral("000");
+        QTest::newRow("all digits") << QStringLiteral("0123456789abcdefABCDEF");
+        QTest::newRow("no digit") << QStringLiteral("0g");
+        QTest::newRow("blank") << QStringLiteral("00 00");
+        QTest::newRow("most") << QStringLiteral("00").repeated(2048);
+        QTest::newRow("more") << QStringLiteral("00").repeated(2049);
+    }
+
+    void SchemaKeepsTheLimitsOfBytes()
+    {
+        QFETCH(QString, bytes);
+        const QRegularExpression form(Definition("bytes").value(QLatin1String("pattern")).toString());
+        QVERIFY2(form.isValid(), qPrintable(form.errorString()));
+        const bool isAccepted = form.match(bytes).hasMatch();
+        QCOMPARE(IsAccepted({{QStringLiteral("request"), bytes}}), isAccepted);
+        QCOMPARE(IsAccepted(
+                     {{QStringLiteral("request"), QStringLiteral("73")}, {QStringLiteral("answer"), bytes}}),
+                 isAccepted);
+        QCOMPARE(IsAccepted({{QStringLiteral("unasked"), bytes}}), isAccepted);
+    }
+
+    /// The limits themselves are tried above.
+    void SchemaKeepsTheLimitsOfTheWhole()
+    {
+        QCOMPARE(Schema().value(QLatin1String("required")),
+                 QJsonValue(QJsonArray{QStringLiteral("exchanges")}));
+        QCOMPARE(Schema().value(QLatin1String("additionalProperties")), QJsonValue(false));
+        const QStringList keys = Schema().value(QLatin1String("properties")).toObject().keys();
+        QCOMPARE(keys, (QStringList{QStringLiteral("comment"), QStringLiteral("exchanges")}));
+        QCOMPARE(SchemaOfExchanges().value(QLatin1String("minItems")), QJsonValue(1));
+        QCOMPARE(SchemaOfExchanges().value(QLatin1String("maxItems")), QJsonValue(100000));
+        const QJsonArray first = SchemaOfExchanges().value(QLatin1String("items")).toArray();
+        QCOMPARE(first.size(), 1);
+        QCOMPARE(first.at(0).toObject().value(QLatin1String("$ref")),
+                 QJsonValue(QStringLiteral("#/definitions/exchange")));
+    }
+};
 
 QTEST_GUILESS_MAIN(TestRecordingFile) // an application at the end frees what long matches need
 #include "tst_recordingfile.moc"

@@ -15,6 +15,9 @@
 #include "lineclient.h"
 #include "simulator/control/scenarios.h"
 #include "simulator/line/ptyline.h"
+#include "support/wire.h"
+
+using namespace Wire;
 
 namespace
 {
@@ -23,9 +26,6 @@ namespace
 constexpr int Patience = 60000;
 
 const QString SimulatorProgram = QStringLiteral(SIMULATOR_PROGRAM);
-const QByteArray ReadStatus = QByteArray::fromHex("73f44e");
-const QByteArray ReadVersion = QByteArray::fromHex("57122a");
-const QByteArray Version = QByteArray::fromHex("5041543431303230343831353130353033303232303136f923");
 
 // Pieces of shell programs that know nothing but the path of the device and the bytes of the line.
 const QString OpenDevice = QStringLiteral("exec 3<>/dev/ttycommunication; ");
@@ -140,944 +140,893 @@ class TestSimulatorProgram : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void ExitStatusOfTheProgram_data();
-    void ExitStatusOfTheProgram();
-    void ProgramThatCannotBeStarted();
-    void ArgumentsArriveAsTheyAre();
-    void ProgramTalksToTheInstrument();
-    void ProgramMayLookBeforeItOpens();
-    void OtherFilesAreLeftAlone();
-    void LineSettingsAreNoted();
-    void OtherPreloadedLibrariesAreKept();
-    void TwoSideBySide();
-    void SignalsAreForwarded_data();
-    void SignalsAreForwarded();
-    void ControlCReachesTheProgramOnce();
-    void ClosedTerminalReachesTheProgram();
-    void NothingIsLeftBehind();
-    void PreloadedLibraryMissing();
-    void CommandsAtTheirTime();
-    void LogOfTheExchanges();
-    void EveryScenarioCanBeTheFirst();
-    void MeasurementInTheLog();
-    void UpdateInTheLog();
-    void ModeAtTheStart();
-    void UpdateScenario();
-    void ConfirmationAsTold();
-    void BytesTakeTheirTime();
-    void FirmwareFileThatCannotBeWritten();
-    void ConfirmationOfAnImage();
-    void ConfirmationOfNoImage_data();
-    void ConfirmationOfNoImage();
-    void ConfirmationOfWhatMayBeEndless_data();
-    void ConfirmationOfWhatMayBeEndless();
-    void ConfirmationThatCannotBeWritten();
-    void FaultsOfAFile();
-    void FaultsThatAreWrong();
-    void FaultsOfNoFile();
-    void PlaybackOfAnInitialization();
-    void PlaybackWithFaults();
-    void PlaybackThatIsWrong();
-    void PlaybackOfNoFile();
-    void PlaybackTakesNoScenario_data();
-    void PlaybackTakesNoScenario();
-    void PlaybackTakesNoCommandOfAFile();
-    void PlaybackTakesFaultsAsCommandsOnly();
-    void ProgramWithoutTheDivider();
-    void BadUse_data();
-    void BadUse();
-    void HelpAndVersion();
-    void DocumentTellsWhatHelpTells();
-    void LinkServesUntilASignal_data();
-    void LinkServesUntilASignal();
-    void LinkServesUntilQuit();
-    void LinkTakesCommands();
-    void LinkTakesFaults();
-    void LinkRefusesFaultsThatAreWrong();
-    void LinkSurvivesAnEndlessLine();
-    void LinkFollowsALineThatReturnsByItself();
-    void LinkFollowsANewLine();
-    void LinkRefusesAPathThatIsTaken();
+    void init()
+    {
+        _folder = std::make_unique<QTemporaryDir>();
+        _process = std::make_unique<QProcess>();
+        _output.clear();
+        _errors.clear();
+    }
+
+    void ExitStatusOfTheProgram_data()
+    {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<int>("status");
+        QTest::newRow("success") << "true" << 0;
+        QTest::newRow("failure") << "false" << 1;
+        QTest::newRow("own number") << "exit 42" << 42;
+        QTest::newRow("killed") << "kill -9 $$" << 137;
+        QTest::newRow("terminated") << "kill -TERM $$" << 143;
+    }
+
+    void ExitStatusOfTheProgram()
+    {
+        QFETCH(QString, script);
+        QFETCH(int, status);
+        QCOMPARE(Run(RunShell(script)), status);
+        QCOMPARE(_errors, QByteArray());
+    }
+
+    void ProgramThatCannotBeStarted()
+    {
+        QCOMPARE(Run({QStringLiteral("run"), QStringLiteral("--"), QStringLiteral("/no/such/program")}), 127);
+        QCOMPARE(_errors,
+                 QByteArray("vesmar-simulator: cannot run /no/such/program: No such file or directory\n"));
+    }
+
+    void ArgumentsArriveAsTheyAre()
+    {
+        const QStringList arguments{QStringLiteral("[a,b]"), QString(), QStringLiteral("--"),
+                                    QStringLiteral("--help"), QStringLiteral("a b")};
+        QCOMPARE(Run(QStringList{QStringLiteral("run"), QStringLiteral("--"), QStringLiteral("printf"),
+                                 QStringLiteral("<%s>")} +
+                     arguments),
+                 0);
+        QCOMPARE(_output, QByteArray("<[a,b]><><--><--help><a b>"));
+    }
+
+    void ProgramTalksToTheInstrument()
+    {
+        QCOMPARE(Run(RunShell(OpenDevice + AskVersion)), 0);
+        QCOMPARE(Hex(_output), Version.toHex());
+    }
+
+    void ProgramMayLookBeforeItOpens()
+    {
+        const QString device = QStringLiteral("/dev/ttycommunication");
+        QCOMPARE(Run(RunShell(
+                     QStringLiteral("test -c %1 && test -r %1 && test -w %1 && ! test -L %1 && ! test -e %1x")
+                         .arg(device))),
+                 0);
+        QCOMPARE(Run({QStringLiteral("run"), QStringLiteral("--"), QStringLiteral("stat"),
+                      QStringLiteral("-c"), QStringLiteral("%F"), device}),
+                 0);
+        QCOMPARE(_output, QByteArray("character special file\n"));
+    }
+
+    void OtherFilesAreLeftAlone()
+    {
+        const QString path = _folder->filePath(QStringLiteral("file"));
+        QCOMPARE(Run(RunShell(QStringLiteral("umask 027; echo text > %1; cat %1").arg(path))), 0);
+        QCOMPARE(_output, QByteArray("text\n"));
+        struct stat state = {};
+        QCOMPARE(::stat(QFile::encodeName(path).constData(), &state), 0);
+        QCOMPARE(state.st_mode & 07777U, 0640U);
+    }
+
+    void LineSettingsAreNoted()
+    {
+        const Simulator::PtyLine otherLine;
+        const QString log = _folder->filePath(QStringLiteral("settings"));
+        qputenv("VESMAR_SIMULATOR_LINE_LOG", QFile::encodeName(log));
+        const int status =
+            Run(RunShell(QStringLiteral("stty -F %1 parodd; stty -F /dev/ttycommunication parenb; "
+                                        "stty -F /dev/ttycommunication min 0 time 3")
+                             .arg(otherLine.DevicePath())));
+        qunsetenv("VESMAR_SIMULATOR_LINE_LOG");
+        QFile file(log);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        // The pseudo-terminal has dropped the parity by the time of the second line.
+        QCOMPARE(file.readAll(), QByteArray("iflag=0 oflag=0 cflag=19b2 lflag=0 vmin=1 vtime=0\n"
+                                            "iflag=0 oflag=0 cflag=18b2 lflag=0 vmin=0 vtime=3\n"));
+        QCOMPARE(status, 0);
+    }
+
+    void OtherPreloadedLibrariesAreKept()
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral("libdl.so.2"));
+        environment.insert(QStringLiteral("ASAN_OPTIONS"), QStringLiteral("verify_asan_link_order=0"));
+        _process->setProcessEnvironment(environment);
+        QCOMPARE(Run(RunShell(QStringLiteral("echo $LD_PRELOAD"))), 0);
+        QCOMPARE(_output, QByteArray(PRELOAD_LIBRARY ":libdl.so.2\n"));
+    }
+
+    void TwoSideBySide()
+    {
+        const QString script = OpenDevice + QStringLiteral("echo open; read go; ") + AskStatus;
+        QProcess other;
+        other.start(SimulatorProgram,
+                    RunShell(script, {QStringLiteral("--scenario"), QStringLiteral("refuse")}));
+        _process->start(SimulatorProgram, RunShell(script));
+        QTRY_VERIFY_WITH_TIMEOUT(_process->canReadLine(), Patience);
+        QTRY_VERIFY_WITH_TIMEOUT(other.canReadLine(), Patience);
+        _process->write("go\n");
+        other.write("go\n");
+        QCOMPARE(Finish(), 0);
+        QVERIFY(other.waitForFinished(Patience));
+        QCOMPARE(Hex(_output.mid(5)).left(4), QByteArray("00fe"));
+        QCOMPARE(Hex(other.readAllStandardOutput().mid(5)), QByteArray("214334"));
+    }
+
+    void SignalsAreForwarded_data()
+    {
+        QTest::addColumn<int>("signalNumber");
+        QTest::addColumn<QString>("name");
+        QTest::newRow("SIGINT") << SIGINT << "INT";
+        QTest::newRow("SIGTERM") << SIGTERM << "TERM";
+        QTest::newRow("SIGHUP") << SIGHUP << "HUP";
+    }
+
+    void SignalsAreForwarded()
+    {
+        QFETCH(int, signalNumber);
+        QFETCH(QString, name);
+        _process->start(
+            SimulatorProgram,
+            RunShell(QStringLiteral("trap 'echo got; exit 7' %1; echo ready; while :; do sleep 0.05; done")
+                         .arg(name)));
+        QTRY_VERIFY_WITH_TIMEOUT(_process->canReadLine(), Patience);
+        QCOMPARE(::kill(static_cast<pid_t>(_process->processId()), signalNumber), 0);
+        QCOMPARE(Finish(), 7);
+        QCOMPARE(_output, QByteArray("ready\ngot\n"));
+    }
+
+    void ControlCReachesTheProgramOnce()
+    {
+        Terminal terminal("trap 'n=$((n+1))' INT; n=0; echo ready; while [ $n = 0 ]; do sleep 0.05; done; "
+                          "sleep 0.3; echo count=$n; exit 5");
+        QVERIFY(terminal.ReadUntil("ready"));
+        QVERIFY(terminal.Type("\x03"));
+        QVERIFY(terminal.ReadUntil("count=1"));
+        QCOMPARE(terminal.ExitStatus(), 5);
+    }
+
+    void ClosedTerminalReachesTheProgram()
+    {
+        Terminal terminal("trap 'exit 6' HUP; echo ready; while :; do sleep 0.05; done");
+        QVERIFY(terminal.ReadUntil("ready"));
+        terminal.Close();
+        QCOMPARE(terminal.ExitStatus(), 6);
+    }
+
+    void NothingIsLeftBehind()
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("TMPDIR"), _folder->path());
+        _process->setProcessEnvironment(environment);
+        QCOMPARE(Run(RunShell(QStringLiteral("ls $TMPDIR/*"))), 0);
+        QCOMPARE(_output, QByteArray("line\n"));
+        QCOMPARE(QDir(_folder->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
+    }
+
+    void PreloadedLibraryMissing()
+    {
+        const QString copy = _folder->filePath(QStringLiteral("vesmar-simulator"));
+        QVERIFY(QFile::copy(SimulatorProgram, copy));
+        _process->start(copy, {QStringLiteral("run"), QStringLiteral("--"), QStringLiteral("true")});
+        QCOMPARE(Finish(), 1);
+        QVERIFY2(_errors.contains("vesmar-simulator-preload.so") && _errors.count('\n') == 1,
+                 _errors.constData());
+    }
+
+    void CommandsAtTheirTime()
+    {
+        const QString script =
+            OpenDevice +
+            QStringLiteral("while :; do case $(%1) in *21*43*34*) exit 3;; esac; done").arg(AskStop);
+        QCOMPARE(Run(RunShell(script, {QStringLiteral("--at"), QStringLiteral("0.2:error 4"),
+                                       QStringLiteral("--at"), QStringLiteral("0.4:fault refuse")})),
+                 3);
+    }
+
+    void LogOfTheExchanges()
+    {
+        const QString log = _folder->filePath(QStringLiteral("log"));
+        QCOMPARE(Run(RunShell(OpenDevice + AskVersion, {QStringLiteral("--log"), log})), 0);
+        QFile file(log);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArrayList words = file.readAll().trimmed().split(' ');
+        QCOMPARE(words.size(), 3);
+        QCOMPARE(words.at(1), QByteArray("57122a"));
+        QCOMPARE(words.at(2), Version.toHex());
+    }
+
+    void EveryScenarioCanBeTheFirst()
+    {
+        QStringList names;
+        for (const Simulator::NamedScenario& scenario : Simulator::Scenarios) {
+            names.append(QLatin1String(scenario.name) + QLatin1String(scenario.number ? " 2" : ""));
+        }
+        for (const Simulator::NamedFault& fault : Simulator::Faults) {
+            names.append(QLatin1String(fault.name));
+        }
+        for (const QString& name : names) {
+            QCOMPARE(Run(RunShell(QStringLiteral("true"), {QStringLiteral("--scenario"), name})), 0);
+        }
+    }
+
+    void MeasurementInTheLog()
+    {
+        const QString log = _folder->filePath(QStringLiteral("log"));
+        const QString awaitState = QStringLiteral("until { %1 } | grep -q '[08]9 %2'; do sleep 0.02; done; ");
+        const QString script = OpenDevice + AskPrepareHvTest +
+                               awaitState.arg(AskState, QStringLiteral("f4")) + AskStart +
+                               awaitState.arg(AskState, QStringLiteral("f7")) + AskStop +
+                               awaitState.arg(AskState, QStringLiteral("f9"));
+        QCOMPARE(Run(RunShell(script, {QStringLiteral("--log"), log, QStringLiteral("--start-delay"),
+                                       QStringLiteral("400")})),
+                 0);
+        QFile file(log);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QDateTime startedAt;
+        QDateTime startingAt;
+        QByteArrayList changes;
+        for (const QByteArray& line : file.readAll().split('\n')) {
+            const QDateTime time =
+                QDateTime::fromString(QString::fromLatin1(line.left(24)), Qt::ISODateWithMs);
+            const QByteArray text = line.mid(25);
+            if (text.startsWith("53966a")) {
+                startedAt = time;
+            } else if (text == "function 9 starting") {
+                startingAt = time;
+            }
+            if (text.startsWith("function")) {
+                changes.append(text);
+            }
+        }
+        QCOMPARE(changes.join(','),
+                 QByteArray("function 9 preparing,function 9 prepared,function 9 starting,function 9 running,"
+                            "function 9 stopping,function 9 stopped by request"));
+        QVERIFY(startedAt.msecsTo(startingAt) >= 399); // both times are rounded down
+    }
+
+    void UpdateInTheLog()
+    {
+        WriteSectors();
+        const QString log = _folder->filePath(QStringLiteral("log"));
+        const QString firmware = _folder->filePath(QStringLiteral("firmware"));
+        const QString script =
+            OpenInUpdateMode.arg(_folder->path()) + AskInitialize + AskSectors + AskConfirm +
+            QStringLiteral("until grep -q 'restarted into' log; do sleep 0.02; done; ") + AskVersion;
+        QCOMPARE(Run(RunShell(script, {QStringLiteral("--at"), QStringLiteral("0:mode 3"),
+                                       QStringLiteral("--log"), log, QStringLiteral("--save-firmware"),
+                                       firmware, QStringLiteral("--new-version"), QStringLiteral("2.17"),
+                                       QStringLiteral("--install-time"), QStringLiteral("30"),
+                                       QStringLiteral("--restart-time"), QStringLiteral("30")})),
+                 0);
+        QCOMPARE(Hex(_output), QByteArray("00024220"
+                                          "06c660"
+                                          "06c660"
+                                          "06c660"
+                                          "504154343130323034383135323137303330323230313621f2"));
+        QFile image(firmware);
+        QVERIFY(image.open(QIODevice::ReadOnly));
+        QCOMPARE(image.readAll(), FirstSector() + SecondSector());
+
+        QFile file(log);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QByteArrayList remarks;
+        for (const QByteArray& line : file.readAll().split('\n')) {
+            if (line.contains("update") || line.contains("firmware") || line.contains("restarted")) {
+                remarks.append(line.mid(25));
+            }
+        }
+        QCOMPARE(remarks.join(','), QByteArray("update initialized,"
+                                               "firmware of 1024 bytes confirmed: version 1.05 -> 2.17,"
+                                               "restarted into mode 0"));
+    }
+
+    void ModeAtTheStart()
+    {
+        QCOMPARE(Run(RunShell(OpenDevice + AskState, {QStringLiteral("--at"), QStringLiteral("0:mode 3")})),
+                 0);
+        QCOMPARE(Hex(_output), QByteArray("60fefb05"));
+    }
+
+    void UpdateScenario()
+    {
+        WriteSectors();
+        const QString script = OpenInUpdateMode.arg(_folder->path()) + AskInitialize + AskSectors;
+        QCOMPARE(Run(RunShell(script, {QStringLiteral("--at"), QStringLiteral("0:mode 3"),
+                                       QStringLiteral("--scenario"), QStringLiteral("refuses-sector 2")})),
+                 0);
+        QCOMPARE(Hex(_output), QByteArray("00024220"
+                                          "06c660"
+                                          "214334"));
+    }
+
+    void ConfirmationAsTold()
+    {
+        WriteSectors();
+        const QString script = OpenInUpdateMode.arg(_folder->path()) + AskInitialize + AskSectors +
+                               AskConfirm + AskInitialize + AskSectors +
+                               QStringLiteral("printf '\\132\\253\\315\\152\\120' >&3; "
+                                              "head -c 3 <&3 | od -An -tx1");
+        QCOMPARE(Run(RunShell(script, {QStringLiteral("--at"), QStringLiteral("0:mode 3"),
+                                       QStringLiteral("--confirmation"), QStringLiteral("abCD")})),
+                 0);
+        QCOMPARE(Hex(_output), QByteArray("00024220"
+                                          "06c660"
+                                          "06c660"
+                                          "214334"
+                                          "00024220"
+                                          "06c660"
+                                          "06c660"
+                                          "06c660"));
+    }
+
+    /// At 300 bits per second 3 bytes take 110 ms, and 25 take 916 ms.
+    void BytesTakeTheirTime()
+    {
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(Run(RunShell(OpenDevice + AskVersion, {QStringLiteral("--baud"), QStringLiteral("300")})),
+                 0);
+        QVERIFY(timer.elapsed() >= 1026);
+        QCOMPARE(Hex(_output), Version.toHex());
+    }
+
+    void FirmwareFileThatCannotBeWritten()
+    {
+        QCOMPARE(Run(RunShell(QStringLiteral("echo ran"), {QStringLiteral("--save-firmware"),
+                                                           QStringLiteral("/no/such/folder/firmware")})),
+                 1);
+        QCOMPARE(_errors,
+                 QByteArray("vesmar-simulator: cannot save the firmware to /no/such/folder/firmware: "
+                            "No such file or directory\n"));
+        QCOMPARE(_output, QByteArray());
+    }
+
+    void ConfirmationOfAnImage()
+    {
+        const QString image = _folder->filePath(QStringLiteral("image"));
+        QVERIFY(WriteFile(image, FirstSector() + SecondSector()));
+        QCOMPARE(Run({QStringLiteral("confirmation"), image}), 0);
+        QCOMPARE(_output.toHex(), QByteArray("166d"));
+        QCOMPARE(_errors, QByteArray());
+    }
+
+    void ConfirmationOfNoImage_data()
+    {
+        QTest::addColumn<int>("size");
+        QTest::addColumn<QByteArray>("mentioned");
+        QTest::newRow("missing") << -1 << QByteArray("cannot read the image ");
+        QTest::newRow("empty") << 0 << QByteArray(" has 0 bytes; ");
+        QTest::newRow("not a multiple of a sector") << 1000 << QByteArray(" has 1000 bytes; ");
+    }
+
+    void ConfirmationOfNoImage()
+    {
+        QFETCH(int, size);
+        QFETCH(QByteArray, mentioned);
+        const QString image = _folder->filePath(QStringLiteral("image"));
+        if (size >= 0) {
+            QVERIFY(WriteFile(image, QByteArray(size, 'x')));
+        }
+        QCOMPARE(Run({QStringLiteral("confirmation"), image}), 1);
+        QVERIFY2(_errors.startsWith("vesmar-simulator: ") && _errors.contains(mentioned),
+                 _errors.constData());
+        QCOMPARE(_errors.count('\n'), 1);
+        QCOMPARE(_output, QByteArray());
+    }
+
+    void ConfirmationOfWhatMayBeEndless_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QByteArray>("reason");
+        QTest::newRow("device") << "/dev/zero" << QByteArray("it is no file; name a file");
+        QTest::newRow("folder") << "." << QByteArray("it is no file; name a file");
+        QTest::newRow("pipe that nobody writes to") << "pipe" << QByteArray("it is no file; name a file");
+        QTest::newRow("enormous") << "enormous" << QByteArray("it has more than 67108864 bytes");
+    }
+
+    void ConfirmationOfWhatMayBeEndless()
+    {
+        QFETCH(QString, path);
+        QFETCH(QByteArray, reason);
+        _process->setWorkingDirectory(_folder->path());
+        QCOMPARE(::mkfifo(QFile::encodeName(_folder->filePath(QStringLiteral("pipe"))).constData(), 0600), 0);
+        QFile enormous(_folder->filePath(QStringLiteral("enormous")));
+        QVERIFY(enormous.open(QIODevice::WriteOnly) && enormous.resize(64 * 1024 * 1024 + 512));
+        QCOMPARE(Run({QStringLiteral("confirmation"), path}), 1);
+        QCOMPARE(_errors,
+                 "vesmar-simulator: cannot read the image " + path.toLocal8Bit() + ": " + reason + '\n');
+        QCOMPARE(_output, QByteArray());
+    }
+
+    void ConfirmationThatCannotBeWritten()
+    {
+        const QString image = _folder->filePath(QStringLiteral("image"));
+        QVERIFY(WriteFile(image, FirstSector()));
+        _process->setStandardOutputFile(QStringLiteral("/dev/full"));
+        QCOMPARE(Run({QStringLiteral("confirmation"), image}), 1);
+        QCOMPARE(_errors,
+                 QByteArray("vesmar-simulator: cannot write the confirmation to the standard output\n"));
+    }
+
+    void FaultsOfAFile()
+    {
+        const QString path = _folder->filePath(QStringLiteral("faults"));
+        QVERIFY(WriteFile(
+            path, "{\"faults\": [\n"
+                  "{\"fault\": \"refuse\", \"when\": {\"request\": \"s\", \"from\": 2}, \"count\": 1},\n"
+                  "{\"command\": \"error 4\", \"when\": {\"request\": \"s\", \"from\": 3}}]}"));
+        const QString script =
+            OpenDevice + AskStatus + QStringLiteral("head -c 1 <&3 >/dev/null; ") + AskStatus + AskState;
+        QCOMPARE(Run(RunShell(script, {QStringLiteral("--faults"), path})), 0);
+        const QByteArray lines = Hex(_output);
+        QVERIFY2(lines.mid(2, 2) == "fe", lines.constData());
+        QCOMPARE(lines.mid(6, 6), QByteArray("214334"));
+        QCOMPARE(lines.mid(14, 2), QByteArray("4e"));
+        QCOMPARE(_errors, QByteArray());
+    }
+
+    void FaultsThatAreWrong()
+    {
+        const QString path = _folder->filePath(QStringLiteral("faults"));
+        const QString log = _folder->filePath(QStringLiteral("log"));
+        QVERIFY(WriteFile(path, "{\"faults\": [\n{\"fault\": \"slow\",\n\"delay\": -1}]}"));
+        QCOMPARE(Run(RunShell(QStringLiteral("echo run"),
+                              {QStringLiteral("--faults"), path, QStringLiteral("--log"), log})),
+                 1);
+        QCOMPARE(_errors, "vesmar-simulator: " + QFile::encodeName(path) +
+                              ", line 3: \"delay\": must be a whole number from 0 to 600000\n");
+        QCOMPARE(_output, QByteArray());
+        QVERIFY(!QFileInfo::exists(log));
+    }
+
+    void FaultsOfNoFile()
+    {
+        const QString link = _folder->filePath(QStringLiteral("line"));
+        QCOMPARE(Run({QStringLiteral("--link"), link, QStringLiteral("--faults"), _folder->path()}), 1);
+        QCOMPARE(_errors, "vesmar-simulator: cannot read the faults " + QFile::encodeName(_folder->path()) +
+                              ": it is no file; name a file\n");
+        QVERIFY(!QFileInfo(link).isSymLink());
+    }
+
+    /// A change of mode that carries something else is answered as the recorded one was.
+    void PlaybackOfAnInitialization()
+    {
+        const QString path = _folder->filePath(QStringLiteral("line"));
+        const QString log = _folder->filePath(QStringLiteral("log"));
+        StartLink(path, {QStringLiteral("--playback"), WriteRecording(), QStringLiteral("--log"), log});
+        LineClient client(path);
+        QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("02fe0b6a"));
+        QCOMPARE(client.Ask(ReadVersion, 25).left(6), QByteArray("PAT410"));
+        QCOMPARE(client.Ask(Bytes("7801829a"), 3).toHex(), QByteArray("06c660"));
+        QVERIFY(client.Write(ReadStatus));
+        const auto logged = [&log] {
+            QFile file(log);
+            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(logged().endsWith(" 73f44e -\n"), Patience);
+        QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("00fed10e"));
+        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+        QCOMPARE(client.Ask(Bytes("52b77a"), 8).toHex(), QByteArray("2611212055255354"));
+        QCOMPARE(client.Ask(Bytes("54711a"), 8).toHex(), QByteArray("240215000000c8d0"));
+        QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("01fee93f"));
+        QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("01fee93f"));
+        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+        _process->write("quit\n");
+        QCOMPARE(Finish(), 0);
+        QCOMPARE(_errors, QByteArray());
+    }
+
+    void PlaybackWithFaults()
+    {
+        const QString faults = _folder->filePath(QStringLiteral("faults"));
+        QVERIFY(WriteFile(faults, "{\"faults\": [{\"fault\": \"flip\", \"count\": 1}]}"));
+        QCOMPARE(Run(RunShell(OpenDevice + AskState + AskStatus,
+                              {QStringLiteral("--playback"), WriteRecording(), QStringLiteral("--faults"),
+                               faults, QStringLiteral("--scenario"), QStringLiteral("bad-crc")})),
+                 0);
+        QCOMPARE(Hex(_output), QByteArray("fdfe0b9502fe0b"));
+        QCOMPARE(_errors, QByteArray());
+    }
+
+    void PlaybackThatIsWrong()
+    {
+        const QString path = _folder->filePath(QStringLiteral("recording"));
+        const QString log = _folder->filePath(QStringLiteral("log"));
+        QVERIFY(WriteFile(path, "{\"exchanges\": [\n{\"request\": \"73\",\n\"answer\": \"0\"}]}"));
+        QCOMPARE(Run(RunShell(QStringLiteral("echo run"),
+                              {QStringLiteral("--playback"), path, QStringLiteral("--log"), log})),
+                 1);
+        QCOMPARE(_errors,
+                 "vesmar-simulator: " + QFile::encodeName(path) +
+                     ", line 3: \"answer\": must be 1 to 2048 bytes of two hexadecimal digits each\n");
+        QCOMPARE(_output, QByteArray());
+        QVERIFY(!QFileInfo::exists(log));
+    }
+
+    void PlaybackOfNoFile()
+    {
+        const QString link = _folder->filePath(QStringLiteral("line"));
+        QCOMPARE(Run({QStringLiteral("--link"), link, QStringLiteral("--playback"), _folder->path()}), 1);
+        QCOMPARE(_errors, "vesmar-simulator: cannot read the recording " +
+                              QFile::encodeName(_folder->path()) + ": it is no file; name a file\n");
+        QVERIFY(!QFileInfo(link).isSymLink());
+    }
+
+    void PlaybackTakesNoScenario_data()
+    {
+        QTest::addColumn<QString>("scenario");
+        QTest::newRow("scenario") << QStringLiteral("falls-back");
+        QTest::newRow("with a number") << QStringLiteral("refuses-sector 3");
+        QTest::newRow("none") << QStringLiteral("none");
+    }
+
+    void PlaybackTakesNoScenario()
+    {
+        QFETCH(QString, scenario);
+        QCOMPARE(Run(RunShell(QStringLiteral("echo run"), {QStringLiteral("--playback"), WriteRecording(),
+                                                           QStringLiteral("--scenario"), scenario})),
+                 1);
+        QVERIFY2(
+            _errors.startsWith("vesmar-simulator: --scenario: with --playback it takes a fault only; leave "
+                               "one of them out\nUsage: "),
+            _errors.constData());
+        QCOMPARE(_output, QByteArray());
+    }
+
+    void PlaybackTakesNoCommandOfAFile()
+    {
+        const QString faults = _folder->filePath(QStringLiteral("faults"));
+        QVERIFY(WriteFile(faults, "{\"faults\": [{\"command\": \"unplug\"}, {\"command\": \"restart 2\"}]}"));
+        QCOMPARE(Run(RunShell(QStringLiteral("echo run"), {QStringLiteral("--playback"), WriteRecording(),
+                                                           QStringLiteral("--faults"), faults})),
+                 1);
+        QCOMPARE(_errors, QByteArray("vesmar-simulator: while a recording is played only faults can be "
+                                     "commanded; leave other commands out\n"));
+        QCOMPARE(_output, QByteArray());
+    }
+
+    void PlaybackTakesFaultsAsCommandsOnly()
+    {
+        const QString path = _folder->filePath(QStringLiteral("line"));
+        StartLink(path, {QStringLiteral("--playback"), WriteRecording(), QStringLiteral("--at"),
+                         QStringLiteral("0:mode 1")});
+        LineClient client(path);
+        _process->write("mode 1\nerror 4\nfunction 3\nrestart 2\nscenario falls-back\n"
+                        "inject {\"command\": \"mode 1\"}\nfault refuse\n");
+        QTRY_COMPARE_WITH_TIMEOUT((_errors += _process->readAllStandardError()).count('\n'), 7, Patience);
+        QCOMPARE(_errors.count("vesmar-simulator: while a recording is played only faults can be commanded; "
+                               "leave other commands out\n"),
+                 6);
+        QCOMPARE(_errors.count("vesmar-simulator: inject, while a recording is played"), 1);
+        _process->write("fault none\ninject {\"fault\": \"flip\", \"count\": 1}\njump\n");
+        QTRY_COMPARE_WITH_TIMEOUT((_errors += _process->readAllStandardError()).count('\n'), 8, Patience);
+        QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("fdfe0b6a"));
+        QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("02fe0b6a"));
+        _process->write("quit\n");
+        QCOMPARE(Finish(), 0);
+    }
+
+    void ProgramWithoutTheDivider()
+    {
+        QCOMPARE(Run({QStringLiteral("run"), QStringLiteral("vesmar"), QStringLiteral("info")}), 1);
+        QVERIFY2(_errors.startsWith("vesmar-simulator: The following arguments were not expected: "),
+                 _errors.constData());
+        QVERIFY2(_errors.contains("; put \"--\" in front of the program to run\nUsage: "),
+                 _errors.constData());
+    }
+
+    void BadUse_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        const auto row = [](const char* name, const char* arguments) {
+            QTest::newRow(name) << QString::fromLatin1(arguments).split(QLatin1Char('|'));
+        };
+        row("nothing to do", "--seed|1");
+        row("unknown option", "--loud|--link|x");
+        row("unknown word", "walk");
+        row("run without a program", "run");
+        row("run without a program behind the divider", "run|--");
+        row("run without a divider", "run|true");
+        row("link and run", "run|--link|x|--|true");
+        row("program without run", "--link|x|--|true");
+        row("link without a path", "--link");
+        row("no such scenario", "run|--scenario|loud|--|true");
+        row("faults without a file", "run|--faults|--|true");
+        row("faults without a name", "run|--faults||--|true");
+        row("playback without a file", "run|--playback|--|true");
+        row("playback without a name", "run|--playback||--|true");
+        row("seed that is no number", "run|--seed|many|--|true");
+        row("negative restart time", "run|--restart-time|-1|--|true");
+        row("restart time that is no number", "run|--restart-time|long|--|true");
+        row("negative start delay", "run|--start-delay|-1|--|true");
+        row("scenario without its sector", "run|--scenario|refuses-sector|--|true");
+        row("negative install time", "run|--install-time|-1|--|true");
+        row("confirmation too short", "run|--confirmation|abc|--|true");
+        row("confirmation too long", "run|--confirmation|abcde|--|true");
+        row("confirmation that is not hexadecimal", "run|--confirmation|0x12|--|true");
+        row("confirmation and a line end", "run|--confirmation|abcd\n|--|true");
+        row("version without a point", "run|--new-version|106|--|true");
+        row("version too long", "run|--new-version|1.006|--|true");
+        row("version and a line end", "run|--new-version|1.06\n|--|true");
+        row("line too slow", "run|--baud|49|--|true");
+        row("line speed that is no number", "run|--baud|fast|--|true");
+        row("confirmation of nothing", "confirmation");
+        row("confirmation and link", "--link|x|confirmation|x");
+        row("confirmation and run", "run|confirmation|x|--|true");
+        row("confirmation and a program", "confirmation|x|--|true");
+        row("confirmation of two", "confirmation|x|y");
+        row("answer too late", "run|--answer-after|600001|--|true");
+        row("time missing", "run|--at|unplug|--|true");
+        row("time negative", "run|--at|-1:unplug|--|true");
+        row("time not a number", "run|--at|nan:unplug|--|true");
+        row("command missing", "run|--at|1:|--|true");
+        row("no such command", "run|--at|1:jump|--|true");
+        row("command out of range", "run|--at|1:mode 4|--|true");
+    }
+
+    void BadUse()
+    {
+        QFETCH(QStringList, arguments);
+        QCOMPARE(Run(arguments), 1);
+        const QByteArrayList lines = _errors.split('\n');
+        QVERIFY2(lines.at(0).startsWith("vesmar-simulator: "), _errors.constData());
+        QVERIFY2(lines.value(1).startsWith("Usage: vesmar-simulator "), _errors.constData());
+        QCOMPARE(_output, QByteArray());
+    }
+
+    void HelpAndVersion()
+    {
+        QCOMPARE(Run({QStringLiteral("--version")}), 0);
+        QCOMPARE(_output, QByteArray("vesmar-simulator " PROJECT_VERSION "\n"));
+        QCOMPARE(Run({QStringLiteral("--help")}), 0);
+        for (const Simulator::NamedScenario& scenario : Simulator::Scenarios) {
+            QVERIFY2(_output.contains(scenario.meaning), scenario.name);
+        }
+        for (const Simulator::NamedFault& fault : Simulator::Faults) {
+            QVERIFY2(_output.contains(fault.meaning), fault.name);
+        }
+        QCOMPARE(_errors, QByteArray());
+    }
+
+    void DocumentTellsWhatHelpTells()
+    {
+        QFile file(QStringLiteral(SIMULATOR_DOCUMENT));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QString document = QString::fromUtf8(file.readAll());
+        QStringList rows;
+        for (const Simulator::NamedScenario& scenario : Simulator::Scenarios) {
+            if (scenario.scenario != Simulator::Scenario::None) {
+                rows.append(Simulator::Synopsis(scenario));
+            }
+        }
+        for (const Simulator::NamedFault& fault : Simulator::Faults) {
+            rows.append(Simulator::Synopsis(fault));
+        }
+        QCOMPARE(Run({QStringLiteral("--help")}), 0);
+        static const QRegularExpression option(QStringLiteral("^  (--[a-z-]+ [A-Z:]+)"),
+                                               QRegularExpression::MultilineOption);
+        QRegularExpressionMatchIterator options = option.globalMatch(QString::fromUtf8(_output));
+        QVERIFY(options.hasNext());
+        while (options.hasNext()) {
+            // A limit stands behind the kind of value, between a colon and its type.
+            rows.append(
+                options.next().captured(1).remove(QRegularExpression(QStringLiteral(":(FLOAT|INT)$"))));
+        }
+        for (const QString& row : rows) {
+            QVERIFY2(document.contains(QStringLiteral("\n| `%1` |").arg(row)), qPrintable(row));
+        }
+    }
+
+    void LinkServesUntilASignal_data()
+    {
+        QTest::addColumn<int>("signalNumber");
+        QTest::newRow("SIGINT") << SIGINT;
+        QTest::newRow("SIGTERM") << SIGTERM;
+        QTest::newRow("SIGHUP") << SIGHUP;
+    }
+
+    void LinkServesUntilASignal()
+    {
+        QFETCH(int, signalNumber);
+        const QString path = _folder->filePath(QStringLiteral("line"));
+        _process->setStandardInputFile(QProcess::nullDevice());
+        StartLink(path);
+        {
+            LineClient client(path);
+            QCOMPARE(client.Ask(ReadVersion, 25), Version);
+        }
+        QCOMPARE(::kill(static_cast<pid_t>(_process->processId()), signalNumber), 0);
+        QCOMPARE(Finish(), 0);
+        QVERIFY(!QFileInfo(path).isSymLink());
+    }
+
+    void LinkServesUntilQuit()
+    {
+        const QString path = _folder->filePath(QStringLiteral("line"));
+        StartLink(path);
+        _process->write("quit\n");
+        QCOMPARE(Finish(), 0);
+        QVERIFY(!QFileInfo(path).isSymLink());
+    }
+
+    void LinkTakesCommands()
+    {
+        const QString path = _folder->filePath(QStringLiteral("line"));
+        StartLink(path);
+        LineClient client(path);
+        _process->write("jump\n\nmode 2\nerror 4\n");
+        QTRY_COMPARE_WITH_TIMEOUT(client.Ask(ReadStatus, 4).left(2).toHex(), QByteArray("404e"), Patience);
+        _process->closeWriteChannel();
+        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+        QTRY_COMPARE_WITH_TIMEOUT((_errors += _process->readAllStandardError()).count("no command \"jump\""),
+                                  1, Patience);
+        QCOMPARE(_process->state(), QProcess::Running);
+        _process->terminate();
+        QCOMPARE(Finish(), 0);
+    }
+
+    void LinkTakesFaults()
+    {
+        const QString path = _folder->filePath(QStringLiteral("line"));
+        StartLink(path);
+        LineClient client(path);
+        _process->write("inject {\"fault\": \"refuse\", \"when\": {\"request\": \"W\"}}\nerror 4\n");
+        QTRY_COMPARE_WITH_TIMEOUT(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("4e"), Patience);
+        QCOMPARE(client.Ask(ReadVersion, 3).toHex(), QByteArray("214334"));
+        _process->write("faults clear\nerror 5\n");
+        QTRY_COMPARE_WITH_TIMEOUT(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("5e"), Patience);
+        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+        _process->write("quit\n");
+        QCOMPARE(Finish(), 0);
+        QCOMPARE(_errors, QByteArray());
+    }
+
+    void LinkRefusesFaultsThatAreWrong()
+    {
+        StartLink(_folder->filePath(QStringLiteral("line")));
+        _process->write("inject {\"fault\": \"slow\", \"delay\": -1}\ninject\ninject {\ninject []\nfaults\n");
+        for (int i = 0; i < 1001; ++i) {
+            _process->write("inject {\"fault\": \"drop\"}\n");
+        }
+        _process->write("quit\n");
+        QCOMPARE(Finish(), 0);
+        const QByteArrayList errors = _errors.split('\n');
+        QCOMPARE(errors.size(), 7);
+        QCOMPARE(errors.at(0),
+                 QByteArray(
+                     "vesmar-simulator: inject, line 1: \"delay\": must be a whole number from 0 to 600000"));
+        QVERIFY2(errors.at(1).startsWith("vesmar-simulator: inject, line 1: "), errors.at(1).constData());
+        QVERIFY2(errors.at(2).startsWith("vesmar-simulator: inject, line 1: this is not valid JSON: "),
+                 errors.at(2).constData());
+        QCOMPARE(errors.at(3), QByteArray("vesmar-simulator: inject, line 1: must be an object in braces"));
+        QVERIFY2(errors.at(4).startsWith("vesmar-simulator: no command \"faults\""),
+                 errors.at(4).constData());
+        QCOMPARE(errors.at(5),
+                 QByteArray(
+                     "vesmar-simulator: inject, there are 1000 faults already; \"faults clear\" makes room"));
+    }
+
+    void LinkSurvivesAnEndlessLine()
+    {
+        StartLink(_folder->filePath(QStringLiteral("line")));
+        _process->write("inject " + QByteArray(3000000, '[') + "\nquit\n");
+        QCOMPARE(Finish(), 0);
+        QCOMPARE(
+            _errors,
+            QByteArray("vesmar-simulator: inject, line 1: there may be up to 1048576 bytes; this is more\n"));
+    }
+
+    void LinkFollowsALineThatReturnsByItself()
+    {
+        const QString path = _folder->filePath(QStringLiteral("line"));
+        StartLink(path);
+        {
+            LineClient client(path);
+            _process->write("inject {\"fault\": \"hang-up\", \"line-back-in\": 100, \"when\": {\"request\": "
+                            "\"W\"}}\nerror 4\n");
+            QTRY_COMPARE_WITH_TIMEOUT(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("4e"),
+                                      Patience);
+            QVERIFY(client.Write(ReadVersion));
+            QCOMPARE(client.Read(1), QByteArray());
+        }
+        QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(path), Patience);
+        LineClient client(path);
+        QCOMPARE(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("4e"));
+        _process->write("quit\n");
+        QCOMPARE(Finish(), 0);
+        QVERIFY(!QFileInfo(path).isSymLink());
+    }
+
+    void LinkFollowsANewLine()
+    {
+        const QString path = _folder->filePath(QStringLiteral("line"));
+        StartLink(path);
+        _process->write("fault hang-up\n");
+        QTRY_VERIFY_WITH_TIMEOUT(!QFileInfo::exists(path), Patience);
+        _process->write("plug\n");
+        QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(path), Patience);
+        LineClient client(path);
+        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+        _process->write("quit\n");
+        QCOMPARE(Finish(), 0);
+        QVERIFY(!QFileInfo(path).isSymLink());
+    }
+
+    void LinkRefusesAPathThatIsTaken()
+    {
+        const QString path = _folder->filePath(QStringLiteral("line"));
+        StartLink(path);
+        QProcess second;
+        second.start(SimulatorProgram, {QStringLiteral("--link"), path});
+        QVERIFY(second.waitForFinished(Patience));
+        QCOMPARE(second.exitCode(), 1);
+        const QByteArray errors = second.readAllStandardError();
+        QVERIFY2(errors.contains("it exists") && errors.count('\n') == 1, errors.constData());
+        LineClient client(path);
+        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+        _process->write("quit\n");
+        QCOMPARE(Finish(), 0);
+    }
 
 private:
-    int Finish();
-    int Run(const QStringList& arguments);
-    void StartLink(const QString& path, const QStringList& options = {});
-    QString WriteRecording();
-    void WriteSectors();
+    /// The exit status of what was started; -1 when it was killed or did not end.
+    int Finish()
+    {
+        const bool hasEnded = _process->waitForFinished(Patience);
+        _output += _process->readAllStandardOutput();
+        _errors += _process->readAllStandardError();
+        return hasEnded && _process->exitStatus() == QProcess::NormalExit ? _process->exitCode() : -1;
+    }
+
+    int Run(const QStringList& arguments)
+    {
+        _process->start(SimulatorProgram, arguments);
+        return Finish();
+    }
+
+    void StartLink(const QString& path, const QStringList& options = {})
+    {
+        _process->start(SimulatorProgram, QStringList{QStringLiteral("--link"), path} + options);
+        QTRY_VERIFY_WITH_TIMEOUT(_process->canReadLine(), Patience);
+        QVERIFY(_process->readLine().contains(QFile::encodeName(path)));
+    }
+
+    /// An initialization whose second status was lost, and what follows it.
+    QString WriteRecording()
+    {
+        const QString path = _folder->filePath(QStringLiteral("recording"));
+        WriteFile(path, "{\"exchanges\": [\n"
+                        "{\"request\": \"73f44e\", \"answer\": \"02fe0b6a\"},\n"
+                        "{\"request\": \"7800a3ba\", \"answer\": \"06c660\"},\n"
+                        "{\"request\": \"73f44e\"},\n"
+                        "{\"request\": \"73f44e\", \"answer\": \"00fed10e\"},\n"
+                        "{\"request\": \"57122a\", "
+                        "\"answer\": \"5041543431303230343831353130353033303232303136f923\"},\n"
+                        "{\"request\": \"52b77a\", \"answer\": \"2611212055255354\"},\n"
+                        "{\"request\": \"54711a\", \"answer\": \"240215000000c8d0\"},\n"
+                        "{\"request\": \"73f44e\", \"answer\": \"01fee93f\"}]}");
+        return path;
+    }
+
+    /// The requests that carry both sectors, each in a file.
+    void WriteSectors()
+    {
+        QVERIFY(WriteFile(_folder->filePath(QStringLiteral("one")), 'F' + FirstSector() + Bytes("093e")));
+        QVERIFY(WriteFile(_folder->filePath(QStringLiteral("two")), 'F' + SecondSector() + Bytes("5346")));
+    }
 
     std::unique_ptr<QTemporaryDir> _folder;
     std::unique_ptr<QProcess> _process;
     QByteArray _output;
     QByteArray _errors;
 };
-
-void TestSimulatorProgram::init()
-{
-    _folder = std::make_unique<QTemporaryDir>();
-    _process = std::make_unique<QProcess>();
-    _output.clear();
-    _errors.clear();
-}
-
-/// The exit status of what was started; -1 when it was killed or did not end.
-int TestSimulatorProgram::Finish()
-{
-    const bool hasEnded = _process->waitForFinished(Patience);
-    _output += _process->readAllStandardOutput();
-    _errors += _process->readAllStandardError();
-    return hasEnded && _process->exitStatus() == QProcess::NormalExit ? _process->exitCode() : -1;
-}
-
-int TestSimulatorProgram::Run(const QStringList& arguments)
-{
-    _process->start(SimulatorProgram, arguments);
-    return Finish();
-}
-
-void TestSimulatorProgram::StartLink(const QString& path, const QStringList& options)
-{
-    _process->start(SimulatorProgram, QStringList{QStringLiteral("--link"), path} + options);
-    QTRY_VERIFY_WITH_TIMEOUT(_process->canReadLine(), Patience);
-    QVERIFY(_process->readLine().contains(QFile::encodeName(path)));
-}
-
-/// The requests that carry both sectors, each in a file.
-void TestSimulatorProgram::WriteSectors()
-{
-    QVERIFY(WriteFile(_folder->filePath(QStringLiteral("one")),
-                      'F' + FirstSector() + QByteArray::fromHex("093e")));
-    QVERIFY(WriteFile(_folder->filePath(QStringLiteral("two")),
-                      'F' + SecondSector() + QByteArray::fromHex("5346")));
-}
-
-/// An initialization whose second status was lost, and what follows it.
-QString TestSimulatorProgram::WriteRecording()
-{
-    const QString path = _folder->filePath(QStringLiteral("recording"));
-    WriteFile(path, "{\"exchanges\": [\n"
-                    "{\"request\": \"73f44e\", \"answer\": \"02fe0b6a\"},\n"
-                    "{\"request\": \"7800a3ba\", \"answer\": \"06c660\"},\n"
-                    "{\"request\": \"73f44e\"},\n"
-                    "{\"request\": \"73f44e\", \"answer\": \"00fed10e\"},\n"
-                    "{\"request\": \"57122a\", "
-                    "\"answer\": \"5041543431303230343831353130353033303232303136f923\"},\n"
-                    "{\"request\": \"52b77a\", \"answer\": \"2611212055255354\"},\n"
-                    "{\"request\": \"54711a\", \"answer\": \"240215000000c8d0\"},\n"
-                    "{\"request\": \"73f44e\", \"answer\": \"01fee93f\"}]}");
-    return path;
-}
-
-void TestSimulatorProgram::ExitStatusOfTheProgram_data()
-{
-    QTest::addColumn<QString>("script");
-    QTest::addColumn<int>("status");
-    QTest::newRow("success") << "true" << 0;
-    QTest::newRow("failure") << "false" << 1;
-    QTest::newRow("own number") << "exit 42" << 42;
-    QTest::newRow("killed") << "kill -9 $$" << 137;
-    QTest::newRow("terminated") << "kill -TERM $$" << 143;
-}
-
-void TestSimulatorProgram::ExitStatusOfTheProgram()
-{
-    QFETCH(QString, script);
-    QFETCH(int, status);
-    QCOMPARE(Run(RunShell(script)), status);
-    QCOMPARE(_errors, QByteArray());
-}
-
-void TestSimulatorProgram::ProgramThatCannotBeStarted()
-{
-    QCOMPARE(Run({QStringLiteral("run"), QStringLiteral("--"), QStringLiteral("/no/such/program")}), 127);
-    QCOMPARE(_errors,
-             QByteArray("vesmar-simulator: cannot run /no/such/program: No such file or directory\n"));
-}
-
-void TestSimulatorProgram::ArgumentsArriveAsTheyAre()
-{
-    const QStringList arguments{QStringLiteral("[a,b]"), QString(), QStringLiteral("--"),
-                                QStringLiteral("--help"), QStringLiteral("a b")};
-    QCOMPARE(Run(QStringList{QStringLiteral("run"), QStringLiteral("--"), QStringLiteral("printf"),
-                             QStringLiteral("<%s>")} +
-                 arguments),
-             0);
-    QCOMPARE(_output, QByteArray("<[a,b]><><--><--help><a b>"));
-}
-
-void TestSimulatorProgram::ProgramTalksToTheInstrument()
-{
-    QCOMPARE(Run(RunShell(OpenDevice + AskVersion)), 0);
-    QCOMPARE(Hex(_output), Version.toHex());
-}
-
-void TestSimulatorProgram::ProgramMayLookBeforeItOpens()
-{
-    const QString device = QStringLiteral("/dev/ttycommunication");
-    QCOMPARE(
-        Run(RunShell(QStringLiteral("test -c %1 && test -r %1 && test -w %1 && ! test -L %1 && ! test -e %1x")
-                         .arg(device))),
-        0);
-    QCOMPARE(Run({QStringLiteral("run"), QStringLiteral("--"), QStringLiteral("stat"), QStringLiteral("-c"),
-                  QStringLiteral("%F"), device}),
-             0);
-    QCOMPARE(_output, QByteArray("character special file\n"));
-}
-
-void TestSimulatorProgram::OtherFilesAreLeftAlone()
-{
-    const QString path = _folder->filePath(QStringLiteral("file"));
-    QCOMPARE(Run(RunShell(QStringLiteral("umask 027; echo text > %1; cat %1").arg(path))), 0);
-    QCOMPARE(_output, QByteArray("text\n"));
-    struct stat state = {};
-    QCOMPARE(::stat(QFile::encodeName(path).constData(), &state), 0);
-    QCOMPARE(state.st_mode & 07777U, 0640U);
-}
-
-void TestSimulatorProgram::LineSettingsAreNoted()
-{
-    const Simulator::PtyLine otherLine;
-    const QString log = _folder->filePath(QStringLiteral("settings"));
-    qputenv("VESMAR_SIMULATOR_LINE_LOG", QFile::encodeName(log));
-    const int status = Run(RunShell(QStringLiteral("stty -F %1 parodd; stty -F /dev/ttycommunication parenb; "
-                                                   "stty -F /dev/ttycommunication min 0 time 3")
-                                        .arg(otherLine.DevicePath())));
-    qunsetenv("VESMAR_SIMULATOR_LINE_LOG");
-    QFile file(log);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    // The pseudo-terminal has dropped the parity by the time of the second line.
-    QCOMPARE(file.readAll(), QByteArray("iflag=0 oflag=0 cflag=19b2 lflag=0 vmin=1 vtime=0\n"
-                                        "iflag=0 oflag=0 cflag=18b2 lflag=0 vmin=0 vtime=3\n"));
-    QCOMPARE(status, 0);
-}
-
-void TestSimulatorProgram::OtherPreloadedLibrariesAreKept()
-{
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral("libdl.so.2"));
-    environment.insert(QStringLiteral("ASAN_OPTIONS"), QStringLiteral("verify_asan_link_order=0"));
-    _process->setProcessEnvironment(environment);
-    QCOMPARE(Run(RunShell(QStringLiteral("echo $LD_PRELOAD"))), 0);
-    QCOMPARE(_output, QByteArray(PRELOAD_LIBRARY ":libdl.so.2\n"));
-}
-
-void TestSimulatorProgram::TwoSideBySide()
-{
-    const QString script = OpenDevice + QStringLiteral("echo open; read go; ") + AskStatus;
-    QProcess other;
-    other.start(SimulatorProgram, RunShell(script, {QStringLiteral("--scenario"), QStringLiteral("refuse")}));
-    _process->start(SimulatorProgram, RunShell(script));
-    QTRY_VERIFY_WITH_TIMEOUT(_process->canReadLine(), Patience);
-    QTRY_VERIFY_WITH_TIMEOUT(other.canReadLine(), Patience);
-    _process->write("go\n");
-    other.write("go\n");
-    QCOMPARE(Finish(), 0);
-    QVERIFY(other.waitForFinished(Patience));
-    QCOMPARE(Hex(_output.mid(5)).left(4), QByteArray("00fe"));
-    QCOMPARE(Hex(other.readAllStandardOutput().mid(5)), QByteArray("214334"));
-}
-
-void TestSimulatorProgram::SignalsAreForwarded_data()
-{
-    QTest::addColumn<int>("signalNumber");
-    QTest::addColumn<QString>("name");
-    QTest::newRow("SIGINT") << SIGINT << "INT";
-    QTest::newRow("SIGTERM") << SIGTERM << "TERM";
-    QTest::newRow("SIGHUP") << SIGHUP << "HUP";
-}
-
-void TestSimulatorProgram::SignalsAreForwarded()
-{
-    QFETCH(int, signalNumber);
-    QFETCH(QString, name);
-    _process->start(
-        SimulatorProgram,
-        RunShell(QStringLiteral("trap 'echo got; exit 7' %1; echo ready; while :; do sleep 0.05; done")
-                     .arg(name)));
-    QTRY_VERIFY_WITH_TIMEOUT(_process->canReadLine(), Patience);
-    QCOMPARE(::kill(static_cast<pid_t>(_process->processId()), signalNumber), 0);
-    QCOMPARE(Finish(), 7);
-    QCOMPARE(_output, QByteArray("ready\ngot\n"));
-}
-
-void TestSimulatorProgram::ControlCReachesTheProgramOnce()
-{
-    Terminal terminal("trap 'n=$((n+1))' INT; n=0; echo ready; while [ $n = 0 ]; do sleep 0.05; done; "
-                      "sleep 0.3; echo count=$n; exit 5");
-    QVERIFY(terminal.ReadUntil("ready"));
-    QVERIFY(terminal.Type("\x03"));
-    QVERIFY(terminal.ReadUntil("count=1"));
-    QCOMPARE(terminal.ExitStatus(), 5);
-}
-
-void TestSimulatorProgram::ClosedTerminalReachesTheProgram()
-{
-    Terminal terminal("trap 'exit 6' HUP; echo ready; while :; do sleep 0.05; done");
-    QVERIFY(terminal.ReadUntil("ready"));
-    terminal.Close();
-    QCOMPARE(terminal.ExitStatus(), 6);
-}
-
-void TestSimulatorProgram::NothingIsLeftBehind()
-{
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("TMPDIR"), _folder->path());
-    _process->setProcessEnvironment(environment);
-    QCOMPARE(Run(RunShell(QStringLiteral("ls $TMPDIR/*"))), 0);
-    QCOMPARE(_output, QByteArray("line\n"));
-    QCOMPARE(QDir(_folder->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
-}
-
-void TestSimulatorProgram::PreloadedLibraryMissing()
-{
-    const QString copy = _folder->filePath(QStringLiteral("vesmar-simulator"));
-    QVERIFY(QFile::copy(SimulatorProgram, copy));
-    _process->start(copy, {QStringLiteral("run"), QStringLiteral("--"), QStringLiteral("true")});
-    QCOMPARE(Finish(), 1);
-    QVERIFY2(_errors.contains("vesmar-simulator-preload.so") && _errors.count('\n') == 1,
-             _errors.constData());
-}
-
-void TestSimulatorProgram::CommandsAtTheirTime()
-{
-    const QString script =
-        OpenDevice + QStringLiteral("while :; do case $(%1) in *21*43*34*) exit 3;; esac; done").arg(AskStop);
-    QCOMPARE(Run(RunShell(script, {QStringLiteral("--at"), QStringLiteral("0.2:error 4"),
-                                   QStringLiteral("--at"), QStringLiteral("0.4:fault refuse")})),
-             3);
-}
-
-void TestSimulatorProgram::LogOfTheExchanges()
-{
-    const QString log = _folder->filePath(QStringLiteral("log"));
-    QCOMPARE(Run(RunShell(OpenDevice + AskVersion, {QStringLiteral("--log"), log})), 0);
-    QFile file(log);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QByteArrayList words = file.readAll().trimmed().split(' ');
-    QCOMPARE(words.size(), 3);
-    QCOMPARE(words.at(1), QByteArray("57122a"));
-    QCOMPARE(words.at(2), Version.toHex());
-}
-
-void TestSimulatorProgram::EveryScenarioCanBeTheFirst()
-{
-    QStringList names;
-    for (const Simulator::NamedScenario& scenario : Simulator::Scenarios) {
-        names.append(QLatin1String(scenario.name) + QLatin1String(scenario.number ? " 2" : ""));
-    }
-    for (const Simulator::NamedFault& fault : Simulator::Faults) {
-        names.append(QLatin1String(fault.name));
-    }
-    for (const QString& name : names) {
-        QCOMPARE(Run(RunShell(QStringLiteral("true"), {QStringLiteral("--scenario"), name})), 0);
-    }
-}
-
-void TestSimulatorProgram::MeasurementInTheLog()
-{
-    const QString log = _folder->filePath(QStringLiteral("log"));
-    const QString awaitState = QStringLiteral("until { %1 } | grep -q '[08]9 %2'; do sleep 0.02; done; ");
-    const QString script = OpenDevice + AskPrepareHvTest + awaitState.arg(AskState, QStringLiteral("f4")) +
-                           AskStart + awaitState.arg(AskState, QStringLiteral("f7")) + AskStop +
-                           awaitState.arg(AskState, QStringLiteral("f9"));
-    QCOMPARE(Run(RunShell(script, {QStringLiteral("--log"), log, QStringLiteral("--start-delay"),
-                                   QStringLiteral("400")})),
-             0);
-    QFile file(log);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QDateTime startedAt;
-    QDateTime startingAt;
-    QByteArrayList changes;
-    for (const QByteArray& line : file.readAll().split('\n')) {
-        const QDateTime time = QDateTime::fromString(QString::fromLatin1(line.left(24)), Qt::ISODateWithMs);
-        const QByteArray text = line.mid(25);
-        if (text.startsWith("53966a")) {
-            startedAt = time;
-        } else if (text == "function 9 starting") {
-            startingAt = time;
-        }
-        if (text.startsWith("function")) {
-            changes.append(text);
-        }
-    }
-    QCOMPARE(changes.join(','),
-             QByteArray("function 9 preparing,function 9 prepared,function 9 starting,function 9 running,"
-                        "function 9 stopping,function 9 stopped by request"));
-    QVERIFY(startedAt.msecsTo(startingAt) >= 399); // both times are rounded down
-}
-
-void TestSimulatorProgram::UpdateInTheLog()
-{
-    WriteSectors();
-    const QString log = _folder->filePath(QStringLiteral("log"));
-    const QString firmware = _folder->filePath(QStringLiteral("firmware"));
-    const QString script = OpenInUpdateMode.arg(_folder->path()) + AskInitialize + AskSectors + AskConfirm +
-                           QStringLiteral("until grep -q 'restarted into' log; do sleep 0.02; done; ") +
-                           AskVersion;
-    QCOMPARE(Run(RunShell(script,
-                          {QStringLiteral("--at"), QStringLiteral("0:mode 3"), QStringLiteral("--log"), log,
-                           QStringLiteral("--save-firmware"), firmware, QStringLiteral("--new-version"),
-                           QStringLiteral("2.17"), QStringLiteral("--install-time"), QStringLiteral("30"),
-                           QStringLiteral("--restart-time"), QStringLiteral("30")})),
-             0);
-    QCOMPARE(Hex(_output), QByteArray("00024220"
-                                      "06c660"
-                                      "06c660"
-                                      "06c660"
-                                      "504154343130323034383135323137303330323230313621f2"));
-    QFile image(firmware);
-    QVERIFY(image.open(QIODevice::ReadOnly));
-    QCOMPARE(image.readAll(), FirstSector() + SecondSector());
-
-    QFile file(log);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QByteArrayList remarks;
-    for (const QByteArray& line : file.readAll().split('\n')) {
-        if (line.contains("update") || line.contains("firmware") || line.contains("restarted")) {
-            remarks.append(line.mid(25));
-        }
-    }
-    QCOMPARE(remarks.join(','), QByteArray("update initialized,"
-                                           "firmware of 1024 bytes confirmed: version 1.05 -> 2.17,"
-                                           "restarted into mode 0"));
-}
-
-void TestSimulatorProgram::ModeAtTheStart()
-{
-    QCOMPARE(Run(RunShell(OpenDevice + AskState, {QStringLiteral("--at"), QStringLiteral("0:mode 3")})), 0);
-    QCOMPARE(Hex(_output), QByteArray("60fefb05"));
-}
-
-void TestSimulatorProgram::UpdateScenario()
-{
-    WriteSectors();
-    const QString script = OpenInUpdateMode.arg(_folder->path()) + AskInitialize + AskSectors;
-    QCOMPARE(Run(RunShell(script, {QStringLiteral("--at"), QStringLiteral("0:mode 3"),
-                                   QStringLiteral("--scenario"), QStringLiteral("refuses-sector 2")})),
-             0);
-    QCOMPARE(Hex(_output), QByteArray("00024220"
-                                      "06c660"
-                                      "214334"));
-}
-
-void TestSimulatorProgram::ConfirmationAsTold()
-{
-    WriteSectors();
-    const QString script = OpenInUpdateMode.arg(_folder->path()) + AskInitialize + AskSectors + AskConfirm +
-                           AskInitialize + AskSectors +
-                           QStringLiteral("printf '\\132\\253\\315\\152\\120' >&3; "
-                                          "head -c 3 <&3 | od -An -tx1");
-    QCOMPARE(Run(RunShell(script, {QStringLiteral("--at"), QStringLiteral("0:mode 3"),
-                                   QStringLiteral("--confirmation"), QStringLiteral("abCD")})),
-             0);
-    QCOMPARE(Hex(_output), QByteArray("00024220"
-                                      "06c660"
-                                      "06c660"
-                                      "214334"
-                                      "00024220"
-                                      "06c660"
-                                      "06c660"
-                                      "06c660"));
-}
-
-/// At 300 bits per second 3 bytes take 110 ms, and 25 take 916 ms.
-void TestSimulatorProgram::BytesTakeTheirTime()
-{
-    QElapsedTimer timer;
-    timer.start();
-    QCOMPARE(Run(RunShell(OpenDevice + AskVersion, {QStringLiteral("--baud"), QStringLiteral("300")})), 0);
-    QVERIFY(timer.elapsed() >= 1026);
-    QCOMPARE(Hex(_output), Version.toHex());
-}
-
-void TestSimulatorProgram::FirmwareFileThatCannotBeWritten()
-{
-    QCOMPARE(Run(RunShell(QStringLiteral("echo ran"),
-                          {QStringLiteral("--save-firmware"), QStringLiteral("/no/such/folder/firmware")})),
-             1);
-    QCOMPARE(_errors, QByteArray("vesmar-simulator: cannot save the firmware to /no/such/folder/firmware: "
-                                 "No such file or directory\n"));
-    QCOMPARE(_output, QByteArray());
-}
-
-void TestSimulatorProgram::ConfirmationOfAnImage()
-{
-    const QString image = _folder->filePath(QStringLiteral("image"));
-    QVERIFY(WriteFile(image, FirstSector() + SecondSector()));
-    QCOMPARE(Run({QStringLiteral("confirmation"), image}), 0);
-    QCOMPARE(_output.toHex(), QByteArray("166d"));
-    QCOMPARE(_errors, QByteArray());
-}
-
-void TestSimulatorProgram::ConfirmationOfNoImage_data()
-{
-    QTest::addColumn<int>("size");
-    QTest::addColumn<QByteArray>("mentioned");
-    QTest::newRow("missing") << -1 << QByteArray("cannot read the image ");
-    QTest::newRow("empty") << 0 << QByteArray(" has 0 bytes; ");
-    QTest::newRow("not a multiple of a sector") << 1000 << QByteArray(" has 1000 bytes; ");
-}
-
-void TestSimulatorProgram::ConfirmationOfNoImage()
-{
-    QFETCH(int, size);
-    QFETCH(QByteArray, mentioned);
-    const QString image = _folder->filePath(QStringLiteral("image"));
-    if (size >= 0) {
-        QVERIFY(WriteFile(image, QByteArray(size, 'x')));
-    }
-    QCOMPARE(Run({QStringLiteral("confirmation"), image}), 1);
-    QVERIFY2(_errors.startsWith("vesmar-simulator: ") && _errors.contains(mentioned), _errors.constData());
-    QCOMPARE(_errors.count('\n'), 1);
-    QCOMPARE(_output, QByteArray());
-}
-
-void TestSimulatorProgram::ConfirmationOfWhatMayBeEndless_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QByteArray>("reason");
-    QTest::newRow("device") << "/dev/zero" << QByteArray("it is no file; name a file");
-    QTest::newRow("folder") << "." << QByteArray("it is no file; name a file");
-    QTest::newRow("pipe that nobody writes to") << "pipe" << QByteArray("it is no file; name a file");
-    QTest::newRow("enormous") << "enormous" << QByteArray("it has more than 67108864 bytes");
-}
-
-void TestSimulatorProgram::ConfirmationOfWhatMayBeEndless()
-{
-    QFETCH(QString, path);
-    QFETCH(QByteArray, reason);
-    _process->setWorkingDirectory(_folder->path());
-    QCOMPARE(::mkfifo(QFile::encodeName(_folder->filePath(QStringLiteral("pipe"))).constData(), 0600), 0);
-    QFile enormous(_folder->filePath(QStringLiteral("enormous")));
-    QVERIFY(enormous.open(QIODevice::WriteOnly) && enormous.resize(64 * 1024 * 1024 + 512));
-    QCOMPARE(Run({QStringLiteral("confirmation"), path}), 1);
-    QCOMPARE(_errors, "vesmar-simulator: cannot read the image " + path.toLocal8Bit() + ": " + reason + '\n');
-    QCOMPARE(_output, QByteArray());
-}
-
-void TestSimulatorProgram::ConfirmationThatCannotBeWritten()
-{
-    const QString image = _folder->filePath(QStringLiteral("image"));
-    QVERIFY(WriteFile(image, FirstSector()));
-    _process->setStandardOutputFile(QStringLiteral("/dev/full"));
-    QCOMPARE(Run({QStringLiteral("confirmation"), image}), 1);
-    QCOMPARE(_errors, QByteArray("vesmar-simulator: cannot write the confirmation to the standard output\n"));
-}
-
-void TestSimulatorProgram::FaultsOfAFile()
-{
-    const QString path = _folder->filePath(QStringLiteral("faults"));
-    QVERIFY(WriteFile(path,
-                      "{\"faults\": [\n"
-                      "{\"fault\": \"refuse\", \"when\": {\"request\": \"s\", \"from\": 2}, \"count\": 1},\n"
-                      "{\"command\": \"error 4\", \"when\": {\"request\": \"s\", \"from\": 3}}]}"));
-    const QString script =
-        OpenDevice + AskStatus + QStringLiteral("head -c 1 <&3 >/dev/null; ") + AskStatus + AskState;
-    QCOMPARE(Run(RunShell(script, {QStringLiteral("--faults"), path})), 0);
-    const QByteArray lines = Hex(_output);
-    QVERIFY2(lines.mid(2, 2) == "fe", lines.constData());
-    QCOMPARE(lines.mid(6, 6), QByteArray("214334"));
-    QCOMPARE(lines.mid(14, 2), QByteArray("4e"));
-    QCOMPARE(_errors, QByteArray());
-}
-
-void TestSimulatorProgram::FaultsThatAreWrong()
-{
-    const QString path = _folder->filePath(QStringLiteral("faults"));
-    const QString log = _folder->filePath(QStringLiteral("log"));
-    QVERIFY(WriteFile(path, "{\"faults\": [\n{\"fault\": \"slow\",\n\"delay\": -1}]}"));
-    QCOMPARE(Run(RunShell(QStringLiteral("echo run"),
-                          {QStringLiteral("--faults"), path, QStringLiteral("--log"), log})),
-             1);
-    QCOMPARE(_errors, "vesmar-simulator: " + QFile::encodeName(path) +
-                          ", line 3: \"delay\": must be a whole number from 0 to 600000\n");
-    QCOMPARE(_output, QByteArray());
-    QVERIFY(!QFileInfo::exists(log));
-}
-
-void TestSimulatorProgram::FaultsOfNoFile()
-{
-    const QString link = _folder->filePath(QStringLiteral("line"));
-    QCOMPARE(Run({QStringLiteral("--link"), link, QStringLiteral("--faults"), _folder->path()}), 1);
-    QCOMPARE(_errors, "vesmar-simulator: cannot read the faults " + QFile::encodeName(_folder->path()) +
-                          ": it is no file; name a file\n");
-    QVERIFY(!QFileInfo(link).isSymLink());
-}
-
-/// A change of mode that carries something else is answered as the recorded one was.
-void TestSimulatorProgram::PlaybackOfAnInitialization()
-{
-    const QString path = _folder->filePath(QStringLiteral("line"));
-    const QString log = _folder->filePath(QStringLiteral("log"));
-    StartLink(path, {QStringLiteral("--playback"), WriteRecording(), QStringLiteral("--log"), log});
-    LineClient client(path);
-    QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("02fe0b6a"));
-    QCOMPARE(client.Ask(ReadVersion, 25).left(6), QByteArray("PAT410"));
-    QCOMPARE(client.Ask(QByteArray::fromHex("7801829a"), 3).toHex(), QByteArray("06c660"));
-    QVERIFY(client.Write(ReadStatus));
-    const auto logged = [&log] {
-        QFile file(log);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    };
-    QTRY_VERIFY_WITH_TIMEOUT(logged().endsWith(" 73f44e -\n"), Patience);
-    QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("00fed10e"));
-    QCOMPARE(client.Ask(ReadVersion, 25), Version);
-    QCOMPARE(client.Ask(QByteArray::fromHex("52b77a"), 8).toHex(), QByteArray("2611212055255354"));
-    QCOMPARE(client.Ask(QByteArray::fromHex("54711a"), 8).toHex(), QByteArray("240215000000c8d0"));
-    QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("01fee93f"));
-    QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("01fee93f"));
-    QCOMPARE(client.Ask(ReadVersion, 25), Version);
-    _process->write("quit\n");
-    QCOMPARE(Finish(), 0);
-    QCOMPARE(_errors, QByteArray());
-}
-
-void TestSimulatorProgram::PlaybackWithFaults()
-{
-    const QString faults = _folder->filePath(QStringLiteral("faults"));
-    QVERIFY(WriteFile(faults, "{\"faults\": [{\"fault\": \"flip\", \"count\": 1}]}"));
-    QCOMPARE(Run(RunShell(OpenDevice + AskState + AskStatus,
-                          {QStringLiteral("--playback"), WriteRecording(), QStringLiteral("--faults"), faults,
-                           QStringLiteral("--scenario"), QStringLiteral("bad-crc")})),
-             0);
-    QCOMPARE(Hex(_output), QByteArray("fdfe0b9502fe0b"));
-    QCOMPARE(_errors, QByteArray());
-}
-
-void TestSimulatorProgram::PlaybackThatIsWrong()
-{
-    const QString path = _folder->filePath(QStringLiteral("recording"));
-    const QString log = _folder->filePath(QStringLiteral("log"));
-    QVERIFY(WriteFile(path, "{\"exchanges\": [\n{\"request\": \"73\",\n\"answer\": \"0\"}]}"));
-    QCOMPARE(Run(RunShell(QStringLiteral("echo run"),
-                          {QStringLiteral("--playback"), path, QStringLiteral("--log"), log})),
-             1);
-    QCOMPARE(_errors, "vesmar-simulator: " + QFile::encodeName(path) +
-                          ", line 3: \"answer\": must be 1 to 2048 bytes of two hexadecimal digits each\n");
-    QCOMPARE(_output, QByteArray());
-    QVERIFY(!QFileInfo::exists(log));
-}
-
-void TestSimulatorProgram::PlaybackOfNoFile()
-{
-    const QString link = _folder->filePath(QStringLiteral("line"));
-    QCOMPARE(Run({QStringLiteral("--link"), link, QStringLiteral("--playback"), _folder->path()}), 1);
-    QCOMPARE(_errors, "vesmar-simulator: cannot read the recording " + QFile::encodeName(_folder->path()) +
-                          ": it is no file; name a file\n");
-    QVERIFY(!QFileInfo(link).isSymLink());
-}
-
-void TestSimulatorProgram::PlaybackTakesNoScenario_data()
-{
-    QTest::addColumn<QString>("scenario");
-    QTest::newRow("scenario") << QStringLiteral("falls-back");
-    QTest::newRow("with a number") << QStringLiteral("refuses-sector 3");
-    QTest::newRow("none") << QStringLiteral("none");
-}
-
-void TestSimulatorProgram::PlaybackTakesNoScenario()
-{
-    QFETCH(QString, scenario);
-    QCOMPARE(Run(RunShell(QStringLiteral("echo run"), {QStringLiteral("--playback"), WriteRecording(),
-                                                       QStringLiteral("--scenario"), scenario})),
-             1);
-    QVERIFY2(_errors.startsWith("vesmar-simulator: --scenario: with --playback it takes a fault only; leave "
-                                "one of them out\nUsage: "),
-             _errors.constData());
-    QCOMPARE(_output, QByteArray());
-}
-
-void TestSimulatorProgram::PlaybackTakesNoCommandOfAFile()
-{
-    const QString faults = _folder->filePath(QStringLiteral("faults"));
-    QVERIFY(WriteFile(faults, "{\"faults\": [{\"command\": \"unplug\"}, {\"command\": \"restart 2\"}]}"));
-    QCOMPARE(Run(RunShell(QStringLiteral("echo run"), {QStringLiteral("--playback"), WriteRecording(),
-                                                       QStringLiteral("--faults"), faults})),
-             1);
-    QCOMPARE(_errors, QByteArray("vesmar-simulator: while a recording is played only faults can be "
-                                 "commanded; leave other commands out\n"));
-    QCOMPARE(_output, QByteArray());
-}
-
-void TestSimulatorProgram::PlaybackTakesFaultsAsCommandsOnly()
-{
-    const QString path = _folder->filePath(QStringLiteral("line"));
-    StartLink(path, {QStringLiteral("--playback"), WriteRecording(), QStringLiteral("--at"),
-                     QStringLiteral("0:mode 1")});
-    LineClient client(path);
-    _process->write("mode 1\nerror 4\nfunction 3\nrestart 2\nscenario falls-back\n"
-                    "inject {\"command\": \"mode 1\"}\nfault refuse\n");
-    QTRY_COMPARE_WITH_TIMEOUT((_errors += _process->readAllStandardError()).count('\n'), 7, Patience);
-    QCOMPARE(_errors.count("vesmar-simulator: while a recording is played only faults can be commanded; "
-                           "leave other commands out\n"),
-             6);
-    QCOMPARE(_errors.count("vesmar-simulator: inject, while a recording is played"), 1);
-    _process->write("fault none\ninject {\"fault\": \"flip\", \"count\": 1}\njump\n");
-    QTRY_COMPARE_WITH_TIMEOUT((_errors += _process->readAllStandardError()).count('\n'), 8, Patience);
-    QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("fdfe0b6a"));
-    QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("02fe0b6a"));
-    _process->write("quit\n");
-    QCOMPARE(Finish(), 0);
-}
-
-void TestSimulatorProgram::ProgramWithoutTheDivider()
-{
-    QCOMPARE(Run({QStringLiteral("run"), QStringLiteral("vesmar"), QStringLiteral("info")}), 1);
-    QVERIFY2(_errors.startsWith("vesmar-simulator: The following arguments were not expected: "),
-             _errors.constData());
-    QVERIFY2(_errors.contains("; put \"--\" in front of the program to run\nUsage: "), _errors.constData());
-}
-
-void TestSimulatorProgram::BadUse_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    const auto row = [](const char* name, const char* arguments) {
-        QTest::newRow(name) << QString::fromLatin1(arguments).split(QLatin1Char('|'));
-    };
-    row("nothing to do", "--seed|1");
-    row("unknown option", "--loud|--link|x");
-    row("unknown word", "walk");
-    row("run without a program", "run");
-    row("run without a program behind the divider", "run|--");
-    row("run without a divider", "run|true");
-    row("link and run", "run|--link|x|--|true");
-    row("program without run", "--link|x|--|true");
-    row("link without a path", "--link");
-    row("no such scenario", "run|--scenario|loud|--|true");
-    row("faults without a file", "run|--faults|--|true");
-    row("faults without a name", "run|--faults||--|true");
-    row("playback without a file", "run|--playback|--|true");
-    row("playback without a name", "run|--playback||--|true");
-    row("seed that is no number", "run|--seed|many|--|true");
-    row("negative restart time", "run|--restart-time|-1|--|true");
-    row("restart time that is no number", "run|--restart-time|long|--|true");
-    row("negative start delay", "run|--start-delay|-1|--|true");
-    row("scenario without its sector", "run|--scenario|refuses-sector|--|true");
-    row("negative install time", "run|--install-time|-1|--|true");
-    row("confirmation too short", "run|--confirmation|abc|--|true");
-    row("confirmation too long", "run|--confirmation|abcde|--|true");
-    row("confirmation that is not hexadecimal", "run|--confirmation|0x12|--|true");
-    row("confirmation and a line end", "run|--confirmation|abcd\n|--|true");
-    row("version without a point", "run|--new-version|106|--|true");
-    row("version too long", "run|--new-version|1.006|--|true");
-    row("version and a line end", "run|--new-version|1.06\n|--|true");
-    row("line too slow", "run|--baud|49|--|true");
-    row("line speed that is no number", "run|--baud|fast|--|true");
-    row("confirmation of nothing", "confirmation");
-    row("confirmation and link", "--link|x|confirmation|x");
-    row("confirmation and run", "run|confirmation|x|--|true");
-    row("confirmation and a program", "confirmation|x|--|true");
-    row("confirmation of two", "confirmation|x|y");
-    row("answer too late", "run|--answer-after|600001|--|true");
-    row("time missing", "run|--at|unplug|--|true");
-    row("time negative", "run|--at|-1:unplug|--|true");
-    row("time not a number", "run|--at|nan:unplug|--|true");
-    row("command missing", "run|--at|1:|--|true");
-    row("no such command", "run|--at|1:jump|--|true");
-    row("command out of range", "run|--at|1:mode 4|--|true");
-}
-
-void TestSimulatorProgram::BadUse()
-{
-    QFETCH(QStringList, arguments);
-    QCOMPARE(Run(arguments), 1);
-    const QByteArrayList lines = _errors.split('\n');
-    QVERIFY2(lines.at(0).startsWith("vesmar-simulator: "), _errors.constData());
-    QVERIFY2(lines.value(1).startsWith("Usage: vesmar-simulator "), _errors.constData());
-    QCOMPARE(_output, QByteArray());
-}
-
-void TestSimulatorProgram::HelpAndVersion()
-{
-    QCOMPARE(Run({QStringLiteral("--version")}), 0);
-    QCOMPARE(_output, QByteArray("vesmar-simulator " PROJECT_VERSION "\n"));
-    QCOMPARE(Run({QStringLiteral("--help")}), 0);
-    for (const Simulator::NamedScenario& scenario : Simulator::Scenarios) {
-        QVERIFY2(_output.contains(scenario.meaning), scenario.name);
-    }
-    for (const Simulator::NamedFault& fault : Simulator::Faults) {
-        QVERIFY2(_output.contains(fault.meaning), fault.name);
-    }
-    QCOMPARE(_errors, QByteArray());
-}
-
-void TestSimulatorProgram::DocumentTellsWhatHelpTells()
-{
-    QFile file(QStringLiteral(SIMULATOR_DOCUMENT));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QString document = QString::fromUtf8(file.readAll());
-    QStringList rows;
-    for (const Simulator::NamedScenario& scenario : Simulator::Scenarios) {
-        if (scenario.scenario != Simulator::Scenario::None) {
-            rows.append(Simulator::Synopsis(scenario));
-        }
-    }
-    for (const Simulator::NamedFault& fault : Simulator::Faults) {
-        rows.append(Simulator::Synopsis(fault));
-    }
-    QCOMPARE(Run({QStringLiteral("--help")}), 0);
-    static const QRegularExpression option(QStringLiteral("^  (--[a-z-]+ [A-Z:]+)"),
-                                           QRegularExpression::MultilineOption);
-    QRegularExpressionMatchIterator options = option.globalMatch(QString::fromUtf8(_output));
-    QVERIFY(options.hasNext());
-    while (options.hasNext()) {
-        // A limit stands behind the kind of value, between a colon and its type.
-        rows.append(options.next().captured(1).remove(QRegularExpression(QStringLiteral(":(FLOAT|INT)$"))));
-    }
-    for (const QString& row : rows) {
-        QVERIFY2(document.contains(QStringLiteral("\n| `%1` |").arg(row)), qPrintable(row));
-    }
-}
-
-void TestSimulatorProgram::LinkServesUntilASignal_data()
-{
-    QTest::addColumn<int>("signalNumber");
-    QTest::newRow("SIGINT") << SIGINT;
-    QTest::newRow("SIGTERM") << SIGTERM;
-    QTest::newRow("SIGHUP") << SIGHUP;
-}
-
-void TestSimulatorProgram::LinkServesUntilASignal()
-{
-    QFETCH(int, signalNumber);
-    const QString path = _folder->filePath(QStringLiteral("line"));
-    _process->setStandardInputFile(QProcess::nullDevice());
-    StartLink(path);
-    {
-        LineClient client(path);
-        QCOMPARE(client.Ask(ReadVersion, 25), Version);
-    }
-    QCOMPARE(::kill(static_cast<pid_t>(_process->processId()), signalNumber), 0);
-    QCOMPARE(Finish(), 0);
-    QVERIFY(!QFileInfo(path).isSymLink());
-}
-
-void TestSimulatorProgram::LinkServesUntilQuit()
-{
-    const QString path = _folder->filePath(QStringLiteral("line"));
-    StartLink(path);
-    _process->write("quit\n");
-    QCOMPARE(Finish(), 0);
-    QVERIFY(!QFileInfo(path).isSymLink());
-}
-
-void TestSimulatorProgram::LinkTakesCommands()
-{
-    const QString path = _folder->filePath(QStringLiteral("line"));
-    StartLink(path);
-    LineClient client(path);
-    _process->write("jump\n\nmode 2\nerror 4\n");
-    QTRY_COMPARE_WITH_TIMEOUT(client.Ask(ReadStatus, 4).left(2).toHex(), QByteArray("404e"), Patience);
-    _process->closeWriteChannel();
-    QCOMPARE(client.Ask(ReadVersion, 25), Version);
-    QTRY_COMPARE_WITH_TIMEOUT((_errors += _process->readAllStandardError()).count("no command \"jump\""), 1,
-                              Patience);
-    QCOMPARE(_process->state(), QProcess::Running);
-    _process->terminate();
-    QCOMPARE(Finish(), 0);
-}
-
-void TestSimulatorProgram::LinkTakesFaults()
-{
-    const QString path = _folder->filePath(QStringLiteral("line"));
-    StartLink(path);
-    LineClient client(path);
-    _process->write("inject {\"fault\": \"refuse\", \"when\": {\"request\": \"W\"}}\nerror 4\n");
-    QTRY_COMPARE_WITH_TIMEOUT(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("4e"), Patience);
-    QCOMPARE(client.Ask(ReadVersion, 3).toHex(), QByteArray("214334"));
-    _process->write("faults clear\nerror 5\n");
-    QTRY_COMPARE_WITH_TIMEOUT(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("5e"), Patience);
-    QCOMPARE(client.Ask(ReadVersion, 25), Version);
-    _process->write("quit\n");
-    QCOMPARE(Finish(), 0);
-    QCOMPARE(_errors, QByteArray());
-}
-
-void TestSimulatorProgram::LinkRefusesFaultsThatAreWrong()
-{
-    StartLink(_folder->filePath(QStringLiteral("line")));
-    _process->write("inject {\"fault\": \"slow\", \"delay\": -1}\ninject\ninject {\ninject []\nfaults\n");
-    for (int i = 0; i < 1001; ++i) {
-        _process->write("inject {\"fault\": \"drop\"}\n");
-    }
-    _process->write("quit\n");
-    QCOMPARE(Finish(), 0);
-    const QByteArrayList errors = _errors.split('\n');
-    QCOMPARE(errors.size(), 7);
-    QCOMPARE(
-        errors.at(0),
-        QByteArray("vesmar-simulator: inject, line 1: \"delay\": must be a whole number from 0 to 600000"));
-    QVERIFY2(errors.at(1).startsWith("vesmar-simulator: inject, line 1: "), errors.at(1).constData());
-    QVERIFY2(errors.at(2).startsWith("vesmar-simulator: inject, line 1: this is not valid JSON: "),
-             errors.at(2).constData());
-    QCOMPARE(errors.at(3), QByteArray("vesmar-simulator: inject, line 1: must be an object in braces"));
-    QVERIFY2(errors.at(4).startsWith("vesmar-simulator: no command \"faults\""), errors.at(4).constData());
-    QCOMPARE(
-        errors.at(5),
-        QByteArray("vesmar-simulator: inject, there are 1000 faults already; \"faults clear\" makes room"));
-}
-
-void TestSimulatorProgram::LinkSurvivesAnEndlessLine()
-{
-    StartLink(_folder->filePath(QStringLiteral("line")));
-    _process->write("inject " + QByteArray(3000000, '[') + "\nquit\n");
-    QCOMPARE(Finish(), 0);
-    QCOMPARE(
-        _errors,
-        QByteArray("vesmar-simulator: inject, line 1: there may be up to 1048576 bytes; this is more\n"));
-}
-
-void TestSimulatorProgram::LinkFollowsALineThatReturnsByItself()
-{
-    const QString path = _folder->filePath(QStringLiteral("line"));
-    StartLink(path);
-    {
-        LineClient client(path);
-        _process->write("inject {\"fault\": \"hang-up\", \"line-back-in\": 100, \"when\": {\"request\": "
-                        "\"W\"}}\nerror 4\n");
-        QTRY_COMPARE_WITH_TIMEOUT(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("4e"), Patience);
-        QVERIFY(client.Write(ReadVersion));
-        QCOMPARE(client.Read(1), QByteArray());
-    }
-    QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(path), Patience);
-    LineClient client(path);
-    QCOMPARE(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("4e"));
-    _process->write("quit\n");
-    QCOMPARE(Finish(), 0);
-    QVERIFY(!QFileInfo(path).isSymLink());
-}
-
-void TestSimulatorProgram::LinkFollowsANewLine()
-{
-    const QString path = _folder->filePath(QStringLiteral("line"));
-    StartLink(path);
-    _process->write("fault hang-up\n");
-    QTRY_VERIFY_WITH_TIMEOUT(!QFileInfo::exists(path), Patience);
-    _process->write("plug\n");
-    QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(path), Patience);
-    LineClient client(path);
-    QCOMPARE(client.Ask(ReadVersion, 25), Version);
-    _process->write("quit\n");
-    QCOMPARE(Finish(), 0);
-    QVERIFY(!QFileInfo(path).isSymLink());
-}
-
-void TestSimulatorProgram::LinkRefusesAPathThatIsTaken()
-{
-    const QString path = _folder->filePath(QStringLiteral("line"));
-    StartLink(path);
-    QProcess second;
-    second.start(SimulatorProgram, {QStringLiteral("--link"), path});
-    QVERIFY(second.waitForFinished(Patience));
-    QCOMPARE(second.exitCode(), 1);
-    const QByteArray errors = second.readAllStandardError();
-    QVERIFY2(errors.contains("it exists") && errors.count('\n') == 1, errors.constData());
-    LineClient client(path);
-    QCOMPARE(client.Ask(ReadVersion, 25), Version);
-    _process->write("quit\n");
-    QCOMPARE(Finish(), 0);
-}
 
 QTEST_GUILESS_MAIN(TestSimulatorProgram)
 #include "tst_simulatorprogram.moc"
