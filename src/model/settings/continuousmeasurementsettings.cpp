@@ -1,5 +1,7 @@
 #include <Vesmar/continuousmeasurementsettings.h>
 
+#include "protocol/payload.h"
+
 namespace Vesmar
 {
 
@@ -19,8 +21,8 @@ MeasurementSettings* ContinuousMeasurementSettings::Clone()
 
 int ContinuousMeasurementSettings::TimeFlag() const
 {
-    constexpr int TimeNotSet = -1;
-    return _time == TimeNotSet ? 0xFF : 0x05;
+    constexpr int NotSet = -1;
+    return _time == NotSet ? TimeNotSet : TimeSet;
 }
 
 } // namespace Vesmar

@@ -13,7 +13,7 @@ HVTestSettings::~HVTestSettings() = default;
 
 QByteArray* HVTestSettings::CreateMeasurementFrame()
 {
-    return CreatePayload(GetMeasurementType(), TimeFlag(), _mode == HVMode::Mode2 ? 0x05 : 0x02);
+    return CreatePayload(GetMeasurementType(), TimeFlag(), EncodeHVMode(static_cast<int>(_mode)));
 }
 
 MeasurementSettings* HVTestSettings::Clone()

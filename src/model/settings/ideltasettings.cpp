@@ -13,9 +13,9 @@ IDELTASettings::~IDELTASettings() = default;
 
 QByteArray* IDELTASettings::CreateMeasurementFrame()
 {
-    const int modeBit = _mode == IDELTAMode::Mode2 ? 0x01 : 0x00;
-    const int configurationBit = _configuration == IDELTAConfiguration::Configuration2 ? 0x04 : 0x00;
-    return CreatePayload(GetMeasurementType(), TimeFlag(), modeBit | configurationBit);
+    const int code =
+        EncodeMode(static_cast<int>(_mode)) | EncodeConfiguration(static_cast<int>(_configuration));
+    return CreatePayload(GetMeasurementType(), TimeFlag(), code);
 }
 
 MeasurementSettings* IDELTASettings::Clone()

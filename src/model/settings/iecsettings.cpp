@@ -14,7 +14,7 @@ IECSettings::~IECSettings() = default;
 QByteArray* IECSettings::CreateMeasurementFrame()
 {
     // To the instrument IEC is a variant of RLN.
-    return CreatePayload(MeasurementType::RLN, TimeNotSent, 0x02);
+    return CreatePayload(MeasurementType::RLN, TimeNotSet, IECCode);
 }
 
 MeasurementSettings* IECSettings::Clone()

@@ -13,9 +13,9 @@ IPESettings::~IPESettings() = default;
 
 QByteArray* IPESettings::CreateMeasurementFrame()
 {
-    const int modeBit = _mode == IPEMode::Mode2 ? 0x01 : 0x00;
-    const int configurationBit = _configuration == IPEConfiguration::Configuration2 ? 0x04 : 0x00;
-    return CreatePayload(GetMeasurementType(), TimeFlag(), modeBit | configurationBit);
+    const int code =
+        EncodeMode(static_cast<int>(_mode)) | EncodeConfiguration(static_cast<int>(_configuration));
+    return CreatePayload(GetMeasurementType(), TimeFlag(), code);
 }
 
 MeasurementSettings* IPESettings::Clone()

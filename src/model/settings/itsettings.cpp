@@ -14,7 +14,7 @@ ITSettings::~ITSettings() = default;
 QByteArray* ITSettings::CreateMeasurementFrame()
 {
     return CreatePayload(GetMeasurementType(), TimeFlag(),
-                         _configuration == ITConfiguration::Configuration2 ? 0x04 : 0x00);
+                         EncodeConfiguration(static_cast<int>(_configuration)));
 }
 
 MeasurementSettings* ITSettings::Clone()

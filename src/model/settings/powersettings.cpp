@@ -13,7 +13,7 @@ POWERSettings::~POWERSettings() = default;
 
 QByteArray* POWERSettings::CreateMeasurementFrame()
 {
-    return CreatePayload(GetMeasurementType(), TimeFlag(), _mode == POWERMode::Mode2 ? 0x01 : 0x00);
+    return CreatePayload(GetMeasurementType(), TimeFlag(), EncodeMode(static_cast<int>(_mode)));
 }
 
 MeasurementSettings* POWERSettings::Clone()

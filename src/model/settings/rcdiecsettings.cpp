@@ -13,13 +13,9 @@ RCDIECSettings::~RCDIECSettings() = default;
 
 QByteArray* RCDIECSettings::CreateMeasurementFrame()
 {
-    auto* payload = new QByteArray;
-    AppendByte(*payload, static_cast<int>(GetMeasurementType()));
-    AppendByte(*payload, 0x00);
-    AppendByte(*payload, RCDOptionBits(_type, 6) | (_isLNSwapped ? 0x80 : 0x00));
-    AppendByte(*payload, RCDOptions(_mode, _phase, _quantity, _current));
-    payload->append(4, '\x00');
-    return payload;
+    RCDOptions options = RCDOptionsOf(*this);
+    options.isLNSwapped = _isLNSwapped;
+    return CreateRCDPayload(GetMeasurementType(), options, QByteArray(4, '\x00'));
 }
 
 MeasurementSettings* RCDIECSettings::Clone()

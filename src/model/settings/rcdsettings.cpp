@@ -13,17 +13,8 @@ RCDSettings::~RCDSettings() = default;
 
 QByteArray* RCDSettings::CreateMeasurementFrame()
 {
-    auto* payload = new QByteArray;
-    AppendByte(*payload, static_cast<int>(GetMeasurementType()));
-    AppendByte(*payload, 0x00);
-    AppendByte(*payload, RCDOptionBits(_type, 6));
-    AppendByte(*payload, RCDOptions(_mode, _phase, _quantity, _current));
-    if (_mode == RCDMode::UbRe) {
-        payload->append(4, '\xFF');
-    } else {
-        AppendFloat(*payload, _re);
-    }
-    return payload;
+    const QByteArray re = _mode == RCDMode::UbRe ? QByteArray(4, '\xFF') : EncodeRe(_re);
+    return CreateRCDPayload(GetMeasurementType(), RCDOptionsOf(*this), re);
 }
 
 MeasurementSettings* RCDSettings::Clone()

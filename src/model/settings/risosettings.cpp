@@ -11,28 +11,10 @@ RISOSettings::RISOSettings(RISOSettings& other) = default;
 
 RISOSettings::~RISOSettings() = default;
 
-namespace
-{
-
-int ModeBit(RISOSettings::RISOMode mode)
-{
-    switch (mode) {
-    case RISOSettings::RISOMode::Mode1:
-        return 0x04;
-    case RISOSettings::RISOMode::Mode2:
-        return 0x08;
-    case RISOSettings::RISOMode::Mode4:
-        return 0x10;
-    }
-    return 0x00;
-}
-
-} // namespace
-
 QByteArray* RISOSettings::CreateMeasurementFrame()
 {
-    // The voltage is not masked: a number above 3 reaches into the mode bits.
-    return CreatePayload(GetMeasurementType(), TimeFlag(), static_cast<int>(_voltage) | ModeBit(_mode));
+    const RISOOptions options{static_cast<int>(_voltage), static_cast<int>(_mode)};
+    return CreatePayload(GetMeasurementType(), TimeFlag(), EncodeRISO(options));
 }
 
 MeasurementSettings* RISOSettings::Clone()

@@ -13,7 +13,7 @@ RLNSettings::~RLNSettings() = default;
 
 QByteArray* RLNSettings::CreateMeasurementFrame()
 {
-    return CreatePayload(GetMeasurementType(), TimeNotSent, 0x01);
+    return CreatePayload(GetMeasurementType(), TimeNotSet, RLNCode);
 }
 
 MeasurementSettings* RLNSettings::Clone()
