@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "cli/program/program.h"
-#include "cli/words/errorguide.h"
-#include "cli/words/names.h"
+#include "client/words/errorguide.h"
+#include "client/words/names.h"
 #include "manual/completion.h"
 #include "manual/manpage.h"
 #include "simulator/control/scenarios.h"
@@ -31,7 +31,7 @@ const std::set<std::string> FilePlaceholders{"FILE", "IMAGE", "OUT", "PATH"};
 std::vector<std::string> ErrorNumbers()
 {
     std::vector<std::string> numbers;
-    for (const Vesmar::Error error : Cli::AllErrors()) {
+    for (const Vesmar::Error error : VesmarClient::AllErrors()) {
         numbers.push_back(std::to_string(static_cast<int>(error)));
     }
     return numbers;
@@ -40,8 +40,8 @@ std::vector<std::string> ErrorNumbers()
 std::vector<std::string> ErrorNames()
 {
     std::vector<std::string> names;
-    for (const Vesmar::Error error : Cli::AllErrors()) {
-        names.push_back(Cli::Name(error).toStdString());
+    for (const Vesmar::Error error : VesmarClient::AllErrors()) {
+        names.push_back(VesmarClient::Name(error).toStdString());
     }
     return names;
 }

@@ -14,6 +14,8 @@ namespace
 {
 
 using Vesmar::Error;
+using VesmarClient::Meaning;
+using VesmarClient::NameAndNumber;
 
 /// What the library writes when an update fails.
 struct UpdateSentence {

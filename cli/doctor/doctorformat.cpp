@@ -9,7 +9,7 @@
 #include <Vesmar/serialdevice.h>
 
 #include "cli/doctor/doctorverdict.h"
-#include "cli/words/errorguide.h"
+#include "cli/words/advice.h"
 #include "cli/words/format.h"
 
 namespace Cli
@@ -194,10 +194,10 @@ QJsonObject PermissionsJson(const DeviceFindings& device)
 QByteArray HoldersText(const DeviceHolders& holders)
 {
     QByteArray text;
-    for (const DeviceHolder& holder : holders.programs) {
-        text +=
-            InfoLine(QStringLiteral("Held by"),
-                     QStringLiteral("%1 (process %2)").arg(holder.program, QString::number(holder.process)));
+    for (const VesmarClient::DeviceHolder& holder : holders.programs) {
+        text += InfoLine(QStringLiteral("Held by"),
+                         QStringLiteral("%1 (process %2)")
+                             .arg(Printable(holder.program), QString::number(holder.process)));
     }
     const QString nobody =
         holders.isComplete
@@ -209,9 +209,9 @@ QByteArray HoldersText(const DeviceHolders& holders)
 QJsonObject HoldersJson(const DeviceHolders& holders)
 {
     QJsonArray programs;
-    for (const DeviceHolder& holder : holders.programs) {
+    for (const VesmarClient::DeviceHolder& holder : holders.programs) {
         programs.append(QJsonObject{{QStringLiteral("process"), static_cast<int>(holder.process)},
-                                    {QStringLiteral("program"), holder.program}});
+                                    {QStringLiteral("program"), Printable(holder.program)}});
     }
     return {{QStringLiteral("programs"), programs}, {QStringLiteral("complete"), holders.isComplete}};
 }

@@ -5,12 +5,15 @@
 
 #include "cli/doctor/linerecord.h"
 #include "cli/frames/frame.h"
-#include "cli/sessions/device.h"
-#include "cli/sessions/deviceholders.h"
+#include "client/line/device.h"
+#include "client/line/deviceholders.h"
 
 /// What `doctor` has found, in lines for people and in fields for programs.
 namespace Cli
 {
+
+using VesmarClient::DeviceFindings;
+using VesmarClient::DeviceHolders;
 
 QByteArray DeviceText(const DeviceFindings& device);
 QJsonObject DeviceJson(const DeviceFindings& device);

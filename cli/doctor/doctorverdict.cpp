@@ -6,11 +6,11 @@
 
 #include <Vesmar/serialdevice.h>
 
-#include "cli/kit/diagnosis.h"
-#include "cli/words/errorguide.h"
+#include "cli/kit/failure.h"
 #include "cli/words/exitstatus.h"
 #include "cli/words/format.h"
-#include "cli/words/names.h"
+#include "client/words/errorguide.h"
+#include "client/words/names.h"
 
 namespace Cli
 {
@@ -20,6 +20,7 @@ namespace
 
 using Vesmar::Error;
 using Vesmar::OperationMode;
+using VesmarClient::NameAndNumber;
 
 constexpr gid_t GroupOfRoot = 0;
 
@@ -40,12 +41,12 @@ Ending NoLink(const QString& reason, const QString& message)
 
 Failure DeviceFailure(int openError)
 {
-    return Diagnose({openError, false, OperationMode::Normal, Error::NoErrors, {}});
+    return LinkNotUp({openError, false, OperationMode::Normal, Error::NoErrors}, {});
 }
 
 Failure LineFailure(Error error, const LineRecord& line)
 {
-    return Diagnose({0, false, OperationMode::Normal, error, line.Asked() * LineProbe::UsualPatience});
+    return LinkNotUp({0, false, OperationMode::Normal, error}, line.Asked() * LineProbe::UsualPatience);
 }
 
 Ending Missing(const DeviceFindings& device)
@@ -87,9 +88,9 @@ QString ProgramsOf(const DeviceHolders& holders)
 {
     constexpr int MostNamed = 3;
     QStringList programs;
-    for (const DeviceHolder& holder : holders.programs.mid(0, MostNamed)) {
-        programs.append(
-            QStringLiteral("%1 (process %2)").arg(holder.program, QString::number(holder.process)));
+    for (const VesmarClient::DeviceHolder& holder : holders.programs.mid(0, MostNamed)) {
+        programs.append(QStringLiteral("%1 (process %2)")
+                            .arg(Printable(holder.program), QString::number(holder.process)));
     }
     const int others = holders.programs.size() - programs.size();
     const QString last = others > 0 ? QStringLiteral("%1 more").arg(others) : programs.takeLast();
@@ -175,7 +176,7 @@ Failure WrongMode(OperationMode mode)
 Failure Reported(Error error)
 {
     return {QString(), QStringLiteral("The link is sound, but the instrument reports %1. %2")
-                           .arg(NameAndNumber(error), Advice(error).nextStep)};
+                           .arg(NameAndNumber(error), VesmarClient::Advice(error).nextStep)};
 }
 
 } // namespace

@@ -6,11 +6,14 @@
 
 #include "cli/doctor/linerecord.h"
 #include "cli/output/event.h"
-#include "cli/sessions/device.h"
-#include "cli/sessions/deviceholders.h"
+#include "client/line/device.h"
+#include "client/line/deviceholders.h"
 
 namespace Cli
 {
+
+using VesmarClient::DeviceFindings;
+using VesmarClient::DeviceHolders;
 
 /// The group that lets its members read and write the device; empty where this user may do so already, and
 /// where no group may that is not root's.

@@ -35,6 +35,8 @@ using Vesmar::Error;
 using Vesmar::MeasurementResults;
 using Vesmar::MeasurementType;
 using Vesmar::OperationMode;
+using VesmarClient::Meaning;
+using VesmarClient::NameAndNumber;
 
 using Values = std::array<float, 6>;
 

@@ -6,7 +6,7 @@
 
 #include <csignal>
 
-#include "cli/words/errorguide.h"
+#include "cli/words/advice.h"
 #include "cli/words/exitstatus.h"
 
 namespace Cli
@@ -20,7 +20,7 @@ Link::Link(const LinkOptions& options)
 {
     _timeLimit.setSingleShot(true);
     _timeLimit.setTimerType(Qt::PreciseTimer);
-    connect(&_timeLimit, &QTimer::timeout, this, &Link::FollowTimeLimit);
+    connect(&_timeLimit, &QTimer::timeout, this, &Link::EndTimeLimit);
     connect(&_signalWatcher, &SignalWatcher::Received, this, &Link::Interrupted);
     connect(_tester.get(), &Tester::DeviceInformationChanged, this, [this] { _hasAnswer = true; });
     // Later, so that the change is shown before the program ends over it.
@@ -38,6 +38,16 @@ int Link::Work()
     const int exitStatus = QCoreApplication::exec();
     _tester->Disable();
     return exitStatus;
+}
+
+void Link::AwaitReadiness()
+{
+    using VesmarClient::Readiness;
+    _readiness = std::make_unique<Readiness>(*_tester);
+    connect(_readiness.get(), &Readiness::Ready, this, &Link::ConfirmUp);
+    connect(_readiness.get(), &Readiness::Ready, this, &Link::Ready);
+    connect(_readiness.get(), &Readiness::FoundInUpdateMode, this, &Link::ConfirmUp);
+    connect(_readiness.get(), &Readiness::FoundInUpdateMode, this, &Link::FoundInUpdateMode);
 }
 
 void Link::ConfirmUp()
@@ -81,6 +91,9 @@ void Link::EndWork(int exitStatus)
     _isFinished = true;
     _timeLimit.stop();
     _tester->disconnect();
+    if (_readiness) {
+        _readiness->Stop();
+    }
     QCoreApplication::exit(exitStatus);
 }
 
@@ -96,7 +109,7 @@ void Link::Fail(int exitStatus, const Failure& failure)
 void Link::FailAfter(std::chrono::milliseconds limit, const QString& notDone)
 {
     QTimer::singleShot(limit, this, [this, notDone] {
-        if (IsLinkError(_tester->ErrorCode())) {
+        if (VesmarClient::IsLinkError(_tester->ErrorCode())) {
             Fail(ExitStatus::LinkLost, LinkLost(notDone, _tester->ErrorCode()));
         } else {
             Fail(ExitStatus::Failed, {QStringLiteral("not-confirmed"), notDone});
@@ -109,12 +122,12 @@ void Link::FailWhereDeviceCannotBeOpened()
 {
     const Error error = _tester->ErrorCode();
     const bool isDown = error == Error::CommunicationRecovery || error == Error::NoResponse;
-    if (isDown && !_isUp && !_isFinished && TryToOpenSerialDevice() != 0) {
+    if (isDown && !_isUp && !_isFinished && VesmarClient::TryToOpenSerialDevice() != 0) {
         FailToComeUp();
     }
 }
 
-void Link::FollowTimeLimit()
+void Link::EndTimeLimit()
 {
     if (_isSilenceTolerated) {
         Q_EMIT TimeOver();
@@ -125,8 +138,9 @@ void Link::FollowTimeLimit()
 
 void Link::FailToComeUp()
 {
-    Fail(ExitStatus::NoLink, Diagnose({TryToOpenSerialDevice(), _hasAnswer, _tester->TesterMode(),
-                                       _tester->ErrorCode(), _options.timeout}));
+    const VesmarClient::Situation situation{VesmarClient::TryToOpenSerialDevice(), _hasAnswer,
+                                            _tester->TesterMode(), _tester->ErrorCode()};
+    Fail(ExitStatus::NoLink, LinkNotUp(situation, _options.timeout));
 }
 
 } // namespace Cli

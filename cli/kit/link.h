@@ -8,11 +8,12 @@
 
 #include <Vesmar/tester.h>
 
-#include "cli/kit/diagnosis.h"
+#include "cli/kit/failure.h"
 #include "cli/kit/linkoptions.h"
 #include "cli/kit/signalwatcher.h"
 #include "cli/output/event.h"
 #include "cli/output/output.h"
+#include "client/sessions/readiness.h"
 
 namespace Cli
 {
@@ -35,6 +36,9 @@ public:
 
     /// A link that does not come up in time shall be no failure, but `TimeOver()`.
     void TolerateSilence() { _isSilenceTolerated = true; }
+    /// Lets the link count as up, and emits `Ready` or `FoundInUpdateMode`, once the instrument's identity
+    /// has been read.
+    void AwaitReadiness();
     /// The link is what the verb wanted it to be: the time limit is over.
     void ConfirmUp();
     bool IsUp() const { return _isUp; }
@@ -58,6 +62,10 @@ public:
     void FailAfter(std::chrono::milliseconds limit, const QString& notDone);
 
 Q_SIGNALS:
+    /// The instrument's identity and both clocks have been read.
+    void Ready();
+    /// The instrument's identity has been read. In update mode, its clocks cannot be.
+    void FoundInUpdateMode();
     /// Somebody wants the program to end. It is the verb's to finish.
     void Interrupted(int signalNumber);
     /// The link did not come up in time, and that was to be tolerated.
@@ -65,7 +73,7 @@ Q_SIGNALS:
 
 private:
     void FailWhereDeviceCannotBeOpened();
-    void FollowTimeLimit();
+    void EndTimeLimit();
     void FailToComeUp();
 
     LinkOptions _options;
@@ -73,6 +81,7 @@ private:
     Output _output;
     QTimer _timeLimit;
     std::unique_ptr<Vesmar::Tester> _tester;
+    std::unique_ptr<VesmarClient::Readiness> _readiness; ///< Null for a verb that does not await it.
     bool _isSilenceTolerated = false;
     bool _hasAnswer = false;
     bool _isUp = false;

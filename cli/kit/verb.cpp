@@ -6,8 +6,7 @@
 
 #include <cmath>
 #include <memory>
-
-#include "cli/kit/helpformatter.h"
+#include <utility>
 
 namespace Cli
 {
@@ -16,6 +15,17 @@ namespace
 {
 
 constexpr double LongestSeconds = 86400;
+
+class HelpFormatter : public CLI::Formatter
+{
+public:
+    explicit HelpFormatter(std::string usage) : _usage(std::move(usage)) {}
+
+    std::string make_usage(const CLI::App* /*app*/, std::string /*name*/) const override { return _usage; }
+
+private:
+    std::string _usage;
+};
 
 std::chrono::milliseconds ParseSeconds(const char* name, const std::string& text, double least)
 {
@@ -32,10 +42,15 @@ std::chrono::milliseconds ParseSeconds(const char* name, const std::string& text
 
 } // namespace
 
+void ShowUsage(CLI::App& command, const std::string& usage)
+{
+    command.formatter(std::make_shared<HelpFormatter>(usage));
+}
+
 Verb::Verb(CLI::App& program, const VerbTexts& texts, Reach reach)
     : _app(*program.add_subcommand(texts.name, texts.description)), _usage(texts.usage)
 {
-    _app.formatter(std::make_shared<HelpFormatter>(_usage));
+    ShowUsage(_app, _usage);
     _app.footer(texts.footer);
     _app.add_flag("--json", _options.isJson, "Write JSON, one object on each line");
     if (reach == Reach::Instrument) {
@@ -58,7 +73,7 @@ void Verb::AddInstrumentOptions()
 CLI::App& Verb::AddSetCommand(const char* description)
 {
     CLI::App* set = _app.add_subcommand("set", description)->fallthrough();
-    set->formatter(std::make_shared<HelpFormatter>(_usage));
+    ShowUsage(*set, _usage);
     set->footer("\nvesmar " + _app.get_name() + " --help tells of its options and of everything else.\n");
     return *set;
 }

@@ -20,6 +20,9 @@ constexpr double ShortestTimeout = 0.1;
 /// How long an instrument may take to do something and to report it.
 constexpr std::chrono::milliseconds UsualConfirmTimeout{30000};
 
+/// Shows the usage at the head of the command's help.
+void ShowUsage(CLI::App& command, const std::string& usage);
+
 /// How a verb presents itself.
 struct VerbTexts {
     const char* name;

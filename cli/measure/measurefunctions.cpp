@@ -21,10 +21,9 @@
 #include <Vesmar/rlnsettings.h>
 #include <Vesmar/rpesettings.h>
 
-#include "cli/kit/helpformatter.h"
+#include "cli/kit/choice.h"
 #include "cli/kit/verb.h"
 #include "cli/measure/rcdoptions.h"
-#include "cli/words/choice.h"
 
 namespace Cli
 {
@@ -149,7 +148,7 @@ Settings& MeasureFunctions::Add(const char* name, const char* description)
     Settings& settings = *owned;
     CLI::App* command = _measure.add_subcommand(name, description)->fallthrough();
     const std::string usage = std::string("Usage: vesmar measure ") + name + " [OPTIONS]\n";
-    command->formatter(std::make_shared<HelpFormatter>(usage));
+    ShowUsage(*command, usage);
     command->footer("\nvesmar measure --help tells of the options that all functions have.\n");
     _functions.push_back({QString::fromLatin1(name), command, std::move(owned),
                           dynamic_cast<ContinuousMeasurementSettings*>(&settings)});

@@ -2,8 +2,9 @@
 
 #include <algorithm>
 
-#include "cli/kit/diagnosis.h"
+#include "cli/words/exitstatus.h"
 #include "cli/words/format.h"
+#include "client/line/diagnosis.h"
 
 namespace Cli
 {
@@ -11,6 +12,8 @@ namespace Cli
 namespace
 {
 
+using VesmarClient::MeasurementSession;
+using VesmarClient::Reading;
 using Outcome = MeasurementSession::Outcome;
 using Phase = MeasurementSession::Phase;
 using Reason = MeasurementSession::Reason;
@@ -56,12 +59,29 @@ QJsonObject Json(const QVector<Reading>& readings)
     return json;
 }
 
-/// A measurement that is done but may still be running is not done.
+int EndingStatus(const MeasurementSession& session)
+{
+    if (session.CurrentOutcome() == Outcome::LinkLost) {
+        return ExitStatus::LinkLost;
+    }
+    if (!session.IsStopConfirmed()) {
+        return ExitStatus::StopNotConfirmed;
+    }
+    switch (session.CurrentOutcome()) {
+    case Outcome::Completed:
+        return ExitStatus::Done;
+    case Outcome::Aborted:
+        return ExitStatus::Aborted;
+    default:
+        return ExitStatus::Failed;
+    }
+}
+
 Ending::Outcome EndingOutcome(const MeasurementSession& session)
 {
     switch (session.CurrentOutcome()) {
     case Outcome::Completed:
-        return session.IsStopConfirmed() ? Ending::Outcome::Done : Ending::Outcome::Failed;
+        return IsDone(session) ? Ending::Outcome::Done : Ending::Outcome::Failed;
     case Outcome::Aborted:
         return Ending::Outcome::Aborted;
     case Outcome::LinkLost:
@@ -107,7 +127,7 @@ QString EndingReason(const MeasurementSession& session)
 Vesmar::Error EndingError(const MeasurementSession& session, Vesmar::Error presentError)
 {
     if (session.CurrentOutcome() == Outcome::LinkLost) {
-        return Verdict(presentError);
+        return VesmarClient::ReasonForLoss(presentError);
     }
     return session.FailureReason() == Reason::Error ? session.FirstError() : Vesmar::Error::NoErrors;
 }
@@ -230,7 +250,7 @@ QByteArray ReadingJson(const QDateTime& time, milliseconds elapsed, const QVecto
 QByteArray CsvHeader(Vesmar::MeasurementType function)
 {
     QByteArray header = "time,elapsed";
-    for (const char* name : ReadingNames(function)) {
+    for (const char* name : VesmarClient::ReadingNames(function)) {
         header += ',';
         header += name;
     }
@@ -247,9 +267,14 @@ QByteArray CsvRow(const QDateTime& time, milliseconds elapsed, const QVector<Rea
     return (row + QLatin1Char('\n')).toUtf8();
 }
 
+bool IsDone(const MeasurementSession& session)
+{
+    return session.CurrentOutcome() == Outcome::Completed && session.IsStopConfirmed();
+}
+
 Ending EndingOf(const QString& function, const MeasurementSession& session, Vesmar::Error presentError)
 {
-    return {session.ExitStatus(), EndingOutcome(session), EndMessage(function, session),
+    return {EndingStatus(session), EndingOutcome(session), EndMessage(function, session),
             EndingReason(session), EndingError(session, presentError)};
 }
 

@@ -9,8 +9,8 @@
 #include <optional>
 
 #include "cli/output/event.h"
-#include "cli/sessions/measurementsession.h"
-#include "cli/words/readings.h"
+#include "client/sessions/measurementsession.h"
+#include "client/words/readings.h"
 
 /// How a measurement looks: live, at its end, in JSON and in a file. What is formatted here ends its line,
 /// but for the live line.
@@ -24,25 +24,31 @@ struct MeasurementProgress {
 };
 
 /// "  3.2 s of 5 s [======    ]  current 0.5, voltage 230", cut to the width.
-QString LiveLine(const MeasurementProgress& progress, const QVector<Reading>& readings, int width);
+QString LiveLine(const MeasurementProgress& progress, const QVector<VesmarClient::Reading>& readings,
+                 int width);
 /// "  3.2 s  running", for a measurement that has no readings before its end.
 QString PhaseLine(std::chrono::milliseconds elapsed, const QString& phase);
 /// What the phase is called; empty for one that is passed over.
-QString PhaseName(MeasurementSession::Phase phase);
+QString PhaseName(VesmarClient::MeasurementSession::Phase phase);
 /// Elapsed time and readings, for an output that is no terminal.
-QByteArray ReadingLine(std::chrono::milliseconds elapsed, const QVector<Reading>& readings);
+QByteArray ReadingLine(std::chrono::milliseconds elapsed, const QVector<VesmarClient::Reading>& readings);
 QByteArray ReadingJson(const QDateTime& time, std::chrono::milliseconds elapsed,
-                       const QVector<Reading>& readings);
+                       const QVector<VesmarClient::Reading>& readings);
 
 QByteArray CsvHeader(Vesmar::MeasurementType function);
-QByteArray CsvRow(const QDateTime& time, std::chrono::milliseconds elapsed, const QVector<Reading>& readings);
+QByteArray CsvRow(const QDateTime& time, std::chrono::milliseconds elapsed,
+                  const QVector<VesmarClient::Reading>& readings);
 
+/// Whether the measurement is done, and the instrument confirmed to have stopped.
+bool IsDone(const VesmarClient::MeasurementSession& session);
 /// How the measurement has ended, with a message of a few sentences. The library's present error may tell why
 /// the link was lost.
-Ending EndingOf(const QString& function, const MeasurementSession& session, Vesmar::Error presentError);
+Ending EndingOf(const QString& function, const VesmarClient::MeasurementSession& session,
+                Vesmar::Error presentError);
 /// The result as a table.
-QByteArray ResultText(const QVector<Reading>& readings);
+QByteArray ResultText(const QVector<VesmarClient::Reading>& readings);
 /// What the result in JSON has beside the ending; the readings are the last ones.
-QJsonObject ResultFields(const QString& function, bool isStopConfirmed, const QVector<Reading>& readings);
+QJsonObject ResultFields(const QString& function, bool isStopConfirmed,
+                         const QVector<VesmarClient::Reading>& readings);
 
 } // namespace Cli

@@ -2,10 +2,10 @@
 
 #include <Vesmar/rcdresults.h>
 
-#include "cli/sessions/rcdsession.h"
 #include "cli/words/exitstatus.h"
 #include "cli/words/format.h"
-#include "cli/words/readings.h"
+#include "client/sessions/rcdsession.h"
+#include "client/words/readings.h"
 
 namespace Cli
 {
@@ -18,6 +18,11 @@ using Vesmar::MeasurementSettings;
 using Vesmar::RCDResults;
 using Vesmar::RCDSettings;
 using Vesmar::Tester;
+using VesmarClient::MeasurementPicture;
+using VesmarClient::MeasurementSession;
+using VesmarClient::RcdMode;
+using VesmarClient::RcdModeOf;
+using VesmarClient::RcdSession;
 
 /// Enough for the library to check the object under test several times.
 constexpr std::chrono::milliseconds ObjectCheckTime{2000};
@@ -52,13 +57,13 @@ MeasurementRun::MeasurementRun(Link& link, MeasurementView& view, const MeasureF
       _view(view),
       _function(function),
       _limits(limits),
-      _readiness(link),
       _reSettings(ReSettings(function))
 {
     BeginTest(_reSettings ? *_reSettings : *function.settings);
+    link.AwaitReadiness();
     WatchInstrument();
-    connect(&_readiness, &ReadinessWatch::Ready, this, &MeasurementRun::Begin);
-    connect(&_readiness, &ReadinessWatch::FoundInUpdateMode, this,
+    connect(&link, &Link::Ready, this, &MeasurementRun::Begin);
+    connect(&link, &Link::FoundInUpdateMode, this,
             [this] { _link.Fail(ExitStatus::NotDone, InUpdateMode()); });
     connect(&link, &Link::Interrupted, this, &MeasurementRun::Interrupt);
     connect(&view, &MeasurementView::OutputLost, this,
@@ -71,25 +76,25 @@ MeasurementRun::MeasurementRun(Link& link, MeasurementView& view, const MeasureF
 void MeasurementRun::WatchInstrument()
 {
     const Tester* tester = &_tester;
-    connect(tester, &Tester::DeviceInformationChanged, this, &MeasurementRun::FollowIdentity);
-    connect(tester, &Tester::TestResultsChanged, this, &MeasurementRun::Follow);
-    connect(tester, &Tester::TesterModeChanged, this, &MeasurementRun::Follow);
+    connect(tester, &Tester::DeviceInformationChanged, this, &MeasurementRun::ReceiveIdentity);
+    connect(tester, &Tester::TestResultsChanged, this, &MeasurementRun::ObserveInstrument);
+    connect(tester, &Tester::TesterModeChanged, this, &MeasurementRun::ObserveInstrument);
     connect(tester, &Tester::ErrorCodeChanged, this, [this](Vesmar::Error error) {
         if (!_link.IsFinished()) {
             _view.ShowError(error);
         }
-        Follow();
+        ObserveInstrument();
     });
     connect(tester, &Tester::MeasurementStatusChanged, this, [this](Vesmar::MeasurementState status) {
         if (!_link.IsFinished()) {
             _view.ShowStatus(status);
         }
-        Follow();
+        ObserveInstrument();
     });
-    connect(tester, &Tester::MeasurementFunctionStatusChanged, this, &MeasurementRun::Follow);
-    connect(tester, &Tester::CurrentMeasurementTypeChanged, this, &MeasurementRun::Follow);
-    connect(tester, &Tester::IsMeasurementRunningChanged, this, &MeasurementRun::Follow);
-    connect(tester, &Tester::MeasurementTimeChanged, this, &MeasurementRun::Follow);
+    connect(tester, &Tester::MeasurementFunctionStatusChanged, this, &MeasurementRun::ObserveInstrument);
+    connect(tester, &Tester::CurrentMeasurementTypeChanged, this, &MeasurementRun::ObserveInstrument);
+    connect(tester, &Tester::IsMeasurementRunningChanged, this, &MeasurementRun::ObserveInstrument);
+    connect(tester, &Tester::MeasurementTimeChanged, this, &MeasurementRun::ObserveInstrument);
 }
 
 /// The function first: while it is another one, nothing is measured. Then the status: what it is the end of
@@ -98,7 +103,7 @@ MeasurementPicture MeasurementRun::Picture()
 {
     const Vesmar::MeasurementType function = _tester.CurrentMeasurementType();
     const Vesmar::MeasurementState status = _tester.MeasurementStatus();
-    TakeResults();
+    AcceptResults();
     return {_tester.ErrorCode(),       status,     _tester.MeasurementFunctionStatus(), function,
             _tester.MeasurementTime(), _hasResult, _tester.GetIsMeasurementModeActive()};
 }
@@ -106,7 +111,7 @@ MeasurementPicture MeasurementRun::Picture()
 void MeasurementRun::Begin()
 {
     _limit.start(_limits.stop);
-    Follow();
+    ObserveInstrument();
 }
 
 void MeasurementRun::BeginTest(MeasurementSettings& settings)
@@ -115,13 +120,13 @@ void MeasurementRun::BeginTest(MeasurementSettings& settings)
     _view.BeginTest(mode != nullptr ? QString::fromLatin1(mode->name) : QString());
     _settings = &settings;
     _session = SessionFor(_function, settings);
-    _notedPhase = Phase::AwaitingIdle;
+    _phase = Phase::AwaitingIdle;
     _hasResult = false;
 }
 
 void MeasurementRun::EndTest()
 {
-    if (_settings == _reSettings.get() && _session->ExitStatus() == ExitStatus::Done) {
+    if (_settings == _reSettings.get() && IsDone(*_session)) {
         BeginTest(*_function.settings);
         Begin();
         return;
@@ -130,42 +135,42 @@ void MeasurementRun::EndTest()
     _link.EndWork(_view.ShowEnd(*_session, _tester.ErrorCode()));
 }
 
-void MeasurementRun::Follow()
+void MeasurementRun::ObserveInstrument()
 {
     if (_link.IsUp()) {
-        CarryOut(_session->Follow(Picture()));
+        CarryOut(_session->Observe(Picture()));
     }
 }
 
 /// Said once, however often it is lost.
-void MeasurementRun::NoteLoss()
+void MeasurementRun::ReportLoss()
 {
-    if (_session->CurrentOutcome() == MeasurementSession::Outcome::LinkLost && !_isLossNoted) {
-        _isLossNoted = true;
+    if (_session->CurrentOutcome() == MeasurementSession::Outcome::LinkLost && !_isLossReported) {
+        _isLossReported = true;
         _view.Say(
             QStringLiteral("Link lost, the state of the instrument is unknown; trying to get it back and "
                            "to stop the measurement."));
     }
 }
 
-void MeasurementRun::FollowIdentity()
+void MeasurementRun::ReceiveIdentity()
 {
     if (_link.IsUp()) {
         CarryOut(_session->IdentityRead(Picture()));
     }
 }
 
-void MeasurementRun::TakeResults()
+void MeasurementRun::AcceptResults()
 {
     MeasurementResults* results = _tester.TestResults();
-    if (results == _taken || results->GetMeasurementType() != _settings->GetMeasurementType()) {
+    if (results == _accepted || results->GetMeasurementType() != _settings->GetMeasurementType()) {
         return;
     }
-    _taken = results;
+    _accepted = results;
     if (!IsMeasured(results->GetMeasurementType())) {
         return;
     }
-    _hasResult = _settings != _reSettings.get() || TakeRe(*results);
+    _hasResult = _settings != _reSettings.get() || AdoptRe(*results);
     _view.ShowResults(*results);
 }
 
@@ -178,11 +183,11 @@ bool MeasurementRun::IsMeasured(Vesmar::MeasurementType results) const
 }
 
 /// False if there is none.
-bool MeasurementRun::TakeRe(const MeasurementResults& results)
+bool MeasurementRun::AdoptRe(const MeasurementResults& results)
 {
     const float resistance = static_cast<const RCDResults&>(results)._re;
     static_cast<RCDSettings&>(*_function.settings).SetRe(resistance);
-    return IsPresent(resistance);
+    return VesmarClient::IsPresent(resistance);
 }
 
 void MeasurementRun::Interrupt(int signalNumber)
@@ -213,7 +218,7 @@ void MeasurementRun::Abort(const QString& reason)
 
 void MeasurementRun::CarryOut(Action action)
 {
-    NotePhase();
+    EnterPhase();
     switch (action) {
     case Action::None:
         break;
@@ -234,7 +239,7 @@ void MeasurementRun::CarryOut(Action action)
         break;
     case Action::Leave:
         Leave();
-        NoteLoss();
+        ReportLoss();
         break;
     case Action::Finish:
         EndTest();
@@ -249,13 +254,13 @@ void MeasurementRun::Leave()
 }
 
 /// Each phase has a time of its own, but for the measurement itself.
-void MeasurementRun::NotePhase()
+void MeasurementRun::EnterPhase()
 {
     const Phase phase = _session->CurrentPhase();
-    if (phase == _notedPhase) {
+    if (phase == _phase) {
         return;
     }
-    _notedPhase = phase;
+    _phase = phase;
     _view.ShowPhase(phase);
     switch (phase) {
     case Phase::Preparing:

@@ -9,12 +9,17 @@
 
 #include "cli/kit/link.h"
 #include "cli/measure/measurementview.h"
-#include "cli/sessions/measurementsession.h"
-#include "cli/sessions/readinesswatch.h"
-#include "cli/verbs/measureverb.h"
+#include "client/sessions/measurementsession.h"
 
 namespace Cli
 {
+
+/// How long a measurement may keep one waiting.
+struct MeasureLimits {
+    std::chrono::milliseconds prepare{10000}; ///< For preparing, and then again for starting.
+    std::chrono::milliseconds stop{15000};    ///< For stopping, and for its confirmation.
+    std::chrono::milliseconds cleanUp{5000};  ///< For a clean-up, whose end nobody tells.
+};
 
 /// Carries out at the instrument what a session decides, tells it what happens, and shows it. A measurement
 /// that takes its Re from another test runs that first, in a session of its own.
@@ -27,40 +32,39 @@ public:
                    const MeasureLimits& limits);
 
 private:
-    using Phase = MeasurementSession::Phase;
-    using Action = MeasurementSession::Action;
+    using Phase = VesmarClient::MeasurementSession::Phase;
+    using Action = VesmarClient::MeasurementSession::Action;
 
     void WatchInstrument();
-    MeasurementPicture Picture();
+    VesmarClient::MeasurementPicture Picture();
     void Begin();
     void BeginTest(Vesmar::MeasurementSettings& settings);
     void EndTest();
-    void Follow();
-    void FollowIdentity();
-    void TakeResults();
+    void ObserveInstrument();
+    void ReceiveIdentity();
+    void AcceptResults();
     bool IsMeasured(Vesmar::MeasurementType results) const;
-    bool TakeRe(const Vesmar::MeasurementResults& results);
+    bool AdoptRe(const Vesmar::MeasurementResults& results);
     void Interrupt(int signalNumber);
     void Abort(const QString& reason);
     void CarryOut(Action action);
     void Leave();
-    void NotePhase();
-    void NoteLoss();
+    void EnterPhase();
+    void ReportLoss();
 
     Link& _link;
     Vesmar::Tester& _tester;
     MeasurementView& _view;
     const MeasureFunction& _function;
     MeasureLimits _limits;
-    ReadinessWatch _readiness;
     std::unique_ptr<Vesmar::RCDSettings> _reSettings; ///< Of the test that measures Re; null without one.
     Vesmar::MeasurementSettings* _settings = nullptr; ///< Of the test under way.
-    std::unique_ptr<MeasurementSession> _session;
-    QPointer<Vesmar::MeasurementResults> _taken; ///< The last results of this function.
-    bool _hasResult = false;                     ///< Of the test under way.
-    Phase _notedPhase = Phase::AwaitingIdle;
+    std::unique_ptr<VesmarClient::MeasurementSession> _session;
+    QPointer<Vesmar::MeasurementResults> _accepted; ///< The last results of this function.
+    bool _hasResult = false;                        ///< Of the test under way.
+    Phase _phase = Phase::AwaitingIdle;
     QTimer _limit;
-    bool _isLossNoted = false;
+    bool _isLossReported = false;
 };
 
 } // namespace Cli

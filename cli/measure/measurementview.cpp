@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "cli/words/errorguide.h"
+#include "cli/words/advice.h"
 #include "cli/words/exitstatus.h"
 #include "cli/words/format.h"
 
@@ -11,6 +11,8 @@ namespace Cli
 
 namespace
 {
+
+using VesmarClient::MeasurementSession;
 
 constexpr std::chrono::milliseconds RedrawPeriod{200};
 
@@ -95,7 +97,7 @@ void MeasurementView::ShowResults(const Vesmar::MeasurementResults& results)
         return;
     }
     const QDateTime now = QDateTime::currentDateTime();
-    _readings = ReadingsOf(results);
+    _readings = VesmarClient::ReadingsOf(results);
     if (_file != nullptr) {
         _file->Write(CsvRow(now, Elapsed(), _readings));
     }

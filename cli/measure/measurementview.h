@@ -27,7 +27,7 @@ public:
 
     /// One of the measurement's tests begins; its mode distinguishes it, and its phases are shown.
     void BeginTest(const QString& mode);
-    void ShowPhase(MeasurementSession::Phase phase);
+    void ShowPhase(VesmarClient::MeasurementSession::Phase phase);
     /// From here on counts the time, unless it does already.
     void BeginTime();
     /// Events, for programs.
@@ -37,7 +37,7 @@ public:
     /// A sentence for the person who watches, on the error output.
     void Say(const QString& text);
     /// The program's exit status. Nothing is shown after it but what is said. The error is the library's.
-    int ShowEnd(const MeasurementSession& session, Vesmar::Error presentError);
+    int ShowEnd(const VesmarClient::MeasurementSession& session, Vesmar::Error presentError);
 
     /// Writes what is left. False if not everything could be shown.
     bool Finish();
@@ -49,7 +49,7 @@ Q_SIGNALS:
 private:
     std::chrono::milliseconds Elapsed() const;
     void ShowEvent(const char* event, const QJsonValue& value);
-    Ending EndingWithFile(const MeasurementSession& session, Vesmar::Error presentError) const;
+    Ending EndingWithFile(const VesmarClient::MeasurementSession& session, Vesmar::Error presentError) const;
     void DrawLiveLine();
     QString LiveText() const;
 
@@ -62,7 +62,7 @@ private:
     QTimer _redraw;
     QElapsedTimer _time;
     std::optional<std::chrono::milliseconds> _total;
-    QVector<Reading> _readings;
+    QVector<VesmarClient::Reading> _readings;
     bool _isEnded = false; ///< A change that was on its way may still arrive.
 };
 

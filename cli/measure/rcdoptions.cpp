@@ -2,8 +2,8 @@
 
 #include <QString>
 
-#include "cli/sessions/rcdtest.h"
-#include "cli/words/choice.h"
+#include "cli/kit/choice.h"
+#include "client/sessions/rcdtest.h"
 
 namespace Cli
 {
@@ -14,6 +14,11 @@ namespace
 using Vesmar::MeasurementSettings;
 using Vesmar::RCDIECSettings;
 using Vesmar::RCDSettings;
+using VesmarClient::ModesOfRcd;
+using VesmarClient::ModesOfRcdIec;
+using VesmarClient::RcdMode;
+using VesmarClient::RcdModes;
+using VesmarClient::RcdTest;
 
 constexpr float HighestResistance = 1e6F;
 
@@ -40,7 +45,7 @@ void AddSettings(CLI::App& command, Settings& settings, const RcdModes& modes)
 /// The mode that was given. Without one the library would do nothing.
 const RcdMode& GivenMode(const MeasurementSettings& settings, const RcdModes& modes)
 {
-    const RcdMode* mode = RcdModeOf(settings);
+    const RcdMode* mode = VesmarClient::RcdModeOf(settings);
     if (mode == nullptr) {
         throw CLI::ValidationError("--mode", "none given; it is one of " + Listed(ChoicesOf(modes)));
     }

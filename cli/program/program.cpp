@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <ostream>
 
-#include "cli/kit/helpformatter.h"
 #include "cli/verbs/calibrationverb.h"
 #include "cli/verbs/clockverb.h"
 #include "cli/verbs/decodeverb.h"
@@ -53,7 +52,7 @@ Program::Program() : _app(std::make_unique<CLI::App>(Description, "vesmar"))
     constexpr int MostVerbs = 1;
     _app->require_subcommand(0, MostVerbs);
     _app->set_version_flag("--version", Version);
-    _app->formatter(std::make_shared<HelpFormatter>(Usage));
+    ShowUsage(*_app, Usage);
     _app->footer(Footer());
     AddVerb<InfoVerb>();
     AddVerb<MonitorVerb>();

@@ -1,7 +1,8 @@
 #include "cli/update/updateformat.h"
 
-#include "cli/kit/diagnosis.h"
+#include "cli/words/exitstatus.h"
 #include "cli/words/format.h"
+#include "client/line/diagnosis.h"
 
 namespace Cli
 {
@@ -9,6 +10,7 @@ namespace Cli
 namespace
 {
 
+using VesmarClient::UpdateSession;
 using Outcome = UpdateSession::Outcome;
 using Phase = UpdateSession::Phase;
 using Vesmar::Error;
@@ -62,7 +64,7 @@ Ending::Outcome EndingOutcome(Outcome outcome)
 Error EndingError(const UpdateSession& session, Error presentError)
 {
     const bool isLinkLost = EndingOutcome(session.CurrentOutcome()) == Ending::Outcome::LinkLost;
-    return isLinkLost ? Verdict(presentError) : session.FirstError();
+    return isLinkLost ? VesmarClient::ReasonForLoss(presentError) : session.FirstError();
 }
 
 QString EndingReason(Outcome outcome)
@@ -193,10 +195,30 @@ QString UpdateGoesOnMessage(int signalNumber)
         .arg(signalNumber);
 }
 
+int ExitStatusOf(const UpdateSession& session)
+{
+    switch (session.CurrentOutcome()) {
+    case Outcome::Updated:
+        return ExitStatus::Done;
+    case Outcome::Failed:
+    case Outcome::ModeNotChanged:
+    case Outcome::StaysInUpdateMode:
+        return ExitStatus::Failed;
+    case Outcome::NotBack:
+    case Outcome::LinkLost:
+        return ExitStatus::LinkLost;
+    case Outcome::Interrupted:
+        return ExitStatus::Signalled + session.SignalNumber();
+    case Outcome::None:
+        break;
+    }
+    return ExitStatus::NotDone;
+}
+
 Ending EndingOf(const UpdateSession& session, Error presentError)
 {
     const Outcome outcome = session.CurrentOutcome();
-    return {session.ExitStatus(), EndingOutcome(outcome), EndMessage(session), EndingReason(outcome),
+    return {ExitStatusOf(session), EndingOutcome(outcome), EndMessage(session), EndingReason(outcome),
             EndingError(session, presentError)};
 }
 

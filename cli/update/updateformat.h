@@ -7,7 +7,7 @@
 #include <chrono>
 
 #include "cli/output/event.h"
-#include "cli/sessions/updatesession.h"
+#include "client/sessions/updatesession.h"
 
 /// How a firmware update looks while it goes on and at its end. What is formatted here ends its line, but for
 /// the live line.
@@ -39,10 +39,12 @@ QString VersionText(const QString& version);
 
 /// What is said where a signal must not end it.
 QString UpdateGoesOnMessage(int signalNumber);
+/// What the program ends with.
+int ExitStatusOf(const VesmarClient::UpdateSession& session);
 /// How it has ended, with a message of a few sentences. The library's present error may tell why the link was
 /// lost.
-Ending EndingOf(const UpdateSession& session, Vesmar::Error presentError);
+Ending EndingOf(const VesmarClient::UpdateSession& session, Vesmar::Error presentError);
 /// What the result in JSON has beside the ending.
-QJsonObject ResultFields(const UpdateSession& session, const UpdateVersions& versions);
+QJsonObject ResultFields(const VesmarClient::UpdateSession& session, const UpdateVersions& versions);
 
 } // namespace Cli

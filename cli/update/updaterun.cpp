@@ -1,7 +1,5 @@
 #include "cli/update/updaterun.h"
 
-#include "cli/words/exitstatus.h"
-
 namespace Cli
 {
 
@@ -27,13 +25,13 @@ UpdateRun::UpdateRun(Link& link, UpdateView& view, const UpdateFiles& files, con
     _limit.setSingleShot(true);
     connect(&_limit, &QTimer::timeout, this, [this] {
         _session.TimeOver(_tester.OperationStatus());
-        NotePhase();
+        EnterPhase();
     });
     _modeCheck.setSingleShot(true);
     _modeCheck.setInterval(UntilALossShows);
     connect(&_modeCheck, &QTimer::timeout, this, [this] {
         _session.CheckMode(Picture());
-        NotePhase();
+        EnterPhase();
     });
 }
 
@@ -41,33 +39,33 @@ UpdateRun::UpdateRun(Link& link, UpdateView& view, const UpdateFiles& files, con
 void UpdateRun::WatchInstrument()
 {
     const Tester* tester = &_tester;
-    connect(tester, &Tester::DeviceInformationChanged, this, &UpdateRun::FollowIdentity);
+    connect(tester, &Tester::DeviceInformationChanged, this, &UpdateRun::ReceiveIdentity);
     connect(tester, &Tester::OperationStatusChanged, this, [this](OperationState status) {
         _link.TellPendingSignals();
         _view.ShowStatus(status);
-        Follow();
+        ObserveInstrument();
     });
     connect(tester, &Tester::ErrorCodeChanged, this, [this](Vesmar::Error error) {
         if (!_link.IsFinished()) {
             _view.ShowError(error);
         }
-        Follow();
+        ObserveInstrument();
     });
     connect(tester, &Tester::OperationProgressChanged, this, [this] {
         _link.TellPendingSignals();
-        Follow();
+        ObserveInstrument();
     });
-    connect(tester, &Tester::TesterModeChanged, this, &UpdateRun::Follow);
+    connect(tester, &Tester::TesterModeChanged, this, &UpdateRun::ObserveInstrument);
 }
 
-UpdatePicture UpdateRun::Picture() const
+VesmarClient::UpdatePicture UpdateRun::Picture() const
 {
     return {_tester.ErrorCode(), _tester.OperationStatus(), _tester.OperationProgress(),
             _tester.TesterMode()};
 }
 
 /// In any other mode the library restarts the instrument, and reads its identity again.
-void UpdateRun::FollowIdentity()
+void UpdateRun::ReceiveIdentity()
 {
     if (_link.IsFinished()) {
         return;
@@ -77,7 +75,7 @@ void UpdateRun::FollowIdentity()
     if (_session.CurrentPhase() == Phase::Restarting) {
         _versionAfter = version;
         _session.IdentityRead(mode);
-        NotePhase();
+        EnterPhase();
     } else if (!_link.IsUp() && (mode == OperationMode::Normal || mode == OperationMode::Update)) {
         Begin(version);
     }
@@ -93,7 +91,7 @@ void UpdateRun::Begin(const QString& version)
         return;
     }
     _session.Begin();
-    NotePhase();
+    EnterPhase();
     _tester.UpdateTester(_files.image, _files.confirmation);
 }
 
@@ -108,31 +106,31 @@ void UpdateRun::LeaveMachine()
 void UpdateRun::UpdateOffline()
 {
     _session.Begin();
-    NotePhase();
+    EnterPhase();
     _limit.stop();
     _tester.UpdateTester(_files.image, _files.confirmation);
-    Follow();
+    ObserveInstrument();
     if (_session.CurrentPhase() != Phase::Ended) {
         _tester.Enable();
     }
 }
 
-void UpdateRun::Follow()
+void UpdateRun::ObserveInstrument()
 {
-    _session.Follow(Picture());
-    NotePhase();
+    _session.Observe(Picture());
+    EnterPhase();
     AwaitMode();
 }
 
 /// Each phase has a time of its own, but for the sending.
-void UpdateRun::NotePhase()
+void UpdateRun::EnterPhase()
 {
-    _view.Follow(_session);
-    if (_session.CurrentPhase() == _notedPhase) {
+    _view.Show(_session);
+    if (_session.CurrentPhase() == _phase) {
         return;
     }
-    _notedPhase = _session.CurrentPhase();
-    switch (_notedPhase) {
+    _phase = _session.CurrentPhase();
+    switch (_phase) {
     case Phase::ChangingMode:
     case Phase::Restarting:
         _limit.start(_options.confirmTimeout);
@@ -142,7 +140,7 @@ void UpdateRun::NotePhase()
         _limit.stop();
         break;
     case Phase::Ended:
-        _link.EndWork(_session.ExitStatus());
+        _link.EndWork(ExitStatusOf(_session));
         break;
     case Phase::Connecting:
         break;
@@ -163,7 +161,7 @@ void UpdateRun::Interrupt(int signalNumber)
     if (!HasBegun()) {
         _link.Finish(EndedBySignal(signalNumber));
     } else if (_session.Interrupt(_tester.OperationStatus(), signalNumber)) {
-        NotePhase();
+        EnterPhase();
     } else {
         _view.Say(UpdateGoesOnMessage(signalNumber));
     }
@@ -171,9 +169,9 @@ void UpdateRun::Interrupt(int signalNumber)
 
 int UpdateRun::Conclude()
 {
-    _session.TakenDown(Picture());
+    _session.LinkClosed(Picture());
     _view.ShowEnd(_session, _versionAfter, _tester.ErrorCode());
-    return _session.ExitStatus();
+    return ExitStatusOf(_session);
 }
 
 } // namespace Cli

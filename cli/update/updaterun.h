@@ -3,12 +3,20 @@
 #include <QTimer>
 
 #include "cli/kit/link.h"
+#include "cli/kit/verb.h"
 #include "cli/update/updatefiles.h"
 #include "cli/update/updateview.h"
-#include "cli/verbs/updateverb.h"
 
 namespace Cli
 {
+
+/// The options of `vesmar update` besides those of the link.
+struct UpdateOptions {
+    QString image;
+    QString confirmation;
+    bool isOffline = false;
+    std::chrono::milliseconds confirmTimeout = UsualConfirmTimeout;
+};
 
 /// Carries out a firmware update at the instrument, tells a session what happens, and shows it.
 class UpdateRun : public QObject
@@ -24,16 +32,16 @@ public:
     int Conclude();
 
 private:
-    using Phase = UpdateSession::Phase;
+    using Phase = VesmarClient::UpdateSession::Phase;
 
     void WatchInstrument();
-    UpdatePicture Picture() const;
-    void FollowIdentity();
+    VesmarClient::UpdatePicture Picture() const;
+    void ReceiveIdentity();
     void Begin(const QString& version);
     void LeaveMachine();
     void UpdateOffline();
-    void Follow();
-    void NotePhase();
+    void ObserveInstrument();
+    void EnterPhase();
     void AwaitMode();
     void Interrupt(int signalNumber);
 
@@ -42,8 +50,8 @@ private:
     UpdateView& _view;
     const UpdateFiles& _files;
     UpdateOptions _options;
-    UpdateSession _session;
-    Phase _notedPhase = Phase::Connecting;
+    VesmarClient::UpdateSession _session;
+    Phase _phase = Phase::Connecting;
     QString _versionAfter;
     QTimer _limit;
     QTimer _modeCheck;

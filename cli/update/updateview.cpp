@@ -1,12 +1,13 @@
 #include "cli/update/updateview.h"
 
-#include "cli/words/errorguide.h"
+#include "cli/words/advice.h"
 #include "cli/words/exitstatus.h"
 #include "cli/words/format.h"
 
 namespace Cli
 {
 
+using VesmarClient::UpdateSession;
 using Phase = UpdateSession::Phase;
 
 UpdateView::UpdateView(bool isJson) : _isJson(isJson), _screen(!isJson) {}
@@ -20,20 +21,20 @@ void UpdateView::ShowVersionBefore(const QString& version)
 }
 
 /// A phase begins before its progress, and ends after it.
-void UpdateView::Follow(const UpdateSession& session)
+void UpdateView::Show(const UpdateSession& session)
 {
     if (session.CurrentPhase() == Phase::Sending) {
-        FollowPhase(Phase::Sending);
+        ShowPhase(Phase::Sending);
     }
     if (_time.isValid() && session.Progress() != _percent) {
         _percent = session.Progress();
         ShowProgress({_percent, session.ConfirmedSectors(), session.Sectors(),
                       std::chrono::milliseconds(_time.elapsed())});
     }
-    FollowPhase(session.CurrentPhase());
+    ShowPhase(session.CurrentPhase());
 }
 
-void UpdateView::FollowPhase(Phase phase)
+void UpdateView::ShowPhase(Phase phase)
 {
     if (phase == _phase) {
         return;
@@ -70,12 +71,12 @@ void UpdateView::ShowProgress(const UpdateProgress& progress)
 
 void UpdateView::ShowStatus(Vesmar::OperationState status)
 {
-    ShowEvent("status", Show(status).json);
+    ShowEvent("status", Cli::Show(status).json);
 }
 
 void UpdateView::ShowError(Vesmar::Error error)
 {
-    ShowEvent("error", Show(error).json);
+    ShowEvent("error", Cli::Show(error).json);
 }
 
 void UpdateView::ShowEvent(const char* event, const QJsonValue& value)

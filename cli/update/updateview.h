@@ -16,20 +16,21 @@ public:
 
     void ShowVersionBefore(const QString& version);
     /// What the session has come to; nothing is shown twice.
-    void Follow(const UpdateSession& session);
+    void Show(const VesmarClient::UpdateSession& session);
     /// Events, for programs.
     void ShowStatus(Vesmar::OperationState status);
     void ShowError(Vesmar::Error error);
     /// A sentence for the person who watches, on the error output.
     void Say(const QString& text) { _screen.Say(text); }
     /// The error is the library's.
-    void ShowEnd(const UpdateSession& session, const QString& versionAfter, Vesmar::Error presentError);
+    void ShowEnd(const VesmarClient::UpdateSession& session, const QString& versionAfter,
+                 Vesmar::Error presentError);
 
     /// Writes what is left. False if not everything could be shown.
     bool Finish() { return _screen.Finish(); }
 
 private:
-    void FollowPhase(UpdateSession::Phase phase);
+    void ShowPhase(VesmarClient::UpdateSession::Phase phase);
     void ShowProgress(const UpdateProgress& progress);
     void ShowEvent(const char* event, const QJsonValue& value);
     void ShowLine(const QString& text);
@@ -37,9 +38,9 @@ private:
     bool _isJson;
     LiveScreen _screen;
     UpdateVersions _versions;
-    UpdateSession::Phase _phase = UpdateSession::Phase::Connecting;
+    VesmarClient::UpdateSession::Phase _phase = VesmarClient::UpdateSession::Phase::Connecting;
     QElapsedTimer _time; ///< Since the sending began.
-    int _percent = -1;   ///< That was shown last.
+    int _percent = -1;   ///< The percentage that was shown last.
     int _percentInALine = 0;
 };
 

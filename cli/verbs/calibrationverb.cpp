@@ -2,12 +2,11 @@
 
 #include <CLI/CLI.hpp>
 
+#include "cli/kit/dates.h"
 #include "cli/kit/link.h"
-#include "cli/sessions/datewriter.h"
-#include "cli/sessions/readinesswatch.h"
-#include "cli/words/dates.h"
 #include "cli/words/exitstatus.h"
 #include "cli/words/format.h"
+#include "client/sessions/datewriter.h"
 
 namespace Cli
 {
@@ -16,6 +15,8 @@ namespace
 {
 
 using Vesmar::Tester;
+using VesmarClient::DateWriter;
+using VesmarClient::InstrumentDate;
 
 constexpr VerbTexts Texts{
     "calibration", "Show or set the date of the last calibration",
@@ -52,12 +53,14 @@ class CalibrationWork : public QObject
 {
 public:
     CalibrationWork(Link& link, const CalibrationVerb& verb)
-        : _link(link), _verb(verb), _readiness(link), _writer(link.Instrument(), Calibration)
+        : _link(link), _verb(verb), _writer(link.Instrument(), Calibration)
     {
-        connect(&_readiness, &ReadinessWatch::Ready, this, [this] { Begin(); });
-        connect(&_readiness, &ReadinessWatch::FoundInUpdateMode, this,
+        link.AwaitReadiness();
+        connect(&link, &Link::Ready, this, [this] { Begin(); });
+        connect(&link, &Link::FoundInUpdateMode, this,
                 [this] { _link.Fail(ExitStatus::NotDone, InUpdateMode()); });
-        connect(&_writer, &DateWriter::Reported, this, [this](const QDateTime& shown) { Judge(shown); });
+        connect(&_writer, &DateWriter::Reported, this,
+                [this](const QDateTime& shown) { CheckReported(shown); });
         connect(&link, &Link::Interrupted, this, [this](int signalNumber) { Interrupt(signalNumber); });
     }
 
@@ -75,7 +78,7 @@ private:
         _writer.Set(NoonOf(_verb.Wanted()));
     }
 
-    void Judge(const QDateTime& shown)
+    void CheckReported(const QDateTime& shown)
     {
         if (shown.date() == _verb.Wanted()) {
             Show(shown);
@@ -113,7 +116,6 @@ private:
 
     Link& _link;
     const CalibrationVerb& _verb;
-    ReadinessWatch _readiness;
     DateWriter _writer;
     bool _isSetting = false;
 };

@@ -6,12 +6,11 @@
 
 #include <cstdlib>
 
+#include "cli/kit/dates.h"
 #include "cli/kit/link.h"
-#include "cli/sessions/datewriter.h"
-#include "cli/sessions/readinesswatch.h"
-#include "cli/words/dates.h"
 #include "cli/words/exitstatus.h"
 #include "cli/words/format.h"
+#include "client/sessions/datewriter.h"
 
 namespace Cli
 {
@@ -20,6 +19,8 @@ namespace
 {
 
 using Vesmar::Tester;
+using VesmarClient::DateWriter;
+using VesmarClient::InstrumentDate;
 
 constexpr VerbTexts Texts{
     "clock", "Show or set the instrument's clock",
@@ -66,14 +67,15 @@ QString DifferenceText(qint64 seconds)
 class ClockWork : public QObject
 {
 public:
-    ClockWork(Link& link, const ClockVerb& verb)
-        : _link(link), _verb(verb), _readiness(link), _writer(link.Instrument(), Clock)
+    ClockWork(Link& link, const ClockVerb& verb) : _link(link), _verb(verb), _writer(link.Instrument(), Clock)
     {
+        link.AwaitReadiness();
         connect(&link.Instrument(), &Tester::CurrentDateTimeChanged, this, [this] { _readAt = WallClock(); });
-        connect(&_readiness, &ReadinessWatch::Ready, this, [this] { Begin(); });
-        connect(&_readiness, &ReadinessWatch::FoundInUpdateMode, this,
+        connect(&link, &Link::Ready, this, [this] { Begin(); });
+        connect(&link, &Link::FoundInUpdateMode, this,
                 [this] { _link.Fail(ExitStatus::NotDone, InUpdateMode()); });
-        connect(&_writer, &DateWriter::Reported, this, [this](const QDateTime& shown) { Judge(shown); });
+        connect(&_writer, &DateWriter::Reported, this,
+                [this](const QDateTime& shown) { CheckReported(shown); });
         connect(&link, &Link::Interrupted, this,
                 [this](int signalNumber) { _link.Finish(EndedBySignal(signalNumber)); });
     }
@@ -93,7 +95,7 @@ private:
     }
 
     /// A running clock shows something else than it was set to, but not much else.
-    void Judge(const QDateTime& shown)
+    void CheckReported(const QDateTime& shown)
     {
         constexpr qint64 Tolerance = 2000;
         const qint64 deviation = _value.addMSecs(_sinceSet.elapsed()).msecsTo(AsWallClock(shown));
@@ -128,7 +130,6 @@ private:
 
     Link& _link;
     const ClockVerb& _verb;
-    ReadinessWatch _readiness;
     DateWriter _writer;
     QDateTime _readAt;
     QDateTime _value;
@@ -141,14 +142,14 @@ ClockVerb::ClockVerb(CLI::App& program) : Verb(program, Texts), _set(AddSetComma
 {
     constexpr int MostWords = 2; // with a blank in between
     _set.add_option_function<std::vector<std::string>>(
-            "DATETIME", [this](const std::vector<std::string>& words) { TakeDateTime(words); },
+            "DATETIME", [this](const std::vector<std::string>& words) { ParseWanted(words); },
             "What to set it to (default: now)")
         ->expected(0, MostWords)
         ->type_name("");
     AddConfirmTimeout(_confirmTimeout);
 }
 
-void ClockVerb::TakeDateTime(const std::vector<std::string>& words)
+void ClockVerb::ParseWanted(const std::vector<std::string>& words)
 {
     std::string text;
     for (const std::string& word : words) {

@@ -25,7 +25,7 @@ public:
     int Run() override;
 
 private:
-    void TakeDateTime(const std::vector<std::string>& words);
+    void ParseWanted(const std::vector<std::string>& words);
 
     CLI::App& _set;
     QDateTime _wanted;

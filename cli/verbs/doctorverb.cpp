@@ -10,8 +10,8 @@
 #include "cli/doctor/linerecord.h"
 #include "cli/output/event.h"
 #include "cli/output/output.h"
-#include "cli/sessions/device.h"
-#include "cli/sessions/deviceholders.h"
+#include "client/line/device.h"
+#include "client/line/deviceholders.h"
 
 namespace Cli
 {
@@ -63,7 +63,7 @@ private:
             Tell("permissions", PermissionsText(device), PermissionsJson(device));
         }
         if (device.IsCharacterDevice() && !device.IsNoTerminal()) { // Dozens hold such as /dev/null.
-            _holders = FindHolders(device.identity);
+            _holders = VesmarClient::FindHolders(device.identity);
             Tell("holders", HoldersText(_holders), HoldersJson(_holders));
         }
     }
@@ -104,7 +104,7 @@ private:
     static constexpr int Nothing = -1;
 
     bool _isJson;
-    Device _device;
+    VesmarClient::Device _device;
     DeviceHolders _holders;
     Output _output{STDOUT_FILENO, Nothing};
     Output::Result _outputResult = Output::Result::Written;

@@ -6,8 +6,9 @@
 
 #include "cli/output/event.h"
 #include "cli/output/output.h"
-#include "cli/words/errorguide.h"
+#include "cli/words/advice.h"
 #include "cli/words/format.h"
+#include "client/words/errorguide.h"
 
 namespace Cli
 {
@@ -16,6 +17,9 @@ namespace
 {
 
 using Vesmar::Error;
+using VesmarClient::Meaning;
+using VesmarClient::Name;
+using VesmarClient::NameAndNumber;
 
 constexpr VerbTexts Texts{
     "explain", "Tell what an error means and what to do", "Usage: vesmar explain [CODE|NAME] [--json]\n",
@@ -59,14 +63,14 @@ ExplainVerb::ExplainVerb(CLI::App& program) : Verb(program, Texts, Reach::Progra
 {
     Command()
         .add_option_function<std::string>(
-            "error", [this](const std::string& text) { TakeError(text); }, "The error's number or name")
+            "error", [this](const std::string& text) { ParseWanted(text); }, "The error's number or name")
         ->type_name("CODE|NAME");
 }
 
-void ExplainVerb::TakeError(const std::string& numberOrName)
+void ExplainVerb::ParseWanted(const std::string& numberOrName)
 {
     const QString given = QString::fromLocal8Bit(numberOrName.c_str());
-    _wanted = FindError(given);
+    _wanted = VesmarClient::FindError(given);
     if (!_wanted) {
         const QString complaint =
             QStringLiteral("there is no error \"%1\"; vesmar explain lists them").arg(Printable(given));
@@ -77,7 +81,7 @@ void ExplainVerb::TakeError(const std::string& numberOrName)
 int ExplainVerb::Run()
 {
     QByteArray text;
-    for (const Error error : _wanted ? QVector<Error>{*_wanted} : AllErrors()) {
+    for (const Error error : _wanted ? QVector<Error>{*_wanted} : VesmarClient::AllErrors()) {
         if (Options().isJson) {
             text += ExplanationJson(error);
         } else {

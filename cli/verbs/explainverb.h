@@ -22,7 +22,7 @@ public:
     int Run() override;
 
 private:
-    void TakeError(const std::string& numberOrName);
+    void ParseWanted(const std::string& numberOrName);
 
     std::optional<Vesmar::Error> _wanted;
 };

@@ -1,7 +1,6 @@
 #include "cli/verbs/infoverb.h"
 
 #include "cli/kit/link.h"
-#include "cli/sessions/readinesswatch.h"
 #include "cli/words/exitstatus.h"
 #include "cli/words/format.h"
 
@@ -32,10 +31,11 @@ constexpr VerbTexts Texts{
 class InfoReader : public QObject
 {
 public:
-    explicit InfoReader(Link& link) : _link(link), _readiness(link)
+    explicit InfoReader(Link& link) : _link(link)
     {
-        connect(&_readiness, &ReadinessWatch::Ready, this, [this] { ShowWithClocks(); });
-        connect(&_readiness, &ReadinessWatch::FoundInUpdateMode, this, [this] {
+        link.AwaitReadiness();
+        connect(&link, &Link::Ready, this, [this] { ShowWithClocks(); });
+        connect(&link, &Link::FoundInUpdateMode, this, [this] {
             Show(std::nullopt);
             _link.Fail(ExitStatus::NotDone, InUpdateMode());
         });
@@ -56,12 +56,14 @@ private:
         const Tester& tester = _link.Instrument();
         const Condition condition{clocks, tester.TesterMode(), tester.ErrorCode()};
         const Vesmar::TesterInformation& identity = *tester.DeviceInformation();
-        _link.Print(_link.IsJson() ? InfoJson(QDateTime::currentDateTime(), identity, condition)
-                                   : InfoText(identity, condition));
+        const QByteArray lines = _link.IsJson()
+                                     ? EventLine(QDateTime::currentDateTime(), QStringLiteral("info"),
+                                                 InfoFields(identity, condition))
+                                     : InfoText(identity, condition);
+        _link.Print(lines);
     }
 
     Link& _link;
-    ReadinessWatch _readiness;
 };
 
 } // namespace

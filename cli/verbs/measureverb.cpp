@@ -3,7 +3,6 @@
 #include <CLI/CLI.hpp>
 
 #include "cli/kit/signalwatcher.h"
-#include "cli/measure/measurementrun.h"
 #include "cli/output/output.h"
 #include "cli/words/exitstatus.h"
 

@@ -2,16 +2,10 @@
 
 #include "cli/kit/verb.h"
 #include "cli/measure/measurefunctions.h"
+#include "cli/measure/measurementrun.h"
 
 namespace Cli
 {
-
-/// How long a measurement may keep one waiting.
-struct MeasureLimits {
-    std::chrono::milliseconds prepare{10000}; ///< For preparing, and then again for starting.
-    std::chrono::milliseconds stop{15000};    ///< For stopping, and for its confirmation.
-    std::chrono::milliseconds cleanUp{5000};  ///< For a clean-up, whose end nobody tells.
-};
 
 /// `vesmar measure FUNCTION`: runs one measurement.
 class MeasureVerb : public Verb

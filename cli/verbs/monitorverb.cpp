@@ -39,7 +39,7 @@ public:
     Monitor(Link& link, std::optional<std::chrono::milliseconds> duration) : _link(link), _duration(duration)
     {
         WatchProperties();
-        connect(&link.Instrument(), &Tester::DeviceInformationChanged, this, [this] { FollowIdentity(); });
+        connect(&link.Instrument(), &Tester::DeviceInformationChanged, this, [this] { ShowConnection(); });
         connect(&link.Instrument(), &Tester::TesterModeChanged, this, [](Vesmar::OperationMode mode) {
             if (mode == Vesmar::OperationMode::Update) {
                 WriteError(InUpdateMode().message);
@@ -93,12 +93,13 @@ private:
     {
         const QDateTime now = QDateTime::currentDateTime();
         const QString name = QString::fromLatin1(property);
-        _link.Print(_link.IsJson() ? ChangeJson(now, name, value) : ChangeText(now, name, value));
+        _link.Print(_link.IsJson() ? EventLine(now, QStringLiteral("change"), ChangeFields(name, value))
+                                   : ChangeText(now, name, value));
     }
 
-    /// The identity is read when the link comes up, each time. What has not changed since is part of the
-    /// picture too; what has never been read is not.
-    void FollowIdentity()
+    /// The identity is read each time that the link comes up. Values that have not changed since are shown as
+    /// well; a value that has never been read is not.
+    void ShowConnection()
     {
         const Tester& tester = _link.Instrument();
         Report("TesterMode", Show(tester.TesterMode()));

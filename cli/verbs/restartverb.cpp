@@ -36,15 +36,16 @@ public:
         : _link(link), _confirmTimeout(confirmTimeout)
     {
         const Tester* tester = &link.Instrument();
-        connect(tester, &Tester::DeviceInformationChanged, this, [this] { FollowIdentity(); });
-        connect(tester, &Tester::ErrorCodeChanged, this, [this](Vesmar::Error error) { FollowError(error); });
+        connect(tester, &Tester::DeviceInformationChanged, this, [this] { ReceiveIdentity(); });
+        connect(tester, &Tester::ErrorCodeChanged, this,
+                [this](Vesmar::Error error) { ReceiveError(error); });
         connect(&link, &Link::Interrupted, this,
                 [this](int signalNumber) { _link.Finish(EndedBySignal(signalNumber)); });
     }
 
 private:
     /// What is asked for now comes before the identity is read again.
-    void FollowIdentity()
+    void ReceiveIdentity()
     {
         if (!_time.isValid()) {
             _link.ConfirmUp();
@@ -58,9 +59,9 @@ private:
     }
 
     /// The library passes over a restart that takes its time. A loss is more than that.
-    void FollowError(Vesmar::Error error)
+    void ReceiveError(Vesmar::Error error)
     {
-        if (_time.isValid() && IsLinkError(error)) {
+        if (_time.isValid() && VesmarClient::IsLinkError(error)) {
             _link.Fail(
                 ExitStatus::LinkLost,
                 LinkLost(QStringLiteral("It is not known whether the instrument has restarted."), error));

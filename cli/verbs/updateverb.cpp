@@ -6,7 +6,6 @@
 
 #include "cli/kit/signalwatcher.h"
 #include "cli/output/output.h"
-#include "cli/update/updaterun.h"
 #include "cli/words/exitstatus.h"
 
 namespace Cli
@@ -53,15 +52,15 @@ constexpr VerbTexts Texts{
 
 UpdateVerb::UpdateVerb(CLI::App& program) : Verb(program, Texts)
 {
-    const auto takePath = [](QString& target) {
+    const auto fillPath = [](QString& target) {
         return [&target](const std::string& path) { target = QFile::decodeName(path.c_str()); };
     };
     Command()
-        .add_option_function<std::string>("IMAGE", takePath(_update.image), "The firmware")
+        .add_option_function<std::string>("IMAGE", fillPath(_update.image), "The firmware")
         ->required()
         ->type_name("");
     Command()
-        .add_option_function<std::string>("--confirmation", takePath(_update.confirmation),
+        .add_option_function<std::string>("--confirmation", fillPath(_update.confirmation),
                                           "The file that confirms the firmware; its last two bytes are sent")
         ->required()
         ->type_name("FILE");

@@ -1,19 +1,10 @@
 #pragma once
 
-#include <QString>
-
 #include "cli/kit/verb.h"
+#include "cli/update/updaterun.h"
 
 namespace Cli
 {
-
-/// What `vesmar update` takes beside the options of the link.
-struct UpdateOptions {
-    QString image;
-    QString confirmation;
-    bool isOffline = false;
-    std::chrono::milliseconds confirmTimeout = UsualConfirmTimeout;
-};
 
 /// `vesmar update`: sends the instrument new firmware.
 class UpdateVerb : public Verb

@@ -6,9 +6,9 @@
 #include <array>
 #include <charconv>
 
-#include "cli/output/event.h"
-#include "cli/words/errorguide.h"
-#include "cli/words/readings.h"
+#include "cli/words/advice.h"
+#include "client/words/errorguide.h"
+#include "client/words/readings.h"
 
 namespace Cli
 {
@@ -18,6 +18,8 @@ namespace
 
 using Vesmar::MeasurementResults;
 using Vesmar::TesterInformation;
+using VesmarClient::Meaning;
+using VesmarClient::Reading;
 
 /// A text of the instrument's identity: its field, and what people call it.
 struct IdentityText {
@@ -61,7 +63,7 @@ Shown ShowClock(const Condition& condition, QDateTime Clocks::*clock)
 
 Shown ShowReading(float reading)
 {
-    if (!IsPresent(reading)) {
+    if (!VesmarClient::IsPresent(reading)) {
         return {QStringLiteral("-"), QJsonValue()};
     }
     const QString decimal = Decimal(reading);
@@ -92,7 +94,7 @@ Shown Show(Vesmar::Error value)
     Shown shown = Show<Vesmar::Error>(value);
     shown.text += QStringLiteral(": ") + Meaning(value);
     QJsonObject json = shown.json.toObject();
-    const ErrorAdvice advice = Advice(value);
+    const VesmarClient::ErrorAdvice advice = VesmarClient::Advice(value);
     json.insert(QStringLiteral("meaning"), Meaning(value));
     json.insert(QStringLiteral("causes"), QJsonArray::fromStringList(advice.causes));
     json.insert(QStringLiteral("nextStep"), advice.nextStep);
@@ -124,7 +126,7 @@ Shown Show(const MeasurementResults* value)
     Shown shown = Show(value->GetMeasurementType());
     QJsonObject readings;
     QString separator = QStringLiteral(": ");
-    for (const Reading& reading : ReadingsOf(*value)) {
+    for (const Reading& reading : VesmarClient::ReadingsOf(*value)) {
         const Shown number = ShowReading(reading.value);
         shown.text += separator + QLatin1String(reading.name) + QLatin1Char(' ') + number.text;
         readings.insert(QLatin1String(reading.name), number.json);
@@ -164,10 +166,9 @@ QByteArray ChangeText(const QDateTime& time, const QString& property, const Show
            Line(property, WidthOfProperties, value.text);
 }
 
-QByteArray ChangeJson(const QDateTime& time, const QString& property, const Shown& value)
+QJsonObject ChangeFields(const QString& property, const Shown& value)
 {
-    return EventLine(time, QStringLiteral("change"),
-                     {{QStringLiteral("property"), property}, {QStringLiteral("value"), value.json}});
+    return {{QStringLiteral("property"), property}, {QStringLiteral("value"), value.json}};
 }
 
 QByteArray InfoLine(const QString& label, const QString& text)
@@ -190,15 +191,13 @@ QByteArray InfoText(const TesterInformation& identity, const Condition& conditio
     return hasError ? text + AdviceText(condition.error) : text;
 }
 
-QByteArray InfoJson(const QDateTime& time, const TesterInformation& identity, const Condition& condition)
+QJsonObject InfoFields(const TesterInformation& identity, const Condition& condition)
 {
-    return EventLine(
-        time, QStringLiteral("info"),
-        {{QStringLiteral("DeviceInformation"), Show(&identity).json},
-         {QStringLiteral("CurrentDateTime"), ShowClock(condition, &Clocks::current).json},
-         {QStringLiteral("CalibrationDateTime"), ShowClock(condition, &Clocks::calibration).json},
-         {QStringLiteral("TesterMode"), Show(condition.mode).json},
-         {QStringLiteral("ErrorCode"), Show(condition.error).json}});
+    return {{QStringLiteral("DeviceInformation"), Show(&identity).json},
+            {QStringLiteral("CurrentDateTime"), ShowClock(condition, &Clocks::current).json},
+            {QStringLiteral("CalibrationDateTime"), ShowClock(condition, &Clocks::calibration).json},
+            {QStringLiteral("TesterMode"), Show(condition.mode).json},
+            {QStringLiteral("ErrorCode"), Show(condition.error).json}};
 }
 
 } // namespace Cli

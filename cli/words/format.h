@@ -13,7 +13,7 @@
 #include <Vesmar/measurementsettings.h>
 #include <Vesmar/testerinformation.h>
 
-#include "cli/words/names.h"
+#include "client/words/names.h"
 
 /// How values look, in text for people and in JSON for programs. What is formatted here ends its line.
 namespace Cli
@@ -40,8 +40,8 @@ Shown Show(const Vesmar::MeasurementResults* value);
 template <typename Enumeration, std::enable_if_t<std::is_enum_v<Enumeration>, int> = 0>
 Shown Show(Enumeration value)
 {
-    const QString name = Name(value);
-    return {NameAndNumber(value),
+    const QString name = VesmarClient::Name(value);
+    return {VesmarClient::NameAndNumber(value),
             QJsonObject{{QStringLiteral("name"), name.isEmpty() ? QJsonValue() : QJsonValue(name)},
                         {QStringLiteral("number"), static_cast<int>(value)}}};
 }
@@ -57,7 +57,8 @@ QByteArray JsonLine(const QJsonObject& object);
 
 /// A property's change, and when it was told.
 QByteArray ChangeText(const QDateTime& time, const QString& property, const Shown& value);
-QByteArray ChangeJson(const QDateTime& time, const QString& property, const Shown& value);
+/// The fields of the same change in JSON.
+QJsonObject ChangeFields(const QString& property, const Shown& value);
 
 /// The instrument's clocks as they were read.
 struct Clocks {
@@ -73,8 +74,7 @@ struct Condition {
 };
 
 QByteArray InfoText(const Vesmar::TesterInformation& identity, const Condition& condition);
-QByteArray InfoJson(const QDateTime& time, const Vesmar::TesterInformation& identity,
-                    const Condition& condition);
+QJsonObject InfoFields(const Vesmar::TesterInformation& identity, const Condition& condition);
 
 /// One labelled line for people, as `info` shows them.
 QByteArray InfoLine(const QString& label, const QString& text);

@@ -10,8 +10,8 @@ namespace Vesmar
 namespace
 {
 
-constexpr unsigned long PauseInCalibrationModeMs = 500;
-constexpr unsigned long PauseAfterCalibrationModeMs = 2000;
+constexpr unsigned long CalibrationModePauseMs = 500;
+constexpr unsigned long RestartPauseMs = 2000;
 
 } // namespace
 
@@ -22,26 +22,26 @@ TesterConfigurationState::TesterConfigurationState(StateMachineContext* context,
 
 void TesterConfigurationState::OnRunning()
 {
-    // The first request that fails ends the step.
-    const bool isLinkGood = ReadDeviceInformationIfRequested() && WriteCurrentDateTimeIfRequested() &&
-                            WriteCalibrationDateTimeIfRequested() && ReadCurrentDateTimeIfRequested();
-    if (isLinkGood) {
-        ReadCalibrationDateTimeIfRequested();
+    // The first one that fails ends the step.
+    const bool isServed = ServeDeviceInformation() && ServeCurrentDateTimeConfiguration() &&
+                          ServeCalibrationDateTimeConfiguration() && ServeCurrentDateTime();
+    if (isServed) {
+        ServeCalibrationDateTime();
     }
 }
 
-bool TesterConfigurationState::ReadDeviceInformationIfRequested()
+bool TesterConfigurationState::ServeDeviceInformation()
 {
     return !GetContext()->DeviceInformationRequested.TestAndClear() || RequestVersion();
 }
 
-bool TesterConfigurationState::WriteCurrentDateTimeIfRequested()
+bool TesterConfigurationState::ServeCurrentDateTimeConfiguration()
 {
     return !GetContext()->CurrentDateTimeConfigurationRequested.TestAndClear() ||
            ConfigureCurrentDateTime(GetContext()->CurrentDateTime.Get());
 }
 
-bool TesterConfigurationState::WriteCalibrationDateTimeIfRequested()
+bool TesterConfigurationState::ServeCalibrationDateTimeConfiguration()
 {
     if (!GetContext()->CalibrationDateTimeConfigurationRequested.TestAndClear()) {
         return true;
@@ -49,23 +49,23 @@ bool TesterConfigurationState::WriteCalibrationDateTimeIfRequested()
     if (!ChangeTesterMode(OperationMode::Calibration)) {
         return false;
     }
-    QThread::msleep(PauseInCalibrationModeMs);
+    QThread::msleep(CalibrationModePauseMs);
     if (!ConfigureCalibrationDateTime(GetContext()->CalibrationDateTime.Get())) {
-        return false; // The instrument stays in calibration mode, and the machine restarts it.
+        return false; // Still in calibration mode, out of which the machine restarts the instrument.
     }
     if (!ChangeTesterMode(OperationMode::Normal)) {
         return false;
     }
-    QThread::msleep(PauseAfterCalibrationModeMs);
+    QThread::msleep(RestartPauseMs);
     return true;
 }
 
-bool TesterConfigurationState::ReadCurrentDateTimeIfRequested()
+bool TesterConfigurationState::ServeCurrentDateTime()
 {
     return !GetContext()->CurrentDateTimeRequested.TestAndClear() || RequestCurrentDateTime();
 }
 
-void TesterConfigurationState::ReadCalibrationDateTimeIfRequested()
+void TesterConfigurationState::ServeCalibrationDateTime()
 {
     if (GetContext()->CalibrationDateTimeRequested.TestAndClear()) {
         RequestCalibrationDateTime();

@@ -26,7 +26,7 @@ void HVTestContinuousMeasurementRunningState::OnEntry()
 
 void HVTestContinuousMeasurementRunningState::OnRunning()
 {
-    PollContinuousMeasurement();
+    FollowContinuousMeasurement();
 }
 
 } // namespace Vesmar

@@ -8,57 +8,51 @@ namespace Vesmar
 /// The base of every state of a residual-current device test: the exchanges of such a test, each sent once,
 /// and the budgets of attempts.
 ///
-/// An exchange returns its `QueryResult` and raises no flag: the state decides what a failure means. Each
-/// state resets the counters when it is entered.
+/// An exchange returns what became of it, a `QueryResult`, and raises no flag: what a failure means is for
+/// the state to decide. Each state resets the counters when it is entered.
 class RCDState : public State
 {
 public:
     RCDState(StateMachineContext* context, State* parentState, QObject* parent,
              const char* banner = "RCDState ");
 
-    /// Publishes the status, with the instrument's error as one of 520 to 534 in `ErrorCode`.
+    /// The status into the cells, with the instrument's error as one of 520 to 534 in `ErrorCode`.
     int RequestRCDStatus(int timeoutMs);
-    /// Publishes the status, but writes the error to `*error`, which stays as it is when no RCD status comes.
+    /// As above, but the error goes to `*error`, which is left alone when no RCD status comes.
     int RequestRCDStatus(int timeoutMs, Error* error);
     int PrepareRCDMeasurement(MeasurementSettings& settings, int timeoutMs);
     int StartRCDMeasurement(int timeoutMs);
-    /// Writes to `ErrorCode` what is wrong with the object under test.
+    /// What is wrong with the object under test, into `ErrorCode`.
     int RequestRCDCheckObjectError(int timeoutMs);
-    /// Writes to `*error` what is wrong with the object under test. Returns 1 when data came; otherwise
-    /// `*error` stays as it is.
+    /// As above, into `*error`. Returns 1 when an answer came; otherwise `*error` is left alone.
     int RequestRCDCheckObjectError(int timeoutMs, Error* error);
 
-    /// Collects the frames that the instrument sends by itself while a test runs: status frames, which are
-    /// published, and the result frame. Returns the result frame, a status frame that says that the function
-    /// was terminated, or an empty array once the line has been silent for this time. The caller deletes the
-    /// array.
+    /// Collects what the instrument sends by itself while a test runs: status frames, which are parsed, and
+    /// the result frame. Returns the result frame, a status frame that says that the function was terminated,
+    /// or an empty array once the line stays silent for so long. The caller deletes it.
     QByteArray* AwaitResults(int timeoutMs);
-    /// Wait for results and publish them. True when results were published. `*received` is true also when a
-    /// status frame said that the function was terminated.
+    /// True when results came and were published. `*received` is true also when only the end came.
     bool AwaitUbReResults(int timeoutMs, bool* received);
     bool AwaitIaTaResults(int timeoutMs, bool* received);
 
-    /// Clears `ErrorCode` if it holds an error of the object under test, 500 to 507. It belongs to the
-    /// interface; no state calls it.
+    /// Forgets an error of the object under test, 500 to 507; any other stays.
     void ClearCheckObjectError();
 
 protected:
     void ResetAttempts();
-    /// Requests the status, counts the attempt, and pauses if the exchange was refused or damaged.
+    /// A status request that counts and, where trying again may help, pauses.
     int AttemptStatus();
-    /// Prepares the test of the present settings, counts the attempt, and pauses if the exchange was refused
-    /// or damaged.
+    /// The same for the preparation of the present settings.
     int AttemptPrepare();
-    /// Waits as long as before another attempt and between polls.
+    /// The pause before a refused or damaged exchange is tried again, and between polls.
     void Pause() const;
-    /// Pauses if the exchange was refused or damaged.
+    /// Pauses when trying again may help.
     void PauseIfRetryable(int result) const;
-    /// Whether the exchange was refused or damaged, so that another attempt may succeed.
     static bool IsRetryable(int result);
-    /// Whether the last status, which was one without a function, allows an RCD test.
+    /// Whether the last status, one without a function, allows an RCD test.
     bool HasPassedStartTest() const;
 
-    // The budgets of requests, and how much of each has been used.
+    // Budgets of requests, and what has been used of them.
     int _maxStatusAttempts = 9;
     int _statusAttempts = 0;
     int _maxPrepareAttempts = 3;
@@ -73,7 +67,7 @@ protected:
 
 private:
     bool Collect(QByteArray& collected, int timeoutMs);
-    QByteArray FindFinalFrame(QByteArray& collected);
+    QByteArray TakeFinalFrame(QByteArray& collected);
 };
 
 } // namespace Vesmar

@@ -43,8 +43,10 @@ void RCDUbRePreparation::ContinuePreparation(MeasurementState status)
 
 void RCDUbRePreparation::BeginPreparation()
 {
-    if (!GetContext()->PrepareMeasurementRequested.Get() ||
-        (GetContext()->ErrorCode.Get() != Error::NoErrors && !StopFunction())) {
+    if (!GetContext()->PrepareMeasurementRequested.Get()) {
+        return;
+    }
+    if (GetContext()->ErrorCode.Get() != Error::NoErrors && !StopFunction()) {
         return;
     }
     _statusAttempts = 0;
@@ -59,7 +61,9 @@ void RCDUbRePreparation::AwaitReadiness()
         GetContext()->ErrorCode.Set(Error::RCDIdleStatusAttemptsExhausted);
         GetContext()->StartTestStatus.Set(StartTestResult::Unknown);
         WithdrawPreparation();
-    } else if (AttemptStatus() == QueryResult::Data) {
+        return;
+    }
+    if (AttemptStatus() == QueryResult::Data) {
         DecideByReadiness();
     }
 }
@@ -86,7 +90,9 @@ void RCDUbRePreparation::Prepare()
 {
     if (_prepareAttempts >= _maxPrepareAttempts) {
         Fail(Error::PrepareFailed);
-    } else if (AttemptPrepare() == QueryResult::Acknowledged) {
+        return;
+    }
+    if (AttemptPrepare() == QueryResult::Acknowledged) {
         GetContext()->MeasurementStatus.Set(MeasurementState::Idle);
         GetContext()->PrepareMeasurementRequested.Set(false);
     }

@@ -4,7 +4,6 @@
 #include <QThread>
 
 #include "link/commandbuilder.h"
-#include "link/trace.h"
 
 namespace Vesmar
 {
@@ -52,25 +51,25 @@ void UpdatingState::OnRunning()
 void UpdatingState::RunUpdate()
 {
     if (_update->image.size() % SectorSize != 0) {
-        Fail(Error::UpdateDataInvalid, QStringLiteral("Update data is invalid."));
+        Fail(Error::UpdateDataInvalid, "Update data is invalid.");
         return;
     }
     if (_update->confirmation.size() < ConfirmationSize) {
-        Fail(Error::UpdateConfirmationDataInvalid, QStringLiteral("Update confirmation data is invalid."));
+        Fail(Error::UpdateConfirmationDataInvalid, "Update confirmation data is invalid.");
         return;
     }
     if (!InitializeUpdate()) {
-        Fail(Error::UpdateInitializationFailed, QStringLiteral("Update initialization error."));
+        Fail(Error::UpdateInitializationFailed, "Update initialization error.");
         return;
     }
-    Trace::WriteIn(Trace::Colour::Red, QStringLiteral("Iinitialization update OK."));
+    qWarning("\033[0;31mIinitialization update OK.\033[0m");
     GetContext()->OperationStatus.Set(OperationState::InProgress);
     if (!ProgramImage(_update->image)) {
-        Fail(Error::UpdateInitializationFailed, QStringLiteral("Sector data transfer issues."));
+        Fail(Error::UpdateInitializationFailed, "Sector data transfer issues.");
         return;
     }
     if (!FinishUpdate()) {
-        Fail(Error::UpdateConfirmationFailed, QStringLiteral("Confirmation error."));
+        Fail(Error::UpdateConfirmationFailed, "Confirmation error.");
         return;
     }
     QThread::msleep(InstallationPauseMs);
@@ -116,10 +115,10 @@ bool UpdatingState::ProgramImage(const QByteArray& image)
     return true;
 }
 
-void UpdatingState::Fail(Error error, const QString& message)
+void UpdatingState::Fail(Error error, const char* message)
 {
     GetContext()->ErrorCode.Set(error);
-    Trace::WriteIn(Trace::Colour::Red, QStringLiteral("UPDATE ERROR - ") + message);
+    qWarning("\033[0;31mUPDATE ERROR - %s\033[0m", message);
 }
 
 } // namespace Vesmar

@@ -1,0 +1,159 @@
+#include "cli/kit/failure.h"
+
+#include <Vesmar/serialdevice.h>
+
+#include "client/words/names.h"
+
+namespace Cli
+{
+
+namespace
+{
+
+using Vesmar::Error;
+using VesmarClient::LinkFailure;
+using VesmarClient::ReasonForLoss;
+using VesmarClient::Situation;
+
+QString Device()
+{
+    return QString::fromLatin1(Vesmar::SerialDevicePath);
+}
+
+/// "10 s", "0.5 s".
+QString Seconds(std::chrono::milliseconds time)
+{
+    return QString::number(static_cast<double>(time.count()) / 1000.0) + QStringLiteral(" s");
+}
+
+Failure DeviceMissing()
+{
+    return {QStringLiteral("device-missing"),
+            QStringLiteral("The serial device %1 does not exist. Check that the board's serial line has "
+                           "this name, or try it without an instrument: "
+                           "vesmar-simulator run -- vesmar info")
+                .arg(Device())};
+}
+
+Failure NoPermission()
+{
+    return {QStringLiteral("no-permission"),
+            QStringLiteral("No permission to open the serial device %1. Join the group that owns it "
+                           "(usually: sudo usermod -a -G dialout \"$USER\") and log in again.")
+                .arg(Device())};
+}
+
+Failure DeviceUnusable(int openError)
+{
+    return {QStringLiteral("device-unusable"),
+            QStringLiteral("The serial device %1 cannot be opened: %2. Check the line and its driver, "
+                           "and whether another program holds the device.")
+                .arg(Device(), qt_error_string(openError))};
+}
+
+Failure Refused()
+{
+    return {QStringLiteral("refused"),
+            QStringLiteral("The instrument refuses every request. Switch it off and on again, and check "
+                           "that it is of the right kind."),
+            Error::RequestRefused};
+}
+
+Failure Damaged()
+{
+    return {QStringLiteral("damaged"),
+            QStringLiteral("The instrument's answers arrive damaged. Check the cable and its shield, and "
+                           "that no other program uses the line."),
+            Error::InvalidResponse};
+}
+
+Failure WrongMode(Vesmar::OperationMode mode)
+{
+    return {QStringLiteral("wrong-mode"),
+            QStringLiteral("The instrument answers, but does not leave its mode %1. Switch it off and "
+                           "on again.")
+                .arg(VesmarClient::NameAndNumber(mode))};
+}
+
+Failure FellSilent()
+{
+    return {QStringLiteral("no-answer"),
+            QStringLiteral("The instrument answered, but fell silent. Check cable and power, and start "
+                           "again."),
+            Error::NoResponse};
+}
+
+Failure Incomplete(const QString& waited)
+{
+    return {QStringLiteral("incomplete"),
+            QStringLiteral("The instrument answers, but its clocks could not be read within %1. Check the "
+                           "cable, and give it more time with --timeout.")
+                .arg(waited)};
+}
+
+Failure NoProperAnswer(const QString& waited)
+{
+    return {QStringLiteral("no-proper-answer"),
+            QStringLiteral("The instrument gave no proper answer within %1: it refuses, answers damaged "
+                           "or falls silent. Check cable and power; --timeout 30 finds out which.")
+                .arg(waited)};
+}
+
+Failure NoAnswer(const QString& waited, Error error)
+{
+    return {QStringLiteral("no-answer"),
+            QStringLiteral("The instrument did not answer within %1. Check that it is switched on and the "
+                           "cable is plugged in, or try it without an instrument: "
+                           "vesmar-simulator run -- vesmar info")
+                .arg(waited),
+            ReasonForLoss(error)};
+}
+
+} // namespace
+
+Failure LinkNotUp(const Situation& situation, std::chrono::milliseconds waited)
+{
+    switch (VesmarClient::Diagnose(situation)) {
+    case LinkFailure::DeviceMissing:
+        return DeviceMissing();
+    case LinkFailure::NoPermission:
+        return NoPermission();
+    case LinkFailure::DeviceUnusable:
+        return DeviceUnusable(situation.openError);
+    case LinkFailure::UpdateMode:
+        return InUpdateMode();
+    case LinkFailure::Refused:
+        return Refused();
+    case LinkFailure::Damaged:
+        return Damaged();
+    case LinkFailure::WrongMode:
+        return WrongMode(situation.mode);
+    case LinkFailure::FellSilent:
+        return FellSilent();
+    case LinkFailure::Incomplete:
+        return Incomplete(Seconds(waited));
+    case LinkFailure::NoProperAnswer:
+        return NoProperAnswer(Seconds(waited));
+    case LinkFailure::NoAnswer:
+        break;
+    }
+    return NoAnswer(Seconds(waited), situation.error);
+}
+
+Failure InUpdateMode()
+{
+    return {QStringLiteral("update-mode"),
+            QStringLiteral("The instrument is in update mode (%1) and waits for firmware; run "
+                           "vesmar update IMAGE --confirmation FILE.")
+                .arg(static_cast<int>(Vesmar::OperationMode::Update)),
+            Error::NoErrors, Ending::Outcome::UpdateMode};
+}
+
+Failure LinkLost(const QString& notDone, Error error)
+{
+    return {QStringLiteral("link-lost"),
+            notDone + QStringLiteral(" The link to it was lost; check cable and power, and try again."),
+            ReasonForLoss(error), Ending::Outcome::LinkLost};
+}
+
+} // namespace Cli

@@ -1,0 +1,116 @@
+#include "client/line/deviceholders.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <sys/sysmacros.h>
+#include <unistd.h>
+
+namespace VesmarClient
+{
+
+namespace
+{
+
+constexpr unsigned int FirstPseudoTerminalMajor = 136;
+constexpr unsigned int LastPseudoTerminalMajor = 143;
+constexpr unsigned int MinorsPerMajor = 256;
+constexpr unsigned int MultiplexerMajor = 5;
+constexpr unsigned int MultiplexerMinor = 2;
+
+bool IsPseudoTerminal(const struct stat& device)
+{
+    return ::major(device.st_rdev) >= FirstPseudoTerminalMajor &&
+           ::major(device.st_rdev) <= LastPseudoTerminalMajor;
+}
+
+unsigned int PseudoTerminalNumber(const struct stat& device)
+{
+    return (::major(device.st_rdev) - FirstPseudoTerminalMajor) * MinorsPerMajor + ::minor(device.st_rdev);
+}
+
+/// Each file system of pseudo-terminals numbers its own from 0.
+bool IsSameDevice(const struct stat& device, const struct stat& other)
+{
+    return S_ISCHR(other.st_mode) && other.st_rdev == device.st_rdev &&
+           (!IsPseudoTerminal(device) || other.st_dev == device.st_dev);
+}
+
+QByteArray ContentOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// Looks through what one program has open.
+class ProcessLook
+{
+public:
+    ProcessLook(const QString& folder, const struct stat& device) : _folder(folder), _device(device)
+    {
+        const QDir descriptors(folder + QStringLiteral("/fd"));
+        // Links that lead to no file, as of a socket, are only listed as something of the system.
+        for (const QString& descriptor :
+             descriptors.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)) {
+            LookAt(descriptor);
+        }
+    }
+
+    bool IsHolder() const { return _hasDevice && !_hasOtherEnd; }
+
+private:
+    void LookAt(const QString& descriptor)
+    {
+        struct stat file = {};
+        const QByteArray path = QFile::encodeName(_folder + QStringLiteral("/fd/") + descriptor);
+        if (::stat(path.constData(), &file) == 0) {
+            _hasDevice = _hasDevice || IsSameDevice(_device, file);
+            _hasOtherEnd = _hasOtherEnd || IsOtherEnd(file, descriptor);
+        }
+    }
+
+    bool IsOtherEnd(const struct stat& file, const QString& descriptor) const
+    {
+        if (!IsPseudoTerminal(_device) || file.st_rdev != ::makedev(MultiplexerMajor, MultiplexerMinor)) {
+            return false;
+        }
+        const QByteArray number = "tty-index:\t" + QByteArray::number(PseudoTerminalNumber(_device));
+        return ContentOf(_folder + QStringLiteral("/fdinfo/") + descriptor).split('\n').contains(number);
+    }
+
+    QString _folder;
+    const struct stat& _device;
+    bool _hasDevice = false;
+    bool _hasOtherEnd = false;
+};
+
+bool IsUnreadable(const QString& folder)
+{
+    const QFileInfo descriptors(folder + QStringLiteral("/fd"));
+    return descriptors.exists() && !descriptors.isReadable();
+}
+
+} // namespace
+
+DeviceHolders FindHolders(const struct stat& device)
+{
+    DeviceHolders holders;
+    holders.isComplete = ::geteuid() == 0;
+    for (const QString& name : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        bool isProcess = false;
+        const pid_t process = name.toInt(&isProcess);
+        if (!isProcess || process == ::getpid()) {
+            continue;
+        }
+        const QString folder = QStringLiteral("/proc/") + name;
+        holders.isComplete = holders.isComplete && !IsUnreadable(folder);
+        if (ProcessLook(folder, device).IsHolder()) {
+            const QString program =
+                QString::fromLocal8Bit(ContentOf(folder + QStringLiteral("/comm")).trimmed());
+            holders.programs.append({process, program});
+        }
+    }
+    return holders;
+}
+
+} // namespace VesmarClient

@@ -1,0 +1,45 @@
+#include "client/sessions/datewriter.h"
+
+namespace VesmarClient
+{
+
+namespace
+{
+
+constexpr std::chrono::milliseconds PauseBetweenQuestions{200};
+
+} // namespace
+
+using Vesmar::Tester;
+
+DateWriter::DateWriter(Tester& tester, const InstrumentDate& date) : _tester(tester), _date(date)
+{
+    connect(&_askAgain, &QTimer::timeout, this, &DateWriter::Ask);
+}
+
+void DateWriter::Set(const QDateTime& value)
+{
+    _value = value;
+    connect(&_tester, _date.changed, this, &DateWriter::ReceiveDate);
+    connect(&_tester, &Tester::DeviceInformationChanged, this,
+            [this] { _askAgain.start(PauseBetweenQuestions); });
+    (_tester.*_date.configure)(value);
+    _tester.RetrieveDeviceInformation();
+}
+
+void DateWriter::Ask()
+{
+    (_tester.*_date.retrieve)();
+}
+
+void DateWriter::ReceiveDate(const QDateTime& value)
+{
+    if (value == _value) {
+        return;
+    }
+    _askAgain.stop();
+    _tester.disconnect(this);
+    Q_EMIT Reported(value);
+}
+
+} // namespace VesmarClient

@@ -1,0 +1,255 @@
+#include "client/sessions/measurementsession.h"
+
+#include <algorithm>
+
+#include "client/line/diagnosis.h"
+
+namespace VesmarClient
+{
+
+namespace
+{
+
+using Vesmar::Error;
+using Vesmar::FunctionState;
+using Vesmar::MeasurementState;
+using Vesmar::MeasurementType;
+
+/// One with which the library itself ends a measurement.
+bool IsMeasurementError(Error error)
+{
+    return error >= Error::PrepareFailed && error <= Error::MeasurementFailed;
+}
+
+/// The library has ended the measurement. It goes on to wait for the next one by itself.
+bool IsOver(MeasurementState status)
+{
+    return status == MeasurementState::Stopped || status == MeasurementState::Preparing;
+}
+
+} // namespace
+
+MeasurementSession::MeasurementSession(MeasurementType function, bool isSingle, std::optional<int> seconds)
+    : _activeFunction(function == MeasurementType::IEC ? MeasurementType::RLN : function),
+      _isSingle(isSingle),
+      _seconds(seconds)
+{
+}
+
+MeasurementSession::Action MeasurementSession::Observe(const MeasurementPicture& picture)
+{
+    if (IsLinkLost(picture)) {
+        return LoseLink();
+    }
+    switch (_phase) {
+    case Phase::AwaitingIdle:
+        return ObserveIdle(picture);
+    case Phase::Preparing:
+    case Phase::Checking:
+    case Phase::AwaitingMains:
+        return ObservePreparing(picture);
+    case Phase::Starting:
+    case Phase::Running:
+        return ObserveMeasuring(picture);
+    case Phase::Stopping:
+        return ObserveStopping(picture);
+    case Phase::Leaving:
+        return ObserveLeaving(picture);
+    case Phase::CleaningUp:
+    case Phase::Ended:
+        break;
+    }
+    return Action::None;
+}
+
+/// A loss that was over before it could be seen still shows: the library leaves measurement mode over it.
+bool MeasurementSession::IsLinkLost(const MeasurementPicture& picture) const
+{
+    switch (_phase) {
+    case Phase::AwaitingIdle:
+        return IsLinkError(picture.error);
+    case Phase::Preparing:
+    case Phase::Checking:
+    case Phase::AwaitingMains:
+    case Phase::Starting:
+    case Phase::Running:
+    case Phase::Stopping:
+    case Phase::CleaningUp:
+        return IsLinkError(picture.error) || !picture.isModeActive;
+    case Phase::Leaving:
+    case Phase::Ended:
+        break;
+    }
+    return false;
+}
+
+/// The first one is kept: the next status takes it away again, and what follows follows from it.
+void MeasurementSession::RecordError(Error error)
+{
+    if (_error == Error::NoErrors) {
+        _error = error;
+    }
+}
+
+MeasurementSession::Action MeasurementSession::ObserveIdle(const MeasurementPicture& picture)
+{
+    if (picture.function != MeasurementType::Monitoring) {
+        return Action::None;
+    }
+    _phase = Phase::Preparing;
+    return FirstAction();
+}
+
+MeasurementSession::Action MeasurementSession::FirstAction() const
+{
+    return Action::Prepare;
+}
+
+MeasurementSession::Action MeasurementSession::ObservePreparing(const MeasurementPicture& picture)
+{
+    const bool hasFailed = IsMeasurementError(picture.error) ||
+                           picture.status == MeasurementState::Stopping ||
+                           picture.status == MeasurementState::Stopped;
+    const bool isPrepared = picture.status == MeasurementState::Prepared &&
+                            picture.functionStatus == FunctionState::Prepared &&
+                            picture.function == _activeFunction;
+    if (!hasFailed && !isPrepared) {
+        return Action::None;
+    }
+    RecordError(picture.error);
+    if (hasFailed || picture.error != Error::NoErrors) { // an instrument that reports an error is not started
+        return Fail(_error != Error::NoErrors ? Reason::Error : Reason::NoResult, Action::Abort);
+    }
+    _phase = Phase::Starting;
+    return Action::Start;
+}
+
+MeasurementSession::Action MeasurementSession::ObserveMeasuring(const MeasurementPicture& picture)
+{
+    RecordError(picture.error);
+    _secondsRun = std::max(_secondsRun, picture.seconds);
+    const bool isMeasuring = picture.status == MeasurementState::Measuring ||
+                             (_isSingle && picture.status == MeasurementState::Running);
+    if (isMeasuring && IsFunctionLost(picture)) {
+        // Not with an abort: the library would wait for the state of a function that no status tells of any
+        // more.
+        return Fail(Reason::FunctionLost, Action::Leave);
+    }
+    if (isMeasuring) {
+        _phase = Phase::Running;
+    } else if (picture.status == MeasurementState::Stopping || IsOver(picture.status)) {
+        Decide(picture);
+        _phase = Phase::Stopping;
+        return ObserveStopping(picture);
+    }
+    return Action::None;
+}
+
+/// The library goes on to read for as long as there is something new, be it the mains. A single function may
+/// be over once its result is there.
+bool MeasurementSession::IsFunctionLost(const MeasurementPicture& picture) const
+{
+    return picture.function != _activeFunction && !(_isSingle && picture.hasResult);
+}
+
+MeasurementSession::Action MeasurementSession::ObserveStopping(const MeasurementPicture& picture)
+{
+    return IsOver(picture.status) ? LeaveWith(Action::Leave) : Action::None;
+}
+
+MeasurementSession::Action MeasurementSession::ObserveLeaving(const MeasurementPicture& picture)
+{
+    if (!_isIdentityRead || picture.function != MeasurementType::Monitoring) {
+        return Action::None;
+    }
+    _isStopConfirmed = true;
+    _phase = Phase::Ended;
+    return Action::Finish;
+}
+
+MeasurementSession::Action MeasurementSession::IdentityRead(const MeasurementPicture& picture)
+{
+    _isIdentityRead = _phase == Phase::Leaving;
+    return Observe(picture);
+}
+
+MeasurementSession::Action MeasurementSession::Abort()
+{
+    if (_outcome != Outcome::None) { // it is ending already
+        return Action::None;
+    }
+    _outcome = Outcome::Aborted;
+    return LeaveWith(Action::Abort);
+}
+
+MeasurementSession::Action MeasurementSession::TimeOver()
+{
+    switch (_phase) {
+    case Phase::AwaitingIdle:
+        _phase = Phase::Ended;
+        return Fail(Reason::OtherFunction, Action::Finish);
+    case Phase::Preparing:
+        return Fail(Reason::NotPrepared, Action::Abort);
+    case Phase::Starting:
+        return Fail(Reason::NotStarted, Action::Abort);
+    case Phase::Stopping:
+        return LeaveWith(Action::Leave);
+    case Phase::Leaving:
+        _phase = Phase::Ended;
+        return Action::Finish;
+    case Phase::Checking:
+    case Phase::AwaitingMains:
+    case Phase::Running:
+    case Phase::CleaningUp:
+    case Phase::Ended:
+        break;
+    }
+    return Action::None;
+}
+
+MeasurementSession::Action MeasurementSession::LoseLink()
+{
+    if (_outcome == Outcome::None) {
+        _outcome = Outcome::LinkLost;
+        _lostIn = _phase;
+    }
+    return LeaveWith(Action::Leave);
+}
+
+MeasurementSession::Action MeasurementSession::Fail(Reason reason, Action action)
+{
+    _outcome = Outcome::Failed;
+    _reason = reason;
+    const bool isLeft = action == Action::Abort || action == Action::Leave;
+    return isLeft ? LeaveWith(action) : action;
+}
+
+MeasurementSession::Action MeasurementSession::FailWith(Error error, Action action)
+{
+    RecordError(error);
+    return Fail(Reason::Error, action);
+}
+
+MeasurementSession::Action MeasurementSession::Complete()
+{
+    _outcome = Outcome::Completed;
+    return LeaveWith(Action::Leave);
+}
+
+void MeasurementSession::Decide(const MeasurementPicture& picture)
+{
+    const bool isTimeUp = _isSingle || (_seconds && _secondsRun >= *_seconds);
+    if (isTimeUp && picture.hasResult && _error == Error::NoErrors) {
+        _outcome = Outcome::Completed;
+        return;
+    }
+    Fail(_error != Error::NoErrors ? Reason::Error : Reason::NoResult, Action::None);
+}
+
+MeasurementSession::Action MeasurementSession::LeaveWith(Action action)
+{
+    _phase = Phase::Leaving;
+    return action;
+}
+
+} // namespace VesmarClient

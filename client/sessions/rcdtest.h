@@ -1,0 +1,30 @@
+#pragma once
+
+#include <array>
+
+#include <Vesmar/measurementsettings.h>
+
+namespace VesmarClient
+{
+
+/// The tests of a residual-current device that the library leads in ways of their own.
+enum class RcdTest { UbRe, IaTa, IecIaTa, CleanUp };
+
+/// A mode of such a test.
+struct RcdMode {
+    const char* name; ///< On the command line.
+    int number;       ///< In the settings.
+    RcdTest test;
+};
+
+using RcdModes = std::array<RcdMode, 3>;
+
+constexpr RcdModes ModesOfRcd{
+    {{"ub-re", 0, RcdTest::UbRe}, {"ia-ta-1", 1, RcdTest::IaTa}, {"ia-ta-2", 2, RcdTest::IaTa}}};
+constexpr RcdModes ModesOfRcdIec{
+    {{"ia-ta-1", 1, RcdTest::IecIaTa}, {"ia-ta-2", 2, RcdTest::IecIaTa}, {"clean-up", 3, RcdTest::CleanUp}}};
+
+/// The mode of the settings; null where none is set, and for those of any other function.
+const RcdMode* RcdModeOf(const Vesmar::MeasurementSettings& settings);
+
+} // namespace VesmarClient

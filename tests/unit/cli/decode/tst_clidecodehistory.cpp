@@ -1,0 +1,493 @@
+#include "cli/decode/decodehistory.h"
+
+#include <QJsonArray>
+#include <QtTest>
+
+#include <algorithm>
+
+#include "cli/decode/decodesummary.h"
+#include "unit/cli/decode/logfiles.h"
+
+using Cli::DecodedEvent;
+using Cli::DecodeSummary;
+using Outcome = Cli::DecodedEvent::Outcome;
+
+Q_DECLARE_METATYPE(Cli::DecodedEvent::Outcome)
+Q_DECLARE_METATYPE(QList<Vesmar::Error>)
+
+namespace
+{
+
+QByteArray Answered(const char* time, const char* answer = "00f5babf[4b]", const char* request = "73f44e")
+{
+    return QByteArray(time) + "  " + request + ' ' + answer;
+}
+
+QByteArray Silent(const char* time)
+{
+    return Answered(time, "[0b] No response");
+}
+
+QByteArray Entering(const char* state)
+{
+    return QByteArray("<<<                              ENTERING ") + state + " STATE ";
+}
+
+QList<Vesmar::Error> ErrorsOf(const QByteArrayList& lines)
+{
+    DecodeSummary summary;
+    for (const DecodedEvent& event : EventsOf(lines)) {
+        summary.Take(event);
+    }
+    QList<Vesmar::Error> errors;
+    for (const QJsonValue& found : summary.Fields().value(QLatin1String("errors")).toArray()) {
+        const QJsonObject code = found.toObject().value(QLatin1String("ErrorCode")).toObject();
+        errors.append(static_cast<Vesmar::Error>(code.value(QLatin1String("number")).toInt()));
+    }
+    return errors;
+}
+
+/// Status requests of one link recovery, a second apart.
+QByteArrayList Checks(int count, const char* answer)
+{
+    QByteArrayList lines;
+    for (int i = 0; i < count; ++i) {
+        const QByteArray time =
+            QTime(12, 0, 0).addSecs(i).toString(QStringLiteral("HH:mm:ss.zzz")).toLatin1();
+        lines.append(Answered(time.constData(), answer));
+    }
+    return lines;
+}
+
+} // namespace
+
+class TestCliDecodeHistory : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void BoundsTheTime_data();
+    void BoundsTheTime();
+    void CountsAttempts();
+    void CountsAttemptsOfStates();
+    void TellsWhatTheLinkRepeats_data();
+    void TellsWhatTheLinkRepeats();
+    void StopInATestGoesTheLinksWay();
+    void TellsCutFromSilent_data();
+    void TellsCutFromSilent();
+    void KeepsTheOrderOfWhatItHoldsBack();
+    void FindsContradictions_data();
+    void FindsContradictions();
+    void FollowsTheFunction();
+    void NumbersSectors();
+    void JoinsPieces();
+    void PartsGluedFrames();
+    void LooksAtNothingBehindTheEndOfATest();
+    void CountsLinks();
+    void FindsErrors_data();
+    void FindsErrors();
+    void FindsErrorsOfMeasurements_data();
+    void FindsErrorsOfMeasurements();
+};
+
+void TestCliDecodeHistory::BoundsTheTime_data()
+{
+    QTest::addColumn<QByteArrayList>("lines");
+    QTest::addColumn<int>("within");
+    constexpr int Unknown = -1;
+    QTest::newRow("first line") << QByteArrayList{Answered("12:00:00.100")} << Unknown;
+    QTest::newRow("after an exchange")
+        << QByteArrayList{Answered("12:00:00.100"), Answered("12:00:00.115")} << 6;
+    QTest::newRow("after a failure") << QByteArrayList{Answered("12:00:00.100", "214334[3b] NACK"),
+                                                       Answered("12:00:00.305")}
+                                     << 6;
+    QTest::newRow("after an acknowledge in words")
+        << QByteArrayList{Answered("12:00:00.100", "06c660[3b] ACK", "53966a"), "12:00:00.101 Function run.",
+                          Answered("12:00:00.115")}
+        << 5;
+    QTest::newRow("after opening") << QByteArrayList{"12:00:00.100 Transciever::Open",
+                                                     Answered("12:00:00.115")}
+                                   << 16;
+    QTest::newRow("after something unasked")
+        << QByteArrayList{"12:00:00.100 ReadingBuffer: 0af73370", Answered("12:00:00.115")} << 16;
+    QTest::newRow("less than the pause")
+        << QByteArrayList{Answered("12:00:00.100"), Answered("12:00:00.101")} << 1;
+    QTest::newRow("over midnight") << QByteArrayList{Answered("23:59:59.995"), Answered("00:00:00.015")}
+                                   << 11;
+    QTest::newRow("clock set back") << QByteArrayList{Answered("12:00:00.100"), Answered("12:00:00.099")}
+                                    << Unknown;
+}
+
+void TestCliDecodeHistory::BoundsTheTime()
+{
+    QFETCH(const QByteArrayList, lines);
+    QFETCH(const int, within);
+    QCOMPARE(EventsOf(lines).last().within.value_or(-1), within);
+}
+
+void TestCliDecodeHistory::CountsAttempts()
+{
+    const auto events = EventsOf({Silent("12:00:05.000"), Answered("12:00:05.300", "00[1b] CRC Invalid"),
+                                  Answered("12:00:05.600", "214334[3b] NACK"), Silent("12:00:10.000"),
+                                  Answered("12:00:10.300"), Answered("12:00:10.400")});
+    QCOMPARE(events.size(), 6);
+    const QList<int> attempts{1, 2, 3, 1, 2, 1};
+    for (int i = 0; i < attempts.size(); ++i) {
+        QCOMPARE(events.at(i).attempt, attempts.at(i));
+        QCOMPARE(Cli::IsGivenUp(events.at(i)), i == 2);
+    }
+    QCOMPARE(EventsOf({Silent("12:00:05.000"), Answered("12:00:05.300", "06c660[3b] ACK", "68aeed")})
+                 .last()
+                 .attempt,
+             1);
+}
+
+void TestCliDecodeHistory::CountsAttemptsOfStates()
+{
+    const auto events =
+        EventsOf(QByteArrayList{Entering("COMMUNICATION RECOVERY")} + Checks(5, "[0b] No response") +
+                 QByteArrayList{Entering("MONITORING")} + Checks(1, "[0b] No response"));
+    QCOMPARE(events.at(5).attempt, 5);
+    QVERIFY(!events.at(5).isRepeatedByLink);
+    QVERIFY(!Cli::IsGivenUp(events.at(3)));
+    QCOMPARE(events.last().attempt, 1);
+    QVERIFY(events.last().isRepeatedByLink);
+}
+
+void TestCliDecodeHistory::TellsWhatTheLinkRepeats_data()
+{
+    QTest::addColumn<QByteArray>("state");
+    QTest::addColumn<QByteArray>("request");
+    QTest::addColumn<bool>("isRepeatedByLink");
+    const auto row = [](const char* name, const QByteArray& state, const char* request,
+                        bool isRepeatedByLink) {
+        QTest::newRow(name) << state << QByteArray(request) << isRepeatedByLink;
+    };
+    const QByteArray recovery = Entering("COMMUNICATION RECOVERY");
+    const QByteArray test = Entering("RCD IEC IaTa MEASUREMENT");
+    row("status in recovery", recovery, "73f44e", false);
+    row("change of the mode in recovery", recovery, "7800f081", true);
+    row("status in a test", test, "73f44e", false);
+    row("prepare in a test", test, "500b0080c000000000103d", false);
+    row("start in a test", test, "53966a", false);
+    row("check in a test", test, "65033c", false);
+    row("stop in a test", test, "68aeed", true);
+    row("status elsewhere", Entering("MONITORING"), "73f44e", true);
+    row("status in an unknown state", "", "73f44e", true);
+}
+
+void TestCliDecodeHistory::TellsWhatTheLinkRepeats()
+{
+    QFETCH(const QByteArray, state);
+    QFETCH(const QByteArray, request);
+    const auto events = EventsOf({state, Answered("12:00:00.000"),
+                                  Answered("12:00:03.000", "[0b] No response", request.constData()),
+                                  "12:00:03.500 Transciever::Close"});
+    const auto silence = std::find_if(events.cbegin(), events.cend(), [](const DecodedEvent& event) {
+        return event.answer.isEmpty() && !event.request.isEmpty();
+    });
+    QVERIFY(silence != events.cend());
+    QTEST(silence->isRepeatedByLink, "isRepeatedByLink");
+    const bool isQuicker = silence->isRepeatedByLink && !state.isEmpty(); // than the 4 s of the link
+    QCOMPARE(silence->outcome, isQuicker ? Outcome::Cut : Outcome::None);
+}
+
+void TestCliDecodeHistory::StopInATestGoesTheLinksWay()
+{
+    const char* const error = "0a47e8d7[4b]";
+    const auto stop = [](const char* answer) { return Answered("12:00:00.000", answer, "68aeed"); };
+    const auto events = EventsOf(
+        {Entering("RCD MONITORING"), Answered("12:00:00.000", error), stop("214334[3b] NACK"),
+         stop("06c660[3b] ACK"), Answered("12:00:00.100", "214334[3b] NACK"), Answered("12:00:00.200", error),
+         Answered("12:00:00.300", error), Answered("12:00:00.400", error)});
+    QList<bool> areRepeatedByLink;
+    QList<int> errors;
+    for (const DecodedEvent& event : events.mid(1)) {
+        areRepeatedByLink.append(event.isRepeatedByLink);
+        errors.append(static_cast<int>(event.answerWords.error.value_or(Vesmar::Error::NoErrors)));
+    }
+    QCOMPARE(areRepeatedByLink, (QList<bool>{false, true, true, true, true, true, false}));
+    QCOMPARE(errors, (QList<int>{524, 15, 15, 15, 4, 4, 524}));
+}
+
+void TestCliDecodeHistory::TellsCutFromSilent_data()
+{
+    QTest::addColumn<QByteArrayList>("lines");
+    QTest::addColumn<Outcome>("outcome");
+    QTest::addColumn<QString>("problem");
+    const QByteArray close = "12:00:09.000 Transciever::Close";
+    QTest::newRow("closed") << QByteArrayList{Answered("12:00:00.000"), Silent("12:00:00.100"), close}
+                            << Outcome::Cut << "cut short by the closing of the link";
+    QTest::newRow("closed, with a banner between")
+        << QByteArrayList{Answered("12:00:00.000"), Silent("12:00:00.100"), Entering("MONITORING"), close}
+        << Outcome::Cut << "cut short by the closing of the link";
+    QTest::newRow("goes on") << QByteArrayList{Answered("12:00:00.000"), Silent("12:00:00.100"),
+                                               Answered("12:00:01.000"), close}
+                             << Outcome::None << "the line itself failed";
+    QTest::newRow("goes on in words")
+        << QByteArrayList(QByteArrayList{Answered("12:00:00.000"), Silent("12:00:00.100")} +
+                          QVector<QByteArray>(20, Entering("MONITORING")).toList())
+        << Outcome::None << "the line itself failed";
+    QTest::newRow("end of the log") << QByteArrayList{Answered("12:00:00.000"), Silent("12:00:00.100")}
+                                    << Outcome::None << "or the link was closed";
+    QTest::newRow("just quick enough")
+        << QByteArrayList{Answered("12:00:00.000"), Silent("12:00:00.509"), close} << Outcome::Cut
+        << "cut short";
+    QTest::newRow("a silence") << QByteArrayList{Answered("12:00:00.000"), Silent("12:00:00.510"), close}
+                               << Outcome::None << "";
+    QTest::newRow("no time is known")
+        << QByteArrayList{"", Silent("12:00:00.100"), close} << Outcome::None << "";
+    QTest::newRow("an unknown state after opening")
+        << QByteArrayList{Entering("MONITORING"),
+                          "12:00:00.000 Transciever::Open: Serial port already opened.",
+                          Silent("12:00:01.000"), close}
+        << Outcome::None << "";
+}
+
+void TestCliDecodeHistory::TellsCutFromSilent()
+{
+    QFETCH(const QByteArrayList, lines);
+    QFETCH(const Outcome, outcome);
+    QFETCH(const QString, problem);
+    for (const DecodedEvent& event : EventsOf(lines)) {
+        if (event.answer.isEmpty() && event.kind == DecodedEvent::Kind::Exchange) {
+            QCOMPARE(event.outcome, outcome);
+            QCOMPARE(event.problem.isEmpty(), problem.isEmpty());
+            QVERIFY2(event.problem.contains(problem), qPrintable(event.problem));
+            return;
+        }
+    }
+    QFAIL("There is no silent exchange.");
+}
+
+void TestCliDecodeHistory::KeepsTheOrderOfWhatItHoldsBack()
+{
+    const auto events = EventsOf({Entering("MONITORING"), Answered("12:00:00.000"), Silent("12:00:03.000"),
+                                  Entering("COMMUNICATION RECOVERY"), "ABORT MEASUREMENT",
+                                  "12:00:03.100 Transciever::Close"});
+    QList<qint64> lines;
+    for (const DecodedEvent& event : events) {
+        lines.append(event.line);
+    }
+    QCOMPARE(lines, (QList<qint64>{1, 2, 3, 4, 5, 6}));
+    QCOMPARE(events.at(2).outcome, Outcome::Cut); // quicker than the 4 s of that state
+}
+
+void TestCliDecodeHistory::FindsContradictions_data()
+{
+    QTest::addColumn<QByteArray>("answer");
+    QTest::addColumn<QString>("problem");
+    QTest::newRow("no word") << QByteArray("214334[3b]")
+                             << "the log says nothing where the bytes mean \"NACK\"";
+    QTest::newRow("wrong word") << QByteArray("06c660[3b] NACK")
+                                << "the log says \"NACK\" where the bytes mean \"ACK\"";
+    QTest::newRow("valid checksum") << QByteArray("00f5babf[4b] CRC Invalid")
+                                    << "the log says \"CRC Invalid\" where the bytes mean nothing";
+    QTest::newRow("bytes") << QByteArray("00[1b] No response")
+                           << "the log says \"No response\" where the bytes mean \"CRC Invalid\"";
+}
+
+void TestCliDecodeHistory::FindsContradictions()
+{
+    QFETCH(const QByteArray, answer);
+    QFETCH(const QString, problem);
+    const QString found = EventsOf({Answered("12:00:00.000", answer.constData())}).first().problem;
+    QVERIFY2(found.contains(problem), qPrintable(found));
+}
+
+void TestCliDecodeHistory::FollowsTheFunction()
+{
+    const char* const values = "00002041000020410000c0400000c0400000c0400000c0403a27[26b]";
+    const auto events =
+        EventsOf({Answered("12:00:00.000", values, "65033c"), Answered("12:00:00.100"),
+                  Answered("12:00:00.200", values, "65033c"), Answered("12:00:00.300", "a3529a32[4b]"),
+                  Answered("12:00:00.400", values, "65033c")});
+    QCOMPARE(events.at(0).answerWords.text,
+             QStringLiteral("values of an unknown function: 10, 10, 6, 6, 6, 6"));
+    QCOMPARE(events.at(2).answerWords.text, QStringLiteral("Monitoring (0): ULN 10, UNPE 10, frequency 6"));
+    QCOMPARE(events.at(4).answerWords.text, QStringLiteral("RISO (3): resistance 10, voltage 10, current 6"));
+}
+
+void TestCliDecodeHistory::NumbersSectors()
+{
+    const char* const sector = "4601027ebc";
+    const auto events = EventsOf({Answered("12:00:00.000", "06c660[3b] ACK", sector),
+                                  Answered("12:00:01.000", "00024220[4b]", "56333a"),
+                                  Answered("12:00:02.000", "06c660[3b] ACK", sector),
+                                  Answered("12:00:03.000", "214334[3b] NACK", sector),
+                                  Answered("12:00:04.000", "06c660[3b] ACK", sector),
+                                  Answered("12:00:05.000", "00024220[4b]", "56333a"),
+                                  Answered("12:00:06.000", "06c660[3b] ACK", sector)});
+    const auto text = [&events](int i) { return events.at(i).requestWords.text; };
+    QCOMPARE(text(0), QStringLiteral("sector of an unknown number, 2 bytes"));
+    QCOMPARE(text(2), QStringLiteral("sector 1, 2 bytes"));
+    QCOMPARE(text(3), QStringLiteral("sector 2, 2 bytes"));
+    QCOMPARE(text(4), QStringLiteral("sector 2, 2 bytes"));
+    QCOMPARE(text(6), QStringLiteral("sector 1, 2 bytes"));
+}
+
+void TestCliDecodeHistory::JoinsPieces()
+{
+    const auto events = EventsOf({"12:00:00.000 ReadingBuffer: 0af7",
+                                  "12:00:00.020 ReadingBuffer:", "12:00:00.040 ReadingBuffer: 3370"});
+    QCOMPARE(events.size(), 2);
+    QVERIFY(events.at(0).frames.isEmpty());
+    QCOMPARE(events.at(0).problem, QStringLiteral("no whole frame yet, or a damaged one; bytes so far: 2"));
+    QCOMPARE(events.at(1).frames.size(), 1);
+    QCOMPARE(events.at(1).problem, QString());
+}
+
+void TestCliDecodeHistory::PartsGluedFrames()
+{
+    const auto events = EventsOf(
+        {"12:00:00.000 ReadingBuffer: 0af733700af73370050247410000000000000000000000000000000000000000ea2b"});
+    QCOMPARE(events.size(), 1);
+    QCOMPARE(events.first().frames.size(), 3);
+    QCOMPARE(events.first().problem, QString());
+}
+
+void TestCliDecodeHistory::LooksAtNothingBehindTheEndOfATest()
+{
+    const auto events =
+        EventsOf({"12:00:00.000 ReadingBuffer: 0af9fd9155", "12:00:01.000 ReadingBuffer: 0af73370"});
+    QCOMPARE(events.at(0).frames.size(), 1);
+    QCOMPARE(events.at(0).problem, QString());
+    QCOMPARE(events.at(1).frames.size(), 1);
+}
+
+void TestCliDecodeHistory::CountsLinks()
+{
+    DecodeSummary summary;
+    for (const DecodedEvent& event : EventsOf(
+             {Answered("12:00:00.000"), "12:00:01.000 Transciever::Close", "12:00:01.100 Transciever::Close",
+              "12:00:02.000 Transciever::Open", Answered("12:00:03.000"), Answered("12:00:03.100")})) {
+        summary.Take(event);
+    }
+    QCOMPARE(summary.Links(), 2);
+    QCOMPARE(summary.Exchanges(), 3);
+}
+
+void TestCliDecodeHistory::FindsErrors_data()
+{
+    using Vesmar::Error;
+    QTest::addColumn<QByteArrayList>("lines");
+    QTest::addColumn<QList<Error>>("errors");
+    const QByteArray recovery = Entering("COMMUNICATION RECOVERY");
+    const char* const none = "[0b] No response";
+    const char* const refused = "214334[3b] NACK";
+    const char* const damaged = "00[1b] CRC Invalid";
+    const QByteArray reset = Answered("12:00:40.000", "06c660[3b] ACK", "7800f081");
+    QTest::newRow("two failures") << Checks(2, none) << QList<Error>{};
+    QTest::newRow("given up") << Checks(3, none) << QList<Error>{Error::CommunicationRecovery};
+    QTest::newRow("answer that is not taken") << QByteArrayList{Answered("12:00:00.000", "00f1f2adef[5b]")}
+                                              << QList<Error>{Error::CommunicationRecovery};
+    QTest::newRow("recovery, ten silent checks")
+        << QByteArrayList{recovery} + Checks(10, none) << QList<Error>{Error::CommunicationRecovery};
+    QTest::newRow("recovery, eleven silent checks")
+        << QByteArrayList{recovery} + Checks(11, none)
+        << QList<Error>{Error::CommunicationRecovery, Error::NoResponse};
+    QTest::newRow("recovery, eleven refusals")
+        << QByteArrayList{recovery} + Checks(11, refused) << QList<Error>{Error::CommunicationRecovery};
+    QTest::newRow("recovery, refusals after a restart")
+        << QByteArrayList{recovery} + Checks(11, refused) + QByteArrayList{reset} + Checks(11, refused)
+        << QList<Error>{Error::CommunicationRecovery, Error::RequestRefused};
+    QTest::newRow("recovery, damage after a restart")
+        << QByteArrayList{recovery} + Checks(11, damaged) + QByteArrayList{reset} + Checks(11, damaged)
+        << QList<Error>{Error::CommunicationRecovery, Error::InvalidResponse};
+    const QByteArray refusedSector = Answered("12:00:00.000", refused, "4601027ebc");
+    QTest::newRow("sector given up") << QByteArrayList{refusedSector, refusedSector, refusedSector}
+                                     << QList<Error>{Error::UpdateInitializationFailed};
+    const QByteArray refusedConfirmation = Answered("12:00:00.000", refused, "5aabcd6a50");
+    QTest::newRow("confirmation given up")
+        << QByteArrayList{refusedConfirmation, refusedConfirmation, refusedConfirmation}
+        << QList<Error>{Error::UpdateConfirmationFailed};
+    QTest::newRow("update mode") << QByteArrayList{"UPDATE ERROR - Tester mode could not be changed."}
+                                 << QList<Error>{Error::UpdateModeChangeFailed};
+    QTest::newRow("image") << QByteArrayList{"UPDATE ERROR - Update data is invalid."}
+                           << QList<Error>{Error::UpdateDataInvalid};
+    QTest::newRow("error of the instrument")
+        << QByteArrayList{Answered("12:00:00.000", "a3529a32[4b]")} << QList<Error>{Error::DeviceError5};
+    QTest::newRow("error of an RCD test")
+        << QByteArrayList{Entering("RCD MONITORING"), Answered("12:00:00.000", "0a47e8d7[4b]")}
+        << QList<Error>{Error::RCDDeviceError4};
+    QTest::newRow("error of a function that tests, elsewhere")
+        << QByteArrayList{Entering("MONITORING"), Answered("12:00:00.000", "0a47e8d7[4b]")}
+        << QList<Error>{Error::DeviceError4};
+    QTest::newRow("error of a function that tests, state unknown")
+        << QByteArrayList{Answered("12:00:00.000", "0a47e8d7[4b]")} << QList<Error>{};
+    QTest::newRow("error of an RCD test, unasked")
+        << QByteArrayList{"12:00:00.000 ReadingBuffer: 0a072c9f"} << QList<Error>{Error::RCDDeviceError0};
+}
+
+void TestCliDecodeHistory::FindsErrors()
+{
+    QFETCH(const QByteArrayList, lines);
+    QFETCH(const QList<Vesmar::Error>, errors);
+    QCOMPARE(ErrorsOf(lines), errors);
+}
+
+void TestCliDecodeHistory::FindsErrorsOfMeasurements_data()
+{
+    using Vesmar::Error;
+    QTest::addColumn<QByteArrayList>("lines");
+    QTest::addColumn<QList<Error>>("errors");
+    const QByteArray inPreparation = Entering("PREPARING MEASUREMENT");
+    const QByteArray inStart = Entering("STARTING MEASUREMENT");
+    const QByteArray running = Entering("CONTINUOUS MEASUREMENT");
+    const QByteArray aborting = Entering("ABORTING MEASUREMENT");
+    const QByteArray prepare = Answered("12:00:00.000", "06c660[3b] ACK", "5002ff0001ffffffffb1e4");
+    const QByteArray start = Answered("12:00:00.000", "06c660[3b] ACK", "53966a");
+    const auto status = [](const char* frame) {
+        return Answered("12:00:00.000", (QByteArray(frame) + "[4b]").constData());
+    };
+    const QByteArray noFunction = status("00fed10e");
+    const QByteArray preparing = status("02f15c99");
+    const QByteArray prepareError = status("02f31eb9");
+    const QByteArray prepared = status("02f4f9c9");
+    const QByteArray starting = status("02f5d8d9");
+    const QByteArray startError = status("02f6bbe9");
+    const QByteArray terminated = status("02f95418");
+    const auto row = [](const char* name, const QByteArrayList& lines, const QList<Error>& errors) {
+        QTest::newRow(name) << lines << errors;
+    };
+    row("preparation", {inPreparation, prepare, preparing, prepareError, aborting}, {Error::PrepareFailed});
+    row("status read along with a prepare", {inPreparation, prepare, prepareError, aborting}, {});
+    row("prepare still to be sent", {inPreparation, prepareError, prepare, preparing, aborting}, {});
+    row("error after it was prepared", {inPreparation, prepared, prepareError, prepareError},
+        {Error::PrepareFailed});
+    row("handed over to another kind of test",
+        {inPreparation, prepareError, Entering("RCD MEASUREMENT MODE"), aborting}, {});
+    row("an error of the instrument before it",
+        {inPreparation, prepare, preparing, status("0253f40c"), aborting}, {Error::DeviceError5});
+    row("start test is no state", {inPreparation, status("00f37cdf"), aborting}, {});
+    row("state that stays", {prepareError, inPreparation, noFunction, aborting}, {Error::PrepareFailed});
+    row("state of another kind of test",
+        {prepareError, "12:00:00.000 ReadingBuffer: 0af73370", inPreparation, noFunction, aborting}, {});
+    row("start", {inStart, prepared, start, starting, startError, aborting}, {Error::StartFailed});
+    row("start of what is not prepared", {inStart, prepareError, start, aborting}, {Error::StartFailed});
+    row("falls back", {inStart, prepared, start, starting, prepared, aborting}, {Error::MeasurementFailed});
+    row("aborted before it starts", {inStart, prepared, start, prepared, aborting}, {});
+    row("started again", {inStart, starting, inStart, prepared, aborting}, {});
+    row("run", {running, terminated, aborting}, {Error::MeasurementFailed});
+    row("run of a single function", {Entering("SINGLE MEASUREMENT"), startError, aborting},
+        {Error::MeasurementFailed});
+    row("run of the high-voltage test",
+        {Entering("HVTEST CONTINUOUS MEASUREMENT"), status("02f07d89"), aborting},
+        {Error::MeasurementFailed});
+    row("ended with a result", {running, status("82f9cc03"), aborting}, {});
+    row("completed", {running, status("02f23fa9"), aborting}, {});
+    row("aborted while it runs", {running, status("02f79af9"), aborting}, {});
+    row("damaged status", {running, status("02f95419") + " CRC Invalid", aborting}, {});
+    row("while it is stopped", {Entering("STOPPING MEASUREMENT"), terminated, aborting}, {});
+    row("log from the middle", {terminated, prepareError, aborting}, {});
+}
+
+void TestCliDecodeHistory::FindsErrorsOfMeasurements()
+{
+    QFETCH(const QByteArrayList, lines);
+    QFETCH(const QList<Vesmar::Error>, errors);
+    QCOMPARE(ErrorsOf(lines), errors);
+}
+
+QTEST_APPLESS_MAIN(TestCliDecodeHistory)
+#include "tst_clidecodehistory.moc"

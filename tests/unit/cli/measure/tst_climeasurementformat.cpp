@@ -1,0 +1,401 @@
+#include "cli/measure/measurementformat.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <limits>
+
+#include <Vesmar/hvtestresults.h>
+#include <Vesmar/iecresults.h>
+#include <Vesmar/itresults.h>
+#include <Vesmar/powerresults.h>
+#include <Vesmar/rcdiecresults.h>
+#include <Vesmar/rcdresults.h>
+#include <Vesmar/rlnresults.h>
+
+#include "cli/measure/readingsfile.h"
+#include "support/eventschema.h"
+
+using Vesmar::Error;
+using Vesmar::FunctionState;
+using Vesmar::MeasurementState;
+using Vesmar::MeasurementType;
+using VesmarClient::Reading;
+using namespace std::chrono_literals;
+
+namespace
+{
+
+const QVector<Reading> Readings{{"current", 0.25F}, {"voltage", 3.4028235e38F}};
+
+const VesmarClient::MeasurementPicture Idle{Error::NoErrors,
+                                            MeasurementState::Idle,
+                                            FunctionState::Unknown,
+                                            MeasurementType::Monitoring,
+                                            0,
+                                            false,
+                                            false};
+
+QDateTime Noon()
+{
+    return {QDate(2024, 5, 6), QTime(12, 0, 0, 7), Qt::OffsetFromUTC, 7200};
+}
+
+QByteArray Written(const QVector<Reading>& readings)
+{
+    return Cli::ReadingLine(0ms, readings).mid(10);
+}
+
+/// A session that was aborted while it was being prepared.
+VesmarClient::MeasurementSession Aborted(bool isConfirmed)
+{
+    VesmarClient::MeasurementSession session(MeasurementType::IT, false, 5);
+    const VesmarClient::MeasurementPicture idle{Error::NoErrors,
+                                                MeasurementState::Idle,
+                                                FunctionState::Unknown,
+                                                MeasurementType::Monitoring,
+                                                0,
+                                                false,
+                                                false};
+    session.Begin(idle);
+    session.Abort();
+    if (isConfirmed) {
+        session.IdentityRead(idle);
+    } else {
+        session.TimeOver();
+    }
+    return session;
+}
+
+VesmarClient::MeasurementSession Failed()
+{
+    VesmarClient::MeasurementSession session(MeasurementType::IT, false, 5);
+    VesmarClient::MeasurementPicture picture{Error::NoErrors,
+                                             MeasurementState::Idle,
+                                             FunctionState::Unknown,
+                                             MeasurementType::Monitoring,
+                                             0,
+                                             false,
+                                             false};
+    session.Begin(picture);
+    picture.isModeActive = true;
+    picture.error = Error::PrepareFailed;
+    session.Observe(picture);
+    session.IdentityRead(picture);
+    return session;
+}
+
+/// A session whose link was lost, and may be back.
+VesmarClient::MeasurementSession LinkLost(MeasurementState status, bool isBack)
+{
+    VesmarClient::MeasurementSession session(MeasurementType::IT, false, 5);
+    VesmarClient::MeasurementPicture picture{Error::NoErrors,
+                                             MeasurementState::Idle,
+                                             FunctionState::Unknown,
+                                             MeasurementType::Monitoring,
+                                             0,
+                                             false,
+                                             false};
+    session.Begin(picture);
+    if (status == MeasurementState::Starting) {
+        session.Observe({Error::NoErrors, MeasurementState::Prepared, FunctionState::Prepared,
+                         MeasurementType::IT, 0, false, true});
+    }
+    session.Observe(picture);
+    if (isBack) {
+        session.IdentityRead(picture);
+    } else {
+        session.TimeOver();
+    }
+    return session;
+}
+
+/// A session that is not prepared, or not started, in time.
+VesmarClient::MeasurementSession TooSlow(MeasurementState status)
+{
+    VesmarClient::MeasurementSession session(MeasurementType::IT, false, 5);
+    session.Begin(Idle);
+    if (status == MeasurementState::Starting) {
+        session.Observe({Error::NoErrors, MeasurementState::Prepared, FunctionState::Prepared,
+                         MeasurementType::IT, 0, false, true});
+    }
+    session.TimeOver();
+    session.IdentityRead(Idle);
+    return session;
+}
+
+/// A single measurement that has run, with its result or without.
+VesmarClient::MeasurementSession Run(bool hasResult, bool isConfirmed)
+{
+    VesmarClient::MeasurementSession session(MeasurementType::RLN, true, std::nullopt);
+    session.Begin(Idle);
+    for (const MeasurementState status : {MeasurementState::Prepared, MeasurementState::Running}) {
+        session.Observe(
+            {Error::NoErrors, status, FunctionState::Prepared, MeasurementType::RLN, 0, false, true});
+    }
+    session.Observe({Error::NoErrors, MeasurementState::Stopped, FunctionState::Completed,
+                     MeasurementType::Monitoring, 0, hasResult, true});
+    if (isConfirmed) {
+        session.IdentityRead(Idle);
+    } else {
+        session.TimeOver();
+    }
+    return session;
+}
+
+/// A session that waits in vain for another function to end.
+VesmarClient::MeasurementSession Busy()
+{
+    VesmarClient::MeasurementSession session(MeasurementType::IT, false, 5);
+    VesmarClient::MeasurementPicture picture = Idle;
+    picture.function = MeasurementType::RISO;
+    session.Begin(picture);
+    session.TimeOver();
+    return session;
+}
+
+const QString Function = QStringLiteral("it");
+
+Cli::Ending EndOf(const VesmarClient::MeasurementSession& session, Error presentError = Error::NoErrors)
+{
+    return Cli::EndingOf(Function, session, presentError);
+}
+
+QByteArray ResultOf(const VesmarClient::MeasurementSession& session, const QVector<Reading>& readings)
+{
+    const QByteArray line = Cli::ResultLine(Noon(), EndOf(session),
+                                            Cli::ResultFields(Function, session.IsStopConfirmed(), readings));
+    CheckRun(line, EndOf(session).status);
+    return line;
+}
+
+} // namespace
+
+class TestCliMeasurementFormat : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void NamedReadings();
+    void EveryFunctionNamesItsReadings();
+    void Live();
+    void LiveWithoutATime();
+    void LiveIsCutToTheWidth();
+    void LiveWithAPhase();
+    void PhasesHaveNames();
+    void ReadingAsJson();
+    void Csv();
+    void Table();
+    void EndOfAnAbort();
+    void EndOfAFailure();
+    void EndThatIsNotConfirmed();
+    void EndOfALostLink();
+    void ErrorOfALostLink();
+    void ResultAsJson();
+    void ReasonsAndOutcomes();
+    void FileIsOverwritten();
+    void FileThatCannotBeWritten_data();
+    void FileThatCannotBeWritten();
+};
+
+void TestCliMeasurementFormat::NamedReadings()
+{
+    QCOMPARE(Written(VesmarClient::ReadingsOf(Vesmar::RLNResults(1, 2, 3, 4, 5))),
+             QByteArray("resistance 1, voltage 2, current 3, ISUB voltage 4, ISUB current 5\n"));
+    QCOMPARE(Written(VesmarClient::ReadingsOf(Vesmar::IECResults(2.9F, 2, 3, 4, 250))),
+             QByteArray("result 2, voltage 2, ULN 3, step 4, delay 0.25\n"));
+    QCOMPARE(Written(VesmarClient::ReadingsOf(Vesmar::HVTestResults(1, 2, 3, 4, 5, 50))),
+             QByteArray("maximum voltage 1, voltage 2, current 3, ULN 4, primary voltage 5, PWM 0.5\n"));
+    QCOMPARE(Written(VesmarClient::ReadingsOf(Vesmar::POWERResults(1, 2, 3, 4, 5, 6))),
+             QByteArray("energy 1, power 2, current 3, voltage 4, power factor 5, apparent power 6\n"));
+    QCOMPARE(Written(VesmarClient::ReadingsOf(Vesmar::ITResults(0.5F))), QByteArray("current 0.5\n"));
+    QCOMPARE(Written(VesmarClient::ReadingsOf(Vesmar::RCDResults(12.5F, 0.25F, 3.4028235e38F))),
+             QByteArray("Re 12.5, Ia 0.25, Ta -\n"));
+    QCOMPARE(Written(VesmarClient::ReadingsOf(Vesmar::RCDIECResults(0.25F, 0.5F))),
+             QByteArray("Ia 0.25, Ta 0.5\n"));
+}
+
+void TestCliMeasurementFormat::EveryFunctionNamesItsReadings()
+{
+    for (int function = 1; function <= 11; ++function) {
+        QVERIFY2(!VesmarClient::ReadingNames(static_cast<MeasurementType>(function)).isEmpty(),
+                 qPrintable(QString::number(function)));
+    }
+    QVERIFY(VesmarClient::ReadingNames(MeasurementType::None).isEmpty());
+}
+
+void TestCliMeasurementFormat::Live()
+{
+    QCOMPARE(Cli::LiveLine({1300ms, 5000ms}, Readings, 200),
+             QStringLiteral("   1.3 s of 5 s [=====               ]  current 0.25, voltage -"));
+    QCOMPARE(Cli::LiveLine({9000ms, 8500ms}, {}, 200),
+             QStringLiteral("   9.0 s of 8.5 s [====================]  "));
+}
+
+void TestCliMeasurementFormat::LiveWithoutATime()
+{
+    QCOMPARE(Cli::LiveLine({61000ms, std::nullopt}, Readings, 200),
+             QStringLiteral("  61.0 s  current 0.25, voltage -"));
+}
+
+void TestCliMeasurementFormat::LiveIsCutToTheWidth()
+{
+    QCOMPARE(Cli::LiveLine({61000ms, std::nullopt}, Readings, 17), QStringLiteral("  61.0 s  current"));
+}
+
+void TestCliMeasurementFormat::LiveWithAPhase()
+{
+    QCOMPARE(Cli::PhaseLine(61000ms, QStringLiteral("running")), QStringLiteral("  61.0 s  running"));
+}
+
+void TestCliMeasurementFormat::PhasesHaveNames()
+{
+    using Phase = VesmarClient::MeasurementSession::Phase;
+    QCOMPARE(Cli::PhaseName(Phase::AwaitingMains), QStringLiteral("waiting for a suitable mains voltage"));
+    QCOMPARE(Cli::PhaseName(Phase::Leaving), QStringLiteral("waiting until the instrument has stopped"));
+    QCOMPARE(Cli::PhaseName(Phase::Ended), QString());
+}
+
+void TestCliMeasurementFormat::ReadingAsJson()
+{
+    QCOMPARE(Cli::ReadingJson(Noon(), 1500ms, Readings),
+             QByteArray(R"({"elapsed":1.5,"event":"reading","readings":{"current":0.25,"voltage":null},)"
+                        R"("time":"2024-05-06T10:00:00.007Z"})"
+                        "\n"));
+}
+
+void TestCliMeasurementFormat::Csv()
+{
+    QCOMPARE(Cli::CsvHeader(MeasurementType::ISUB), QByteArray("time,elapsed,current,voltage\n"));
+    QCOMPARE(Cli::CsvRow(Noon(), 1500ms, Readings), QByteArray("2024-05-06T10:00:00.007Z,1.500,0.25,\n"));
+}
+
+void TestCliMeasurementFormat::Table()
+{
+    QCOMPARE(Cli::ResultText(Readings), QByteArray("  current           0.25\n  voltage           -\n"));
+}
+
+void TestCliMeasurementFormat::EndOfAnAbort()
+{
+    QCOMPARE(EndOf(Aborted(true)).message,
+             QStringLiteral("Measurement it aborted. The instrument is confirmed to have stopped."));
+}
+
+void TestCliMeasurementFormat::EndOfAFailure()
+{
+    QCOMPARE(
+        EndOf(Failed()).message,
+        QStringLiteral("Measurement it failed: PrepareFailed (200): the instrument could not prepare the "
+                       "measurement. The instrument is confirmed to have stopped."));
+}
+
+void TestCliMeasurementFormat::EndThatIsNotConfirmed()
+{
+    QCOMPARE(
+        EndOf(Aborted(false)).message,
+        QStringLiteral("Measurement it aborted. STOP NOT CONFIRMED: the instrument may still be running, "
+                       "and high voltage may be on. Switch it off at the instrument."));
+}
+
+void TestCliMeasurementFormat::EndOfALostLink()
+{
+    QCOMPARE(EndOf(LinkLost(MeasurementState::Preparing, true)).message,
+             QStringLiteral("Link lost, or the measurement refused by the instrument, while preparing. It is "
+                            "back, and the instrument is confirmed to have stopped."));
+    QCOMPARE(EndOf(LinkLost(MeasurementState::Starting, true)).message,
+             QStringLiteral("Link lost in the middle of the measurement. It is back, and the instrument is "
+                            "confirmed to have stopped."));
+    QCOMPARE(EndOf(LinkLost(MeasurementState::Starting, false)).message,
+             QStringLiteral("Link lost, the state of the instrument is unknown: it may still be running, and "
+                            "high voltage may be on. Switch it off at the instrument."));
+}
+
+/// The library's verdict on the link, as soon as there is one.
+void TestCliMeasurementFormat::ErrorOfALostLink()
+{
+    const VesmarClient::MeasurementSession lost = LinkLost(MeasurementState::Starting, false);
+    QVERIFY(EndOf(lost, Error::NoResponse).error == Error::NoResponse);
+    QVERIFY(EndOf(lost, Error::InvalidResponse).error == Error::InvalidResponse);
+    QVERIFY(EndOf(lost, Error::CommunicationRecovery).error == Error::NoErrors);
+    QVERIFY(EndOf(lost, Error::DeviceError3).error == Error::NoErrors);
+    QVERIFY(EndOf(Aborted(true), Error::NoResponse).error == Error::NoErrors);
+    QVERIFY(EndOf(Failed(), Error::NoResponse).error == Error::PrepareFailed);
+}
+
+void TestCliMeasurementFormat::ResultAsJson()
+{
+    QCOMPARE(
+        ResultOf(Failed(), {{"current", 0.25F}}),
+        QByteArray(R"({"error":{"causes":["the settings do not suit the instrument or what is connected",)"
+                   R"("the instrument found a fault while it prepared, such as a missing protective )"
+                   R"(conductor"],"meaning":"the instrument could not prepare the measurement",)"
+                   R"("name":"PrepareFailed","nextStep":"Check the settings and the connection of the )"
+                   R"(appliance, then prepare again.","number":200},"event":"result","function":"it",)"
+                   R"("message":"Measurement it failed: PrepareFailed (200): the instrument could not )"
+                   R"(prepare the measurement. The instrument is confirmed to have stopped.",)"
+                   R"("outcome":"failed","readings":{"current":0.25},"reason":null,"status":4,)"
+                   R"("stopped":true,"time":"2024-05-06T10:00:00.007Z"})"
+                   "\n"));
+    QCOMPARE(ResultOf(Aborted(true), {}),
+             QByteArray(R"({"error":null,"event":"result","function":"it",)"
+                        R"("message":"Measurement it aborted. The instrument is confirmed to have stopped.",)"
+                        R"("outcome":"aborted","readings":null,"reason":null,"status":5,"stopped":true,)"
+                        R"("time":"2024-05-06T10:00:00.007Z"})"
+                        "\n"));
+}
+
+void TestCliMeasurementFormat::ReasonsAndOutcomes()
+{
+    using Outcome = Cli::Ending::Outcome;
+    const auto check = [](const VesmarClient::MeasurementSession& session, int status, Outcome outcome,
+                          const char* reason) {
+        const Cli::Ending ending = EndOf(session);
+        QVERIFY(ending.outcome == outcome);
+        QCOMPARE(ending.reason, QLatin1String(reason));
+        QCOMPARE(ending.status, status);
+    };
+    check(Aborted(true), 5, Outcome::Aborted, "");
+    check(Aborted(false), 6, Outcome::Aborted, "stop-not-confirmed");
+    check(LinkLost(MeasurementState::Starting, true), 7, Outcome::LinkLost, "link-lost");
+    check(LinkLost(MeasurementState::Starting, false), 7, Outcome::LinkLost, "link-lost");
+    check(TooSlow(MeasurementState::Preparing), 4, Outcome::Failed, "not-prepared");
+    check(TooSlow(MeasurementState::Starting), 4, Outcome::Failed, "not-started");
+    check(Run(false, true), 4, Outcome::Failed, "no-result");
+    check(Busy(), 6, Outcome::Failed, "other-function");
+    check(Run(true, true), 0, Outcome::Done, "");
+    check(Run(true, false), 6, Outcome::Failed, "stop-not-confirmed");
+}
+
+void TestCliMeasurementFormat::FileIsOverwritten()
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("readings.csv")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("something that is longer than all that follows\n");
+    file.close();
+    Cli::ReadingsFile readings(file.fileName(), "a,b\n");
+    readings.Write("1,2\n");
+    QCOMPARE(readings.Problem(), QString());
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), QByteArray("a,b\n1,2\n"));
+}
+
+void TestCliMeasurementFormat::FileThatCannotBeWritten_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("problem");
+    QTest::newRow("folder missing") << QStringLiteral("/nonexistent/x") << QStringLiteral("No such file");
+    QTest::newRow("a folder") << QStringLiteral("/") << QStringLiteral("directory");
+    QTest::newRow("a device") << QStringLiteral("/dev/null") << QStringLiteral("not a regular file");
+}
+
+void TestCliMeasurementFormat::FileThatCannotBeWritten()
+{
+    QFETCH(QString, path);
+    QFETCH(QString, problem);
+    const Cli::ReadingsFile file(path, "a\n");
+    QVERIFY2(file.Problem().contains(problem), qPrintable(file.Problem()));
+}
+
+QTEST_GUILESS_MAIN(TestCliMeasurementFormat)
+#include "tst_climeasurementformat.moc"

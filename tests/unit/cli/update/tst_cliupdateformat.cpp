@@ -1,0 +1,269 @@
+#include "cli/update/updateformat.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QtTest>
+
+#include "support/eventschema.h"
+
+using namespace std::chrono_literals;
+using Vesmar::Error;
+using Vesmar::OperationMode;
+using Vesmar::OperationState;
+
+namespace
+{
+
+const QDateTime Evening(QDate(2026, 11, 21), QTime(18, 0), Qt::UTC);
+constexpr OperationMode Update = OperationMode::Update;
+
+VesmarClient::UpdateSession SendingSession(int sectors, int progress)
+{
+    VesmarClient::UpdateSession session(sectors, false);
+    session.Begin();
+    session.Observe({Error::NoErrors, OperationState::InProgress, progress, Update});
+    return session;
+}
+
+VesmarClient::UpdateSession FailedSession(int sectors, int progress, Error error)
+{
+    VesmarClient::UpdateSession session = SendingSession(sectors, progress);
+    session.Observe({error, OperationState::InProgress, progress, Update});
+    return session;
+}
+
+VesmarClient::UpdateSession FinishedSession()
+{
+    VesmarClient::UpdateSession session = SendingSession(8, 100);
+    session.Observe({Error::NoErrors, OperationState::Finished, 100, Update});
+    return session;
+}
+
+Cli::Ending EndOf(const VesmarClient::UpdateSession& session, Error presentError = Error::NoErrors)
+{
+    return Cli::EndingOf(session, presentError);
+}
+
+QByteArray ResultOf(const VesmarClient::UpdateSession& session, const Cli::UpdateVersions& versions)
+{
+    const QByteArray line = Cli::ResultLine(Evening, EndOf(session), Cli::ResultFields(session, versions));
+    CheckRun(line, Cli::ExitStatusOf(session));
+    return line;
+}
+
+} // namespace
+
+class TestCliUpdateFormat : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void Progress_data();
+    void Progress();
+    void LiveLineIsCut();
+    void ProgressAsJson();
+    void Versions();
+    void FailuresSayWhatToDo_data();
+    void FailuresSayWhatToDo();
+    void OtherEnds();
+    void ErrorOfALostLink();
+    void Interruptions();
+    void ResultAsJson();
+    void ResultOfAFailureAsJson();
+};
+
+void TestCliUpdateFormat::Progress_data()
+{
+    QTest::addColumn<int>("percent");
+    QTest::addColumn<int>("confirmed");
+    QTest::addColumn<int>("milliseconds");
+    QTest::addColumn<QString>("live");
+    QTest::addColumn<QByteArray>("line");
+    QTest::newRow("nothing yet") << 0 << 0 << 400 << "  0 % [                    ]  0 of 8 sectors"
+                                 << QByteArray("  0 %  0 of 8 sectors\n");
+    QTest::newRow("a quarter") << 25 << 2 << 1000 << " 25 % [=====               ]  2 of 8 sectors, 3 s left"
+                               << QByteArray(" 25 %  2 of 8 sectors, 3 s left\n");
+    QTest::newRow("rounded up") << 50 << 4 << 1001 << " 50 % [==========          ]  4 of 8 sectors, 2 s left"
+                                << QByteArray(" 50 %  4 of 8 sectors, 2 s left\n");
+    QTest::newRow("all") << 100 << 8 << 2000 << "100 % [====================]  8 of 8 sectors, 0 s left"
+                         << QByteArray("100 %  8 of 8 sectors, 0 s left\n");
+}
+
+void TestCliUpdateFormat::Progress()
+{
+    QFETCH(int, percent);
+    QFETCH(int, confirmed);
+    QFETCH(int, milliseconds);
+    const Cli::UpdateProgress progress{percent, confirmed, 8, std::chrono::milliseconds(milliseconds)};
+    QTEST(Cli::UpdateLiveLine(progress, 80), "live");
+    QTEST(Cli::UpdateProgressLine(progress), "line");
+}
+
+void TestCliUpdateFormat::LiveLineIsCut()
+{
+    QCOMPARE(Cli::UpdateLiveLine({25, 2, 8, 1s}, 9), QStringLiteral(" 25 % [=="));
+}
+
+void TestCliUpdateFormat::ProgressAsJson()
+{
+    QCOMPARE(Cli::UpdateProgressJson(Evening, {25, 2, 8, 1s}),
+             QByteArray(R"({"event":"progress","left":3,"percent":25,"sectors":2,)"
+                        R"("time":"2026-11-21T18:00:00.000Z","total":8})"
+                        "\n"));
+    QVERIFY(Cli::UpdateProgressJson(Evening, {0, 0, 8, 1s}).contains(R"("left":null)"));
+}
+
+void TestCliUpdateFormat::Versions()
+{
+    QCOMPARE(Cli::VersionText(QStringLiteral("1.05")), QStringLiteral("1.05"));
+    QCOMPARE(Cli::VersionText(QStringLiteral("1\033")), QStringLiteral("1\\x1b"));
+    QCOMPARE(Cli::VersionText(QString()), QStringLiteral("unknown"));
+}
+
+void TestCliUpdateFormat::FailuresSayWhatToDo_data()
+{
+    QTest::addColumn<int>("sectors");
+    QTest::addColumn<int>("progress");
+    QTest::addColumn<int>("error");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("300")
+        << 8 << 0 << 300
+        << "Firmware update failed: UpdateModeChangeFailed (300): the instrument could not be "
+           "switched to update mode. Nothing was sent, and the instrument keeps its firmware; run "
+           "the same command again.";
+    QTest::newRow("303")
+        << 8 << 25 << 303
+        << "Firmware update failed: UpdateInitializationFailed (303): the instrument refused the "
+           "update, or a part of the image was not transferred. 2 of 8 sectors were confirmed. The "
+           "instrument stays in update mode; run the same command again.";
+    QTest::newRow("303 behind the first sector")
+        << 8 << 12 << 303
+        << "Firmware update failed: UpdateInitializationFailed (303): the instrument refused the "
+           "update, or a part of the image was not transferred. 1 of 8 sectors was confirmed. The "
+           "instrument stays in update mode; run the same command again.";
+    QTest::newRow("303 of many")
+        << 1000 << 1 << 303
+        << "Firmware update failed: UpdateInitializationFailed (303): the instrument "
+           "refused the update, or a part of the image was not transferred. At least 10 "
+           "of 1000 sectors were confirmed. The instrument stays in update mode; run the "
+           "same command again.";
+    QTest::newRow("304")
+        << 1000 << 100 << 304
+        << "Firmware update failed: UpdateConfirmationFailed (304): the instrument refused the "
+           "closing confirmation of the update. 1000 of 1000 sectors were confirmed. The "
+           "instrument stays in update mode; run the same command again.";
+}
+
+void TestCliUpdateFormat::FailuresSayWhatToDo()
+{
+    QFETCH(int, sectors);
+    QFETCH(int, progress);
+    QFETCH(int, error);
+    QTEST(EndOf(FailedSession(sectors, progress, static_cast<Error>(error))).message, "message");
+}
+
+void TestCliUpdateFormat::OtherEnds()
+{
+    VesmarClient::UpdateSession done = FinishedSession();
+    done.IdentityRead(OperationMode::Normal);
+    QCOMPARE(EndOf(done).status, 0);
+    QCOMPARE(EndOf(done).message,
+             QStringLiteral("Firmware update done. The instrument is back in its normal mode."));
+
+    VesmarClient::UpdateSession stuck = FinishedSession();
+    stuck.IdentityRead(Update);
+    QCOMPARE(EndOf(stuck).reason, QStringLiteral("update-mode"));
+    QCOMPARE(EndOf(stuck).status, 4);
+    QVERIFY(
+        EndOf(stuck).message.contains(QStringLiteral("stays in update mode; run the same command again.")));
+
+    VesmarClient::UpdateSession away = FinishedSession();
+    away.TimeOver(OperationState::Finished);
+    QCOMPARE(EndOf(away).reason, QStringLiteral("not-back"));
+    QCOMPARE(EndOf(away).status, 7);
+    QVERIFY(EndOf(away).message.contains(QStringLiteral("sent and confirmed, but the instrument has not")));
+
+    VesmarClient::UpdateSession unchanged(8, false);
+    unchanged.Begin();
+    unchanged.TimeOver(OperationState::Idle);
+    QCOMPARE(EndOf(unchanged).reason, QStringLiteral("mode-not-changed"));
+    QCOMPARE(EndOf(unchanged).status, 4);
+    QVERIFY(EndOf(unchanged).message.contains(QStringLiteral("did not change to update mode in time")));
+
+    VesmarClient::UpdateSession unheard(8, true);
+    unheard.Begin();
+    unheard.Observe({Error::UpdateInitializationFailed, OperationState::Idle, 0, OperationMode::Normal});
+    QVERIFY(EndOf(unheard).message.endsWith(QStringLiteral(
+        " No sector was sent. The instrument may be in update mode; check cable and power, and run the "
+        "same command again.")));
+
+    VesmarClient::UpdateSession lost(8, false);
+    lost.Begin();
+    lost.Observe({Error::CommunicationRecovery, OperationState::Idle, 0, OperationMode::Normal});
+    QCOMPARE(EndOf(lost).reason, QStringLiteral("link-lost"));
+    QCOMPARE(EndOf(lost).status, 7);
+    QVERIFY(EndOf(lost).message.contains(QStringLiteral("link was lost before the first sector")));
+}
+
+/// Where the link is lost, the library's verdict tells why, as soon as there is one.
+void TestCliUpdateFormat::ErrorOfALostLink()
+{
+    VesmarClient::UpdateSession away = FinishedSession();
+    away.TimeOver(OperationState::Finished);
+    QVERIFY(EndOf(away, Error::InvalidResponse).error == Error::InvalidResponse);
+    QVERIFY(EndOf(away, Error::CommunicationRecovery).error == Error::NoErrors);
+    QVERIFY(EndOf(away, Error::DeviceError3).error == Error::NoErrors);
+
+    const VesmarClient::UpdateSession failed = FailedSession(8, 25, Error::UpdateInitializationFailed);
+    QVERIFY(EndOf(failed, Error::NoResponse).error == Error::UpdateInitializationFailed);
+}
+
+void TestCliUpdateFormat::Interruptions()
+{
+    VesmarClient::UpdateSession before(8, false);
+    before.Begin();
+    before.Interrupt(OperationState::Idle, 2);
+    QCOMPARE(EndOf(before).reason, QStringLiteral("signal"));
+    QCOMPARE(EndOf(before).status, 128 + 2);
+    QCOMPARE(EndOf(before).message,
+             QStringLiteral("Ended by signal 2 before the first sector was sent: the instrument keeps its "
+                            "firmware. It may be in update mode; vesmar restart brings it back."));
+
+    VesmarClient::UpdateSession after = FinishedSession();
+    after.Interrupt(OperationState::Idle, 15);
+    QVERIFY(EndOf(after).message.startsWith(
+        QStringLiteral("Ended by signal 15 after the firmware was sent and confirmed.")));
+
+    QCOMPARE(Cli::UpdateGoesOnMessage(1),
+             QStringLiteral("Signal 1 does not end this: an image that is cut short leaves the instrument "
+                            "without firmware. Sending it goes on."));
+}
+
+void TestCliUpdateFormat::ResultAsJson()
+{
+    VesmarClient::UpdateSession done = FinishedSession();
+    done.IdentityRead(OperationMode::Normal);
+    QCOMPARE(ResultOf(done, {QString(), QStringLiteral("1.06")}),
+             QByteArray(R"({"error":null,"event":"result",)"
+                        R"("message":"Firmware update done. The instrument is back in its normal mode.",)"
+                        R"("outcome":"done","reason":null,"sectors":8,"status":0,)"
+                        R"("time":"2026-11-21T18:00:00.000Z","total":8,"versionAfter":"1.06",)"
+                        R"("versionBefore":null})"
+                        "\n"));
+}
+
+void TestCliUpdateFormat::ResultOfAFailureAsJson()
+{
+    const VesmarClient::UpdateSession failed = FailedSession(8, 25, Error::UpdateInitializationFailed);
+    const QByteArray line = ResultOf(failed, {QStringLiteral("1.05"), QString()});
+    const QJsonObject result = QJsonDocument::fromJson(line).object();
+    QCOMPARE(result.value(QStringLiteral("outcome")).toString(), QStringLiteral("failed"));
+    QCOMPARE(result.value(QStringLiteral("status")).toInt(), 4);
+    QCOMPARE(result.value(QStringLiteral("sectors")).toInt(), 2);
+    QCOMPARE(result.value(QStringLiteral("error")).toObject().value(QStringLiteral("number")).toInt(), 303);
+    QCOMPARE(result.value(QStringLiteral("versionBefore")).toString(), QStringLiteral("1.05"));
+    QVERIFY(result.value(QStringLiteral("versionAfter")).isNull());
+}
+
+QTEST_GUILESS_MAIN(TestCliUpdateFormat)
+#include "tst_cliupdateformat.moc"

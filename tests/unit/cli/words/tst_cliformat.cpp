@@ -1,0 +1,317 @@
+#include "cli/words/format.h"
+
+#include <QTimeZone>
+#include <QtTest>
+
+#include <limits>
+
+#include <Vesmar/monitoringresults.h>
+#include <Vesmar/rlnresults.h>
+#include <Vesmar/rpesettings.h>
+
+#include "cli/output/event.h"
+#include "cli/words/advice.h"
+
+using Vesmar::Error;
+using Vesmar::MeasurementResults;
+using Vesmar::MonitoringResults;
+using Vesmar::OperationMode;
+using Vesmar::TesterInformation;
+
+namespace
+{
+
+const QDateTime Moment(QDate(2024, 2, 29), QTime(13, 5, 9, 7), Qt::OffsetFromUTC, 2 * 3600);
+
+QByteArray TextOf(const Cli::Shown& shown)
+{
+    return Cli::ChangeText(Moment, QStringLiteral("P"), shown);
+}
+
+QByteArray JsonOf(const Cli::Shown& shown)
+{
+    return Cli::EventLine(Moment, QStringLiteral("change"), Cli::ChangeFields(QStringLiteral("P"), shown));
+}
+
+QByteArray InfoJson(const TesterInformation& identity, const Cli::Condition& condition)
+{
+    return Cli::EventLine(Moment, QStringLiteral("info"), Cli::InfoFields(identity, condition));
+}
+
+/// The lines of a property P that has this value.
+QByteArray TextLine(const char* value)
+{
+    return QByteArray("2024-02-29 13:05:09.007  P                          ") + value + '\n';
+}
+
+QByteArray JsonLineOf(const char* value)
+{
+    return QByteArray(R"({"event":"change","property":"P","time":"2024-02-29T11:05:09.007Z","value":)") +
+           value + "}\n";
+}
+
+void Fill(TesterInformation& identity)
+{
+    identity.DeviceName = QStringLiteral("ABC");
+    identity.DeviceCode = QStringLiteral("410");
+    identity.SerialNumber = QStringLiteral("204815");
+    identity.Version = QStringLiteral("1.05");
+    identity.VersionCode = QStringLiteral("03");
+    identity.RevisionCode = QStringLiteral("02");
+    identity.BuildNumber = QStringLiteral("2016");
+}
+
+Cli::Condition GoodCondition()
+{
+    return {Cli::Clocks{QDateTime(QDate(2024, 12, 31), QTime(23, 59, 58)),
+                        QDateTime(QDate(2023, 1, 2), QTime(0, 0))},
+            OperationMode::Normal, Error::NoErrors};
+}
+
+} // namespace
+
+class TestCliFormat : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void LongestPropertyKeepsItsColumn();
+    void TimeIsInUtc();
+    void Enumeration();
+    void UnnamedEnumeration();
+    void ErrorWithItsMeaning();
+    void TruthAndNumber();
+    void DateAndTime();
+    void InvalidDate();
+    void Identity();
+    void IdentityWithControlCharacters();
+    void Settings();
+    void MainsReadings();
+    void ReadingsThatAreAbsent();
+    void ReadingIsTheShortestExactDecimal();
+    void ResultsWithoutNamedReadings();
+    void Info();
+    void InfoWithoutClocks();
+    void InfoWithDatesThatDoNotExist();
+    void AdviceAsText();
+    void SentenceWithAdvice();
+};
+
+void TestCliFormat::LongestPropertyKeepsItsColumn()
+{
+    QCOMPARE(Cli::ChangeText(Moment, QStringLiteral("MeasurementFunctionStatus"), Cli::Show(1)),
+             QByteArray("2024-02-29 13:05:09.007  MeasurementFunctionStatus  1\n"));
+}
+
+void TestCliFormat::TimeIsInUtc()
+{
+    const QDateTime local(QDate(2024, 7, 1), QTime(12, 0), QTimeZone("Asia/Kolkata"));
+    QVERIFY(local.isValid());
+    QCOMPARE(
+        Cli::EventLine(local, QStringLiteral("change"), Cli::ChangeFields(QStringLiteral("P"), Cli::Show(1))),
+        QByteArray(R"({"event":"change","property":"P","time":"2024-07-01T06:30:00.000Z","value":1})"
+                   "\n"));
+}
+
+void TestCliFormat::Enumeration()
+{
+    const Cli::Shown shown = Cli::Show(OperationMode::Update);
+    QCOMPARE(TextOf(shown), TextLine("Update (3)"));
+    QCOMPARE(JsonOf(shown), JsonLineOf(R"({"name":"Update","number":3})"));
+}
+
+void TestCliFormat::UnnamedEnumeration()
+{
+    const Cli::Shown shown = Cli::Show(static_cast<Vesmar::FunctionState>(12));
+    QCOMPARE(TextOf(shown), TextLine("12"));
+    QCOMPARE(JsonOf(shown), JsonLineOf(R"({"name":null,"number":12})"));
+}
+
+void TestCliFormat::ErrorWithItsMeaning()
+{
+    const Cli::Shown shown = Cli::Show(Error::CommunicationRecovery);
+    QCOMPARE(TextOf(shown), TextLine("CommunicationRecovery (103): the link is being re-established"));
+    QCOMPARE(JsonOf(shown),
+             JsonLineOf(R"({"causes":["a request has just failed, or the instrument is restarting"],)"
+                        R"("meaning":"the link is being re-established",)"
+                        R"("name":"CommunicationRecovery",)"
+                        R"("nextStep":"Wait: within about half a minute the link is back, or one )"
+                        R"(of 100 to 102 says what is wrong. A measurement that was running has )"
+                        R"(to be started anew.","number":103})"));
+}
+
+void TestCliFormat::TruthAndNumber()
+{
+    QCOMPARE(TextOf(Cli::Show(true)), TextLine("yes"));
+    QCOMPARE(TextOf(Cli::Show(false)), TextLine("no"));
+    QCOMPARE(JsonOf(Cli::Show(true)), JsonLineOf("true"));
+    QCOMPARE(TextOf(Cli::Show(-3)), TextLine("-3"));
+    QCOMPARE(JsonOf(Cli::Show(-3)), JsonLineOf("-3"));
+}
+
+void TestCliFormat::DateAndTime()
+{
+    const Cli::Shown shown = Cli::Show(QDateTime(QDate(2031, 4, 5), QTime(6, 7, 8)));
+    QCOMPARE(TextOf(shown), TextLine("2031-04-05 06:07:08"));
+    QCOMPARE(JsonOf(shown), JsonLineOf(R"("2031-04-05T06:07:08")"));
+}
+
+void TestCliFormat::InvalidDate()
+{
+    for (const QDateTime& date : {QDateTime(), QDateTime(QDate(2024, 2, 30), QTime(1, 0))}) {
+        QCOMPARE(TextOf(Cli::Show(date)), TextLine("no valid date"));
+        QCOMPARE(JsonOf(Cli::Show(date)), JsonLineOf("null"));
+    }
+}
+
+void TestCliFormat::Identity()
+{
+    TesterInformation identity(nullptr);
+    Fill(identity);
+    const Cli::Shown shown = Cli::Show(&identity);
+    QCOMPARE(TextOf(shown),
+             TextLine("device name ABC, device code 410, serial number 204815, version 1.05, version code "
+                      "03, revision code 02, build number 2016"));
+    QCOMPARE(JsonOf(shown), JsonLineOf(R"({"BuildNumber":"2016","DeviceCode":"410","DeviceName":"ABC",)"
+                                       R"("RevisionCode":"02","SerialNumber":"204815","Version":"1.05",)"
+                                       R"("VersionCode":"03"})"));
+}
+
+void TestCliFormat::IdentityWithControlCharacters()
+{
+    TesterInformation identity(nullptr);
+    Fill(identity);
+    identity.DeviceName = QStringLiteral("A\x1b\n");
+    QVERIFY(TextOf(Cli::Show(&identity)).contains("device name A\\x1b\\x0a, "));
+    QVERIFY(Cli::InfoText(identity, GoodCondition()).startsWith("Device name:      A\\x1b\\x0a\n"));
+    QVERIFY(JsonOf(Cli::Show(&identity)).contains(R"("DeviceName":"A\u001b\n")"));
+}
+
+void TestCliFormat::Settings()
+{
+    const Vesmar::RPESettings settings;
+    const Cli::Shown shown = Cli::Show(&settings);
+    QCOMPARE(TextOf(shown), TextLine("RPE (2)"));
+    QCOMPARE(JsonOf(shown), JsonLineOf(R"({"name":"RPE","number":2})"));
+}
+
+void TestCliFormat::MainsReadings()
+{
+    const MonitoringResults results(230.5F, 0.25F, 50.0F);
+    const Cli::Shown shown = Cli::Show(&results);
+    QCOMPARE(TextOf(shown), TextLine("Monitoring (0): ULN 230.5, UNPE 0.25, frequency 50"));
+    QCOMPARE(JsonOf(shown), JsonLineOf(R"({"name":"Monitoring","number":0,"readings":)"
+                                       R"({"ULN":230.5,"UNPE":0.25,"frequency":50}})"));
+}
+
+void TestCliFormat::ReadingsThatAreAbsent()
+{
+    const MonitoringResults results(std::numeric_limits<float>::quiet_NaN(), 3.4028235e38F,
+                                    -std::numeric_limits<float>::infinity());
+    const Cli::Shown shown = Cli::Show(&results);
+    QCOMPARE(TextOf(shown), TextLine("Monitoring (0): ULN -, UNPE -, frequency -"));
+    QCOMPARE(JsonOf(shown), JsonLineOf(R"({"name":"Monitoring","number":0,"readings":)"
+                                       R"({"ULN":null,"UNPE":null,"frequency":null}})"));
+}
+
+void TestCliFormat::ReadingIsTheShortestExactDecimal()
+{
+    const MonitoringResults results(0.1F, -3.4028235e38F, 16777216.0F);
+    const Cli::Shown shown = Cli::Show(&results);
+    QCOMPARE(TextOf(shown), TextLine("Monitoring (0): ULN 0.1, UNPE -3.4028235e+38, frequency 16777216"));
+    QCOMPARE(JsonOf(shown), JsonLineOf(R"({"name":"Monitoring","number":0,"readings":)"
+                                       R"({"ULN":0.1,"UNPE":-3.4028235e+38,"frequency":16777216}})"));
+}
+
+void TestCliFormat::ResultsWithoutNamedReadings()
+{
+    const MeasurementResults results(Vesmar::MeasurementType::None, nullptr);
+    const Cli::Shown shown = Cli::Show(&results);
+    QCOMPARE(TextOf(shown), TextLine("None (-1)"));
+    QCOMPARE(JsonOf(shown), JsonLineOf(R"({"name":"None","number":-1,"readings":{}})"));
+}
+
+void TestCliFormat::Info()
+{
+    TesterInformation identity(nullptr);
+    Fill(identity);
+    QCOMPARE(Cli::InfoText(identity, GoodCondition()),
+             QByteArray("Device name:      ABC\n"
+                        "Device code:      410\n"
+                        "Serial number:    204815\n"
+                        "Version:          1.05\n"
+                        "Version code:     03\n"
+                        "Revision code:    02\n"
+                        "Build number:     2016\n"
+                        "Clock:            2024-12-31 23:59:58\n"
+                        "Last calibrated:  2023-01-02 00:00:00\n"
+                        "Mode:             Normal (0)\n"
+                        "Error:            NoErrors (15): no error\n"));
+    QCOMPARE(InfoJson(identity, GoodCondition()),
+             QByteArray(R"({"CalibrationDateTime":"2023-01-02T00:00:00",)"
+                        R"("CurrentDateTime":"2024-12-31T23:59:58",)"
+                        R"("DeviceInformation":{"BuildNumber":"2016","DeviceCode":"410","DeviceName":"ABC",)"
+                        R"("RevisionCode":"02","SerialNumber":"204815","Version":"1.05",)"
+                        R"("VersionCode":"03"},)"
+                        R"("ErrorCode":{"causes":[],"meaning":"no error","name":"NoErrors",)"
+                        R"("nextStep":"Nothing is to be done.","number":15},)"
+                        R"("TesterMode":{"name":"Normal","number":0},)"
+                        R"("event":"info","time":"2024-02-29T11:05:09.007Z"})"
+                        "\n"));
+}
+
+void TestCliFormat::InfoWithoutClocks()
+{
+    TesterInformation identity(nullptr);
+    Fill(identity);
+    const Cli::Condition condition{std::nullopt, OperationMode::Update, Error::DeviceError3};
+    const QByteArray text = Cli::InfoText(identity, condition);
+    QVERIFY(
+        text.endsWith("Clock:            cannot be read\n"
+                      "Last calibrated:  cannot be read\n"
+                      "Mode:             Update (3)\n"
+                      "Error:            DeviceError3 (3): the instrument reports its error 3\n"
+                      "  Likely causes   the instrument has found something wrong with itself, its supply or "
+                      "the connected appliance\n"
+                      "  Next step       Look the number up in the instrument's own manual; restart the "
+                      "instrument (vesmar restart) and see whether it comes back.\n"));
+    QVERIFY(
+        InfoJson(identity, condition).startsWith(R"({"CalibrationDateTime":null,"CurrentDateTime":null,)"));
+}
+
+void TestCliFormat::InfoWithDatesThatDoNotExist()
+{
+    TesterInformation identity(nullptr);
+    Cli::Condition condition = GoodCondition();
+    condition.clocks = Cli::Clocks{};
+    QVERIFY(Cli::InfoText(identity, condition)
+                .contains("Clock:            no valid date\nLast calibrated:  no valid date\n"));
+    QVERIFY(
+        InfoJson(identity, condition).startsWith(R"({"CalibrationDateTime":null,"CurrentDateTime":null,)"));
+}
+
+void TestCliFormat::AdviceAsText()
+{
+    QCOMPARE(
+        Cli::AdviceText(Vesmar::Error::UpdateConfirmationFailed),
+        QByteArray("  Likely causes   the confirmation file belongs to another image\n"
+                   "                  the image arrived damaged\n"
+                   "  Next step       The instrument waits in update mode: update it again with the image "
+                   "and the confirmation that belong together.\n"));
+    QCOMPARE(Cli::AdviceText(Vesmar::Error::NoErrors),
+             QByteArray("  Next step       Nothing is to be done.\n"));
+    QCOMPARE(Cli::AdviceText(static_cast<Vesmar::Error>(16)), QByteArray());
+}
+
+void TestCliFormat::SentenceWithAdvice()
+{
+    const QString sentence = QStringLiteral("It did not work.");
+    QCOMPARE(Cli::WithAdvice(sentence, Vesmar::Error::NoErrors), sentence);
+    QCOMPARE(Cli::WithAdvice(sentence, static_cast<Vesmar::Error>(16)), sentence);
+    QCOMPARE(Cli::WithAdvice(sentence, Vesmar::Error::UpdateDataInvalid),
+             sentence + QLatin1Char('\n') +
+                 QString::fromUtf8(Cli::AdviceText(Vesmar::Error::UpdateDataInvalid)).chopped(1));
+}
+
+QTEST_GUILESS_MAIN(TestCliFormat)
+#include "tst_cliformat.moc"
