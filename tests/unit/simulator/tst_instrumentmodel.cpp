@@ -1,35 +1,12 @@
 #include <QtTest>
 
+#include "askedmodel.h"
 #include "simulator/model/deviceclock.h"
-#include "simulator/model/instrumentmodel.h"
 #include "support/wire.h"
 
 using namespace Wire;
 using namespace std::chrono_literals;
-using Simulator::InstrumentModel;
 using Simulator::ModelOptions;
-using Simulator::TimePoint;
-using std::chrono::milliseconds;
-
-namespace
-{
-
-const TimePoint Start;
-
-ModelOptions Options()
-{
-    ModelOptions options;
-    options.date = QDateTime(QDate(2024, 12, 31), QTime(23, 59, 58), Qt::UTC);
-    return options;
-}
-
-/// The status data so many milliseconds after the start, in hexadecimal.
-QByteArray StatusAt(InstrumentModel* model, int time)
-{
-    return model->Answer(ReadStatus, Start + milliseconds(time)).left(2).toHex();
-}
-
-} // namespace
 
 class TestInstrumentModel : public QObject
 {
@@ -38,125 +15,121 @@ class TestInstrumentModel : public QObject
 private Q_SLOTS:
     void ReportsItsStatus()
     {
-        InstrumentModel model(Options(), Start);
-        QCOMPARE(model.Answer(ReadStatus, Start), IdleStatus);
+        AskedModel instrument;
+        QCOMPARE(instrument.Ask(ReadStatus, 0), IdleStatus);
     }
 
     void ReportsItsVersion()
     {
-        InstrumentModel model(Options(), Start);
-        QCOMPARE(model.Answer(Bytes("57122a"), Start).toHex(),
-                 QByteArray("5041543431303230343831353130353033303232303136f923"));
+        AskedModel instrument;
+        QCOMPARE(instrument.Ask(Bytes("57122a"), 0),
+                 Bytes("5041543431303230343831353130353033303232303136f923"));
     }
 
     void ClockRuns()
     {
-        InstrumentModel model(Options(), Start);
-        QCOMPARE(model.Answer(ReadCurrentDate, Start).left(6).toHex(), QByteArray("241231235958"));
-        QCOMPARE(model.Answer(ReadCurrentDate, Start + 3000ms).left(6).toHex(), QByteArray("250101000001"));
+        AskedModel instrument;
+        instrument.Converse(
+            {{0, ReadCurrentDate, Sealed("241231235958")}, {3000, ReadCurrentDate, Sealed("250101000001")}});
     }
 
     void ClockCanBeSet()
     {
-        InstrumentModel model(Options(), Start);
-        QCOMPARE(model.Answer(Bytes("72240307140509ab99"), Start), Acknowledge);
-        QCOMPARE(model.Answer(ReadCurrentDate, Start + 1000ms).left(6).toHex(), QByteArray("240307140510"));
-        QCOMPARE(model.Date(Start), QDateTime(QDate(2024, 3, 7), QTime(14, 5, 9), Qt::UTC));
+        AskedModel instrument;
+        instrument.Converse(
+            {{0, Bytes("72240307140509ab99"), Acknowledge}, {1000, ReadCurrentDate, Sealed("240307140510")}});
+        QCOMPARE(instrument.model.Date(AskedModel::At(0)),
+                 QDateTime(QDate(2024, 3, 7), QTime(14, 5, 9), Qt::UTC));
     }
 
     void CalibrationDateCanBeSetInCalibrationModeOnly()
     {
         const QByteArray setDate = Bytes("74240229000000b4f6");
-        InstrumentModel model(Options(), Start);
-        const QByteArray before = model.Answer(ReadCalibrationDate, Start);
+        AskedModel instrument;
+        const QByteArray before = instrument.Ask(ReadCalibrationDate);
         QCOMPARE(before.toHex(), QByteArray("240215000000c8d0"));
-        QCOMPARE(model.Answer(setDate, Start), Refusal);
-        QCOMPARE(model.Answer(ReadCalibrationDate, Start), before);
+        instrument.Converse({{0, setDate, Refusal}, {0, ReadCalibrationDate, before}});
 
-        model.SetMode(1);
-        QCOMPARE(model.Answer(setDate, Start), Acknowledge);
-        QCOMPARE(model.Answer(ReadCalibrationDate, Start).left(6).toHex(), QByteArray("240229000000"));
-        QCOMPARE(model.CalibrationDate().date(), QDate(2024, 2, 29));
+        instrument.model.SetMode(1);
+        instrument.Converse({{0, setDate, Acknowledge}, {0, ReadCalibrationDate, Sealed("240229000000")}});
+        QCOMPARE(instrument.model.CalibrationDate().date(), QDate(2024, 2, 29));
     }
 
     void RefusesDatesThatDoNotExist()
     {
-        InstrumentModel model(Options(), Start);
-        model.SetMode(1);
-        QCOMPARE(model.Answer(Bytes("72340230140509ba54"), Start), Refusal); // 30 February
-        QCOMPARE(model.Answer(Bytes("72a402281405097a04"), Start), Refusal); // a digit above 9
-        QCOMPARE(model.Answer(ReadCurrentDate, Start).left(6).toHex(), QByteArray("241231235958"));
+        AskedModel instrument;
+        instrument.model.SetMode(1);
+        instrument.Converse({{0, Bytes("72340230140509ba54"), Refusal}, // 30 February
+                             {0, Bytes("72a402281405097a04"), Refusal}, // a digit above 9
+                             {0, ReadCurrentDate, Sealed("241231235958")}});
     }
 
     void NewReadingsComeAndAreTaken()
     {
-        InstrumentModel model(Options(), Start);
-        const QByteArray first = model.Answer(ReadMeasurement, Start);
+        AskedModel instrument;
+        const QByteArray first = instrument.Ask(ReadMeasurement);
         QCOMPARE(first.toHex(), QByteArray("00006643cdcccc3e00004842000000000000000000000000527e"));
-        QCOMPARE(model.Answer(ReadStatus, Start + 499ms), IdleStatus);
+        QCOMPARE(instrument.Ask(ReadStatus, 499), IdleStatus);
 
-        QCOMPARE(model.Answer(ReadStatus, Start + 500ms), ReadyStatus);
-        QCOMPARE(model.Answer(ReadStatus, Start + 501ms), ReadyStatus);
-        const QByteArray second = model.Answer(ReadMeasurement, Start + 502ms);
+        instrument.Converse({{500, ReadStatus, ReadyStatus}, {501, ReadStatus, ReadyStatus}});
+        const QByteArray second = instrument.Ask(ReadMeasurement, 502);
         QCOMPARE(second.size(), 26);
         QVERIFY(second != first);
-        QCOMPARE(model.Answer(ReadStatus, Start + 503ms), IdleStatus);
-        QCOMPARE(model.Answer(ReadStatus, Start + 1000ms), ReadyStatus);
+        instrument.Converse({{503, ReadStatus, IdleStatus}, {1000, ReadStatus, ReadyStatus}});
     }
 
     void NoReadingsWhileAFunctionIsActive()
     {
-        InstrumentModel model(Options(), Start);
-        model.SetFunction(5);
-        QCOMPARE(model.Answer(ReadStatus, Start + 600ms).left(2).toHex(), QByteArray("05f7"));
+        AskedModel instrument;
+        instrument.model.SetFunction(5);
+        QCOMPARE(instrument.Ask(ReadStatus, 600), Sealed("05f7"));
     }
 
     void StopEndsAFunction()
     {
-        InstrumentModel model(Options(), Start);
-        model.SetFunction(5);
-        QCOMPARE(model.Answer(ReadStatus, Start).left(2).toHex(), QByteArray("05f7"));
-        QCOMPARE(model.Answer(StopMeasurement, Start), Acknowledge);
-        QCOMPARE(model.Answer(ReadStatus, Start), IdleStatus);
-        QCOMPARE(model.Answer(StopMeasurement, Start), Acknowledge);
+        AskedModel instrument;
+        instrument.model.SetFunction(5);
+        instrument.Converse({{0, ReadStatus, Sealed("05f7")},
+                             {0, StopMeasurement, Acknowledge},
+                             {0, ReadStatus, IdleStatus},
+                             {0, StopMeasurement, Acknowledge}});
     }
 
     void ModeChangeRestarts()
     {
-        InstrumentModel model(Options(), Start);
-        QCOMPARE(model.Answer(ChangeToCalibrationMode, Start), Acknowledge);
-        QCOMPARE(model.Answer(ReadStatus, Start + 499ms), QByteArray());
-        QCOMPARE(model.Answer(ChangeToNormalMode, Start + 499ms), QByteArray());
-        QCOMPARE(model.Answer(ReadStatus, Start + 500ms).left(2).toHex(), QByteArray("20fe"));
+        AskedModel instrument;
+        instrument.Converse({{0, ChangeToCalibrationMode, Acknowledge},
+                             {499, ReadStatus, QByteArray()},
+                             {499, ChangeToNormalMode, QByteArray()},
+                             {500, ReadStatus, Sealed("20fe")}});
 
-        QCOMPARE(model.Answer(ChangeToUpdateMode, Start + 600ms), Acknowledge);
-        QCOMPARE(model.Answer(ReadStatus, Start + 1100ms).left(2).toHex(), QByteArray("60fe"));
-        QCOMPARE(model.Answer(Bytes("780474c1"), Start + 1100ms), Refusal);
+        instrument.Converse({{600, ChangeToUpdateMode, Acknowledge},
+                             {1100, ReadStatus, Sealed("60fe")},
+                             {1100, Bytes("780474c1"), Refusal}});
     }
 
     void RestartEndsAFunction()
     {
-        InstrumentModel model(Options(), Start);
-        model.SetFunction(9);
-        QCOMPARE(model.Answer(ChangeToNormalMode, Start), Acknowledge);
-        QCOMPARE(model.Answer(ReadStatus, Start + 500ms), IdleStatus);
+        AskedModel instrument;
+        instrument.model.SetFunction(9);
+        instrument.Converse({{0, ChangeToNormalMode, Acknowledge}, {500, ReadStatus, IdleStatus}});
     }
 
     void SameModeRestartsToo()
     {
-        ModelOptions options = Options();
+        ModelOptions options = AskedModel::Options();
         options.restartTime = 20ms;
-        InstrumentModel model(options, Start);
-        QCOMPARE(model.Answer(ChangeToNormalMode, Start), Acknowledge);
-        QCOMPARE(model.Answer(ReadStatus, Start + 19ms), QByteArray());
-        QCOMPARE(model.Answer(ReadStatus, Start + 20ms), IdleStatus);
+        AskedModel instrument(options);
+        instrument.Converse({{0, ChangeToNormalMode, Acknowledge},
+                             {19, ReadStatus, QByteArray()},
+                             {20, ReadStatus, IdleStatus}});
     }
 
     void ErrorIsReported()
     {
-        InstrumentModel model(Options(), Start);
-        model.SetError(3);
-        QCOMPARE(model.Answer(ReadStatus, Start).left(2).toHex(), QByteArray("003e"));
+        AskedModel instrument;
+        instrument.model.SetError(3);
+        QCOMPARE(instrument.Ask(ReadStatus, 0), Sealed("003e"));
     }
 
     void PreparesEveryFunction_data()
@@ -182,107 +155,106 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, request);
         QFETCH(QByteArray, preparing);
-        InstrumentModel model(Options(), Start);
-        QCOMPARE(StatusAt(&model, 600), QByteArray("80fe")); // readings that the preparation makes void
-        QCOMPARE(model.Answer(request, Start + 600ms), Acknowledge);
-        QCOMPARE(StatusAt(&model, 600), preparing);
-        QCOMPARE(StatusAt(&model, 750), preparing.left(3) + '4');
-        QCOMPARE(model.Answer(StartMeasurement, Start + 800ms), Acknowledge);
-        QCOMPARE(StatusAt(&model, 850), preparing.left(3) + '5');
-        QCOMPARE(StatusAt(&model, 1000), preparing.left(3) + '7');
+        AskedModel instrument;
+        instrument.Converse({{600, ReadStatus, Sealed("80fe")}, // readings that the preparation makes void
+                             {600, request, Acknowledge}});
+        QCOMPARE(instrument.Ask(ReadStatus, 600).left(2).toHex(), preparing);
+        QCOMPARE(instrument.Ask(ReadStatus, 750).left(2).toHex(), preparing.left(3) + '4');
+        QCOMPARE(instrument.Ask(StartMeasurement, 800), Acknowledge);
+        QCOMPARE(instrument.Ask(ReadStatus, 850).left(2).toHex(), preparing.left(3) + '5');
+        QCOMPARE(instrument.Ask(ReadStatus, 1000).left(2).toHex(), preparing.left(3) + '7');
     }
 
     void SingleMeasurement()
     {
-        InstrumentModel model(Options(), Start);
-        QCOMPARE(model.Answer(PrepareRln, Start), Acknowledge);
-        QCOMPARE(model.Answer(ReadStatus, Start), Bytes("01f10fcc"));
-        QCOMPARE(model.Answer(ReadStatus, Start + 150ms), Bytes("01f4aa9c"));
-        QCOMPARE(model.Answer(StartMeasurement, Start + 200ms), Acknowledge);
-        QCOMPARE(model.Answer(ReadStatus, Start + 400ms), Bytes("01f7c9ac"));
-        QCOMPARE(model.Answer(ReadStatus, Start + 1399ms), Bytes("01f7c9ac"));
-        QCOMPARE(model.Answer(ReadStatus, Start + 1400ms), Bytes("81f2f4e7"));
-        const QByteArray result = model.Answer(ReadMeasurement, Start + 1410ms);
+        AskedModel instrument;
+        instrument.Converse({{0, PrepareRln, Acknowledge},
+                             {0, ReadStatus, Bytes("01f10fcc")},
+                             {150, ReadStatus, Bytes("01f4aa9c")},
+                             {200, StartMeasurement, Acknowledge},
+                             {400, ReadStatus, Bytes("01f7c9ac")},
+                             {1399, ReadStatus, Bytes("01f7c9ac")},
+                             {1400, ReadStatus, Bytes("81f2f4e7")}});
+        const QByteArray result = instrument.Ask(ReadMeasurement, 1410);
         QCOMPARE(result.size(), 26);
         QVERIFY(result != QByteArray(26, '\0'));
-        QCOMPARE(model.Answer(ReadStatus, Start + 1500ms), Bytes("01f26cfc"));
-        QCOMPARE(model.Answer(StopMeasurement, Start + 1600ms), Acknowledge);
-        QCOMPARE(StatusAt(&model, 1600), QByteArray("00fe"));
+        instrument.Converse({{1500, ReadStatus, Bytes("01f26cfc")},
+                             {1600, StopMeasurement, Acknowledge},
+                             {1600, ReadStatus, Sealed("00fe")}});
     }
 
     void ContinuousMeasurement()
     {
-        InstrumentModel model(Options(), Start);
-        QCOMPARE(model.Answer(PrepareHvTest, Start), Acknowledge);
-        QCOMPARE(model.Answer(ReadStatus, Start), Bytes("09f1a645"));
-        QCOMPARE(model.Answer(ReadStatus, Start + 150ms), Bytes("09f40315"));
-        QCOMPARE(model.Answer(StartMeasurement, Start + 200ms), Acknowledge);
-        QCOMPARE(model.Answer(ReadStatus, Start + 249ms), Bytes("09f40315"));
-        QCOMPARE(model.Answer(ReadStatus, Start + 250ms), Bytes("09f52205"));
-        QCOMPARE(model.Answer(ReadStatus, Start + 400ms), Bytes("09f76025"));
-        QCOMPARE(model.Answer(ReadStatus, Start + 500ms), Bytes("89f7f83e"));
-        QCOMPARE(model.Answer(ReadMeasurement, Start + 510ms).size(), 26);
-        QCOMPARE(model.Answer(ReadStatus, Start + 520ms), Bytes("09f76025"));
-        QCOMPARE(model.Answer(StopMeasurement, Start + 530ms), Acknowledge);
-        QCOMPARE(model.Answer(ReadStatus, Start + 540ms), Bytes("09f88fd4"));
-        QCOMPARE(model.Answer(ReadStatus, Start + 680ms), Bytes("09f9aec4"));
-        QCOMPARE(model.Answer(StopMeasurement, Start + 700ms), Acknowledge);
-        QCOMPARE(StatusAt(&model, 700), QByteArray("00fe"));
+        AskedModel instrument;
+        instrument.Converse({{0, PrepareHvTest, Acknowledge},
+                             {0, ReadStatus, Bytes("09f1a645")},
+                             {150, ReadStatus, Bytes("09f40315")},
+                             {200, StartMeasurement, Acknowledge},
+                             {249, ReadStatus, Bytes("09f40315")},
+                             {250, ReadStatus, Bytes("09f52205")},
+                             {400, ReadStatus, Bytes("09f76025")},
+                             {500, ReadStatus, Bytes("89f7f83e")}});
+        QCOMPARE(instrument.Ask(ReadMeasurement, 510).size(), 26);
+        instrument.Converse({{520, ReadStatus, Bytes("09f76025")},
+                             {530, StopMeasurement, Acknowledge},
+                             {540, ReadStatus, Bytes("09f88fd4")},
+                             {680, ReadStatus, Bytes("09f9aec4")},
+                             {700, StopMeasurement, Acknowledge},
+                             {700, ReadStatus, Sealed("00fe")}});
     }
 
     void PreparesInNormalModeOnly()
     {
-        InstrumentModel model(Options(), Start);
+        AskedModel instrument;
         for (const int mode : {1, 2, 3}) {
-            model.SetMode(mode);
-            QCOMPARE(model.Answer(PrepareRln, Start), Refusal);
+            instrument.model.SetMode(mode);
+            QCOMPARE(instrument.Ask(PrepareRln, 0), Refusal);
         }
-        model.SetMode(0);
-        QCOMPARE(model.Answer(PrepareRln, Start), Acknowledge);
+        instrument.model.SetMode(0);
+        QCOMPARE(instrument.Ask(PrepareRln, 0), Acknowledge);
     }
 
     void ReadingWithoutAResult()
     {
-        InstrumentModel model(Options(), Start);
-        QCOMPARE(model.Answer(PrepareRln, Start), Acknowledge);
-        QCOMPARE(model.Answer(ReadMeasurement, Start), QByteArray(26, '\0'));
+        AskedModel instrument;
+        instrument.Converse({{0, PrepareRln, Acknowledge}, {0, ReadMeasurement, QByteArray(26, '\0')}});
     }
 
     void MonitoringGoesOnAfterAMeasurement()
     {
-        InstrumentModel model(Options(), Start);
-        QCOMPARE(model.Answer(PrepareRln, Start), Acknowledge);
-        QCOMPARE(StatusAt(&model, 600), QByteArray("01f4"));
-        QCOMPARE(model.Answer(StopMeasurement, Start + 610ms), Acknowledge);
-        QCOMPARE(StatusAt(&model, 620), QByteArray("00fe"));
-        QCOMPARE(StatusAt(&model, 1100), QByteArray("80fe"));
-        const QByteArray readings = model.Answer(ReadMeasurement, Start + 1100ms);
+        AskedModel instrument;
+        instrument.Converse({{0, PrepareRln, Acknowledge},
+                             {600, ReadStatus, Sealed("01f4")},
+                             {610, StopMeasurement, Acknowledge},
+                             {620, ReadStatus, Sealed("00fe")},
+                             {1100, ReadStatus, Sealed("80fe")}});
+        const QByteArray readings = instrument.Ask(ReadMeasurement, 1100);
         QCOMPARE(readings.mid(12, 12), QByteArray(12, '\0'));
         QVERIFY(readings.left(12) != QByteArray(12, '\0'));
-        QCOMPARE(StatusAt(&model, 1110), QByteArray("00fe"));
+        QCOMPARE(instrument.Ask(ReadStatus, 1110), Sealed("00fe"));
     }
 
     void StopThatComesTooLate()
     {
-        InstrumentModel model(Options(), Start);
-        QCOMPARE(model.Answer(PrepareRln, Start), Acknowledge);
-        QCOMPARE(model.Answer(StartMeasurement, Start + 200ms), Acknowledge);
-        QCOMPARE(StatusAt(&model, 1399), QByteArray("01f7"));
-        QCOMPARE(model.Answer(StopMeasurement, Start + 1400ms), Acknowledge);
-        QCOMPARE(StatusAt(&model, 1410), QByteArray("81f2"));
-        QCOMPARE(model.Answer(StopMeasurement, Start + 1420ms), Acknowledge);
-        QCOMPARE(StatusAt(&model, 1430), QByteArray("00fe"));
+        AskedModel instrument;
+        instrument.Converse({{0, PrepareRln, Acknowledge},
+                             {200, StartMeasurement, Acknowledge},
+                             {1399, ReadStatus, Sealed("01f7")},
+                             {1400, StopMeasurement, Acknowledge},
+                             {1410, ReadStatus, Sealed("81f2")},
+                             {1420, StopMeasurement, Acknowledge},
+                             {1430, ReadStatus, Sealed("00fe")}});
     }
 
     void RestartEndsAMeasurement()
     {
-        InstrumentModel model(Options(), Start);
-        QCOMPARE(model.Answer(PrepareHvTest, Start), Acknowledge);
-        QCOMPARE(model.Answer(StartMeasurement, Start + 200ms), Acknowledge);
-        QCOMPARE(StatusAt(&model, 600), QByteArray("89f7"));
-        QCOMPARE(model.Answer(ChangeToNormalMode, Start + 600ms), Acknowledge);
-        QCOMPARE(StatusAt(&model, 1100), QByteArray("00fe"));
-        const QStringList changes = model.CollectChanges();
+        AskedModel instrument;
+        instrument.Converse({{0, PrepareHvTest, Acknowledge},
+                             {200, StartMeasurement, Acknowledge},
+                             {600, ReadStatus, Sealed("89f7")},
+                             {600, ChangeToNormalMode, Acknowledge},
+                             {1100, ReadStatus, Sealed("00fe")}});
+        const QStringList changes = instrument.model.CollectChanges();
         QCOMPARE(changes.mid(changes.size() - 2),
                  (QStringList{QStringLiteral("function 9 ended by a restart"),
                               QStringLiteral("restarted into mode 0")}));
@@ -290,32 +262,31 @@ private Q_SLOTS:
 
     void Scenario()
     {
-        InstrumentModel model(Options(), Start);
-        model.SetScenario(Simulator::Scenario::RefusesPrepare, 1);
-        QCOMPARE(model.Answer(PrepareRln, Start), Refusal);
-        model.SetScenario(Simulator::Scenario::PrepareError, 1);
-        QCOMPARE(model.Answer(PrepareRln, Start), Acknowledge);
-        QCOMPARE(StatusAt(&model, 150), QByteArray("01f3"));
+        AskedModel instrument;
+        instrument.model.SetScenario(Simulator::Scenario::RefusesPrepare, 1);
+        QCOMPARE(instrument.Ask(PrepareRln, 0), Refusal);
+        instrument.model.SetScenario(Simulator::Scenario::PrepareError, 1);
+        instrument.Converse({{0, PrepareRln, Acknowledge}, {150, ReadStatus, Sealed("01f3")}});
 
-        model.SetScenario(Simulator::Scenario::FallsBack, 1);
-        QCOMPARE(model.Answer(PrepareRln, Start + 200ms), Acknowledge);
-        QCOMPARE(StatusAt(&model, 350), QByteArray("01f4"));
-        QCOMPARE(model.Answer(StartMeasurement, Start + 400ms), Acknowledge);
-        QCOMPARE(StatusAt(&model, 5000), QByteArray("01f5")); // that the status told of it is what ends it
-        QCOMPARE(StatusAt(&model, 5001), QByteArray("01f4"));
+        instrument.model.SetScenario(Simulator::Scenario::FallsBack, 1);
+        instrument.Converse({{200, PrepareRln, Acknowledge},
+                             {350, ReadStatus, Sealed("01f4")},
+                             {400, StartMeasurement, Acknowledge},
+                             {5000, ReadStatus, Sealed("01f5")}, // that the status told of it is what ends it
+                             {5001, ReadStatus, Sealed("01f4")}});
     }
 
     void TellsWhatAndWhenItChanges()
     {
-        InstrumentModel model(Options(), Start);
-        QVERIFY(!model.NextChangeAt().has_value());
-        QCOMPARE(model.Answer(PrepareRln, Start), Acknowledge);
-        QVERIFY(model.NextChangeAt() == Start + 150ms);
-        model.Advance(Start + 150ms);
-        QCOMPARE(model.Status().functionState, 4);
-        QCOMPARE(model.CollectChanges(), (QStringList{QStringLiteral("function 1 preparing"),
-                                                      QStringLiteral("function 1 prepared")}));
-        QCOMPARE(model.CollectChanges(), QStringList());
+        AskedModel instrument;
+        QVERIFY(!instrument.model.NextChangeAt().has_value());
+        QCOMPARE(instrument.Ask(PrepareRln, 0), Acknowledge);
+        QVERIFY(instrument.model.NextChangeAt() == AskedModel::At(150));
+        instrument.model.Advance(AskedModel::At(150));
+        QCOMPARE(instrument.model.Status().functionState, 4);
+        QCOMPARE(instrument.model.CollectChanges(), (QStringList{QStringLiteral("function 1 preparing"),
+                                                                 QStringLiteral("function 1 prepared")}));
+        QCOMPARE(instrument.model.CollectChanges(), QStringList());
     }
 
     void Refuses_data()
@@ -337,8 +308,8 @@ private Q_SLOTS:
     void Refuses()
     {
         QFETCH(QByteArray, request);
-        InstrumentModel model(Options(), Start);
-        QCOMPARE(model.Answer(request, Start), Refusal);
+        AskedModel instrument;
+        QCOMPARE(instrument.Ask(request, 0), Refusal);
     }
 
     void ClockRunsWithTheTime()

@@ -1,15 +1,10 @@
 #include <QtTest>
 
-#include "simulator/model/instrumentmodel.h"
+#include "askedmodel.h"
 #include "support/wire.h"
 
 using namespace Wire;
-using Simulator::FramePiece;
-using Simulator::InstrumentModel;
-using Simulator::ModelOptions;
 using Simulator::Scenario;
-using Simulator::TimePoint;
-using std::chrono::milliseconds;
 
 namespace
 {
@@ -27,44 +22,6 @@ const QByteArray CheckPending = Bytes("8af32f2b");
 const QByteArray Checked = Bytes("0af3b730");
 const QByteArray CheckClean(26, '\0');
 const QByteArray Check3 = '\x03' + QByteArray(23, '\0') + Bytes("0559");
-
-const TimePoint Start;
-
-/// An instrument and a program that asks it, so many milliseconds after the start.
-class AskedInstrument
-{
-public:
-    explicit AskedInstrument(Scenario scenario = Scenario::None, int number = 1) : model(Options(), Start)
-    {
-        model.SetScenario(scenario, number);
-    }
-
-    QByteArray Ask(const QByteArray& request, int time)
-    {
-        return model.Answer(request, Start + milliseconds(time));
-    }
-
-    /// What it has sent unasked since the last call.
-    QByteArrayList FramesUntil(int time)
-    {
-        model.Advance(Start + milliseconds(time));
-        QByteArrayList frames;
-        for (const FramePiece& piece : model.CollectFrames()) {
-            frames.append(piece.bytes);
-        }
-        return frames;
-    }
-
-    InstrumentModel model;
-
-private:
-    static ModelOptions Options()
-    {
-        ModelOptions options;
-        options.date = QDateTime(QDate(2024, 12, 31), QTime(23, 59, 58), Qt::UTC);
-        return options;
-    }
-};
 
 } // namespace
 
@@ -90,11 +47,11 @@ private Q_SLOTS:
         QFETCH(QByteArray, prepared);
         QFETCH(QByteArray, running);
         QFETCH(QByteArray, completed);
-        AskedInstrument instrument;
-        QCOMPARE(instrument.Ask(prepare, 0), Acknowledge);
-        QCOMPARE(instrument.Ask(ReadStatus, 150), prepared);
-        QCOMPARE(instrument.Ask(StartMeasurement, 200), Acknowledge);
-        QCOMPARE(instrument.Ask(ReadStatus, 200), running);
+        AskedModel instrument;
+        instrument.Converse({{0, prepare, Acknowledge},
+                             {150, ReadStatus, prepared},
+                             {200, StartMeasurement, Acknowledge},
+                             {200, ReadStatus, running}});
         QCOMPARE(instrument.FramesUntil(1099), (QByteArrayList{running, running, running, running}));
         const QByteArrayList last = instrument.FramesUntil(1100);
         QCOMPARE(last.size(), 1);
@@ -106,29 +63,28 @@ private Q_SLOTS:
 
     void CleanUp()
     {
-        AskedInstrument instrument;
-        QCOMPARE(instrument.Ask(PrepareCleanUp, 0), Acknowledge);
-        QCOMPARE(instrument.Ask(ReadStatus, 150), IecPrepared);
-        QCOMPARE(instrument.Ask(StartMeasurement, 200), Acknowledge);
-        QCOMPARE(instrument.Ask(ReadStatus, 899), IecRunning);
-        QCOMPARE(instrument.Ask(PrepareIec, 899), Refusal);
-        QCOMPARE(instrument.Ask(ReadStatus, 900), IecCompleted);
+        AskedModel instrument;
+        instrument.Converse({{0, PrepareCleanUp, Acknowledge},
+                             {150, ReadStatus, IecPrepared},
+                             {200, StartMeasurement, Acknowledge},
+                             {899, ReadStatus, IecRunning},
+                             {899, PrepareIec, Refusal},
+                             {900, ReadStatus, IecCompleted}});
         QCOMPARE(instrument.FramesUntil(60000), (QByteArrayList{IecRunning, IecRunning, IecRunning}));
         QCOMPARE(instrument.Ask(PrepareIec, 60000), Acknowledge);
     }
 
     void RefusesUnknownPayloads()
     {
-        AskedInstrument instrument;
-        QCOMPARE(instrument.Ask(PrepareUnknownMode, 0), Refusal);
-        QCOMPARE(instrument.Ask(StartMeasurement, 0), Refusal);
+        AskedModel instrument;
+        instrument.Converse({{0, PrepareUnknownMode, Refusal}, {0, StartMeasurement, Refusal}});
         QCOMPARE(instrument.model.Status().function, 0);
     }
 
     void PreparesInNormalModeOnly()
     {
         for (const int mode : {1, 2, 3}) {
-            AskedInstrument instrument;
+            AskedModel instrument;
             instrument.model.SetMode(mode);
             QCOMPARE(instrument.Ask(PrepareUbRe, 0), Refusal);
         }
@@ -136,10 +92,12 @@ private Q_SLOTS:
 
     void Stop()
     {
-        AskedInstrument instrument;
-        QCOMPARE(instrument.Ask(PrepareUbRe, 0), Acknowledge);
-        QCOMPARE(instrument.Ask(StartMeasurement, 200), Acknowledge);
-        QCOMPARE(instrument.Ask(StopMeasurement, 400), Acknowledge); // together with the first frame
+        AskedModel instrument;
+        instrument.Converse({
+            {0, PrepareUbRe, Acknowledge},
+            {200, StartMeasurement, Acknowledge},
+            {400, StopMeasurement, Acknowledge} // together with the first frame
+        });
         QCOMPARE(instrument.FramesUntil(60000), QByteArrayList());
         QCOMPARE(instrument.model.Status().function, 0);
         QCOMPARE(instrument.Ask(StartMeasurement, 60000), Refusal);
@@ -147,121 +105,120 @@ private Q_SLOTS:
 
     void CheckObject()
     {
-        AskedInstrument instrument(Scenario::RcdCheckOnce, 3);
-        QCOMPARE(instrument.Ask(PrepareUbRe, 0), Acknowledge);
-        QCOMPARE(instrument.Ask(ReadStatus, 149), Preparing);
-        QCOMPARE(instrument.Ask(ReadStatus, 150), CheckPending);
-        QCOMPARE(instrument.Ask(StartMeasurement, 150), Refusal);
-        QCOMPARE(instrument.Ask(ReadMeasurement, 200), Check3);
-        QCOMPARE(instrument.Ask(ReadStatus, 200), CheckPending);
-        QCOMPARE(instrument.Ask(StartMeasurement, 200), Refusal);
-        QCOMPARE(instrument.Ask(ReadMeasurement, 300), CheckClean);
-        QCOMPARE(instrument.Ask(ReadStatus, 300), Checked);
-        QCOMPARE(instrument.Ask(StartMeasurement, 400), Acknowledge);
-        QCOMPARE(instrument.Ask(ReadStatus, 400), RcdRunningStatus);
+        AskedModel instrument(Scenario::RcdCheckOnce, 3);
+        instrument.Converse({{0, PrepareUbRe, Acknowledge},
+                             {149, ReadStatus, Preparing},
+                             {150, ReadStatus, CheckPending},
+                             {150, StartMeasurement, Refusal},
+                             {200, ReadMeasurement, Check3},
+                             {200, ReadStatus, CheckPending},
+                             {200, StartMeasurement, Refusal},
+                             {300, ReadMeasurement, CheckClean},
+                             {300, ReadStatus, Checked},
+                             {400, StartMeasurement, Acknowledge},
+                             {400, ReadStatus, RcdRunningStatus}});
         QCOMPARE(instrument.FramesUntil(1300).size(), 5);
     }
 
     void CheckObjectGetsLost()
     {
-        AskedInstrument instrument(Scenario::RcdCheckLost);
-        QCOMPARE(instrument.Ask(PrepareUbRe, 0), Acknowledge);
-        QCOMPARE(instrument.Ask(ReadStatus, 150), CheckPending);
-        QCOMPARE(instrument.Ask(ReadMeasurement, 150), NoAnswer);
-        QCOMPARE(instrument.Ask(ReadStatus, 150), CheckPending);
+        AskedModel instrument(Scenario::RcdCheckLost);
+        instrument.Converse({{0, PrepareUbRe, Acknowledge},
+                             {150, ReadStatus, CheckPending},
+                             {150, ReadMeasurement, NoAnswer},
+                             {150, ReadStatus, CheckPending}});
     }
 
     void ErrorOfTheTestOnly()
     {
-        AskedInstrument instrument(Scenario::RcdError, 3);
+        AskedModel instrument(Scenario::RcdError, 3);
         instrument.model.SetError(7);
-        QCOMPARE(instrument.Ask(ReadStatus, 0).left(2).toHex(), QByteArray("007e"));
-        QCOMPARE(instrument.Ask(PrepareUbRe, 0), Acknowledge);
-        QCOMPARE(instrument.Ask(ReadStatus, 150), Bytes("0a341c99"));
+        instrument.Converse({{0, ReadStatus, Sealed("007e")},
+                             {0, PrepareUbRe, Acknowledge},
+                             {150, ReadStatus, Bytes("0a341c99")}});
         instrument.model.SetScenario(Scenario::None, 1);
         QCOMPARE(instrument.Ask(ReadStatus, 150), RcdPreparedStatus);
     }
 
     void TakesThePlaceOfAFunctionAtRest()
     {
-        AskedInstrument instrument;
-        QCOMPARE(instrument.Ask(PrepareHvTest, 0), Acknowledge);
-        QCOMPARE(instrument.Ask(PrepareUbRe, 200), Acknowledge);
-        QCOMPARE(instrument.Ask(ReadStatus, 200), Preparing);
-        QCOMPARE(instrument.Ask(StartMeasurement, 400), Acknowledge);
-        QCOMPARE(instrument.Ask(StopMeasurement, 400), Acknowledge);
+        AskedModel instrument;
+        instrument.Converse({{0, PrepareHvTest, Acknowledge},
+                             {200, PrepareUbRe, Acknowledge},
+                             {200, ReadStatus, Preparing},
+                             {400, StartMeasurement, Acknowledge},
+                             {400, StopMeasurement, Acknowledge}});
         QCOMPARE(instrument.model.Status().function, 0); // not even the one before
     }
 
     void GivesWayToAFunction()
     {
-        AskedInstrument instrument;
-        QCOMPARE(instrument.Ask(PrepareUbRe, 0), Acknowledge);
-        QCOMPARE(instrument.Ask(PrepareHvTest, 200), Acknowledge);
-        QCOMPARE(instrument.Ask(ReadStatus, 200).left(2).toHex(), QByteArray("09f1"));
-        QCOMPARE(instrument.Ask(StartMeasurement, 400), Acknowledge);
-        QCOMPARE(instrument.Ask(ReadStatus, 1000).left(2).toHex(), QByteArray("89f7"));
+        AskedModel instrument;
+        instrument.Converse({{0, PrepareUbRe, Acknowledge},
+                             {200, PrepareHvTest, Acknowledge},
+                             {200, ReadStatus, Sealed("09f1")},
+                             {400, StartMeasurement, Acknowledge},
+                             {1000, ReadStatus, Sealed("89f7")}});
         QCOMPARE(instrument.FramesUntil(60000), QByteArrayList());
     }
 
     void NotWhileAFunctionRuns()
     {
-        AskedInstrument instrument;
-        QCOMPARE(instrument.Ask(PrepareHvTest, 0), Acknowledge);
-        QCOMPARE(instrument.Ask(StartMeasurement, 200), Acknowledge);
-        QCOMPARE(instrument.Ask(PrepareUbRe, 200), Refusal);
-        QCOMPARE(instrument.Ask(PrepareUbRe, 1000), Refusal);
-        QCOMPARE(instrument.Ask(ReadStatus, 1000).left(2).toHex(), QByteArray("89f7"));
+        AskedModel instrument;
+        instrument.Converse({{0, PrepareHvTest, Acknowledge},
+                             {200, StartMeasurement, Acknowledge},
+                             {200, PrepareUbRe, Refusal},
+                             {1000, PrepareUbRe, Refusal},
+                             {1000, ReadStatus, Sealed("89f7")}});
     }
 
     void NoFunctionWhileATestRuns()
     {
-        AskedInstrument instrument;
-        QCOMPARE(instrument.Ask(PrepareUbRe, 0), Acknowledge);
-        QCOMPARE(instrument.Ask(StartMeasurement, 200), Acknowledge);
-        QCOMPARE(instrument.Ask(PrepareHvTest, 300), Refusal);
-        QCOMPARE(instrument.Ask(ReadStatus, 300), RcdRunningStatus);
-        QCOMPARE(instrument.Ask(PrepareHvTest, 1100), Acknowledge);
-        QCOMPARE(instrument.Ask(ReadStatus, 1100).left(2).toHex(), QByteArray("09f1"));
+        AskedModel instrument;
+        instrument.Converse({{0, PrepareUbRe, Acknowledge},
+                             {200, StartMeasurement, Acknowledge},
+                             {300, PrepareHvTest, Refusal},
+                             {300, ReadStatus, RcdRunningStatus},
+                             {1100, PrepareHvTest, Acknowledge},
+                             {1100, ReadStatus, Sealed("09f1")}});
     }
 
     void NoReadingsWhileATestIsSelected()
     {
-        AskedInstrument instrument;
-        QCOMPARE(instrument.Ask(ReadStatus, 500).left(2).toHex(), QByteArray("80fe"));
-        QCOMPARE(instrument.Ask(PrepareUbRe, 500), Acknowledge);
-        QCOMPARE(instrument.Ask(ReadStatus, 1600), RcdPreparedStatus);
-        QCOMPARE(instrument.Ask(StopMeasurement, 1600), Acknowledge);
-        QCOMPARE(instrument.Ask(ReadStatus, 1600).left(2).toHex(), QByteArray("00fe"));
-        QCOMPARE(instrument.Ask(ReadStatus, 2200).left(2).toHex(), QByteArray("80fe"));
+        AskedModel instrument;
+        instrument.Converse({{500, ReadStatus, Sealed("80fe")},
+                             {500, PrepareUbRe, Acknowledge},
+                             {1600, ReadStatus, RcdPreparedStatus},
+                             {1600, StopMeasurement, Acknowledge},
+                             {1600, ReadStatus, Sealed("00fe")},
+                             {2200, ReadStatus, Sealed("80fe")}});
     }
 
     void EndsWithTheMode()
     {
-        AskedInstrument instrument;
-        QCOMPARE(instrument.Ask(PrepareUbRe, 0), Acknowledge);
-        QCOMPARE(instrument.Ask(StartMeasurement, 200), Acknowledge);
+        AskedModel instrument;
+        instrument.Converse({{0, PrepareUbRe, Acknowledge}, {200, StartMeasurement, Acknowledge}});
         instrument.model.SetMode(0);
         QCOMPARE(instrument.Ask(ReadStatus, 200), RcdRunningStatus);
         instrument.model.SetMode(1);
-        QCOMPARE(instrument.Ask(ReadStatus, 200).left(2).toHex(), QByteArray("20fe"));
+        QCOMPARE(instrument.Ask(ReadStatus, 200), Sealed("20fe"));
         QCOMPARE(instrument.FramesUntil(60000), QByteArrayList());
     }
 
     void EndsWithARestart()
     {
-        AskedInstrument instrument;
-        QCOMPARE(instrument.Ask(PrepareUbRe, 0), Acknowledge);
-        QCOMPARE(instrument.Ask(StartMeasurement, 200), Acknowledge);
-        QCOMPARE(instrument.Ask(ChangeToCalibrationMode, 300), Acknowledge);
+        AskedModel instrument;
+        instrument.Converse({{0, PrepareUbRe, Acknowledge},
+                             {200, StartMeasurement, Acknowledge},
+                             {300, ChangeToCalibrationMode, Acknowledge}});
         QCOMPARE(instrument.FramesUntil(60000), QByteArrayList());
         QVERIFY(instrument.model.CollectChanges().contains(QStringLiteral("function 10 ended by a restart")));
-        QCOMPARE(instrument.Ask(ReadStatus, 60000).left(2).toHex(), QByteArray("20fe"));
+        QCOMPARE(instrument.Ask(ReadStatus, 60000), Sealed("20fe"));
     }
 
     void CommandsEndIt()
     {
-        AskedInstrument instrument;
+        AskedModel instrument;
         QCOMPARE(instrument.Ask(PrepareUbRe, 0), Acknowledge);
         instrument.model.SetFunction(0);
         QCOMPARE(instrument.model.Status().function, 0);
@@ -269,8 +226,7 @@ private Q_SLOTS:
         instrument.model.SetFunction(11);
         QCOMPARE(instrument.Ask(ReadStatus, 0), IecRunning);
         QCOMPARE(instrument.FramesUntil(60000), QByteArrayList());
-        QCOMPARE(instrument.Ask(PrepareUbRe, 60000), Refusal);
-        QCOMPARE(instrument.Ask(StopMeasurement, 60000), Acknowledge);
+        instrument.Converse({{60000, PrepareUbRe, Refusal}, {60000, StopMeasurement, Acknowledge}});
         QCOMPARE(instrument.model.Status().function, 0);
     }
 
@@ -287,7 +243,7 @@ private Q_SLOTS:
     {
         QFETCH(int, result);
         QFETCH(QByteArray, status);
-        AskedInstrument instrument(Scenario::StartTest, result);
+        AskedModel instrument(Scenario::StartTest, result);
         QCOMPARE(instrument.Ask(ReadStatus, 0), status);
         instrument.model.SetScenario(Scenario::None, 1);
         QCOMPARE(instrument.Ask(ReadStatus, 0), Bytes("00fed10e"));
@@ -295,12 +251,11 @@ private Q_SLOTS:
 
     void TellsWhatAndWhenItChanges()
     {
-        AskedInstrument instrument;
-        QCOMPARE(instrument.Ask(PrepareHvTest, 0), Acknowledge);
-        QCOMPARE(instrument.Ask(PrepareUbRe, 100), Acknowledge);
-        QVERIFY(instrument.model.NextChangeAt() == Start + milliseconds(250));
+        AskedModel instrument;
+        instrument.Converse({{0, PrepareHvTest, Acknowledge}, {100, PrepareUbRe, Acknowledge}});
+        QVERIFY(instrument.model.NextChangeAt() == AskedModel::At(250));
         QCOMPARE(instrument.Ask(StartMeasurement, 300), Acknowledge);
-        QVERIFY(instrument.model.NextChangeAt() == Start + milliseconds(500));
+        QVERIFY(instrument.model.NextChangeAt() == AskedModel::At(500));
         instrument.FramesUntil(1200);
         QVERIFY(!instrument.model.NextChangeAt().has_value());
         QCOMPARE(

@@ -1,15 +1,12 @@
 #include <QtTest>
 
-#include "simulator/model/instrumentmodel.h"
+#include "askedmodel.h"
 #include "support/wire.h"
 
 using namespace Wire;
 using namespace std::chrono_literals;
-using Simulator::InstrumentModel;
 using Simulator::ModelOptions;
 using Simulator::Scenario;
-using Simulator::TimePoint;
-using std::chrono::milliseconds;
 
 namespace
 {
@@ -21,27 +18,11 @@ const QByteArray ConfirmBoth = Bytes("5acc5c4f51");
 const QByteArray ConfirmWrongly = Bytes("5aabcd6a50");
 const QByteArray NewVersion = Bytes("5041543431303230343831353130363033303232303136bd0e");
 
-const TimePoint Start;
-
-ModelOptions Options()
-{
-    ModelOptions options;
-    options.date = QDateTime(QDate(2024, 12, 31), QTime(23, 59, 58), Qt::UTC);
-    return options;
-}
-
-/// An instrument that was started in update mode, so many milliseconds after the start.
-class LoaderInstrument
-{
-public:
-    explicit LoaderInstrument(const ModelOptions& options = Options()) : model(options, Start)
+/// An instrument that was started in update mode.
+struct LoaderInstrument : AskedModel {
+    explicit LoaderInstrument(const ModelOptions& options = Options()) : AskedModel(options)
     {
         model.SetMode(3);
-    }
-
-    QByteArray Ask(const QByteArray& request, int time = 0)
-    {
-        return model.Answer(request, Start + milliseconds(time));
     }
 
     /// Everything up to the confirmation.
@@ -50,8 +31,6 @@ public:
         return Ask(InitializeUpdate, time) == UpdateInitialized && Ask(Ones, time) == Acknowledge &&
                Ask(Twos, time) == Acknowledge;
     }
-
-    InstrumentModel model;
 };
 
 } // namespace
@@ -63,25 +42,24 @@ class TestInstrumentModelUpdate : public QObject
 private Q_SLOTS:
     void UpdateFromTheBeginning()
     {
-        InstrumentModel model(Options(), Start);
-        const auto at = [](int time) { return Start + milliseconds(time); };
-        QCOMPARE(model.Answer(ReadVersion, at(0)), Version);
-        QCOMPARE(model.Answer(ChangeToUpdateMode, at(0)), Acknowledge);
-        QCOMPARE(model.Answer(ReadStatus, at(499)), NoAnswer);
-        QCOMPARE(model.Answer(ReadStatus, at(500)), UpdateModeStatus);
-        QCOMPARE(model.Answer(ReadVersion, at(510)), Version);
-        QCOMPARE(model.Answer(InitializeUpdate, at(520)), UpdateInitialized);
-        QCOMPARE(model.Answer(Ones, at(530)), Acknowledge);
-        QCOMPARE(model.Answer(Twos, at(540)), Acknowledge);
-        QCOMPARE(model.Answer(ReadStatus, at(550)), UpdateModeStatus);
-        QVERIFY(!model.CollectConfirmedFirmware().has_value());
-        QCOMPARE(model.Answer(ConfirmBoth, at(1000)), Acknowledge);
-        QCOMPARE(model.Answer(ReadStatus, at(2999)), NoAnswer);
-        QCOMPARE(model.Answer(ReadStatus, at(3000)), IdleStatus);
-        QCOMPARE(model.Answer(ReadVersion, at(3010)), NewVersion);
-        QCOMPARE(model.CollectConfirmedFirmware().value_or(QByteArray()),
+        AskedModel instrument;
+        instrument.Converse({{0, ReadVersion, Version},
+                             {0, ChangeToUpdateMode, Acknowledge},
+                             {499, ReadStatus, NoAnswer},
+                             {500, ReadStatus, UpdateModeStatus},
+                             {510, ReadVersion, Version},
+                             {520, InitializeUpdate, UpdateInitialized},
+                             {530, Ones, Acknowledge},
+                             {540, Twos, Acknowledge},
+                             {550, ReadStatus, UpdateModeStatus}});
+        QVERIFY(!instrument.model.CollectConfirmedFirmware().has_value());
+        instrument.Converse({{1000, ConfirmBoth, Acknowledge},
+                             {2999, ReadStatus, NoAnswer},
+                             {3000, ReadStatus, IdleStatus},
+                             {3010, ReadVersion, NewVersion}});
+        QCOMPARE(instrument.model.CollectConfirmedFirmware().value_or(QByteArray()),
                  QByteArray(512, '\x11') + QByteArray(512, '\x22'));
-        QVERIFY(!model.CollectConfirmedFirmware().has_value());
+        QVERIFY(!instrument.model.CollectConfirmedFirmware().has_value());
     }
 
     void KnowsOnlyTheLoaderInUpdateMode_data()
@@ -102,12 +80,11 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, request);
         LoaderInstrument instrument;
-        QCOMPARE(instrument.Ask(request), Refusal);
-        QCOMPARE(instrument.Ask(ReadStatus), UpdateModeStatus);
-        QCOMPARE(instrument.Ask(ReadVersion), Version);
-        QCOMPARE(instrument.model.Date(Start), QDateTime(QDate(2024, 12, 31), QTime(23, 59, 58), Qt::UTC));
-        QCOMPARE(instrument.Ask(ChangeToNormalMode), Acknowledge);
-        QCOMPARE(instrument.Ask(ReadStatus, 500), IdleStatus);
+        instrument.Converse(
+            {{0, request, Refusal}, {0, ReadStatus, UpdateModeStatus}, {0, ReadVersion, Version}});
+        QCOMPARE(instrument.model.Date(AskedModel::At(0)),
+                 QDateTime(QDate(2024, 12, 31), QTime(23, 59, 58), Qt::UTC));
+        instrument.Converse({{0, ChangeToNormalMode, Acknowledge}, {500, ReadStatus, IdleStatus}});
     }
 
     void KnowsTheLoaderInUpdateModeOnly_data()
@@ -124,20 +101,17 @@ private Q_SLOTS:
         LoaderInstrument instrument;
         QVERIFY(instrument.ReceiveBoth());
         instrument.model.SetMode(mode);
-        QCOMPARE(instrument.Ask(InitializeUpdate), Refusal);
-        QCOMPARE(instrument.Ask(Ones), Refusal);
-        QCOMPARE(instrument.Ask(ConfirmBoth), Refusal);
+        instrument.Converse({{0, InitializeUpdate, Refusal}, {0, Ones, Refusal}, {0, ConfirmBoth, Refusal}});
         QVERIFY(!instrument.model.CollectConfirmedFirmware().has_value());
     }
 
     void HasNoReadingsInUpdateMode()
     {
-        InstrumentModel model(Options(), Start);
-        QCOMPARE(model.Answer(ReadStatus, Start + 500ms).left(2).toHex(), QByteArray("80fe"));
-        model.SetFunction(9);
-        model.SetMode(3);
-        QCOMPARE(model.Answer(ReadStatus, Start + 510ms), UpdateModeStatus);
-        QCOMPARE(model.Answer(ReadStatus, Start + 5000ms), UpdateModeStatus);
+        AskedModel instrument;
+        QCOMPARE(instrument.Ask(ReadStatus, 500), Sealed("80fe"));
+        instrument.model.SetFunction(9);
+        instrument.model.SetMode(3);
+        instrument.Converse({{510, ReadStatus, UpdateModeStatus}, {5000, ReadStatus, UpdateModeStatus}});
     }
 
     void SectorsOfTheWrongSize_data()
@@ -153,118 +127,118 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, request);
         LoaderInstrument instrument;
-        QCOMPARE(instrument.Ask(InitializeUpdate), UpdateInitialized);
-        QCOMPARE(instrument.Ask(Ones), Acknowledge);
-        QCOMPARE(instrument.Ask(request), Refusal);
-        QCOMPARE(instrument.Ask(Twos), Acknowledge);
-        QCOMPARE(instrument.Ask(ConfirmBoth), Acknowledge);
+        instrument.Converse({{0, InitializeUpdate, UpdateInitialized},
+                             {0, Ones, Acknowledge},
+                             {0, request, Refusal},
+                             {0, Twos, Acknowledge},
+                             {0, ConfirmBoth, Acknowledge}});
     }
 
     void SectorBeforeTheInitialization()
     {
         LoaderInstrument instrument;
-        QCOMPARE(instrument.Ask(Ones), Refusal);
+        QCOMPARE(instrument.Ask(Ones, 0), Refusal);
         QVERIFY(instrument.ReceiveBoth());
-        QCOMPARE(instrument.Ask(ConfirmBoth), Acknowledge);
+        QCOMPARE(instrument.Ask(ConfirmBoth, 0), Acknowledge);
     }
 
     void WrongConfirmation()
     {
         LoaderInstrument instrument;
         QVERIFY(instrument.ReceiveBoth());
-        QCOMPARE(instrument.Ask(ConfirmWrongly), Refusal);
-        QCOMPARE(instrument.Ask(ReadStatus), UpdateModeStatus);
-        QCOMPARE(instrument.Ask(ConfirmBoth), Refusal); // what was received is gone
+        instrument.Converse({
+            {0, ConfirmWrongly, Refusal},
+            {0, ReadStatus, UpdateModeStatus},
+            {0, ConfirmBoth, Refusal} // what was received is gone
+        });
         QVERIFY(!instrument.model.CollectConfirmedFirmware().has_value());
 
         QVERIFY(instrument.ReceiveBoth());
-        QCOMPARE(instrument.Ask(ConfirmBoth), Acknowledge);
+        QCOMPARE(instrument.Ask(ConfirmBoth, 0), Acknowledge);
     }
 
     void RestartForgetsWhatWasReceived()
     {
         LoaderInstrument instrument;
         QVERIFY(instrument.ReceiveBoth());
-        QCOMPARE(instrument.Ask(ChangeToUpdateMode), Acknowledge);
-        QCOMPARE(instrument.Ask(ConfirmBoth, 500), Refusal);
-        QCOMPARE(instrument.Ask(Ones, 500), Refusal);
+        instrument.Converse(
+            {{0, ChangeToUpdateMode, Acknowledge}, {500, ConfirmBoth, Refusal}, {500, Ones, Refusal}});
     }
 
     void TimesOfTheInstallation()
     {
-        ModelOptions options = Options();
+        ModelOptions options = AskedModel::Options();
         options.restartTime = 20ms;
         options.update.installTime = 300ms;
         LoaderInstrument instrument(options);
         QVERIFY(instrument.ReceiveBoth());
-        QCOMPARE(instrument.Ask(ConfirmBoth), Acknowledge);
-        QCOMPARE(instrument.Ask(ReadStatus, 319), NoAnswer);
-        QCOMPARE(instrument.Ask(ReadStatus, 320), IdleStatus);
+        instrument.Converse(
+            {{0, ConfirmBoth, Acknowledge}, {319, ReadStatus, NoAnswer}, {320, ReadStatus, IdleStatus}});
     }
 
     void NewVersionAsTold()
     {
-        ModelOptions options = Options();
+        ModelOptions options = AskedModel::Options();
         options.update.newVersion = "217";
         LoaderInstrument instrument(options);
         QVERIFY(instrument.ReceiveBoth());
-        QCOMPARE(instrument.Ask(ConfirmBoth), Acknowledge);
-        QCOMPARE(instrument.Ask(ReadVersion, 2000).toHex(),
-                 QByteArray("504154343130323034383135323137303330323230313621f2"));
+        instrument.Converse(
+            {{0, ConfirmBoth, Acknowledge},
+             {2000, ReadVersion, Bytes("504154343130323034383135323137303330323230313621f2")}});
     }
 
     void ConfirmationAsTold()
     {
-        ModelOptions options = Options();
+        ModelOptions options = AskedModel::Options();
         options.update.confirmation = Bytes("abcd");
         LoaderInstrument instrument(options);
         QVERIFY(instrument.ReceiveBoth());
-        QCOMPARE(instrument.Ask(ConfirmBoth), Refusal);
+        QCOMPARE(instrument.Ask(ConfirmBoth, 0), Refusal);
         QVERIFY(instrument.ReceiveBoth());
-        QCOMPARE(instrument.Ask(ConfirmWrongly), Acknowledge);
+        QCOMPARE(instrument.Ask(ConfirmWrongly, 0), Acknowledge);
     }
 
     void RefusesUpdateMode()
     {
-        InstrumentModel model(Options(), Start);
-        model.SetScenario(Scenario::RefusesUpdateMode, 1);
-        QCOMPARE(model.Answer(ChangeToUpdateMode, Start), Refusal);
-        QCOMPARE(model.Answer(ReadStatus, Start), IdleStatus);
-        QCOMPARE(model.Answer(ChangeToCalibrationMode, Start), Acknowledge);
+        AskedModel instrument;
+        instrument.model.SetScenario(Scenario::RefusesUpdateMode, 1);
+        instrument.Converse({{0, ChangeToUpdateMode, Refusal},
+                             {0, ReadStatus, IdleStatus},
+                             {0, ChangeToCalibrationMode, Acknowledge}});
     }
 
     void RefusesInitialize()
     {
         LoaderInstrument instrument;
         instrument.model.SetScenario(Scenario::RefusesInitialize, 1);
-        QCOMPARE(instrument.Ask(InitializeUpdate), Refusal);
-        QCOMPARE(instrument.Ask(Ones), Refusal);
-        QCOMPARE(instrument.Ask(ReadStatus), UpdateModeStatus);
+        instrument.Converse(
+            {{0, InitializeUpdate, Refusal}, {0, Ones, Refusal}, {0, ReadStatus, UpdateModeStatus}});
     }
 
     void RefusesSector()
     {
         LoaderInstrument instrument;
         instrument.model.SetScenario(Scenario::RefusesSector, 2);
-        QCOMPARE(instrument.Ask(InitializeUpdate), UpdateInitialized);
-        QCOMPARE(instrument.Ask(Ones), Acknowledge);
-        QCOMPARE(instrument.Ask(Twos), Refusal);
-        QCOMPARE(instrument.Ask(Twos), Refusal);
-        QCOMPARE(instrument.Ask(ReadStatus), UpdateModeStatus);
+        instrument.Converse({{0, InitializeUpdate, UpdateInitialized},
+                             {0, Ones, Acknowledge},
+                             {0, Twos, Refusal},
+                             {0, Twos, Refusal},
+                             {0, ReadStatus, UpdateModeStatus}});
     }
 
     void LosesSector()
     {
         LoaderInstrument instrument;
         instrument.model.SetScenario(Scenario::LosesSector, 2);
-        QCOMPARE(instrument.Ask(InitializeUpdate), UpdateInitialized);
-        QCOMPARE(instrument.Ask(Ones), Acknowledge);
-        QCOMPARE(instrument.Ask(Twos), NoAnswer);
-        QCOMPARE(instrument.Ask(Twos), NoAnswer);
-        QCOMPARE(instrument.Ask(ReadStatus), UpdateModeStatus);
+        instrument.Converse({{0, InitializeUpdate, UpdateInitialized},
+                             {0, Ones, Acknowledge},
+                             {0, Twos, NoAnswer},
+                             {0, Twos, NoAnswer},
+                             {0, ReadStatus, UpdateModeStatus}});
         instrument.model.SetScenario(Scenario::None, 1);
-        QCOMPARE(instrument.Ask(Twos), Acknowledge);
-        QCOMPARE(instrument.Ask(ConfirmBoth), Acknowledge); // the lost ones were not stored
+        instrument.Converse({
+            {0, Twos, Acknowledge}, {0, ConfirmBoth, Acknowledge} // the lost ones were not stored
+        });
     }
 
     void RefusesConfirmation()
@@ -272,8 +246,7 @@ private Q_SLOTS:
         LoaderInstrument instrument;
         instrument.model.SetScenario(Scenario::RefusesConfirmation, 1);
         QVERIFY(instrument.ReceiveBoth());
-        QCOMPARE(instrument.Ask(ConfirmBoth), Refusal);
-        QCOMPARE(instrument.Ask(ReadStatus), UpdateModeStatus);
+        instrument.Converse({{0, ConfirmBoth, Refusal}, {0, ReadStatus, UpdateModeStatus}});
         QVERIFY(!instrument.model.CollectConfirmedFirmware().has_value());
     }
 
@@ -282,15 +255,14 @@ private Q_SLOTS:
         LoaderInstrument instrument;
         instrument.model.SetScenario(Scenario::StaysInUpdateMode, 1);
         QVERIFY(instrument.ReceiveBoth());
-        QCOMPARE(instrument.Ask(ConfirmBoth), Acknowledge);
-        QCOMPARE(instrument.Ask(ReadStatus, 1999), NoAnswer);
-        QCOMPARE(instrument.Ask(ReadStatus, 2000), UpdateModeStatus);
-        QCOMPARE(instrument.Ask(ReadVersion, 2000), Version);
+        instrument.Converse({{0, ConfirmBoth, Acknowledge},
+                             {1999, ReadStatus, NoAnswer},
+                             {2000, ReadStatus, UpdateModeStatus},
+                             {2000, ReadVersion, Version}});
 
         instrument.model.SetScenario(Scenario::None, 1);
         QVERIFY(instrument.ReceiveBoth(2000));
-        QCOMPARE(instrument.Ask(ConfirmBoth, 2000), Acknowledge);
-        QCOMPARE(instrument.Ask(ReadVersion, 4000), NewVersion);
+        instrument.Converse({{2000, ConfirmBoth, Acknowledge}, {4000, ReadVersion, NewVersion}});
     }
 
     void ComesBackInMode2()
@@ -298,25 +270,25 @@ private Q_SLOTS:
         LoaderInstrument instrument;
         instrument.model.SetScenario(Scenario::ComesBackInMode2, 1);
         QVERIFY(instrument.ReceiveBoth());
-        QCOMPARE(instrument.Ask(ConfirmBoth), Acknowledge);
-        QCOMPARE(instrument.Ask(ReadStatus, 1999), NoAnswer);
-        QCOMPARE(instrument.Ask(ReadStatus, 2000), Mode2Status);
-        QCOMPARE(instrument.Ask(ChangeToNormalMode, 2100), Acknowledge);
-        QCOMPARE(instrument.Ask(ReadStatus, 2600), IdleStatus);
-        QCOMPARE(instrument.Ask(ReadVersion, 2600), NewVersion);
+        instrument.Converse({{0, ConfirmBoth, Acknowledge},
+                             {1999, ReadStatus, NoAnswer},
+                             {2000, ReadStatus, Mode2Status},
+                             {2100, ChangeToNormalMode, Acknowledge},
+                             {2600, ReadStatus, IdleStatus},
+                             {2600, ReadVersion, NewVersion}});
     }
 
     void TellsItsChanges()
     {
         LoaderInstrument instrument;
         QVERIFY(instrument.ReceiveBoth());
-        QCOMPARE(instrument.Ask(ConfirmWrongly), Refusal);
+        QCOMPARE(instrument.Ask(ConfirmWrongly, 0), Refusal);
         QCOMPARE(instrument.model.CollectChanges(),
                  (QStringList{QStringLiteral("update initialized"),
                               QStringLiteral("firmware of 1024 bytes not confirmed by abcd")}));
         QVERIFY(instrument.ReceiveBoth());
-        QCOMPARE(instrument.Ask(ConfirmBoth), Acknowledge);
-        instrument.model.Advance(Start + 2000ms);
+        QCOMPARE(instrument.Ask(ConfirmBoth, 0), Acknowledge);
+        instrument.model.Advance(AskedModel::At(2000));
         QCOMPARE(instrument.model.CollectChanges(),
                  (QStringList{QStringLiteral("update initialized"),
                               QStringLiteral("firmware of 1024 bytes confirmed: version 1.05 -> 1.06"),
@@ -326,33 +298,32 @@ private Q_SLOTS:
 
     void TellsWhenItIsBack()
     {
-        InstrumentModel model(Options(), Start);
-        QCOMPARE(model.Answer(ChangeToCalibrationMode, Start), Acknowledge);
-        QVERIFY(model.NextChangeAt() == Start + 500ms);
-        model.Advance(Start + 499ms);
-        QCOMPARE(model.CollectChanges(), QStringList());
-        model.Advance(Start + 500ms);
-        QCOMPARE(model.CollectChanges(), QStringList{QStringLiteral("restarted into mode 1")});
-        QVERIFY(!model.NextChangeAt().has_value());
+        AskedModel instrument;
+        QCOMPARE(instrument.Ask(ChangeToCalibrationMode, 0), Acknowledge);
+        QVERIFY(instrument.model.NextChangeAt() == AskedModel::At(500));
+        instrument.model.Advance(AskedModel::At(499));
+        QCOMPARE(instrument.model.CollectChanges(), QStringList());
+        instrument.model.Advance(AskedModel::At(500));
+        QCOMPARE(instrument.model.CollectChanges(), QStringList{QStringLiteral("restarted into mode 1")});
+        QVERIFY(!instrument.model.NextChangeAt().has_value());
     }
 
     /// As a master sets the calibration date: by way of calibration mode and back.
     void DatesSurviveRestarts()
     {
-        InstrumentModel model(Options(), Start);
-        const auto at = [](int time) { return Start + milliseconds(time); };
-        QCOMPARE(model.Answer(Bytes("72240307140509ab99"), at(0)), Acknowledge);
-        QCOMPARE(model.Answer(ChangeToCalibrationMode, at(0)), Acknowledge);
-        QCOMPARE(model.Answer(Bytes("74240229000000b4f6"), at(500)), Acknowledge);
-        QCOMPARE(model.Answer(ReadCurrentDate, at(1000)).left(6).toHex(), QByteArray("240307140510"));
-        QCOMPARE(model.Answer(ChangeToNormalMode, at(1000)), Acknowledge);
-        QCOMPARE(model.Answer(ReadCurrentDate, at(2000)).left(6).toHex(), QByteArray("240307140511"));
-        QCOMPARE(model.Answer(ReadCalibrationDate, at(2000)).left(6).toHex(), QByteArray("240229000000"));
+        AskedModel instrument;
+        instrument.Converse({{0, Bytes("72240307140509ab99"), Acknowledge},
+                             {0, ChangeToCalibrationMode, Acknowledge},
+                             {500, Bytes("74240229000000b4f6"), Acknowledge},
+                             {1000, ReadCurrentDate, Sealed("240307140510")},
+                             {1000, ChangeToNormalMode, Acknowledge},
+                             {2000, ReadCurrentDate, Sealed("240307140511")},
+                             {2000, ReadCalibrationDate, Sealed("240229000000")}});
 
-        QCOMPARE(model.Answer(ChangeToUpdateMode, at(2000)), Acknowledge);
-        QCOMPARE(model.Answer(ChangeToNormalMode, at(2500)), Acknowledge);
-        QCOMPARE(model.Answer(ReadCurrentDate, at(3000)).left(6).toHex(), QByteArray("240307140512"));
-        QCOMPARE(model.Answer(ReadCalibrationDate, at(3000)).left(6).toHex(), QByteArray("240229000000"));
+        instrument.Converse({{2000, ChangeToUpdateMode, Acknowledge},
+                             {2500, ChangeToNormalMode, Acknowledge},
+                             {3000, ReadCurrentDate, Sealed("240307140512")},
+                             {3000, ReadCalibrationDate, Sealed("240229000000")}});
     }
 };
 
