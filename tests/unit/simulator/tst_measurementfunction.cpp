@@ -25,6 +25,8 @@ TimePoint At(milliseconds time)
     return TimePoint() + time;
 }
 
+using States = QVector<int>;
+
 /// A function whose status is read now and then.
 class WatchedFunction
 {
@@ -39,6 +41,15 @@ public:
         const int state = UnseenStateAt(time);
         _function.MarkReported(At(time));
         return state;
+    }
+
+    QVector<int> StatesAt(std::initializer_list<milliseconds> times)
+    {
+        QVector<int> states;
+        for (const milliseconds time : times) {
+            states.append(StateAt(time));
+        }
+        return states;
     }
 
     int UnseenStateAt(milliseconds time)
@@ -108,10 +119,7 @@ private Q_SLOTS:
         QVERIFY(function->Prepare(measurement, At(0ms)));
         QVERIFY(function->IsSelected());
         QCOMPARE(function->Number(), number);
-        QCOMPARE(function.StateAt(0ms), 1);
-        QCOMPARE(function.StateAt(149ms), 1);
-        QCOMPARE(function.StateAt(150ms), 4);
-        QCOMPARE(function.StateAt(3600000ms), 4);
+        QCOMPARE(function.StatesAt({0ms, 149ms, 150ms, 3600000ms}), (States{1, 1, 4, 4}));
         QVERIFY(!function->HasNewResult());
         QCOMPARE(function->CollectChanges(),
                  (QStringList{QStringLiteral("function %1 preparing").arg(number),
@@ -122,10 +130,8 @@ private Q_SLOTS:
     {
         WatchedFunction function;
         QVERIFY(function.BringToStart(Measurement::HvTest));
-        QCOMPARE(function.StateAt(StartingAt - 1ms), 4);
-        QCOMPARE(function.StateAt(StartingAt), 5);
-        QCOMPARE(function.StateAt(RunningAt - 1ms), 5);
-        QCOMPARE(function.StateAt(RunningAt), 7);
+        QCOMPARE(function.StatesAt({StartingAt - 1ms, StartingAt, RunningAt - 1ms, RunningAt}),
+                 (States{4, 5, 5, 7}));
         QCOMPARE(function->CollectChanges().mid(2),
                  (QStringList{QStringLiteral("function 9 starting"), QStringLiteral("function 9 running")}));
     }
@@ -209,10 +215,7 @@ private Q_SLOTS:
         QCOMPARE(function.StateAt(1000ms), 7);
         function.StopAt(1010ms);
         function->ReadResult();
-        QCOMPARE(function.StateAt(1010ms), 8);
-        QCOMPARE(function.StateAt(1159ms), 8);
-        QCOMPARE(function.StateAt(1160ms), 9);
-        QCOMPARE(function.StateAt(3600000ms), 9);
+        QCOMPARE(function.StatesAt({1010ms, 1159ms, 1160ms, 3600000ms}), (States{8, 8, 9, 9}));
         QVERIFY(!function->HasNewResult());
         QCOMPARE(function->Number(), 9);
         QCOMPARE(function->CollectChanges().mid(4),
@@ -226,8 +229,7 @@ private Q_SLOTS:
         QVERIFY(function.BringToStart(Measurement::Rln));
         QCOMPARE(function.StateAt(StartingAt), 5);
         function.StopAt(StartingAt);
-        QCOMPARE(function.StateAt(StartingAt), 8);
-        QCOMPARE(function.StateAt(StartingAt + 150ms), 9);
+        QCOMPARE(function.StatesAt({StartingAt, StartingAt + 150ms}), (States{8, 9}));
         QVERIFY(!function->HasNewResult());
     }
 
@@ -322,8 +324,7 @@ private Q_SLOTS:
         QVERIFY(function->Prepare(Measurement::Rpe, At(0ms)));
         QVERIFY(function->Prepare(Measurement::Riso, At(100ms))); // another while preparing
         QCOMPARE(function->Number(), 3);
-        QCOMPARE(function.StateAt(249ms), 1);
-        QCOMPARE(function.StateAt(250ms), 4);
+        QCOMPARE(function.StatesAt({249ms, 250ms}), (States{1, 4}));
         QVERIFY(function->Prepare(Measurement::HvTest, At(300ms))); // another when prepared
         QCOMPARE(function.StateAt(450ms), 4);
 
@@ -443,9 +444,7 @@ private Q_SLOTS:
     {
         WatchedFunction function(Scenario::PrepareError);
         QVERIFY(function->Prepare(Measurement::Rln, At(0ms)));
-        QCOMPARE(function.StateAt(149ms), 1);
-        QCOMPARE(function.StateAt(150ms), 3);
-        QCOMPARE(function.StateAt(60000ms), 3);
+        QCOMPARE(function.StatesAt({149ms, 150ms, 60000ms}), (States{1, 3, 3}));
         QVERIFY(!function->Start(At(60000ms)));
         QCOMPARE(function->CollectChanges().last(), QStringLiteral("function 1 failed to prepare"));
         function.StopAt(60000ms);
@@ -464,10 +463,7 @@ private Q_SLOTS:
     {
         WatchedFunction function(Scenario::StartError);
         QVERIFY(function.BringToStart(Measurement::HvTest));
-        QCOMPARE(function.StateAt(StartingAt), 5);
-        QCOMPARE(function.StateAt(RunningAt - 1ms), 5);
-        QCOMPARE(function.StateAt(RunningAt), 6);
-        QCOMPARE(function.StateAt(60000ms), 6);
+        QCOMPARE(function.StatesAt({StartingAt, RunningAt - 1ms, RunningAt, 60000ms}), (States{5, 5, 6, 6}));
         QCOMPARE(function->CollectChanges().last(), QStringLiteral("function 9 failed to start"));
         function.StopAt(60000ms);
         QVERIFY(!function->IsSelected());
@@ -480,8 +476,7 @@ private Q_SLOTS:
         QCOMPARE(function.StateAt(3600000ms), 5);
         QVERIFY(!function->HasNewResult());
         function.StopAt(3600000ms);
-        QCOMPARE(function.StateAt(3600000ms), 8);
-        QCOMPARE(function.StateAt(3600150ms), 9);
+        QCOMPARE(function.StatesAt({3600000ms, 3600150ms}), (States{8, 9}));
     }
 
     void FallsBack()
@@ -492,8 +487,7 @@ private Q_SLOTS:
         QVERIFY(!function->NextChangeAt().has_value());
         QCOMPARE(function.StateAt(60001ms), 5);
         QVERIFY(function->NextChangeAt() == At(60001ms));
-        QCOMPARE(function.StateAt(60002ms), 4);
-        QCOMPARE(function.StateAt(90000ms), 4);
+        QCOMPARE(function.StatesAt({60002ms, 90000ms}), (States{4, 4}));
         QCOMPARE(function->CollectChanges().last(), QStringLiteral("function 2 fell back to prepared"));
     }
 
@@ -501,8 +495,7 @@ private Q_SLOTS:
     {
         WatchedFunction function(Scenario::FastSingle);
         QVERIFY(function.BringToStart(Measurement::Iec));
-        QCOMPARE(function.StateAt(StartingAt), 5);
-        QCOMPARE(function.StateAt(RunningAt - 1ms), 5);
+        QCOMPARE(function.StatesAt({StartingAt, RunningAt - 1ms}), (States{5, 5}));
         QVERIFY(!function->HasNewResult());
         QCOMPARE(function.StateAt(RunningAt), 2);
         QVERIFY(function->HasNewResult());
@@ -517,8 +510,7 @@ private Q_SLOTS:
     {
         WatchedFunction function(Scenario::FastSingle);
         QVERIFY(function.BringToStart(Measurement::Rpe));
-        QCOMPARE(function.StateAt(StartingAt), 5);
-        QCOMPARE(function.StateAt(RunningAt), 7);
+        QCOMPARE(function.StatesAt({StartingAt, RunningAt}), (States{5, 7}));
     }
 
     void EndsWithoutResult_data()
@@ -543,9 +535,7 @@ private Q_SLOTS:
 
         WatchedFunction watched(Scenario::EndsWithoutResult);
         QVERIFY(watched.BringToStart(measurement));
-        QCOMPARE(watched.StateAt(RunningAt), 7);
-        QCOMPARE(watched.StateAt(RunningAt + 299ms), 7);
-        QCOMPARE(watched.StateAt(RunningAt + 300ms), 9);
+        QCOMPARE(watched.StatesAt({RunningAt, RunningAt + 299ms, RunningAt + 300ms}), (States{7, 7, 9}));
     }
 
     void RunsOnAfterStop()
@@ -558,16 +548,13 @@ private Q_SLOTS:
         QCOMPARE(function.StateAt(1100ms), 7);
         QVERIFY(function->HasNewResult());
         function.StopAt(2000ms); // puts it off no further
-        QCOMPARE(function.StateAt(2999ms), 7);
-        QCOMPARE(function.StateAt(3000ms), 8);
-        QCOMPARE(function.StateAt(3150ms), 9);
+        QCOMPARE(function.StatesAt({2999ms, 3000ms, 3150ms}), (States{7, 8, 9}));
         QCOMPARE(function->CollectChanges().last(), QStringLiteral("function 9 stopped by request"));
 
         WatchedFunction single(Scenario::RunsOnAfterStop);
         QVERIFY(single.BringToStart(Measurement::Rln));
         single.StopAt(1000ms);
-        QCOMPARE(single.StateAt(2999ms), 7);
-        QCOMPARE(single.StateAt(3000ms), 8);
+        QCOMPARE(single.StatesAt({2999ms, 3000ms}), (States{7, 8}));
         QVERIFY(!single->HasNewResult());
     }
 

@@ -56,6 +56,15 @@ public:
         return _test.Status().Data().toHex();
     }
 
+    QByteArrayList StatusesAt(std::initializer_list<milliseconds> times)
+    {
+        QByteArrayList statuses;
+        for (const milliseconds time : times) {
+            statuses.append(StatusAt(time));
+        }
+        return statuses;
+    }
+
     /// The frames that have been sent since the last call, pieces as they are.
     QByteArrayList FramesUntil(milliseconds time)
     {
@@ -121,9 +130,7 @@ private Q_SLOTS:
         WatchedTest test;
         QVERIFY(test->Prepare(UbRe, At(0ms)));
         QVERIFY(test->IsSelected());
-        QCOMPARE(test.StatusAt(149ms), QByteArray("0af1"));
-        QCOMPARE(test.StatusAt(PreparedAt), QByteArray("0af4"));
-        QCOMPARE(test.StatusAt(60000ms), QByteArray("0af4"));
+        QCOMPARE(test.StatusesAt({149ms, PreparedAt, 60000ms}), (QByteArrayList{"0af1", "0af4", "0af4"}));
         QCOMPARE(test.ReadCheckObject(), CheckObject("00")); // nothing to be read, and nothing comes of it
         QCOMPARE(test.FramesUntil(60000ms), QByteArrayList());
         QCOMPARE(test.StatusAt(60000ms), QByteArray("0af4"));
@@ -134,11 +141,9 @@ private Q_SLOTS:
         WatchedTest test;
         QVERIFY(test->Prepare(UbRe, At(0ms)));
         QVERIFY(test->Prepare(Iec, At(100ms))); // while preparing
-        QCOMPARE(test.StatusAt(249ms), QByteArray("0bf1"));
-        QCOMPARE(test.StatusAt(250ms), QByteArray("0bf4"));
+        QCOMPARE(test.StatusesAt({249ms, 250ms}), (QByteArrayList{"0bf1", "0bf4"}));
         QVERIFY(test->Prepare(Iec, At(300ms))); // when prepared
-        QCOMPARE(test.StatusAt(300ms), QByteArray("0bf1"));
-        QCOMPARE(test.StatusAt(450ms), QByteArray("0bf4"));
+        QCOMPARE(test.StatusesAt({300ms, 450ms}), (QByteArrayList{"0bf1", "0bf4"}));
         QVERIFY(test->Start(At(500ms)));
         QCOMPARE(test.StatusAt(1400ms), QByteArray("0bf2"));
         QVERIFY(test->Prepare(UbRe, At(1500ms))); // when completed
@@ -195,8 +200,7 @@ private Q_SLOTS:
     {
         WatchedTest test;
         QVERIFY(test.BringToRun(CleanUp));
-        QCOMPARE(test.StatusAt(CleanedAt - 1ms), QByteArray("0bf7"));
-        QCOMPARE(test.StatusAt(CleanedAt), QByteArray("0bf2"));
+        QCOMPARE(test.StatusesAt({CleanedAt - 1ms, CleanedAt}), (QByteArrayList{"0bf7", "0bf2"}));
         QCOMPARE(test.FramesUntil(60000ms), (QByteArrayList{IecRunning, IecRunning, IecRunning}));
     }
 
@@ -369,8 +373,7 @@ private Q_SLOTS:
     {
         WatchedTest test(Scenario::RcdOtherFunction);
         QVERIFY(test->Prepare(Iec, At(0ms)));
-        QCOMPARE(test.StatusAt(149ms), QByteArray("0bf1"));
-        QCOMPARE(test.StatusAt(PreparedAt), QByteArray("01f4"));
+        QCOMPARE(test.StatusesAt({149ms, PreparedAt}), (QByteArrayList{"0bf1", "01f4"}));
         QVERIFY(test->IsSelected());
         QVERIFY(test->Start(At(StartedAt)));
         QCOMPARE(test.StatusAt(StartedAt), QByteArray("0bf7"));

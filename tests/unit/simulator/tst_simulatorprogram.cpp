@@ -35,7 +35,6 @@ const QString AskVersion = QStringLiteral("printf '\\127\\022\\052' >&3; head -c
 const QString AskState = QStringLiteral("printf '\\163\\364\\116' >&3; head -c 4 <&3 | od -An -tx1; ");
 const QString AskPrepareHvTest = QStringLiteral(
     "printf '\\120\\011\\005\\002\\000\\377\\377\\377\\377\\006\\076' >&3; head -c 3 <&3 | od -An -tx1; ");
-const QString OpenInUpdateMode = QStringLiteral("exec 3<>/dev/ttycommunication; cd %1; ");
 const QString AskInitialize = QStringLiteral("printf '\\126\\063\\072' >&3; head -c 4 <&3 | od -An -tx1; ");
 const QString AskSectors =
     QStringLiteral("for s in one two; do cat $s >&3; head -c 3 <&3 | od -An -tx1; done; ");
@@ -43,10 +42,17 @@ const QString AskConfirm =
     QStringLiteral("printf '\\132\\026\\155\\321\\215' >&3; head -c 3 <&3 | od -An -tx1; ");
 const QString AskStart = QStringLiteral("printf '\\123\\226\\152' >&3; head -c 3 <&3 | od -An -tx1; ");
 
-QStringList RunShell(const QString& script, const QStringList& options = {})
+/// What stands between the bars.
+QStringList Words(const char* text)
 {
-    return QStringList{QStringLiteral("run")} + options +
-           QStringList{QStringLiteral("--"), QStringLiteral("sh"), QStringLiteral("-c"), script};
+    return QString::fromUtf8(text).split(QLatin1Char('|'));
+}
+
+/// The options stand between bars.
+QStringList RunShell(const QString& script, const char* options = "")
+{
+    QStringList arguments = Words("run|--|sh|-c") << script;
+    return *options == '\0' ? arguments : arguments.mid(0, 1) + Words(options) + arguments.mid(1);
 }
 
 /// A terminal in which the simulator runs a shell program.
@@ -127,12 +133,6 @@ QByteArray SecondSector()
     return sector;
 }
 
-bool WriteFile(const QString& path, const QByteArray& content)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush();
-}
-
 } // namespace
 
 class TestSimulatorProgram : public QObject
@@ -144,6 +144,7 @@ private Q_SLOTS:
     {
         _folder = std::make_unique<QTemporaryDir>();
         _process = std::make_unique<QProcess>();
+        _process->setWorkingDirectory(_folder->path());
         _output.clear();
         _errors.clear();
     }
@@ -169,19 +170,14 @@ private Q_SLOTS:
 
     void ProgramThatCannotBeStarted()
     {
-        QCOMPARE(Run({QStringLiteral("run"), QStringLiteral("--"), QStringLiteral("/no/such/program")}), 127);
+        QCOMPARE(Run("run|--|/no/such/program"), 127);
         QCOMPARE(_errors,
                  QByteArray("vesmar-simulator: cannot run /no/such/program: No such file or directory\n"));
     }
 
     void ArgumentsArriveAsTheyAre()
     {
-        const QStringList arguments{QStringLiteral("[a,b]"), QString(), QStringLiteral("--"),
-                                    QStringLiteral("--help"), QStringLiteral("a b")};
-        QCOMPARE(Run(QStringList{QStringLiteral("run"), QStringLiteral("--"), QStringLiteral("printf"),
-                                 QStringLiteral("<%s>")} +
-                     arguments),
-                 0);
+        QCOMPARE(Run("run|--|printf|<%s>|[a,b]||--|--help|a b"), 0);
         QCOMPARE(_output, QByteArray("<[a,b]><><--><--help><a b>"));
     }
 
@@ -214,21 +210,18 @@ private Q_SLOTS:
         QCOMPARE(state.st_mode & 07777U, 0640U);
     }
 
-    void LineSettingsAreNoted()
+    void LineSettingsAreLogged()
     {
         const Simulator::PtyLine otherLine;
-        const QString log = _folder->filePath(QStringLiteral("settings"));
-        qputenv("VESMAR_SIMULATOR_LINE_LOG", QFile::encodeName(log));
+        qputenv("VESMAR_SIMULATOR_LINE_LOG", "settings");
         const int status =
             Run(RunShell(QStringLiteral("stty -F %1 parodd; stty -F /dev/ttycommunication parenb; "
                                         "stty -F /dev/ttycommunication min 0 time 3")
                              .arg(otherLine.DevicePath())));
         qunsetenv("VESMAR_SIMULATOR_LINE_LOG");
-        QFile file(log);
-        QVERIFY(file.open(QIODevice::ReadOnly));
         // The pseudo-terminal has dropped the parity by the time of the second line.
-        QCOMPARE(file.readAll(), QByteArray("iflag=0 oflag=0 cflag=19b2 lflag=0 vmin=1 vtime=0\n"
-                                            "iflag=0 oflag=0 cflag=18b2 lflag=0 vmin=0 vtime=3\n"));
+        QCOMPARE(Content("settings"), QByteArray("iflag=0 oflag=0 cflag=19b2 lflag=0 vmin=1 vtime=0\n"
+                                                 "iflag=0 oflag=0 cflag=18b2 lflag=0 vmin=0 vtime=3\n"));
         QCOMPARE(status, 0);
     }
 
@@ -246,8 +239,7 @@ private Q_SLOTS:
     {
         const QString script = OpenDevice + QStringLiteral("echo open; read go; ") + AskStatus;
         QProcess other;
-        other.start(SimulatorProgram,
-                    RunShell(script, {QStringLiteral("--scenario"), QStringLiteral("refuse")}));
+        other.start(SimulatorProgram, RunShell(script, "--scenario|refuse"));
         _process->start(SimulatorProgram, RunShell(script));
         QTRY_VERIFY_WITH_TIMEOUT(_process->canReadLine(), Patience);
         QTRY_VERIFY_WITH_TIMEOUT(other.canReadLine(), Patience);
@@ -314,7 +306,7 @@ private Q_SLOTS:
     {
         const QString copy = _folder->filePath(QStringLiteral("vesmar-simulator"));
         QVERIFY(QFile::copy(SimulatorProgram, copy));
-        _process->start(copy, {QStringLiteral("run"), QStringLiteral("--"), QStringLiteral("true")});
+        _process->start(copy, Words("run|--|true"));
         QCOMPARE(Finish(), 1);
         QVERIFY2(_errors.contains("vesmar-simulator-preload.so") && _errors.count('\n') == 1,
                  _errors.constData());
@@ -325,18 +317,13 @@ private Q_SLOTS:
         const QString script =
             OpenDevice +
             QStringLiteral("while :; do case $(%1) in *21*43*34*) exit 3;; esac; done").arg(AskStop);
-        QCOMPARE(Run(RunShell(script, {QStringLiteral("--at"), QStringLiteral("0.2:error 4"),
-                                       QStringLiteral("--at"), QStringLiteral("0.4:fault refuse")})),
-                 3);
+        QCOMPARE(Run(RunShell(script, "--at|0.2:error 4|--at|0.4:fault refuse")), 3);
     }
 
     void LogOfTheExchanges()
     {
-        const QString log = _folder->filePath(QStringLiteral("log"));
-        QCOMPARE(Run(RunShell(OpenDevice + AskVersion, {QStringLiteral("--log"), log})), 0);
-        QFile file(log);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QByteArrayList words = file.readAll().trimmed().split(' ');
+        QCOMPARE(Run(RunShell(OpenDevice + AskVersion, "--log|log")), 0);
+        const QByteArrayList words = Content("log").trimmed().split(' ');
         QCOMPARE(words.size(), 3);
         QCOMPARE(words.at(1), QByteArray("57122a"));
         QCOMPARE(words.at(2), Version.toHex());
@@ -344,35 +331,30 @@ private Q_SLOTS:
 
     void EveryScenarioCanBeTheFirst()
     {
-        QStringList names;
+        QByteArrayList names;
         for (const Simulator::NamedScenario& scenario : Simulator::Scenarios) {
-            names.append(QLatin1String(scenario.name) + QLatin1String(scenario.number ? " 2" : ""));
+            names.append(QByteArray(scenario.name) + (scenario.number ? " 2" : ""));
         }
         for (const Simulator::NamedFault& fault : Simulator::Faults) {
-            names.append(QLatin1String(fault.name));
+            names.append(fault.name);
         }
-        for (const QString& name : names) {
-            QCOMPARE(Run(RunShell(QStringLiteral("true"), {QStringLiteral("--scenario"), name})), 0);
+        for (const QByteArray& name : names) {
+            QCOMPARE(Run(("run|--scenario|" + name + "|--|true").constData()), 0);
         }
     }
 
     void MeasurementInTheLog()
     {
-        const QString log = _folder->filePath(QStringLiteral("log"));
         const QString awaitState = QStringLiteral("until { %1 } | grep -q '[08]9 %2'; do sleep 0.02; done; ");
         const QString script = OpenDevice + AskPrepareHvTest +
                                awaitState.arg(AskState, QStringLiteral("f4")) + AskStart +
                                awaitState.arg(AskState, QStringLiteral("f7")) + AskStop +
                                awaitState.arg(AskState, QStringLiteral("f9"));
-        QCOMPARE(Run(RunShell(script, {QStringLiteral("--log"), log, QStringLiteral("--start-delay"),
-                                       QStringLiteral("400")})),
-                 0);
-        QFile file(log);
-        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(Run(RunShell(script, "--log|log|--start-delay|400")), 0);
         QDateTime startedAt;
         QDateTime startingAt;
         QByteArrayList changes;
-        for (const QByteArray& line : file.readAll().split('\n')) {
+        for (const QByteArray& line : Content("log").split('\n')) {
             const QDateTime time =
                 QDateTime::fromString(QString::fromLatin1(line.left(24)), Qt::ISODateWithMs);
             const QByteArray text = line.mid(25);
@@ -394,30 +376,18 @@ private Q_SLOTS:
     void UpdateInTheLog()
     {
         WriteSectors();
-        const QString log = _folder->filePath(QStringLiteral("log"));
-        const QString firmware = _folder->filePath(QStringLiteral("firmware"));
-        const QString script =
-            OpenInUpdateMode.arg(_folder->path()) + AskInitialize + AskSectors + AskConfirm +
-            QStringLiteral("until grep -q 'restarted into' log; do sleep 0.02; done; ") + AskVersion;
-        QCOMPARE(Run(RunShell(script, {QStringLiteral("--at"), QStringLiteral("0:mode 3"),
-                                       QStringLiteral("--log"), log, QStringLiteral("--save-firmware"),
-                                       firmware, QStringLiteral("--new-version"), QStringLiteral("2.17"),
-                                       QStringLiteral("--install-time"), QStringLiteral("30"),
-                                       QStringLiteral("--restart-time"), QStringLiteral("30")})),
+        const QString script = OpenDevice + AskInitialize + AskSectors + AskConfirm +
+                               QStringLiteral("until grep -q 'restarted into' log; do sleep 0.02; done; ") +
+                               AskVersion;
+        QCOMPARE(Run(RunShell(script, "--at|0:mode 3|--log|log|--save-firmware|firmware|--new-version|2.17"
+                                      "|--install-time|30|--restart-time|30")),
                  0);
-        QCOMPARE(Hex(_output), QByteArray("00024220"
-                                          "06c660"
-                                          "06c660"
-                                          "06c660"
-                                          "504154343130323034383135323137303330323230313621f2"));
-        QFile image(firmware);
-        QVERIFY(image.open(QIODevice::ReadOnly));
-        QCOMPARE(image.readAll(), FirstSector() + SecondSector());
+        QCOMPARE(Hex(_output),
+                 QByteArray("0002422006c66006c66006c660504154343130323034383135323137303330323230313621f2"));
+        QCOMPARE(Content("firmware"), FirstSector() + SecondSector());
 
-        QFile file(log);
-        QVERIFY(file.open(QIODevice::ReadOnly));
         QByteArrayList remarks;
-        for (const QByteArray& line : file.readAll().split('\n')) {
+        for (const QByteArray& line : Content("log").split('\n')) {
             if (line.contains("update") || line.contains("firmware") || line.contains("restarted")) {
                 remarks.append(line.mid(25));
             }
@@ -429,41 +399,27 @@ private Q_SLOTS:
 
     void ModeAtTheStart()
     {
-        QCOMPARE(Run(RunShell(OpenDevice + AskState, {QStringLiteral("--at"), QStringLiteral("0:mode 3")})),
-                 0);
+        QCOMPARE(Run(RunShell(OpenDevice + AskState, "--at|0:mode 3")), 0);
         QCOMPARE(Hex(_output), QByteArray("60fefb05"));
     }
 
     void UpdateScenario()
     {
         WriteSectors();
-        const QString script = OpenInUpdateMode.arg(_folder->path()) + AskInitialize + AskSectors;
-        QCOMPARE(Run(RunShell(script, {QStringLiteral("--at"), QStringLiteral("0:mode 3"),
-                                       QStringLiteral("--scenario"), QStringLiteral("refuses-sector 2")})),
-                 0);
-        QCOMPARE(Hex(_output), QByteArray("00024220"
-                                          "06c660"
-                                          "214334"));
+        const QString script = OpenDevice + AskInitialize + AskSectors;
+        QCOMPARE(Run(RunShell(script, "--at|0:mode 3|--scenario|refuses-sector 2")), 0);
+        QCOMPARE(Hex(_output), QByteArray("0002422006c660214334"));
     }
 
     void ConfirmationAsTold()
     {
         WriteSectors();
-        const QString script = OpenInUpdateMode.arg(_folder->path()) + AskInitialize + AskSectors +
-                               AskConfirm + AskInitialize + AskSectors +
+        const QString script = OpenDevice + AskInitialize + AskSectors + AskConfirm + AskInitialize +
+                               AskSectors +
                                QStringLiteral("printf '\\132\\253\\315\\152\\120' >&3; "
                                               "head -c 3 <&3 | od -An -tx1");
-        QCOMPARE(Run(RunShell(script, {QStringLiteral("--at"), QStringLiteral("0:mode 3"),
-                                       QStringLiteral("--confirmation"), QStringLiteral("abCD")})),
-                 0);
-        QCOMPARE(Hex(_output), QByteArray("00024220"
-                                          "06c660"
-                                          "06c660"
-                                          "214334"
-                                          "00024220"
-                                          "06c660"
-                                          "06c660"
-                                          "06c660"));
+        QCOMPARE(Run(RunShell(script, "--at|0:mode 3|--confirmation|abCD")), 0);
+        QCOMPARE(Hex(_output), QByteArray("0002422006c66006c6602143340002422006c66006c66006c660"));
     }
 
     /// At 300 bits per second 3 bytes take 110 ms, and 25 take 916 ms.
@@ -471,17 +427,14 @@ private Q_SLOTS:
     {
         QElapsedTimer timer;
         timer.start();
-        QCOMPARE(Run(RunShell(OpenDevice + AskVersion, {QStringLiteral("--baud"), QStringLiteral("300")})),
-                 0);
+        QCOMPARE(Run(RunShell(OpenDevice + AskVersion, "--baud|300")), 0);
         QVERIFY(timer.elapsed() >= 1026);
         QCOMPARE(Hex(_output), Version.toHex());
     }
 
     void FirmwareFileThatCannotBeWritten()
     {
-        QCOMPARE(Run(RunShell(QStringLiteral("echo ran"), {QStringLiteral("--save-firmware"),
-                                                           QStringLiteral("/no/such/folder/firmware")})),
-                 1);
+        QCOMPARE(Run(RunShell(QStringLiteral("echo ran"), "--save-firmware|/no/such/folder/firmware")), 1);
         QCOMPARE(_errors,
                  QByteArray("vesmar-simulator: cannot save the firmware to /no/such/folder/firmware: "
                             "No such file or directory\n"));
@@ -490,9 +443,8 @@ private Q_SLOTS:
 
     void ConfirmationOfAnImage()
     {
-        const QString image = _folder->filePath(QStringLiteral("image"));
-        QVERIFY(WriteFile(image, FirstSector() + SecondSector()));
-        QCOMPARE(Run({QStringLiteral("confirmation"), image}), 0);
+        QVERIFY(Write("image", FirstSector() + SecondSector()));
+        QCOMPARE(Run("confirmation|image"), 0);
         QCOMPARE(_output.toHex(), QByteArray("166d"));
         QCOMPARE(_errors, QByteArray());
     }
@@ -510,11 +462,10 @@ private Q_SLOTS:
     {
         QFETCH(int, size);
         QFETCH(QByteArray, mentioned);
-        const QString image = _folder->filePath(QStringLiteral("image"));
         if (size >= 0) {
-            QVERIFY(WriteFile(image, QByteArray(size, 'x')));
+            QVERIFY(Write("image", QByteArray(size, 'x')));
         }
-        QCOMPARE(Run({QStringLiteral("confirmation"), image}), 1);
+        QCOMPARE(Run("confirmation|image"), 1);
         QVERIFY2(_errors.startsWith("vesmar-simulator: ") && _errors.contains(mentioned),
                  _errors.constData());
         QCOMPARE(_errors.count('\n'), 1);
@@ -535,7 +486,6 @@ private Q_SLOTS:
     {
         QFETCH(QString, path);
         QFETCH(QByteArray, reason);
-        _process->setWorkingDirectory(_folder->path());
         QCOMPARE(::mkfifo(QFile::encodeName(_folder->filePath(QStringLiteral("pipe"))).constData(), 0600), 0);
         QFile enormous(_folder->filePath(QStringLiteral("enormous")));
         QVERIFY(enormous.open(QIODevice::WriteOnly) && enormous.resize(64 * 1024 * 1024 + 512));
@@ -547,24 +497,21 @@ private Q_SLOTS:
 
     void ConfirmationThatCannotBeWritten()
     {
-        const QString image = _folder->filePath(QStringLiteral("image"));
-        QVERIFY(WriteFile(image, FirstSector()));
+        QVERIFY(Write("image", FirstSector()));
         _process->setStandardOutputFile(QStringLiteral("/dev/full"));
-        QCOMPARE(Run({QStringLiteral("confirmation"), image}), 1);
+        QCOMPARE(Run("confirmation|image"), 1);
         QCOMPARE(_errors,
                  QByteArray("vesmar-simulator: cannot write the confirmation to the standard output\n"));
     }
 
     void FaultsOfAFile()
     {
-        const QString path = _folder->filePath(QStringLiteral("faults"));
-        QVERIFY(WriteFile(
-            path, "{\"faults\": [\n"
-                  "{\"fault\": \"refuse\", \"when\": {\"request\": \"s\", \"from\": 2}, \"count\": 1},\n"
-                  "{\"command\": \"error 4\", \"when\": {\"request\": \"s\", \"from\": 3}}]}"));
+        QVERIFY(Write("faults",
+                      R"({"faults": [{"fault": "refuse", "when": {"request": "s", "from": 2}, "count": 1},)"
+                      R"({"command": "error 4", "when": {"request": "s", "from": 3}}]})"));
         const QString script =
             OpenDevice + AskStatus + QStringLiteral("head -c 1 <&3 >/dev/null; ") + AskStatus + AskState;
-        QCOMPARE(Run(RunShell(script, {QStringLiteral("--faults"), path})), 0);
+        QCOMPARE(Run(RunShell(script, "--faults|faults")), 0);
         const QByteArray lines = Hex(_output);
         QVERIFY2(lines.mid(2, 2) == "fe", lines.constData());
         QCOMPARE(lines.mid(6, 6), QByteArray("214334"));
@@ -572,107 +519,92 @@ private Q_SLOTS:
         QCOMPARE(_errors, QByteArray());
     }
 
-    void FaultsThatAreWrong()
+    void FilesThatAreWrong_data()
     {
-        const QString path = _folder->filePath(QStringLiteral("faults"));
-        const QString log = _folder->filePath(QStringLiteral("log"));
-        QVERIFY(WriteFile(path, "{\"faults\": [\n{\"fault\": \"slow\",\n\"delay\": -1}]}"));
-        QCOMPARE(Run(RunShell(QStringLiteral("echo run"),
-                              {QStringLiteral("--faults"), path, QStringLiteral("--log"), log})),
-                 1);
-        QCOMPARE(_errors, "vesmar-simulator: " + QFile::encodeName(path) +
-                              ", line 3: \"delay\": must be a whole number from 0 to 600000\n");
-        QCOMPARE(_output, QByteArray());
-        QVERIFY(!QFileInfo::exists(log));
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QByteArray>("error");
+        QTest::newRow("--faults") << QByteArray("{\"faults\": [\n{\"fault\": \"slow\",\n\"delay\": -1}]}")
+                                  << QByteArray("\"delay\": must be a whole number from 0 to 600000\n");
+        QTest::newRow("--playback")
+            << QByteArray("{\"exchanges\": [\n{\"request\": \"73\",\n\"answer\": \"0\"}]}")
+            << QByteArray("\"answer\": must be 1 to 2048 bytes of two hexadecimal digits each\n");
     }
 
-    void FaultsOfNoFile()
+    /// Nothing is served or run, and no log is begun.
+    void FilesThatAreWrong()
     {
-        const QString link = _folder->filePath(QStringLiteral("line"));
-        QCOMPARE(Run({QStringLiteral("--link"), link, QStringLiteral("--faults"), _folder->path()}), 1);
-        QCOMPARE(_errors, "vesmar-simulator: cannot read the faults " + QFile::encodeName(_folder->path()) +
-                              ": it is no file; name a file\n");
-        QVERIFY(!QFileInfo(link).isSymLink());
+        QFETCH(QByteArray, content);
+        QFETCH(QByteArray, error);
+        QVERIFY(Write("wrong", content));
+        const QByteArray options = QByteArray(QTest::currentDataTag()) + "|wrong|--log|log";
+        QCOMPARE(Run(RunShell(QStringLiteral("echo run"), options.constData())), 1);
+        QCOMPARE(_errors, "vesmar-simulator: wrong, line 3: " + error);
+        QCOMPARE(_output, QByteArray());
+        QVERIFY(!Exists("log"));
+    }
+
+    void FoldersAreNoFiles_data()
+    {
+        QTest::addColumn<QByteArray>("kind");
+        QTest::newRow("--faults") << QByteArray("the faults");
+        QTest::newRow("--playback") << QByteArray("the recording");
+    }
+
+    void FoldersAreNoFiles()
+    {
+        QFETCH(QByteArray, kind);
+        QCOMPARE(Run(("--link|line|" + QByteArray(QTest::currentDataTag()) + "|.").constData()), 1);
+        QCOMPARE(_errors, "vesmar-simulator: cannot read " + kind + " .: it is no file; name a file\n");
+        QVERIFY(!QFileInfo(LinkPath()).isSymLink());
     }
 
     /// A change of mode that carries something else is answered as the recorded one was.
     void PlaybackOfAnInitialization()
     {
-        const QString path = _folder->filePath(QStringLiteral("line"));
-        const QString log = _folder->filePath(QStringLiteral("log"));
-        StartLink(path, {QStringLiteral("--playback"), WriteRecording(), QStringLiteral("--log"), log});
-        LineClient client(path);
-        QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("02fe0b6a"));
+        WriteRecording();
+        StartLink("--playback|recording|--log|log");
+        LineClient client(LinkPath());
+        QCOMPARE(client.Ask(ReadStatus, 4), Bytes("02fe0b6a"));
         QCOMPARE(client.Ask(ReadVersion, 25).left(6), QByteArray("PAT410"));
-        QCOMPARE(client.Ask(Bytes("7801829a"), 3).toHex(), QByteArray("06c660"));
+        QCOMPARE(client.Ask(Bytes("7801829a"), 3), Acknowledge);
         QVERIFY(client.Write(ReadStatus));
-        const auto logged = [&log] {
-            QFile file(log);
-            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-        };
-        QTRY_VERIFY_WITH_TIMEOUT(logged().endsWith(" 73f44e -\n"), Patience);
-        QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("00fed10e"));
+        QTRY_VERIFY_WITH_TIMEOUT(Content("log").endsWith(" 73f44e -\n"), Patience);
+        QCOMPARE(client.Ask(ReadStatus, 4), IdleStatus);
         QCOMPARE(client.Ask(ReadVersion, 25), Version);
-        QCOMPARE(client.Ask(Bytes("52b77a"), 8).toHex(), QByteArray("2611212055255354"));
-        QCOMPARE(client.Ask(Bytes("54711a"), 8).toHex(), QByteArray("240215000000c8d0"));
-        QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("01fee93f"));
-        QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("01fee93f"));
+        QCOMPARE(client.Ask(ReadCurrentDate, 8), Bytes("2611212055255354"));
+        QCOMPARE(client.Ask(ReadCalibrationDate, 8), CalibrationDate);
+        QCOMPARE(client.Ask(ReadStatus, 4), Bytes("01fee93f"));
+        QCOMPARE(client.Ask(ReadStatus, 4), Bytes("01fee93f"));
         QCOMPARE(client.Ask(ReadVersion, 25), Version);
-        _process->write("quit\n");
-        QCOMPARE(Finish(), 0);
+        QCOMPARE(Quit(), 0);
         QCOMPARE(_errors, QByteArray());
     }
 
     void PlaybackWithFaults()
     {
-        const QString faults = _folder->filePath(QStringLiteral("faults"));
-        QVERIFY(WriteFile(faults, "{\"faults\": [{\"fault\": \"flip\", \"count\": 1}]}"));
+        WriteRecording();
+        QVERIFY(Write("faults", R"({"faults": [{"fault": "flip", "count": 1}]})"));
         QCOMPARE(Run(RunShell(OpenDevice + AskState + AskStatus,
-                              {QStringLiteral("--playback"), WriteRecording(), QStringLiteral("--faults"),
-                               faults, QStringLiteral("--scenario"), QStringLiteral("bad-crc")})),
+                              "--playback|recording|--faults|faults|--scenario|bad-crc")),
                  0);
         QCOMPARE(Hex(_output), QByteArray("fdfe0b9502fe0b"));
         QCOMPARE(_errors, QByteArray());
     }
 
-    void PlaybackThatIsWrong()
-    {
-        const QString path = _folder->filePath(QStringLiteral("recording"));
-        const QString log = _folder->filePath(QStringLiteral("log"));
-        QVERIFY(WriteFile(path, "{\"exchanges\": [\n{\"request\": \"73\",\n\"answer\": \"0\"}]}"));
-        QCOMPARE(Run(RunShell(QStringLiteral("echo run"),
-                              {QStringLiteral("--playback"), path, QStringLiteral("--log"), log})),
-                 1);
-        QCOMPARE(_errors,
-                 "vesmar-simulator: " + QFile::encodeName(path) +
-                     ", line 3: \"answer\": must be 1 to 2048 bytes of two hexadecimal digits each\n");
-        QCOMPARE(_output, QByteArray());
-        QVERIFY(!QFileInfo::exists(log));
-    }
-
-    void PlaybackOfNoFile()
-    {
-        const QString link = _folder->filePath(QStringLiteral("line"));
-        QCOMPARE(Run({QStringLiteral("--link"), link, QStringLiteral("--playback"), _folder->path()}), 1);
-        QCOMPARE(_errors, "vesmar-simulator: cannot read the recording " +
-                              QFile::encodeName(_folder->path()) + ": it is no file; name a file\n");
-        QVERIFY(!QFileInfo(link).isSymLink());
-    }
-
-    void PlaybackTakesNoScenario_data()
+    void PlaybackHasNoScenario_data()
     {
         QTest::addColumn<QString>("scenario");
-        QTest::newRow("scenario") << QStringLiteral("falls-back");
-        QTest::newRow("with a number") << QStringLiteral("refuses-sector 3");
-        QTest::newRow("none") << QStringLiteral("none");
+        for (const char* scenario : {"falls-back", "refuses-sector 3", "none"}) {
+            QTest::newRow(scenario) << QString::fromLatin1(scenario);
+        }
     }
 
-    void PlaybackTakesNoScenario()
+    void PlaybackHasNoScenario()
     {
         QFETCH(QString, scenario);
-        QCOMPARE(Run(RunShell(QStringLiteral("echo run"), {QStringLiteral("--playback"), WriteRecording(),
-                                                           QStringLiteral("--scenario"), scenario})),
-                 1);
+        WriteRecording();
+        const QByteArray options = "--playback|recording|--scenario|" + scenario.toLatin1();
+        QCOMPARE(Run(RunShell(QStringLiteral("echo run"), options.constData())), 1);
         QVERIFY2(
             _errors.startsWith("vesmar-simulator: --scenario: with --playback it takes a fault only; leave "
                                "one of them out\nUsage: "),
@@ -680,24 +612,21 @@ private Q_SLOTS:
         QCOMPARE(_output, QByteArray());
     }
 
-    void PlaybackTakesNoCommandOfAFile()
+    void PlaybackAcceptsNoCommandOfAFile()
     {
-        const QString faults = _folder->filePath(QStringLiteral("faults"));
-        QVERIFY(WriteFile(faults, "{\"faults\": [{\"command\": \"unplug\"}, {\"command\": \"restart 2\"}]}"));
-        QCOMPARE(Run(RunShell(QStringLiteral("echo run"), {QStringLiteral("--playback"), WriteRecording(),
-                                                           QStringLiteral("--faults"), faults})),
-                 1);
+        WriteRecording();
+        QVERIFY(Write("faults", R"({"faults": [{"command": "unplug"}, {"command": "restart 2"}]})"));
+        QCOMPARE(Run(RunShell(QStringLiteral("echo run"), "--playback|recording|--faults|faults")), 1);
         QCOMPARE(_errors, QByteArray("vesmar-simulator: while a recording is played only faults can be "
                                      "commanded; leave other commands out\n"));
         QCOMPARE(_output, QByteArray());
     }
 
-    void PlaybackTakesFaultsAsCommandsOnly()
+    void PlaybackAcceptsFaultsAsCommandsOnly()
     {
-        const QString path = _folder->filePath(QStringLiteral("line"));
-        StartLink(path, {QStringLiteral("--playback"), WriteRecording(), QStringLiteral("--at"),
-                         QStringLiteral("0:mode 1")});
-        LineClient client(path);
+        WriteRecording();
+        StartLink("--playback|recording|--at|0:mode 1");
+        LineClient client(LinkPath());
         _process->write("mode 1\nerror 4\nfunction 3\nrestart 2\nscenario falls-back\n"
                         "inject {\"command\": \"mode 1\"}\nfault refuse\n");
         QTRY_COMPARE_WITH_TIMEOUT((_errors += _process->readAllStandardError()).count('\n'), 7, Patience);
@@ -709,13 +638,12 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT((_errors += _process->readAllStandardError()).count('\n'), 8, Patience);
         QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("fdfe0b6a"));
         QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("02fe0b6a"));
-        _process->write("quit\n");
-        QCOMPARE(Finish(), 0);
+        QCOMPARE(Quit(), 0);
     }
 
     void ProgramWithoutTheDivider()
     {
-        QCOMPARE(Run({QStringLiteral("run"), QStringLiteral("vesmar"), QStringLiteral("info")}), 1);
+        QCOMPARE(Run("run|vesmar|info"), 1);
         QVERIFY2(_errors.startsWith("vesmar-simulator: The following arguments were not expected: "),
                  _errors.constData());
         QVERIFY2(_errors.contains("; put \"--\" in front of the program to run\nUsage: "),
@@ -824,7 +752,7 @@ private Q_SLOTS:
         }
     }
 
-    void LinkServesUntilASignal_data()
+    void LinkIsThereUntilASignal_data()
     {
         QTest::addColumn<int>("signalNumber");
         QTest::newRow("SIGINT") << SIGINT;
@@ -832,35 +760,31 @@ private Q_SLOTS:
         QTest::newRow("SIGHUP") << SIGHUP;
     }
 
-    void LinkServesUntilASignal()
+    void LinkIsThereUntilASignal()
     {
         QFETCH(int, signalNumber);
-        const QString path = _folder->filePath(QStringLiteral("line"));
         _process->setStandardInputFile(QProcess::nullDevice());
-        StartLink(path);
+        StartLink();
         {
-            LineClient client(path);
+            LineClient client(LinkPath());
             QCOMPARE(client.Ask(ReadVersion, 25), Version);
         }
         QCOMPARE(::kill(static_cast<pid_t>(_process->processId()), signalNumber), 0);
         QCOMPARE(Finish(), 0);
-        QVERIFY(!QFileInfo(path).isSymLink());
+        QVERIFY(!QFileInfo(LinkPath()).isSymLink());
     }
 
-    void LinkServesUntilQuit()
+    void LinkIsThereUntilQuit()
     {
-        const QString path = _folder->filePath(QStringLiteral("line"));
-        StartLink(path);
-        _process->write("quit\n");
-        QCOMPARE(Finish(), 0);
-        QVERIFY(!QFileInfo(path).isSymLink());
+        StartLink();
+        QCOMPARE(Quit(), 0);
+        QVERIFY(!QFileInfo(LinkPath()).isSymLink());
     }
 
-    void LinkTakesCommands()
+    void LinkAcceptsCommands()
     {
-        const QString path = _folder->filePath(QStringLiteral("line"));
-        StartLink(path);
-        LineClient client(path);
+        StartLink();
+        LineClient client(LinkPath());
         _process->write("jump\n\nmode 2\nerror 4\n");
         QTRY_COMPARE_WITH_TIMEOUT(client.Ask(ReadStatus, 4).left(2).toHex(), QByteArray("404e"), Patience);
         _process->closeWriteChannel();
@@ -872,31 +796,28 @@ private Q_SLOTS:
         QCOMPARE(Finish(), 0);
     }
 
-    void LinkTakesFaults()
+    void LinkAcceptsFaults()
     {
-        const QString path = _folder->filePath(QStringLiteral("line"));
-        StartLink(path);
-        LineClient client(path);
+        StartLink();
+        LineClient client(LinkPath());
         _process->write("inject {\"fault\": \"refuse\", \"when\": {\"request\": \"W\"}}\nerror 4\n");
         QTRY_COMPARE_WITH_TIMEOUT(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("4e"), Patience);
         QCOMPARE(client.Ask(ReadVersion, 3).toHex(), QByteArray("214334"));
         _process->write("faults clear\nerror 5\n");
         QTRY_COMPARE_WITH_TIMEOUT(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("5e"), Patience);
         QCOMPARE(client.Ask(ReadVersion, 25), Version);
-        _process->write("quit\n");
-        QCOMPARE(Finish(), 0);
+        QCOMPARE(Quit(), 0);
         QCOMPARE(_errors, QByteArray());
     }
 
     void LinkRefusesFaultsThatAreWrong()
     {
-        StartLink(_folder->filePath(QStringLiteral("line")));
+        StartLink();
         _process->write("inject {\"fault\": \"slow\", \"delay\": -1}\ninject\ninject {\ninject []\nfaults\n");
         for (int i = 0; i < 1001; ++i) {
             _process->write("inject {\"fault\": \"drop\"}\n");
         }
-        _process->write("quit\n");
-        QCOMPARE(Finish(), 0);
+        QCOMPARE(Quit(), 0);
         const QByteArrayList errors = _errors.split('\n');
         QCOMPARE(errors.size(), 7);
         QCOMPARE(errors.at(0),
@@ -915,7 +836,7 @@ private Q_SLOTS:
 
     void LinkSurvivesAnEndlessLine()
     {
-        StartLink(_folder->filePath(QStringLiteral("line")));
+        StartLink();
         _process->write("inject " + QByteArray(3000000, '[') + "\nquit\n");
         QCOMPARE(Finish(), 0);
         QCOMPARE(
@@ -923,12 +844,11 @@ private Q_SLOTS:
             QByteArray("vesmar-simulator: inject, line 1: there may be up to 1048576 bytes; this is more\n"));
     }
 
-    void LinkFollowsALineThatReturnsByItself()
+    void LinkPointsToALineThatReturnsByItself()
     {
-        const QString path = _folder->filePath(QStringLiteral("line"));
-        StartLink(path);
+        StartLink();
         {
-            LineClient client(path);
+            LineClient client(LinkPath());
             _process->write("inject {\"fault\": \"hang-up\", \"line-back-in\": 100, \"when\": {\"request\": "
                             "\"W\"}}\nerror 4\n");
             QTRY_COMPARE_WITH_TIMEOUT(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("4e"),
@@ -936,43 +856,38 @@ private Q_SLOTS:
             QVERIFY(client.Write(ReadVersion));
             QCOMPARE(client.Read(1), QByteArray());
         }
-        QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(path), Patience);
-        LineClient client(path);
+        QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(LinkPath()), Patience);
+        LineClient client(LinkPath());
         QCOMPARE(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("4e"));
-        _process->write("quit\n");
-        QCOMPARE(Finish(), 0);
-        QVERIFY(!QFileInfo(path).isSymLink());
+        QCOMPARE(Quit(), 0);
+        QVERIFY(!QFileInfo(LinkPath()).isSymLink());
     }
 
-    void LinkFollowsANewLine()
+    void LinkPointsToANewLine()
     {
-        const QString path = _folder->filePath(QStringLiteral("line"));
-        StartLink(path);
+        StartLink();
         _process->write("fault hang-up\n");
-        QTRY_VERIFY_WITH_TIMEOUT(!QFileInfo::exists(path), Patience);
+        QTRY_VERIFY_WITH_TIMEOUT(!QFileInfo::exists(LinkPath()), Patience);
         _process->write("plug\n");
-        QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(path), Patience);
-        LineClient client(path);
+        QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(LinkPath()), Patience);
+        LineClient client(LinkPath());
         QCOMPARE(client.Ask(ReadVersion, 25), Version);
-        _process->write("quit\n");
-        QCOMPARE(Finish(), 0);
-        QVERIFY(!QFileInfo(path).isSymLink());
+        QCOMPARE(Quit(), 0);
+        QVERIFY(!QFileInfo(LinkPath()).isSymLink());
     }
 
     void LinkRefusesAPathThatIsTaken()
     {
-        const QString path = _folder->filePath(QStringLiteral("line"));
-        StartLink(path);
+        StartLink();
         QProcess second;
-        second.start(SimulatorProgram, {QStringLiteral("--link"), path});
+        second.start(SimulatorProgram, {QStringLiteral("--link"), LinkPath()});
         QVERIFY(second.waitForFinished(Patience));
         QCOMPARE(second.exitCode(), 1);
         const QByteArray errors = second.readAllStandardError();
         QVERIFY2(errors.contains("it exists") && errors.count('\n') == 1, errors.constData());
-        LineClient client(path);
+        LineClient client(LinkPath());
         QCOMPARE(client.Ask(ReadVersion, 25), Version);
-        _process->write("quit\n");
-        QCOMPARE(Finish(), 0);
+        QCOMPARE(Quit(), 0);
     }
 
 private:
@@ -991,35 +906,58 @@ private:
         return Finish();
     }
 
-    void StartLink(const QString& path, const QStringList& options = {})
+    int Run(const char* arguments) { return Run(Words(arguments)); }
+
+    QString LinkPath() const { return _folder->filePath(QStringLiteral("line")); }
+
+    void StartLink(const char* options = "")
     {
-        _process->start(SimulatorProgram, QStringList{QStringLiteral("--link"), path} + options);
+        const QStringList more = *options == '\0' ? QStringList() : Words(options);
+        _process->start(SimulatorProgram, QStringList{QStringLiteral("--link"), LinkPath()} + more);
         QTRY_VERIFY_WITH_TIMEOUT(_process->canReadLine(), Patience);
-        QVERIFY(_process->readLine().contains(QFile::encodeName(path)));
+        QVERIFY(_process->readLine().contains(QFile::encodeName(LinkPath())));
     }
 
-    /// An initialization whose second status was lost, and what follows it.
-    QString WriteRecording()
+    int Quit()
     {
-        const QString path = _folder->filePath(QStringLiteral("recording"));
-        WriteFile(path, "{\"exchanges\": [\n"
-                        "{\"request\": \"73f44e\", \"answer\": \"02fe0b6a\"},\n"
-                        "{\"request\": \"7800a3ba\", \"answer\": \"06c660\"},\n"
-                        "{\"request\": \"73f44e\"},\n"
-                        "{\"request\": \"73f44e\", \"answer\": \"00fed10e\"},\n"
-                        "{\"request\": \"57122a\", "
-                        "\"answer\": \"5041543431303230343831353130353033303232303136f923\"},\n"
-                        "{\"request\": \"52b77a\", \"answer\": \"2611212055255354\"},\n"
-                        "{\"request\": \"54711a\", \"answer\": \"240215000000c8d0\"},\n"
-                        "{\"request\": \"73f44e\", \"answer\": \"01fee93f\"}]}");
-        return path;
+        _process->write("quit\n");
+        return Finish();
+    }
+
+    bool Write(const char* name, const QByteArray& content)
+    {
+        QFile file(_folder->filePath(QLatin1String(name)));
+        return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+    }
+
+    QByteArray Content(const char* name)
+    {
+        QFile file(_folder->filePath(QLatin1String(name)));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
+    }
+
+    bool Exists(const char* name) { return QFileInfo::exists(_folder->filePath(QLatin1String(name))); }
+
+    /// An initialization whose second status was lost, and what follows it.
+    void WriteRecording()
+    {
+        QVERIFY(Write("recording", "{\"exchanges\": [\n"
+                                   "{\"request\": \"73f44e\", \"answer\": \"02fe0b6a\"},\n"
+                                   "{\"request\": \"7800a3ba\", \"answer\": \"06c660\"},\n"
+                                   "{\"request\": \"73f44e\"},\n"
+                                   "{\"request\": \"73f44e\", \"answer\": \"00fed10e\"},\n"
+                                   "{\"request\": \"57122a\", "
+                                   "\"answer\": \"5041543431303230343831353130353033303232303136f923\"},\n"
+                                   "{\"request\": \"52b77a\", \"answer\": \"2611212055255354\"},\n"
+                                   "{\"request\": \"54711a\", \"answer\": \"240215000000c8d0\"},\n"
+                                   "{\"request\": \"73f44e\", \"answer\": \"01fee93f\"}]}"));
     }
 
     /// The requests that carry both sectors, each in a file.
     void WriteSectors()
     {
-        QVERIFY(WriteFile(_folder->filePath(QStringLiteral("one")), 'F' + FirstSector() + Bytes("093e")));
-        QVERIFY(WriteFile(_folder->filePath(QStringLiteral("two")), 'F' + SecondSector() + Bytes("5346")));
+        QVERIFY(Write("one", 'F' + FirstSector() + Bytes("093e")));
+        QVERIFY(Write("two", 'F' + SecondSector() + Bytes("5346")));
     }
 
     std::unique_ptr<QTemporaryDir> _folder;
