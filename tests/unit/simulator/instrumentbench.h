@@ -1,9 +1,13 @@
 #pragma once
 
 #include <QByteArray>
+#include <QFile>
 #include <QString>
+#include <QTemporaryDir>
 #include <QVector>
 
+#include "lineclient.h"
+#include "simulator/faults/faultfile.h"
 #include "simulator/line/instrument.h"
 
 /// The command that a person would write like this.
@@ -13,12 +17,59 @@ inline Simulator::ControlCommand Command(const char* text)
     return Simulator::ParseControlCommand(QLatin1String(text), &error).value();
 }
 
-/// The requests that were received and dealt with so far, those without an answer included.
-inline QVector<QByteArray> RequestsOf(const Simulator::Instrument& instrument)
+/// An instrument and a program that has opened its line.
+class AskedInstrument : public Simulator::Instrument
 {
-    QVector<QByteArray> requests;
-    for (const Simulator::Exchange& exchange : instrument.Exchanges()) {
-        requests.append(exchange.request);
+public:
+    explicit AskedInstrument(const Simulator::InstrumentOptions& options = {})
+        : Instrument(options), client(DevicePath())
+    {
     }
-    return requests;
-}
+
+    QByteArray Ask(const QByteArray& request, int answerSize) const
+    {
+        return client.Ask(request, answerSize);
+    }
+
+    /// The two bytes of the status that it answers, in hexadecimal.
+    QByteArray AskStatus() const { return client.Ask(QByteArray::fromHex("73f44e"), 4).left(2).toHex(); }
+
+    /// Sets the faults of a JSON text without its outermost brackets.
+    bool Set(const char* faults)
+    {
+        return AddFaults(Simulator::ParseFaults(QByteArray("{\"faults\":[") + faults + "]}"));
+    }
+
+    /// The requests that were received and dealt with so far, those without an answer included.
+    QVector<QByteArray> Requests() const
+    {
+        QVector<QByteArray> requests;
+        for (const Simulator::Exchange& exchange : Exchanges()) {
+            requests.append(exchange.request);
+        }
+        return requests;
+    }
+
+    LineClient client;
+};
+
+/// A log's file, and its lines without their times.
+class LogFile
+{
+public:
+    QString Path() const { return _folder.filePath(QStringLiteral("log")); }
+
+    QByteArray Lines() const
+    {
+        QByteArrayList lines;
+        QFile file(Path());
+        file.open(QIODevice::ReadOnly);
+        for (const QByteArray& line : file.readAll().split('\n')) {
+            lines.append(line.mid(line.indexOf(' ') + 1));
+        }
+        return lines.join('\n');
+    }
+
+private:
+    QTemporaryDir _folder;
+};

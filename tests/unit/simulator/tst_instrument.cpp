@@ -8,8 +8,6 @@
 #include <QtTest>
 
 #include "instrumentbench.h"
-#include "lineclient.h"
-#include "simulator/line/instrument.h"
 #include "support/wire.h"
 
 using namespace Wire;
@@ -26,18 +24,6 @@ namespace
 const QByteArray PrepareUbRe = Bytes("500a000005ffffffffc327");
 const QByteArray Sector = 'F' + QByteArray(512, '\x11') + Bytes("093e");
 const QByteArray ConfirmSector = Bytes("5a8038cc35");
-
-/// The log's lines without their times.
-QByteArray LogIn(const QString& path)
-{
-    QByteArrayList lines;
-    QFile file(path);
-    file.open(QIODevice::ReadOnly);
-    for (const QByteArray& line : file.readAll().split('\n')) {
-        lines.append(line.mid(line.indexOf(' ') + 1));
-    }
-    return lines.join('\n');
-}
 
 /// An instrument whose RCD tests are ready at once.
 InstrumentOptions RcdOptions(milliseconds statusPeriod, milliseconds run)
@@ -66,29 +52,26 @@ class TestInstrument : public QObject
 private Q_SLOTS:
     void AnswersOnTheLine()
     {
-        const Instrument instrument;
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(ReadVersion, 25), Version);
-        QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
+        const AskedInstrument instrument;
+        QCOMPARE(instrument.Ask(ReadVersion, 25), Version);
+        QCOMPARE(instrument.Ask(StopMeasurement, 3), Acknowledge);
     }
 
     void RefusesNoise()
     {
-        const Instrument instrument;
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(Bytes("73f44f"), 3), Refusal);
-        QCOMPARE(client.Ask(Bytes("00"), 3), Refusal);
-        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+        const AskedInstrument instrument;
+        QCOMPARE(instrument.Ask(Bytes("73f44f"), 3), Refusal);
+        QCOMPARE(instrument.Ask(Bytes("00"), 3), Refusal);
+        QCOMPARE(instrument.Ask(ReadVersion, 25), Version);
     }
 
     void RemembersExchanges()
     {
-        const Instrument instrument;
-        LineClient client(instrument.DevicePath());
+        const AskedInstrument instrument;
         const auto before = Simulator::Clock::now();
-        QCOMPARE(client.Ask(ReadVersion, 25), Version);
-        QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
-        QCOMPARE(RequestsOf(instrument), (QVector<QByteArray>{ReadVersion, StopMeasurement}));
+        QCOMPARE(instrument.Ask(ReadVersion, 25), Version);
+        QCOMPARE(instrument.Ask(StopMeasurement, 3), Acknowledge);
+        QCOMPARE(instrument.Requests(), (QVector<QByteArray>{ReadVersion, StopMeasurement}));
 
         const std::vector<Exchange> exchanges = instrument.Exchanges();
         QCOMPARE(exchanges.at(0).answer, Version);
@@ -100,91 +83,82 @@ private Q_SLOTS:
 
     void ForgetsExchanges()
     {
-        Instrument instrument;
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+        AskedInstrument instrument;
+        QCOMPARE(instrument.Ask(ReadVersion, 25), Version);
         instrument.ClearRequests();
-        QCOMPARE(RequestsOf(instrument), QVector<QByteArray>());
+        QCOMPARE(instrument.Requests(), QVector<QByteArray>());
     }
 
     void KeepsNoExchangesWhenToldSo()
     {
         InstrumentOptions options;
         options.keepsExchanges = false;
-        const Instrument instrument(options);
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(ReadVersion, 25), Version);
-        QCOMPARE(RequestsOf(instrument), QVector<QByteArray>());
+        const AskedInstrument instrument(options);
+        QCOMPARE(instrument.Ask(ReadVersion, 25), Version);
+        QCOMPARE(instrument.Requests(), QVector<QByteArray>());
     }
 
     void ScriptedAnswersComeFirst()
     {
-        Instrument instrument;
+        AskedInstrument instrument;
         instrument.SetFault(Fault::Refuse);
         instrument.AnswerNextWith(Bytes("0001020304"));
         instrument.AnswerNextWith(Bytes("ff"));
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(ReadStatus, 5).toHex(), QByteArray("0001020304"));
-        QCOMPARE(client.Ask(ReadStatus, 1).toHex(), QByteArray("ff"));
-        QCOMPARE(client.Ask(ReadStatus, 3), Refusal);
+        QCOMPARE(instrument.Ask(ReadStatus, 5).toHex(), QByteArray("0001020304"));
+        QCOMPARE(instrument.Ask(ReadStatus, 1).toHex(), QByteArray("ff"));
+        QCOMPARE(instrument.Ask(ReadStatus, 3), Refusal);
     }
 
     void ScriptedSilence()
     {
-        Instrument instrument;
+        AskedInstrument instrument;
         instrument.AnswerNextWith(QByteArray());
-        LineClient client(instrument.DevicePath());
-        QVERIFY(client.Write(ReadStatus));
-        QTRY_COMPARE(RequestsOf(instrument).size(), 1);
-        QCOMPARE(client.Ask(ReadVersion, 25), Version); // nothing came before it
+        QVERIFY(instrument.client.Write(ReadStatus));
+        QTRY_COMPARE(instrument.Requests().size(), 1);
+        QCOMPARE(instrument.Ask(ReadVersion, 25), Version); // nothing came before it
     }
 
     void UnaskedBytes()
     {
-        Instrument instrument;
-        LineClient client(instrument.DevicePath());
+        AskedInstrument instrument;
         instrument.Send(Bytes("8af7"));
-        QCOMPARE(client.Read(2).toHex(), QByteArray("8af7"));
-        QCOMPARE(RequestsOf(instrument), QVector<QByteArray>());
+        QCOMPARE(instrument.client.Read(2).toHex(), QByteArray("8af7"));
+        QCOMPARE(instrument.Requests(), QVector<QByteArray>());
     }
 
     void Silent()
     {
-        Instrument instrument;
+        AskedInstrument instrument;
         instrument.Unplug();
-        LineClient client(instrument.DevicePath());
-        QVERIFY(client.Write(ReadStatus));
-        QTRY_COMPARE(RequestsOf(instrument), QVector<QByteArray>{ReadStatus});
+        QVERIFY(instrument.client.Write(ReadStatus));
+        QTRY_COMPARE(instrument.Requests(), QVector<QByteArray>{ReadStatus});
         QCOMPARE(instrument.Exchanges().at(0).answer, QByteArray());
         instrument.Plug();
-        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+        QCOMPARE(instrument.Ask(ReadVersion, 25), Version);
     }
 
     void RefuseHasNoEffect()
     {
-        Instrument instrument;
+        AskedInstrument instrument;
         instrument.SetFunction(5);
         instrument.SetFault(Fault::Refuse);
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(StopMeasurement, 3), Refusal);
+        QCOMPARE(instrument.Ask(StopMeasurement, 3), Refusal);
         instrument.SetFault(Fault::None);
-        QCOMPARE(client.Ask(ReadStatus, 4).left(2).toHex(), QByteArray("05f7"));
+        QCOMPARE(instrument.AskStatus(), QByteArray("05f7"));
     }
 
     void DamagedAnswer()
     {
-        Instrument instrument;
+        AskedInstrument instrument;
         instrument.SetFault(Fault::GarbageBefore);
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(StopMeasurement, 5).toHex(), QByteArray("55aa06c660"));
+        QCOMPARE(instrument.Ask(StopMeasurement, 5).toHex(), QByteArray("55aa06c660"));
     }
 
     void Slow()
     {
-        Instrument instrument;
+        AskedInstrument instrument;
         instrument.SetFault(Fault::Slow, 80ms);
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+        QCOMPARE(instrument.Ask(ReadVersion, 25), Version);
         const Exchange exchange = instrument.Exchanges().at(0);
         QVERIFY(exchange.answeredAt - exchange.receivedAt >= 80ms);
     }
@@ -193,9 +167,8 @@ private Q_SLOTS:
     {
         InstrumentOptions options;
         options.answerAfter = 60ms;
-        Instrument instrument(options);
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+        AskedInstrument instrument(options);
+        QCOMPARE(instrument.Ask(ReadVersion, 25), Version);
         const Exchange exchange = instrument.Exchanges().at(0);
         QVERIFY(exchange.answeredAt - exchange.receivedAt >= 60ms);
     }
@@ -221,35 +194,33 @@ private Q_SLOTS:
 
     void CommandsByText()
     {
-        Instrument instrument;
-        LineClient client(instrument.DevicePath());
+        AskedInstrument instrument;
         instrument.Execute(Command("mode 2"));
         instrument.Execute(Command("error 4"));
         instrument.Execute(Command("function 9"));
-        QCOMPARE(client.Ask(ReadStatus, 4).left(2).toHex(), QByteArray("4947"));
+        QCOMPARE(instrument.AskStatus(), QByteArray("4947"));
         instrument.Execute(Command("function 0"));
         instrument.Execute(Command("mode 0"));
         instrument.Execute(Command("scenario refuses-prepare"));
-        QCOMPARE(client.Ask(PrepareRln, 3), Refusal);
+        QCOMPARE(instrument.Ask(PrepareRln, 3), Refusal);
         instrument.Execute(Command("scenario none"));
-        QCOMPARE(client.Ask(PrepareRln, 3), Acknowledge);
+        QCOMPARE(instrument.Ask(PrepareRln, 3), Acknowledge);
         instrument.Execute(Command("fault refuse"));
-        QCOMPARE(client.Ask(ReadStatus, 3), Refusal);
+        QCOMPARE(instrument.Ask(ReadStatus, 3), Refusal);
     }
 
     void RestartLeavesTheLine()
     {
         InstrumentOptions options;
         options.model.restartTime = 300ms;
-        const Instrument instrument(options);
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(ChangeToCalibrationMode, 3), Acknowledge);
-        QVERIFY(client.Write(ReadStatus));
-        QTRY_COMPARE(RequestsOf(instrument).size(), 2);
+        const AskedInstrument instrument(options);
+        QCOMPARE(instrument.Ask(ChangeToCalibrationMode, 3), Acknowledge);
+        QVERIFY(instrument.client.Write(ReadStatus));
+        QTRY_COMPARE(instrument.Requests().size(), 2);
         const Simulator::TimePoint acknowledgedAt = instrument.Exchanges().at(0).answeredAt;
 
         const auto answered = [&instrument] { return !instrument.Exchanges().back().answer.isEmpty(); };
-        QTRY_VERIFY(answered() || !client.Write(ReadStatus));
+        QTRY_VERIFY(answered() || !instrument.client.Write(ReadStatus));
         const Exchange first = instrument.Exchanges().back();
         QCOMPARE(first.answer.left(2).toHex(), QByteArray("20fe"));
         QVERIFY(first.answeredAt - acknowledgedAt > 250ms);
@@ -269,82 +240,77 @@ private Q_SLOTS:
     {
         InstrumentOptions options;
         options.model.functionTimings.singleRun = 100ms;
-        Instrument instrument(options);
-        LineClient client(instrument.DevicePath());
-        const auto status = [&client] { return client.Ask(ReadStatus, 4).left(2).toHex(); };
-        QCOMPARE(client.Ask(PrepareRln, 3), Acknowledge);
+        AskedInstrument instrument(options);
+        const auto status = [&instrument] { return instrument.AskStatus(); };
+        QCOMPARE(instrument.Ask(PrepareRln, 3), Acknowledge);
         QTRY_COMPARE(status(), QByteArray("01f4"));
-        QCOMPARE(client.Ask(StartMeasurement, 3), Acknowledge);
+        QCOMPARE(instrument.Ask(StartMeasurement, 3), Acknowledge);
         QTRY_COMPARE(status(), QByteArray("81f2"));
-        const QByteArray result = client.Ask(ReadMeasurement, 26);
+        const QByteArray result = instrument.Ask(ReadMeasurement, 26);
         QCOMPARE(result.size(), 26);
         QVERIFY(result.left(4) != QByteArray(4, '\0'));
         QCOMPARE(status(), QByteArray("01f2"));
         QCOMPARE(instrument.Status().functionState, 2);
-        QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
+        QCOMPARE(instrument.Ask(StopMeasurement, 3), Acknowledge);
         QCOMPARE(instrument.Status().function, 0);
     }
 
     void LogsChangesThatNobodyAsksFor()
     {
-        const QTemporaryDir folder;
+        const LogFile log;
         InstrumentOptions options;
-        options.logPath = folder.filePath(QStringLiteral("log"));
-        const Instrument instrument(options);
-        LineClient client(instrument.DevicePath());
-        const auto log = [&options] { return LogIn(options.logPath); };
-        QCOMPARE(client.Ask(PrepareHvTest, 3), Acknowledge);
+        options.logPath = log.Path();
+        const AskedInstrument instrument(options);
+        QCOMPARE(instrument.Ask(PrepareHvTest, 3), Acknowledge);
         QTRY_COMPARE(
-            log(), QByteArray("5009050200ffffffff063e 06c660\nfunction 9 preparing\nfunction 9 prepared\n"));
-        QCOMPARE(client.Ask(StartMeasurement, 3), Acknowledge);
-        QTRY_VERIFY2(log().endsWith("\n53966a 06c660\nfunction 9 starting\nfunction 9 running\n"),
-                     log().constData());
-        QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
-        QTRY_VERIFY2(log().endsWith("\n68aeed 06c660\nfunction 9 stopping\nfunction 9 stopped by request\n"),
-                     log().constData());
+            log.Lines(),
+            QByteArray("5009050200ffffffff063e 06c660\nfunction 9 preparing\nfunction 9 prepared\n"));
+        QCOMPARE(instrument.Ask(StartMeasurement, 3), Acknowledge);
+        QTRY_VERIFY2(log.Lines().endsWith("\n53966a 06c660\nfunction 9 starting\nfunction 9 running\n"),
+                     log.Lines().constData());
+        QCOMPARE(instrument.Ask(StopMeasurement, 3), Acknowledge);
+        QTRY_VERIFY2(
+            log.Lines().endsWith("\n68aeed 06c660\nfunction 9 stopping\nfunction 9 stopped by request\n"),
+            log.Lines().constData());
     }
 
     void RcdTestOnTheLine()
     {
-        Instrument instrument(RcdOptions(50ms, 120ms));
-        LineClient client(instrument.DevicePath());
-        QVERIFY(StartRcdTest(client));
-        QCOMPARE(client.Read(4), RcdRunningStatus);
-        QCOMPARE(client.Read(4), RcdRunningStatus);
-        const QByteArray result = client.Read(26);
+        AskedInstrument instrument(RcdOptions(50ms, 120ms));
+        QVERIFY(StartRcdTest(instrument.client));
+        QCOMPARE(instrument.client.Read(4), RcdRunningStatus);
+        QCOMPARE(instrument.client.Read(4), RcdRunningStatus);
+        const QByteArray result = instrument.client.Read(26);
         QCOMPARE(result.size(), 26);
         QCOMPARE(result.mid(4, 20), QByteArray(20, '\0'));
-        QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("0af29620"));
-        QVERIFY(!client.IsReadable(100));
-        QTRY_COMPARE(RequestsOf(instrument),
-                     (QVector<QByteArray>{PrepareUbRe, StartMeasurement, ReadStatus}));
+        QCOMPARE(instrument.Ask(ReadStatus, 4).toHex(), QByteArray("0af29620"));
+        QVERIFY(!instrument.client.IsReadable(100));
+        QTRY_COMPARE(instrument.Requests(), (QVector<QByteArray>{PrepareUbRe, StartMeasurement, ReadStatus}));
     }
 
     void RcdScenariosByText()
     {
-        Instrument instrument(RcdOptions(Long, Long));
-        LineClient client(instrument.DevicePath());
+        AskedInstrument instrument(RcdOptions(Long, Long));
         instrument.Execute(Command("scenario start-test 5"));
-        QCOMPARE(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("f5"));
+        QCOMPARE(instrument.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("f5"));
         instrument.Execute(Command("scenario rcd-check 3"));
-        QCOMPARE(client.Ask(PrepareUbRe, 3), Acknowledge);
-        QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("8af32f2b"));
-        QCOMPARE(client.Ask(ReadMeasurement, 26).left(1).toHex(), QByteArray("03"));
+        QCOMPARE(instrument.Ask(PrepareUbRe, 3), Acknowledge);
+        QCOMPARE(instrument.Ask(ReadStatus, 4).toHex(), QByteArray("8af32f2b"));
+        QCOMPARE(instrument.Ask(ReadMeasurement, 26).left(1).toHex(), QByteArray("03"));
         instrument.Execute(Command("scenario rcd-error 3"));
-        QCOMPARE(client.Ask(PrepareUbRe, 3), Acknowledge);
-        QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("0a341c99"));
+        QCOMPARE(instrument.Ask(PrepareUbRe, 3), Acknowledge);
+        QCOMPARE(instrument.Ask(ReadStatus, 4).toHex(), QByteArray("0a341c99"));
     }
 
     /// Five status frames and a result are due at once, and yet 20 ms apart from each other and from the
     /// answer.
     void LineIsQuietBeforeWhatNobodyAskedFor()
     {
-        const Instrument instrument(RcdOptions(1ms, 6ms));
-        LineClient client(instrument.DevicePath());
-        QVERIFY(StartRcdTest(client));
-        QCOMPARE(client.Read(4), RcdRunningStatus);
+        const AskedInstrument instrument(RcdOptions(1ms, 6ms));
+        QVERIFY(StartRcdTest(instrument.client));
+        QCOMPARE(instrument.client.Read(4), RcdRunningStatus);
         const Simulator::TimePoint firstReadAt = Simulator::Clock::now();
-        QCOMPARE(client.Read(4 * 4 + 26).size(), 4 * 4 + 26);
+        QCOMPARE(instrument.client.Read(4 * 4 + 26).size(), 4 * 4 + 26);
         const Simulator::TimePoint lastReadAt = Simulator::Clock::now();
         const Simulator::TimePoint acknowledgedAt = instrument.Exchanges().back().answeredAt;
         QVERIFY(firstReadAt - acknowledgedAt >= 20ms);
@@ -353,53 +319,49 @@ private Q_SLOTS:
 
     void NothingUnaskedBehindAStop()
     {
-        Instrument instrument(RcdOptions(30ms, Long));
-        LineClient client(instrument.DevicePath());
-        QVERIFY(StartRcdTest(client));
-        QCOMPARE(client.Read(4), RcdRunningStatus);
-        QVERIFY(client.Write(StopMeasurement));
-        QByteArray received = client.Read(3);
+        AskedInstrument instrument(RcdOptions(30ms, Long));
+        QVERIFY(StartRcdTest(instrument.client));
+        QCOMPARE(instrument.client.Read(4), RcdRunningStatus);
+        QVERIFY(instrument.client.Write(StopMeasurement));
+        QByteArray received = instrument.client.Read(3);
         while (!received.endsWith(Acknowledge)) { // a frame may have been on its way
-            const QByteArray next = client.Read(1);
+            const QByteArray next = instrument.client.Read(1);
             QCOMPARE(next.size(), 1);
             received += next;
         }
-        QVERIFY(!client.IsReadable(200));
-        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+        QVERIFY(!instrument.client.IsReadable(200));
+        QCOMPARE(instrument.Ask(ReadVersion, 25), Version);
         QCOMPARE(instrument.Status().function, 0);
     }
 
     void NothingUnaskedWhileUnplugged()
     {
-        Instrument instrument(RcdOptions(Long, 1000ms));
-        LineClient client(instrument.DevicePath());
-        QVERIFY(StartRcdTest(client));
+        AskedInstrument instrument(RcdOptions(Long, 1000ms));
+        QVERIFY(StartRcdTest(instrument.client));
         instrument.Unplug();
         QTRY_COMPARE(instrument.Status().functionState, 2);
         instrument.Plug();
-        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+        QCOMPARE(instrument.Ask(ReadVersion, 25), Version);
     }
 
     void PiecesOfAFrame()
     {
-        Instrument instrument(RcdOptions(1ms, Long));
+        AskedInstrument instrument(RcdOptions(1ms, Long));
         instrument.SetScenario(Simulator::Scenario::RcdPieces, 30000);
-        LineClient client(instrument.DevicePath());
-        QVERIFY(StartRcdTest(client));
-        QCOMPARE(client.Read(4), RcdRunningStatus);
+        QVERIFY(StartRcdTest(instrument.client));
+        QCOMPARE(instrument.client.Read(4), RcdRunningStatus);
         QVERIFY(Simulator::Clock::now() - instrument.Exchanges().back().answeredAt >=
                 milliseconds(20 + 2 * 30));
     }
 
     void AnswerWaitsForThePiecesOfAFrame()
     {
-        Instrument instrument(RcdOptions(200ms, 300ms));
+        AskedInstrument instrument(RcdOptions(200ms, 300ms));
         instrument.SetScenario(Simulator::Scenario::RcdPieces, 50000);
-        LineClient client(instrument.DevicePath());
-        QVERIFY(StartRcdTest(client));
-        QCOMPARE(client.Read(1).toHex(), QByteArray("0a"));
-        QVERIFY(client.Write(ReadVersion));
-        const QByteArray received = client.Read(3 + 25 + 26);
+        QVERIFY(StartRcdTest(instrument.client));
+        QCOMPARE(instrument.client.Read(1).toHex(), QByteArray("0a"));
+        QVERIFY(instrument.client.Write(ReadVersion));
+        const QByteArray received = instrument.client.Read(3 + 25 + 26);
         QCOMPARE(received.left(3).toHex(), QByteArray("f73370"));
         QVERIFY2(received.mid(3, 25) == Version || received.right(25) == Version,
                  received.toHex().constData());
@@ -407,29 +369,27 @@ private Q_SLOTS:
 
     void LogOfAnRcdTest()
     {
-        const QTemporaryDir folder;
+        const LogFile log;
         InstrumentOptions options = RcdOptions(40ms, 60ms);
-        options.logPath = folder.filePath(QStringLiteral("log"));
-        const Instrument instrument(options);
-        LineClient client(instrument.DevicePath());
-        QVERIFY(StartRcdTest(client));
-        const QByteArray frames = client.Read(4 + 26);
+        options.logPath = log.Path();
+        const AskedInstrument instrument(options);
+        QVERIFY(StartRcdTest(instrument.client));
+        const QByteArray frames = instrument.client.Read(4 + 26);
         QCOMPARE(frames.left(4), RcdRunningStatus);
-        QTRY_COMPARE(LogIn(options.logPath), "500a000005ffffffffc327 06c660\nfunction 10 preparing\n"
-                                             "function 10 prepared\n53966a 06c660\nfunction 10 running\n"
-                                             "unasked 0af73370\nunasked " +
-                                                 frames.mid(4).toHex() + "\nfunction 10 completed\n");
+        QTRY_COMPARE(log.Lines(), "500a000005ffffffffc327 06c660\nfunction 10 preparing\n"
+                                  "function 10 prepared\n53966a 06c660\nfunction 10 running\n"
+                                  "unasked 0af73370\nunasked " +
+                                      frames.mid(4).toHex() + "\nfunction 10 completed\n");
     }
 
     void KeepsTheFirmware()
     {
-        Instrument instrument;
+        AskedInstrument instrument;
         instrument.SetMode(3);
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(InitializeUpdate, 4), UpdateInitialized);
-        QCOMPARE(client.Ask(Sector, 3), Acknowledge);
+        QCOMPARE(instrument.Ask(InitializeUpdate, 4), UpdateInitialized);
+        QCOMPARE(instrument.Ask(Sector, 3), Acknowledge);
         QCOMPARE(instrument.Firmware(), QByteArray());
-        QCOMPARE(client.Ask(ConfirmSector, 3), Acknowledge);
+        QCOMPARE(instrument.Ask(ConfirmSector, 3), Acknowledge);
         QCOMPARE(instrument.Firmware(), QByteArray(512, '\x11'));
     }
 
@@ -438,13 +398,12 @@ private Q_SLOTS:
         const QTemporaryDir folder;
         InstrumentOptions options;
         options.firmwarePath = folder.filePath(QStringLiteral("firmware"));
-        Instrument instrument(options);
+        AskedInstrument instrument(options);
         instrument.SetMode(3);
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(InitializeUpdate, 4), UpdateInitialized);
-        QCOMPARE(client.Ask(Sector, 3), Acknowledge);
+        QCOMPARE(instrument.Ask(InitializeUpdate, 4), UpdateInitialized);
+        QCOMPARE(instrument.Ask(Sector, 3), Acknowledge);
         QVERIFY(!QFileInfo::exists(options.firmwarePath));
-        QCOMPARE(client.Ask(ConfirmSector, 3), Acknowledge);
+        QCOMPARE(instrument.Ask(ConfirmSector, 3), Acknowledge);
         QFile file(options.firmwarePath);
         QVERIFY(file.open(QIODevice::ReadOnly));
         QCOMPARE(file.readAll(), QByteArray(512, '\x11'));
@@ -452,21 +411,20 @@ private Q_SLOTS:
 
     void LogOfAnUpdate()
     {
-        const QTemporaryDir folder;
+        const LogFile log;
         InstrumentOptions options;
-        options.logPath = folder.filePath(QStringLiteral("log"));
+        options.logPath = log.Path();
         options.model.restartTime = 20ms;
         options.model.update.installTime = 20ms;
-        Instrument instrument(options);
+        AskedInstrument instrument(options);
         instrument.SetMode(3);
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(InitializeUpdate, 4), UpdateInitialized);
-        QCOMPARE(client.Ask(Sector, 3), Acknowledge);
-        QCOMPARE(client.Ask(ConfirmSector, 3), Acknowledge);
-        QTRY_COMPARE(LogIn(options.logPath), "56333a 00024220\nupdate initialized\n" + Sector.toHex() +
-                                                 " 06c660\n5a8038cc35 06c660\n"
-                                                 "firmware of 512 bytes confirmed: version 1.05 -> 1.06\n"
-                                                 "restarted into mode 0\n");
+        QCOMPARE(instrument.Ask(InitializeUpdate, 4), UpdateInitialized);
+        QCOMPARE(instrument.Ask(Sector, 3), Acknowledge);
+        QCOMPARE(instrument.Ask(ConfirmSector, 3), Acknowledge);
+        QTRY_COMPARE(log.Lines(), "56333a 00024220\nupdate initialized\n" + Sector.toHex() +
+                                      " 06c660\n5a8038cc35 06c660\n"
+                                      "firmware of 512 bytes confirmed: version 1.05 -> 1.06\n"
+                                      "restarted into mode 0\n");
     }
 
     void FirmwareFileThatCannotBeWritten()
@@ -478,18 +436,17 @@ private Q_SLOTS:
 
     void UpdateScenariosByText()
     {
-        Instrument instrument;
-        LineClient client(instrument.DevicePath());
+        AskedInstrument instrument;
         instrument.Execute(Command("mode 3"));
         instrument.Execute(Command("scenario refuses-initialize"));
-        QCOMPARE(client.Ask(InitializeUpdate, 3), Refusal);
+        QCOMPARE(instrument.Ask(InitializeUpdate, 3), Refusal);
         instrument.Execute(Command("scenario refuses-sector 2"));
-        QCOMPARE(client.Ask(InitializeUpdate, 4), UpdateInitialized);
-        QCOMPARE(client.Ask(Sector, 3), Acknowledge);
-        QCOMPARE(client.Ask(Sector, 3), Refusal);
+        QCOMPARE(instrument.Ask(InitializeUpdate, 4), UpdateInitialized);
+        QCOMPARE(instrument.Ask(Sector, 3), Acknowledge);
+        QCOMPARE(instrument.Ask(Sector, 3), Refusal);
         instrument.Execute(Command("scenario loses-sector 2"));
-        QVERIFY(client.Write(Sector));
-        QTRY_COMPARE(RequestsOf(instrument).size(), 5);
+        QVERIFY(instrument.client.Write(Sector));
+        QTRY_COMPARE(instrument.Requests().size(), 5);
         QCOMPARE(instrument.Exchanges().back().answer, QByteArray());
     }
 
@@ -498,13 +455,12 @@ private Q_SLOTS:
     {
         InstrumentOptions options;
         options.baud = 4800;
-        Instrument instrument(options);
+        AskedInstrument instrument(options);
         instrument.SetMode(3);
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(ReadVersion, 25), Version);
-        QCOMPARE(client.Ask(InitializeUpdate, 4), UpdateInitialized);
-        QCOMPARE(client.Ask(Sector, 3), Acknowledge);
-        QTRY_COMPARE(RequestsOf(instrument).size(), 3);
+        QCOMPARE(instrument.Ask(ReadVersion, 25), Version);
+        QCOMPARE(instrument.Ask(InitializeUpdate, 4), UpdateInitialized);
+        QCOMPARE(instrument.Ask(Sector, 3), Acknowledge);
+        QTRY_COMPARE(instrument.Requests().size(), 3);
         const std::vector<Exchange> exchanges = instrument.Exchanges();
         QVERIFY(exchanges.at(0).answeredAt - exchanges.at(0).receivedAt >= milliseconds(6 + 57));
         QVERIFY(exchanges.at(2).answeredAt - exchanges.at(2).receivedAt >= milliseconds(1180 + 6));
@@ -514,10 +470,9 @@ private Q_SLOTS:
     {
         InstrumentOptions options = RcdOptions(1ms, Long);
         options.baud = 300;
-        const Instrument instrument(options);
-        LineClient client(instrument.DevicePath());
-        QVERIFY(StartRcdTest(client));
-        QCOMPARE(client.Read(4), RcdRunningStatus);
+        const AskedInstrument instrument(options);
+        QVERIFY(StartRcdTest(instrument.client));
+        QCOMPARE(instrument.client.Read(4), RcdRunningStatus);
         QVERIFY(Simulator::Clock::now() - instrument.Exchanges().back().answeredAt >= milliseconds(20 + 146));
     }
 
@@ -525,26 +480,24 @@ private Q_SLOTS:
     {
         InstrumentOptions options;
         options.baud = 300;
-        const Instrument instrument(options);
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(Bytes("0102"), 3), Refusal);
-        QTRY_COMPARE(RequestsOf(instrument).size(), 1);
+        const AskedInstrument instrument(options);
+        QCOMPARE(instrument.Ask(Bytes("0102"), 3), Refusal);
+        QTRY_COMPARE(instrument.Requests().size(), 1);
         const Exchange exchange = instrument.Exchanges().at(0);
         QVERIFY(exchange.answeredAt - exchange.receivedAt >= milliseconds(73 + 110));
     }
 
     void PacedAnswersKeepTheOrderOfTheLog()
     {
-        const QTemporaryDir folder;
+        const LogFile log;
         InstrumentOptions options;
         options.baud = 300;
-        options.logPath = folder.filePath(QStringLiteral("log"));
+        options.logPath = log.Path();
         options.model.functionTimings.preparing = 5ms;
-        const Instrument instrument(options);
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(PrepareHvTest, 3), Acknowledge);
+        const AskedInstrument instrument(options);
+        QCOMPARE(instrument.Ask(PrepareHvTest, 3), Acknowledge);
         QTRY_COMPARE(
-            LogIn(options.logPath),
+            log.Lines(),
             QByteArray("5009050200ffffffff063e 06c660\nfunction 9 preparing\nfunction 9 prepared\n"));
     }
 
@@ -552,7 +505,7 @@ private Q_SLOTS:
     {
         InstrumentOptions options;
         options.baud = 300;
-        Instrument instrument(options);
+        AskedInstrument instrument(options);
         {
             LineClient client(instrument.DevicePath());
             QTRY_VERIFY(instrument.Status().newMeasurement);
@@ -563,7 +516,7 @@ private Q_SLOTS:
         }
         LineClient client(instrument.DevicePath());
         QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
-        QTRY_COMPARE(RequestsOf(instrument), QVector<QByteArray>{StopMeasurement});
+        QTRY_COMPARE(instrument.Requests(), QVector<QByteArray>{StopMeasurement});
     }
 
     void CallsFromManyThreads()

@@ -1,14 +1,9 @@
 #include <atomic>
 #include <thread>
 
-#include <QFile>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include "instrumentbench.h"
-#include "lineclient.h"
-#include "simulator/faults/faultfile.h"
-#include "simulator/line/instrument.h"
 #include "support/wire.h"
 
 using namespace Wire;
@@ -25,17 +20,12 @@ namespace
 
 const QByteArray PrepareUbRe = Bytes("500a000005ffffffffc327");
 
-/// Sets the faults of a JSON text without its outermost brackets.
-bool Set(Instrument& instrument, const char* faults)
-{
-    return instrument.AddFaults(Simulator::ParseFaults(QByteArray("{\"faults\":[") + faults + "]}"));
-}
-
 /// True when the next request finds no answer.
-bool IsSwallowed(Instrument& instrument, const LineClient& client, const QByteArray& request)
+bool IsSwallowed(AskedInstrument& instrument, const QByteArray& request)
 {
-    const int before = RequestsOf(instrument).size();
-    return client.Write(request) && QTest::qWaitFor([&] { return RequestsOf(instrument).size() > before; }) &&
+    const int before = instrument.Requests().size();
+    return instrument.client.Write(request) &&
+           QTest::qWaitFor([&] { return instrument.Requests().size() > before; }) &&
            instrument.Exchanges().back().answer.isEmpty();
 }
 
@@ -73,62 +63,56 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, fault);
         QFETCH(QByteArray, answer);
-        Instrument instrument;
-        QVERIFY(Set(instrument, fault.replace(fault.size() - 1, 1, ",\"count\":1}").constData()));
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(StopMeasurement, answer.size() / 2).toHex(), answer);
-        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+        AskedInstrument instrument;
+        QVERIFY(instrument.Set(fault.replace(fault.size() - 1, 1, ",\"count\":1}").constData()));
+        QCOMPARE(instrument.Ask(StopMeasurement, answer.size() / 2).toHex(), answer);
+        QCOMPARE(instrument.Ask(ReadVersion, 25), Version);
     }
 
     void Silent()
     {
-        Instrument instrument;
+        AskedInstrument instrument;
         instrument.SetFunction(5);
-        QVERIFY(Set(instrument, R"({"fault":"silent","count":1})"));
-        LineClient client(instrument.DevicePath());
-        QVERIFY(IsSwallowed(instrument, client, StopMeasurement));
+        QVERIFY(instrument.Set(R"({"fault":"silent","count":1})"));
+        QVERIFY(IsSwallowed(instrument, StopMeasurement));
         QCOMPARE(instrument.Status().function, 5);
-        QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
+        QCOMPARE(instrument.Ask(StopMeasurement, 3), Acknowledge);
     }
 
     void Refuse()
     {
-        Instrument instrument;
+        AskedInstrument instrument;
         instrument.SetFunction(5);
-        QVERIFY(Set(instrument, R"({"fault":"refuse","count":1})"));
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(StopMeasurement, 3), Refusal);
+        QVERIFY(instrument.Set(R"({"fault":"refuse","count":1})"));
+        QCOMPARE(instrument.Ask(StopMeasurement, 3), Refusal);
         QCOMPARE(instrument.Status().function, 5);
-        QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
+        QCOMPARE(instrument.Ask(StopMeasurement, 3), Acknowledge);
     }
 
     /// Unlike with silence, the instrument has acted.
     void CutToNothing()
     {
-        Instrument instrument;
+        AskedInstrument instrument;
         instrument.SetFunction(5);
-        QVERIFY(Set(instrument, R"({"fault":"truncated","length":0,"count":1})"));
-        LineClient client(instrument.DevicePath());
-        QVERIFY(IsSwallowed(instrument, client, StopMeasurement));
+        QVERIFY(instrument.Set(R"({"fault":"truncated","length":0,"count":1})"));
+        QVERIFY(IsSwallowed(instrument, StopMeasurement));
         QCOMPARE(instrument.Status().function, 0);
     }
 
     void Slow()
     {
-        Instrument instrument;
-        QVERIFY(Set(instrument, R"({"fault":"slow","delay":80,"when":{"request":"W"}})"));
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+        AskedInstrument instrument;
+        QVERIFY(instrument.Set(R"({"fault":"slow","delay":80,"when":{"request":"W"}})"));
+        QCOMPARE(instrument.Ask(ReadVersion, 25), Version);
         const Exchange exchange = instrument.Exchanges().at(0);
         QVERIFY(exchange.answeredAt - exchange.receivedAt >= 80ms);
     }
 
     void SlowWithAnotherFault()
     {
-        Instrument instrument;
-        QVERIFY(Set(instrument, R"({"fault":"bad-crc"},{"fault":"slow","delay":60})"));
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(StopMeasurement, 3).toHex(), QByteArray("06c69f"));
+        AskedInstrument instrument;
+        QVERIFY(instrument.Set(R"({"fault":"bad-crc"},{"fault":"slow","delay":60})"));
+        QCOMPARE(instrument.Ask(StopMeasurement, 3).toHex(), QByteArray("06c69f"));
         const Exchange exchange = instrument.Exchanges().at(0);
         QVERIFY(exchange.answeredAt - exchange.receivedAt >= 60ms);
     }
@@ -136,16 +120,15 @@ private Q_SLOTS:
     /// No byte of a piece is there before its time; with shorter pieces there would be more pauses.
     void Split()
     {
-        Instrument instrument;
-        QVERIFY(Set(instrument, R"({"fault":"split","length":10,"pause":300})"));
-        LineClient client(instrument.DevicePath());
+        AskedInstrument instrument;
+        QVERIFY(instrument.Set(R"({"fault":"split","length":10,"pause":300})"));
         const Simulator::TimePoint askedAt = Clock::now();
-        QVERIFY(client.Write(ReadVersion));
-        QCOMPARE(client.Read(11), Version.left(11));
+        QVERIFY(instrument.client.Write(ReadVersion));
+        QCOMPARE(instrument.client.Read(11), Version.left(11));
         QVERIFY(Clock::now() - askedAt >= 300ms);
-        QCOMPARE(client.Read(10), Version.mid(11, 10));
+        QCOMPARE(instrument.client.Read(10), Version.mid(11, 10));
         QVERIFY(Clock::now() - askedAt >= 600ms);
-        QCOMPARE(client.Read(4), Version.mid(21));
+        QCOMPARE(instrument.client.Read(4), Version.mid(21));
         QVERIFY(Clock::now() - askedAt < 5000ms);
         QTRY_COMPARE(instrument.Exchanges().size(), std::size_t(1));
         QCOMPARE(instrument.Exchanges().at(0).answer, Version);
@@ -153,64 +136,57 @@ private Q_SLOTS:
 
     void SplitKeepsTheOrderOfAnswers()
     {
-        Instrument instrument;
-        QVERIFY(Set(instrument, R"({"fault":"split","pause":1,"when":{"request":"W"}})"));
-        LineClient client(instrument.DevicePath());
-        QVERIFY(client.Write(ReadVersion + StopMeasurement));
-        QCOMPARE(client.Read(28), Version + Acknowledge);
+        AskedInstrument instrument;
+        QVERIFY(instrument.Set(R"({"fault":"split","pause":1,"when":{"request":"W"}})"));
+        QVERIFY(instrument.client.Write(ReadVersion + StopMeasurement));
+        QCOMPARE(instrument.client.Read(28), Version + Acknowledge);
     }
 
     void SeveralInTheOrderOfTheFile()
     {
-        Instrument instrument;
-        QVERIFY(Set(
-            instrument,
+        AskedInstrument instrument;
+        QVERIFY(instrument.Set(
             R"({"fault":"garbage-before","bytes":"00"},{"fault":"flip"},{"fault":"truncated","length":3})"));
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(StopMeasurement, 3).toHex(), QByteArray("ff06c6"));
+        QCOMPARE(instrument.Ask(StopMeasurement, 3).toHex(), QByteArray("ff06c6"));
     }
 
     void BesideTheStandingFault()
     {
-        Instrument instrument;
+        AskedInstrument instrument;
         instrument.SetFault(Fault::GarbageBefore);
-        QVERIFY(Set(instrument, R"({"fault":"flip"})"));
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(StopMeasurement, 5).toHex(), QByteArray("55aaf9c660"));
+        QVERIFY(instrument.Set(R"({"fault":"flip"})"));
+        QCOMPARE(instrument.Ask(StopMeasurement, 5).toHex(), QByteArray("55aaf9c660"));
         instrument.Plug();
-        QCOMPARE(client.Ask(StopMeasurement, 3).toHex(), QByteArray("f9c660"));
+        QCOMPARE(instrument.Ask(StopMeasurement, 3).toHex(), QByteArray("f9c660"));
     }
 
     void OneLetterOnly()
     {
-        Instrument instrument;
-        QVERIFY(Set(instrument, R"({"fault":"refuse","when":{"request":"h"}})"));
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(ReadVersion, 25), Version);
-        QCOMPARE(client.Ask(StopMeasurement, 3), Refusal);
-        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+        AskedInstrument instrument;
+        QVERIFY(instrument.Set(R"({"fault":"refuse","when":{"request":"h"}})"));
+        QCOMPARE(instrument.Ask(ReadVersion, 25), Version);
+        QCOMPARE(instrument.Ask(StopMeasurement, 3), Refusal);
+        QCOMPARE(instrument.Ask(ReadVersion, 25), Version);
     }
 
     void JustTheNth()
     {
-        Instrument instrument;
-        QVERIFY(Set(instrument, R"({"fault":"refuse","when":{"request":"h","from":2},"count":1})"));
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
-        QCOMPARE(client.Ask(ReadVersion, 25), Version);
-        QCOMPARE(client.Ask(StopMeasurement, 3), Refusal);
-        QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
+        AskedInstrument instrument;
+        QVERIFY(instrument.Set(R"({"fault":"refuse","when":{"request":"h","from":2},"count":1})"));
+        QCOMPARE(instrument.Ask(StopMeasurement, 3), Acknowledge);
+        QCOMPARE(instrument.Ask(ReadVersion, 25), Version);
+        QCOMPARE(instrument.Ask(StopMeasurement, 3), Refusal);
+        QCOMPARE(instrument.Ask(StopMeasurement, 3), Acknowledge);
     }
 
     void ForATime()
     {
-        Instrument instrument;
+        AskedInstrument instrument;
         const Simulator::TimePoint setAt = Clock::now();
-        QVERIFY(Set(instrument, R"({"fault":"refuse","when":{"after":150,"until":1500}})"));
-        LineClient client(instrument.DevicePath());
-        QTRY_COMPARE(client.Ask(StopMeasurement, 3), Refusal);
+        QVERIFY(instrument.Set(R"({"fault":"refuse","when":{"after":150,"until":1500}})"));
+        QTRY_COMPARE(instrument.Ask(StopMeasurement, 3), Refusal);
         QVERIFY(instrument.Exchanges().back().receivedAt - setAt >= 150ms);
-        QTRY_COMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
+        QTRY_COMPARE(instrument.Ask(StopMeasurement, 3), Acknowledge);
         QVERIFY(instrument.Exchanges().back().receivedAt - setAt >= 1500ms);
     }
 
@@ -218,9 +194,9 @@ private Q_SLOTS:
     void ProbabilityTakesTheSameRequestsAgain()
     {
         const auto refusals = [](const char* fault) {
-            Instrument instrument;
+            AskedInstrument instrument;
             QByteArray pattern;
-            if (Set(instrument, fault)) {
+            if (instrument.Set(fault)) {
                 LineClient client(instrument.DevicePath());
                 for (int i = 0; i < 10; ++i) {
                     pattern.append(client.Ask(StopMeasurement, 3) == Refusal ? 'x' : '.');
@@ -237,9 +213,9 @@ private Q_SLOTS:
 
     void HangUpAtARequest()
     {
-        Instrument instrument;
-        QVERIFY(Set(instrument,
-                    R"({"fault":"hang-up","line-back-in":150,"when":{"request":"W","from":2},"count":1})"));
+        AskedInstrument instrument;
+        QVERIFY(instrument.Set(
+            R"({"fault":"hang-up","line-back-in":150,"when":{"request":"W","from":2},"count":1})"));
         {
             LineClient client(instrument.DevicePath());
             QCOMPARE(client.Ask(ReadVersion, 25), Version);
@@ -254,10 +230,10 @@ private Q_SLOTS:
 
     void HangUpByTheClock()
     {
-        Instrument instrument;
+        AskedInstrument instrument;
         LineClient client(instrument.DevicePath());
         const Simulator::TimePoint setAt = Clock::now();
-        QVERIFY(Set(instrument, R"({"fault":"hang-up","line-back-in":100,"when":{"after":100}})"));
+        QVERIFY(instrument.Set(R"({"fault":"hang-up","line-back-in":100,"when":{"after":100}})"));
         QCOMPARE(client.Read(1), QByteArray());
         QVERIFY(Clock::now() - setAt >= 100ms);
         QTRY_VERIFY(!instrument.DevicePath().isEmpty());
@@ -268,12 +244,12 @@ private Q_SLOTS:
 
     void HangUpUntilPlugged()
     {
-        Instrument instrument;
-        QVERIFY(Set(instrument, R"({"fault":"hang-up"})"));
+        AskedInstrument instrument;
+        QVERIFY(instrument.Set(R"({"fault":"hang-up"})"));
         QTRY_COMPARE(instrument.DevicePath(), QString());
         instrument.Plug();
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+        const LineClient next(instrument.DevicePath());
+        QCOMPARE(next.Ask(ReadVersion, 25), Version);
     }
 
     void LineListener()
@@ -296,13 +272,12 @@ private Q_SLOTS:
     {
         InstrumentOptions options;
         options.model.restartTime = 200ms;
-        Instrument instrument(options);
-        QVERIFY(Set(instrument, R"({"command":"restart 2","when":{"request":"s","from":2},"count":1})"));
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(ReadStatus, 4).left(2).toHex(), QByteArray("00fe"));
-        QVERIFY(IsSwallowed(instrument, client, ReadStatus));
+        AskedInstrument instrument(options);
+        QVERIFY(instrument.Set(R"({"command":"restart 2","when":{"request":"s","from":2},"count":1})"));
+        QCOMPARE(instrument.AskStatus(), QByteArray("00fe"));
+        QVERIFY(IsSwallowed(instrument, ReadStatus));
         const Simulator::TimePoint restartedAt = instrument.Exchanges().back().answeredAt;
-        QTRY_VERIFY(!IsSwallowed(instrument, client, ReadStatus));
+        QTRY_VERIFY(!IsSwallowed(instrument, ReadStatus));
         QCOMPARE(instrument.Exchanges().back().answer.left(2).toHex(), QByteArray("40fe"));
         QVERIFY(instrument.Exchanges().back().receivedAt - restartedAt >= 150ms);
     }
@@ -311,63 +286,58 @@ private Q_SLOTS:
     {
         InstrumentOptions options;
         options.model.restartTime = 50ms;
-        Instrument instrument(options);
-        QVERIFY(Set(instrument, R"({"command":"restart 3","when":{"after":50}})"));
+        AskedInstrument instrument(options);
+        QVERIFY(instrument.Set(R"({"command":"restart 3","when":{"after":50}})"));
         QTRY_COMPARE(instrument.Status().mode, 3);
-        LineClient client(instrument.DevicePath());
-        QTRY_VERIFY(!IsSwallowed(instrument, client, ReadStatus));
-        QCOMPARE(client.Read(4).left(2).toHex(), QByteArray("60fe"));
+        QTRY_VERIFY(!IsSwallowed(instrument, ReadStatus));
+        QCOMPARE(instrument.client.Read(4).left(2).toHex(), QByteArray("60fe"));
     }
 
     void ErrorAtARequest()
     {
-        Instrument instrument;
-        QVERIFY(Set(instrument, R"({"command":"error 4","when":{"request":"s","from":2},"count":1},)"
-                                R"({"command":"error 15","when":{"request":"s","from":3},"count":1})"));
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("fe"));
-        QCOMPARE(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("4e"));
-        QCOMPARE(client.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("fe"));
+        AskedInstrument instrument;
+        QVERIFY(instrument.Set(R"({"command":"error 4","when":{"request":"s","from":2},"count":1},)"
+                               R"({"command":"error 15","when":{"request":"s","from":3},"count":1})"));
+        QCOMPARE(instrument.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("fe"));
+        QCOMPARE(instrument.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("4e"));
+        QCOMPARE(instrument.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("fe"));
     }
 
     /// What is due at once is done before the first request.
     void ModeAndFunctionAtOnce()
     {
-        Instrument instrument;
-        QVERIFY(Set(instrument, R"({"command":"mode 2"},{"command":"function 9"})"));
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(ReadStatus, 4).left(2).toHex(), QByteArray("49f7"));
+        AskedInstrument instrument;
+        QVERIFY(instrument.Set(R"({"command":"mode 2"},{"command":"function 9"})"));
+        QCOMPARE(instrument.AskStatus(), QByteArray("49f7"));
     }
 
     void ScenarioAtARequest()
     {
-        Instrument instrument;
-        QVERIFY(Set(instrument,
-                    R"({"command":"scenario refuses-prepare","when":{"request":"P","from":2},"count":1})"));
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(PrepareRln, 3), Acknowledge);
-        QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
-        QCOMPARE(client.Ask(PrepareRln, 3), Refusal);
+        AskedInstrument instrument;
+        QVERIFY(instrument.Set(
+            R"({"command":"scenario refuses-prepare","when":{"request":"P","from":2},"count":1})"));
+        QCOMPARE(instrument.Ask(PrepareRln, 3), Acknowledge);
+        QCOMPARE(instrument.Ask(StopMeasurement, 3), Acknowledge);
+        QCOMPARE(instrument.Ask(PrepareRln, 3), Refusal);
         instrument.Execute(Command("scenario none"));
-        QCOMPARE(client.Ask(PrepareRln, 3), Acknowledge);
+        QCOMPARE(instrument.Ask(PrepareRln, 3), Acknowledge);
     }
 
     void FaultByCommand()
     {
-        Instrument instrument;
-        QVERIFY(Set(instrument, R"({"command":"fault refuse","when":{"request":"h","from":2},"count":1},)"
-                                R"({"command":"plug","when":{"request":"h","from":3},"count":1})"));
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
-        QCOMPARE(client.Ask(StopMeasurement, 3), Refusal);
-        QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
+        AskedInstrument instrument;
+        QVERIFY(instrument.Set(R"({"command":"fault refuse","when":{"request":"h","from":2},"count":1},)"
+                               R"({"command":"plug","when":{"request":"h","from":3},"count":1})"));
+        QCOMPARE(instrument.Ask(StopMeasurement, 3), Acknowledge);
+        QCOMPARE(instrument.Ask(StopMeasurement, 3), Refusal);
+        QCOMPARE(instrument.Ask(StopMeasurement, 3), Acknowledge);
     }
 
     void HangUpAndPlugByCommand()
     {
-        Instrument instrument;
+        AskedInstrument instrument;
         LineClient client(instrument.DevicePath());
-        QVERIFY(Set(instrument, R"({"command":"fault hang-up"},{"command":"plug","when":{"after":200}})"));
+        QVERIFY(instrument.Set(R"({"command":"fault hang-up"},{"command":"plug","when":{"after":200}})"));
         QCOMPARE(client.Read(1), QByteArray());
         QTRY_VERIFY(!instrument.DevicePath().isEmpty());
         LineClient next(instrument.DevicePath());
@@ -380,14 +350,13 @@ private Q_SLOTS:
         options.model.rcdTimings.preparing = 0ms;
         options.model.rcdTimings.statusPeriod = 600000ms;
         options.model.rcdTimings.run = 1000ms;
-        Instrument instrument(options);
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(PrepareUbRe, 3), Acknowledge);
-        QCOMPARE(client.Ask(StartMeasurement, 3), Acknowledge);
-        QVERIFY(Set(instrument, R"({"fault":"silent"})"));
+        AskedInstrument instrument(options);
+        QCOMPARE(instrument.Ask(PrepareUbRe, 3), Acknowledge);
+        QCOMPARE(instrument.Ask(StartMeasurement, 3), Acknowledge);
+        QVERIFY(instrument.Set(R"({"fault":"silent"})"));
         QTRY_COMPARE(instrument.Status().functionState, 2);
         instrument.ClearFaults();
-        QCOMPARE(client.Ask(ReadVersion, 25), Version);
+        QCOMPARE(instrument.Ask(ReadVersion, 25), Version);
     }
 
     void SilenceOfOneRequestDoesNot()
@@ -396,69 +365,61 @@ private Q_SLOTS:
         options.model.rcdTimings.preparing = 0ms;
         options.model.rcdTimings.statusPeriod = 50ms;
         options.model.rcdTimings.run = 600000ms;
-        Instrument instrument(options);
-        QVERIFY(Set(instrument, R"({"fault":"silent","when":{"request":"s"}})"));
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(PrepareUbRe, 3), Acknowledge);
-        QCOMPARE(client.Ask(StartMeasurement, 3), Acknowledge);
-        QCOMPARE(client.Read(4).toHex(), QByteArray("0af73370"));
+        AskedInstrument instrument(options);
+        QVERIFY(instrument.Set(R"({"fault":"silent","when":{"request":"s"}})"));
+        QCOMPARE(instrument.Ask(PrepareUbRe, 3), Acknowledge);
+        QCOMPARE(instrument.Ask(StartMeasurement, 3), Acknowledge);
+        QCOMPARE(instrument.client.Read(4).toHex(), QByteArray("0af73370"));
     }
 
     void Cleared()
     {
-        Instrument instrument;
-        QVERIFY(Set(instrument, R"({"fault":"refuse"},{"command":"error 4","when":{"after":600000}})"));
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(StopMeasurement, 3), Refusal);
+        AskedInstrument instrument;
+        QVERIFY(instrument.Set(R"({"fault":"refuse"},{"command":"error 4","when":{"after":600000}})"));
+        QCOMPARE(instrument.Ask(StopMeasurement, 3), Refusal);
         instrument.ClearFaults();
-        QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
+        QCOMPARE(instrument.Ask(StopMeasurement, 3), Acknowledge);
     }
 
     void TooMany()
     {
-        Instrument instrument;
+        AskedInstrument instrument;
         const Simulator::FaultEntry refuse =
             Simulator::ParseFault(R"({"fault":"refuse","when":{"request":"h"}})");
         QVERIFY(!instrument.AddFaults(std::vector<Simulator::FaultEntry>(1001, refuse)));
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
+        QCOMPARE(instrument.Ask(StopMeasurement, 3), Acknowledge);
         QVERIFY(instrument.AddFaults(std::vector<Simulator::FaultEntry>(1000, refuse)));
-        QCOMPARE(client.Ask(StopMeasurement, 3), Refusal);
+        QCOMPARE(instrument.Ask(StopMeasurement, 3), Refusal);
     }
 
     void ScriptedAnswersStayAsTheyAre()
     {
-        Instrument instrument;
-        QVERIFY(Set(instrument, R"({"fault":"bad-crc"})"));
+        AskedInstrument instrument;
+        QVERIFY(instrument.Set(R"({"fault":"bad-crc"})"));
         instrument.AnswerNextWith(Bytes("0102"));
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(StopMeasurement, 2).toHex(), QByteArray("0102"));
-        QCOMPARE(client.Ask(StopMeasurement, 3).toHex(), QByteArray("06c69f"));
+        QCOMPARE(instrument.Ask(StopMeasurement, 2).toHex(), QByteArray("0102"));
+        QCOMPARE(instrument.Ask(StopMeasurement, 3).toHex(), QByteArray("06c69f"));
     }
 
     void LogTellsOfAllPieces()
     {
-        const QTemporaryDir folder;
+        const LogFile log;
         InstrumentOptions options;
-        options.logPath = folder.filePath(QStringLiteral("log"));
-        Instrument instrument(options);
-        QVERIFY(Set(instrument, R"({"fault":"split","pause":1},{"fault":"bad-crc"})"));
-        LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(StopMeasurement, 3).toHex(), QByteArray("06c69f"));
-        QTRY_COMPARE(RequestsOf(instrument).size(), 1);
-        QFile file(options.logPath);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QByteArray log = file.readAll();
-        QVERIFY2(log.endsWith("Z 68aeed 06c69f\n") && log.count('\n') == 1, log.constData());
+        options.logPath = log.Path();
+        AskedInstrument instrument(options);
+        QVERIFY(instrument.Set(R"({"fault":"split","pause":1},{"fault":"bad-crc"})"));
+        QCOMPARE(instrument.Ask(StopMeasurement, 3).toHex(), QByteArray("06c69f"));
+        QTRY_COMPARE(instrument.Requests().size(), 1);
+        QCOMPARE(log.Lines(), QByteArray("68aeed 06c69f\n"));
     }
 
     void CallsFromManyThreads()
     {
-        Instrument instrument;
+        AskedInstrument instrument;
         std::atomic<bool> isEnding{false};
         std::thread faults([&] {
             while (!isEnding) {
-                Set(instrument, R"({"fault":"hang-up","line-back-in":0},{"fault":"refuse","count":1})");
+                instrument.Set(R"({"fault":"hang-up","line-back-in":0},{"fault":"refuse","count":1})");
                 instrument.ClearFaults();
             }
         });

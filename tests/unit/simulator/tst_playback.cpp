@@ -1,12 +1,7 @@
 #include <QElapsedTimer>
-#include <QFile>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include "instrumentbench.h"
-#include "lineclient.h"
-#include "simulator/faults/faultfile.h"
-#include "simulator/line/instrument.h"
 #include "simulator/line/player.h"
 #include "simulator/line/recordingfile.h"
 #include "support/wire.h"
@@ -294,131 +289,114 @@ private Q_SLOTS:
 
     void AnswersAndWhatComesUnasked()
     {
-        Instrument instrument(Playing(Recording));
-        const LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(ReadStatus, 4), IdleStatus);
+        AskedInstrument instrument(Playing(Recording));
+        QCOMPARE(instrument.Ask(ReadStatus, 4), IdleStatus);
         QElapsedTimer timer;
         timer.start();
-        QCOMPARE(client.Ask(StartMeasurement, 3), Acknowledge);
-        QCOMPARE(client.Read(4), RcdRunningStatus);
+        QCOMPARE(instrument.Ask(StartMeasurement, 3), Acknowledge);
+        QCOMPARE(instrument.client.Read(4), RcdRunningStatus);
         QVERIFY(timer.elapsed() >= 99);
-        QCOMPARE(client.Read(26), Result);
+        QCOMPARE(instrument.client.Read(26), Result);
         QVERIFY(timer.elapsed() >= 199);
-        QCOMPARE(client.Ask(ReadStatus, 4), IdleStatus);
-        QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
+        QCOMPARE(instrument.Ask(ReadStatus, 4), IdleStatus);
+        QCOMPARE(instrument.Ask(StopMeasurement, 3), Acknowledge);
     }
 
     /// A log may begin in the middle, without the identity that every program reads first.
     void WhatIsNotRecordedIsTheModels()
     {
-        Instrument instrument(Playing(Recording));
-        const LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(Bytes("57122a"), 25).left(6), QByteArray("PAT410"));
-        QCOMPARE(client.Ask(ReadStatus, 4), IdleStatus);
+        AskedInstrument instrument(Playing(Recording));
+        QCOMPARE(instrument.Ask(Bytes("57122a"), 25).left(6), QByteArray("PAT410"));
+        QCOMPARE(instrument.Ask(ReadStatus, 4), IdleStatus);
     }
 
     void SilenceIsSilence()
     {
-        Instrument instrument(
+        AskedInstrument instrument(
             Playing("{\"request\": \"73f44e\"}, {\"request\": \"68aeed\", \"answer\": \"06\"}"));
-        const LineClient client(instrument.DevicePath());
-        QVERIFY(client.Write(ReadStatus));
-        QTRY_COMPARE(RequestsOf(instrument).size(), 1);
-        QCOMPARE(client.Ask(StopMeasurement, 1).toHex(), QByteArray("06"));
+        QVERIFY(instrument.client.Write(ReadStatus));
+        QTRY_COMPARE(instrument.Requests().size(), 1);
+        QCOMPARE(instrument.Ask(StopMeasurement, 1).toHex(), QByteArray("06"));
         QVERIFY(instrument.Exchanges().front().answer.isEmpty());
     }
 
     void UnaskedIsCancelled()
     {
-        Instrument instrument(Playing("{\"request\": \"53966a\", \"answer\": \"06c660\"},"
-                                      "{\"unasked\": \"0af73370\", \"after\": 600000},"
-                                      "{\"request\": \"68aeed\", \"answer\": \"06c660\"},"
-                                      "{\"unasked\": \"77\"}"));
-        const LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(StartMeasurement, 3), Acknowledge);
-        QCOMPARE(client.Ask(StopMeasurement, 4), Acknowledge + QByteArray("w"));
+        AskedInstrument instrument(Playing("{\"request\": \"53966a\", \"answer\": \"06c660\"},"
+                                           "{\"unasked\": \"0af73370\", \"after\": 600000},"
+                                           "{\"request\": \"68aeed\", \"answer\": \"06c660\"},"
+                                           "{\"unasked\": \"77\"}"));
+        QCOMPARE(instrument.Ask(StartMeasurement, 3), Acknowledge);
+        QCOMPARE(instrument.Ask(StopMeasurement, 4), Acknowledge + QByteArray("w"));
     }
 
     void NothingIsLeftOfTheModel()
     {
-        const QTemporaryDir folder;
+        const LogFile log;
         InstrumentOptions options = Playing(Recording);
-        options.logPath = folder.filePath(QStringLiteral("log"));
-        Instrument instrument(options);
-        const LineClient client(instrument.DevicePath());
+        options.logPath = log.Path();
+        AskedInstrument instrument(options);
         instrument.SetMode(2);
         instrument.SetError(4);
         instrument.SetFunction(3);
         instrument.Execute(Command("restart 2"));
         instrument.Execute(Command("scenario refuses-prepare"));
-        QCOMPARE(client.Ask(ReadStatus, 4), IdleStatus);
-        QTRY_COMPARE(RequestsOf(instrument).size(), 1);
-        QFile log(options.logPath);
-        QVERIFY(log.open(QIODevice::ReadOnly));
-        QCOMPARE(log.readAll().mid(25), QByteArray("73f44e 00fed10e\n"));
+        QCOMPARE(instrument.Ask(ReadStatus, 4), IdleStatus);
+        QTRY_COMPARE(instrument.Requests().size(), 1);
+        QCOMPARE(log.Lines(), QByteArray("73f44e 00fed10e\n"));
     }
 
     void FaultsWorkOnTop()
     {
-        Instrument instrument(Playing(Recording));
-        const LineClient client(instrument.DevicePath());
+        AskedInstrument instrument(Playing(Recording));
         QVERIFY(instrument.AddFaults({Simulator::ParseFault(
             "{\"fault\": \"bad-crc\", \"when\": {\"request\": \"s\", \"from\": 2}, \"count\": 1}")}));
-        QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("00fed10e"));
-        QCOMPARE(client.Ask(ReadStatus, 4).toHex(), QByteArray("00fed1f1"));
+        QCOMPARE(instrument.Ask(ReadStatus, 4).toHex(), QByteArray("00fed10e"));
+        QCOMPARE(instrument.Ask(ReadStatus, 4).toHex(), QByteArray("00fed1f1"));
         instrument.SetFault(Fault::Truncated);
-        QCOMPARE(client.Ask(StopMeasurement, 2).toHex(), QByteArray("06c6"));
+        QCOMPARE(instrument.Ask(StopMeasurement, 2).toHex(), QByteArray("06c6"));
     }
 
     void RefusedRequestIsNotPlayed()
     {
-        Instrument instrument(Playing(Recording));
-        const LineClient client(instrument.DevicePath());
+        AskedInstrument instrument(Playing(Recording));
         instrument.SetFault(Fault::Refuse);
-        QCOMPARE(client.Ask(StopMeasurement, 3), Refusal);
+        QCOMPARE(instrument.Ask(StopMeasurement, 3), Refusal);
         instrument.Plug();
-        QCOMPARE(client.Ask(StartMeasurement, 3), Acknowledge);
-        QCOMPARE(client.Read(4), RcdRunningStatus);
+        QCOMPARE(instrument.Ask(StartMeasurement, 3), Acknowledge);
+        QCOMPARE(instrument.client.Read(4), RcdRunningStatus);
     }
 
     /// Whatever is due before a request is dealt with before it. There is time enough to unplug it even on a
     /// busy machine.
     void UnaskedIsLostWhileUnplugged()
     {
-        Instrument instrument(Playing("{\"request\": \"53966a\", \"answer\": \"06c660\"},"
-                                      "{\"unasked\": \"0af73370\", \"after\": 2000},"
-                                      "{\"request\": \"68aeed\", \"answer\": \"06c660\"}"));
-        const LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(StartMeasurement, 3), Acknowledge);
+        AskedInstrument instrument(Playing("{\"request\": \"53966a\", \"answer\": \"06c660\"},"
+                                           "{\"unasked\": \"0af73370\", \"after\": 2000},"
+                                           "{\"request\": \"68aeed\", \"answer\": \"06c660\"}"));
+        QCOMPARE(instrument.Ask(StartMeasurement, 3), Acknowledge);
         QElapsedTimer timer;
         timer.start();
         instrument.Unplug();
         QTRY_VERIFY(timer.elapsed() >= 2000);
-        QVERIFY(client.Write(ReadStatus));
-        QTRY_COMPARE(RequestsOf(instrument).size(), 2);
+        QVERIFY(instrument.client.Write(ReadStatus));
+        QTRY_COMPARE(instrument.Requests().size(), 2);
         instrument.Plug();
-        QCOMPARE(client.Ask(StopMeasurement, 3), Acknowledge);
+        QCOMPARE(instrument.Ask(StopMeasurement, 3), Acknowledge);
     }
 
     void LogOfAPlayback()
     {
-        const QTemporaryDir folder;
+        const LogFile log;
         InstrumentOptions options = Playing("{\"request\": \"53966a\", \"answer\": \"06c660\"},"
                                             "{\"unasked\": \"0af73370\", \"after\": 1},"
                                             "{\"request\": \"73f44e\"}");
-        options.logPath = folder.filePath(QStringLiteral("log"));
-        Instrument instrument(options);
-        const LineClient client(instrument.DevicePath());
-        QCOMPARE(client.Ask(StartMeasurement, 7), Acknowledge + RcdRunningStatus);
-        QVERIFY(client.Write(ReadStatus));
-        QTRY_COMPARE(RequestsOf(instrument).size(), 2);
-        QFile log(options.logPath);
-        QVERIFY(log.open(QIODevice::ReadOnly));
-        QByteArrayList lines = log.readAll().split('\n');
-        for (QByteArray& line : lines) {
-            line = line.mid(25);
-        }
-        QCOMPARE(lines, (QByteArrayList{"53966a 06c660", "unasked 0af73370", "73f44e -", ""}));
+        options.logPath = log.Path();
+        AskedInstrument instrument(options);
+        QCOMPARE(instrument.Ask(StartMeasurement, 7), Acknowledge + RcdRunningStatus);
+        QVERIFY(instrument.client.Write(ReadStatus));
+        QTRY_COMPARE(instrument.Requests().size(), 2);
+        QCOMPARE(log.Lines(), QByteArray("53966a 06c660\nunasked 0af73370\n73f44e -\n"));
     }
 };
 
