@@ -4,16 +4,15 @@
 
 #include <QFile>
 
-#include "integration/frames.h"
-#include "support/scriptedpeer.h"
 #include "support/serialdevice.h"
+#include "support/wire.h"
 
 namespace
 {
 
 bool HasFailed(const Simulator::Exchange& exchange)
 {
-    return exchange.answer.size() < 3 || exchange.answer.toHex() == Frames::Refusal ||
+    return exchange.answer.size() < 3 || exchange.answer == Wire::Refusal ||
            WithChecksum(exchange.answer.chopped(2)) != exchange.answer;
 }
 
@@ -76,9 +75,15 @@ QByteArrayList RequestsOf(const QVector<Simulator::Exchange>& exchanges)
 {
     QByteArrayList requests;
     for (const Simulator::Exchange& exchange : exchanges) {
-        requests.append(exchange.request.toHex());
+        requests.append(exchange.request);
     }
     return requests;
+}
+
+QByteArrayList Since(const QByteArray& first, const QByteArrayList& entries)
+{
+    const int index = entries.indexOf(first);
+    return index < 0 ? QByteArrayList() : QByteArrayList(entries.mid(index));
 }
 
 Simulator::InstrumentOptions WithClock(const QDateTime& date)

@@ -22,7 +22,7 @@ public:
 
     /// The exchanges so far.
     QVector<Simulator::Exchange> Record() const;
-    /// The requests so far, in hexadecimal.
+    /// The requests so far.
     QByteArrayList Sent() const;
     /// The requests since the first one that found no answer, a damaged one or a refusal.
     QByteArrayList SentSinceTheFirstFailure() const;
@@ -35,8 +35,11 @@ private:
     QString _logPath;
 };
 
-/// The requests of these exchanges, in hexadecimal.
+/// The requests of these exchanges.
 QByteArrayList RequestsOf(const QVector<Simulator::Exchange>& exchanges);
+
+/// The entries from the first of this kind on; none where there is none.
+QByteArrayList Since(const QByteArray& first, const QByteArrayList& entries);
 
 /// An instrument that knows the time.
 Simulator::InstrumentOptions WithClock(const QDateTime& date);

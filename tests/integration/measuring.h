@@ -2,47 +2,15 @@
 
 #include <memory>
 
-#include <QtTest>
-
 #include <Vesmar/continuousmeasurementsettings.h>
 
-#include "integration/frames.h"
-#include "integration/lineinstrument.h"
-#include "integration/patience.h"
-#include "integration/watchedtester.h"
-
-namespace Frames
-{
-
-constexpr char StartMeasurement[] = "53966a";
-
-} // namespace Frames
-
-/// The states of the machine, as the trace calls them.
-namespace Trace
-{
-
-constexpr char MeasurementMode[] = "MEASUREMENT MODE";
-constexpr char Preparing[] = "PREPARING MEASUREMENT";
-constexpr char Starting[] = "STARTING MEASUREMENT";
-constexpr char Single[] = "SINGLE MEASUREMENT";
-constexpr char Continuous[] = "CONTINUOUS MEASUREMENT";
-constexpr char HighVoltage[] = "HVTEST CONTINUOUS MEASUREMENT";
-constexpr char Stopping[] = "STOPPING MEASUREMENT";
-constexpr char Aborting[] = "ABORTING MEASUREMENT";
-constexpr char Recovery[] = "COMMUNICATION RECOVERY";
-constexpr char RcdUbRe[] = "RCD UbRe MEASUREMENT";
-constexpr char RcdIaTa[] = "RCD IaTa MEASUREMENT";
-constexpr char RcdIecIaTa[] = "RCD IEC IaTa MEASUREMENT";
-constexpr char RcdCleanUp[] = "RCD IEC CleanUp";
-
-} // namespace Trace
+#include "integration/bench.h"
 
 /// An application that measures, at an instrument of its own.
-class Measuring
+class Measuring : public Bench
 {
 public:
-    explicit Measuring(const Simulator::InstrumentOptions& options = {}) : instrument(options)
+    explicit Measuring(const Simulator::InstrumentOptions& options = {}) : Bench(options)
     {
         tester->Enable();
     }
@@ -50,31 +18,28 @@ public:
     /// Waits for the link, then prepares and enters measurement mode.
     void Prepare(Vesmar::MeasurementSettings& settings)
     {
-        QTRY_VERIFY_WITH_TIMEOUT(!tester.Signalled("TestResults").isEmpty(), Patience);
+        AwaitReadings();
         tester->PrepareMeasurement(settings);
         tester->SetIsMeasurementModeActive(true);
     }
 
-    /// The states since measurement mode was first entered.
-    QByteArrayList States() const
+    /// Leaves measurement mode, and waits until the instrument has no function any more.
+    void Leave()
     {
-        const QByteArrayList states = tester.EnteredStates();
-        const int first = states.indexOf(Trace::MeasurementMode);
-        return first < 0 ? QByteArrayList() : QByteArrayList(states.mid(first));
+        tester->SetIsMeasurementModeActive(false);
+        AWAIT(HasNoFunction());
+        AWAIT_EQUAL(tester->CurrentMeasurementType(), Vesmar::MeasurementType::Monitoring);
     }
 
+    /// The states since measurement mode was first entered.
+    QByteArrayList States() const { return Since(Trace::MeasurementMode, tester.EnteredStates()); }
     bool HasEntered(const char* state, int times = 1) const { return States().count(state) >= times; }
-
     bool IsInState(Vesmar::MeasurementState state) const { return tester->MeasurementStatus() == state; }
+    void AwaitState(Vesmar::MeasurementState state) const { AWAIT(IsInState(state)); }
 
     /// The state of the function at the instrument itself.
     int FunctionState() { return instrument.Status().functionState; }
     bool HasNoFunction() { return instrument.Status().function == 0; }
-
-    int CountSent(const char* frame) const { return static_cast<int>(instrument.Sent().count(frame)); }
-
-    LineInstrument instrument; // First: the line is the instrument's.
-    WatchedTester tester;
 };
 
 /// Settings that measure for so many seconds.

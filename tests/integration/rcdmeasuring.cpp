@@ -28,7 +28,7 @@ RcdKind Rcd(RCDSettings::RCDMode mode, RCDSettings::RCDType type, const char* pr
     settings->SetQuantity(RCDSettings::RCDQuantity::Quantity2);
     settings->SetCurrent(RCDSettings::RCDCurrent::Current3);
     settings->SetRe(12.5F);
-    return {settings, prepare};
+    return {settings, Wire::Bytes(prepare)};
 }
 
 RcdKind RcdIec(RCDIECSettings::RCDIECMode mode, bool isSwapped, const char* prepare)
@@ -40,7 +40,7 @@ RcdKind RcdIec(RCDIECSettings::RCDIECMode mode, bool isSwapped, const char* prep
     settings->SetQuantity(RCDIECSettings::RCDIECQuantity::Quantity3);
     settings->SetCurrent(RCDIECSettings::RCDIECCurrent::Current1);
     settings->SetIsLNSwapped(isSwapped);
-    return {settings, prepare};
+    return {settings, Wire::Bytes(prepare)};
 }
 
 float Single(const QByteArray& frame)
@@ -123,17 +123,6 @@ RcdKind RcdKinds::CleanUp()
     return RcdIec(RCDIECSettings::RCDIECMode::CleanUp, false, "500b0040ed00000000eeaa");
 }
 
-void AddRcdFailures()
-{
-    QTest::addColumn<RcdFailure>("failure");
-    QTest::newRow("prepare refused") << RcdFailure{Scenario::RefusesPrepare, 1, 15, 200, 3, 0};
-    QTest::newRow("prepare error") << RcdFailure{Scenario::PrepareError, 1, 15, 401, 1, 0};
-    QTest::newRow("never prepared") << RcdFailure{Scenario::NeverPrepared, 1, 15, 401, 1, 0};
-    QTest::newRow("start refused") << RcdFailure{Scenario::StartError, 1, 15, 201, 1, 3};
-    QTest::newRow("start test failed") << RcdFailure{Scenario::StartTest, 13, 15, 400, 0, 0};
-    QTest::newRow("other function") << RcdFailure{Scenario::RcdOtherFunction, 1, 15, 398, 1, 0};
-}
-
 Simulator::InstrumentOptions WithQuickRcd()
 {
     Simulator::InstrumentOptions options;
@@ -154,15 +143,15 @@ Simulator::InstrumentOptions WithEndlessRcd()
 
 void RcdMeasuring::Start(const RcdKind& kind)
 {
-    QTRY_VERIFY_WITH_TIMEOUT(!tester.Signalled("TestResults").isEmpty(), Patience);
+    AWAIT(!tester.Signalled("TestResults").isEmpty());
     tester->StartMeasurement(*kind.settings);
     tester->SetIsMeasurementModeActive(true);
 }
 
 void RcdMeasuring::AwaitEnd()
 {
-    QTRY_VERIFY_WITH_TIMEOUT(EndedRuns() > _awaitedRuns, Patience);
-    QTRY_VERIFY_WITH_TIMEOUT(IsInState(MeasurementState::Unknown), Patience);
+    AWAIT(EndedRuns() > _awaitedRuns);
+    AWAIT(IsInState(MeasurementState::Unknown));
     _awaitedRuns = EndedRuns();
 }
 
@@ -170,13 +159,6 @@ void RcdMeasuring::Run(const RcdKind& kind)
 {
     Start(kind);
     AwaitEnd();
-}
-
-void RcdMeasuring::Leave()
-{
-    tester->SetIsMeasurementModeActive(false);
-    QTRY_VERIFY_WITH_TIMEOUT(HasNoFunction(), Patience);
-    QTRY_COMPARE_WITH_TIMEOUT(tester->CurrentMeasurementType(), MeasurementType::Monitoring, Patience);
 }
 
 int RcdMeasuring::CountRuns(const QByteArrayList& states)
@@ -188,12 +170,10 @@ int RcdMeasuring::CountRuns(const QByteArrayList& states)
     return runs;
 }
 
-QByteArrayList RcdMeasuring::SentSince(const char* request) const
+QByteArrayList RcdMeasuring::SentBesidesStatusSince(const QByteArray& request) const
 {
-    const QByteArrayList sent = instrument.Sent();
-    const int first = sent.indexOf(request);
-    QByteArrayList since = first < 0 ? QByteArrayList() : QByteArrayList(sent.mid(first));
-    since.removeAll(Frames::ReadStatus);
+    QByteArrayList since = SentSince(request);
+    since.removeAll(Wire::ReadStatus);
     return since;
 }
 
@@ -207,7 +187,7 @@ QByteArray RcdMeasuring::OutcomeOf(const RcdKind& kind, const RcdFailure& test)
     Run(kind);
     const MeasurementResults* results = tester->TestResults();
     return OutcomeText(
-        static_cast<int>(tester->ErrorCode()), CountSent(kind.prepare), CountSent(Frames::StartMeasurement),
+        static_cast<int>(tester->ErrorCode()), CountSent(kind.prepare), CountSent(Wire::StartMeasurement),
         results != resultsBefore && results->GetMeasurementType() != MeasurementType::Monitoring);
 }
 
@@ -237,18 +217,18 @@ void RcdMeasuring::VerifySuccess(const RcdKind& kind, Scenario scenario, int num
 
 void RcdMeasuring::AwaitWatch(int prepares)
 {
-    QTRY_VERIFY_WITH_TIMEOUT(CountSent(RcdKinds::UbRe().prepare) >= prepares, Patience);
-    QTRY_VERIFY_WITH_TIMEOUT(IsInState(MeasurementState::Idle), Patience);
-    QTRY_COMPARE_WITH_TIMEOUT(tester->CurrentMeasurementType(), MeasurementType::RCD, Patience);
+    AWAIT(CountSent(RcdKinds::UbRe().prepare) >= prepares);
+    AWAIT(IsInState(MeasurementState::Idle));
+    AWAIT_EQUAL(tester->CurrentMeasurementType(), MeasurementType::RCD);
 }
 
 void RcdMeasuring::AwaitWithdrawal()
 {
     const QString idleStep = QStringLiteral("RUNING RCD MONITORING STATE 1 - status= false false -1");
-    QTRY_VERIFY_WITH_TIMEOUT(IsInState(MeasurementState::Unknown), Patience);
+    AWAIT(IsInState(MeasurementState::Unknown));
     const int requests = instrument.Sent().size();
     const int steps = tester.CountTraced(idleStep);
-    QTRY_VERIFY_WITH_TIMEOUT(tester.CountTraced(idleStep) > steps + 2, Patience);
+    AWAIT(tester.CountTraced(idleStep) > steps + 2);
     QCOMPARE(instrument.Sent().size(), requests);
 }
 

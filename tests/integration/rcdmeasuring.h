@@ -5,7 +5,7 @@
 /// A residual-current test: what an application asks for, and the request that prepares it.
 struct RcdKind {
     std::shared_ptr<Vesmar::MeasurementSettings> settings;
-    const char* prepare = nullptr;
+    QByteArray prepare;
 };
 
 Q_DECLARE_METATYPE(RcdKind)
@@ -35,9 +35,6 @@ struct RcdFailure {
 
 Q_DECLARE_METATYPE(RcdFailure)
 
-/// The rows that are the same for every kind; the column is "failure".
-void AddRcdFailures();
-
 /// An instrument whose residual-current tests take no longer than they must.
 Simulator::InstrumentOptions WithQuickRcd();
 
@@ -57,14 +54,12 @@ public:
     /// Waits until a test is over, another one each time.
     void AwaitEnd();
     void Run(const RcdKind& kind);
-    /// Leaves measurement mode, and waits until the instrument has no function any more.
-    void Leave();
 
     /// The tests that were begun, and those that are over.
     int StartedRuns() const { return CountRuns(tester.EnteredStates()); }
     int EndedRuns() const { return CountRuns(tester.LeftStates()); }
-    /// What went over the line since this request, without the status requests.
-    QByteArrayList SentSince(const char* request) const;
+    /// The requests from the first of this kind on, without those for the status.
+    QByteArrayList SentBesidesStatusSince(const QByteArray& request) const;
 
     /// Runs the test, whatever has been before, and compares what comes of it.
     void VerifyFailure(const RcdKind& kind, const RcdFailure& failure);

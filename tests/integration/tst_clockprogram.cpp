@@ -170,7 +170,7 @@ void TestClockProgram::InUpdateMode()
 void TestClockProgram::SignalDoesNotLeaveItInCalibrationMode()
 {
     VesmarRun run(QStringLiteral("calibration set 2026-11-21"));
-    QTRY_VERIFY_WITH_TIMEOUT(CommandsOf(run).contains("7801d191"), Patience);
+    AWAIT(CommandsOf(run).contains("7801d191"));
     QVERIFY(run->Signal(SIGINT));
     QCOMPARE(run->Finish(), 0);
     QVERIFY2(run->Errors().contains("waiting until it has left it (signal 2)"), run->Errors().constData());

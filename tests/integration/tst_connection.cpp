@@ -4,12 +4,8 @@
 
 #include <QElapsedTimer>
 #include <QSet>
-#include <QtTest>
 
-#include "integration/frames.h"
-#include "integration/lineinstrument.h"
-#include "integration/patience.h"
-#include "integration/watchedtester.h"
+#include "integration/bench.h"
 #include "support/scriptedpeer.h"
 #include "support/serialdevice.h"
 
@@ -34,7 +30,7 @@ QByteArrayList ExpectedMonitoring(const QVector<Exchange>& exchanges)
     QByteArrayList expected;
     bool mustRead = false;
     for (const Exchange& exchange : exchanges) {
-        expected.append(mustRead ? Frames::ReadMeasurement : Frames::ReadStatus);
+        expected.append(mustRead ? Wire::ReadMeasurement : Wire::ReadStatus);
         mustRead = !mustRead && HasNewMeasurement(exchange);
     }
     return expected;
@@ -45,7 +41,7 @@ QByteArrayList GivenReadings(const LineInstrument& instrument)
 {
     QByteArrayList readings;
     for (const Exchange& exchange : instrument.Record()) {
-        if (exchange.request.toHex() == Frames::ReadMeasurement) {
+        if (exchange.request == Wire::ReadMeasurement) {
             readings.append(ReadingsText(exchange.answer));
         }
     }
@@ -98,103 +94,98 @@ private Q_SLOTS:
 
 void TestConnection::ShowsWhatTheInstrumentHas()
 {
-    const LineInstrument instrument(WithClock({QDate(2024, 3, 7), QTime(14, 5, 9)}));
-    WatchedTester tester;
-    tester->Enable();
-    QVERIFY(tester->IsEnabled());
-    QTRY_VERIFY_WITH_TIMEOUT(!tester.Signalled("TestResults").isEmpty(), Patience);
+    Bench bench(WithClock({QDate(2024, 3, 7), QTime(14, 5, 9)}));
+    bench.tester->Enable();
+    QVERIFY(bench.tester->IsEnabled());
+    AWAIT(!bench.tester.Signalled("TestResults").isEmpty());
 
-    QCOMPARE(tester.Signalled("DeviceInformation"), QByteArrayList{"PAT 410 204815 1.05 03 02 2016"});
-    QCOMPARE(tester.Signalled("CurrentDateTime"), QByteArrayList{DateText(instrument.Record().at(2).answer)});
-    QVERIFY(tester->CurrentDateTime() >= QDateTime(QDate(2024, 3, 7), QTime(14, 5, 9)));
-    QCOMPARE(tester.Signalled("CalibrationDateTime"), QByteArrayList{"2024-02-15 00:00:00"});
-    QCOMPARE(tester->CalibrationDateTime(), QDateTime(QDate(2024, 2, 15), QTime(0, 0)));
-    QCOMPARE(tester.Signalled("StartTestStatus"), QByteArrayList{"14"});
-    QCOMPARE(tester.Signalled("CurrentMeasurementType"), QByteArrayList{"0"});
-    QVERIFY(GivenReadings(instrument).contains(tester.LastSignalled("TestResults")));
-    QCOMPARE(tester->TesterMode(), Vesmar::OperationMode::Normal);
-    QCOMPARE(tester->ErrorCode(), Vesmar::Error::NoErrors);
-    QVERIFY(tester.HasStayedOnItsThread());
+    QCOMPARE(bench.tester.Signalled("DeviceInformation"), QByteArrayList{"PAT 410 204815 1.05 03 02 2016"});
+    QCOMPARE(bench.tester.Signalled("CurrentDateTime"),
+             QByteArrayList{DateText(bench.instrument.Record().at(2).answer)});
+    QVERIFY(bench.tester->CurrentDateTime() >= QDateTime(QDate(2024, 3, 7), QTime(14, 5, 9)));
+    QCOMPARE(bench.tester.Signalled("CalibrationDateTime"), QByteArrayList{"2024-02-15 00:00:00"});
+    QCOMPARE(bench.tester->CalibrationDateTime(), QDateTime(QDate(2024, 2, 15), QTime(0, 0)));
+    QCOMPARE(bench.tester.Signalled("StartTestStatus"), QByteArrayList{"14"});
+    QCOMPARE(bench.tester.Signalled("CurrentMeasurementType"), QByteArrayList{"0"});
+    QVERIFY(GivenReadings(bench.instrument).contains(bench.tester.LastSignalled("TestResults")));
+    QCOMPARE(bench.tester->TesterMode(), Vesmar::OperationMode::Normal);
+    QCOMPARE(bench.tester->ErrorCode(), Vesmar::Error::NoErrors);
+    QVERIFY(bench.tester.HasStayedOnItsThread());
 }
 
 void TestConnection::SignalsOnlyWhatHasChanged()
 {
-    const LineInstrument instrument;
-    WatchedTester tester;
-    tester->Enable();
-    QTRY_VERIFY_WITH_TIMEOUT(tester.Signalled("TestResults").size() >= 2, Patience);
+    Bench bench;
+    bench.tester->Enable();
+    AWAIT(bench.tester.Signalled("TestResults").size() >= 2);
     for (const char* unchanged :
          {"TesterMode", "ErrorCode", "MeasurementFunctionStatus", "TestSettings", "IsMeasurementRunning",
           "MeasurementStatus", "MeasurementTime", "OperationProgress", "OperationStatus"}) {
-        QVERIFY2(tester.Signalled(unchanged).isEmpty(), unchanged);
+        QVERIFY2(bench.tester.Signalled(unchanged).isEmpty(), unchanged);
     }
     for (const char* once : {"DeviceInformation", "CurrentDateTime", "CalibrationDateTime", "StartTestStatus",
                              "CurrentMeasurementType"}) {
-        QVERIFY2(tester.Signalled(once).size() == 1, once);
+        QVERIFY2(bench.tester.Signalled(once).size() == 1, once);
     }
 }
 
 void TestConnection::AsksInTheFixedOrder()
 {
-    const LineInstrument instrument;
-    WatchedTester tester;
-    tester->Enable();
-    QTRY_VERIFY_WITH_TIMEOUT(tester.Signalled("TestResults").size() >= 2, Patience);
+    Bench bench;
+    bench.tester->Enable();
+    AWAIT(bench.tester.Signalled("TestResults").size() >= 2);
 
-    const QVector<Exchange> exchanges = instrument.Record();
-    QCOMPARE(RequestsOf(exchanges).mid(0, 4), Frames::FirstRequests());
+    const QVector<Exchange> exchanges = bench.instrument.Record();
+    QCOMPARE(RequestsOf(exchanges).mid(0, 4), Wire::FirstRequests);
     QCOMPARE(RequestsOf(exchanges).mid(4), ExpectedMonitoring(exchanges.mid(4)));
 }
 
 void TestConnection::KeepsItsPauses()
 {
-    const LineInstrument instrument;
-    WatchedTester tester;
-    tester->Enable();
-    QTRY_VERIFY_WITH_TIMEOUT(instrument.Sent().size() >= 12, Patience);
+    Bench bench;
+    bench.tester->Enable();
+    AWAIT(bench.instrument.Sent().size() >= 12);
 
-    const QVector<Exchange> exchanges = instrument.Record();
+    const QVector<Exchange> exchanges = bench.instrument.Record();
     QVERIFY(exchanges.at(3).receivedAt - exchanges.at(2).receivedAt >= milliseconds(100));
     for (int index = 4; index < exchanges.size(); ++index) {
         const auto pause = exchanges.at(index).receivedAt - exchanges.at(index - 1).receivedAt;
-        const bool isNextStep = exchanges.at(index).request.toHex() == Frames::ReadStatus;
+        const bool isNextStep = exchanges.at(index).request == Wire::ReadStatus;
         QVERIFY(pause >= (isNextStep ? milliseconds(100) : milliseconds(10)));
     }
 }
 
 void TestConnection::ReadingsFollowTheInstrument()
 {
-    const LineInstrument instrument;
-    WatchedTester tester;
-    tester->Enable();
-    QTRY_VERIFY_WITH_TIMEOUT(Different(tester.Signalled("TestResults")) >= 4, Patience);
-    QVERIFY(IsInOrderWithin(tester.Signalled("TestResults"), GivenReadings(instrument)));
-    QCOMPARE(tester->TestResults()->GetMeasurementType(), MeasurementType::Monitoring);
-    QVERIFY(tester.HasStayedOnItsThread());
+    Bench bench;
+    bench.tester->Enable();
+    AWAIT(Different(bench.tester.Signalled("TestResults")) >= 4);
+    QVERIFY(IsInOrderWithin(bench.tester.Signalled("TestResults"), GivenReadings(bench.instrument)));
+    QCOMPARE(bench.tester->TestResults()->GetMeasurementType(), MeasurementType::Monitoring);
+    QVERIFY(bench.tester.HasStayedOnItsThread());
 }
 
 void TestConnection::ErrorOfTheInstrumentIsSignalled()
 {
-    LineInstrument instrument;
-    WatchedTester tester;
-    instrument.SetError(0);
-    tester->Enable();
-    QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("ErrorCode"), (QByteArrayList{"0"}), Patience);
-    instrument.SetError(14);
-    QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("ErrorCode"), (QByteArrayList{"0", "14"}), Patience);
-    instrument.SetError(15);
-    QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("ErrorCode"), (QByteArrayList{"0", "14", "15"}), Patience);
+    Bench bench;
+    bench.instrument.SetError(0);
+    bench.tester->Enable();
+    bench.AwaitErrors({"0"});
+    bench.instrument.SetError(14);
+    bench.AwaitErrors({"0", "14"});
+    bench.instrument.SetError(15);
+    bench.AwaitErrors({"0", "14", "15"});
 }
 
 void TestConnection::ResultOfTheStartTestIsSignalled()
 {
     ScriptedPeer peer;
-    peer.Answer([](const QByteArray& request) { return Frames::Answer(request, "00f5babf"); });
+    peer.Answer([](const QByteArray& request) { return Wire::AnswerTo(request, Wire::Bytes("00f5babf")); });
     WatchedTester tester;
     tester->Enable();
-    QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("StartTestStatus"), (QByteArrayList{"5"}), Patience);
-    peer.Answer([](const QByteArray& request) { return Frames::Answer(request); });
-    QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("StartTestStatus"), (QByteArrayList{"5", "14"}), Patience);
+    AWAIT_EQUAL(tester.Signalled("StartTestStatus"), (QByteArrayList{"5"}));
+    peer.Answer([](const QByteArray& request) { return Wire::AnswerTo(request); });
+    AWAIT_EQUAL(tester.Signalled("StartTestStatus"), (QByteArrayList{"5", "14"}));
     QCOMPARE(tester.Signalled("MeasurementFunctionStatus"), QByteArrayList());
 }
 
@@ -203,41 +194,38 @@ void TestConnection::ForeignFunctionIsStoppedOnEveryStep()
     std::atomic<bool> hasEnded = false;
     ScriptedPeer peer;
     peer.Answer([&hasEnded](const QByteArray& request) {
-        return Frames::Answer(request, hasEnded ? Frames::IdleStatus : "05f70d60");
+        return Wire::AnswerTo(request, hasEnded ? Wire::IdleStatus : Wire::Bytes("05f70d60"));
     });
     WatchedTester tester;
     tester->Enable();
-    QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("CurrentMeasurementType"), QByteArrayList{"5"}, Patience);
+    AWAIT_EQUAL(tester.Signalled("CurrentMeasurementType"), QByteArrayList{"5"});
     QVERIFY(peer.WaitForRequests(10));
-    const QByteArrayList expected{Frames::ReadStatus,      Frames::StopMeasurement, Frames::ReadStatus,
-                                  Frames::StopMeasurement, Frames::ReadStatus,      Frames::StopMeasurement};
-    QCOMPARE(Frames::Hex(peer.RequestBytes()).mid(0, 10), Frames::FirstRequests() + expected);
+    const QByteArrayList expected{Wire::ReadStatus,      Wire::StopMeasurement, Wire::ReadStatus,
+                                  Wire::StopMeasurement, Wire::ReadStatus,      Wire::StopMeasurement};
+    QCOMPARE(peer.RequestBytes().mid(0, 10), Wire::FirstRequests + expected);
 
     hasEnded = true;
-    QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("CurrentMeasurementType"), (QByteArrayList{"5", "0"}),
-                              Patience);
+    AWAIT_EQUAL(tester.Signalled("CurrentMeasurementType"), (QByteArrayList{"5", "0"}));
     const int sentBefore = peer.Requests().size();
     QVERIFY(peer.WaitForRequests(sentBefore + 3));
-    QVERIFY(!Frames::Hex(peer.RequestBytes()).mid(sentBefore).contains(Frames::StopMeasurement));
+    QVERIFY(!peer.RequestBytes().mid(sentBefore).contains(Wire::StopMeasurement));
     QCOMPARE(tester.Signalled("MeasurementFunctionStatus"), QByteArrayList{"7"});
-    QCOMPARE(tester.Signalled("ErrorCode"), QByteArrayList());
+    QCOMPARE(tester.Errors(), QByteArrayList());
 }
 
 void TestConnection::UpdateModeLeavesTheClocksUnread()
 {
-    LineInstrument instrument;
-    instrument.SetMode(3);
-    WatchedTester tester;
-    tester->Enable();
-    QTRY_VERIFY_WITH_TIMEOUT(instrument.Sent().size() >= 8, Patience);
+    Bench bench;
+    bench.instrument.SetMode(3);
+    bench.tester->Enable();
+    AWAIT(bench.instrument.Sent().size() >= 8);
 
-    const QByteArrayList expected{Frames::ReadStatus, Frames::ReadVersion, Frames::ReadStatus,
-                                  Frames::ReadStatus, Frames::ReadStatus,  Frames::ReadStatus,
-                                  Frames::ReadStatus, Frames::ReadStatus};
-    QCOMPARE(instrument.Sent().mid(0, 8), expected);
-    QCOMPARE(tester->TesterMode(), Vesmar::OperationMode::Update);
-    QCOMPARE(tester->CurrentDateTime(), QDateTime(QDate(2016, 1, 1), QTime(0, 0)));
-    QVERIFY(tester->CalibrationDateTime().isNull());
+    const QByteArrayList expected{Wire::ReadStatus, Wire::ReadVersion, Wire::ReadStatus, Wire::ReadStatus,
+                                  Wire::ReadStatus, Wire::ReadStatus,  Wire::ReadStatus, Wire::ReadStatus};
+    QCOMPARE(bench.instrument.Sent().mid(0, 8), expected);
+    QCOMPARE(bench.tester->TesterMode(), Vesmar::OperationMode::Update);
+    QCOMPARE(bench.tester->CurrentDateTime(), QDateTime(QDate(2016, 1, 1), QTime(0, 0)));
+    QVERIFY(bench.tester->CalibrationDateTime().isNull());
 }
 
 void TestConnection::OtherModesAreLeftByARestart_data()
@@ -250,74 +238,68 @@ void TestConnection::OtherModesAreLeftByARestart_data()
 void TestConnection::OtherModesAreLeftByARestart()
 {
     QFETCH(int, mode);
-    LineInstrument instrument;
-    instrument.SetMode(mode);
-    WatchedTester tester;
-    tester->Enable();
-    QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("CalibrationDateTime").size(), 1, Patience);
+    Bench bench;
+    bench.instrument.SetMode(mode);
+    bench.tester->Enable();
+    AWAIT_EQUAL(bench.tester.Signalled("CalibrationDateTime").size(), 1);
 
     // The status behind the restart tells that the mode has been left.
-    const QByteArrayList expected{Frames::ReadStatus, Frames::ReadVersion, Frames::ChangeToNormalMode,
-                                  Frames::ReadStatus};
-    QCOMPARE(instrument.Sent().mid(0, 8), expected + Frames::FirstRequests());
-    const QVector<Exchange> exchanges = instrument.Record();
+    const QByteArrayList expected{Wire::ReadStatus, Wire::ReadVersion, Wire::ChangeToNormalMode,
+                                  Wire::ReadStatus};
+    QCOMPARE(bench.instrument.Sent().mid(0, 8), expected + Wire::FirstRequests);
+    const QVector<Exchange> exchanges = bench.instrument.Record();
     QVERIFY(exchanges.at(3).receivedAt - exchanges.at(2).receivedAt >= milliseconds(2000));
-    QCOMPARE(tester.Signalled("TesterMode"), (QByteArrayList{QByteArray::number(mode), "0"}));
-    QCOMPARE(tester.Signalled("ErrorCode"), QByteArrayList());
+    QCOMPARE(bench.tester.Signalled("TesterMode"), (QByteArrayList{QByteArray::number(mode), "0"}));
+    QCOMPARE(bench.tester.Errors(), QByteArrayList());
 }
 
 void TestConnection::EnableTwiceIsEnableOnce()
 {
-    const LineInstrument instrument;
-    WatchedTester tester;
-    tester->Enable();
-    tester->Enable();
-    QTRY_VERIFY_WITH_TIMEOUT(!tester.Signalled("TestResults").isEmpty(), Patience);
+    Bench bench;
+    bench.tester->Enable();
+    bench.Connect();
     QCOMPARE(RecordedSerialDevice().opens, 1);
-    const QVector<Exchange> exchanges = instrument.Record();
-    QCOMPARE(RequestsOf(exchanges).mid(0, 4), Frames::FirstRequests());
+    const QVector<Exchange> exchanges = bench.instrument.Record();
+    QCOMPARE(RequestsOf(exchanges).mid(0, 4), Wire::FirstRequests);
     QCOMPARE(RequestsOf(exchanges).mid(4), ExpectedMonitoring(exchanges.mid(4)));
 }
 
 void TestConnection::DisableAndEnableAgain()
 {
-    const LineInstrument instrument;
-    WatchedTester tester;
+    Bench bench;
     for (int cycle = 1; cycle <= 3; ++cycle) {
-        tester->Enable();
-        QVERIFY(tester->IsEnabled());
-        QCOMPARE(tester->MeasurementStatus(), MeasurementState::Idle);
-        QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("DeviceInformation").size(), cycle, Patience);
-        QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("CalibrationDateTime").size(), 1, Patience);
-        const QByteArrayList requests = instrument.Sent();
-        QCOMPARE(requests.count(Frames::ReadVersion), cycle);
-        const int beginning = requests.lastIndexOf(Frames::ReadVersion) - 1;
-        QTRY_COMPARE_WITH_TIMEOUT(instrument.Sent().mid(beginning, 4), Frames::FirstRequests(), Patience);
+        bench.tester->Enable();
+        QVERIFY(bench.tester->IsEnabled());
+        QCOMPARE(bench.tester->MeasurementStatus(), MeasurementState::Idle);
+        AWAIT_EQUAL(bench.tester.Signalled("DeviceInformation").size(), cycle);
+        AWAIT_EQUAL(bench.tester.Signalled("CalibrationDateTime").size(), 1);
+        const QByteArrayList requests = bench.instrument.Sent();
+        QCOMPARE(requests.count(Wire::ReadVersion), cycle);
+        const int beginning = requests.lastIndexOf(Wire::ReadVersion) - 1;
+        AWAIT_EQUAL(bench.instrument.Sent().mid(beginning, 4), Wire::FirstRequests);
 
-        tester->AbortMeasurement();
-        QCOMPARE(tester->MeasurementStatus(), MeasurementState::Stopped);
-        tester->Disable();
-        QVERIFY(!tester->IsEnabled());
-        QCOMPARE(tester->DeviceInformation()->SerialNumber, QStringLiteral("204815"));
-        QCOMPARE(tester->CalibrationDateTime(), QDateTime(QDate(2024, 2, 15), QTime(0, 0)));
-        QCOMPARE(tester->MeasurementStatus(), MeasurementState::Stopped);
+        bench.tester->AbortMeasurement();
+        QCOMPARE(bench.tester->MeasurementStatus(), MeasurementState::Stopped);
+        bench.tester->Disable();
+        QVERIFY(!bench.tester->IsEnabled());
+        QCOMPARE(bench.tester->DeviceInformation()->SerialNumber, QStringLiteral("204815"));
+        QCOMPARE(bench.tester->CalibrationDateTime(), QDateTime(QDate(2024, 2, 15), QTime(0, 0)));
+        QCOMPARE(bench.tester->MeasurementStatus(), MeasurementState::Stopped);
     }
 }
 
 void TestConnection::DisableEndsASilentExchange()
 {
-    LineInstrument instrument;
-    WatchedTester tester;
-    tester->Enable();
-    QTRY_VERIFY_WITH_TIMEOUT(!tester.Signalled("TestResults").isEmpty(), Patience);
-    instrument.Unplug();
-    QTRY_VERIFY_WITH_TIMEOUT(!instrument.SentSinceTheFirstFailure().isEmpty(), Patience);
+    Bench bench;
+    bench.Connect();
+    bench.instrument.Unplug();
+    AWAIT(!bench.instrument.SentSinceTheFirstFailure().isEmpty());
 
     QElapsedTimer timer;
     timer.start();
-    tester->Disable();
+    bench.tester->Disable();
     QVERIFY2(timer.elapsed() < 3000, qPrintable(QString::number(timer.elapsed())));
-    QCOMPARE(tester->DeviceInformation()->SerialNumber, QStringLiteral("204815"));
+    QCOMPARE(bench.tester->DeviceInformation()->SerialNumber, QStringLiteral("204815"));
 }
 
 void TestConnection::DeviceThatAppearsLater_data()
@@ -330,20 +312,18 @@ void TestConnection::DeviceThatAppearsLater_data()
 void TestConnection::DeviceThatAppearsLater()
 {
     QFETCH(int, openError);
-    LineInstrument instrument;
+    Bench bench;
     FailSerialDeviceOpen(openError);
-    WatchedTester tester;
-    tester->Enable();
-    QVERIFY(tester->IsEnabled());
-    QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("ErrorCode"), (QByteArrayList{"103", "100"}), Patience);
+    bench.tester->Enable();
+    QVERIFY(bench.tester->IsEnabled());
+    bench.AwaitErrors({"103", "100"});
     QCOMPARE(RecordedSerialDevice().opens, 1);
-    tester->Disable();
+    bench.tester->Disable();
 
-    instrument.Attach();
-    tester->Enable();
-    QTRY_VERIFY_WITH_TIMEOUT(!tester.Signalled("TestResults").isEmpty(), Patience);
-    QCOMPARE(tester.Signalled("ErrorCode"), (QByteArrayList{"103", "100", "15"}));
-    QCOMPARE(instrument.Sent().mid(0, 5), QByteArrayList{Frames::ReadStatus} + Frames::FirstRequests());
+    bench.instrument.Attach();
+    bench.Connect();
+    QCOMPARE(bench.tester.Errors(), (QByteArrayList{"103", "100", "15"}));
+    QCOMPARE(bench.instrument.Sent().mid(0, 5), QByteArrayList{Wire::ReadStatus} + Wire::FirstRequests);
 }
 
 void TestConnection::AnotherTesterAfterTheFirst()
@@ -352,15 +332,14 @@ void TestConnection::AnotherTesterAfterTheFirst()
     {
         WatchedTester first;
         first->Enable();
-        QTRY_VERIFY_WITH_TIMEOUT(!first.Signalled("TestResults").isEmpty(), Patience);
+        AWAIT(!first.Signalled("TestResults").isEmpty());
     }
     WatchedTester second;
     QVERIFY(!second->IsEnabled());
     QCOMPARE(second->DeviceInformation()->SerialNumber, QStringLiteral("000000"));
     QCOMPARE(second->CurrentMeasurementType(), MeasurementType::None);
     second->Enable();
-    QTRY_COMPARE_WITH_TIMEOUT(second.Signalled("CalibrationDateTime"), QByteArrayList{"2024-02-15 00:00:00"},
-                              Patience);
+    AWAIT_EQUAL(second.Signalled("CalibrationDateTime"), QByteArrayList{"2024-02-15 00:00:00"});
     QCOMPARE(second->DeviceInformation()->SerialNumber, QStringLiteral("204815"));
 }
 

@@ -32,7 +32,7 @@ void TestDecodeProgram::SignalEndsTheReading()
                     folder.filePath(QStringLiteral("recording"))});
     run.Tell("20:51:40.316  73f44e 00fed10e[4b]");
     run.Tell("20:51:40.416  73f44e 00fed10e[4b]");
-    QTRY_VERIFY_WITH_TIMEOUT(run.Output().count("read status") == 2, Patience);
+    AWAIT(run.Output().count("read status") == 2);
     QVERIFY(run.Signal(signalNumber));
     QCOMPARE(run.Finish(), 0);
     QCOMPARE(run.Errors(), QByteArray());
@@ -50,7 +50,7 @@ void TestDecodeProgram::SignalBeforeAnExchange()
     ProgramRun run(QStringLiteral(VESMAR_PROGRAM),
                    {QStringLiteral("decode"), QStringLiteral("-"), QStringLiteral("--scenario"), recording});
     run.Tell("20:51:40.212 Transciever::Open");
-    QTRY_VERIFY_WITH_TIMEOUT(run.Output().contains("Transciever::Open"), Patience);
+    AWAIT(run.Output().contains("Transciever::Open"));
     QVERIFY(run.Signal(SIGINT));
     QCOMPARE(run.Finish(), 1);
     QCOMPARE(run.Errors(), QByteArray("vesmar: the standard input: the reading was ended before an exchange "

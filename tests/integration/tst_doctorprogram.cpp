@@ -195,7 +195,7 @@ void TestDoctorProgram::MissingDevice()
 void TestDoctorProgram::EndsWithASignal()
 {
     VesmarRun run(QStringLiteral("doctor"), InScenario("silent"));
-    QTRY_VERIFY_WITH_TIMEOUT(run->Output().contains("Asking for the status"), Patience);
+    AWAIT(run->Output().contains("Asking for the status"));
     QVERIFY(run->Signal(SIGINT)); // which the simulator passes on
     QCOMPARE(run->Finish(), 128 + SIGINT);
 }

@@ -1,11 +1,9 @@
 #include <random>
 
-#include <QtTest>
-
-#include "integration/frames.h"
 #include "integration/patience.h"
 #include "integration/watchedtester.h"
 #include "support/scriptedpeer.h"
+#include "support/wire.h"
 
 namespace
 {
@@ -19,14 +17,14 @@ public:
 
     QByteArray Answer(const QByteArray& request)
     {
-        const QByteArray proper = Frames::Answer(request);
+        const QByteArray proper = Wire::AnswerTo(request);
         switch (Number(0, 9)) {
         case 0:
             return proper;
         case 1:
-            return QByteArray::fromHex(Frames::Acknowledge);
+            return Wire::Acknowledge;
         case 2:
-            return QByteArray::fromHex(Frames::Refusal);
+            return Wire::Refusal;
         case 3:
             return proper.left(Number(1, proper.size() - 1));
         case 4:
@@ -89,17 +87,15 @@ void TestGarbage::LibrarySurvivesAndRecovers()
     WatchedTester tester;
     tester->Enable();
     QTRY_VERIFY_WITH_TIMEOUT(peer.Requests().size() >= Exchanges, 2 * Patience);
-    QVERIFY(tester.Signalled("ErrorCode").contains("103"));
+    QVERIFY(tester.Errors().contains("103"));
 
-    peer.Answer([](const QByteArray& request) { return Frames::Answer(request); });
+    peer.Answer([](const QByteArray& request) { return Wire::AnswerTo(request); });
     tester->RestartTester(); // also out of the update mode, which the garbage may have brought about
     const int identities = tester.Signalled("DeviceInformation").size();
-    QTRY_VERIFY_WITH_TIMEOUT(tester.Signalled("DeviceInformation").size() > identities, Patience);
-    QTRY_COMPARE_WITH_TIMEOUT(tester.LastSignalled("CurrentDateTime"), QByteArray("2024-03-07 14:05:09"),
-                              Patience);
-    QTRY_COMPARE_WITH_TIMEOUT(tester.LastSignalled("CalibrationDateTime"), QByteArray("2024-02-15 00:00:00"),
-                              Patience);
-    QTRY_COMPARE_WITH_TIMEOUT(tester.ErrorCode(), QByteArray("15"), Patience);
+    AWAIT(tester.Signalled("DeviceInformation").size() > identities);
+    AWAIT_EQUAL(tester.LastSignalled("CurrentDateTime"), QByteArray("2024-03-07 14:05:09"));
+    AWAIT_EQUAL(tester.LastSignalled("CalibrationDateTime"), QByteArray("2024-02-15 00:00:00"));
+    AWAIT_EQUAL(tester.ErrorCode(), QByteArray("15"));
     QCOMPARE(tester.LastSignalled("DeviceInformation"), QByteArray("PAT 410 204815 1.05 03 02 2016"));
     QCOMPARE(tester->TesterMode(), Vesmar::OperationMode::Normal);
     QVERIFY(tester.HasStayedOnItsThread());

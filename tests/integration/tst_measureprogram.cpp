@@ -361,7 +361,7 @@ void TestMeasureProgram::Interrupted()
     }
     for (int i = 0; i < signalNumbers.size(); ++i) {
         MeasureRun& run = *runs.at(static_cast<size_t>(i));
-        QTRY_VERIFY_WITH_TIMEOUT(run.Log().contains("function 9 running"), Patience);
+        AWAIT(run.Log().contains("function 9 running"));
         QVERIFY(!run.Log().contains("function 9 stopped by request"));
         QVERIFY(run->Signal(signalNumbers.at(i)));
         QCOMPARE(run->Finish(), 5);
@@ -395,10 +395,10 @@ void TestMeasureProgram::AbortedWithItsTerminal()
             .arg(QStringLiteral(SIMULATOR_PROGRAM), logPath, QStringLiteral(VESMAR_PROGRAM));
     ProgramRun terminal(QStringLiteral("script"), {QStringLiteral("--quiet"), QStringLiteral("--command"),
                                                    command, QStringLiteral("/dev/null")});
-    QTRY_VERIFY_WITH_TIMEOUT(LogIn(logPath).contains("function 9 running"), Patience);
+    AWAIT(LogIn(logPath).contains("function 9 running"));
     QVERIFY(!LogIn(logPath).contains("function 9 stopped by request"));
     QVERIFY(terminal.Signal(SIGKILL));
-    QTRY_VERIFY_WITH_TIMEOUT(HasFunctionStopped(LogIn(logPath), 9), Patience);
+    AWAIT(HasFunctionStopped(LogIn(logPath), 9));
     QVERIFY(LogIn(logPath).contains("function 9 stopped by request"));
 }
 

@@ -52,11 +52,11 @@ void TestProgramRecovery::MonitorShowsTheLossAndTheReturn()
         QStringLiteral("--at"),         QStringLiteral("36:plug"), QStringLiteral("--"),
         QStringLiteral(VESMAR_PROGRAM), QStringLiteral("monitor"), QStringLiteral("--json")};
     ProgramRun run(QStringLiteral(SIMULATOR_PROGRAM), arguments);
-    QTRY_VERIFY_WITH_TIMEOUT(Story(run.Lines()).contains("103"), Patience);
+    AWAIT(Story(run.Lines()).contains("103"));
     QVERIFY(HasPictureSince(Story(run.Lines()), 0));
-    QTRY_VERIFY_WITH_TIMEOUT(Story(run.Lines()).contains("100"), Patience);
+    AWAIT(Story(run.Lines()).contains("100"));
     const int lost = Story(run.Lines()).indexOf("100");
-    QTRY_VERIFY_WITH_TIMEOUT(HasPictureSince(Story(run.Lines()), lost), Patience);
+    AWAIT(HasPictureSince(Story(run.Lines()), lost));
     QVERIFY(run.Signal(SIGINT));
     QCOMPARE(run.Finish(), 0);
     QCOMPARE(run.Errors(), QByteArray());

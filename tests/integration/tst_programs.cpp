@@ -192,7 +192,7 @@ void TestPrograms::MonitorEndsWithASignal()
 {
     QFETCH(int, signalNumber);
     ProgramRun run(SimulatorProgram, SimulatedVesmar("monitor"));
-    QTRY_VERIFY_WITH_TIMEOUT(run.Output().contains("DeviceInformation"), Patience);
+    AWAIT(run.Output().contains("DeviceInformation"));
     QVERIFY(run.IsRunning());
     QVERIFY(run.Signal(signalNumber));
     QCOMPARE(run.Finish(), 0);

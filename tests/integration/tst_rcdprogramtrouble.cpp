@@ -240,7 +240,7 @@ void TestRcdProgramTrouble::Interrupted()
         }
         return !isInterrupted.contains(false);
     };
-    QTRY_VERIFY_WITH_TIMEOUT(interruptInTime(), Patience);
+    AWAIT(interruptInTime());
     for (size_t i = 0; i < runs.size(); ++i) {
         CheckInterruption(*runs.at(i), interruptions.at(i));
         if (QTest::currentTestFailed()) {

@@ -45,7 +45,7 @@ void TestSimulatorLink::init()
     _path = _folder->filePath(QStringLiteral("line"));
     _simulator = std::make_unique<ProgramRun>(QStringLiteral(SIMULATOR_PROGRAM),
                                               QStringList{QStringLiteral("--link"), _path});
-    QTRY_COMPARE_WITH_TIMEOUT(_simulator->Lines().size(), 1, Patience);
+    AWAIT_EQUAL(_simulator->Lines().size(), 1);
     QVERIFY2(_simulator->Output().contains(QFile::encodeName(_path)), _simulator->Output().constData());
     RedirectSerialDevice(QFile::encodeName(_path));
 }
@@ -61,7 +61,7 @@ void TestSimulatorLink::ServesTheLibraryAtTheLink()
 {
     WatchedTester tester;
     tester->Enable();
-    QTRY_VERIFY_WITH_TIMEOUT(tester.Signalled("TestResults").size() >= 2, Patience);
+    AWAIT(tester.Signalled("TestResults").size() >= 2);
     QCOMPARE(tester.Signalled("DeviceInformation"), QByteArrayList{"PAT 410 204815 1.05 03 02 2016"});
 }
 
@@ -69,18 +69,18 @@ void TestSimulatorLink::TakesCommands()
 {
     WatchedTester tester;
     tester->Enable();
-    QTRY_VERIFY_WITH_TIMEOUT(!tester.Signalled("TestResults").isEmpty(), Patience);
+    AWAIT(!tester.Signalled("TestResults").isEmpty());
     _simulator->Tell("error 6");
-    QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("ErrorCode"), QByteArrayList{"6"}, Patience);
+    AWAIT_EQUAL(tester.Errors(), QByteArrayList{"6"});
     _simulator->Tell("function 2");
-    QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("CurrentMeasurementType").size(), 3, Patience);
+    AWAIT_EQUAL(tester.Signalled("CurrentMeasurementType").size(), 3);
     QCOMPARE(tester.LastSignalled("CurrentMeasurementType"), QByteArray("0")); // stopped at once
     _simulator->Tell("fault refuse");
-    QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("ErrorCode"), (QByteArrayList{"6", "103"}), Patience);
+    AWAIT_EQUAL(tester.Errors(), (QByteArrayList{"6", "103"}));
     _simulator->Tell("plug");
     _simulator->CloseInput(); // no reason to end
-    QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("DeviceInformation").size(), 2, Patience);
-    QCOMPARE(tester.Signalled("ErrorCode"), (QByteArrayList{"6", "103", "6"}));
+    AWAIT_EQUAL(tester.Signalled("DeviceInformation").size(), 2);
+    QCOMPARE(tester.Errors(), (QByteArrayList{"6", "103", "6"}));
     QVERIFY(_simulator->IsRunning());
 }
 
@@ -88,17 +88,17 @@ void TestSimulatorLink::LeadsToTheNewLineAfterAHangUp()
 {
     WatchedTester tester;
     tester->Enable();
-    QTRY_VERIFY_WITH_TIMEOUT(!tester.Signalled("TestResults").isEmpty(), Patience);
+    AWAIT(!tester.Signalled("TestResults").isEmpty());
     tester->Disable();
     // The path of the old line may be somebody else's by now, so the complaint tells that the new one is
     // there.
     _simulator->Tell("fault hang-up");
     _simulator->Tell("plug");
     _simulator->Tell("jump");
-    QTRY_VERIFY_WITH_TIMEOUT(_simulator->Errors().contains("no command \"jump\""), Patience);
+    AWAIT(_simulator->Errors().contains("no command \"jump\""));
     QVERIFY(IsThere(_path));
     tester->Enable();
-    QTRY_COMPARE_WITH_TIMEOUT(tester.Signalled("DeviceInformation").size(), 2, Patience);
+    AWAIT_EQUAL(tester.Signalled("DeviceInformation").size(), 2);
 }
 
 void TestSimulatorLink::IsGoneAtTheEnd_data()

@@ -114,7 +114,7 @@ void TestUpdateProgramTrouble::InterruptedWhileSectorsAreSent()
         runs.push_back(std::make_unique<UpdateRun>(QLatin1String(option), QStringLiteral("--baud 4800")));
     }
     for (size_t i = 0; i < runs.size(); ++i) {
-        QTRY_VERIFY_WITH_TIMEOUT(runs.at(i)->Requests(Sector) > 0, Patience);
+        AWAIT(runs.at(i)->Requests(Sector) > 0);
         QCOMPARE(runs.at(i)->Requests(Finish), 0);
         QVERIFY((*runs.at(i))->Signal(interruptions[i].first));
     }
@@ -133,7 +133,7 @@ void TestUpdateProgramTrouble::InterruptedWhileSectorsAreSent()
 void TestUpdateProgramTrouble::InterruptedBeforeTheFirstSector()
 {
     UpdateRun run(QStringLiteral("--json"));
-    QTRY_VERIFY_WITH_TIMEOUT(run.Requests("780393b1") == 1, Patience);
+    AWAIT(run.Requests("780393b1") == 1);
     QVERIFY(run->Signal(SIGTERM));
     QCOMPARE(run->Finish(), 128 + SIGTERM);
     QCOMPARE(run.Result().value(QLatin1String("outcome")).toString(), QStringLiteral("interrupted"));

@@ -1,31 +1,6 @@
 #pragma once
 
-#include <QtTest>
-
-#include "integration/frames.h"
-#include "integration/lineinstrument.h"
-#include "integration/patience.h"
-#include "integration/watchedtester.h"
-#include "support/scriptedpeer.h"
-
-namespace Frames
-{
-
-constexpr char ChangeToUpdateMode[] = "780393b1";
-constexpr char InitializeUpdate[] = "56333a";
-
-} // namespace Frames
-
-/// The states of the machine, as the trace calls them.
-namespace Trace
-{
-
-constexpr char Awaiting[] = "AWAIT UPDATE ACTION";
-constexpr char Updating[] = "UPDATING";
-constexpr char Restarting[] = "RESTARTING TESTER";
-constexpr char Monitoring[] = "MONITORING";
-
-} // namespace Trace
+#include "integration/bench.h"
 
 /// A firmware image of so many sectors, no two of them alike.
 inline QByteArray ImageOf(int sectors, int seed = 0)
@@ -37,43 +12,22 @@ inline QByteArray ImageOf(int sectors, int seed = 0)
     return image;
 }
 
-/// What confirms an image: any data that end in its checksum.
-inline QByteArray ConfirmationOf(const QByteArray& image)
-{
-    return WithChecksum(image);
-}
-
-/// What goes over the line to update with the image, in hexadecimal.
+/// The requests that update with the image.
 inline QByteArrayList UpdateRequests(const QByteArray& image)
 {
-    QByteArrayList requests{Frames::InitializeUpdate};
+    QByteArrayList requests{Wire::InitializeUpdate};
     for (int offset = 0; offset < image.size(); offset += 512) {
-        requests.append(WithChecksum('F' + image.mid(offset, 512)).toHex());
+        requests.append(WithChecksum('F' + image.mid(offset, 512)));
     }
-    requests.append(WithChecksum('Z' + WithChecksum(image).right(2)).toHex());
+    requests.append(WithChecksum('Z' + WithChecksum(image).right(2)));
     return requests;
-}
-
-/// Whether there was a signal for each of these values in their order. One that comes late has a later value
-/// already.
-inline bool TellOf(const QByteArrayList& signalled, const QByteArrayList& values)
-{
-    int reached = 0;
-    for (int index = 0; index < signalled.size(); ++index) {
-        const int value = values.indexOf(signalled.at(index));
-        if (value < index || value < reached) {
-            return false;
-        }
-        reached = value;
-    }
-    return signalled.size() == values.size();
 }
 
 /// What `OperationStatus` goes through in an update that succeeds.
 inline const QByteArrayList WholeOperation{"1", "2", "3", "0"};
 
 /// An application that updates the firmware of an instrument of its own.
-class UpdateBench
+class UpdateBench : public Bench
 {
 public:
     explicit UpdateBench(Simulator::Scenario scenario = Simulator::Scenario::None, int sector = 1)
@@ -81,14 +35,7 @@ public:
         instrument.SetScenario(scenario, sector);
     }
 
-    /// Enables, and waits until the instrument is being monitored.
-    void Connect() const
-    {
-        tester->Enable();
-        QTRY_VERIFY_WITH_TIMEOUT(!tester.Signalled("TestResults").isEmpty(), Patience);
-    }
-
-    /// The same at an instrument that is in update mode already.
+    /// Connects to the instrument, which is in update mode already.
     void ConnectInUpdateMode()
     {
         instrument.SetMode(3);
@@ -98,28 +45,15 @@ public:
 
     void AwaitState(const char* state) const
     {
-        QTRY_COMPARE_WITH_TIMEOUT(tester.EnteredStates().value(tester.EnteredStates().size() - 1),
-                                  QByteArray(state), Patience);
+        AWAIT_EQUAL(tester.EnteredStates().value(tester.EnteredStates().size() - 1), QByteArray(state));
     }
 
     /// Waits for a signal of this property, the `number`th.
     void AwaitSignal(const char* property, int number) const
     {
-        QTRY_VERIFY_WITH_TIMEOUT(tester.Signalled(property).size() >= number, Patience);
+        AWAIT(tester.Signalled(property).size() >= number);
     }
 
-    bool Update(const QByteArray& image) const { return tester->UpdateTester(image, ConfirmationOf(image)); }
-
-    /// The requests from the first of this kind on.
-    QByteArrayList SentSince(const char* request) const
-    {
-        const QByteArrayList sent = instrument.Sent();
-        const int first = sent.indexOf(request);
-        return first < 0 ? QByteArrayList() : QByteArrayList(sent.mid(first));
-    }
-
-    int CountSent(const char* request) const { return static_cast<int>(instrument.Sent().count(request)); }
-
-    LineInstrument instrument; // First: the line is the instrument's.
-    WatchedTester tester;
+    /// Updates with the image, which any data confirm that end in its checksum.
+    bool Update(const QByteArray& image) const { return tester->UpdateTester(image, WithChecksum(image)); }
 };

@@ -125,9 +125,9 @@ int WatchedTester::CountTraced(const QString& part) const
     return _trace.Texts().filter(part).size();
 }
 
-bool WatchedTester::HasTold(const char* property, const QByteArrayList& values) const
+bool WatchedTester::HasTold(const char* property, const QByteArrayList& values, int first) const
 {
-    const QByteArrayList& signalled = _signalled.at(property);
+    const QByteArrayList signalled = Signalled(property).mid(first);
     int reached = 0;
     for (int index = 0; index < signalled.size(); ++index) {
         reached = values.indexOf(signalled.at(index), qMax(index, reached));

@@ -28,6 +28,7 @@ public:
     {
         return Signalled(property).value(Signalled(property).size() - 1);
     }
+    QByteArrayList Errors() const { return Signalled("ErrorCode"); }
     /// The error as it stands, also while its signal is still on its way.
     QByteArray ErrorCode() const { return QByteArray::number(static_cast<int>(_tester->ErrorCode())); }
 
@@ -38,9 +39,9 @@ public:
     /// How many lines of the trace have this part.
     int CountTraced(const QString& part) const;
 
-    /// Whether the property has signalled so many changes, to these values in their order. A signal that
-    /// comes late has a later value already.
-    bool HasTold(const char* property, const QByteArrayList& values) const;
+    /// Whether the property's signals, but for the first ones, are as many as these values and brought them
+    /// in their order. A signal that comes late has a later value already.
+    bool HasTold(const char* property, const QByteArrayList& values, int first = 0) const;
 
     /// Whether every signal came on the thread in which the tester was made.
     bool HasStayedOnItsThread() const { return !_hasLeftItsThread; }

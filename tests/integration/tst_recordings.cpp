@@ -1,9 +1,10 @@
-#pragma once
-
 #include <memory>
 #include <vector>
 
 #include "integration/programrun.h"
+
+namespace
+{
 
 /// Something that becomes of `vesmar` at an instrument with faults.
 struct RecordedKind {
@@ -21,7 +22,7 @@ using RecordedKinds = std::vector<RecordedKind>;
 
 constexpr char NoFaults[] = R"({"faults": []})";
 
-inline QByteArray Scenario(const char* name)
+QByteArray Scenario(const char* name)
 {
     return ContentOf(QStringLiteral(SCENARIO_FOLDER "/%1.json").arg(QLatin1String(name)));
 }
@@ -153,3 +154,127 @@ private:
     const RecordedKinds _kinds;
     std::vector<std::unique_ptr<RecordedRun>> _runs;
 };
+
+constexpr char Damaged[] = R"({"faults": [{"fault": "flip", "position": 1, "mask": 4}]})";
+constexpr char LostAndBack[] =
+    R"({"faults": [{"fault": "silent", "when": {"request": "s", "from": 40}, "count": 8}]})";
+constexpr char HungUp[] =
+    R"({"faults": [{"fault": "hang-up", "when": {"request": "s", "from": 40}, "count": 1}]})";
+constexpr char HungUpForAWhile[] =
+    R"({"faults": [{"fault": "hang-up", "line-back-in": 1500, "when": {"request": "s", "from": 40}, "count": 1}]})";
+
+RecordedKinds LinkKinds()
+{
+    const QString measure = QStringLiteral("measure rpe --time 6");
+    const QString measureBriefly = QStringLiteral("measure rpe --time 6 --stop-timeout 5");
+    const QString info = QStringLiteral("info --timeout 30");
+    const char* const damaged = "arrive damaged";
+    return {
+        {"damaged", Damaged, info, 2, damaged, "InvalidResponse (102)"},
+        {"damaged, from the middle", Damaged, info, 2, damaged, "damaged checksum", true},
+        {"lost and back", LostAndBack, measure, 7, "It is back", "CommunicationRecovery (103)", false, true},
+        {"hung up", HungUp, measureBriefly, 7, "Link lost, the state of the instrument is unknown",
+         "CommunicationRecovery (103)", false, true},
+        {"hung up for a while", HungUpForAWhile, measureBriefly, 7, "Link lost",
+         "CommunicationRecovery (103)", false, true},
+    };
+}
+
+RecordedKinds RcdKinds()
+{
+    const QString ubRe = QStringLiteral("measure rcd --mode ub-re");
+    const QString iaTa = QStringLiteral("measure rcd --mode ia-ta-1");
+    const QString iecIaTa = QStringLiteral("measure rcd-iec --mode ia-ta-1");
+    const char* const check2 = "RCDCheckObject2 (501)";
+    const char* const check10 = "RCDCheckObjectULNIECInvalid (507)";
+    const char* const error2 = "RCDDeviceError2 (522)";
+    return {
+        {"Ub/Re", NoFaults, ubRe, 0, "done", "sent unasked           RCD (10): Re "},
+        {"Ia/Ta", NoFaults, iaTa, 0, "done", "sent unasked           RCD (10): Re "},
+        {"IEC", NoFaults, iecIaTa, 0, "done", "sent unasked           RCDIEC (11): Ia "},
+        {"check object 2", Scenario("501-rcd-check-object-2"), iecIaTa, 4, check2, check2},
+        {"check object 10", Scenario("507-rcd-check-object-10"), ubRe, 4, check10, check10},
+        {"silent", Scenario("520-rcd-silent"), ubRe, 4, "RCDDeviceError0 (520)", "start measurement"},
+        {"device error 2", Scenario("522-rcd-device-error-2"), ubRe, 4, error2, error2},
+        {"device error 2, from the middle", Scenario("522-rcd-device-error-2"), ubRe, 4, error2,
+         "in an RCD test, RCDDeviceError2", true},
+    };
+}
+
+RecordedKinds MeasurementKinds()
+{
+    const QString measure = QStringLiteral("measure rpe --time 2");
+    const char* const preparation = "PrepareFailed (200)";
+    const char* const start = "StartFailed (201)";
+    const char* const run = "MeasurementFailed (202)";
+    return {
+        {"good", NoFaults, measure, 0, "done", "stop measurement", false, true},
+        {"good, single", NoFaults, QStringLiteral("measure rln"), 0, "done", "RLN (1), Completed (2)"},
+        {"preparation", Scenario("200-preparation-fails"), measure, 4, preparation, preparation},
+        {"preparation, from the middle", Scenario("200-preparation-fails"), measure, 4, preparation,
+         "PrepareError (3)", true},
+        {"start", Scenario("201-start-fails"), measure, 4, start, start},
+        {"run", Scenario("202-no-result"), measure, 4, run, run, false, true},
+        {"identity", NoFaults, QStringLiteral("info"), 0, "204815", "read version"},
+    };
+}
+
+RecordedKinds UpdateKinds()
+{
+    const QString update = QStringLiteral("update image --confirmation confirmation");
+    const char* const mode = "UpdateModeChangeFailed (300)";
+    const char* const sector = "UpdateInitializationFailed (303)";
+    const char* const confirmation = "UpdateConfirmationFailed (304)";
+    const QByteArray refused = Scenario("300-update-mode-refused");
+    const QByteArray lost = Scenario("303-firmware-sector-lost");
+    const QByteArray twice = Scenario("304-sector-stored-twice");
+    return {
+        {"update mode refused", refused, update, 4, mode, mode},
+        {"update mode refused, from the middle", refused, update, 4, mode, mode, true},
+        {"sector lost", lost, update, 4, sector, sector},
+        {"sector lost, from the middle", lost, update, 4, sector, sector, true},
+        {"sector stored twice", twice, update, 4, confirmation, confirmation},
+        {"sector stored twice, from the middle", twice, update, 4, confirmation, confirmation, true},
+        {"good", NoFaults, update, 0, "done", "finish update"},
+    };
+}
+
+} // namespace
+
+/// What becomes of `vesmar` at an instrument that plays what it recorded of another one.
+class TestRecordings : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void LinkTroubleEndsAsItDid_data() { StartRuns(LinkKinds()); }
+    void LinkTroubleEndsAsItDid() { VerifyRow(); }
+    void RcdTestEndsAsItDid_data() { StartRuns(RcdKinds()); }
+    void RcdTestEndsAsItDid() { VerifyRow(); }
+    void MeasurementEndsAsItDid_data() { StartRuns(MeasurementKinds()); }
+    void MeasurementEndsAsItDid() { VerifyRow(); }
+    void UpdateEndsAsItDid_data() { StartRuns(UpdateKinds()); }
+    void UpdateEndsAsItDid() { VerifyRow(); }
+
+private:
+    void StartRuns(const RecordedKinds& kinds);
+    void VerifyRow();
+
+    std::unique_ptr<RecordedRuns> _runs;
+};
+
+void TestRecordings::StartRuns(const RecordedKinds& kinds)
+{
+    _runs = std::make_unique<RecordedRuns>(kinds);
+    _runs->AddRows();
+}
+
+void TestRecordings::VerifyRow()
+{
+    QFETCH(const int, kind);
+    const QByteArray problem = _runs->Problem(kind);
+    QVERIFY2(problem.isEmpty(), problem.constData());
+}
+
+QTEST_GUILESS_MAIN(TestRecordings)
+#include "tst_recordings.moc"
