@@ -1,138 +1,253 @@
-#include <functional>
+#include <vector>
 
 #include <QTest>
 
-#include <Vesmar/iecresults.h>
-#include <Vesmar/rcdiecsettings.h>
-#include <Vesmar/rcdsettings.h>
-#include <Vesmar/rlnresults.h>
-
-#include "context/replaceowned.h"
-#include "context/statemachinecontext.h"
+#include "unit/machine/conditions.h"
 #include "unit/machine/guardtable.h"
 #include "unit/states/celllog.h"
 
 namespace Guards = Vesmar::Transitions;
 
-using Vesmar::Error;
-using Vesmar::FunctionState;
 using Vesmar::Guard;
-using Vesmar::MeasurementResults;
-using Vesmar::MeasurementSettings;
-using Vesmar::MeasurementState;
-using Vesmar::MeasurementType;
-using Vesmar::OperationMode;
-using Vesmar::RCDIECSettings;
-using Vesmar::RCDSettings;
-
 using Vesmar::StateMachineContext;
 
-using Setup = std::function<void(StateMachineContext&)>;
-
 Q_DECLARE_METATYPE(Guard)
-Q_DECLARE_METATYPE(Setup)
+Q_DECLARE_METATYPE(std::vector<int>)
 
 namespace
 {
 
-void SetSettings(StateMachineContext& context, MeasurementSettings* settings)
+using Numbers = std::vector<int>;
+
+const Numbers Flag = {0, 1};
+const Numbers EveryMode = {-1, 0, 1, 2, 3, 4};
+const Numbers EveryFunction = {-1, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 97};
+const Numbers EveryStatus = {-1, 0, 1, 2, 3, 4, 5, 6, 7, 8};
+const Numbers EveryFunctionState = {-1, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 15};
+
+/// The values that a rule tries for its cell.
+const Numbers& RangeOf(const QByteArray& cell)
 {
-    Vesmar::ReplaceOwned(context.TestSettings, settings, nullptr);
+    static const QMap<QByteArray, Numbers> ranges = {{"TesterMode", EveryMode},
+                                                     {"RCD", EveryMode},
+                                                     {"RCDIEC", EveryMode},
+                                                     {"Settings", EveryFunction},
+                                                     {"CurrentMeasurementType", EveryFunction},
+                                                     {"MeasurementStatus", EveryStatus},
+                                                     {"MeasurementFunctionStatus", EveryFunctionState}};
+    const auto range = ranges.constFind(cell);
+    return range != ranges.constEnd() ? *range : Flag;
 }
 
-void SetSettingsType(StateMachineContext& context, MeasurementType type)
+Numbers Without(Numbers range, const Numbers& values)
 {
-    SetSettings(context, new MeasurementSettings(type, nullptr));
-}
-
-void SetRCDSettings(StateMachineContext& context, int mode)
-{
-    auto* settings = new RCDSettings;
-    settings->SetMode(static_cast<RCDSettings::RCDMode>(mode));
-    SetSettings(context, settings);
-}
-
-void SetRCDIECSettings(StateMachineContext& context, int mode)
-{
-    auto* settings = new RCDIECSettings;
-    settings->SetMode(static_cast<RCDIECSettings::RCDIECMode>(mode));
-    SetSettings(context, settings);
-}
-
-void SetResults(StateMachineContext& context, MeasurementResults* results)
-{
-    Vesmar::ReplaceOwned(context.TestResults, results, nullptr);
-}
-
-void SetIECResults(StateMachineContext& context, float firstValue)
-{
-    auto* results = new Vesmar::IECResults(firstValue, 0.0F, 0.0F, 0.0F, 0.0F);
-    results->_values[0] = firstValue;
-    SetResults(context, results);
-}
-
-void SetConfigurationRequests(StateMachineContext& context, bool requested)
-{
-    context.DeviceInformationRequested.Set(requested);
-    context.CurrentDateTimeRequested.Set(requested);
-    context.CalibrationDateTimeRequested.Set(requested);
-    context.CurrentDateTimeConfigurationRequested.Set(requested);
-    context.CalibrationDateTimeConfigurationRequested.Set(requested);
-}
-
-/// Gives every cell that a guard could read by mistake a value other than its first.
-void MakeNoisy(StateMachineContext& context)
-{
-    SetConfigurationRequests(context, true);
-    context.CommunicationError.Set(true);
-    context.RestartRequested.Set(true);
-    context.UpdateRequested.Set(true);
-    context.IsMeasurementModeActive.Set(true);
-    context.IsMeasurementRunning.Set(true);
-    context.PrepareMeasurementRequested.Set(true);
-    context.StartMeasurementRequested.Set(true);
-    context.AbortMeasurementRequested.Set(true);
-    context.MeasurementTimeElapsed.Set(true);
-    context.NewMeasurement.Set(true);
-    context.TesterMode.Set(OperationMode::Mode2);
-    context.MeasurementStatus.Set(MeasurementState::Stopped);
-    context.MeasurementFunctionStatus.Set(FunctionState::Prepared);
-    context.CurrentMeasurementType.Set(MeasurementType::HVTest);
-    context.ErrorCode.Set(Error::DeviceError3);
-    SetRCDSettings(context, 0);
-    SetIECResults(context, 1.0F);
-}
-
-void AddRow(Guard guard, const QString& when, bool holds, const Setup& setup, const QStringList& changes = {})
-{
-    QTest::addRow("%s: %s", qPrintable(NameOfGuard(guard)), qPrintable(when))
-        << guard << setup << holds << changes;
-}
-
-QString Flags(std::initializer_list<bool> flags)
-{
-    QString text;
-    for (const bool flag : flags) {
-        text += QLatin1Char(flag ? '1' : '0');
+    for (const int value : values) {
+        range.erase(std::find(range.begin(), range.end(), value));
     }
-    return text;
+    return range;
 }
 
-const QList<MeasurementType> EveryType = {MeasurementType::None,   MeasurementType::Monitoring,
-                                          MeasurementType::RLN,    MeasurementType::RPE,
-                                          MeasurementType::RISO,   MeasurementType::ISUB,
-                                          MeasurementType::IPE,    MeasurementType::IDELTA,
-                                          MeasurementType::IT,     MeasurementType::POWER,
-                                          MeasurementType::HVTest, MeasurementType::RCD,
-                                          MeasurementType::RCDIEC, static_cast<MeasurementType>(12),
-                                          MeasurementType::IEC};
+const Numbers Never;
+const Numbers NotRCD = Without(EveryFunction, {10, 11});
 
-const QList<int> EveryStatus = {-1, 0, 1, 2, 3, 4, 5, 6, 7, 8};
-const QList<int> EveryFunctionState = {-1, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 15};
+/// Under these conditions the guard holds for these values of the cell, and for no others.
+struct Rule {
+    Guard guard;
+    QByteArray conditions;
+    QByteArray cell;
+    Numbers values;
+};
 
-bool IsRCD(MeasurementType type)
+const QByteArrayList ConfigurationRequests = {
+    "DeviceInformationRequested", "CurrentDateTimeRequested", "CalibrationDateTimeRequested",
+    "CurrentDateTimeConfigurationRequested", "CalibrationDateTimeConfigurationRequested"};
+
+/// Every cell that a guard could read by mistake has a value other than its first.
+const QByteArray Noise =
+    ConfigurationRequests.join(' ') +
+    " CommunicationError RestartRequested UpdateRequested IsMeasurementModeActive "
+    "IsMeasurementRunning PrepareMeasurementRequested StartMeasurementRequested "
+    "AbortMeasurementRequested MeasurementTimeElapsed NewMeasurement TesterMode=2 "
+    "MeasurementStatus=7 MeasurementFunctionStatus=4 CurrentMeasurementType=9 ErrorCode=3 "
+    "RCD=0 IECResult=1";
+
+void AddRules(const QList<Rule>& rules)
 {
-    return type == MeasurementType::RCD || type == MeasurementType::RCDIEC;
+    for (const Rule& rule : rules) {
+        QTest::addRow("%s: %s, by %s", qPrintable(NameOfGuard(rule.guard)), rule.conditions.constData(),
+                      rule.cell.constData())
+            << rule.guard << rule.conditions << rule.cell << rule.values;
+    }
+}
+
+void AddConnectionRules()
+{
+    const QByteArray cell = "CommunicationError";
+    const QByteArray mode = "TesterMode";
+    AddRules({
+        {&Guards::TesterOperationsToInitializationTransition, {}, cell, Flag},
+        {&Guards::RestartingTesterToTesterOperationsTransition, {}, cell, Flag},
+        {&Guards::InitializationToMonitoringTransition, {}, cell, Flag},
+        {&Guards::MeasurementModeToPreparingMeasurementTransition, {}, cell, Flag},
+        {&Guards::RCDMeasurementModeToRCDMonitoringTransition, {}, cell, Flag},
+        {&Guards::TesterOperationsToCommunicationRecoveryTransition, {}, cell, {1}},
+        {&Guards::CommunicationRecoveryToTesterOperationsTransition, {}, cell, {0}},
+        {&Guards::TesterOperationsToRestartingTesterTransition, "RestartRequested=0", mode, {-1, 1, 2, 4}},
+        {&Guards::TesterOperationsToRestartingTesterTransition, "RestartRequested", mode, EveryMode},
+    });
+}
+
+void AddUpdateRules()
+{
+    const QByteArray none = "UpdateRequested=0";
+    const QByteArray requested = "UpdateRequested";
+    const QByteArray mode = "TesterMode";
+    AddRules({
+        {&Guards::InitializationToAwaitUpdateActionTransition, none, mode, {3}},
+        {&Guards::InitializationToAwaitUpdateActionTransition, requested, mode, EveryMode},
+        {&Guards::MonitoringToAwaitUpdateActionTransition, none, mode, {3}},
+        {&Guards::MonitoringToAwaitUpdateActionTransition, requested, mode, EveryMode},
+        {&Guards::AwaitUpdateActionToUpdatingTransition, none, mode, Never},
+        {&Guards::AwaitUpdateActionToUpdatingTransition, requested, mode, {3}},
+        {&Guards::UpdatingToAwaitUpdateActionTransition, {}, mode, {3}},
+        {&Guards::UpdatingToInitializationTransition, {}, mode, {0}},
+    });
+}
+
+void AddConfigurationRules()
+{
+    const QByteArray all = ConfigurationRequests.join(' ');
+    const QByteArray none = ConfigurationRequests.join("=0 ") + "=0";
+    for (const QByteArray& request : ConfigurationRequests) {
+        AddRules({{&Guards::MonitoringToTesterConfigurationTransition, none, request, {1}},
+                  {&Guards::MonitoringToTesterConfigurationTransition, all, request, Flag},
+                  {&Guards::TesterConfigurationToMonitoringTransition, none, request, {0}},
+                  {&Guards::TesterConfigurationToMonitoringTransition, all, request, Never}});
+    }
+}
+
+void AddModeRules()
+{
+    const QByteArray active = "IsMeasurementModeActive";
+    const QByteArray left = "IsMeasurementModeActive=0";
+    const QByteArray prepare = "PrepareMeasurementRequested";
+    const QByteArray none = "PrepareMeasurementRequested=0";
+    const QByteArray function = "Settings";
+    AddRules({
+        {&Guards::MonitoringToRCDMeasurementModeTransition, active, function, {10, 11}},
+        {&Guards::MonitoringToRCDMeasurementModeTransition, left, function, Never},
+        {&Guards::MonitoringToMeasurementModeTransition, active, function, NotRCD},
+        {&Guards::MonitoringToMeasurementModeTransition, left, function, Never},
+        {&Guards::MeasurementModeToMonitoringTransition, {}, active, {0}},
+        {&Guards::RCDMeasurementModeToMonitoringTransition, {}, active, {0}},
+        {&Guards::PreparingMeasurementToRCDMeasurementModeTransition, prepare, function, EveryFunction},
+        {&Guards::PreparingMeasurementToRCDMeasurementModeTransition, none, function, Never},
+        {&Guards::RCDMeasurementModeToMeasurementModeTransition, prepare, function, NotRCD},
+        {&Guards::RCDMeasurementModeToMeasurementModeTransition, none, function, Never},
+    });
+}
+
+void AddMeasurementRules()
+{
+    const QByteArray status = "MeasurementStatus";
+    const QByteArray start = "StartMeasurementRequested PrepareMeasurementRequested=0";
+    const QByteArray function = "Settings";
+    AddRules({
+        {&Guards::MeasurementModeToAbortingMeasurementTransition, "AbortMeasurementRequested", status,
+         Without(EveryStatus, {2})},
+        {&Guards::MeasurementModeToAbortingMeasurementTransition, "AbortMeasurementRequested=0", status,
+         Never},
+        {&Guards::AbortingMeasurementToMeasurementModeTransition, {}, status, {7}},
+        {&Guards::StoppingMeasurementToMeasurementModeTransition, {}, status, {7}},
+        {&Guards::PreparingMeasurementToStartingMeasurementTransition, start, status, {2}},
+        {&Guards::PreparingMeasurementToStartingMeasurementTransition,
+         start + " MeasurementStatus=2",
+         "StartMeasurementRequested",
+         {1}},
+        {&Guards::PreparingMeasurementToStartingMeasurementTransition,
+         start + " MeasurementStatus=2",
+         "PrepareMeasurementRequested",
+         {0}},
+        {&Guards::ContinuousMeasurementRunningToStoppingMeasurementTransition,
+         {},
+         "MeasurementTimeElapsed",
+         {1}},
+    });
+    for (const int value : EveryStatus) {
+        const QByteArray in = "MeasurementStatus=" + QByteArray::number(value);
+        const bool isRunning = value == 4;
+        AddRules({{&Guards::StartingMeasurementToSingleMeasurementRunningTransition, in, function,
+                   isRunning ? Numbers{1, 97} : Never},
+                  {&Guards::StartingMeasurementToContinuousMeasurementRunningTransition, in, function,
+                   isRunning ? Without(EveryFunction, {1, 9, 97}) : Never},
+                  {&Guards::StartingMeasurementToHVTestContinuousMeasurementRunningTransition, in,
+                   "CurrentMeasurementType", isRunning ? Numbers{9} : Never}});
+    }
+}
+
+/// A single measurement ends with its result where the instrument measures RLN, else with the function. The
+/// first value of a result counts as it came: 0.5 is one, though its whole number is 0.
+void AddSingleMeasurementRules()
+{
+    const Guard guard = &Guards::SingleMeasurementRunningToStoppingMeasurementTransition;
+    const QByteArray status = "MeasurementStatus";
+    const QByteArray rln = "CurrentMeasurementType=1 MeasurementFunctionStatus=0 ";
+    AddRules({{guard, rln + "Results=1 NewMeasurement", status, {5}},
+              {guard, rln + "Results=1 NewMeasurement=0", status, Never},
+              {guard, rln + "IECResult=0 NewMeasurement", status, Never},
+              {guard, rln + "IECResult=0.5 NewMeasurement=0", status, {5}},
+              {guard, rln + "IECResult=-1", status, {5}},
+              {guard, rln + "IECResult=1e-30", status, {5}}});
+    for (const int function : {-1, 0, 1, 2, 9, 97}) {
+        for (const int results : {-1, 0, 1, 97}) {
+            if (function != 1 || results < 1) {
+                AddRules({{guard,
+                           "CurrentMeasurementType=" + QByteArray::number(function) +
+                               " Results=" + QByteArray::number(results),
+                           "MeasurementFunctionStatus", Without(EveryFunctionState, {7})}});
+            }
+        }
+    }
+}
+
+void AddRCDStartRules()
+{
+    struct Start {
+        Guard guard;
+        QByteArray settings;
+        Numbers modes;
+    };
+    const QByteArray rcd = "RCD";
+    const QByteArray iec = "RCDIEC";
+    for (const Start& start : QList<Start>{
+             {&Guards::RCDMonitoringToRCDUbReMeasurementRunningTransition, rcd, {0}},
+             {&Guards::RCDMonitoringToRCDIaTaMeasurementRunningTransition, rcd, {1, 2}},
+             {&Guards::RCDMonitoringToRCDIECIaTaMeasurementRunningTransition, iec, {1, 2}},
+             {&Guards::RCDMonitoringToRCDIECCleanUpTransition, iec, {3}},
+         }) {
+        const QByteArray requested = "StartMeasurementRequested";
+        AddRules({{start.guard, requested, start.settings, start.modes},
+                  {start.guard, requested, start.settings == rcd ? iec : rcd, Never},
+                  {start.guard, requested, "Settings", Never},
+                  {start.guard, "StartMeasurementRequested=0", start.settings, Never}});
+    }
+}
+
+void AddRCDEndRules()
+{
+    const QByteArray status = "MeasurementStatus";
+    const QByteArray going = "AbortMeasurementRequested=0 MeasurementStatus=4";
+    const Guard iec = &Guards::RCDIECIaTaMeasurementRunningToRCDMonitoringTransition;
+    AddRules({
+        {&Guards::RCDIECCleanUpToRCDMonitoringTransition, {}, status, {7}},
+        {iec, going, "RCDIEC", {3}},
+        {iec, going, "RCD", Never},
+        {iec, "AbortMeasurementRequested=0 RCDIEC=3", status, EveryStatus},
+    });
+    for (const Guard guard : {&Guards::RCDUbReMeasurementRunningToRCDMonitoringTransition,
+                              &Guards::RCDIaTaMeasurementRunningToRCDMonitoringTransition, iec}) {
+        AddRules({{guard, "AbortMeasurementRequested=0 RCDIEC=1", status, {7}}});
+    }
 }
 
 } // namespace
@@ -142,479 +257,71 @@ class TestTransitions : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase_data();
-
-    void DecidesByItsConditionAlone_data();
-    void DecidesByItsConditionAlone();
-
-    void ModesZeroAndThreeNeedARequestToRestart();
-    void UpdateRequestInANormalModeGoesToAwaitingButNotOnToUpdating();
-    void RCDSettingsGoToTheRCDModeAndHighVoltageSettingsToTheOrdinaryOne();
-    void HighVoltageStartFiresItsOwnGuardAndNotTheContinuousOne();
-    void HighVoltageSettingsWithAnotherCurrentTypeFireNeitherContinuousGuard();
-    void IECMeasurementWithAFirstValueOfZeroNeverStops();
-    void AbortedRCDMeasurementWithoutAnErrorLeaves521AndSignalsItOnce();
-    void AbortedRCDMeasurementKeepsAStoredError();
-    void PendingPreparationOfRLNHoldsTowardsTheRCDMode();
+    void GuardHoldsForTheseValuesAlone_data();
+    void GuardHoldsForTheseValuesAlone();
+    void AbortEndsAnRCDTestAndLeavesAnErrorBehind_data();
+    void AbortEndsAnRCDTestAndLeavesAnErrorBehind();
 };
 
-void TestTransitions::initTestCase_data()
-{
-    QTest::addColumn<bool>("noisy");
-    QTest::newRow("all else as at first") << false;
-    QTest::newRow("all else changed") << true;
-}
-
-static void AddAlwaysRows()
-{
-    const QList<Guard> always = {&Guards::TesterOperationsToInitializationTransition,
-                                 &Guards::RestartingTesterToTesterOperationsTransition,
-                                 &Guards::InitializationToMonitoringTransition,
-                                 &Guards::MeasurementModeToPreparingMeasurementTransition,
-                                 &Guards::RCDMeasurementModeToRCDMonitoringTransition};
-    for (const Guard guard : always) {
-        AddRow(guard, QStringLiteral("always"), true, [](StateMachineContext&) {});
-    }
-}
-
-static void AddConnectionRows()
-{
-    for (const bool error : {false, true}) {
-        const auto setup = [error](StateMachineContext& context) { context.CommunicationError.Set(error); };
-        AddRow(&Guards::TesterOperationsToCommunicationRecoveryTransition, Flags({error}), error, setup);
-        AddRow(&Guards::CommunicationRecoveryToTesterOperationsTransition, Flags({error}), !error, setup);
-    }
-    const QMap<int, bool> restartsByMode = {{-1, true}, {0, false}, {1, true},
-                                            {2, true},  {3, false}, {4, true}};
-    for (auto row = restartsByMode.cbegin(); row != restartsByMode.cend(); ++row) {
-        for (const bool requested : {false, true}) {
-            AddRow(&Guards::TesterOperationsToRestartingTesterTransition,
-                   QStringLiteral("mode %1, requested %2").arg(row.key()).arg(requested),
-                   requested || row.value(), [mode = row.key(), requested](StateMachineContext& context) {
-                       context.TesterMode.Set(static_cast<OperationMode>(mode));
-                       context.RestartRequested.Set(requested);
-                   });
-        }
-    }
-}
-
-static void AddUpdateRows()
-{
-    for (const int mode : {0, 1, 2, 3}) {
-        for (const bool requested : {false, true}) {
-            const auto setup = [mode, requested](StateMachineContext& context) {
-                context.TesterMode.Set(static_cast<OperationMode>(mode));
-                context.UpdateRequested.Set(requested);
-            };
-            const QString when = QStringLiteral("mode %1, requested %2").arg(mode).arg(requested);
-            const bool isUpdateMode = mode == 3;
-            AddRow(&Guards::InitializationToAwaitUpdateActionTransition, when, requested || isUpdateMode,
-                   setup);
-            AddRow(&Guards::MonitoringToAwaitUpdateActionTransition, when, requested || isUpdateMode, setup);
-            AddRow(&Guards::AwaitUpdateActionToUpdatingTransition, when, requested && isUpdateMode, setup);
-            AddRow(&Guards::UpdatingToAwaitUpdateActionTransition, when, isUpdateMode, setup);
-            AddRow(&Guards::UpdatingToInitializationTransition, when, mode == 0, setup);
-        }
-    }
-}
-
-static void AddConfigurationRows()
-{
-    for (unsigned bits = 0; bits < 32; ++bits) {
-        const auto setup = [bits](StateMachineContext& context) {
-            context.DeviceInformationRequested.Set((bits & 1U) != 0);
-            context.CurrentDateTimeRequested.Set((bits & 2U) != 0);
-            context.CalibrationDateTimeRequested.Set((bits & 4U) != 0);
-            context.CurrentDateTimeConfigurationRequested.Set((bits & 8U) != 0);
-            context.CalibrationDateTimeConfigurationRequested.Set((bits & 16U) != 0);
-        };
-        const QString when = QStringLiteral("requests %1").arg(bits, 5, 2, QLatin1Char('0'));
-        AddRow(&Guards::MonitoringToTesterConfigurationTransition, when, bits != 0, setup);
-        AddRow(&Guards::TesterConfigurationToMonitoringTransition, when, bits == 0, setup);
-    }
-}
-
-static void AddMeasurementModeRows()
-{
-    for (const MeasurementType type : EveryType) {
-        for (const bool flag : {false, true}) {
-            const QString when = QStringLiteral("type %1, flag %2").arg(static_cast<int>(type)).arg(flag);
-            const auto active = [type, flag](StateMachineContext& context) {
-                SetSettingsType(context, type);
-                context.IsMeasurementModeActive.Set(flag);
-            };
-            AddRow(&Guards::MonitoringToRCDMeasurementModeTransition, when, flag && IsRCD(type), active);
-            AddRow(&Guards::MonitoringToMeasurementModeTransition, when, flag && !IsRCD(type), active);
-            const auto prepare = [type, flag](StateMachineContext& context) {
-                SetSettingsType(context, type);
-                context.PrepareMeasurementRequested.Set(flag);
-            };
-            AddRow(&Guards::PreparingMeasurementToRCDMeasurementModeTransition, when, flag, prepare);
-            AddRow(&Guards::RCDMeasurementModeToMeasurementModeTransition, when, flag && !IsRCD(type),
-                   prepare);
-        }
-    }
-    for (const bool active : {false, true}) {
-        const auto setup = [active](StateMachineContext& context) {
-            context.IsMeasurementModeActive.Set(active);
-        };
-        AddRow(&Guards::MeasurementModeToMonitoringTransition, Flags({active}), !active, setup);
-        AddRow(&Guards::RCDMeasurementModeToMonitoringTransition, Flags({active}), !active, setup);
-    }
-}
-
-static void AddStatusRows()
-{
-    for (const int status : EveryStatus) {
-        const auto setup = [status](StateMachineContext& context) {
-            context.MeasurementStatus.Set(static_cast<MeasurementState>(status));
-        };
-        const QString when = QStringLiteral("status %1").arg(status);
-        AddRow(&Guards::AbortingMeasurementToMeasurementModeTransition, when, status == 7, setup);
-        AddRow(&Guards::StoppingMeasurementToMeasurementModeTransition, when, status == 7, setup);
-        AddRow(&Guards::RCDIECCleanUpToRCDMonitoringTransition, when, status == 7, setup);
-        for (const bool abort : {false, true}) {
-            AddRow(&Guards::MeasurementModeToAbortingMeasurementTransition,
-                   when + QStringLiteral(", abort %1").arg(abort), abort && status != 2,
-                   [setup, abort](StateMachineContext& context) {
-                       setup(context);
-                       context.AbortMeasurementRequested.Set(abort);
-                   });
-        }
-    }
-    for (const bool elapsed : {false, true}) {
-        AddRow(&Guards::ContinuousMeasurementRunningToStoppingMeasurementTransition, Flags({elapsed}),
-               elapsed,
-               [elapsed](StateMachineContext& context) { context.MeasurementTimeElapsed.Set(elapsed); });
-    }
-}
-
-static void AddStartRows()
-{
-    for (const int status : EveryStatus) {
-        for (const bool start : {false, true}) {
-            for (const bool prepare : {false, true}) {
-                AddRow(&Guards::PreparingMeasurementToStartingMeasurementTransition,
-                       QStringLiteral("status %1, start %2, prepare %3").arg(status).arg(start).arg(prepare),
-                       status == 2 && start && !prepare,
-                       [status, start, prepare](StateMachineContext& context) {
-                           context.MeasurementStatus.Set(static_cast<MeasurementState>(status));
-                           context.StartMeasurementRequested.Set(start);
-                           context.PrepareMeasurementRequested.Set(prepare);
-                       });
-            }
-        }
-        for (const MeasurementType type : EveryType) {
-            const int number = static_cast<int>(type);
-            const QString when = QStringLiteral("status %1, type %2").arg(status).arg(number);
-            const bool isRunning = status == 4;
-            const auto settings = [status, type](StateMachineContext& context) {
-                SetSettingsType(context, type);
-                context.MeasurementStatus.Set(static_cast<MeasurementState>(status));
-            };
-            AddRow(&Guards::StartingMeasurementToSingleMeasurementRunningTransition, when,
-                   isRunning && (number == 1 || number == 97), settings);
-            AddRow(&Guards::StartingMeasurementToContinuousMeasurementRunningTransition, when,
-                   isRunning && number != 1 && number != 9 && number != 97, settings);
-            AddRow(&Guards::StartingMeasurementToHVTestContinuousMeasurementRunningTransition, when,
-                   isRunning && number == 9, [status, type](StateMachineContext& context) {
-                       context.CurrentMeasurementType.Set(type);
-                       context.MeasurementStatus.Set(static_cast<MeasurementState>(status));
-                   });
-        }
-    }
-}
-
-static void AddSingleMeasurementRows()
-{
-    const Guard guard = &Guards::SingleMeasurementRunningToStoppingMeasurementTransition;
-    for (const int status : EveryStatus) {
-        for (const bool isNew : {false, true}) {
-            const auto common = [status, isNew](StateMachineContext& context) {
-                context.CurrentMeasurementType.Set(MeasurementType::RLN);
-                context.MeasurementFunctionStatus.Set(FunctionState::Idle);
-                context.MeasurementStatus.Set(static_cast<MeasurementState>(status));
-                context.NewMeasurement.Set(isNew);
-            };
-            const QString when = QStringLiteral("status %1, new %2").arg(status).arg(isNew);
-            AddRow(guard, QStringLiteral("RLN results, ") + when, isNew && status == 5,
-                   [common](StateMachineContext& context) {
-                       common(context);
-                       SetResults(context, new Vesmar::RLNResults(0.0F, 0.0F, 0.0F, 0.0F, 0.0F));
-                   });
-            AddRow(guard, QStringLiteral("IEC results of 0, ") + when, false,
-                   [common](StateMachineContext& context) {
-                       common(context);
-                       SetIECResults(context, 0.0F);
-                   });
-            for (const float value : {1.0F, -1.0F, 1.0e-30F}) {
-                AddRow(guard, QStringLiteral("IEC results of %1, ").arg(static_cast<double>(value)) + when,
-                       status == 5, [common, value](StateMachineContext& context) {
-                           common(context);
-                           SetIECResults(context, value);
-                       });
-            }
-        }
-    }
-}
-
-static void AddOtherSingleMeasurementRows()
-{
-    const Guard guard = &Guards::SingleMeasurementRunningToStoppingMeasurementTransition;
-    for (const int function : EveryFunctionState) {
-        for (const MeasurementType type :
-             {MeasurementType::None, MeasurementType::Monitoring, MeasurementType::RLN, MeasurementType::RPE,
-              MeasurementType::HVTest, MeasurementType::IEC}) {
-            for (const MeasurementType results : {MeasurementType::None, MeasurementType::Monitoring,
-                                                  MeasurementType::RLN, MeasurementType::IEC}) {
-                const bool hasRule = type == MeasurementType::RLN &&
-                                     (results == MeasurementType::RLN || results == MeasurementType::IEC);
-                if (hasRule) {
-                    continue;
-                }
-                AddRow(guard,
-                       QStringLiteral("type %1, results %2, function %3")
-                           .arg(static_cast<int>(type))
-                           .arg(static_cast<int>(results))
-                           .arg(function),
-                       function != 7, [function, type, results](StateMachineContext& context) {
-                           context.CurrentMeasurementType.Set(type);
-                           context.MeasurementFunctionStatus.Set(static_cast<FunctionState>(function));
-                           SetResults(context, new MeasurementResults(results, nullptr));
-                       });
-            }
-        }
-    }
-}
-
-static void AddRCDStartRows()
-{
-    for (const bool start : {false, true}) {
-        for (const int mode : {-1, 0, 1, 2, 3, 4}) {
-            const QString when = QStringLiteral("start %1, mode %2").arg(start).arg(mode);
-            const auto rcd = [start, mode](StateMachineContext& context) {
-                context.StartMeasurementRequested.Set(start);
-                SetRCDSettings(context, mode);
-            };
-            const auto rcdIEC = [start, mode](StateMachineContext& context) {
-                context.StartMeasurementRequested.Set(start);
-                SetRCDIECSettings(context, mode);
-            };
-            const bool isIaTa = mode == 1 || mode == 2;
-            AddRow(&Guards::RCDMonitoringToRCDUbReMeasurementRunningTransition,
-                   QStringLiteral("RCD, ") + when, start && mode == 0, rcd);
-            AddRow(&Guards::RCDMonitoringToRCDUbReMeasurementRunningTransition,
-                   QStringLiteral("RCD IEC, ") + when, false, rcdIEC);
-            AddRow(&Guards::RCDMonitoringToRCDIaTaMeasurementRunningTransition,
-                   QStringLiteral("RCD, ") + when, start && isIaTa, rcd);
-            AddRow(&Guards::RCDMonitoringToRCDIaTaMeasurementRunningTransition,
-                   QStringLiteral("RCD IEC, ") + when, false, rcdIEC);
-            AddRow(&Guards::RCDMonitoringToRCDIECIaTaMeasurementRunningTransition,
-                   QStringLiteral("RCD, ") + when, false, rcd);
-            AddRow(&Guards::RCDMonitoringToRCDIECIaTaMeasurementRunningTransition,
-                   QStringLiteral("RCD IEC, ") + when, start && isIaTa, rcdIEC);
-            AddRow(&Guards::RCDMonitoringToRCDIECCleanUpTransition, QStringLiteral("RCD, ") + when, false,
-                   rcd);
-            AddRow(&Guards::RCDMonitoringToRCDIECCleanUpTransition, QStringLiteral("RCD IEC, ") + when,
-                   start && mode == 3, rcdIEC);
-        }
-    }
-    for (const Guard guard : {&Guards::RCDMonitoringToRCDUbReMeasurementRunningTransition,
-                              &Guards::RCDMonitoringToRCDIaTaMeasurementRunningTransition,
-                              &Guards::RCDMonitoringToRCDIECIaTaMeasurementRunningTransition,
-                              &Guards::RCDMonitoringToRCDIECCleanUpTransition}) {
-        AddRow(guard, QStringLiteral("start, settings of another function"), false,
-               [](StateMachineContext& context) {
-                   context.StartMeasurementRequested.Set(true);
-                   SetSettingsType(context, MeasurementType::RLN);
-               });
-    }
-}
-
-/// The guards that leave a running RCD measurement; `byMode` is what the settings alone make of it.
-static void AddRCDEndRows(Guard guard, const QString& settingsName, const Setup& settings, bool byMode)
-{
-    for (const int status : EveryStatus) {
-        for (const bool abort : {false, true}) {
-            for (const int error : {15, 3, 103, 521}) {
-                const bool writes = status != 7 && abort && error == 15;
-                AddRow(
-                    guard,
-                    QStringLiteral("%1, status %2, abort %3, error %4")
-                        .arg(settingsName)
-                        .arg(status)
-                        .arg(abort)
-                        .arg(error),
-                    status == 7 || abort || byMode,
-                    [settings, status, abort, error](StateMachineContext& context) {
-                        settings(context);
-                        context.MeasurementStatus.Set(static_cast<MeasurementState>(status));
-                        context.AbortMeasurementRequested.Set(abort);
-                        context.ErrorCode.Set(static_cast<Error>(error));
-                    },
-                    writes ? QStringList{QStringLiteral("ErrorCode=521")} : QStringList{});
-            }
-        }
-    }
-}
-
-static void AddRCDEndRows()
-{
-    const auto rcd = [](int mode) {
-        return [mode](StateMachineContext& context) { SetRCDSettings(context, mode); };
-    };
-    const auto rcdIEC = [](int mode) {
-        return [mode](StateMachineContext& context) { SetRCDIECSettings(context, mode); };
-    };
-    AddRCDEndRows(&Guards::RCDUbReMeasurementRunningToRCDMonitoringTransition, QStringLiteral("mode 0"),
-                  rcd(0), false);
-    AddRCDEndRows(&Guards::RCDIaTaMeasurementRunningToRCDMonitoringTransition, QStringLiteral("mode 1"),
-                  rcd(1), false);
-    const Guard iec = &Guards::RCDIECIaTaMeasurementRunningToRCDMonitoringTransition;
-    AddRCDEndRows(iec, QStringLiteral("IEC mode 1"), rcdIEC(1), false);
-    AddRCDEndRows(iec, QStringLiteral("IEC mode 2"), rcdIEC(2), false);
-    AddRCDEndRows(iec, QStringLiteral("IEC mode 3"), rcdIEC(3), true);
-    AddRCDEndRows(iec, QStringLiteral("RCD mode 3"), rcd(3), false);
-}
-
-void TestTransitions::DecidesByItsConditionAlone_data()
+void TestTransitions::GuardHoldsForTheseValuesAlone_data()
 {
     QTest::addColumn<Guard>("guard");
-    QTest::addColumn<Setup>("setup");
-    QTest::addColumn<bool>("holds");
-    QTest::addColumn<QStringList>("changes");
-    AddAlwaysRows();
-    AddConnectionRows();
-    AddUpdateRows();
-    AddConfigurationRows();
-    AddMeasurementModeRows();
-    AddStatusRows();
-    AddStartRows();
-    AddSingleMeasurementRows();
-    AddOtherSingleMeasurementRows();
-    AddRCDStartRows();
-    AddRCDEndRows();
+    QTest::addColumn<QByteArray>("conditions");
+    QTest::addColumn<QByteArray>("cell");
+    QTest::addColumn<std::vector<int>>("values");
+    AddConnectionRules();
+    AddUpdateRules();
+    AddConfigurationRules();
+    AddModeRules();
+    AddMeasurementRules();
+    AddSingleMeasurementRules();
+    AddRCDStartRules();
+    AddRCDEndRules();
 }
 
-void TestTransitions::DecidesByItsConditionAlone()
+void TestTransitions::GuardHoldsForTheseValuesAlone()
 {
-    QFETCH_GLOBAL(const bool, noisy);
     QFETCH(const Guard, guard);
-    QFETCH(const Setup, setup);
-    QFETCH(const bool, holds);
-    QFETCH(const QStringList, changes);
-    StateMachineContext context(nullptr, nullptr, nullptr, nullptr, nullptr);
-    if (noisy) {
-        MakeNoisy(context);
-    }
-    setup(context);
-    const CellLog cells(context);
-
-    QCOMPARE(guard(context), holds);
-    QCOMPARE(cells.Changes(), changes);
-}
-
-void TestTransitions::ModesZeroAndThreeNeedARequestToRestart()
-{
-    StateMachineContext context(nullptr, nullptr, nullptr, nullptr, nullptr);
-    for (const OperationMode mode : {OperationMode::Normal, OperationMode::Update}) {
-        context.TesterMode.Set(mode);
-        context.RestartRequested.Set(false);
-        QVERIFY(!Guards::TesterOperationsToRestartingTesterTransition(context));
-        context.RestartRequested.Set(true);
-        QVERIFY(Guards::TesterOperationsToRestartingTesterTransition(context));
-    }
-    context.RestartRequested.Set(false);
-    for (const OperationMode mode : {OperationMode::Calibration, OperationMode::Mode2, OperationMode(7)}) {
-        context.TesterMode.Set(mode);
-        QVERIFY(Guards::TesterOperationsToRestartingTesterTransition(context));
+    QFETCH(const QByteArray, conditions);
+    QFETCH(const QByteArray, cell);
+    QFETCH(const std::vector<int>, values);
+    for (const QByteArray& others : {QByteArray(), Noise}) {
+        for (const int value : RangeOf(cell)) {
+            StateMachineContext context(nullptr, nullptr, nullptr, nullptr, nullptr);
+            SetCells(context, others + ' ' + conditions);
+            SetCell(context, cell, static_cast<float>(value));
+            const CellLog cells(context);
+            const bool isListed = std::find(values.begin(), values.end(), value) != values.end();
+            QVERIFY2(guard(context) == isListed, cell + '=' + QByteArray::number(value) + ' ' + others);
+            QCOMPARE(cells.Changes(), QStringList{});
+        }
     }
 }
 
-void TestTransitions::UpdateRequestInANormalModeGoesToAwaitingButNotOnToUpdating()
+void TestTransitions::AbortEndsAnRCDTestAndLeavesAnErrorBehind_data()
 {
-    StateMachineContext context(nullptr, nullptr, nullptr, nullptr, nullptr);
-    context.UpdateRequested.Set(true);
-    QVERIFY(Guards::MonitoringToAwaitUpdateActionTransition(context));
-    QVERIFY(!Guards::AwaitUpdateActionToUpdatingTransition(context));
-}
-
-void TestTransitions::RCDSettingsGoToTheRCDModeAndHighVoltageSettingsToTheOrdinaryOne()
-{
-    StateMachineContext context(nullptr, nullptr, nullptr, nullptr, nullptr);
-    context.IsMeasurementModeActive.Set(true);
-    SetRCDSettings(context, 0);
-    QVERIFY(Guards::MonitoringToRCDMeasurementModeTransition(context));
-    QVERIFY(!Guards::MonitoringToMeasurementModeTransition(context));
-    SetSettingsType(context, MeasurementType::HVTest);
-    QVERIFY(!Guards::MonitoringToRCDMeasurementModeTransition(context));
-    QVERIFY(Guards::MonitoringToMeasurementModeTransition(context));
-}
-
-void TestTransitions::HighVoltageStartFiresItsOwnGuardAndNotTheContinuousOne()
-{
-    StateMachineContext context(nullptr, nullptr, nullptr, nullptr, nullptr);
-    SetSettingsType(context, MeasurementType::HVTest);
-    context.CurrentMeasurementType.Set(MeasurementType::HVTest);
-    context.MeasurementStatus.Set(MeasurementState::Running);
-    QVERIFY(Guards::StartingMeasurementToHVTestContinuousMeasurementRunningTransition(context));
-    QVERIFY(!Guards::StartingMeasurementToContinuousMeasurementRunningTransition(context));
-}
-
-void TestTransitions::HighVoltageSettingsWithAnotherCurrentTypeFireNeitherContinuousGuard()
-{
-    StateMachineContext context(nullptr, nullptr, nullptr, nullptr, nullptr);
-    SetSettingsType(context, MeasurementType::HVTest);
-    context.CurrentMeasurementType.Set(MeasurementType::RPE);
-    context.MeasurementStatus.Set(MeasurementState::Running);
-    QVERIFY(!Guards::StartingMeasurementToHVTestContinuousMeasurementRunningTransition(context));
-    QVERIFY(!Guards::StartingMeasurementToContinuousMeasurementRunningTransition(context));
-    QVERIFY(!Guards::StartingMeasurementToSingleMeasurementRunningTransition(context));
-}
-
-void TestTransitions::IECMeasurementWithAFirstValueOfZeroNeverStops()
-{
-    StateMachineContext context(nullptr, nullptr, nullptr, nullptr, nullptr);
-    context.CurrentMeasurementType.Set(MeasurementType::RLN);
-    context.NewMeasurement.Set(true);
-    context.MeasurementStatus.Set(MeasurementState::Measuring);
-    SetIECResults(context, 0.0F);
-    for (const int function : EveryFunctionState) {
-        context.MeasurementFunctionStatus.Set(static_cast<FunctionState>(function));
-        QVERIFY(!Guards::SingleMeasurementRunningToStoppingMeasurementTransition(context));
+    QTest::addColumn<Guard>("guard");
+    for (const Guard guard : {&Guards::RCDUbReMeasurementRunningToRCDMonitoringTransition,
+                              &Guards::RCDIaTaMeasurementRunningToRCDMonitoringTransition,
+                              &Guards::RCDIECIaTaMeasurementRunningToRCDMonitoringTransition}) {
+        QTest::newRow(qPrintable(NameOfGuard(guard))) << guard;
     }
-    SetIECResults(context, 0.5F); // Its whole number is 0; the value as it came decides.
-    QVERIFY(Guards::SingleMeasurementRunningToStoppingMeasurementTransition(context));
 }
 
-void TestTransitions::AbortedRCDMeasurementWithoutAnErrorLeaves521AndSignalsItOnce()
+void TestTransitions::AbortEndsAnRCDTestAndLeavesAnErrorBehind()
 {
-    StateMachineContext context(nullptr, nullptr, nullptr, nullptr, nullptr);
-    SetRCDSettings(context, 0);
-    context.AbortMeasurementRequested.Set(true);
-    const CellLog cells(context);
-    QVERIFY(Guards::RCDUbReMeasurementRunningToRCDMonitoringTransition(context));
-    QVERIFY(Guards::RCDUbReMeasurementRunningToRCDMonitoringTransition(context));
-    QCOMPARE(context.ErrorCode.Get(), Error::RCDDeviceError1);
-    QCOMPARE(cells.Changes(), QStringList{QStringLiteral("ErrorCode=521")});
-}
-
-void TestTransitions::AbortedRCDMeasurementKeepsAStoredError()
-{
-    StateMachineContext context(nullptr, nullptr, nullptr, nullptr, nullptr);
-    SetRCDSettings(context, 0);
-    context.AbortMeasurementRequested.Set(true);
-    context.ErrorCode.Set(Error::StartFailed);
-    QVERIFY(Guards::RCDUbReMeasurementRunningToRCDMonitoringTransition(context));
-    QCOMPARE(context.ErrorCode.Get(), Error::StartFailed);
-}
-
-void TestTransitions::PendingPreparationOfRLNHoldsTowardsTheRCDMode()
-{
-    StateMachineContext context(nullptr, nullptr, nullptr, nullptr, nullptr);
-    SetSettingsType(context, MeasurementType::RLN);
-    context.PrepareMeasurementRequested.Set(true);
-    QVERIFY(Guards::PreparingMeasurementToRCDMeasurementModeTransition(context));
+    QFETCH(const Guard, guard);
+    for (const int status : EveryStatus) {
+        for (const int error : {15, 3, 103, 521}) {
+            StateMachineContext context(nullptr, nullptr, nullptr, nullptr, nullptr);
+            SetCells(context, "AbortMeasurementRequested MeasurementStatus=" + QByteArray::number(status) +
+                                  " ErrorCode=" + QByteArray::number(error));
+            const CellLog cells(context);
+            QVERIFY(guard(context));
+            QVERIFY(guard(context)); // An error that is already there stays.
+            QCOMPARE(cells.Changes(), status != 7 && error == 15 ? Changes("ErrorCode=521") : QStringList{});
+        }
+    }
 }
 
 QTEST_GUILESS_MAIN(TestTransitions)
