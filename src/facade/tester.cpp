@@ -1,9 +1,8 @@
 #include <Vesmar/tester.h>
 
-#include <QDebug>
-
 #include "context/replaceowned.h"
 #include "context/statemachinecontext.h"
+#include "link/trace.h"
 #include "link/transciever.h"
 #include "machine/statemachine.h"
 #include "protocol/classification.h"
@@ -18,10 +17,11 @@ namespace
 
 void TraceOperation(const QString& text)
 {
-    qWarning().noquote() << QStringLiteral("\033[0;31m") + text + QStringLiteral("\033[0m");
+    Trace::WriteIn(Trace::Colour::Red, text);
 }
 
-/// The two single measurements by name, every other function by number.
+/// The text for the two single measurements ends with their name, that for every other function with its
+/// number.
 QString FunctionText(MeasurementType type, const QString& beforeName, const QString& beforeNumber)
 {
     switch (type) {
@@ -328,7 +328,7 @@ void Tester::UpdateMeasurementStatus()
 
 void Tester::UpdateMeasurementTime()
 {
-    qWarning("\033[0;34mMEASUREMENT TIME: %d\033[0m", MeasurementTime());
+    Trace::WriteIn(Trace::Colour::Blue, QStringLiteral("MEASUREMENT TIME: %1").arg(MeasurementTime()));
     Q_EMIT MeasurementTimeChanged(MeasurementTime());
 }
 
@@ -375,7 +375,7 @@ void Tester::ConnectCells()
     connect(&context.OperationStatus, &Notifible::ValueChanged, this, &Tester::UpdateOperationStatus);
 }
 
-/// Runs the step of both update states here, without a machine around them.
+/// Runs the step of each update state on this thread, without a machine around them.
 bool Tester::UpdateSynchronously()
 {
     StateMachineContext& context = Context();
@@ -383,7 +383,7 @@ bool Tester::UpdateSynchronously()
     context.GetTransciever()->Open();
     AwaitUpdateActionState(&context, nullptr).OnRunning();
     if (context.ErrorCode.Get() == Error::UpdateModeChangeFailed) {
-        return false; // The port stays open: the next `Enable()` or update takes it as it is.
+        return false; // The port stays open: the next `Enable()` or update uses it as it is.
     }
     context.ErrorCode.Set(Error::NoErrors);
     UpdatingState(&context, nullptr).OnRunning();

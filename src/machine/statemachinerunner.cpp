@@ -1,9 +1,9 @@
 #include "machine/statemachinerunner.h"
 
-#include <QDebug>
 #include <QThread>
 
 #include "context/statemachinecontext.h"
+#include "link/trace.h"
 #include "machine/transitionmap.h"
 #include "states/state.h"
 
@@ -77,7 +77,8 @@ State* StateMachineRunner::FindTransition(State* state) const
     for (State* level = state; level != nullptr; level = level->GetParentState()) {
         const auto transitions = _externalTransitions.constFind(level);
         if (transitions == _externalTransitions.constEnd()) {
-            qWarning("\033[0;31mNo transition map entry for a current state.\033[0m");
+            Trace::WriteIn(Trace::Colour::Red,
+                           QStringLiteral("No transition map entry for a current state."));
             return nullptr;
         }
         if (State* target = FirstThatHolds(*transitions, *_context)) {

@@ -1,9 +1,9 @@
 #include "states/update/awaitupdateactionstate.h"
 
-#include <QDebug>
 #include <QThread>
 
 #include "context/statemachinecontext.h"
+#include "link/trace.h"
 
 namespace Vesmar
 {
@@ -26,7 +26,7 @@ void AwaitUpdateActionState::OnRunning()
         return;
     }
     if (GetContext()->TesterMode.Get() == OperationMode::Update) {
-        qWarning("\033[0;31mTester is in update mode.\033[0m");
+        Trace::WriteIn(Trace::Colour::Red, QStringLiteral("Tester is in update mode."));
         return;
     }
     EnterUpdateMode();
@@ -36,10 +36,11 @@ void AwaitUpdateActionState::EnterUpdateMode()
 {
     if (!ChangeTesterMode(OperationMode::Update)) {
         GetContext()->ErrorCode.Set(Error::UpdateModeChangeFailed);
-        qWarning("\033[0;31mUPDATE ERROR - Tester mode could not be changed.\033[0m");
+        Trace::WriteIn(Trace::Colour::Red,
+                       QStringLiteral("UPDATE ERROR - Tester mode could not be changed."));
         return;
     }
-    qWarning("\033[0;31mChange tester mode to update.\033[0m");
+    Trace::WriteIn(Trace::Colour::Red, QStringLiteral("Change tester mode to update."));
     QThread::msleep(ModeChangePauseMs);
 }
 

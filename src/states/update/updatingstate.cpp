@@ -4,6 +4,7 @@
 #include <QThread>
 
 #include "link/commandbuilder.h"
+#include "link/trace.h"
 
 namespace Vesmar
 {
@@ -51,25 +52,25 @@ void UpdatingState::OnRunning()
 void UpdatingState::RunUpdate()
 {
     if (_update->image.size() % SectorSize != 0) {
-        Fail(Error::UpdateDataInvalid, "Update data is invalid.");
+        Fail(Error::UpdateDataInvalid, QStringLiteral("Update data is invalid."));
         return;
     }
     if (_update->confirmation.size() < ConfirmationSize) {
-        Fail(Error::UpdateConfirmationDataInvalid, "Update confirmation data is invalid.");
+        Fail(Error::UpdateConfirmationDataInvalid, QStringLiteral("Update confirmation data is invalid."));
         return;
     }
     if (!InitializeUpdate()) {
-        Fail(Error::UpdateInitializationFailed, "Update initialization error.");
+        Fail(Error::UpdateInitializationFailed, QStringLiteral("Update initialization error."));
         return;
     }
-    qWarning("\033[0;31mIinitialization update OK.\033[0m");
+    Trace::WriteIn(Trace::Colour::Red, QStringLiteral("Iinitialization update OK."));
     GetContext()->OperationStatus.Set(OperationState::InProgress);
     if (!ProgramImage(_update->image)) {
-        Fail(Error::UpdateInitializationFailed, "Sector data transfer issues.");
+        Fail(Error::UpdateInitializationFailed, QStringLiteral("Sector data transfer issues."));
         return;
     }
     if (!FinishUpdate()) {
-        Fail(Error::UpdateConfirmationFailed, "Confirmation error.");
+        Fail(Error::UpdateConfirmationFailed, QStringLiteral("Confirmation error."));
         return;
     }
     QThread::msleep(InstallationPauseMs);
@@ -115,10 +116,10 @@ bool UpdatingState::ProgramImage(const QByteArray& image)
     return true;
 }
 
-void UpdatingState::Fail(Error error, const char* message)
+void UpdatingState::Fail(Error error, const QString& message)
 {
     GetContext()->ErrorCode.Set(error);
-    qWarning("\033[0;31mUPDATE ERROR - %s\033[0m", message);
+    Trace::WriteIn(Trace::Colour::Red, QStringLiteral("UPDATE ERROR - ") + message);
 }
 
 } // namespace Vesmar

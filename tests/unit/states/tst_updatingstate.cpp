@@ -1,10 +1,9 @@
-#include <chrono>
 #include <functional>
 
-#include <QElapsedTimer>
 #include <QTest>
 
 #include "states/update/updatingstate.h"
+#include "unit/states/pauselog.h"
 #include "unit/states/updatewire.h"
 
 using Vesmar::Error;
@@ -27,8 +26,9 @@ const QString NotInitialized = Red(QStringLiteral("UPDATE ERROR - Update initial
 const QString SectorFailed = Red(QStringLiteral("UPDATE ERROR - Sector data transfer issues."));
 const QString NotConfirmed = Red(QStringLiteral("UPDATE ERROR - Confirmation error."));
 
-/// The state as the first step finds it, in update mode and with an update to make, at an instrument that
-/// takes everything and is back in normal mode afterwards. Nothing is sent a second time.
+/// The state before its first step, in update mode and with an update to make, and an instrument that accepts
+/// every exchange and is back in normal mode afterwards. Nothing is sent a second time, and no pause is
+/// waited for.
 struct Update : Engine {
     explicit Update(const QByteArray& image = Wire::Image(),
                     const QByteArray& confirmation = Wire::Confirmation)
@@ -39,7 +39,7 @@ struct Update : Engine {
         context.UpdateRequested.Set(true);
         context.TesterMode.Set(OperationMode::Update);
         context.OperationStatus.Set(OperationState::Started);
-        context.OperationProgress.Set(StaleProgress);
+        context.OperationProgress.Set(ProgressBefore);
         cells.Clear();
         log.Clear();
     }
@@ -53,8 +53,9 @@ struct Update : Engine {
         });
     }
 
-    static constexpr int StaleProgress = 77; ///< Of an earlier update.
+    static constexpr int ProgressBefore = 77; ///< That of an earlier update.
 
+    PauseLog pauses;
     UpdatingState state{&context, nullptr};
 };
 
@@ -75,41 +76,31 @@ class TestUpdatingState : public QObject
 private Q_SLOTS:
     void EntryWritesItsBannerAndStarts();
     void ExitWritesItsBannerWithdrawsTheRequestAndIsIdle();
-    void ExitKeepsTheError();
 
-    void WholeUpdateIsSentShownAndAnnounced();
+    void WholeUpdateIsSentAndReported();
     void ProgressIsTruncated_data();
     void ProgressIsTruncated();
-    void ProgressIsThatOfDoublePrecision();
-    void ConfirmationOfTwoBytesIsEnough();
+    void ProgressIsComputedInDoublePrecision();
     void EmptyImageHasNoSector();
-    void StepWorksOnTheDataThatItBeganWith();
+    void StepUsesTheDataThatItBeganWith();
 
     void InvalidDataSendsNothing_data();
     void InvalidDataSendsNothing();
-    void FailedInitializationEndsTheUpdate_data();
-    void FailedInitializationEndsTheUpdate();
-    void FailedSectorEndsTheUpdateWithoutAFinish_data();
-    void FailedSectorEndsTheUpdateWithoutAFinish();
-    void FailedConfirmationEndsTheUpdate_data();
-    void FailedConfirmationEndsTheUpdate();
+    void FailedExchangeEndsTheUpdate_data();
+    void FailedExchangeEndsTheUpdate();
     void RefusedSectorIsSentThreeTimesAndKeepsTheProgress();
-    void SectorThatIsTakenTheSecondTimeIsNoFailure();
+    void SectorThatIsAcceptedTheSecondTimeIsNoFailure();
     void FailureReplacesAnErrorThatIsPending_data();
     void FailureReplacesAnErrorThatIsPending();
     void FailedStatusAtTheEndLeavesTheUpdateFinished();
     void NextStepRunsTheWholeUpdateAgain();
 
-    void InitializeUpdateTakesDataAlone_data();
-    void InitializeUpdateTakesDataAlone();
-    void SectorAndConfirmationTakeTheAcknowledgeAlone_data();
-    void SectorAndConfirmationTakeTheAcknowledgeAlone();
-    void EveryExchangeFailsOnAClosedPort_data();
-    void EveryExchangeFailsOnAClosedPort();
-    void SectorGoesOutAsItIs_data();
-    void SectorGoesOutAsItIs();
-    void ConfirmationsLastTwoBytesGoOut_data();
-    void ConfirmationsLastTwoBytesGoOut();
+    void ExchangeAcceptsItsOwnAnswerAlone_data();
+    void ExchangeAcceptsItsOwnAnswerAlone();
+    void SectorIsSentAsItIs_data();
+    void SectorIsSentAsItIs();
+    void LastTwoBytesOfTheConfirmationAreSent_data();
+    void LastTwoBytesOfTheConfirmationAreSent();
 };
 
 void TestUpdatingState::EntryWritesItsBannerAndStarts()
@@ -130,21 +121,13 @@ void TestUpdatingState::ExitWritesItsBannerWithdrawsTheRequestAndIsIdle()
         Changes("UpdateRequested=0 OperationStatus=0"));
 }
 
-void TestUpdatingState::ExitKeepsTheError()
+void TestUpdatingState::WholeUpdateIsSentAndReported()
 {
     Update update;
-    update.context.ErrorCode.Set(Error::UpdateInitializationFailed);
-    update.state.OnExit();
-    QCOMPARE(static_cast<int>(update.context.ErrorCode.Get()), 303);
-}
-
-void TestUpdatingState::WholeUpdateIsSentShownAndAnnounced()
-{
-    Update update;
-    std::chrono::steady_clock::time_point finished;
+    QString pausesWhenFinished;
     QObject::connect(&update.context.OperationStatus, &Vesmar::Notifible::ValueChanged, this, [&]() {
         if (update.context.OperationStatus.Get() == OperationState::Finished) {
-            finished = std::chrono::steady_clock::now();
+            pausesWhenFinished = update.pauses.Text();
         }
     });
     update.state.OnRunning();
@@ -152,10 +135,7 @@ void TestUpdatingState::WholeUpdateIsSentShownAndAnnounced()
     QCOMPARE(update.peer.RequestBytes(),
              (QList<QByteArray>{Wire::Initialize, Wire::SectorFrame(0), Wire::SectorFrame(1),
                                 Wire::SectorFrame(2), Wire::Finish, Wire::Status}));
-    for (const int sector : {1, 2, 3}) {
-        QVERIFY(update.GapAfter(sector) >= std::chrono::milliseconds(100));
-    }
-    QVERIFY(finished - update.peer.Requests().at(4).received >= std::chrono::milliseconds(2500));
+    QCOMPARE(pausesWhenFinished, QStringLiteral("100 100 100 2500"));
     QCOMPARE(update.cells.Changes(),
              Changes("OperationStatus=2 OperationProgress=0 OperationProgress=33 OperationProgress=66 "
                      "OperationProgress=100") +
@@ -186,29 +166,19 @@ void TestUpdatingState::ProgressIsTruncated()
     QFETCH(const int, sectors);
     QFETCH(const QStringList, progress);
     Update update(Wire::Sector(0).repeated(sectors));
-    update.AnswerInstead(Wire::Finish, Wire::Refusal); // Saves the long pause.
     update.state.OnRunning();
-    QCOMPARE(update.Commands(), 'V' + QByteArray(sectors, 'F') + 'Z');
+    QCOMPARE(update.Commands(), 'V' + QByteArray(sectors, 'F') + "Zs");
     QCOMPARE(update.cells.Changes().filter(QStringLiteral("OperationProgress")), progress);
 }
 
 /// In double precision 29 of 50 are a little less than 58 per cent.
-void TestUpdatingState::ProgressIsThatOfDoublePrecision()
+void TestUpdatingState::ProgressIsComputedInDoublePrecision()
 {
     Update update(Wire::Sector(0).repeated(29) + Wire::Sector(1) + Wire::Sector(0).repeated(20));
     update.AnswerInstead(Wire::SectorFrame(1), Wire::Refusal);
     update.state.OnRunning();
     QCOMPARE(update.Commands(), 'V' + QByteArray(30, 'F'));
     QCOMPARE(update.context.OperationProgress.Get(), 57);
-}
-
-void TestUpdatingState::ConfirmationOfTwoBytesIsEnough()
-{
-    Update update(Wire::Sector(0), Wire::Bytes("abcd"));
-    update.AnswerInstead(Wire::Finish, Wire::Refusal);
-    update.state.OnRunning();
-    QCOMPARE(update.peer.RequestBytes(),
-             (QList<QByteArray>{Wire::Initialize, Wire::SectorFrame(0), Wire::Finish}));
 }
 
 void TestUpdatingState::EmptyImageHasNoSector()
@@ -220,7 +190,7 @@ void TestUpdatingState::EmptyImageHasNoSector()
     QCOMPARE(Announcements(update.log), QStringList{Initialized});
 }
 
-void TestUpdatingState::StepWorksOnTheDataThatItBeganWith()
+void TestUpdatingState::StepUsesTheDataThatItBeganWith()
 {
     Update update(Wire::Sector(0) + Wire::Sector(1));
     QMap<char, QByteArray> answers = Wire::UpdateAnswers(Wire::IdleStatus);
@@ -265,66 +235,37 @@ void TestUpdatingState::InvalidDataSendsNothing()
     QCOMPARE(update.log.Texts(), QStringList{text});
 }
 
-static void AddAnswersThatAreNoAcknowledge()
+void TestUpdatingState::FailedExchangeEndsTheUpdate_data()
 {
-    QTest::addColumn<QByteArray>("answer");
-    QTest::newRow("refused") << Wire::Refusal;
-    QTest::newRow("data") << Wire::InitializeAnswer;
-    QTest::newRow("damaged") << Wire::Damaged;
+    QTest::addColumn<QByteArray>("frame");
+    QTest::addColumn<QByteArray>("sent");
+    QTest::addColumn<QStringList>("changes");
+    QTest::addColumn<QStringList>("announcements");
+    const QStringList begun = Changes("OperationStatus=2 OperationProgress=0");
+    QTest::newRow("initialization") << Wire::Initialize << QByteArray("V")
+                                    << Changes("CommunicationError=1 ErrorCode=303")
+                                    << QStringList{NotInitialized};
+    QTest::newRow("sector") << Wire::SectorFrame(0) << QByteArray("VF")
+                            << begun + Changes("CommunicationError=1 ErrorCode=303")
+                            << QStringList{Initialized, SectorFailed};
+    QTest::newRow("confirmation") << Wire::Finish << QByteArray("VFZ")
+                                  << begun +
+                                         Changes("OperationProgress=100 CommunicationError=1 ErrorCode=304")
+                                  << QStringList{Initialized, Progress(100), NotConfirmed};
 }
 
-void TestUpdatingState::FailedInitializationEndsTheUpdate_data()
+void TestUpdatingState::FailedExchangeEndsTheUpdate()
 {
-    QTest::addColumn<QByteArray>("answer");
-    QTest::newRow("refused") << Wire::Refusal;
-    QTest::newRow("acknowledged") << Wire::Acknowledge;
-    QTest::newRow("damaged") << Wire::Damaged;
-}
-
-void TestUpdatingState::FailedInitializationEndsTheUpdate()
-{
-    QFETCH(const QByteArray, answer);
-    Update update;
-    update.AnswerInstead(Wire::Initialize, answer);
-    update.state.OnRunning();
-    QCOMPARE(update.peer.RequestBytes(), QList<QByteArray>{Wire::Initialize});
-    QCOMPARE(update.cells.Changes(), Changes("CommunicationError=1 ErrorCode=303"));
-    QCOMPARE(Announcements(update.log), QStringList{NotInitialized});
-}
-
-void TestUpdatingState::FailedSectorEndsTheUpdateWithoutAFinish_data()
-{
-    AddAnswersThatAreNoAcknowledge();
-}
-
-void TestUpdatingState::FailedSectorEndsTheUpdateWithoutAFinish()
-{
-    QFETCH(const QByteArray, answer);
-    Update update;
-    update.AnswerInstead(Wire::SectorFrame(0), answer);
-    update.state.OnRunning();
-    QCOMPARE(update.peer.RequestBytes(), (QList<QByteArray>{Wire::Initialize, Wire::SectorFrame(0)}));
-    QCOMPARE(update.cells.Changes(),
-             Changes("OperationStatus=2 OperationProgress=0 CommunicationError=1 ErrorCode=303"));
-    QCOMPARE(Announcements(update.log), (QStringList{Initialized, SectorFailed}));
-}
-
-void TestUpdatingState::FailedConfirmationEndsTheUpdate_data()
-{
-    AddAnswersThatAreNoAcknowledge();
-}
-
-void TestUpdatingState::FailedConfirmationEndsTheUpdate()
-{
-    QFETCH(const QByteArray, answer);
+    QFETCH(const QByteArray, frame);
+    QFETCH(const QByteArray, sent);
+    QFETCH(const QStringList, changes);
+    QFETCH(const QStringList, announcements);
     Update update(Wire::Sector(0));
-    update.AnswerInstead(Wire::Finish, answer);
+    update.AnswerInstead(frame, Wire::Refusal);
     update.state.OnRunning();
-    QCOMPARE(update.peer.RequestBytes(),
-             (QList<QByteArray>{Wire::Initialize, Wire::SectorFrame(0), Wire::Finish}));
-    QCOMPARE(update.cells.Changes(), Changes("OperationStatus=2 OperationProgress=0 OperationProgress=100 "
-                                             "CommunicationError=1 ErrorCode=304"));
-    QCOMPARE(Announcements(update.log), (QStringList{Initialized, Progress(100), NotConfirmed}));
+    QCOMPARE(update.Commands(), sent);
+    QCOMPARE(update.cells.Changes(), changes);
+    QCOMPARE(Announcements(update.log), announcements);
 }
 
 void TestUpdatingState::RefusedSectorIsSentThreeTimesAndKeepsTheProgress()
@@ -342,7 +283,7 @@ void TestUpdatingState::RefusedSectorIsSentThreeTimesAndKeepsTheProgress()
     QCOMPARE(update.context.OperationProgress.Get(), 33);
 }
 
-void TestUpdatingState::SectorThatIsTakenTheSecondTimeIsNoFailure()
+void TestUpdatingState::SectorThatIsAcceptedTheSecondTimeIsNoFailure()
 {
     Update update(Wire::Sector(0) + Wire::Sector(1));
     update.transciever.SetMaxRetransmissions(2);
@@ -395,7 +336,7 @@ void TestUpdatingState::FailedStatusAtTheEndLeavesTheUpdateFinished()
     QCOMPARE(Announcements(update.log), (QStringList{Initialized, Progress(100)}));
 }
 
-/// As long as nothing leads out of the state.
+/// This happens as long as no transition leads out of the state.
 void TestUpdatingState::NextStepRunsTheWholeUpdateAgain()
 {
     Update update(Wire::Sector(0));
@@ -410,75 +351,43 @@ void TestUpdatingState::NextStepRunsTheWholeUpdateAgain()
     QVERIFY(update.context.UpdateRequested.Get());
 }
 
-void TestUpdatingState::InitializeUpdateTakesDataAlone_data()
-{
-    QTest::addColumn<QByteArray>("answer");
-    QTest::addColumn<bool>("isTaken");
-    QTest::newRow("a byte") << Wire::Bytes("07009799") << true;
-    QTest::newRow("a status, which is not looked at") << Wire::FaultyUpdateModeStatus << true;
-    QTest::newRow("acknowledged") << Wire::Acknowledge << false;
-    QTest::newRow("refused") << Wire::Refusal << false;
-    QTest::newRow("damaged") << Wire::Damaged << false;
-}
-
-void TestUpdatingState::InitializeUpdateTakesDataAlone()
-{
-    QFETCH(const QByteArray, answer);
-    QFETCH(const bool, isTaken);
-    Update update;
-    update.peer.AnswerAlways(answer);
-    QCOMPARE(update.state.InitializeUpdate(), isTaken);
-    QCOMPARE(update.peer.RequestBytes(), QList<QByteArray>{Wire::Initialize});
-    QCOMPARE(update.cells.Changes(), isTaken ? QStringList{} : Changes("CommunicationError=1"));
-}
-
-static void AddCommands()
-{
-    QTest::newRow("sector") << Exchange(
-        [](UpdatingState& state) { return state.ProgramFlashSector(Wire::Sector(0)); });
-    QTest::newRow("confirmation") << Exchange([](UpdatingState& state) { return state.FinishUpdate(); });
-}
-
-void TestUpdatingState::SectorAndConfirmationTakeTheAcknowledgeAlone_data()
+void TestUpdatingState::ExchangeAcceptsItsOwnAnswerAlone_data()
 {
     QTest::addColumn<Exchange>("exchange");
-    AddCommands();
+    QTest::addColumn<bool>("isAnsweredByData");
+    QTest::newRow("initialization") << Exchange([](UpdatingState& state) { return state.InitializeUpdate(); })
+                                    << true;
+    QTest::newRow("sector") << Exchange([](UpdatingState& state) {
+        return state.ProgramFlashSector(Wire::Sector(0));
+    }) << false;
+    QTest::newRow("confirmation") << Exchange([](UpdatingState& state) { return state.FinishUpdate(); })
+                                  << false;
 }
 
-void TestUpdatingState::SectorAndConfirmationTakeTheAcknowledgeAlone()
+void TestUpdatingState::ExchangeAcceptsItsOwnAnswerAlone()
 {
     QFETCH(const Exchange, exchange);
-    for (const QByteArray& answer : {Wire::Refusal, Wire::InitializeAnswer, Wire::Damaged}) {
-        Update update;
+    QFETCH(const bool, isAnsweredByData);
+    Update update;
+    const auto compare = [&](const QByteArray& answer, bool isAccepted) {
         update.peer.AnswerAlways(answer);
-        QVERIFY(!exchange(update.state));
-        QCOMPARE(update.cells.Changes(), Changes("CommunicationError=1"));
-    }
-    Update update;
-    update.peer.AnswerAlways(Wire::Acknowledge);
-    QVERIFY(exchange(update.state));
-    QCOMPARE(update.cells.Changes(), QStringList{});
-}
-
-void TestUpdatingState::EveryExchangeFailsOnAClosedPort_data()
-{
-    QTest::addColumn<Exchange>("exchange");
-    QTest::newRow("initialization") << Exchange(
-        [](UpdatingState& state) { return state.InitializeUpdate(); });
-    AddCommands();
-}
-
-void TestUpdatingState::EveryExchangeFailsOnAClosedPort()
-{
-    QFETCH(const Exchange, exchange);
-    Update update;
+        update.context.CommunicationError.Set(false);
+        update.cells.Clear();
+        QCOMPARE(exchange(update.state), isAccepted);
+        QCOMPARE(update.cells.Changes(), isAccepted ? QStringList{} : Changes("CommunicationError=1"));
+    };
+    compare(Wire::InitializeAnswer, isAnsweredByData);
+    compare(Wire::FaultyUpdateModeStatus, isAnsweredByData); // The data are not read.
+    compare(Wire::Acknowledge, !isAnsweredByData);
+    compare(Wire::Refusal, false);
+    compare(Wire::Damaged, false);
     update.transciever.Close();
-    QVERIFY(!exchange(update.state));
-    QCOMPARE(update.cells.Changes(), Changes("CommunicationError=1"));
+    update.peer.ClearRequests();
+    compare(Wire::Acknowledge, false);
     QCOMPARE(update.Commands(), QByteArray());
 }
 
-void TestUpdatingState::SectorGoesOutAsItIs_data()
+void TestUpdatingState::SectorIsSentAsItIs_data()
 {
     QTest::addColumn<QByteArray>("sector");
     QTest::addColumn<QByteArray>("frame");
@@ -487,7 +396,7 @@ void TestUpdatingState::SectorGoesOutAsItIs_data()
     QTest::newRow("none") << QByteArray() << Wire::Bytes("460228");
 }
 
-void TestUpdatingState::SectorGoesOutAsItIs()
+void TestUpdatingState::SectorIsSentAsItIs()
 {
     QFETCH(const QByteArray, sector);
     QFETCH(const QByteArray, frame);
@@ -496,7 +405,7 @@ void TestUpdatingState::SectorGoesOutAsItIs()
     QCOMPARE(update.peer.RequestBytes(), QList<QByteArray>{frame});
 }
 
-void TestUpdatingState::ConfirmationsLastTwoBytesGoOut_data()
+void TestUpdatingState::LastTwoBytesOfTheConfirmationAreSent_data()
 {
     QTest::addColumn<QByteArray>("confirmation");
     QTest::addColumn<QByteArray>("frame");
@@ -505,7 +414,7 @@ void TestUpdatingState::ConfirmationsLastTwoBytesGoOut_data()
     QTest::newRow("a whole image") << Wire::Image() + Wire::Bytes("abcd") << Wire::Finish;
 }
 
-void TestUpdatingState::ConfirmationsLastTwoBytesGoOut()
+void TestUpdatingState::LastTwoBytesOfTheConfirmationAreSent()
 {
     QFETCH(const QByteArray, confirmation);
     QFETCH(const QByteArray, frame);

@@ -9,10 +9,10 @@ namespace Wire
 inline const QByteArray ChangeToUpdate = Bytes("780393b1");
 inline const QByteArray Initialize = Bytes("56333a");
 
-/// What an instrument tells of itself at the beginning of an update; nobody looks at it.
+/// The answer to the first frame of an update, whose content is never read.
 inline const QByteArray InitializeAnswer = Bytes("01027313");
 
-/// No function, no error, start test 0, as `IdleStatus`.
+/// These statuses are `IdleStatus` in the other modes: no function, no error, start test 0.
 inline const QByteArray CalibrationModeStatus = Bytes("20f0f9e9");
 inline const QByteArray Mode2Status = Bytes("40f0d3e2");
 inline const QByteArray UpdateModeStatus = Bytes("60f035e4");
@@ -20,7 +20,7 @@ inline const QByteArray UpdateModeStatus = Bytes("60f035e4");
 inline const QByteArray FaultyStatus = Bytes("0050f55a");
 inline const QByteArray FaultyUpdateModeStatus = Bytes("6050df51");
 
-/// Sixteen bytes of each of three sectors, repeated in it throughout. The last ones hold the short answers
+/// Each of three sectors repeats one of these patterns of 16 bytes. The last pattern holds the short answers
 /// and requests of the line.
 inline const QByteArray SectorPatterns[] = {Bytes("000102030405060708090a0b0c0d0e0f"),
                                             Bytes("f0e1d2c3b4a5968778695a4b3c2d1e0f"),
@@ -46,7 +46,7 @@ inline QByteArray Image()
 inline const QByteArray Confirmation = Bytes("00112233abcd");
 inline const QByteArray Finish = Bytes("5aabcd6a50"); ///< The confirmation's last two bytes.
 
-/// What a sound instrument answers, with this status.
+/// The answers of an instrument without a fault, with this status.
 inline QMap<char, QByteArray> UpdateAnswers(const QByteArray& status)
 {
     return {
@@ -55,7 +55,7 @@ inline QMap<char, QByteArray> UpdateAnswers(const QByteArray& status)
 
 } // namespace Wire
 
-/// What was told of an update, without the exchanges and the statuses. All but the progress are red.
+/// The lines of the log without those of the exchanges and of the statuses.
 inline QStringList Announcements(const LogCapture& log)
 {
     QStringList texts;
