@@ -6,7 +6,8 @@
 namespace Vesmar
 {
 
-/// Cuts the fraction off. What an int cannot hold ends at its limits, and what is not a number is 0.
+/// The value without its fraction. A value that an int cannot hold becomes the limit that is nearer, and one
+/// that is not a number becomes 0.
 inline int Truncate(float value)
 {
     using Limits = std::numeric_limits<int>;

@@ -78,13 +78,19 @@ int OptionIn(unsigned byte, unsigned shift)
     return static_cast<int>((byte >> shift) & Mask);
 }
 
-RCDOptions DecodeRCDOptions(unsigned code, unsigned options)
+RCDOptions DecodeRCDOptions(unsigned typeByte, unsigned optionsByte)
 {
-    return {OptionIn(options, ModeShift),    OptionIn(options, QuantityShift), OptionIn(options, PhaseShift),
-            OptionIn(options, CurrentShift), OptionIn(code, TypeShift),        (code & LNSwapped) != 0};
+    RCDOptions options{};
+    options.mode = OptionIn(optionsByte, ModeShift);
+    options.phase = OptionIn(optionsByte, PhaseShift);
+    options.quantity = OptionIn(optionsByte, QuantityShift);
+    options.current = OptionIn(optionsByte, CurrentShift);
+    options.type = OptionIn(typeByte, TypeShift);
+    options.isLNSwapped = (typeByte & LNSwapped) != 0;
+    return options;
 }
 
-float DecodeRe(const QByteArray& payload)
+float DecodeReOfSettings(const QByteArray& payload)
 {
     return payload.size() == PreparePayloadSize ? qFromLittleEndian<float>(payload.constData() + RePosition)
                                                 : MeasurementResults::NoValue;
@@ -187,7 +193,7 @@ std::optional<PreparePayload> DecodePayload(const QByteArray& payload)
         function = MeasurementType::IEC;
     }
     return PreparePayload{function, ByteAt(payload, 1) != TimeNotSet, static_cast<int>(code),
-                          DecodeRCDOptions(code, ByteAt(payload, 3)), DecodeRe(payload)};
+                          DecodeRCDOptions(code, ByteAt(payload, 3)), DecodeReOfSettings(payload)};
 }
 
 } // namespace Vesmar
