@@ -146,7 +146,7 @@ bool State::Send(const QByteArray& frame)
     return RaiseErrorUnless(Query(frame).result == QueryResult::Acknowledged);
 }
 
-/// The answer to a read request; null if no data came.
+/// The answer to a read request. It is null if no data came.
 std::unique_ptr<QByteArray> State::Read(const QByteArray& frame)
 {
     Answer answer = Query(frame);

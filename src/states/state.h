@@ -16,7 +16,7 @@ namespace Vesmar
 
 class StateMachineContext;
 
-/// What came of an exchange: a `QueryResult`, and the answer, null when the port is closed.
+/// The outcome of an exchange: a `QueryResult`, and the answer, which is null when the port is closed.
 struct Answer {
     int result;
     std::unique_ptr<QByteArray> response;
@@ -25,8 +25,9 @@ struct Answer {
 /// The base of every state: the three hooks that the runner calls, and one operation for each exchange with
 /// the instrument.
 ///
-/// A state owns nothing; the runner owns the states. Hooks and requests run on the worker's thread. A request
-/// that fails, for whatever reason, raises `CommunicationError` and returns false; none ever clears it.
+/// A state owns nothing; the runner owns the states. Hooks and requests run on the worker's thread, except
+/// for an update without a machine, which runs on the application's. A request that fails, for whatever
+/// reason, raises `CommunicationError` and returns false. No request clears `CommunicationError`.
 class State : public QObject
 {
     Q_OBJECT
@@ -61,23 +62,24 @@ public:
     bool StartMeasurement();
     bool StopMeasurement();
 
-    /// Stores the error unless another one is pending: the first one reported stays.
+    /// Stores the error in `ErrorCode` unless that holds one already.
     void ReportError(Error error);
 
 protected:
     /// Writes a blue line that tells what the state is doing.
     static void TraceBanner(const char* text);
 
-    /// One exchange, with retransmissions.
+    /// Runs one exchange, with retransmissions.
     Answer Query(const QByteArray& frame);
-    /// One exchange without any, and with so long to answer.
+    /// Runs one exchange without retransmissions, in which the instrument has this time to answer.
     Answer QueryOnce(const QByteArray& frame, int timeoutMs);
-    /// Sends a read request whose answer's contents do not matter.
+    /// Sends a read request, and ignores the contents of the answer.
     bool Fetch(const QByteArray& frame);
     /// Sends a command, which the instrument answers with an acknowledge.
     bool Send(const QByteArray& frame);
 
-    /// Forgets every request of a measurement, and measurement mode: the application has to ask anew.
+    /// Withdraws every request of a measurement and leaves measurement mode, for which the application has to
+    /// ask anew.
     void ClearMeasurementRequests();
 
 private:

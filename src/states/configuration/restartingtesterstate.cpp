@@ -26,7 +26,7 @@ void RestartingTesterState::OnRunning()
     GetContext()->RestartRequested.Set(false);
     QThread::msleep(RestartPauseMs);
     if (!IsWorkingMode(GetContext()->TesterMode.Get())) {
-        // Only a status shows where the instrument now is; without it the machine would restart for ever.
+        // Only a status tells the new mode. Without it the machine would restart the instrument for ever.
         RequestStatus();
     }
     GetContext()->CommunicationError.Set(false);

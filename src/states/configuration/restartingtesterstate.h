@@ -7,9 +7,9 @@ namespace Vesmar
 
 /// Puts the instrument back into its normal mode, which restarts it.
 ///
-/// Sends the mode change and, when the mode that led here is none that the library works in, a status request
-/// afterwards. Clears `RestartRequested`, and `CommunicationError`, so that what failed during the restart
-/// does not start link recovery. One step, then back to the root.
+/// Sends the mode change and, when the instrument was in a mode that the library does not work in, a status
+/// request afterwards. Clears `RestartRequested`, and `CommunicationError`, so that a request that failed
+/// during the restart does not start link recovery. Left for the root of the states after one step.
 class RestartingTesterState : public State
 {
 public:

@@ -10,8 +10,8 @@ namespace Vesmar
 namespace
 {
 
-constexpr unsigned long CalibrationModePauseMs = 500;
-constexpr unsigned long RestartPauseMs = 2000;
+constexpr unsigned long PauseInCalibrationModeMs = 500;
+constexpr unsigned long PauseAfterCalibrationModeMs = 2000;
 
 } // namespace
 
@@ -22,26 +22,26 @@ TesterConfigurationState::TesterConfigurationState(StateMachineContext* context,
 
 void TesterConfigurationState::OnRunning()
 {
-    // The first one that fails ends the step.
-    const bool isServed = ServeDeviceInformation() && ServeCurrentDateTimeConfiguration() &&
-                          ServeCalibrationDateTimeConfiguration() && ServeCurrentDateTime();
-    if (isServed) {
-        ServeCalibrationDateTime();
+    // The first request that fails ends the step.
+    const bool isLinkGood = ReadDeviceInformationIfRequested() && WriteCurrentDateTimeIfRequested() &&
+                            WriteCalibrationDateTimeIfRequested() && ReadCurrentDateTimeIfRequested();
+    if (isLinkGood) {
+        ReadCalibrationDateTimeIfRequested();
     }
 }
 
-bool TesterConfigurationState::ServeDeviceInformation()
+bool TesterConfigurationState::ReadDeviceInformationIfRequested()
 {
     return !GetContext()->DeviceInformationRequested.TestAndClear() || RequestVersion();
 }
 
-bool TesterConfigurationState::ServeCurrentDateTimeConfiguration()
+bool TesterConfigurationState::WriteCurrentDateTimeIfRequested()
 {
     return !GetContext()->CurrentDateTimeConfigurationRequested.TestAndClear() ||
            ConfigureCurrentDateTime(GetContext()->CurrentDateTime.Get());
 }
 
-bool TesterConfigurationState::ServeCalibrationDateTimeConfiguration()
+bool TesterConfigurationState::WriteCalibrationDateTimeIfRequested()
 {
     if (!GetContext()->CalibrationDateTimeConfigurationRequested.TestAndClear()) {
         return true;
@@ -49,23 +49,23 @@ bool TesterConfigurationState::ServeCalibrationDateTimeConfiguration()
     if (!ChangeTesterMode(OperationMode::Calibration)) {
         return false;
     }
-    QThread::msleep(CalibrationModePauseMs);
+    QThread::msleep(PauseInCalibrationModeMs);
     if (!ConfigureCalibrationDateTime(GetContext()->CalibrationDateTime.Get())) {
-        return false; // Still in calibration mode, out of which the machine restarts the instrument.
+        return false; // The instrument stays in calibration mode, and the machine restarts it.
     }
     if (!ChangeTesterMode(OperationMode::Normal)) {
         return false;
     }
-    QThread::msleep(RestartPauseMs);
+    QThread::msleep(PauseAfterCalibrationModeMs);
     return true;
 }
 
-bool TesterConfigurationState::ServeCurrentDateTime()
+bool TesterConfigurationState::ReadCurrentDateTimeIfRequested()
 {
     return !GetContext()->CurrentDateTimeRequested.TestAndClear() || RequestCurrentDateTime();
 }
 
-void TesterConfigurationState::ServeCalibrationDateTime()
+void TesterConfigurationState::ReadCalibrationDateTimeIfRequested()
 {
     if (GetContext()->CalibrationDateTimeRequested.TestAndClear()) {
         RequestCalibrationDateTime();

@@ -5,12 +5,12 @@
 namespace Vesmar
 {
 
-/// Serves the one-shot requests: device information and both dates, read and written, in one step.
+/// Carries out the requests for device information and for reading and writing both dates, all in one step.
 ///
-/// Each request's flag is cleared before its frame goes out, so a request that fails is not repeated; the
-/// later ones then wait for a later step. Sends version, the two date reads and the two date writes, the
-/// calibration date between a change to calibration mode and one back. Left for monitoring when no request is
-/// pending.
+/// Sends version, the two date writes and the two date reads, in this order. The calibration date is written
+/// between a change to calibration mode and one back. Clears the flag of a request before its frame goes out,
+/// so that a request that fails is not repeated; the requests after it wait for a later step. Left for
+/// monitoring when no request is pending.
 class TesterConfigurationState : public State
 {
 public:
@@ -19,11 +19,11 @@ public:
     void OnRunning() override;
 
 private:
-    bool ServeDeviceInformation();
-    bool ServeCurrentDateTimeConfiguration();
-    bool ServeCalibrationDateTimeConfiguration();
-    bool ServeCurrentDateTime();
-    void ServeCalibrationDateTime();
+    bool ReadDeviceInformationIfRequested();
+    bool WriteCurrentDateTimeIfRequested();
+    bool WriteCalibrationDateTimeIfRequested();
+    bool ReadCurrentDateTimeIfRequested();
+    void ReadCalibrationDateTimeIfRequested();
 };
 
 } // namespace Vesmar

@@ -15,7 +15,7 @@ namespace
 
 constexpr int CheckTimeoutMs = 500;
 constexpr unsigned MaxAttempts = 10;
-constexpr unsigned long RestartPauseMs = 3000;
+constexpr unsigned long ModeResetPauseMs = 3000;
 
 } // namespace
 
@@ -55,7 +55,7 @@ int CommunicationRecoveryState::CheckStatus()
     return answer.result;
 }
 
-/// The codes of a link that is given up stay; any other one gives way.
+/// Error 103 replaces every error but 100 to 102, which say why the link was given up.
 void CommunicationRecoveryState::ReportRecovery()
 {
     const Error present = GetContext()->ErrorCode.Get();
@@ -89,7 +89,7 @@ void CommunicationRecoveryState::ResetModeOnceOrReport(Error error)
         return;
     }
     ChangeTesterMode(OperationMode::Normal);
-    QThread::msleep(RestartPauseMs);
+    QThread::msleep(ModeResetPauseMs);
     _isModeResetDone = true;
     _attempts = 0;
 }

@@ -5,10 +5,11 @@
 namespace Vesmar
 {
 
-/// Reads who the instrument is and what time it has, once after every start or recovery of the link.
+/// Reads the instrument's identity and dates, once after every start or recovery of the link.
 ///
-/// Sends status and version, and in the normal mode both dates. Clears every measurement request and
-/// `IsMeasurementModeActive` on entry. One step, then monitoring, or the update states when an update is due.
+/// Sends status and version, and in the normal mode the reads of both dates. Clears every measurement request
+/// and `IsMeasurementModeActive` on entry. Left after one step, for the update states when an update is
+/// requested or the instrument is in update mode, otherwise for monitoring.
 class InitializationState : public State
 {
 public:

@@ -5,10 +5,10 @@
 namespace Vesmar
 {
 
-/// The idle state: polls the status and fetches the mains readings that the instrument takes while idle.
+/// The idle state: it polls the status and reads the mains readings that the instrument measures while idle.
 ///
-/// Sends status on every step, then either stop, on and on while the instrument runs a function that nobody
-/// here started, or a read of the readings when there are new ones. Left for configuration, for the update
+/// Sends status on every step. After it, sends stop as long as the instrument runs a function, which nobody
+/// here started, or reads the readings when there are new ones. Left for configuration, for the update
 /// states, and for measurement mode.
 class MonitoringState : public State
 {

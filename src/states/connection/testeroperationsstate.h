@@ -5,11 +5,11 @@
 namespace Vesmar
 {
 
-/// The root of everything the tester does while the link is good. It only passes on.
+/// The root of all states in which the link is good.
 ///
-/// Sends nothing. Left at once for initialization; from here and from everything below it the machine leaves
-/// for link recovery when `CommunicationError` is raised, and for a restart when one is asked for or the
-/// instrument is in a mode that the library does not work in.
+/// Sends nothing. Left at once for initialization. From here and from every state below it, the machine
+/// leaves for link recovery when `CommunicationError` is raised, and for a restart when one is requested or
+/// the instrument is in a mode that the library does not work in.
 class TesterOperationsState : public State
 {
 public:

@@ -41,7 +41,7 @@ void AbortingMeasurementState::OnRunning()
     }
 }
 
-/// A start that comes with a preparation of its own is for the next function.
+/// A start that was requested together with a preparation is meant for the next function, and stays.
 void AbortingMeasurementState::DropStartOfAbortedFunction()
 {
     if (GetContext()->StartMeasurementRequested.Get() && !GetContext()->PrepareMeasurementRequested.Get()) {

@@ -7,10 +7,10 @@ namespace Vesmar
 
 /// Ends an abandoned measurement on the instrument.
 ///
-/// Sends status on every step, and stop while the function still runs. Stops the measurement timer and clears
-/// `IsMeasurementRunning`. Sets `MeasurementStatus` to `Stopping`, then `Stopped` when the instrument reports
-/// the function over, and drops a start that arrived for it, which leaves the state for measurement mode.
-/// Clears `AbortMeasurementRequested` on exit.
+/// Sends status on every step, and stop while the function still runs. Stops the measurement timer, clears
+/// `IsMeasurementRunning` and sets `MeasurementStatus` to `Stopping` on entry. When the instrument reports
+/// the function over, sets `MeasurementStatus` to `Stopped` and withdraws a start that was requested for the
+/// function. Clears `AbortMeasurementRequested` on exit. Left for measurement mode when the function is over.
 class AbortingMeasurementState : public State
 {
 public:

@@ -20,7 +20,7 @@ void ContinuousMeasurementRunningState::OnEntry()
 
 void ContinuousMeasurementRunningState::OnRunning()
 {
-    FollowContinuousMeasurement();
+    PollContinuousMeasurement();
 }
 
 } // namespace Vesmar

@@ -5,11 +5,11 @@
 namespace Vesmar
 {
 
-/// Follows a function that delivers results until its time is up.
+/// Polls a function that delivers results until its time has elapsed.
 ///
 /// Starts the measurement timer with the settings' time. Sends status on every step, and a read when there is
-/// a new result. Sets `MeasurementStatus` to `Measuring`. Reports 202 and asks for an abort when the function
-/// ends by itself. Left for stopping when the time has elapsed.
+/// a new result. Sets `MeasurementStatus` to `Measuring`. Reports 202 and requests an abort when the
+/// function ends by itself. Left for stopping when the time has elapsed.
 class ContinuousMeasurementRunningState : public MeasurementRunningState
 {
 public:

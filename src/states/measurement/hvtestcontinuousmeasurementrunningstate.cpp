@@ -26,7 +26,7 @@ void HVTestContinuousMeasurementRunningState::OnEntry()
 
 void HVTestContinuousMeasurementRunningState::OnRunning()
 {
-    FollowContinuousMeasurement();
+    PollContinuousMeasurement();
 }
 
 } // namespace Vesmar

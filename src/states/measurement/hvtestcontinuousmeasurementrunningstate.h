@@ -5,9 +5,10 @@
 namespace Vesmar
 {
 
-/// Follows the high-voltage test: a continuous function whose time begins after the voltage has risen.
+/// Polls the high-voltage test: a continuous function whose time begins after the voltage has risen.
 ///
-/// Starts the measurement timer with the settings' time and time offset; otherwise like the continuous state.
+/// Starts the measurement timer with the settings' time and time offset. In all else it is like the
+/// continuous state.
 class HVTestContinuousMeasurementRunningState : public MeasurementRunningState
 {
 public:

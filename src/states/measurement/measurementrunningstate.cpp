@@ -14,7 +14,7 @@ int MeasurementRunningState::GetMeasurementTime() const
     return settings != nullptr ? settings->GetTime() : 0;
 }
 
-void MeasurementRunningState::FollowContinuousMeasurement()
+void MeasurementRunningState::PollContinuousMeasurement()
 {
     if (!RequestStatus()) {
         return;

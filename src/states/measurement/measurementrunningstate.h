@@ -5,24 +5,24 @@
 namespace Vesmar
 {
 
-/// What the running states share: reading results, and giving up a function that ended without one.
+/// The base of the running states: it reads results, and gives up a function that ended without one.
 class MeasurementRunningState : public State
 {
 public:
     using State::State;
 
 protected:
-    /// The measurement time of the settings in seconds; 0 for settings that have none, so that the
+    /// The measurement time of the settings in seconds. It is 0 for settings that have none, so that the
     /// measurement ends.
     int GetMeasurementTime() const;
 
-    /// The step of a function that delivers results until its time is up: reads the result when there is a
-    /// new one.
-    void FollowContinuousMeasurement();
+    /// One step of a function that delivers results until its time has elapsed: reads the result when there
+    /// is a new one.
+    void PollContinuousMeasurement();
 
-    /// Reads the results of the function that the settings are for.
+    /// Reads the results as those of the function of the settings.
     void ReadResults();
-    /// Reports 202 and asks for an abort when the function is over.
+    /// Reports 202 and requests an abort when the function is over.
     void FailIfEndedWithoutResult();
 };
 

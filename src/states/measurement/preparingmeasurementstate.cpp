@@ -36,7 +36,7 @@ void PreparingMeasurementState::OnRunning()
     if (GetContext()->PrepareMeasurementRequested.Get()) {
         Prepare();
     } else {
-        FollowPreparation();
+        WatchPreparation();
     }
 }
 
@@ -50,12 +50,12 @@ void PreparingMeasurementState::Prepare()
         return;
     }
     GetContext()->PrepareMeasurementRequested.Set(false);
-    // The guards of this step must see what the instrument makes of the settings.
+    // The guards of this step must see how the instrument answers the settings.
     QThread::msleep(PauseAfterPrepareMs);
     RequestStatus();
 }
 
-void PreparingMeasurementState::FollowPreparation()
+void PreparingMeasurementState::WatchPreparation()
 {
     switch (GetContext()->MeasurementFunctionStatus.Get()) {
     case FunctionState::PrepareError:

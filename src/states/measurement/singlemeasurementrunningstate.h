@@ -5,11 +5,11 @@
 namespace Vesmar
 {
 
-/// Follows a function that delivers one result.
+/// Polls a function that delivers one result.
 ///
 /// Sends status on every step, and a read when there is a new result. Sets `MeasurementStatus` to `Running`,
-/// and to `Measuring` once the result was read. Reports 202 and asks for an abort when the function ends
-/// without one. Left for stopping when the result is there.
+/// and to `Measuring` once the result was read. Reports 202 and requests an abort when the function ends
+/// without a result. Left for stopping when the result was read.
 class SingleMeasurementRunningState : public MeasurementRunningState
 {
 public:

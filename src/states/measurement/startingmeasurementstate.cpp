@@ -31,7 +31,7 @@ void StartingMeasurementState::OnRunning()
     if (GetContext()->StartMeasurementRequested.Get() && !GetContext()->AbortMeasurementRequested.Get()) {
         Start();
     }
-    FollowStart();
+    WatchStart();
     qWarning("StartingMeasurementState::OnRunning() OUT");
 }
 
@@ -41,7 +41,7 @@ void StartingMeasurementState::Start()
     GetContext()->StartMeasurementRequested.Set(false);
 }
 
-void StartingMeasurementState::FollowStart()
+void StartingMeasurementState::WatchStart()
 {
     const FunctionState state = GetContext()->MeasurementFunctionStatus.Get();
     const Error error = FunctionStateSets::ErrorWhenStarting(state, _isFunctionStarted);

@@ -9,8 +9,9 @@ namespace Vesmar
 ///
 /// Sends status on every step, and start once for each request, unless an abort is pending. Clears
 /// `StartMeasurementRequested`. Sets `MeasurementStatus` to `Starting` and then `Running`, and
-/// `IsMeasurementRunning`. Reports 201 or 202 and asks for an abort when the instrument does not start the
-/// function or drops it. Left for the running state of the function's kind.
+/// `IsMeasurementRunning`. Reports 201 when the instrument reports an error of the function, 202 when it goes
+/// back from starting to prepared, and requests an abort with either. Left for the running state of the
+/// function's kind.
 class StartingMeasurementState : public State
 {
 public:
@@ -22,7 +23,7 @@ public:
 
 private:
     void Start();
-    void FollowStart();
+    void WatchStart();
     void Abort(Error error);
 
     bool _isFunctionStarted = false; ///< The instrument reported the function starting during this visit.

@@ -7,9 +7,9 @@ namespace Vesmar
 
 /// Ends a finished measurement on the instrument.
 ///
-/// Sends status on every step, and stop while the function still runs. Stops the measurement timer. Sets
-/// `MeasurementStatus` to `Stopping`, then `Stopped`, and clears `IsMeasurementRunning`, when the instrument
-/// reports the function over, which leaves the state for measurement mode.
+/// Sends status on every step, and stop while the function still runs. Stops the measurement timer and sets
+/// `MeasurementStatus` to `Stopping` on entry. When the instrument reports the function over, sets
+/// `MeasurementStatus` to `Stopped` and clears `IsMeasurementRunning`. Left for measurement mode then.
 class StoppingMeasurementState : public State
 {
 public:

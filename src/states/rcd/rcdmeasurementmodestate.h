@@ -5,10 +5,10 @@
 namespace Vesmar
 {
 
-/// Where the machine stands when an RCD test has been chosen; it passes on at once.
+/// The parent of all states of an RCD test.
 ///
-/// Sends nothing. Left for RCD monitoring, for measurement mode when another function is to be prepared, and
-/// for monitoring when measurement mode is switched off.
+/// Sends nothing. Left at once for RCD monitoring, unless another function is to be prepared (for measurement
+/// mode) or measurement mode is switched off (for monitoring).
 class RCDMeasurementModeState : public RCDState
 {
 public:

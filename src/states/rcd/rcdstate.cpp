@@ -70,7 +70,7 @@ QByteArray* RCDState::AwaitResults(int timeoutMs)
 {
     QByteArray collected;
     while (Collect(collected, timeoutMs)) {
-        const QByteArray frame = TakeFinalFrame(collected);
+        const QByteArray frame = FindFinalFrame(collected);
         if (!frame.isEmpty()) {
             return new QByteArray(frame);
         }
@@ -150,7 +150,7 @@ bool RCDState::HasPassedStartTest() const
            GetContext()->NewMeasurement.Get();
 }
 
-/// False when nothing more came.
+/// Appends what the line brings. False when nothing came.
 bool RCDState::Collect(QByteArray& collected, int timeoutMs)
 {
     const std::unique_ptr<QByteArray> received(GetContext()->GetTransciever()->ReadBuffer(timeoutMs));
@@ -158,8 +158,9 @@ bool RCDState::Collect(QByteArray& collected, int timeoutMs)
     return !received->isEmpty();
 }
 
-/// The frame at the front that ends the wait; empty if there is none. Status frames before it are parsed.
-QByteArray RCDState::TakeFinalFrame(QByteArray& collected)
+/// Publishes and removes the status frames at the front, and returns the frame that ends the wait. The frame
+/// is empty if none has arrived.
+QByteArray RCDState::FindFinalFrame(QByteArray& collected)
 {
     const ResponseParser& parser = *GetContext()->GetResponseParser();
     while (true) {

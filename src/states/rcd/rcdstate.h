@@ -8,51 +8,57 @@ namespace Vesmar
 /// The base of every state of a residual-current device test: the exchanges of such a test, each sent once,
 /// and the budgets of attempts.
 ///
-/// An exchange returns what became of it, a `QueryResult`, and raises no flag: what a failure means is for
-/// the state to decide. Each state resets the counters when it is entered.
+/// An exchange returns its `QueryResult` and raises no flag: the state decides what a failure means. Each
+/// state resets the counters when it is entered.
 class RCDState : public State
 {
 public:
     RCDState(StateMachineContext* context, State* parentState, QObject* parent,
              const char* banner = "RCDState ");
 
-    /// The status into the cells, with the instrument's error as one of 520 to 534 in `ErrorCode`.
+    /// Publishes the status, with the instrument's error as one of 520 to 534 in `ErrorCode`.
     int RequestRCDStatus(int timeoutMs);
-    /// As above, but the error goes to `*error`, which is left alone when no RCD status comes.
+    /// Publishes the status, but writes the error to `*error`, which stays as it is when no RCD status comes.
     int RequestRCDStatus(int timeoutMs, Error* error);
     int PrepareRCDMeasurement(MeasurementSettings& settings, int timeoutMs);
     int StartRCDMeasurement(int timeoutMs);
-    /// What is wrong with the object under test, into `ErrorCode`.
+    /// Writes to `ErrorCode` what is wrong with the object under test.
     int RequestRCDCheckObjectError(int timeoutMs);
-    /// As above, into `*error`. Returns 1 when an answer came; otherwise `*error` is left alone.
+    /// Writes to `*error` what is wrong with the object under test. Returns 1 when data came; otherwise
+    /// `*error` stays as it is.
     int RequestRCDCheckObjectError(int timeoutMs, Error* error);
 
-    /// Collects what the instrument sends by itself while a test runs: status frames, which are parsed, and
-    /// the result frame. Returns the result frame, a status frame that says that the function was terminated,
-    /// or an empty array once the line stays silent for so long. The caller deletes it.
+    /// Collects the frames that the instrument sends by itself while a test runs: status frames, which are
+    /// published, and the result frame. Returns the result frame, a status frame that says that the function
+    /// was terminated, or an empty array once the line has been silent for this time. The caller deletes the
+    /// array.
     QByteArray* AwaitResults(int timeoutMs);
-    /// True when results came and were published. `*received` is true also when only the end came.
+    /// Wait for results and publish them. True when results were published. `*received` is true also when a
+    /// status frame said that the function was terminated.
     bool AwaitUbReResults(int timeoutMs, bool* received);
     bool AwaitIaTaResults(int timeoutMs, bool* received);
 
-    /// Forgets an error of the object under test, 500 to 507; any other stays.
+    /// Clears `ErrorCode` if it holds an error of the object under test, 500 to 507. It belongs to the
+    /// interface; no state calls it.
     void ClearCheckObjectError();
 
 protected:
     void ResetAttempts();
-    /// A status request that counts and, where trying again may help, pauses.
+    /// Requests the status, counts the attempt, and pauses if the exchange was refused or damaged.
     int AttemptStatus();
-    /// The same for the preparation of the present settings.
+    /// Prepares the test of the present settings, counts the attempt, and pauses if the exchange was refused
+    /// or damaged.
     int AttemptPrepare();
-    /// The pause before a refused or damaged exchange is tried again, and between polls.
+    /// Waits as long as before another attempt and between polls.
     void Pause() const;
-    /// Pauses when trying again may help.
+    /// Pauses if the exchange was refused or damaged.
     void PauseIfRetryable(int result) const;
+    /// Whether the exchange was refused or damaged, so that another attempt may succeed.
     static bool IsRetryable(int result);
-    /// Whether the last status, one without a function, allows an RCD test.
+    /// Whether the last status, which was one without a function, allows an RCD test.
     bool HasPassedStartTest() const;
 
-    // Budgets of requests, and what has been used of them.
+    // The budgets of requests, and how much of each has been used.
     int _maxStatusAttempts = 9;
     int _statusAttempts = 0;
     int _maxPrepareAttempts = 3;
@@ -67,7 +73,7 @@ protected:
 
 private:
     bool Collect(QByteArray& collected, int timeoutMs);
-    QByteArray TakeFinalFrame(QByteArray& collected);
+    QByteArray FindFinalFrame(QByteArray& collected);
 };
 
 } // namespace Vesmar

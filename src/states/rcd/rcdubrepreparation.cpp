@@ -43,10 +43,8 @@ void RCDUbRePreparation::ContinuePreparation(MeasurementState status)
 
 void RCDUbRePreparation::BeginPreparation()
 {
-    if (!GetContext()->PrepareMeasurementRequested.Get()) {
-        return;
-    }
-    if (GetContext()->ErrorCode.Get() != Error::NoErrors && !StopFunction()) {
+    if (!GetContext()->PrepareMeasurementRequested.Get() ||
+        (GetContext()->ErrorCode.Get() != Error::NoErrors && !StopFunction())) {
         return;
     }
     _statusAttempts = 0;
@@ -61,9 +59,7 @@ void RCDUbRePreparation::AwaitReadiness()
         GetContext()->ErrorCode.Set(Error::RCDIdleStatusAttemptsExhausted);
         GetContext()->StartTestStatus.Set(StartTestResult::Unknown);
         WithdrawPreparation();
-        return;
-    }
-    if (AttemptStatus() == QueryResult::Data) {
+    } else if (AttemptStatus() == QueryResult::Data) {
         DecideByReadiness();
     }
 }
@@ -90,9 +86,7 @@ void RCDUbRePreparation::Prepare()
 {
     if (_prepareAttempts >= _maxPrepareAttempts) {
         Fail(Error::PrepareFailed);
-        return;
-    }
-    if (AttemptPrepare() == QueryResult::Acknowledged) {
+    } else if (AttemptPrepare() == QueryResult::Acknowledged) {
         GetContext()->MeasurementStatus.Set(MeasurementState::Idle);
         GetContext()->PrepareMeasurementRequested.Set(false);
     }
