@@ -53,8 +53,10 @@ public:
 
     CommandBuilder* GetCommandBuilder() const { return _commandBuilder; }
     ResponseParser* GetResponseParser() const { return _responseParser; }
-    CRC16* GetCRC16() const { return _crc16; }
     Transciever* GetTransciever() const { return _transciever; }
+
+    // Part of the class's interface; the library does not call them.
+    CRC16* GetCRC16() const { return _crc16; }
     QTimer* GetMeasurementTimer() const { return _measurementTimer; }
 
     /// Counts seconds into `MeasurementTime` and raises `MeasurementTimeElapsed` after `time` of them

@@ -44,6 +44,7 @@ public:
     void PrepareToClose();
     void Close();
 
+    /// For applications of the class; the library keeps the 2 that it begins with.
     int GetMaxRetransmissions() const { return _maxRetransmissions; }
     void SetMaxRetransmissions(int maxRetransmissions) { _maxRetransmissions = maxRetransmissions; }
 
@@ -55,12 +56,14 @@ public:
     int RunQuery(const QByteArray& request, int timeoutMs, QByteArray** response);
     int RunQuery(const QByteArray& request, QByteArray** response);
 
-    /// Sends a request and reads no answer. Always returns 1.
+    /// Sends a request and reads no answer. Always returns 1. Part of the class's interface; the library does
+    /// not call it.
     int StartQuery(const QByteArray& request);
 
-    /// What is waiting on the line, in a new array that the caller deletes.
+    /// Returns what is waiting on the line, in a new array that the caller deletes. Part of the class's
+    /// interface; the library does not call it.
     QByteArray* ReadBuffer();
-    /// Waits up to `timeoutMs` for data and reads on until the line is silent.
+    /// As above, but waits up to `timeoutMs` for data and reads on until the line is silent.
     QByteArray* ReadBuffer(int timeoutMs);
 
 private:

@@ -19,6 +19,7 @@
 #include "support/logcapture.h"
 #include "support/scriptedpeer.h"
 #include "support/serialdevice.h"
+#include "support/wire.h"
 
 using Vesmar::Transciever;
 
@@ -31,12 +32,7 @@ constexpr int GenerousMs = 20000;
 /// Far longer than a test may take: a wait of this length must end by something else.
 constexpr int EndlessMs = 3600 * 1000;
 
-const QByteArray StatusRequest = QByteArray::fromHex("73F44E");
-const QByteArray VersionRequest = QByteArray::fromHex("57122A");
-const QByteArray Acknowledge = QByteArray::fromHex("06C660");
-const QByteArray Refusal = QByteArray::fromHex("214334");
-const QByteArray Status = QByteArray::fromHex("A3529A32");
-const QByteArray DamagedStatus = QByteArray::fromHex("A3529A33");
+const QByteArray Status = Wire::Bytes("A3529A32");
 
 struct Outcome {
     int result = -1;
@@ -137,8 +133,8 @@ private Q_SLOTS:
     void AClosedPortAnswersWithoutTouchingTheResponse();
     void AClosedPortTouchesNoDescriptor();
 
-    void JudgesTheAnswer_data();
-    void JudgesTheAnswer();
+    void ClassifiesTheAnswer_data();
+    void ClassifiesTheAnswer();
     void SendsAgainAfterAFailure_data();
     void SendsAgainAfterAFailure();
     void ReturnsTheResultOfTheLastAttempt_data();
@@ -251,7 +247,7 @@ void TestTransciever::OpenOfAnOpenPortDoesNotReconfigureIt()
     QVERIFY(log.Texts().at(1).endsWith(QStringLiteral(" Transciever::Open: Serial port already opened.")));
 
     line.peer.AnswerAlways(Status);
-    QCOMPARE(Query(line.transciever, StatusRequest, GenerousMs, 0).result, 0);
+    QCOMPARE(Query(line.transciever, Wire::ReadStatus, GenerousMs, 0).result, 0);
 }
 
 void TestTransciever::OpenFailsWithTheDevice_data()
@@ -291,7 +287,7 @@ void TestTransciever::AMissingDeviceIsTriedAgainByTheNextOpen()
     ScriptedPeer peer;
     peer.AnswerAlways(Status);
     QVERIFY(transciever.Open());
-    QCOMPARE(Query(transciever, StatusRequest, GenerousMs, 0).result, 0);
+    QCOMPARE(Query(transciever, Wire::ReadStatus, GenerousMs, 0).result, 0);
 }
 
 void TestTransciever::WithAMissingDeviceNothingIsExchanged()
@@ -301,11 +297,11 @@ void TestTransciever::WithAMissingDeviceNothingIsExchanged()
     RedirectSerialDevice({});
     QVERIFY(!transciever.Open());
 
-    const Outcome outcome = Query(transciever, StatusRequest, 20, 0);
+    const Outcome outcome = Query(transciever, Wire::ReadStatus, 20, 0);
     QCOMPARE(outcome.result, 3);
     QVERIFY(outcome.response != nullptr);
     QCOMPARE(outcome.Bytes(), QByteArray());
-    QCOMPARE(transciever.StartQuery(StatusRequest), 1);
+    QCOMPARE(transciever.StartQuery(Wire::ReadStatus), 1);
     QCOMPARE(Owned(transciever.ReadBuffer()), QByteArray());
     QCOMPARE(Owned(transciever.ReadBuffer(20)), QByteArray());
 }
@@ -317,7 +313,7 @@ void TestTransciever::ANegativeHandleOutlivesClose()
     RedirectSerialDevice({});
     QVERIFY(!transciever.Open());
     transciever.Close();
-    const Outcome outcome = Query(transciever, StatusRequest, 20, 0);
+    const Outcome outcome = Query(transciever, Wire::ReadStatus, 20, 0);
     QCOMPARE(outcome.result, 3);
     QVERIFY2(outcome.response != nullptr, "the port counts as closed, not as failed");
 }
@@ -335,13 +331,13 @@ void TestTransciever::DescriptorZeroIsMovedHigher()
         const StandardInputReplacement nothing(-1);
         opened = transciever.Open();
         zeroIsFree = fcntl(0, F_GETFD) == -1;
-        outcome = Query(transciever, StatusRequest, GenerousMs, 0);
+        outcome = Query(transciever, Wire::ReadStatus, GenerousMs, 0);
     }
     QVERIFY(opened);
     QVERIFY(zeroIsFree);
     QCOMPARE(outcome.result, 0);
     QCOMPARE(outcome.Bytes(), Status);
-    QCOMPARE(Query(transciever, StatusRequest, GenerousMs, 0).result, 0);
+    QCOMPARE(Query(transciever, Wire::ReadStatus, GenerousMs, 0).result, 0);
     transciever.Close();
     QCOMPARE(DescriptorsOf(peer.DevicePath()), 1);
 }
@@ -385,7 +381,7 @@ void TestTransciever::CanBeOpenedAgainAfterClose()
     QVERIFY(line.transciever.Open());
     QCOMPARE(RecordedSerialDevice().opens, 2);
     QCOMPARE(RecordedSerialDevice().configurations, 2);
-    QCOMPARE(Query(line.transciever, StatusRequest, GenerousMs, 0).result, 0);
+    QCOMPARE(Query(line.transciever, Wire::ReadStatus, GenerousMs, 0).result, 0);
 }
 
 void TestTransciever::AClosedPortAnswersWithoutTouchingTheResponse()
@@ -396,15 +392,15 @@ void TestTransciever::AClosedPortAnswersWithoutTouchingTheResponse()
     Transciever transciever(&crc16, nullptr);
     QByteArray present("present");
     QByteArray* response = &present;
-    QCOMPARE(transciever.RunQuery(StatusRequest, EndlessMs, 2, &response), 3);
+    QCOMPARE(transciever.RunQuery(Wire::ReadStatus, EndlessMs, 2, &response), 3);
     QCOMPARE(response, &present);
-    QCOMPARE(transciever.RunQuery(StatusRequest, EndlessMs, -1, &response), 3);
-    QCOMPARE(transciever.RunQuery(StatusRequest, EndlessMs, &response), 3);
-    QCOMPARE(transciever.RunQuery(StatusRequest, &response), 3);
+    QCOMPARE(transciever.RunQuery(Wire::ReadStatus, EndlessMs, -1, &response), 3);
+    QCOMPARE(transciever.RunQuery(Wire::ReadStatus, EndlessMs, &response), 3);
+    QCOMPARE(transciever.RunQuery(Wire::ReadStatus, &response), 3);
 
     QVERIFY(transciever.Open());
     transciever.Close();
-    QCOMPARE(transciever.RunQuery(StatusRequest, &response), 3);
+    QCOMPARE(transciever.RunQuery(Wire::ReadStatus, &response), 3);
     QCOMPARE(response, &present);
     QCOMPARE(present, QByteArray("present"));
 }
@@ -423,8 +419,8 @@ void TestTransciever::AClosedPortTouchesNoDescriptor()
     QByteArray readWaiting;
     {
         const StandardInputReplacement socket(ends[0]);
-        Query(transciever, StatusRequest, 20, 0);
-        started = transciever.StartQuery(StatusRequest);
+        Query(transciever, Wire::ReadStatus, 20, 0);
+        started = transciever.StartQuery(Wire::ReadStatus);
         read = Owned(transciever.ReadBuffer());
         readWaiting = Owned(transciever.ReadBuffer(20));
         leftOnZero = ::read(0, buffer.data(), buffer.size());
@@ -439,44 +435,45 @@ void TestTransciever::AClosedPortTouchesNoDescriptor()
     close(ends[1]);
 }
 
-void TestTransciever::JudgesTheAnswer_data()
+void TestTransciever::ClassifiesTheAnswer_data()
 {
     QTest::addColumn<QByteArray>("answer");
     QTest::addColumn<int>("result");
-    const auto bytes = [](const char* hex) { return QByteArray::fromHex(hex); };
+    const auto bytes = [](const char* hex) { return Wire::Bytes(hex); };
     QTest::newRow("data") << Status << 0;
     QTest::newRow("data of one byte") << bytes("00 00 00") << 0;
     QTest::newRow("data that begin like an acknowledge") << WithChecksum(bytes("06 C6")) << 0;
     QTest::newRow("data that begin like a refusal") << WithChecksum(bytes("21 43")) << 0;
-    QTest::newRow("acknowledge") << Acknowledge << 1;
+    QTest::newRow("acknowledge") << Wire::Acknowledge << 1;
     QTest::newRow("acknowledge with bytes behind it") << bytes("06 C6 60 AB") << 1;
-    QTest::newRow("acknowledge with many bytes behind it") << Acknowledge + QByteArray(200, '\x55') << 1;
-    QTest::newRow("refusal") << Refusal << 2;
+    QTest::newRow("acknowledge with many bytes behind it")
+        << Wire::Acknowledge + QByteArray(200, '\x55') << 1;
+    QTest::newRow("refusal") << Wire::Refusal << 2;
     QTest::newRow("refusal with bytes behind it") << bytes("21 43 34 00 00") << 2;
     QTest::newRow("no answer") << QByteArray() << 3;
     QTest::newRow("one byte") << bytes("06") << 4;
     QTest::newRow("two bytes") << bytes("06 C6") << 4;
     QTest::newRow("two zero bytes") << bytes("00 00") << 4;
-    QTest::newRow("damaged data") << DamagedStatus << 4;
+    QTest::newRow("damaged data") << Wire::DamagedStatus << 4;
     QTest::newRow("damaged acknowledge") << bytes("06 C6 61") << 4;
     QTest::newRow("damaged refusal") << bytes("21 43 35") << 4;
     QTest::newRow("garbage before data") << bytes("55") + Status << 4;
     QTest::newRow("garbage after data") << Status + bytes("55") << 4;
-    QTest::newRow("garbage before an acknowledge") << bytes("FF") + Acknowledge << 4;
-    QTest::newRow("garbage before a refusal") << bytes("FF") + Refusal << 4;
+    QTest::newRow("garbage before an acknowledge") << bytes("FF") + Wire::Acknowledge << 4;
+    QTest::newRow("garbage before a refusal") << bytes("FF") + Wire::Refusal << 4;
 }
 
-void TestTransciever::JudgesTheAnswer()
+void TestTransciever::ClassifiesTheAnswer()
 {
     QFETCH(const QByteArray, answer);
     QFETCH(const int, result);
     Line line;
     line.peer.AnswerAlways(answer);
-    const Outcome outcome = Query(line.transciever, StatusRequest, answer.isEmpty() ? 20 : GenerousMs, 0);
+    const Outcome outcome = Query(line.transciever, Wire::ReadStatus, answer.isEmpty() ? 20 : GenerousMs, 0);
     QCOMPARE(outcome.result, result);
     QCOMPARE(outcome.Bytes(), answer);
     QVERIFY(line.peer.WaitForRequests(1));
-    QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>({StatusRequest}));
+    QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>({Wire::ReadStatus}));
 }
 
 void TestTransciever::SendsAgainAfterAFailure_data()
@@ -486,15 +483,18 @@ void TestTransciever::SendsAgainAfterAFailure_data()
     QTest::addColumn<int>("result");
     QTest::addColumn<int>("requests");
     QTest::newRow("data at once") << QList<QByteArray>{Status} << 2 << 0 << 1;
-    QTest::newRow("acknowledge at once") << QList<QByteArray>{Acknowledge} << 2 << 1 << 1;
-    QTest::newRow("refusal, then data") << QList<QByteArray>{Refusal, Status} << 2 << 0 << 2;
-    QTest::newRow("damage, then acknowledge") << QList<QByteArray>{DamagedStatus, Acknowledge} << 2 << 1 << 2;
+    QTest::newRow("acknowledge at once") << QList<QByteArray>{Wire::Acknowledge} << 2 << 1 << 1;
+    QTest::newRow("refusal, then data") << QList<QByteArray>{Wire::Refusal, Status} << 2 << 0 << 2;
+    QTest::newRow("damage, then acknowledge")
+        << QList<QByteArray>{Wire::DamagedStatus, Wire::Acknowledge} << 2 << 1 << 2;
     QTest::newRow("refusal, damage, data")
-        << QList<QByteArray>{Refusal, DamagedStatus, Status} << 2 << 0 << 3;
-    QTest::newRow("data too late") << QList<QByteArray>{Refusal, Refusal, Refusal, Status} << 2 << 2 << 3;
-    QTest::newRow("one attempt") << QList<QByteArray>{Refusal, Status} << 0 << 2 << 1;
-    QTest::newRow("two attempts") << QList<QByteArray>{Refusal, Refusal, Status} << 1 << 2 << 2;
-    QTest::newRow("six attempts") << QList<QByteArray>{Refusal, Refusal, Refusal, Refusal, Refusal, Status}
+        << QList<QByteArray>{Wire::Refusal, Wire::DamagedStatus, Status} << 2 << 0 << 3;
+    QTest::newRow("data too late") << QList<QByteArray>{Wire::Refusal, Wire::Refusal, Wire::Refusal, Status}
+                                   << 2 << 2 << 3;
+    QTest::newRow("one attempt") << QList<QByteArray>{Wire::Refusal, Status} << 0 << 2 << 1;
+    QTest::newRow("two attempts") << QList<QByteArray>{Wire::Refusal, Wire::Refusal, Status} << 1 << 2 << 2;
+    QTest::newRow("six attempts") << QList<QByteArray>{Wire::Refusal, Wire::Refusal, Wire::Refusal,
+                                                       Wire::Refusal, Wire::Refusal, Status}
                                   << 5 << 0 << 6;
 }
 
@@ -506,20 +506,20 @@ void TestTransciever::SendsAgainAfterAFailure()
     QFETCH(const int, requests);
     Line line;
     line.peer.AnswerInTurn(answers);
-    const Outcome outcome = Query(line.transciever, VersionRequest, GenerousMs, maxRetransmissions);
+    const Outcome outcome = Query(line.transciever, Wire::ReadVersion, GenerousMs, maxRetransmissions);
     QCOMPARE(outcome.result, result);
     QCOMPARE(outcome.Bytes(), answers.at(requests - 1));
     QCOMPARE(line.peer.RequestBytes().size(), requests);
-    QCOMPARE(line.peer.RequestBytes().count(VersionRequest), requests);
+    QCOMPARE(line.peer.RequestBytes().count(Wire::ReadVersion), requests);
 }
 
 void TestTransciever::ReturnsTheResultOfTheLastAttempt_data()
 {
     QTest::addColumn<QList<QByteArray>>("answers");
     QTest::addColumn<int>("result");
-    QTest::newRow("refusal last") << QList<QByteArray>{DamagedStatus, Refusal} << 2;
-    QTest::newRow("damage last") << QList<QByteArray>{Refusal, DamagedStatus} << 4;
-    QTest::newRow("silence last") << QList<QByteArray>{Refusal, QByteArray()} << 3;
+    QTest::newRow("refusal last") << QList<QByteArray>{Wire::DamagedStatus, Wire::Refusal} << 2;
+    QTest::newRow("damage last") << QList<QByteArray>{Wire::Refusal, Wire::DamagedStatus} << 4;
+    QTest::newRow("silence last") << QList<QByteArray>{Wire::Refusal, QByteArray()} << 3;
 }
 
 void TestTransciever::ReturnsTheResultOfTheLastAttempt()
@@ -528,7 +528,7 @@ void TestTransciever::ReturnsTheResultOfTheLastAttempt()
     QFETCH(const int, result);
     Line line;
     line.peer.AnswerInTurn(answers);
-    const Outcome outcome = Query(line.transciever, StatusRequest, result == 3 ? 2000 : GenerousMs, 1);
+    const Outcome outcome = Query(line.transciever, Wire::ReadStatus, result == 3 ? 2000 : GenerousMs, 1);
     QCOMPARE(outcome.result, result);
     QCOMPARE(outcome.Bytes(), answers.last());
     QCOMPARE(line.peer.RequestBytes().size(), 2);
@@ -539,7 +539,7 @@ void TestTransciever::TheResponseIsThatOfTheLastAttemptAlone()
     Line line;
     const QByteArray longAnswer(100, '\x55');
     line.peer.AnswerInTurn({longAnswer, Status});
-    const Outcome outcome = Query(line.transciever, StatusRequest, GenerousMs, 1);
+    const Outcome outcome = Query(line.transciever, Wire::ReadStatus, GenerousMs, 1);
     QCOMPARE(outcome.result, 0);
     QCOMPARE(outcome.Bytes(), Status);
 }
@@ -548,10 +548,10 @@ void TestTransciever::RetransmitsTwiceByDefault()
 {
     Line line;
     QCOMPARE(line.transciever.GetMaxRetransmissions(), 2);
-    line.peer.AnswerAlways(Refusal);
+    line.peer.AnswerAlways(Wire::Refusal);
     QByteArray* response = nullptr;
-    QCOMPARE(line.transciever.RunQuery(StatusRequest, GenerousMs, &response), 2);
-    QCOMPARE(Owned(response), Refusal);
+    QCOMPARE(line.transciever.RunQuery(Wire::ReadStatus, GenerousMs, &response), 2);
+    QCOMPARE(Owned(response), Wire::Refusal);
     QCOMPARE(line.peer.RequestBytes().size(), 3);
 }
 
@@ -576,17 +576,17 @@ void TestTransciever::StoresAnyNumberOfRetransmissions()
 void TestTransciever::TheShorterFormsUseTheStoredRetransmissions()
 {
     Line line;
-    line.peer.AnswerAlways(Refusal);
+    line.peer.AnswerAlways(Wire::Refusal);
     line.transciever.SetMaxRetransmissions(1);
     QByteArray* response = nullptr;
-    QCOMPARE(line.transciever.RunQuery(StatusRequest, GenerousMs, &response), 2);
-    QCOMPARE(Owned(response), Refusal);
+    QCOMPARE(line.transciever.RunQuery(Wire::ReadStatus, GenerousMs, &response), 2);
+    QCOMPARE(Owned(response), Wire::Refusal);
     QCOMPARE(line.peer.RequestBytes().size(), 2);
 
     line.peer.ClearRequests();
     line.transciever.SetMaxRetransmissions(0);
-    QCOMPARE(line.transciever.RunQuery(StatusRequest, &response), 2);
-    QCOMPARE(Owned(response), Refusal);
+    QCOMPARE(line.transciever.RunQuery(Wire::ReadStatus, &response), 2);
+    QCOMPARE(Owned(response), Wire::Refusal);
     QCOMPARE(line.peer.RequestBytes().size(), 1);
 }
 
@@ -602,22 +602,22 @@ void TestTransciever::NegativeRetransmissionsSendNothing()
     QFETCH(const int, maxRetransmissions);
     Line line;
     line.peer.AnswerAlways(Status);
-    const Outcome outcome = Query(line.transciever, VersionRequest, EndlessMs, maxRetransmissions);
+    const Outcome outcome = Query(line.transciever, Wire::ReadVersion, EndlessMs, maxRetransmissions);
     QCOMPARE(outcome.result, 0);
     QVERIFY(outcome.response != nullptr);
     QCOMPARE(outcome.Bytes(), QByteArray());
 
-    QCOMPARE(Query(line.transciever, StatusRequest, GenerousMs, 0).result, 0);
-    QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>({StatusRequest}));
+    QCOMPARE(Query(line.transciever, Wire::ReadStatus, GenerousMs, 0).result, 0);
+    QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>({Wire::ReadStatus}));
 }
 
 void TestTransciever::PausesAfterEveryFailedAttempt()
 {
     Line line;
-    line.peer.AnswerAlways(Refusal);
+    line.peer.AnswerAlways(Wire::Refusal);
     QElapsedTimer timer;
     timer.start();
-    QCOMPARE(Query(line.transciever, StatusRequest, GenerousMs, 2).result, 2);
+    QCOMPARE(Query(line.transciever, Wire::ReadStatus, GenerousMs, 2).result, 2);
     QVERIFY(timer.elapsed() >= 3 * 200);
 }
 
@@ -626,20 +626,20 @@ void TestTransciever::WaitsForTheWholeTimeout()
     Line line;
     QElapsedTimer timer;
     timer.start();
-    const Outcome outcome = Query(line.transciever, StatusRequest, 300, 1);
+    const Outcome outcome = Query(line.transciever, Wire::ReadStatus, 300, 1);
     QVERIFY(timer.elapsed() >= 2 * (300 + 200));
     QCOMPARE(outcome.result, 3);
     QCOMPARE(outcome.Bytes(), QByteArray());
     QVERIFY(line.peer.WaitForRequests(2));
-    QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>({StatusRequest, StatusRequest}));
+    QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>({Wire::ReadStatus, Wire::ReadStatus}));
 }
 
 void TestTransciever::AnAnswerEndsTheWait()
 {
     Line line;
     line.peer.AnswerAlways(Status);
-    auto query =
-        std::async(std::launch::async, [&] { return Query(line.transciever, StatusRequest, EndlessMs, 0); });
+    auto query = std::async(std::launch::async,
+                            [&] { return Query(line.transciever, Wire::ReadStatus, EndlessMs, 0); });
     QVERIFY(EndsInTime(query));
     QCOMPARE(query.get().result, 0);
 }
@@ -648,7 +648,7 @@ void TestTransciever::SilenceEndsAResponse()
 {
     Line line;
     line.peer.AnswerAlways(Status.left(2));
-    const Outcome outcome = Query(line.transciever, StatusRequest, EndlessMs, 0);
+    const Outcome outcome = Query(line.transciever, Wire::ReadStatus, EndlessMs, 0);
     QCOMPARE(outcome.result, 4);
     QCOMPARE(outcome.Bytes(), Status.left(2));
     line.peer.Send(Status.mid(2));
@@ -669,7 +669,7 @@ void TestTransciever::CollectsLongResponses()
     Line line;
     const QByteArray answer = WithChecksum(QByteArray(size - 2, '\xA5'));
     line.peer.AnswerAlways(answer);
-    const Outcome outcome = Query(line.transciever, StatusRequest, GenerousMs, 0);
+    const Outcome outcome = Query(line.transciever, Wire::ReadStatus, GenerousMs, 0);
     QCOMPARE(outcome.result, 0);
     QCOMPARE(outcome.Bytes(), answer);
 }
@@ -677,7 +677,7 @@ void TestTransciever::CollectsLongResponses()
 void TestTransciever::SendsLongRequestsWhole()
 {
     Line line;
-    line.peer.AnswerAlways(Acknowledge);
+    line.peer.AnswerAlways(Wire::Acknowledge);
     QByteArray sector("\x46");
     for (int byte = 0; byte < 512; ++byte) {
         sector.append(static_cast<char>(byte));
@@ -693,7 +693,7 @@ void TestTransciever::DiscardsStaleInputBeforeARequest()
     line.peer.AnswerAlways(Status);
     line.peer.Send("stale");
     QVERIFY(line.peer.WaitUntilReadable(5));
-    const Outcome outcome = Query(line.transciever, StatusRequest, GenerousMs, 0);
+    const Outcome outcome = Query(line.transciever, Wire::ReadStatus, GenerousMs, 0);
     QCOMPARE(outcome.result, 0);
     QCOMPARE(outcome.Bytes(), Status);
 }
@@ -704,7 +704,7 @@ void TestTransciever::DiscardsOneBufferOfStaleInputOnly()
     const QByteArray stale = QByteArray(128, 'x') + QByteArray(72, 'y');
     line.peer.Send(stale);
     QVERIFY(line.peer.WaitUntilReadable(200));
-    const Outcome outcome = Query(line.transciever, StatusRequest, GenerousMs, 0);
+    const Outcome outcome = Query(line.transciever, Wire::ReadStatus, GenerousMs, 0);
     QCOMPARE(outcome.result, 4);
     QCOMPARE(outcome.Bytes(), QByteArray(72, 'y'));
 }
@@ -714,7 +714,7 @@ void TestTransciever::DiscardsStrayInputAtTheEnd()
     Line line;
     line.peer.Send("stray");
     QVERIFY(line.peer.WaitUntilReadable(5));
-    QCOMPARE(Query(line.transciever, StatusRequest, GenerousMs, -1).result, 0);
+    QCOMPARE(Query(line.transciever, Wire::ReadStatus, GenerousMs, -1).result, 0);
     QCOMPARE(Owned(line.transciever.ReadBuffer()), QByteArray());
 }
 
@@ -730,7 +730,7 @@ void TestTransciever::ExchangesAreTenMillisecondsApart()
         return Status;
     });
     for (int exchange = 0; exchange < Exchanges; ++exchange) {
-        QCOMPARE(Query(line.transciever, StatusRequest, GenerousMs, 0).result, 0);
+        QCOMPARE(Query(line.transciever, Wire::ReadStatus, GenerousMs, 0).result, 0);
     }
     line.peer.HangUp(); // Ends the peer's thread, which writes the list.
     const QList<ScriptedPeer::Request> requests = line.peer.Requests();
@@ -746,10 +746,11 @@ void TestTransciever::AnUnansweredRequestIsSentThreeTimesByDefault()
     QElapsedTimer timer;
     timer.start();
     QByteArray* response = nullptr;
-    QCOMPARE(line.transciever.RunQuery(StatusRequest, &response), 3);
+    QCOMPARE(line.transciever.RunQuery(Wire::ReadStatus, &response), 3);
     QVERIFY(timer.elapsed() >= 3 * (4000 + 200));
     QCOMPARE(Owned(response), QByteArray());
-    QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>({StatusRequest, StatusRequest, StatusRequest}));
+    QCOMPARE(line.peer.RequestBytes(),
+             QList<QByteArray>({Wire::ReadStatus, Wire::ReadStatus, Wire::ReadStatus}));
 }
 
 void TestTransciever::StartQuerySendsAndReadsNothing()
@@ -757,9 +758,9 @@ void TestTransciever::StartQuerySendsAndReadsNothing()
     Line line;
     line.peer.AnswerAlways(Status);
     const LogCapture log;
-    QCOMPARE(line.transciever.StartQuery(VersionRequest), 1);
+    QCOMPARE(line.transciever.StartQuery(Wire::ReadVersion), 1);
     QVERIFY(line.peer.WaitForRequests(1));
-    QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>({VersionRequest}));
+    QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>({Wire::ReadVersion}));
     QCOMPARE(log.Texts(), QStringList());
     QVERIFY(line.peer.WaitUntilReadable(Status.size()));
     QCOMPARE(Owned(line.transciever.ReadBuffer()), Status);
@@ -771,7 +772,7 @@ void TestTransciever::StartQueriesAreTenMillisecondsApart()
     QElapsedTimer timer;
     timer.start();
     for (int query = 0; query < 11; ++query) {
-        QCOMPARE(line.transciever.StartQuery(StatusRequest), 1);
+        QCOMPARE(line.transciever.StartQuery(Wire::ReadStatus), 1);
     }
     QVERIFY(timer.elapsed() >= 10 * 10);
 }
@@ -783,11 +784,11 @@ void TestTransciever::StartQueryLooksAtNoClosingFlag()
     QElapsedTimer timer;
     timer.start();
     for (int query = 0; query < 6; ++query) {
-        QCOMPARE(line.transciever.StartQuery(StatusRequest), 1);
+        QCOMPARE(line.transciever.StartQuery(Wire::ReadStatus), 1);
     }
     QVERIFY(timer.elapsed() >= 5 * 10);
     QVERIFY(line.peer.WaitForRequests(1));
-    QVERIFY(line.peer.RequestBytes().first().startsWith(StatusRequest));
+    QVERIFY(line.peer.RequestBytes().first().startsWith(Wire::ReadStatus));
 }
 
 void TestTransciever::ReadBufferReadsOnceWithoutWaiting()
@@ -837,8 +838,8 @@ void TestTransciever::ReadBufferCollectsUntilSilence()
 void TestTransciever::ClosingEndsTheWaitForAnAnswer()
 {
     Line line;
-    auto query =
-        std::async(std::launch::async, [&] { return Query(line.transciever, StatusRequest, EndlessMs, 2); });
+    auto query = std::async(std::launch::async,
+                            [&] { return Query(line.transciever, Wire::ReadStatus, EndlessMs, 2); });
     QVERIFY(line.peer.WaitForRequests(1));
     line.transciever.PrepareToClose();
     QVERIFY(EndsInTime(query));
@@ -852,8 +853,8 @@ void TestTransciever::ClosingEndsEveryWaitUntilClose()
     Line line;
     line.transciever.PrepareToClose();
     auto queries = std::async(std::launch::async, [&] {
-        return Query(line.transciever, StatusRequest, EndlessMs, 0).result * 10 +
-               Query(line.transciever, StatusRequest, EndlessMs, 0).result;
+        return Query(line.transciever, Wire::ReadStatus, EndlessMs, 0).result * 10 +
+               Query(line.transciever, Wire::ReadStatus, EndlessMs, 0).result;
     });
     QVERIFY(EndsInTime(queries));
     QCOMPARE(queries.get(), 33);
@@ -881,16 +882,16 @@ void TestTransciever::CloseClearsTheClosingFlag()
 
     QElapsedTimer timer;
     timer.start();
-    QCOMPARE(Query(transciever, StatusRequest, 300, 0).result, 3);
+    QCOMPARE(Query(transciever, Wire::ReadStatus, 300, 0).result, 3);
     QVERIFY2(timer.elapsed() >= 300 + 200, "the wait still ends at once");
 }
 
 void TestTransciever::ACloseBetweenAttemptsEndsTheQuery()
 {
     Line line;
-    line.peer.AnswerAlways(Refusal);
+    line.peer.AnswerAlways(Wire::Refusal);
     auto query = std::async(std::launch::async,
-                            [&] { return Query(line.transciever, StatusRequest, EndlessMs, 1000); });
+                            [&] { return Query(line.transciever, Wire::ReadStatus, EndlessMs, 1000); });
     QVERIFY(line.peer.WaitForRequests(2));
     line.transciever.Close();
     QVERIFY(EndsInTime(query));
@@ -900,9 +901,9 @@ void TestTransciever::ACloseBetweenAttemptsEndsTheQuery()
 void TestTransciever::AQueryNeverWritesToTheFileThatTookItsDescriptor()
 {
     Line line;
-    line.peer.AnswerAlways(Refusal);
+    line.peer.AnswerAlways(Wire::Refusal);
     auto query =
-        std::async(std::launch::async, [&] { return Query(line.transciever, StatusRequest, 200, 1000); });
+        std::async(std::launch::async, [&] { return Query(line.transciever, Wire::ReadStatus, 200, 1000); });
     QVERIFY(line.peer.WaitForRequests(1));
     line.transciever.Close();
     QTemporaryFile file;
@@ -916,8 +917,8 @@ void TestTransciever::AFailingReadEndsTheWaitAndCountsAsNothing()
 {
     Line line;
     FailSerialDeviceReads(0);
-    auto query =
-        std::async(std::launch::async, [&] { return Query(line.transciever, StatusRequest, EndlessMs, 0); });
+    auto query = std::async(std::launch::async,
+                            [&] { return Query(line.transciever, Wire::ReadStatus, EndlessMs, 0); });
     QVERIFY(EndsInTime(query));
     const Outcome outcome = query.get();
     QCOMPARE(outcome.result, 3);
@@ -929,7 +930,7 @@ void TestTransciever::AFailingReadAddsNothingToTheResponse()
     Line line;
     line.peer.AnswerAlways(Status);
     FailSerialDeviceReads(1);
-    const Outcome outcome = Query(line.transciever, StatusRequest, GenerousMs, 0);
+    const Outcome outcome = Query(line.transciever, Wire::ReadStatus, GenerousMs, 0);
     QCOMPARE(outcome.result, 0);
     QCOMPARE(outcome.Bytes(), Status);
 }
@@ -959,7 +960,7 @@ void TestTransciever::AHangUpEndsAQuery()
         line.peer.HangUp();
     }
     auto query =
-        std::async(std::launch::async, [&] { return Query(line.transciever, StatusRequest, 500, 1); });
+        std::async(std::launch::async, [&] { return Query(line.transciever, Wire::ReadStatus, 500, 1); });
     if (duringTheQuery) {
         QVERIFY(line.peer.WaitForRequests(1));
         line.peer.HangUp();
@@ -968,7 +969,7 @@ void TestTransciever::AHangUpEndsAQuery()
     const Outcome outcome = query.get();
     QCOMPARE(outcome.result, 3);
     QCOMPARE(outcome.Bytes(), QByteArray());
-    QCOMPARE(line.transciever.StartQuery(StatusRequest), 1);
+    QCOMPARE(line.transciever.StartQuery(Wire::ReadStatus), 1);
     QCOMPARE(Owned(line.transciever.ReadBuffer()), QByteArray());
     QCOMPARE(Owned(line.transciever.ReadBuffer(20)), QByteArray());
 }
@@ -977,21 +978,21 @@ void TestTransciever::AHangUpIsOvercomeByOpeningAgain()
 {
     Line line;
     line.peer.HangUp();
-    QCOMPARE(Query(line.transciever, StatusRequest, 20, 0).result, 3);
+    QCOMPARE(Query(line.transciever, Wire::ReadStatus, 20, 0).result, 3);
     line.transciever.Close();
 
     ScriptedPeer next;
     next.AnswerAlways(Status);
     QVERIFY(line.transciever.Open());
-    QCOMPARE(Query(line.transciever, StatusRequest, GenerousMs, 0).result, 0);
+    QCOMPARE(Query(line.transciever, Wire::ReadStatus, GenerousMs, 0).result, 0);
 }
 
 void TestTransciever::TracesEveryAttempt()
 {
     Line line;
-    line.peer.AnswerInTurn({Refusal, DamagedStatus, QByteArray(), Status});
+    line.peer.AnswerInTurn({Wire::Refusal, Wire::DamagedStatus, QByteArray(), Status});
     const LogCapture log;
-    QCOMPARE(Query(line.transciever, StatusRequest, 2000, 3).result, 0);
+    QCOMPARE(Query(line.transciever, Wire::ReadStatus, 2000, 3).result, 0);
     const QStringList texts = log.Texts();
     QCOMPARE(texts.size(), 4);
     QVERIFY(texts.at(0).endsWith(
@@ -1006,13 +1007,13 @@ void TestTransciever::TracesEveryAttempt()
 void TestTransciever::TracesAStartAndAPrepare()
 {
     Line line;
-    line.peer.AnswerAlways(Acknowledge);
+    line.peer.AnswerAlways(Wire::Acknowledge);
     const LogCapture log;
-    QCOMPARE(Query(line.transciever, QByteArray::fromHex("53966A"), GenerousMs, 0).result, 1);
+    QCOMPARE(Query(line.transciever, Wire::Bytes("53966A"), GenerousMs, 0).result, 1);
     QVERIFY(log.Contains(QStringLiteral("[3b]\033[0;32m ACK\033[0m")));
     QVERIFY(log.Contains(QStringLiteral("\033[0;32mFunction run.\033[0m")));
 
-    const QByteArray prepare = WithChecksum(QByteArray::fromHex("50 03 05 04 00 FF FF FF FF"));
+    const QByteArray prepare = WithChecksum(Wire::Bytes("50 03 05 04 00 FF FF FF FF"));
     QCOMPARE(Query(line.transciever, prepare, GenerousMs, 0).result, 1);
     QVERIFY(log.Contains(QStringLiteral("\033[0;32mFunction prepare: ")));
     QVERIFY(log.Contains(QStringLiteral("Function name: Riso\033[0m")));
