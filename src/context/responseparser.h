@@ -35,8 +35,7 @@ public:
     /// class publishes nothing and returns true.
     bool ParseMeasurementResults(const QByteArray& frame, StateMachineContext& context,
                                  MeasurementType type) const;
-    /// As above, for the function that the last status named. Part of the class's interface; the library does
-    /// not call it.
+    /// As above, for the function that the last status named. No state calls it.
     bool ParseMeasurementResults(const QByteArray& frame, StateMachineContext& context) const;
 
     /// The status as the instrument reports it during an RCD test; a status of any other function is taken as

@@ -55,7 +55,7 @@ public:
     ResponseParser* GetResponseParser() const { return _responseParser; }
     Transciever* GetTransciever() const { return _transciever; }
 
-    // Part of the class's interface; the library does not call them.
+    // No state calls these two.
     CRC16* GetCRC16() const { return _crc16; }
     QTimer* GetMeasurementTimer() const { return _measurementTimer; }
 

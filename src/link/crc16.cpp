@@ -15,9 +15,9 @@ int CRC16::Calculate(const QByteArray& data) const
 
 void CRC16::AddCRC(QByteArray& frame) const
 {
-    const int crc = Checksum(_table, frame, frame.size());
-    frame.append(static_cast<char>(crc & 0xFF));
-    frame.append(static_cast<char>(crc >> 8));
+    const int exchanged = Calculate(frame);
+    frame.append(static_cast<char>(exchanged >> 8));
+    frame.append(static_cast<char>(exchanged & 0xFF));
 }
 
 bool CRC16::Check(const QByteArray& frame) const

@@ -44,7 +44,7 @@ public:
     void PrepareToClose();
     void Close();
 
-    /// For applications of the class; the library keeps the 2 that it begins with.
+    /// How often the shorter forms of `RunQuery` send a request again: 2 at first. No state changes it.
     int GetMaxRetransmissions() const { return _maxRetransmissions; }
     void SetMaxRetransmissions(int maxRetransmissions) { _maxRetransmissions = maxRetransmissions; }
 
@@ -56,14 +56,13 @@ public:
     int RunQuery(const QByteArray& request, int timeoutMs, QByteArray** response);
     int RunQuery(const QByteArray& request, QByteArray** response);
 
-    /// Sends a request and reads no answer. Always returns 1. Part of the class's interface; the library does
-    /// not call it.
+    /// Sends a request and reads no answer. Always returns 1. No state calls it.
     int StartQuery(const QByteArray& request);
 
-    /// Returns what is waiting on the line, in a new array that the caller deletes. Part of the class's
-    /// interface; the library does not call it.
+    /// Returns what is waiting on the line, in a new array that the caller deletes. No state calls it.
     QByteArray* ReadBuffer();
-    /// As above, but waits up to `timeoutMs` for data and reads on until the line is silent.
+    /// Returns a new array as well, but waits up to `timeoutMs` for data and reads on until the line is
+    /// silent.
     QByteArray* ReadBuffer(int timeoutMs);
 
 private:

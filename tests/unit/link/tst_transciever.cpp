@@ -998,7 +998,7 @@ void TestTransciever::TracesEveryAttempt()
     QVERIFY(texts.at(0).endsWith(
         QStringLiteral(" \033[0;35m73f44e \033[0;33m214334\033[0m[3b]\033[0;31m NACK\033[0m")));
     QVERIFY(texts.at(1).endsWith(
-        QStringLiteral(" \033[0;35m73f44e \033[0;33ma3529a33\033[0m[4b]\033[0;31m CRC Invalid\033[0m")));
+        QStringLiteral(" \033[0;35m73f44e \033[0;33m00f50000\033[0m[4b]\033[0;31m CRC Invalid\033[0m")));
     QVERIFY(texts.at(2).endsWith(
         QStringLiteral(" \033[0;35m73f44e \033[0;33m\033[0m[0b]\033[0;31m No response\033[0m")));
     QVERIFY(texts.at(3).endsWith(QStringLiteral(" \033[0;35m73f44e \033[0;33ma3529a32\033[0m[4b]")));
