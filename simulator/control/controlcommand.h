@@ -10,19 +10,20 @@
 namespace Simulator
 {
 
-/// One thing that a person or a test makes the simulated instrument do.
+/// A command by which a person or a test controls the simulated instrument.
 struct ControlCommand {
     enum class Verb { Mode, Restart, Error, Function, Fault, Scenario };
 
     Verb verb = Verb::Fault;
-    int number = 0; ///< of Mode, Restart, Error, Function; of Scenario the one that follows its name
-    Fault fault = Fault::None;                          ///< of Fault
-    Scenario scenario = Scenario::None;                 ///< of Scenario
-    std::chrono::milliseconds delay{DefaultSlowAnswer}; ///< of Fault::Slow
+    int number = 0; ///< for Mode, Restart, Error and Function; for Scenario the one behind its name
+    Fault fault = Fault::None;                          ///< for Fault
+    Scenario scenario = Scenario::None;                 ///< for Scenario
+    std::chrono::milliseconds delay{DefaultSlowAnswer}; ///< for Fault::Slow
 };
 
 /// Understands "mode N", "restart N", "error N", "function N", "scenario NAME [N]", "fault NAME [MS]",
-/// "unplug" and "plug"; a fault's name counts as a scenario's too. Otherwise nothing, and *error says why.
+/// "unplug" and "plug". A fault's name may also stand for a scenario. Returns nothing for any other text;
+/// *error then tells the reason.
 std::optional<ControlCommand> ParseControlCommand(const QString& text, QString* error);
 
 } // namespace Simulator

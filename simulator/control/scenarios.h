@@ -9,7 +9,7 @@
 namespace Simulator
 {
 
-/// What can be wrong with the line or with the answers of the simulated instrument.
+/// The faults that the line or the answers of the simulated instrument can have.
 enum class Fault {
     None,
     Silent,
@@ -52,11 +52,11 @@ inline constexpr std::array<NamedFault, 14> Faults{{
      "the line breaks and its path is gone; the next fault, or plug, brings a new one"},
 }};
 
-/// How late `Fault::Slow` answers when nothing else is said.
+/// The delay of `Fault::Slow` when none is given.
 inline constexpr std::chrono::milliseconds DefaultSlowAnswer{1000};
 
-/// How measurements and firmware updates can go other than well. The line is not concerned, but for what an
-/// RCD test sends unasked.
+/// The ways in which measurements and firmware updates can go wrong. They leave the line alone, except for
+/// what an RCD test sends unasked.
 enum class Scenario {
     None,
     // measurements
@@ -93,7 +93,7 @@ enum class Scenario {
     ComesBackInMode2,
 };
 
-/// The number that follows a scenario's name: what it is, and how low and high it goes.
+/// The number that follows a scenario's name: its meaning and its limits.
 struct ScenarioNumber {
     const char* what;
     int lowest;
@@ -111,7 +111,8 @@ struct NamedScenario {
     Scenario scenario;
     const char* name;
     const char* meaning;
-    std::optional<ScenarioNumber> number = std::nullopt; ///< what follows its name, if anything
+    std::optional<ScenarioNumber> number =
+        std::nullopt; ///< the number that follows its name, if there is one
 };
 
 inline constexpr std::array<NamedScenario, 30> Scenarios{{
@@ -160,7 +161,7 @@ inline constexpr std::array<NamedScenario, 30> Scenarios{{
 std::optional<Fault> FindFault(const QString& name);
 std::optional<NamedScenario> FindScenario(const QString& name);
 
-/// The name with what has to follow it.
+/// Returns the name and, where a number has to follow it, a placeholder.
 QString Synopsis(const NamedFault& fault);
 QString Synopsis(const NamedScenario& scenario);
 

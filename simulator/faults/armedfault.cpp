@@ -55,7 +55,8 @@ bool ArmedFault::IsUsedUp() const
     return _entry.count && _timesHappened >= *_entry.count;
 }
 
-/// Not with a distribution of the standard library, which may give other numbers elsewhere.
+/// A distribution of the standard library may give other numbers on another machine; this gives the same
+/// everywhere.
 bool ArmedFault::IsDrawn()
 {
     const std::optional<double>& probability = _entry.trigger.probability;

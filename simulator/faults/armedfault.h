@@ -8,28 +8,28 @@
 namespace Simulator
 {
 
-/// A fault on the watch for its trigger. It is told of every request.
+/// A fault that waits for its trigger. It must be told of every request.
 class ArmedFault
 {
 public:
-    /// Its times and its requests are counted from now on.
+    /// Its times and its requests count from now on.
     ArmedFault(const FaultEntry& entry, TimePoint now);
 
     const FaultEntry& Entry() const { return _entry; }
 
-    /// Whether it happens at this request; if so, it has happened once more.
+    /// Returns whether the fault happens at this request. If so, it is counted.
     bool HappensAt(const QByteArray& request, TimePoint now);
 
-    /// When it is to be done without a request; nothing when it has been, or waits for requests.
+    /// Returns when a timed act is due, or nothing when it is done or the fault waits for requests.
     std::optional<TimePoint> DueAt() const;
 
-    /// It has been done at its time.
+    /// Tells that the timed act has been done.
     void MarkDone() { ++_timesHappened; }
 
-    /// It swallows not only what was asked for.
+    /// Returns whether the fault swallows even what nobody asked for.
     bool SwallowsEverything(TimePoint now) const;
 
-    /// It cannot happen any more.
+    /// Returns whether the fault cannot happen any more.
     bool IsOver(TimePoint now) const;
 
 private:

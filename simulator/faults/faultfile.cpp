@@ -27,7 +27,7 @@ constexpr int MostTimes = 1000000;
 
 const char UnknownFault[] = "there is no fault %1; there are %2";
 
-/// A fault and the keys of the values that it takes.
+/// A fault and the keys of the values that it may have.
 struct FaultForm {
     Fault fault;
     std::array<const char*, 3> keys;
@@ -85,7 +85,7 @@ Fault ParseKind(const JsonFields& fields)
     return *fault;
 }
 
-/// Its values, where they are other than the usual ones.
+/// Parses a fault and those of its values that are not the usual ones.
 FaultEntry ParseValues(const JsonFields& fields)
 {
     FaultEntry entry = EntryOf(ParseKind(fields));
@@ -145,7 +145,7 @@ FaultTrigger ParseTrigger(const JsonFields& fields, int usualSeed)
     return trigger;
 }
 
-/// What is done by the clock is done once.
+/// Checks that an act that only waits for its time is done once.
 void CheckTimedAct(const JsonFields& fields, const FaultEntry& entry)
 {
     if (entry.IsTimedAct() && entry.count.value_or(1) != 1) {

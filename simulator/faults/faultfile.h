@@ -10,16 +10,17 @@
 namespace Simulator
 {
 
-/// A file of faults is not longer, in bytes.
+/// A file of faults has at most this many bytes.
 inline constexpr int LongestFaultFile = 1024 * 1024;
 
-/// The faults of a JSON text, docs/faults.md. Throws JsonError when there is anything wrong with it.
+/// Parses the faults of a JSON text, which docs/faults.md describes. Throws JsonError when anything is wrong.
 std::vector<FaultEntry> ParseFaults(const QByteArray& json);
 
-/// One fault: an object as they stand in the text above. Throws JsonError.
+/// Parses one fault: an object like those of such a text. Throws JsonError.
 FaultEntry ParseFault(const QByteArray& json);
 
-/// The faults of a file. Throws std::runtime_error, which names the file and, where it can, line and key.
+/// Reads the faults of a file. Throws std::runtime_error, which names the file and, where it can, line and
+/// key.
 std::vector<FaultEntry> LoadFaults(const QString& path);
 
 } // namespace Simulator

@@ -7,26 +7,27 @@
 namespace Simulator
 {
 
-/// The faults that are to come. Those that are over are forgotten.
+/// The faults that can still happen. Those that are over are forgotten.
 class FaultPlan
 {
 public:
     static constexpr int MostFaults = 1000;
 
-    /// Their times and requests are counted from now on. False when there would be too many.
+    /// Adds faults, whose times and requests count from now on. Returns false, and adds none, when there
+    /// would be too many.
     bool Add(const std::vector<FaultEntry>& entries, TimePoint now);
     void Clear() { _faults.clear(); }
 
-    /// What happens at this request, in the order of the plan.
+    /// Returns the faults that happen at this request, in the order of the plan.
     std::vector<FaultEntry> HappeningAt(const QByteArray& request, TimePoint now);
 
-    /// What is to be done without a request until now, in the order of its time.
+    /// Returns the acts whose time has come, in the order of their times, and marks them as done.
     std::vector<FaultEntry> CollectDue(TimePoint now);
 
-    /// When `CollectDue()` will next have something, if ever.
+    /// Returns when the next timed act is due, or nothing when none is left.
     std::optional<TimePoint> NextDueAt() const;
 
-    /// Even what nobody asked for is lost.
+    /// Returns whether even what nobody asked for is lost.
     bool SwallowsEverything(TimePoint now) const;
 
 private:

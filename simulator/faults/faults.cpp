@@ -19,7 +19,7 @@ QByteArray WithBadChecksum(QByteArray answer)
     return answer;
 }
 
-/// Where the bytes that are concerned begin, inside the answer.
+/// Returns the position, inside the answer, of the first byte that changes.
 int FirstConcerned(const QByteArray& answer, const FaultEntry& fault)
 {
     const int first = fault.position < 0 ? answer.size() + fault.position : fault.position;

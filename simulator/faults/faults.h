@@ -7,11 +7,11 @@
 namespace Simulator
 {
 
-/// The fault as its name alone means it: always, with its usual values.
+/// Returns the fault that its name alone stands for: it always happens and has its usual values.
 FaultEntry EntryOf(Fault fault);
 
-/// What a fault makes of the bytes of an answer; those that do something else leave it alone. No answer stays
-/// none.
+/// Returns what a fault makes of the bytes of an answer. Faults that do something else leave the bytes alone,
+/// and silence stays silence.
 QByteArray Damaged(const QByteArray& answer, const FaultEntry& fault);
 
 } // namespace Simulator

@@ -14,8 +14,8 @@ namespace Simulator
 namespace
 {
 
-/// Negative, with the reason in errno, when that fails. Neither this nor writing waits for the reader of a
-/// pipe, who would hold up the instrument.
+/// Returns a negative number, with the reason in errno, when opening fails. Neither opening nor writing waits
+/// for the reader of a pipe, because that would hold up the instrument.
 int OpenAnew(const QString& path)
 {
     constexpr mode_t Permissions = 0666;

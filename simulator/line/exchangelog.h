@@ -16,7 +16,7 @@ public:
     /// An empty path means no log. Throws std::runtime_error when the file cannot be opened for writing.
     explicit ExchangeLog(const QString& path);
 
-    // The first line that cannot be written ends the log, and is told on the standard error.
+    // The first line that cannot be written ends the log, which is reported to the standard error.
     void Write(const Exchange& exchange);
     void Write(const QString& remark);
     void WriteUnasked(const QByteArray& bytes);

@@ -11,10 +11,11 @@ namespace Simulator
 namespace
 {
 
-/// Lest a program takes what comes unasked for a part of an answer that went out at the same moment.
+/// Without a pause, a program could mistake unasked bytes for a part of an answer that went out at the same
+/// moment.
 constexpr std::chrono::milliseconds QuietTime{20};
 
-/// A program may read more or less often than the recorded one did.
+/// Returns whether a request only reads. A program may read more or less often than the recorded program did.
 bool IsRead(char letter)
 {
     switch (static_cast<RequestCode>(letter)) {
@@ -54,8 +55,8 @@ std::vector<FramePiece> Player::CollectFrames(TimePoint now)
     return frames;
 }
 
-/// The next one with this letter. A read is not looked for beyond the next command, which brings about what
-/// is read behind it.
+/// Finds the next exchange with this letter. The search for a read ends at the next command, because that
+/// command brings about what is read behind it.
 std::optional<std::size_t> Player::FindExchange(char letter) const
 {
     for (std::size_t i = _position; i < _recording.size(); ++i) {

@@ -12,21 +12,21 @@
 namespace Simulator
 {
 
-/// Answers as a recording says, in its order. Requests are told apart by their first byte, their letter. Like
-/// the model it knows nothing of lines, threads or waiting; the time is handed to it.
+/// Answers as a recording tells, in its order. Only the first byte of a request, its letter, matters. Like
+/// the model, the player knows nothing of lines and threads and never waits: its caller tells it the time.
 class Player
 {
 public:
     explicit Player(std::vector<RecordedEntry> recording);
 
-    /// The answer to a request of at least one byte, empty where none was recorded; nothing for a request of
-    /// which the recording does not tell up to here.
+    /// Returns the answer to a request of at least one byte; it is empty where silence was recorded. Returns
+    /// nothing for a request that the recording does not contain up to here.
     std::optional<QByteArray> Answer(const QByteArray& request, TimePoint now);
 
-    /// What was recorded behind the last entry that was played and is to be sent unasked until now.
+    /// Returns the frames behind the last entry played that have to be sent unasked by now.
     std::vector<FramePiece> CollectFrames(TimePoint now);
 
-    /// When `CollectFrames()` will next have something, if ever.
+    /// Returns when `CollectFrames()` will next have a frame, or nothing when only a request can bring one.
     std::optional<TimePoint> NextFrameAt() const { return _frameAt; }
 
 private:
@@ -36,7 +36,7 @@ private:
     std::vector<RecordedEntry> _recording;
     std::size_t _position = 0;               ///< of the next entry
     std::optional<TimePoint> _frameAt;       ///< set while the next entry goes out by itself
-    std::map<char, QByteArray> _lastAnswers; ///< of each letter that has been recorded up to the position
+    std::map<char, QByteArray> _lastAnswers; ///< for each letter that was recorded up to the position
 };
 
 } // namespace Simulator

@@ -14,18 +14,18 @@ namespace Simulator
 class PtyLine
 {
 public:
-    /// Throws std::system_error when the system gives no pseudo-terminal.
+    /// Throws std::system_error when the system has no pseudo-terminal left.
     PtyLine();
 
     QString DevicePath() const;
 
-    /// What has arrived, at once; empty when there is nothing.
+    /// Returns what has arrived, without waiting.
     QByteArray Read();
 
-    /// What finds no room is lost, as on a wire.
+    /// Bytes that find no room are lost, as on a wire.
     void Write(const QByteArray& bytes);
 
-    /// Readable when a request arrives.
+    /// Returns a descriptor that is readable when a request arrives.
     int Handle() const;
 
 private:

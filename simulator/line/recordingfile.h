@@ -10,14 +10,15 @@
 namespace Simulator
 {
 
-/// A file with a recording is not longer, in bytes.
+/// A file with a recording has at most this many bytes.
 inline constexpr int LongestRecordingFile = 16 * 1024 * 1024;
 
-/// The recording in a JSON text, docs/simulator.md: one entry at least, and the first one is an exchange.
-/// Throws JsonError when there is anything wrong with it.
+/// Parses the recording in a JSON text, which docs/simulator.md describes. It has at least one entry, and the
+/// first one is an exchange. Throws JsonError when anything is wrong.
 std::vector<RecordedEntry> ParseRecording(const QByteArray& json);
 
-/// The recording in a file. Throws std::runtime_error, which names the file and, where it can, line and key.
+/// Reads the recording in a file. Throws std::runtime_error, which names the file and, where it can, line and
+/// key.
 std::vector<RecordedEntry> LoadRecording(const QString& path);
 
 } // namespace Simulator

@@ -7,7 +7,7 @@
 namespace Simulator
 {
 
-/// The instrument's running clock.
+/// The instrument's clock, which runs on from the date that was set.
 class DeviceClock
 {
 public:

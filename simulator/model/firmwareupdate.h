@@ -10,54 +10,55 @@
 namespace Simulator
 {
 
-/// How firmware updates go.
+/// The properties of firmware updates.
 struct UpdateOptions {
-    /// Two bytes; empty for those of `ConfirmationOf()`.
+    /// The two bytes that confirm any firmware; empty when `ConfirmationOf()` decides.
     QByteArray confirmation;
-    /// What the installed firmware reports, as in `Identity`.
+    /// The version of the installed firmware, written as in `Identity`.
     QByteArray newVersion = QByteArrayLiteral("106");
-    /// From the confirmation to the restart.
+    /// The time from the confirmation to the restart.
     std::chrono::milliseconds installTime{1500};
 };
 
-/// The two bytes that confirm this image: its checksum, in the order of a frame's.
+/// Returns the two bytes that confirm this image: its checksum, in the byte order of a frame.
 QByteArray ConfirmationOf(const QByteArray& image);
 
-/// The firmware that the instrument receives: the sectors of an update from its beginning to its
+/// The store of the firmware that the instrument receives, from the initialization of an update to its
 /// confirmation.
 class FirmwareUpdate
 {
 public:
-    /// An empty confirmation means the one that belongs to what was received.
+    /// An empty confirmation stands for the one that belongs to the received firmware.
     explicit FirmwareUpdate(const QByteArray& confirmation);
 
-    /// The sector is the one that the scenario names; the first has number 1.
+    /// The sector is the one that the scenario affects, counted from 1.
     void SetScenario(Scenario scenario, int sector);
 
     bool RefusesUpdateMode() const { return _scenario == Scenario::RefusesUpdateMode; }
 
-    /// Empties the store. False when it is refused.
+    /// Empties and opens the store. Returns false when the scenario refuses that.
     bool Initialize();
 
-    /// True when the sector that comes next must neither be stored nor answered.
+    /// Returns whether the next sector must neither be stored nor answered.
     bool LosesNextSector() const;
 
-    /// Stores a sector behind the others. False when it is refused: before the initialization.
+    /// Stores a sector behind the others. Returns false when the store is closed or the scenario refuses the
+    /// sector.
     bool StoreSector(const QByteArray& sector);
 
-    /// How much is stored, in bytes.
+    /// Returns how many bytes are stored.
     int Size() const { return _image.size(); }
 
-    /// What was stored if these two bytes confirm it, otherwise nothing; the store is closed either way.
+    /// Closes the store. Returns its content if these two bytes confirm it, otherwise nothing.
     std::optional<QByteArray> Finish(const QByteArray& confirmation);
 
-    /// Forgets what was stored and takes no sector before the next initialization.
+    /// Forgets what was stored, and refuses sectors until the next initialization.
     void Close();
 
-    /// Whether confirmed firmware becomes the one that runs.
+    /// Returns whether confirmed firmware is installed.
     bool InstallsFirmware() const { return _scenario != Scenario::StaysInUpdateMode; }
 
-    /// The mode in which the instrument comes back once the firmware is confirmed.
+    /// Returns the mode in which the instrument restarts once the firmware is confirmed.
     int ModeAfterwards() const;
 
 private:

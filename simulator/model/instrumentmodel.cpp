@@ -26,7 +26,7 @@ QByteArray AcknowledgeIf(bool accepted)
     return accepted ? Acknowledge() : Refusal();
 }
 
-/// In update mode nothing but the loader of the firmware runs.
+/// Returns whether the code is known in a mode. In update mode only the loader of the firmware runs.
 bool IsKnownIn(int mode, RequestCode code)
 {
     switch (code) {
@@ -43,7 +43,7 @@ bool IsKnownIn(int mode, RequestCode code)
     }
 }
 
-/// What an initialized update is answered with: how long a sector is, low byte first.
+/// Returns the answer to the initialization of an update: the length of a sector, low byte first.
 QByteArray SectorSizeData()
 {
     QByteArray data;
@@ -252,7 +252,7 @@ QByteArray InstrumentModel::PrepareMeasurement(const QByteArray& data, TimePoint
     return AcknowledgeIf(accepted);
 }
 
-/// What is prepared takes the place of a function that is at rest.
+/// A prepared measurement replaces a function that is at rest.
 bool InstrumentModel::Prepare(const QByteArray& payload, TimePoint now)
 {
     const std::optional<Measurement> measurement = RecognizePayload(payload);
@@ -280,7 +280,7 @@ QByteArray InstrumentModel::StopMeasurement(TimePoint now)
     return Acknowledge();
 }
 
-/// A mode is entered by a restart, also the mode that the instrument is in.
+/// The instrument enters a mode by a restart, even the mode that it is in.
 QByteArray InstrumentModel::ChangeMode(const QByteArray& data, TimePoint now)
 {
     const int mode = static_cast<unsigned char>(data[0]);

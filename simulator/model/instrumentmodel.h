@@ -20,11 +20,11 @@
 namespace Simulator
 {
 
-/// How an instrument is built.
+/// The properties of an instrument.
 struct ModelOptions {
     quint32 seed = 1;
     std::chrono::milliseconds restartTime{500};
-    QDateTime date; ///< what its clock shows at the start; an invalid date means the local time
+    QDateTime date; ///< shown by the clock at the start; an invalid date stands for the local time
     QDateTime calibrationDate = QDateTime(QDate(2024, 2, 15), QTime(0, 0), Qt::UTC);
     Identity identity;
     FunctionTimings functionTimings;
@@ -32,37 +32,37 @@ struct ModelOptions {
     UpdateOptions update;
 };
 
-/// The measurement controller: takes whole requests, gives whole answers. It knows nothing of lines, threads
-/// or waiting; the time is handed to it.
+/// The measurement controller, which answers whole requests. It knows nothing of lines and threads and never
+/// waits: its caller tells it the time.
 class InstrumentModel
 {
 public:
     InstrumentModel(const ModelOptions& options, TimePoint now);
 
-    /// The answer to a request; empty while a restart keeps the instrument away from its line.
+    /// Returns the answer to a request; it is empty while the instrument restarts.
     QByteArray Answer(const QByteArray& request, TimePoint now);
 
-    /// Lets everything happen that happens by itself until now.
+    /// Lets everything happen that happens by itself up to this time.
     void Advance(TimePoint now);
 
-    /// When something will next change by itself that is worth a look; nothing while that depends on a
-    /// request.
+    /// Returns when something will next change by itself, or nothing while only a request can change
+    /// anything.
     std::optional<TimePoint> NextChangeAt() const;
 
-    /// What is to be sent unasked since the last call, in its order.
+    /// Returns what has to be sent unasked since the last call, in its order.
     std::vector<FramePiece> CollectFrames() { return _rcdTest.CollectFrames(); }
 
-    /// What the measurement function, an update and the mode have gone through since the last call, in words.
+    /// Returns in words how the measurement function, an update and the mode have changed since the last
+    /// call.
     QStringList CollectChanges();
 
-    /// The image of an update that was confirmed since the last call, if any.
+    /// Returns the image of an update that was confirmed since the last call, if there is one.
     std::optional<QByteArray> CollectConfirmedFirmware();
 
-    /// What the status would tell.
+    /// Returns the status that would be reported now.
     StatusWord Status() const;
 
-    // What a person would bring about by other means than the line; each value within its highest, the number
-    // of a scenario within its own limits.
+    // These happen at the instrument itself, not over its line. Each value must be within its limits.
     void SetMode(int mode);
     void RestartInto(int mode, TimePoint now);
     void SetError(int error);
@@ -103,12 +103,12 @@ private:
     QDateTime _calibrationDate;
     MonitoringReadings _monitoring;
     TimePoint _nextReadings;
-    MeasurementFunction _function; ///< not selected while _rcdTest is
+    MeasurementFunction _function; ///< never selected together with _rcdTest
     RcdTest _rcdTest;
     FirmwareUpdate _update;
     std::optional<QByteArray> _confirmedFirmware;
-    std::optional<TimePoint> _backAt; ///< set while a restart keeps the instrument away from its line
-    QStringList _changes;             ///< but those of the functions
+    std::optional<TimePoint> _backAt; ///< set while the instrument restarts
+    QStringList _changes;             ///< the changes that are not those of the functions
 };
 
 } // namespace Simulator

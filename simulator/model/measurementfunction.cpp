@@ -128,7 +128,7 @@ bool MeasurementFunction::DeliversResults() const
            _scenario != Scenario::EndsWithoutResult;
 }
 
-/// What a scenario shows only for a moment stays until it has been seen, however slowly the status is read.
+/// A state that a scenario shows only for a moment stays until the status has reported it, however late.
 bool MeasurementFunction::WaitsForReport() const
 {
     return (_state == FunctionState::Starting &&
@@ -136,7 +136,7 @@ bool MeasurementFunction::WaitsForReport() const
            (_state == FunctionState::Running && _scenario == Scenario::EndsWithoutResult);
 }
 
-/// How long the present state lasts; nothing when it does not end by itself.
+/// Returns how long the present state lasts, or nothing when it does not end by itself.
 std::optional<std::chrono::milliseconds> MeasurementFunction::TimeInState() const
 {
     if (!_measurement) {
@@ -193,7 +193,7 @@ void MeasurementFunction::EnterNextState(TimePoint at)
     case FunctionState::PrepareError:
     case FunctionState::StartError:
     case FunctionState::Terminated:
-        break; // at rest
+        break; // These states are at rest.
     }
 }
 

@@ -15,19 +15,19 @@
 namespace Simulator
 {
 
-/// How long the steps of a measurement take.
+/// The durations of the steps of a measurement.
 struct FunctionTimings {
     std::chrono::milliseconds preparing{150};
-    std::chrono::milliseconds startDelay{50}; ///< from an accepted start until the status tells of it
+    std::chrono::milliseconds startDelay{50}; ///< from an accepted start until the status shows it
     std::chrono::milliseconds starting{150};
     std::chrono::milliseconds singleRun{1000};
-    std::chrono::milliseconds runWithoutResult{300}; ///< of `Scenario::EndsWithoutResult`
-    std::chrono::milliseconds runOn{2000};           ///< of `Scenario::RunsOnAfterStop`
+    std::chrono::milliseconds runWithoutResult{300}; ///< for `Scenario::EndsWithoutResult`
+    std::chrono::milliseconds runOn{2000};           ///< for `Scenario::RunsOnAfterStop`
     std::chrono::milliseconds stopping{150};
 };
 
-/// The measurement function that is selected at the instrument, from its preparation until a stop takes it
-/// off the status again. It does not wait; the time is handed to it.
+/// The measurement function that is selected at the instrument, from its preparation until a stop deselects
+/// it. It never waits: its caller tells it the time.
 class MeasurementFunction
 {
 public:
@@ -37,45 +37,46 @@ public:
 
     void SetScenario(Scenario scenario) { _scenario = scenario; }
 
-    /// False when it is refused: while a function is under way.
+    /// Returns false when the preparation is refused, as it is while a function is under way.
     bool Prepare(Measurement measurement, TimePoint now);
 
-    /// False when it is refused: nothing is prepared.
+    /// Returns false when the start is refused because nothing is prepared.
     bool Start(TimePoint now);
 
-    /// Ends what is under way. A function that has come to rest is taken off the status, but only after the
-    /// status has told of that state: whoever stopped it a moment too late must still learn how it ended.
+    /// Ends a function that is under way, and deselects one that is at rest. The latter happens only after
+    /// the status has reported that rest: a program whose stop came a moment too late must still learn how
+    /// the function ended.
     void Stop(TimePoint now);
 
-    /// As if someone had started this function at the instrument: it runs without results until it is
+    /// Behaves as if someone had started this function at the instrument: it runs without results until it is
     /// stopped.
     void RunForeign(int number);
 
-    /// Takes the function off the status, whatever it does. The reason is for the list of changes.
+    /// Deselects the function, whatever it does. The reason goes into the list of changes.
     void Deselect(const char* reason);
 
-    /// Lets everything happen that happens by itself until now.
+    /// Lets everything happen that happens by itself up to this time.
     void Advance(TimePoint now);
 
-    /// When the state will next change by itself; nothing while it depends on a request.
+    /// Returns when the state will next change by itself, or nothing while only a request can change it.
     std::optional<TimePoint> NextChangeAt() const;
 
     bool IsSelected() const { return _number != 0; }
 
-    /// It is being started, runs or stops.
+    /// Returns whether the function is being started, runs or is being stopped.
     bool IsUnderWay() const;
 
     int Number() const { return _number; }
     FunctionState State() const { return _state; }
     bool HasNewResult() const { return _hasNewResult; }
 
-    /// The status has told the present state.
+    /// Tells that the status has reported the present state.
     void MarkReported(TimePoint now);
 
-    /// The latest result; it is no longer a new one.
+    /// Returns the latest result, which is no longer a new one after that.
     QByteArray ReadResult();
 
-    /// The changes of the state since the last call, such as "function 9 running".
+    /// Returns the changes of the state since the last call, such as "function 9 running".
     QStringList CollectChanges();
 
 private:
@@ -94,14 +95,14 @@ private:
     Readings _readings;
     Scenario _scenario = Scenario::None;
     int _number = 0;
-    std::optional<Measurement> _measurement; ///< none of a foreign function
+    std::optional<Measurement> _measurement; ///< unset for a function that was started at the instrument
     FunctionState _state = FunctionState::Idle;
-    TimePoint _countsFrom; ///< from here on runs the time that ends the state
+    TimePoint _countsFrom; ///< the time that ends the state counts from here
     bool _isStartPending = false;
-    bool _runsOn = false; ///< a stop was asked for and is put off
+    bool _runsOn = false; ///< a stop was requested and is put off
     bool _hasNewResult = false;
     TimePoint _nextResultAt;
-    std::optional<TimePoint> _reportedAt; ///< when the status first told the present state
+    std::optional<TimePoint> _reportedAt; ///< when the status first reported the present state
     QStringList _changes;
 };
 

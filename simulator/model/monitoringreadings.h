@@ -7,7 +7,8 @@
 namespace Simulator
 {
 
-/// The mains readings of an idle instrument: they wander around their usual values, each seed its own way.
+/// The mains readings of an idle instrument. They wander around their usual values, differently for each
+/// seed.
 class MonitoringReadings
 {
 public:
@@ -16,8 +17,8 @@ public:
     /// Moves on to the next readings.
     void Advance();
 
-    /// Six little-endian single-precision values: mains voltage (V), voltage of the protective earth (V),
-    /// frequency (Hz), and three that are not used.
+    /// Returns six little-endian single-precision values: mains voltage (V), voltage of the protective earth
+    /// (V), frequency (Hz), and three that are not used.
     QByteArray Data() const;
 
 private:

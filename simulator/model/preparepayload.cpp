@@ -20,7 +20,7 @@ constexpr unsigned char TimeIsSet = 0x05;
 constexpr unsigned char TimeIsNotSet = 0xFF;
 constexpr unsigned int HighestCode = 31;
 
-/// One bit for each code that a function knows.
+/// A set has one bit for each code that a function knows.
 using CodeSet = quint32;
 
 constexpr CodeSet Codes(std::initializer_list<unsigned int> codes)

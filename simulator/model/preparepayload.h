@@ -9,7 +9,8 @@
 namespace Simulator
 {
 
-/// Which measurement the data of a prepare request asks for; nothing when no function knows them.
+/// Returns the measurement that the data of a prepare request asks for, or nothing when no function knows the
+/// data.
 std::optional<Measurement> RecognizePayload(const QByteArray& payload);
 
 } // namespace Simulator

@@ -27,7 +27,7 @@ unsigned int ByteAt(const QByteArray& payload, int index)
     return static_cast<unsigned char>(payload.at(index));
 }
 
-/// The earth resistance that was measured before.
+/// Returns whether the bytes are an earth resistance that was measured before.
 bool IsResistance(const QByteArray& bytes)
 {
     return std::isfinite(qFromLittleEndian<float>(bytes.constData()));

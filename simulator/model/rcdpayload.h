@@ -7,16 +7,16 @@
 namespace Simulator
 {
 
-/// What an RCD test finds out.
+/// The kinds of RCD tests.
 enum class RcdKind { UbRe, IaTa, CleanUp };
 
 /// An RCD test as a prepare request asks for it.
 struct RcdPreparation {
-    int function; ///< as the status tells it
+    int function; ///< its number in the status
     RcdKind kind;
 };
 
-/// Which RCD test the data of a prepare request asks for; nothing when they ask for none.
+/// Returns the RCD test that the data of a prepare request asks for, or nothing when the data asks for none.
 std::optional<RcdPreparation> RecognizeRcdPayload(const QByteArray& payload);
 
 } // namespace Simulator

@@ -13,13 +13,13 @@ namespace
 constexpr float EarthResistance = 12.4F;
 constexpr float TrippingCurrent = 0.0215F;
 constexpr float TrippingTime = 0.0243F;
-constexpr float Noise = 0.01F; // of a value
+constexpr float Noise = 0.01F; // as a fraction of a value
 
 constexpr int IaIndex = 4;
 constexpr int TaIndex = 6;
 constexpr float TenThousandths = 10000.0F;
 
-/// Ten-thousandths, low byte first.
+/// Returns ten-thousandths, low byte first.
 QByteArray PackFixedPoint(float value)
 {
     const auto number = static_cast<unsigned int>(std::lround(value * TenThousandths));

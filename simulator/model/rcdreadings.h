@@ -7,17 +7,17 @@
 namespace Simulator
 {
 
-/// What RCD tests read, with noise, each seed its own way. Each call is a reading of its own: the 24 bytes of
-/// a result, which begin with the resistance of the earth whatever was asked for.
+/// The results of RCD tests, with noise that differs for each seed. Each call returns the 24 bytes of a new
+/// result, which begins with the earth resistance, whatever was asked for.
 class RcdReadings
 {
 public:
     explicit RcdReadings(quint32 seed);
 
-    /// The resistance of the earth.
+    /// Returns a result with the earth resistance alone.
     QByteArray UbRe();
 
-    /// The current and the time of tripping; the time may be missing.
+    /// Returns a result with tripping current and, unless it is missing, tripping time.
     QByteArray IaTa(bool hasTa);
 
 private:

@@ -11,7 +11,8 @@ namespace Simulator
 namespace
 {
 
-/// So long is the line quiet before a frame, lest it be taken for a part of what came before.
+/// The line is quiet for this time before a frame, so that the frame is not mistaken for a part of the one
+/// before.
 constexpr std::chrono::milliseconds QuietBeforeFrame{20};
 
 constexpr int OtherFunction = 1;
@@ -151,7 +152,7 @@ bool RcdTest::HasCheckObject() const
            _scenario == Scenario::RcdCheckLost;
 }
 
-/// True for the first question after the scenario was set.
+/// Returns true for the first call after this scenario was set.
 bool RcdTest::IsDueOnce(Scenario scenario)
 {
     return _scenario == scenario && std::exchange(_isOnceDue, false);

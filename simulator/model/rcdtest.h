@@ -16,59 +16,63 @@
 namespace Simulator
 {
 
-/// How long the steps of an RCD test take.
+/// The durations of the steps of an RCD test.
 struct RcdTimings {
     std::chrono::milliseconds preparing{150};
-    std::chrono::milliseconds statusPeriod{200}; ///< from the start, and from one status frame, to the next
-    std::chrono::milliseconds run{900};          ///< until the device under test has tripped
+    std::chrono::milliseconds statusPeriod{
+        200};                           ///< from the start or a status frame to the next status frame
+    std::chrono::milliseconds run{900}; ///< until the device under test has tripped
     std::chrono::milliseconds cleanUp{700};
 };
 
-/// The residual-current test that is selected at the instrument, from its preparation until a stop takes it
-/// off the status. Unlike the other functions it tells its progress and its result by itself. It does not
-/// wait; the time is handed to it.
+/// The RCD test that is selected at the instrument, from its preparation until a stop deselects it. Unlike
+/// the other functions, the test sends its progress and its result unasked. It never waits: its caller tells
+/// it the time.
 class RcdTest
 {
 public:
     RcdTest(const RcdTimings& timings, quint32 seed);
 
-    /// The number is the one that follows the scenario's name. What happens once will happen once again.
+    /// The number is the one that follows the scenario's name. What a scenario lets happen once will happen
+    /// once again.
     void SetScenario(Scenario scenario, int number);
 
-    /// False when it is refused: while a test runs.
+    /// Returns false when the preparation is refused, as it is while a test runs.
     bool Prepare(const RcdPreparation& preparation, TimePoint now);
 
-    /// False when it is refused: nothing is prepared, or the check before it has not been found clean.
+    /// Returns false when the start is refused because nothing is prepared, or the check has not been found
+    /// clean.
     bool Start(TimePoint now);
 
-    /// Takes the test off the status, whatever it does. Nothing is sent any more.
+    /// Deselects the test, whatever it does. Nothing more is sent.
     void Stop();
 
-    /// The same; the reason is for the list of changes.
+    /// Does the same for a reason, which goes into the list of changes.
     void Deselect(const char* reason);
 
-    /// Lets everything happen that happens by itself until now.
+    /// Lets everything happen that happens by itself up to this time.
     void Advance(TimePoint now);
 
-    /// When something will next happen by itself; nothing while that depends on a request.
+    /// Returns when something will next happen by itself, or nothing while only a request can change
+    /// anything.
     std::optional<TimePoint> NextChangeAt() const;
 
     bool IsSelected() const { return _function != StatusWord::NoFunction; }
 
-    /// A test runs.
+    /// Returns whether a test runs.
     bool IsUnderWay() const { return _state == FunctionState::Running; }
 
-    /// What the status tells while a test is selected.
+    /// Returns the status that is reported while a test is selected.
     StatusWord Status() const;
 
-    /// The 24 bytes that a read request is answered with: what the check has found, if anything. Nothing when
-    /// the answer gets lost.
+    /// Returns the 24 bytes that answer a read request: the result of the check, if there is one. Returns
+    /// nothing when the answer gets lost.
     std::optional<QByteArray> ReadCheckObject();
 
-    /// What is to be sent since the last call, in its order.
+    /// Returns what has to be sent since the last call, in its order.
     std::vector<FramePiece> CollectFrames();
 
-    /// The changes of the state since the last call, such as "function 10 running".
+    /// Returns the changes of the state since the last call, such as "function 10 running".
     QStringList CollectChanges();
 
 private:
@@ -90,13 +94,13 @@ private:
     RcdReadings _readings;
     Scenario _scenario = Scenario::None;
     int _scenarioNumber = 0;
-    bool _isOnceDue = false; ///< what the scenario lets happen once has not happened yet
+    bool _isOnceDue = false; ///< set until what the scenario lets happen once has happened
     int _function = StatusWord::NoFunction;
     RcdKind _kind = RcdKind::UbRe;
     FunctionState _state = FunctionState::Idle;
-    bool _isCheckPending = false; ///< the check has found something that can be read
+    bool _isCheckPending = false; ///< set while the result of the check can be read
     bool _isCheckedClean = false;
-    int _error = StatusWord::NoError; ///< that has ended the run
+    int _error = StatusWord::NoError; ///< the error that has ended the run
     TimePoint _enteredAt;             ///< when the state began
     TimePoint _nextStatusAt;
     std::vector<FramePiece> _frames;

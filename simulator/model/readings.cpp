@@ -10,14 +10,14 @@ namespace
 {
 
 constexpr float MainsVoltage = 230.0F;
-constexpr float Noise = 0.003F;         // of a value
-constexpr float SettlingSeconds = 0.4F; // time constant
-constexpr float Overshoot = 0.5F;       // of a value that settles from above
+constexpr float Noise = 0.003F;         // as a fraction of a value
+constexpr float SettlingSeconds = 0.4F; // the time constant
+constexpr float Overshoot = 0.5F;       // as a fraction of a value that settles from above
 
-constexpr float RampSeconds = 3.0F; // until the full high voltage is there
+constexpr float RampSeconds = 3.0F; // until the high voltage is complete
 constexpr float SecondsPerHour = 3600.0F;
 
-/// A resistance with the voltage and the current that it was found with.
+/// Returns a resistance with the voltage and the current of its measurement.
 Values FromResistanceAndCurrent(float resistance, float current)
 {
     return {resistance, resistance * current, current, 0.0F, 0.0F, 0.0F};
@@ -79,7 +79,7 @@ Values Readings::NextValues(float seconds)
     return {};
 }
 
-/// Energy, power, current, voltage, power factor and apparent power.
+/// Returns energy, power, current, voltage, power factor and apparent power.
 Values Readings::NextPower(float hours)
 {
     const float current = Falling(1.85F);
@@ -90,7 +90,8 @@ Values Readings::NextPower(float hours)
     return {_values[0] + power * hours, power, current, voltage, powerFactor, apparentPower};
 }
 
-/// Highest voltage so far, voltage, current, mains voltage, voltage at the primary side and pulse width.
+/// Returns highest voltage so far, voltage, current, mains voltage, voltage at the primary side and pulse
+/// width.
 Values Readings::NextHighVoltage()
 {
     const float ramp = std::min(Elapsed() / RampSeconds, 1.0F);

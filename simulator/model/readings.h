@@ -11,19 +11,19 @@
 namespace Simulator
 {
 
-/// What a measurement reads: values that settle, with noise, each seed its own way.
+/// The readings of a measurement: values that settle, with noise that differs for each seed.
 class Readings
 {
 public:
     explicit Readings(quint32 seed);
 
-    /// Forgets the values of the measurement before.
+    /// Begins a measurement and forgets the values of the one before.
     void Begin(Measurement measurement);
 
-    /// Moves on to the readings that come so much later in the measurement.
+    /// Moves on to the readings of a later moment of the measurement.
     void Advance(std::chrono::milliseconds step);
 
-    /// The six values as a result carries them; zeros before the first step.
+    /// Returns the six values as a result carries them. They are zero before the first step.
     QByteArray Data() const;
 
 private:

@@ -14,14 +14,15 @@ namespace Simulator
 namespace
 {
 
-// A fault and the word in front of it.
+// The longest command is a fault with the word "inject" in front of it.
 constexpr int LongestLine = LongestFaultFile + 16;
 
 } // namespace
 
 CommandInput::CommandInput() : _notifier(STDIN_FILENO, QSocketNotifier::Read)
 {
-    std::signal(SIGTTIN, SIG_IGN); // in the background reading fails instead of stopping the instrument
+    std::signal(SIGTTIN,
+                SIG_IGN); // In the background, reading then fails instead of stopping the instrument.
     connect(&_notifier, &QSocketNotifier::activated, this, [this] { ReadInput(); });
 }
 
@@ -36,7 +37,8 @@ void CommandInput::ReadInput()
     std::for_each(buffer.begin(), buffer.begin() + count, [this](char byte) { Receive(byte); });
 }
 
-/// What a line has too much of is dropped; enough is kept to tell that it is too long.
+/// The excess of a line that is too long is dropped; what is kept is enough to tell that the line is too
+/// long.
 void CommandInput::Receive(char byte)
 {
     if (byte != '\n') {

@@ -7,7 +7,7 @@
 namespace Simulator
 {
 
-/// Reads commands from standard input, one a line. Its end ends nothing.
+/// Reads commands from the standard input, one a line. The end of the input does not end the program.
 class CommandInput : public QObject
 {
     Q_OBJECT

@@ -28,7 +28,7 @@ constexpr char Usage[] = "Usage: vesmar-simulator [OPTIONS] --link PATH\n"
                          "       vesmar-simulator run [OPTIONS] -- PROGRAM [ARG...]\n"
                          "       vesmar-simulator confirmation IMAGE > FILE\n";
 
-/// What CLI11 fills in, as it comes.
+/// The options as CLI11 fills them in.
 struct RawOptions {
     std::string linkPath;
     std::string logPath;
@@ -79,13 +79,20 @@ std::string Footer()
            "  quit: ends the simulator\n";
 }
 
-/// Lest a name that a script left empty counts as no option at all.
+/// Without this, a name that a script left empty would count as no option at all.
 std::string ObjectionToName(const std::string& name)
 {
     return name.empty() ? "the name is empty; name a file" : "";
 }
 
-void AddOptions(CLI::App* app, RawOptions* raw)
+void AddTime(CLI::App* app, const char* name, double* milliseconds, const char* meaning)
+{
+    app->add_option(name, *milliseconds, meaning)
+        ->type_name("MS")
+        ->check(CLI::Range(0.0, LongestMilliseconds));
+}
+
+void AddCourse(CLI::App* app, RawOptions* raw)
 {
     app->add_option("--link", raw->linkPath, "Make the instrument's line reachable at this path")
         ->type_name("PATH");
@@ -102,18 +109,16 @@ void AddOptions(CLI::App* app, RawOptions* raw)
         ->check(ObjectionToName);
     app->add_option("--log", raw->logPath, "Write a line per exchange and per change to this file")
         ->type_name("FILE");
+}
+
+void AddBehaviour(CLI::App* app, RawOptions* raw)
+{
     app->add_option("--seed", raw->seed, "Start of the readings' random numbers (default 1)")->type_name("N");
-    app->add_option("--restart-time", raw->restartTime, "How long a restart takes (default 500)")
-        ->type_name("MS")
-        ->check(CLI::Range(0.0, LongestMilliseconds));
-    app->add_option("--start-delay", raw->startDelay,
-                    "How long a measurement that was started still reports prepared (default 50)")
-        ->type_name("MS")
-        ->check(CLI::Range(0.0, LongestMilliseconds));
-    app->add_option("--install-time", raw->installTime,
-                    "How long confirmed firmware takes until the restart (default 1500)")
-        ->type_name("MS")
-        ->check(CLI::Range(0.0, LongestMilliseconds));
+    AddTime(app, "--restart-time", &raw->restartTime, "How long a restart takes (default 500)");
+    AddTime(app, "--start-delay", &raw->startDelay,
+            "How long a measurement that was started still reports prepared (default 50)");
+    AddTime(app, "--install-time", &raw->installTime,
+            "How long confirmed firmware takes until the restart (default 1500)");
     app->add_option("--new-version", raw->newVersion,
                     "What the instrument reports after a firmware update (default 1.06)")
         ->type_name("VERSION");
@@ -127,9 +132,7 @@ void AddOptions(CLI::App* app, RawOptions* raw)
                     "Let bytes take the time of a line of so many bits per second (default: no time)")
         ->type_name("N")
         ->check(CLI::Range(LowestBaud, HighestBaud));
-    app->add_option("--answer-after", raw->answerAfter, "Wait so long before each answer (default 0)")
-        ->type_name("MS")
-        ->check(CLI::Range(0.0, LongestMilliseconds));
+    AddTime(app, "--answer-after", &raw->answerAfter, "Wait so long before each answer (default 0)");
 }
 
 ControlCommand RequiredCommand(const QString& text, const char* option)
@@ -154,7 +157,7 @@ TimedCommand ParseTimedCommand(const std::string& text)
             RequiredCommand(whole.section(QLatin1Char(':'), 1), "--at")};
 }
 
-/// Two bytes from four hexadecimal digits; nothing from nothing.
+/// Returns two bytes from four hexadecimal digits, or no byte from an empty text.
 QByteArray ParseConfirmation(const std::string& text)
 {
     static const QRegularExpression form(QStringLiteral("\\A(?:[0-9A-Fa-f]{4})?\\z"));
@@ -164,7 +167,7 @@ QByteArray ParseConfirmation(const std::string& text)
     return QByteArray::fromHex(QByteArray::fromStdString(text));
 }
 
-/// "1.06" as the instrument sends it: "106".
+/// Returns a version such as "1.06" as the instrument sends it: "106".
 QByteArray ParseVersion(const std::string& text)
 {
     static const QRegularExpression form(QStringLiteral("\\A([0-9])\\.([0-9]{2})\\z"));
@@ -175,25 +178,41 @@ QByteArray ParseVersion(const std::string& text)
     return (match.captured(1) + match.captured(2)).toLatin1();
 }
 
-CommandLine Digested(const RawOptions& raw)
+QString PathOf(const std::string& option)
 {
-    CommandLine commandLine;
-    InstrumentOptions& instrument = commandLine.instrument;
+    return QFile::decodeName(option.c_str());
+}
+
+std::chrono::milliseconds Milliseconds(double time)
+{
+    return std::chrono::milliseconds(std::llround(time));
+}
+
+InstrumentOptions InstrumentOptionsOf(const RawOptions& raw)
+{
+    InstrumentOptions instrument;
     instrument.keepsExchanges = false;
-    instrument.logPath = QFile::decodeName(raw.logPath.c_str());
+    instrument.logPath = PathOf(raw.logPath);
     instrument.answerAfter = std::chrono::microseconds(std::llround(raw.answerAfter * 1000));
     instrument.baud = raw.baud;
     instrument.model.seed = raw.seed;
-    instrument.model.restartTime = std::chrono::milliseconds(std::llround(raw.restartTime));
-    instrument.model.functionTimings.startDelay = std::chrono::milliseconds(std::llround(raw.startDelay));
-    instrument.model.update.installTime = std::chrono::milliseconds(std::llround(raw.installTime));
+    instrument.model.restartTime = Milliseconds(raw.restartTime);
+    instrument.model.functionTimings.startDelay = Milliseconds(raw.startDelay);
+    instrument.model.update.installTime = Milliseconds(raw.installTime);
     instrument.model.update.newVersion = ParseVersion(raw.newVersion);
     instrument.model.update.confirmation = ParseConfirmation(raw.confirmation);
-    instrument.firmwarePath = QFile::decodeName(raw.firmwarePath.c_str());
-    commandLine.imagePath = QFile::decodeName(raw.imagePath.c_str());
-    commandLine.faultsPath = QFile::decodeName(raw.faultsPath.c_str());
-    commandLine.playbackPath = QFile::decodeName(raw.playbackPath.c_str());
-    commandLine.linkPath = QFile::decodeName(raw.linkPath.c_str());
+    instrument.firmwarePath = PathOf(raw.firmwarePath);
+    return instrument;
+}
+
+CommandLine Digested(const RawOptions& raw)
+{
+    CommandLine commandLine;
+    commandLine.instrument = InstrumentOptionsOf(raw);
+    commandLine.imagePath = PathOf(raw.imagePath);
+    commandLine.faultsPath = PathOf(raw.faultsPath);
+    commandLine.playbackPath = PathOf(raw.playbackPath);
+    commandLine.linkPath = PathOf(raw.linkPath);
     if (!raw.scenario.empty()) {
         const QString command = QStringLiteral("scenario ") + QString::fromLocal8Bit(raw.scenario.c_str());
         const ControlCommand scenario = RequiredCommand(command, "--scenario");
@@ -232,7 +251,7 @@ void CheckWhatToDo(bool isRun, const CommandLine& commandLine)
     }
 }
 
-/// The command line, and what it is read into.
+/// The declared command line and the options that it fills in.
 struct Declaration {
     Declaration();
 
@@ -246,7 +265,8 @@ Declaration::Declaration()
     app.formatter(std::make_shared<HelpFormatter>());
     app.set_version_flag("--version", "vesmar-simulator " VESMAR_VERSION);
     app.footer(Footer());
-    AddOptions(&app, &raw);
+    AddCourse(&app, &raw);
+    AddBehaviour(&app, &raw);
     run = app.add_subcommand("run", "Run a program that finds the instrument at its serial device")
               ->fallthrough();
     CLI::App* confirmation =
@@ -264,7 +284,7 @@ std::optional<CommandLine> ParseCommandLine(int argumentCount, char** arguments,
     Declaration declaration;
     CLI::App& app = declaration.app;
 
-    // Everything behind "--" belongs to the program and is none of the parser's business.
+    // Everything behind "--" belongs to the program and is not parsed here.
     char** const end = arguments + argumentCount;
     char** const divider =
         std::find_if(arguments, end, [](const char* argument) { return std::string("--") == argument; });

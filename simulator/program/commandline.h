@@ -20,28 +20,28 @@ class App;
 namespace Simulator
 {
 
-/// A command and when it is due, counted from the start.
+/// A command and the time when it is due, counted from the start.
 struct TimedCommand {
     std::chrono::milliseconds at;
     ControlCommand command;
 };
 
-/// What the user asked for: a link, a program or an image to confirm is set.
+/// The request of the user. It has a link, a program or an image to confirm.
 struct CommandLine {
     InstrumentOptions instrument;
     std::vector<TimedCommand> schedule;
-    QString faultsPath;             ///< where the faults to start with are written down; empty for none
-    std::vector<FaultEntry> faults; ///< read from there before anything is served
-    QString playbackPath;           ///< where the recording to play is written down; empty for none
+    QString faultsPath;             ///< the file of the faults to start with; empty for none
+    std::vector<FaultEntry> faults; ///< read from that file before the instrument starts
+    QString playbackPath;           ///< the file of the recording to play; empty for none
     QString linkPath;
     std::vector<std::string> program;
-    QString imagePath; ///< whose confirmation is to be printed
+    QString imagePath; ///< the image whose confirmation is printed
 };
 
-/// Nothing when the program ends here; *exitStatus then says how. Help, version and errors are printed.
+/// Returns nothing when the program ends here, with *exitStatus. Prints help, version and errors.
 std::optional<CommandLine> ParseCommandLine(int argumentCount, char** arguments, int* exitStatus);
 
-/// The command line as it is declared, for those who describe it.
+/// Returns the declared command line, for programs that describe it.
 std::shared_ptr<const CLI::App> DeclaredCommandLine();
 
 } // namespace Simulator

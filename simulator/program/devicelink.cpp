@@ -15,7 +15,8 @@ namespace Simulator
 namespace
 {
 
-/// A link of a simulator that was killed leads nowhere, or by chance to the line that this one was given.
+/// The link of a simulator that was killed leads nowhere, or by chance to the line that this simulator was
+/// given.
 bool IsLeftOver(const QString& path, const QString& devicePath)
 {
     const QFileInfo present(path);

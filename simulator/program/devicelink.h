@@ -9,7 +9,7 @@ namespace Simulator
 class DeviceLink
 {
 public:
-    /// Replaces a link that was left over. Throws std::runtime_error when the path cannot be had.
+    /// Replaces a link that was left over. Throws std::runtime_error when the link cannot be created.
     DeviceLink(const QString& path, const QString& devicePath);
     ~DeviceLink();
     DeviceLink(const DeviceLink&) = delete;
@@ -17,7 +17,7 @@ public:
     DeviceLink& operator=(const DeviceLink&) = delete;
     DeviceLink& operator=(DeviceLink&&) = delete;
 
-    /// Follows a line that came back under another path; without a path there is no link.
+    /// Points the link to a line that came back under another path. An empty path removes the link.
     void PointTo(const QString& devicePath);
 
 private:

@@ -43,7 +43,7 @@ std::runtime_error Unreadable(const QString& imagePath, const QString& reason)
         QStringLiteral("cannot read the image %1: %2").arg(imagePath, reason).toStdString());
 }
 
-/// Nothing that may be endless, or has more than an update sends.
+/// Refuses a path that is no file, and a file that is longer than any update.
 QByteArray ReadImage(const QString& path)
 {
     const QFileInfo info(path);
@@ -60,7 +60,7 @@ QByteArray ReadImage(const QString& path)
     return file.readAll();
 }
 
-/// Tells the two bytes as they are, for a file.
+/// Prints the two bytes as they are, so that they can go into a file.
 int PrintConfirmation(const QString& imagePath)
 {
     const QByteArray image = ReadImage(imagePath);
@@ -95,7 +95,7 @@ void CarryOut(const QString& line, Simulator::Session* session)
     }
 }
 
-/// Serves at the link until a signal or "quit".
+/// Offers the instrument at the link until a signal or "quit".
 int RunAtLink(const Simulator::CommandLine& commandLine)
 {
     Simulator::SignalWatcher signalWatcher;
@@ -110,7 +110,7 @@ int RunAtLink(const Simulator::CommandLine& commandLine)
     return QCoreApplication::exec();
 }
 
-/// Serves until the program has ended; its exit status is the result.
+/// Offers the instrument until the program has ended, and returns the exit status of the program.
 int RunProgram(const Simulator::CommandLine& commandLine)
 {
     Simulator::SignalWatcher signalWatcher;
@@ -150,7 +150,7 @@ int main(int argc, char** argv)
     if (!commandLine) {
         return exitStatus;
     }
-    int ownArgumentCount = 1; // the rest is not Qt's
+    int ownArgumentCount = 1; // Qt must not see the rest.
     const QCoreApplication application(ownArgumentCount, argv);
     try {
         if (!commandLine->imagePath.isEmpty()) {

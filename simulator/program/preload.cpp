@@ -21,8 +21,8 @@
 namespace
 {
 
-/// The function of this name behind this library. Looked up once; a race looks it up twice, with the same
-/// result.
+/// The function of this name in the libraries behind this one. It is looked up once; in a race it is looked
+/// up twice, with the same result.
 template <typename Signature>
 class NextFunction
 {
@@ -92,7 +92,8 @@ NextFunction<VersionedStatAt> nextVersionedStatAt("__fxstatat");
 NextFunction<VersionedStatAt64> nextVersionedStatAt64("__fxstatat64");
 NextFunction<SetAttributes> nextSetAttributes("tcsetattr");
 
-/// Where the instrument is; null when this path is not the instrument's or there is no instrument.
+/// Returns the path of the pseudo-terminal, or null when this path is not the instrument's or there is no
+/// instrument.
 const char* DeviceFor(const char* path)
 {
     if (path == nullptr || std::strcmp(path, Simulator::InstrumentPath) != 0) {
@@ -107,13 +108,13 @@ const char* Redirected(const char* path)
     return device != nullptr ? device : path;
 }
 
-/// The instrument looks like a device, also where its path is a link.
+/// Returns the flags that make the instrument look like a device even when its path is a link.
 int FollowingFlags(const char* path, int flags)
 {
     return DeviceFor(path) != nullptr ? flags & ~AT_SYMLINK_NOFOLLOW : flags;
 }
 
-/// The last argument of open, which is there only when a file may be created.
+/// Returns the last argument of open, which exists only when a file may be created.
 mode_t ModeArgument(int flags, va_list arguments)
 {
     const bool isThere = (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
@@ -130,7 +131,7 @@ bool IsInstrument(int descriptor)
            wanted.st_dev == given.st_dev && wanted.st_ino == given.st_ino;
 }
 
-/// One write a line, so that programs that share the log do not mix their lines.
+/// Each line is one write, so that programs that share the log do not mix their lines.
 void LogLineSettings(const termios& settings)
 {
     const char* path = std::getenv(Simulator::LineLogVariable);
@@ -151,7 +152,7 @@ void LogLineSettings(const termios& settings)
 
 } // namespace
 
-// The names are the C library's, reserved ones included; its declarations name the parameters otherwise.
+// The names are those of the C library, reserved ones included. Its declarations use other parameter names.
 // NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming)
 // NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
 
@@ -279,7 +280,7 @@ VESMAR_INTERPOSE int statx(int folder, const char* path, int flags, unsigned int
     return nextExtendedStat(folder, Redirected(path), FollowingFlags(path, flags), mask, result);
 }
 
-// What programs call that were built with an older C library.
+// Programs that were built with an older C library call these.
 
 VESMAR_INTERPOSE int __xstat(int version, const char* path, struct stat* result)
 {

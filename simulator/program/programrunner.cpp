@@ -22,7 +22,7 @@ namespace
 
 constexpr int KilledBySignal = 128;
 
-/// Next to this program where it is built, in the library folder where it is installed.
+/// Finds the library next to this program in a build, and in the library folder in an installation.
 QString FindPreloadLibrary()
 {
     const QDir here = QFileInfo(QFile::symLinkTarget(QStringLiteral("/proc/self/exe"))).dir();

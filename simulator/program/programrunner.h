@@ -21,12 +21,12 @@ public:
     /// Throws std::runtime_error when the preloaded library is missing.
     explicit ProgramRunner(const QString& devicePath);
 
-    /// Empty when the program runs; otherwise why it does not.
+    /// Returns an empty text when the program runs, otherwise the reason why it does not.
     QString Start(const std::vector<std::string>& program, const sigset_t& signalMask);
 
     void Forward(int signalNumber) const;
 
-    /// The exit status once the program has ended, as a shell would tell it.
+    /// Returns the exit status, as a shell would tell it, once the program has ended.
     std::optional<int> ExitStatus();
 
 private:

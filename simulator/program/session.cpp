@@ -62,13 +62,13 @@ void Session::AddFaults(const std::vector<FaultEntry>& faults)
     }
 }
 
-/// A recording has no mode, no error and no function, but its line may break.
+/// A recording has no mode, no error and no function; only faults have something to act on.
 bool Session::IsInVain(const ControlCommand& command) const
 {
     return _playsRecording && command.verb != ControlCommand::Verb::Fault;
 }
 
-/// On the instrument's thread, where an exception would find nobody.
+/// This runs on the instrument's thread, where nothing would catch an exception.
 void Session::UpdateLink(const QString& devicePath)
 {
     try {

@@ -17,13 +17,14 @@ class Session : public QObject
     Q_OBJECT
 
 public:
-    /// Throws std::exception when the instrument or the link cannot be had.
+    /// Throws std::exception when the instrument or the link cannot be created.
     Session(const CommandLine& commandLine, const QString& linkPath);
 
-    /// What finds nothing to act on is told on the standard error.
+    /// Reports a command that has nothing to act on to the standard error.
     void Execute(const ControlCommand& command);
 
-    /// One more fault, as it stands in a file of faults. Throws std::runtime_error, which says why not.
+    /// Adds one fault, written as in a file of faults. Throws std::runtime_error, which tells the reason,
+    /// when it cannot.
     void Inject(const QByteArray& json);
 
     /// Ends the faults of the file and those that were injected.
@@ -34,7 +35,8 @@ private:
     bool IsInVain(const ControlCommand& command) const;
     void UpdateLink(const QString& devicePath);
 
-    std::optional<DeviceLink> _link; ///< outlives the instrument, which tells of its line until its end
+    std::optional<DeviceLink>
+        _link; ///< outlives the instrument, which reports changes of its line until its end
     bool _playsRecording;
     Instrument _instrument;
 };

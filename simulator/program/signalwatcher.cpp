@@ -39,7 +39,7 @@ int OpenSignals(sigset_t* originalMask)
         ::sigaddset(&watched, SIGHUP);
     }
     ::pthread_sigmask(SIG_BLOCK, &watched, originalMask);
-    std::signal(SIGCHLD, SIG_DFL); // an inherited SIG_IGN would take the exit status of children away
+    std::signal(SIGCHLD, SIG_DFL); // With an inherited SIG_IGN, children would leave no exit status.
     const int descriptor = ::signalfd(-1, &watched, SFD_CLOEXEC | SFD_NONBLOCK);
     if (descriptor < 0) {
         throw std::system_error(errno, std::generic_category(), "no signal descriptor");

@@ -18,11 +18,12 @@ class SignalWatcher : public QObject
 public:
     SignalWatcher();
 
-    /// The signal mask that the program was started with; its children want it back.
+    /// Returns the signal mask that the program was started with, which its children need.
     const sigset_t& OriginalMask() const;
 
 Q_SIGNALS:
-    /// SIGINT, SIGTERM or SIGHUP. What the terminal sends to its whole foreground has reached a child too.
+    /// Tells of SIGINT, SIGTERM or SIGHUP. A signal that the terminal sends to its whole foreground has
+    /// reached a child too.
     void EndRequested(int signalNumber, bool hasReachedChild);
     void ChildChanged();
 

@@ -7,11 +7,11 @@
 namespace Simulator
 {
 
-/// What is wrong with a JSON text, and where: one sentence.
+/// An error in a JSON text: one sentence that tells what is wrong, and on which line.
 class JsonError : public std::runtime_error
 {
 public:
-    /// The line counts from 1.
+    /// Lines are counted from 1.
     JsonError(int line, const QString& sentence)
         : std::runtime_error(QStringLiteral("line %1: %2").arg(line).arg(sentence).toStdString()), _line(line)
     {

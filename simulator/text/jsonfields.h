@@ -13,41 +13,41 @@
 namespace Simulator
 {
 
-/// The members of one object of a JSON text, taken with a check each. What does not fit throws a JsonError
-/// with the line and the key.
+/// The members of one object of a JSON text. Each is checked when it is read; one that does not fit throws a
+/// JsonError with its line and key.
 class JsonFields
 {
 public:
-    /// The lines outlive the fields. The path is the object's.
+    /// The lines must outlive the fields. The path is that of the object.
     JsonFields(const QJsonObject& object, const JsonLines& lines, const QString& path);
 
     bool Has(const char* key) const { return _object.contains(QLatin1String(key)); }
 
-    /// A whole number within its limits; nothing when there is no such key.
+    /// Returns a whole number within its limits, or nothing when there is no such key.
     std::optional<int> Integer(const char* key, int lowest, int highest) const;
 
-    /// A number within its limits; nothing when there is no such key.
+    /// Returns a number within its limits, or nothing when there is no such key.
     std::optional<double> Number(const char* key, double lowest, double highest) const;
 
-    /// Nothing when there is no such key.
+    /// Returns a text, or nothing when there is no such key.
     std::optional<QString> Text(const char* key) const;
 
-    /// Bytes, at least one, written in hexadecimal; nothing when there is no such key.
+    /// Returns one or more bytes that are written in hexadecimal, or nothing when there is no such key.
     std::optional<QByteArray> Bytes(const char* key, int most) const;
 
-    /// The fields of the object under a key; nothing when there is no such key.
+    /// Returns the fields of the object under a key, or nothing when there is no such key.
     std::optional<JsonFields> Object(const char* key) const;
 
-    /// The fields of each object of the array under a key, which has to be there.
+    /// Returns the fields of each object of the array under a key. Throws when there is no such key.
     QVector<JsonFields> Objects(const char* key, int most) const;
 
-    /// Throws when there is a key that is not one of these.
+    /// Throws when the object has a key that is not one of these.
     void RefuseOthersThan(const QStringList& keys) const;
 
-    /// Tells what is wrong with the value of a key.
+    /// Throws an error that tells what is wrong with the value of a key.
     [[noreturn]] void Fail(const char* key, const QString& sentence) const;
 
-    /// Tells what is wrong with the object.
+    /// Throws an error that tells what is wrong with the object.
     [[noreturn]] void Fail(const QString& sentence) const;
 
 private:

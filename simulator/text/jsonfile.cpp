@@ -20,7 +20,7 @@ std::runtime_error FileError(const QString& path, const JsonKind& kind, const QS
 
 } // namespace
 
-/// No more than there may be, and one byte that tells that there is more.
+/// Reads no more than there may be, and one byte that tells that there is more.
 QByteArray ReadJsonFile(const QString& path, const JsonKind& kind)
 {
     const QFileInfo info(path);

@@ -11,20 +11,21 @@
 namespace Simulator
 {
 
-/// What a JSON text holds, and how long it may be.
+/// The content of a JSON text, and how long the text may be.
 struct JsonKind {
-    const char* name; ///< as a sentence calls it: "the faults"
-    int longest;      ///< bytes
+    const char* name; ///< the words for the content in a sentence, such as "the faults"
+    int longest;      ///< in bytes
 };
 
-/// The content of a file. Throws std::runtime_error, before it is read when it is no file or too long.
+/// Returns the content of a file. Throws std::runtime_error; a path that is no file, or a file that is too
+/// long, is not even read.
 QByteArray ReadJsonFile(const QString& path, const JsonKind& kind);
 
-/// The object that a text is. Throws JsonError.
+/// Returns the object that a text consists of. Throws JsonError when it is none.
 QJsonObject ParseJsonObject(const QByteArray& json, const JsonKind& kind);
 
-/// What is made of the content of a file. Throws std::runtime_error, which names the file and, where it can,
-/// line and key.
+/// Parses the content of a file. Throws std::runtime_error, which names the file and, where it can, line and
+/// key.
 template <typename Content>
 Content LoadJsonFile(const QString& path, const JsonKind& kind, Content (*parse)(const QByteArray&))
 {

@@ -22,13 +22,14 @@ bool IsOneOf(char character, const char* set)
     return character != '\0' && std::strchr(set, character) != nullptr;
 }
 
-/// With the two escapes of a pointer, lest a key with a slash be taken for two.
+/// Returns the name with the two escapes of a JSON pointer, so that a key with a slash is not mistaken for
+/// two keys.
 QString Escaped(QString name)
 {
     return name.replace(QLatin1Char('~'), QLatin1String("~0")).replace(QLatin1Char('/'), QLatin1String("~1"));
 }
 
-/// One way through a text, on which a path may be looked for.
+/// One pass through a text, which can search for a path.
 class JsonWalk
 {
 public:
@@ -41,7 +42,7 @@ public:
         ReadValue(std::nullopt);
     }
 
-    /// Nothing for an unknown path.
+    /// Returns the line of a path, or nothing when there is no such path.
     std::optional<int> Find(const QString& path)
     {
         _names = path.split(QLatin1Char('/'));
@@ -51,7 +52,7 @@ public:
     }
 
 private:
-    /// How many names of the path lead to a value; nothing when it lies elsewhere.
+    /// How many names of the path lead to a value, or nothing when the value lies elsewhere.
     using Depth = std::optional<int>;
 
     void ReadValue(Depth depth)
@@ -80,7 +81,7 @@ private:
             Step();
             SkipBlanks();
             if (Current() != '"') {
-                break; // an object without members
+                break; // The object has no members.
             }
             const int line = _line;
             const QString key = ReadKey();
@@ -104,7 +105,7 @@ private:
             Step();
             SkipBlanks();
             if (Current() == ']') {
-                break; // an array without elements
+                break; // The array has no elements.
             }
             ReadValue(depth ? Below(*depth, QString::number(index), _line) : std::nullopt);
             ++index;
@@ -112,7 +113,7 @@ private:
         Step();
     }
 
-    /// Of what has a name and stands on a line.
+    /// Returns the depth of a value that has this name and stands on this line.
     Depth Below(int depth, const QString& name, int line)
     {
         if (_names.value(depth) != Escaped(name)) {
@@ -120,7 +121,7 @@ private:
         }
         if (depth + 1 == _names.size()) {
             _found = line;
-            return std::nullopt; // what is in there has a longer path
+            return std::nullopt; // Everything inside this value has a longer path.
         }
         return depth + 1;
     }
@@ -144,7 +145,7 @@ private:
         Step();
     }
 
-    /// With its escapes undone.
+    /// Returns the key without its escapes.
     QString ReadKey()
     {
         const int first = _position;
@@ -173,7 +174,7 @@ private:
     QByteArray _text;
     int _position = 0;
     int _line = 1;
-    QStringList _names; ///< of the path, that of the whole text first, which is empty
+    QStringList _names; ///< the names in the path; the first one is that of the whole text, which is empty
     std::optional<int> _found;
 };
 

@@ -5,11 +5,11 @@
 namespace Simulator
 {
 
-/// The text with a question mark for everything that a terminal or a reader of lines would take for a
-/// command.
+/// Returns the text with a question mark for everything that a terminal, or a program that reads lines, would
+/// understand as a command.
 QString OneLine(const QString& text);
 
-/// What somebody wrote, in double quotes, on one line, and not longer than a message bears.
+/// Returns what somebody wrote: in double quotes, on one line, and not too long for a message.
 QString Quoted(const QString& text);
 
 } // namespace Simulator

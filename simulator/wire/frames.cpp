@@ -17,7 +17,7 @@ constexpr int PreparePayloadSize = 8;
 constexpr int ConfirmationSize = 2;
 constexpr int ModeSize = 1;
 
-/// Bytes between code and checksum, -1 for an unknown code.
+/// Returns how many bytes stand between code and checksum, or -1 for an unknown code.
 int RequestDataSize(char code)
 {
     switch (static_cast<RequestCode>(code)) {

@@ -5,7 +5,7 @@
 namespace Simulator
 {
 
-/// First byte of a request.
+/// The first byte of a request tells what is asked for.
 enum class RequestCode : char {
     ReadStatus = 's',
     ReadVersion = 'W',
@@ -23,22 +23,23 @@ enum class RequestCode : char {
     SetCalibrationDate = 't',
 };
 
-/// How much firmware one request carries, in bytes.
+/// One request carries this many bytes of firmware.
 inline constexpr int SectorSize = 512;
 
-/// The data with its checksum behind it.
+/// Returns the data with its checksum behind it.
 QByteArray Sealed(const QByteArray& data);
 
-/// True when the last two bytes are the checksum of at least one byte before them.
+/// Returns whether the last two bytes are the checksum of the bytes before them, of which there is at least
+/// one.
 bool IsIntact(const QByteArray& frame);
 
-/// The data of a frame: everything but its checksum.
+/// Returns everything of a frame but its checksum.
 QByteArray DataOf(const QByteArray& frame);
 
 QByteArray Acknowledge();
 QByteArray Refusal();
 
-/// Total length of the request that begins with this byte, checksum included; 0 for an unknown code.
+/// Returns the length of the request that begins with this byte, checksum included, or 0 for an unknown code.
 int RequestSize(char code);
 
 } // namespace Simulator

@@ -6,7 +6,8 @@
 namespace Simulator
 {
 
-/// What the instrument says of itself when asked for its version. Each field has a fixed width on the line.
+/// The instrument describes itself like this when it is asked for its version. Each field has a fixed width
+/// on the line.
 struct Identity {
     QByteArray deviceName = QByteArrayLiteral("PAT");
     QByteArray deviceCode = QByteArrayLiteral("410");
@@ -18,7 +19,7 @@ struct Identity {
 
     QByteArray Data() const;
 
-    /// The version as people write it, such as "1.05".
+    /// Returns the version as people write it, such as "1.05".
     QString VersionText() const;
 };
 

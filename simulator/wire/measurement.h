@@ -3,15 +3,15 @@
 namespace Simulator
 {
 
-/// What the instrument can measure.
+/// The measurements that the instrument offers.
 enum class Measurement { Rln, Iec, Rpe, Riso, Isub, Ipe, Idelta, It, Power, HvTest };
 
-/// The number that stands for it in a prepare request and in the status.
+/// Returns the number that stands for a measurement in a prepare request and in the status.
 constexpr int FunctionNumber(Measurement measurement)
 {
     switch (measurement) {
     case Measurement::Rln:
-    case Measurement::Iec: // a variant of the same function
+    case Measurement::Iec: // IEC is a variant of the same function.
         return 1;
     case Measurement::Rpe:
         return 2;
@@ -33,7 +33,7 @@ constexpr int FunctionNumber(Measurement measurement)
     return 0;
 }
 
-/// True when it ends by itself with one result; the others run until they are stopped.
+/// Returns whether a measurement ends by itself with one result. The others run until they are stopped.
 constexpr bool IsSingle(Measurement measurement)
 {
     return measurement == Measurement::Rln || measurement == Measurement::Iec;

@@ -8,9 +8,9 @@ namespace Simulator
 namespace
 {
 
-/// Long enough for a busy computer to bring the rest of a request.
+/// A busy computer brings the rest of a request within this time.
 constexpr std::chrono::milliseconds Silence{50};
-constexpr int LongestRequest = 1024; // more than any request: noise without a pause ends here
+constexpr int LongestRequest = 1024; // No request is as long; noise without a pause is cut here.
 
 } // namespace
 

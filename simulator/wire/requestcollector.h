@@ -9,7 +9,7 @@
 namespace Simulator
 {
 
-/// A request as it came off the line, and when its first byte did.
+/// A request as it came off the line, and the time when its first byte arrived.
 struct CollectedRequest {
     QByteArray frame;
     TimePoint receivedAt;
@@ -22,10 +22,11 @@ class RequestCollector
 public:
     void Append(const QByteArray& bytes, TimePoint now);
 
-    /// The next request that is over, if any.
+    /// Removes and returns the next request that is over, if there is one.
     std::optional<CollectedRequest> Extract(TimePoint now);
 
-    /// When the silence is long enough to end what has been collected; nothing while there is nothing.
+    /// Returns when the silence will be long enough to end what has been collected, or nothing while no bytes
+    /// are there.
     std::optional<TimePoint> SilenceEndsAt() const;
 
 private:
