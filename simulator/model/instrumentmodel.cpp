@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "simulator/model/preparepayload.h"
-#include "simulator/model/rcdpayload.h"
 #include "simulator/wire/frames.h"
 #include "simulator/wire/packeddate.h"
 

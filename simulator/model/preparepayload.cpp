@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <initializer_list>
+
+#include <QtEndian>
 
 namespace Simulator
 {
@@ -15,9 +18,12 @@ constexpr int FunctionIndex = 0;
 constexpr int TimeFlagIndex = 1;
 constexpr int CodeIndex = 2;
 constexpr int ConstantIndex = 3;
+constexpr int RcdTypeIndex = 2;
+constexpr int RcdOptionsIndex = 3;
+constexpr int RcdResistanceIndex = 4;
 
-constexpr unsigned char TimeIsSet = 0x05;
-constexpr unsigned char TimeIsNotSet = 0xFF;
+constexpr unsigned int TimeIsSet = 0x05;
+constexpr unsigned int TimeIsNotSet = 0xFF;
 constexpr unsigned int HighestCode = 31;
 
 /// A set has one bit for each code that a function knows.
@@ -51,12 +57,12 @@ constexpr std::array<PayloadForm, 10> Forms{{
     {Measurement::HvTest, Codes({0x02, 0x05})},
 }};
 
-unsigned char ByteAt(const QByteArray& payload, int index)
+unsigned int ByteAt(const QByteArray& payload, int index)
 {
     return static_cast<unsigned char>(payload.at(index));
 }
 
-bool IsKnownTimeFlag(unsigned char flag, Measurement measurement)
+bool IsKnownTimeFlag(unsigned int flag, Measurement measurement)
 {
     return flag == TimeIsNotSet || (flag == TimeIsSet && !IsSingle(measurement));
 }
@@ -64,9 +70,51 @@ bool IsKnownTimeFlag(unsigned char flag, Measurement measurement)
 bool Fits(const QByteArray& payload, const PayloadForm& form)
 {
     const unsigned int code = ByteAt(payload, CodeIndex);
-    return ByteAt(payload, FunctionIndex) == FunctionNumber(form.measurement) &&
+    return static_cast<int>(ByteAt(payload, FunctionIndex)) == FunctionNumber(form.measurement) &&
            IsKnownTimeFlag(ByteAt(payload, TimeFlagIndex), form.measurement) && code <= HighestCode &&
            (form.codes & 1U << code) != 0;
+}
+
+constexpr int Rcd = 10;
+constexpr int RcdIec = 11;
+constexpr unsigned int UnusedTypeBits = 0x3F;
+constexpr int ModeShift = 6;
+
+/// Returns whether the bytes are an earth resistance that was measured before.
+bool IsResistance(const QByteArray& bytes)
+{
+    return std::isfinite(qFromLittleEndian<float>(bytes.constData()));
+}
+
+std::optional<RcdKind> KindOfRcd(unsigned int mode, const QByteArray& resistance)
+{
+    if (mode == 0 && resistance == QByteArrayLiteral("\xFF\xFF\xFF\xFF")) {
+        return RcdKind::UbRe;
+    }
+    if ((mode == 1 || mode == 2) && IsResistance(resistance)) {
+        return RcdKind::IaTa;
+    }
+    return std::nullopt;
+}
+
+std::optional<RcdKind> KindOfRcdIec(unsigned int mode, const QByteArray& resistance)
+{
+    if (mode == 0 || resistance != QByteArray(4, '\0')) {
+        return std::nullopt;
+    }
+    return mode == 3 ? RcdKind::CleanUp : RcdKind::IaTa;
+}
+
+std::optional<RcdKind> KindOf(unsigned int function, unsigned int mode, const QByteArray& resistance)
+{
+    switch (function) {
+    case Rcd:
+        return KindOfRcd(mode, resistance);
+    case RcdIec:
+        return KindOfRcdIec(mode, resistance);
+    default:
+        return std::nullopt;
+    }
 }
 
 } // namespace
@@ -81,6 +129,21 @@ std::optional<Measurement> RecognizePayload(const QByteArray& payload)
         std::find_if(Forms.begin(), Forms.end(),
                      [&payload](const PayloadForm& candidate) { return Fits(payload, candidate); });
     return form == Forms.end() ? std::nullopt : std::optional<Measurement>(form->measurement);
+}
+
+std::optional<RcdPreparation> RecognizeRcdPayload(const QByteArray& payload)
+{
+    if (payload.size() != PayloadSize || ByteAt(payload, TimeFlagIndex) != 0 ||
+        (ByteAt(payload, RcdTypeIndex) & UnusedTypeBits) != 0) {
+        return std::nullopt;
+    }
+    const unsigned int function = ByteAt(payload, FunctionIndex);
+    const std::optional<RcdKind> kind =
+        KindOf(function, ByteAt(payload, RcdOptionsIndex) >> ModeShift, payload.mid(RcdResistanceIndex));
+    if (!kind) {
+        return std::nullopt;
+    }
+    return RcdPreparation{static_cast<int>(function), *kind};
 }
 
 } // namespace Simulator

@@ -8,7 +8,7 @@
 #include <QStringList>
 
 #include "simulator/control/scenarios.h"
-#include "simulator/model/rcdpayload.h"
+#include "simulator/model/preparepayload.h"
 #include "simulator/model/rcdreadings.h"
 #include "simulator/wire/statusword.h"
 #include "simulator/wire/traffic.h"

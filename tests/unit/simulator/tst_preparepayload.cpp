@@ -1,7 +1,6 @@
 #include <QtTest>
 
 #include "simulator/model/preparepayload.h"
-#include "simulator/model/rcdpayload.h"
 
 using Simulator::Measurement;
 using Simulator::RcdKind;
