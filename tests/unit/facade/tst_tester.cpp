@@ -40,7 +40,7 @@ namespace
 {
 
 const QMap<char, QByteArray> Instrument = {
-    {'s', Wire::IdleStatus},
+    {'s', Wire::StartTest0Status},
     {'W', Wire::Bytes("50415431323334353637383931303541424344323031361fe6")},
     {'R', Wire::Bytes("2412312359586199")},
     {'T', Wire::Bytes("200229000000b2b5")},
@@ -542,10 +542,10 @@ void TestTester::RequestReachesTheWire_data()
     QTest::addColumn<Operation>("operation");
     QTest::addColumn<QList<QByteArray>>("frames");
     QTest::newRow("RestartTester") << Operation([](Tester& tester) { tester.RestartTester(); })
-                                   << QList<QByteArray>{Wire::ChangeToNormal};
+                                   << QList<QByteArray>{Wire::ChangeToNormalMode};
     QTest::newRow("RetrieveDeviceInformation")
         << Operation([](Tester& tester) { tester.RetrieveDeviceInformation(); })
-        << QList<QByteArray>{Wire::Version};
+        << QList<QByteArray>{Wire::ReadVersion};
     QTest::newRow("RetrieveCurrentDateTime")
         << Operation([](Tester& tester) { tester.RetrieveCurrentDateTime(); })
         << QList<QByteArray>{Wire::ReadCurrentDate};
@@ -556,8 +556,8 @@ void TestTester::RequestReachesTheWire_data()
         << Operation(&ConfigureCurrent) << QList<QByteArray>{Wire::Bytes("72240307140509ab99")};
     QTest::newRow("ConfigureCalibrationDateTime")
         << Operation(&ConfigureCalibration)
-        << QList<QByteArray>{Wire::ChangeToCalibration, Wire::Bytes("74240307000000f1c9"),
-                             Wire::ChangeToNormal};
+        << QList<QByteArray>{Wire::ChangeToCalibrationMode, Wire::Bytes("74240307000000f1c9"),
+                             Wire::ChangeToNormalMode};
 }
 
 void TestTester::RequestReachesTheWire()
@@ -574,7 +574,7 @@ void TestTester::RequestReachesTheWire()
     operation(*facade.tester);
     const auto others = [&peer]() {
         QList<QByteArray> requests = peer.RequestBytes();
-        requests.removeAll(Wire::Status);
+        requests.removeAll(Wire::ReadStatus);
         return requests;
     };
     QTRY_VERIFY_WITH_TIMEOUT(others().size() >= frames.size(), Patience);

@@ -26,7 +26,7 @@ struct Bench {
         const auto left = std::make_shared<QList<QByteArray>>(statuses);
         const QMap<char, QByteArray> answers = Wire::UpdateAnswers({});
         peer.Answer([=](const QByteArray& request) {
-            if (request == Wire::Status) {
+            if (request == Wire::ReadStatus) {
                 return left->size() > 1 ? left->takeFirst() : left->constFirst();
             }
             return request == refused ? Wire::Refusal : answers.value(request.at(0));
@@ -157,15 +157,16 @@ void TestTesterUpdate::WhileDisabledItIsDoneBeforeTheCallReturns()
     facade.context.ErrorCode.Set(Error::UpdateConfirmationFailed);
     const SignalLog changes(*facade.tester);
     const QStringList expected =
-        Changes("ErrorCode=15 CurrentMeasurementType=0 StartTestStatus=0 OperationStatus=2 "
+        Changes("ErrorCode=15 CurrentMeasurementType=0 StartTestStatus=14 OperationStatus=2 "
                 "OperationProgress=33 OperationProgress=66 OperationProgress=100 OperationStatus=3");
     QCOMPARE(facade.ChangesOf(
                  [](Tester& tester) { QVERIFY(tester.UpdateTester(Wire::Image(), Wire::Confirmation)); }),
              expected);
     QCOMPARE(changes.Signals(), expected);
     QCOMPARE(bench.peer.RequestBytes(),
-             (QList<QByteArray>{Wire::Status, Wire::ChangeToUpdate, Wire::Initialize, Wire::SectorFrame(0),
-                                Wire::SectorFrame(1), Wire::SectorFrame(2), Wire::Finish, Wire::Status}));
+             (QList<QByteArray>{Wire::ReadStatus, Wire::ChangeToUpdateMode, Wire::InitializeUpdate,
+                                Wire::SectorFrame(0), Wire::SectorFrame(1), Wire::SectorFrame(2),
+                                Wire::Finish, Wire::ReadStatus}));
     QCOMPARE(bench.pauses.Text(), QStringLiteral("2000 100 100 100 2500"));
     QCOMPARE(Banners(facade.log), QStringList{});
     QCOMPARE(facade.context.GetUpdate().image, Wire::Image());
@@ -185,8 +186,8 @@ void TestTesterUpdate::WorksBetweenTwoLinks()
 
     QVERIFY(bench.facade.tester->UpdateTester(Wire::Sector(0), Wire::Confirmation));
     QCOMPARE(bench.peer.RequestBytes(),
-             (QList<QByteArray>{Wire::Status, Wire::Initialize, Wire::SectorFrame(0), Wire::Finish,
-                                Wire::Status}));
+             (QList<QByteArray>{Wire::ReadStatus, Wire::InitializeUpdate, Wire::SectorFrame(0), Wire::Finish,
+                                Wire::ReadStatus}));
     QVERIFY(!bench.IsLineOpen());
 
     bench.facade.tester->Enable();
@@ -207,14 +208,14 @@ void TestTesterUpdate::FailureReturnsFalse_data()
     const QByteArray none;
     const QByteArray& waiting = Wire::UpdateModeStatus;
     QTest::newRow("update mode refused")
-        << Wire::IdleStatus << Wire::ChangeToUpdate << 1536 << 6 << QByteArray("sxxx") << 300;
+        << Wire::IdleStatus << Wire::ChangeToUpdateMode << 1536 << 6 << QByteArray("sxxx") << 300;
     QTest::newRow("image of 1000 bytes") << Wire::IdleStatus << none << 1000 << 6 << QByteArray("sx") << 301;
     QTest::newRow("image of 1000 bytes, in update mode")
         << waiting << none << 1000 << 6 << QByteArray("s") << 301;
     QTest::newRow("confirmation of 1 byte, in update mode")
         << waiting << none << 1536 << 1 << QByteArray("s") << 302;
     QTest::newRow("initialization refused")
-        << waiting << Wire::Initialize << 1536 << 6 << QByteArray("sVVV") << 303;
+        << waiting << Wire::InitializeUpdate << 1536 << 6 << QByteArray("sVVV") << 303;
     QTest::newRow("second sector refused")
         << waiting << Wire::SectorFrame(1) << 1536 << 6 << QByteArray("sVFFFF") << 303;
     QTest::newRow("confirmation refused")
@@ -242,7 +243,7 @@ void TestTesterUpdate::FailureReturnsFalse()
 
 void TestTesterUpdate::FailedModeChangeLeavesTheLineOpenForTheNextUpdate()
 {
-    const Bench bench({Wire::IdleStatus, Wire::UpdateModeStatus}, Wire::ChangeToUpdate);
+    const Bench bench({Wire::IdleStatus, Wire::UpdateModeStatus}, Wire::ChangeToUpdateMode);
     Tester& tester = *bench.facade.tester;
     QVERIFY(!tester.UpdateTester(Wire::Image(), Wire::Confirmation));
     QVERIFY(!tester.IsEnabled());
@@ -256,7 +257,7 @@ void TestTesterUpdate::FailedModeChangeLeavesTheLineOpenForTheNextUpdate()
 
 void TestTesterUpdate::FailedModeChangeLeavesTheLineOpenForALink()
 {
-    const Bench bench({Wire::IdleStatus}, Wire::ChangeToUpdate);
+    const Bench bench({Wire::IdleStatus}, Wire::ChangeToUpdateMode);
     Tester& tester = *bench.facade.tester;
     QVERIFY(!tester.UpdateTester(Wire::Image(), Wire::Confirmation));
     tester.Enable();
@@ -272,7 +273,7 @@ void TestTesterUpdate::FailedStatusDoesNotEndTheUpdate()
     QCOMPARE(bench.facade.ChangesOf(
                  [](Tester& tester) { QVERIFY(tester.UpdateTester(Wire::Sector(0), Wire::Confirmation)); }),
              Changes("CommunicationError=1 OperationStatus=2 OperationProgress=100 OperationStatus=3 "
-                     "CurrentMeasurementType=0 StartTestStatus=0"));
+                     "CurrentMeasurementType=0 StartTestStatus=14"));
     QCOMPARE(bench.Commands(), QByteArray("sssVFZs"));
     QVERIFY(!bench.IsLineOpen());
 }

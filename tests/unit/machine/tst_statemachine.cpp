@@ -24,7 +24,7 @@ namespace
 constexpr int Patience = 30000; ///< Milliseconds until a condition counts as not met.
 
 const QMap<char, QByteArray> Instrument = {
-    {'s', Wire::IdleStatus},
+    {'s', Wire::StartTest0Status},
     {'W', Wire::Bytes("50415431323334353637383931303541424344323031361fe6")},
     {'R', Wire::Bytes("2412312359586199")},
     {'T', Wire::Bytes("200229000000b2b5")},
@@ -71,7 +71,7 @@ bool WaitForMonitoring(const LogCapture& log)
 bool IsPortClosed(StateMachine& machine)
 {
     QByteArray* response = nullptr;
-    const int result = machine.GetTransciever()->RunQuery(Wire::Status, &response);
+    const int result = machine.GetTransciever()->RunQuery(Wire::ReadStatus, &response);
     return result == 3 && response == nullptr;
 }
 
@@ -166,9 +166,10 @@ void TestStateMachine::EnableStartsAtTheRootAndReachesMonitoring()
     plant.machine->Enable();
     QVERIFY(plant.peer.WaitForRequests(7));
     QCOMPARE(Banners(plant.log), StartBanners);
-    QCOMPARE(plant.peer.RequestBytes().mid(0, 7),
-             (QList<QByteArray>{Wire::Status, Wire::Version, Wire::ReadCurrentDate, Wire::ReadCalibrationDate,
-                                Wire::Status, Wire::Status, Wire::Status}));
+    QCOMPARE(
+        plant.peer.RequestBytes().mid(0, 7),
+        (QList<QByteArray>{Wire::ReadStatus, Wire::ReadVersion, Wire::ReadCurrentDate,
+                           Wire::ReadCalibrationDate, Wire::ReadStatus, Wire::ReadStatus, Wire::ReadStatus}));
 }
 
 void TestStateMachine::EnableResetsTheMeasurementStatusAlone()
@@ -368,7 +369,7 @@ void TestStateMachine::RequestMadeWhileDisabledIsServedOnEnable()
     plant.machine->Enable();
     QTRY_VERIFY_WITH_TIMEOUT(!plant.Context().DeviceInformationRequested.Get(), Patience);
     QVERIFY(WaitForBanner(plant.log, "LEAVING TESTER CONFIGURATION STATE "));
-    QCOMPARE(plant.peer.RequestBytes().count(Wire::Version), 2);
+    QCOMPARE(plant.peer.RequestBytes().count(Wire::ReadVersion), 2);
 }
 
 void TestStateMachine::ManyCyclesLeaveNothingBehind()
@@ -515,8 +516,8 @@ ScriptedPeer::Responder InMode(const QByteArray& status)
 {
     const auto isNormal = std::make_shared<bool>(false); // On the peer's thread alone.
     return [status, isNormal](const QByteArray& request) {
-        *isNormal = *isNormal || request == Wire::ChangeToNormal;
-        const bool isOddStatus = request == Wire::Status && !*isNormal;
+        *isNormal = *isNormal || request == Wire::ChangeToNormalMode;
+        const bool isOddStatus = request == Wire::ReadStatus && !*isNormal;
         return isOddStatus ? status : Instrument.value(request.at(0));
     };
 }
@@ -533,8 +534,9 @@ void TestStateMachine::InstrumentInMode2IsRestartedWithoutARequest()
                                  Banner("LEAVING RESTARTING TESTER STATE ")};
     QCOMPARE(Banners(plant.log), StartBanners.mid(0, 4) + restart + StartBanners);
     QCOMPARE(plant.peer.RequestBytes().mid(0, 8),
-             (QList<QByteArray>{Wire::Status, Wire::Version, Wire::ChangeToNormal, Wire::Status, Wire::Status,
-                                Wire::Version, Wire::ReadCurrentDate, Wire::ReadCalibrationDate}));
+             (QList<QByteArray>{Wire::ReadStatus, Wire::ReadVersion, Wire::ChangeToNormalMode,
+                                Wire::ReadStatus, Wire::ReadStatus, Wire::ReadVersion, Wire::ReadCurrentDate,
+                                Wire::ReadCalibrationDate}));
 }
 
 void TestStateMachine::RestartRequestInUpdateModeRestartsToo()
@@ -546,7 +548,7 @@ void TestStateMachine::RestartRequestInUpdateModeRestartsToo()
     plant.Context().RestartRequested.Set(true);
     QVERIFY(WaitForBanner(plant.log, "LEAVING RESTARTING TESTER STATE "));
     QVERIFY(!plant.Context().RestartRequested.Get());
-    QCOMPARE(plant.peer.RequestBytes().count(Wire::ChangeToNormal), 1);
+    QCOMPARE(plant.peer.RequestBytes().count(Wire::ChangeToNormalMode), 1);
     plant.log.Clear();
     QVERIFY(WaitForMonitoring(plant.log));
     QCOMPARE(plant.Context().TesterMode.Get(), Vesmar::OperationMode::Normal);

@@ -59,9 +59,10 @@ void StopsOnEveryStepUntilTheFunctionIsOver()
         end.Report(functionState);
         end.state.OnRunning();
     }
-    QCOMPARE(end.peer.RequestBytes(),
-             (QList<QByteArray>{Wire::Status, Wire::Stop, Wire::Status, Wire::Stop, Wire::Status,
-                                Wire::Status, Wire::Stop, Wire::Status}));
+    QCOMPARE(
+        end.peer.RequestBytes(),
+        (QList<QByteArray>{Wire::ReadStatus, Wire::StopMeasurement, Wire::ReadStatus, Wire::StopMeasurement,
+                           Wire::ReadStatus, Wire::ReadStatus, Wire::StopMeasurement, Wire::ReadStatus}));
     QCOMPARE(end.Outcome(), QStringLiteral("MeasurementStatus=7 IsMeasurementRunning=0"));
 }
 

@@ -16,36 +16,8 @@
 #include "link/transciever.h"
 #include "support/logcapture.h"
 #include "support/scriptedpeer.h"
+#include "support/wire.h"
 #include "unit/states/celllog.h"
-
-/// The frames of the line, checksums included.
-namespace Wire
-{
-
-inline QByteArray Bytes(const char* hexadecimal)
-{
-    return QByteArray::fromHex(hexadecimal);
-}
-
-inline const QByteArray Status = Bytes("73f44e");
-inline const QByteArray Version = Bytes("57122a");
-inline const QByteArray Start = Bytes("53966a");
-inline const QByteArray Stop = Bytes("68aeed");
-inline const QByteArray ReadMeasurement = Bytes("65033c");
-inline const QByteArray ReadCurrentDate = Bytes("52b77a");
-inline const QByteArray ReadCalibrationDate = Bytes("54711a");
-inline const QByteArray ChangeToNormal = Bytes("7800f081");
-inline const QByteArray ChangeToCalibration = Bytes("7801d191");
-
-inline const QByteArray Acknowledge = Bytes("06c660");
-inline const QByteArray Refusal = Bytes("214334");
-inline const QByteArray Damaged = Bytes("00f50000"); ///< A status with a wrong checksum.
-inline const QByteArray Silence;
-
-/// No function, normal mode, no error, start test 0.
-inline const QByteArray IdleStatus = Bytes("00f01fef");
-
-} // namespace Wire
 
 /// The commands that have arrived, a letter each.
 inline QByteArray CommandsOf(const ScriptedPeer& peer)

@@ -10,9 +10,6 @@
 #include "context/replaceowned.h"
 #include "unit/states/enginefixture.h"
 
-/// Six readings, 1 to 6.
-inline const QByteArray SixReadings = Wire::Bytes("0000803f0000004000004040000080400000a0400000c04043e3");
-
 /// An engine whose instrument has a function selected.
 class MeasurementEngine : public Engine
 {
@@ -77,8 +74,10 @@ public:
 private:
     static QMap<char, QByteArray> WithService(char command, const QByteArray& answer)
     {
-        QMap<char, QByteArray> answers{
-            {'P', Wire::Acknowledge}, {'S', Wire::Acknowledge}, {'h', Wire::Acknowledge}, {'e', SixReadings}};
+        QMap<char, QByteArray> answers{{'P', Wire::Acknowledge},
+                                       {'S', Wire::Acknowledge},
+                                       {'h', Wire::Acknowledge},
+                                       {'e', Wire::SixReadings}};
         answers.insert(command, answer);
         return answers;
     }

@@ -44,7 +44,7 @@ inline void AddRows(const char* preparedOutcome, const QString& prepared, const 
         QStringLiteral("ErrorCode=4 ") + otherFunction, NoPause);
     row("acknowledged", Wire::Acknowledge, NoChange, NoPause);
     row("refused", Wire::Refusal, NoChange, Pause);
-    row("damaged", Wire::Damaged, NoChange, Pause);
+    row("damaged", Wire::DamagedStatus, NoChange, Pause);
 }
 
 template <typename Test>
@@ -57,7 +57,7 @@ void FollowsTheFunction()
     run.peer.AnswerAlways(answer);
     run.SetError(EarlierError);
     QCOMPARE(run.StepIn(Prepared), outcome);
-    QCOMPARE(run.peer.RequestBytes(), QList<QByteArray>{Wire::Status});
+    QCOMPARE(run.peer.RequestBytes(), QList<QByteArray>{Wire::ReadStatus});
     QCOMPARE(run.Pauses(), pauses);
 }
 
@@ -74,7 +74,7 @@ inline void AddCheckRows(const QString& wrong)
     }
     QTest::newRow("acknowledged") << Wire::Acknowledge << NoChange << wrong;
     QTest::newRow("refused") << Wire::Refusal << NoChange << wrong;
-    QTest::newRow("damaged") << Wire::Damaged << NoChange << wrong;
+    QTest::newRow("damaged") << Wire::DamagedStatus << NoChange << wrong;
 }
 
 template <typename Test>
@@ -87,7 +87,7 @@ void ChecksTheObject()
     run.AnswerByCommand({{'s', Test::Status(3, true)}, {'e', answer}});
     run.SetError(EarlierError);
     QCOMPARE(run.StepIn(Prepared), outcome);
-    QCOMPARE(run.peer.RequestBytes(), (QList<QByteArray>{Wire::Status, Wire::ReadMeasurement}));
+    QCOMPARE(run.peer.RequestBytes(), (QList<QByteArray>{Wire::ReadStatus, Wire::ReadMeasurement}));
     QCOMPARE(run.Pauses(), pauses);
 }
 
@@ -107,7 +107,7 @@ template <typename Test>
 void FailedPollsCountToo()
 {
     Run<Test> run;
-    run.peer.AnswerInTurn({Wire::Acknowledge, Wire::Refusal, Test::Status(3), Wire::Damaged,
+    run.peer.AnswerInTurn({Wire::Acknowledge, Wire::Refusal, Test::Status(3), Wire::DamagedStatus,
                            Wire::Acknowledge, Test::Status(4)});
     run.SetPhase(Prepared);
     QVERIFY(run.StepsInVain(5, "s"));
@@ -125,7 +125,7 @@ inline void AddLastCheckRows()
     }
     QTest::newRow("acknowledged") << Wire::Acknowledge << 500;
     QTest::newRow("refused") << Wire::Refusal << 500;
-    QTest::newRow("damaged") << Wire::Damaged << 500;
+    QTest::newRow("damaged") << Wire::DamagedStatus << 500;
     QTest::newRow("silence") << Wire::Silence << 500;
 }
 
@@ -155,7 +155,7 @@ void PrepareBeginsANewBudget()
     run.AnswerByCommand({{'s', Test::Status(3, true)}, {'e', RCDWire::ObjectCheck(3)}});
     QVERIFY(run.StepsInVain(1, "se"));
 
-    run.peer.AnswerInTurn({Wire::IdleStatus, Wire::Acknowledge});
+    run.peer.AnswerInTurn({Wire::StartTest0Status, Wire::Acknowledge});
     QCOMPARE(run.StepIn(Preparing), NoChange);
     QCOMPARE(run.Step(), QStringLiteral("MeasurementStatus=2"));
     run.peer.AnswerAlways(Test::Status(2));
@@ -172,7 +172,7 @@ void FailedPrepareKeepsWhatIsWrongWithTheObject()
     QVERIFY(run.StepsInVain(4, "s"));
     run.AnswerByCommand({{'s', Test::Status(3, true)}, {'e', RCDWire::ObjectCheck(3)}});
     QVERIFY(run.StepsInVain(1, "se"));
-    run.peer.AnswerAlways(Wire::IdleStatus);
+    run.peer.AnswerAlways(Wire::StartTest0Status);
     QCOMPARE(run.StepIn(Preparing), NoChange);
     QCOMPARE(run.StepIn(Prepared), QStringLiteral("ErrorCode=502 MeasurementStatus=7"));
 }

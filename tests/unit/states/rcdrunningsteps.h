@@ -147,7 +147,7 @@ void ObjectCheckWaitsHalfASecond()
     QCOMPARE(run.StepIn(Prepared), NoChange);
     QVERIFY(time.elapsed() >= 500);
     QVERIFY(time.elapsed() < OrdinaryTimeout);
-    QCOMPARE(run.peer.RequestBytes(), (QList<QByteArray>{Wire::Status, Wire::ReadMeasurement}));
+    QCOMPARE(run.peer.RequestBytes(), (QList<QByteArray>{Wire::ReadStatus, Wire::ReadMeasurement}));
 }
 
 /// `waiting` is the pause after a status that does not allow the test yet.
@@ -172,7 +172,7 @@ inline void AddIdleRows(const QString& waiting)
         QStringLiteral("ErrorCode=14 MeasurementStatus=7"), waiting);
     row("acknowledged", Wire::Acknowledge, NoChange, NoPause);
     row("refused", Wire::Refusal, NoChange, Pause);
-    row("damaged", Wire::Damaged, NoChange, Pause);
+    row("damaged", Wire::DamagedStatus, NoChange, Pause);
 }
 
 template <typename Test>
@@ -184,7 +184,7 @@ void IdleAwaitsTheInstrument()
     Run<Test> run;
     run.peer.AnswerAlways(answer);
     QCOMPARE(run.StepIn(Idle), outcome);
-    QCOMPARE(run.peer.RequestBytes(), QList<QByteArray>{Wire::Status});
+    QCOMPARE(run.peer.RequestBytes(), QList<QByteArray>{Wire::ReadStatus});
     QCOMPARE(run.Pauses(), pauses);
 }
 
@@ -214,7 +214,7 @@ void IdleGivesUpAfterNineStatuses()
 {
     Run<Test> run;
     run.peer.AnswerInTurn({RCDWire::NotReady, RCDWire::StartTest(13, true), Wire::Acknowledge, Wire::Refusal,
-                           Wire::Damaged, RCDWire::NotReady, Wire::Acknowledge, Wire::Acknowledge,
+                           Wire::DamagedStatus, RCDWire::NotReady, Wire::Acknowledge, Wire::Acknowledge,
                            RCDWire::NotReady, RCDWire::Ready});
     QVERIFY(run.StepsInVain(9, "s"));
     QCOMPARE(run.Step(), QStringLiteral("ErrorCode=400 MeasurementStatus=7"));
@@ -229,9 +229,9 @@ inline void AddCommandRows(const char* outcome)
     QTest::addColumn<QString>("outcome");
     QTest::addColumn<QString>("pauses");
     QTest::newRow("acknowledged") << Wire::Acknowledge << QString(QLatin1String(outcome)) << NoPause;
-    QTest::newRow("data") << Wire::IdleStatus << NoChange << NoPause;
+    QTest::newRow("data") << Wire::StartTest0Status << NoChange << NoPause;
     QTest::newRow("refused") << Wire::Refusal << NoChange << Pause;
-    QTest::newRow("damaged") << Wire::Damaged << NoChange << Pause;
+    QTest::newRow("damaged") << Wire::DamagedStatus << NoChange << Pause;
 }
 
 template <typename Test>
@@ -251,7 +251,7 @@ template <typename Test>
 void CommandIsGivenUpAfterThreeAttempts(int phase, const QByteArray& command, const char* outcome)
 {
     Run<Test> run;
-    run.peer.AnswerInTurn({Wire::IdleStatus, Wire::Refusal, Wire::Damaged, Wire::Acknowledge});
+    run.peer.AnswerInTurn({Wire::StartTest0Status, Wire::Refusal, Wire::DamagedStatus, Wire::Acknowledge});
     run.SetPhase(phase);
     QVERIFY(run.StepsInVain(3, command));
     QCOMPARE(run.Step(), QString(QLatin1String(outcome)));
@@ -274,7 +274,7 @@ void PreparingGivesUpAfterThreeRequests()
 template <typename Test>
 void StartsTheTest()
 {
-    CommandIsSent<Test>(Starting, Wire::Start);
+    CommandIsSent<Test>(Starting, Wire::StartMeasurement);
 }
 
 template <typename Test>
@@ -402,7 +402,7 @@ void SilentTestIsStartedAgain(int phase)
     QVERIFY(run.context.StartMeasurementRequested.Get());
     run.peer.AnswerAlways(Wire::Acknowledge);
     QCOMPARE(run.Step(), QStringLiteral("MeasurementStatus=4"));
-    QCOMPARE(run.peer.RequestBytes(), QList<QByteArray>{Wire::Start});
+    QCOMPARE(run.peer.RequestBytes(), QList<QByteArray>{Wire::StartMeasurement});
 }
 
 template <typename Test>
@@ -475,7 +475,7 @@ inline void AddRows(const QString& prepared, const QString& waiting)
         QStringLiteral("ErrorCode=4 ") + otherFunction, NoPause);
     row("acknowledged", Wire::Acknowledge, NoChange, NoPause);
     row("refused", Wire::Refusal, NoChange, Pause);
-    row("damaged", Wire::Damaged, NoChange, Pause);
+    row("damaged", Wire::DamagedStatus, NoChange, Pause);
 }
 
 template <typename Test>
@@ -487,7 +487,7 @@ void FollowsTheFunction()
     Run<Test> run;
     run.peer.AnswerAlways(answer);
     QCOMPARE(run.StepIn(Prepared), outcome);
-    QCOMPARE(run.peer.RequestBytes(), QList<QByteArray>{Wire::Status});
+    QCOMPARE(run.peer.RequestBytes(), QList<QByteArray>{Wire::ReadStatus});
     QCOMPARE(run.Pauses(), pauses);
 }
 
@@ -502,7 +502,7 @@ inline void AddCheckRows()
     }
     QTest::newRow("acknowledged") << Wire::Acknowledge << NoChange << NoPause;
     QTest::newRow("refused") << Wire::Refusal << NoChange << Pause;
-    QTest::newRow("damaged") << Wire::Damaged << NoChange << Pause;
+    QTest::newRow("damaged") << Wire::DamagedStatus << NoChange << Pause;
 }
 
 /// What is found goes nowhere.
@@ -515,7 +515,7 @@ void ChecksTheObject()
     Run<Test> run;
     run.AnswerByCommand({{'s', Test::Status(3, true)}, {'e', answer}});
     QCOMPARE(run.StepIn(Prepared), outcome);
-    QCOMPARE(run.peer.RequestBytes(), (QList<QByteArray>{Wire::Status, Wire::ReadMeasurement}));
+    QCOMPARE(run.peer.RequestBytes(), (QList<QByteArray>{Wire::ReadStatus, Wire::ReadMeasurement}));
     QCOMPARE(run.Pauses(), pauses);
 }
 
@@ -537,8 +537,8 @@ template <typename Test>
 void GivesUpAfterFiveStatuses()
 {
     Run<Test> run;
-    run.peer.AnswerInTurn(
-        {Test::Status(2), Wire::Refusal, Wire::Acknowledge, Wire::Damaged, Test::Status(3), Test::Status(4)});
+    run.peer.AnswerInTurn({Test::Status(2), Wire::Refusal, Wire::Acknowledge, Wire::DamagedStatus,
+                           Test::Status(3), Test::Status(4)});
     run.SetPhase(Prepared);
     QVERIFY(run.StepsInVain(5, "s"));
     QCOMPARE(run.Step(), QStringLiteral("ErrorCode=401 MeasurementStatus=7"));

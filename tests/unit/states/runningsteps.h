@@ -41,7 +41,7 @@ void FollowsAFunctionWithoutResult()
     run.Report(functionState);
     run.state.OnRunning();
     QCOMPARE(run.Outcome(), outcome);
-    QCOMPARE(run.peer.RequestBytes(), QList<QByteArray>{Wire::Status});
+    QCOMPARE(run.peer.RequestBytes(), QList<QByteArray>{Wire::ReadStatus});
 }
 
 /// In any function state; `outcome` is what reading it makes of the cells.
@@ -53,7 +53,7 @@ void ReadsANewResult(const char* outcome)
     run.Report(functionState, true);
     run.state.OnRunning();
     QCOMPARE(run.Outcome(), QString(QLatin1String(outcome)));
-    QCOMPARE(run.peer.RequestBytes(), (QList<QByteArray>{Wire::Status, Wire::ReadMeasurement}));
+    QCOMPARE(run.peer.RequestBytes(), (QList<QByteArray>{Wire::ReadStatus, Wire::ReadMeasurement}));
 }
 
 /// The results are of the class that belongs to the settings, not to what the status says.

@@ -84,20 +84,20 @@ void TestAwaitUpdateActionState::InUpdateModeItAsksForTheStatusInEveryStep()
     Waiting waiting(Wire::UpdateModeStatus);
     waiting.state.OnRunning();
     waiting.state.OnRunning();
-    QCOMPARE(waiting.peer.RequestBytes(), (QList<QByteArray>{Wire::Status, Wire::Status}));
+    QCOMPARE(waiting.peer.RequestBytes(), (QList<QByteArray>{Wire::ReadStatus, Wire::ReadStatus}));
     QCOMPARE(Announcements(waiting.log), (QStringList{InUpdateMode, InUpdateMode}));
     for (const LogCapture::Message& message : waiting.log.Messages()) {
         QCOMPARE(message.type, QtWarningMsg);
         QCOMPARE(message.category, QByteArray("default"));
     }
-    QCOMPARE(waiting.cells.Changes(), Changes("TesterMode=3 CurrentMeasurementType=0 StartTestStatus=0"));
+    QCOMPARE(waiting.cells.Changes(), Changes("TesterMode=3 CurrentMeasurementType=0 StartTestStatus=14"));
 }
 
 void TestAwaitUpdateActionState::AnyOtherModeIsChangedAndGivenTwoSeconds_data()
 {
     QTest::addColumn<QByteArray>("status");
     QTest::addColumn<QStringList>("changes");
-    const QStringList changes = Changes("CurrentMeasurementType=0 StartTestStatus=0");
+    const QStringList changes = Changes("CurrentMeasurementType=0 StartTestStatus=14");
     QTest::newRow("normal") << Wire::IdleStatus << changes;
     QTest::newRow("calibration") << Wire::CalibrationModeStatus << Changes("TesterMode=1") + changes;
     QTest::newRow("mode 2") << Wire::Mode2Status << Changes("TesterMode=2") + changes;
@@ -110,7 +110,7 @@ void TestAwaitUpdateActionState::AnyOtherModeIsChangedAndGivenTwoSeconds()
     Waiting waiting(status);
     waiting.state.OnRunning();
     QCOMPARE(waiting.pauses.Text(), QStringLiteral("2000"));
-    QCOMPARE(waiting.peer.RequestBytes(), (QList<QByteArray>{Wire::Status, Wire::ChangeToUpdate}));
+    QCOMPARE(waiting.peer.RequestBytes(), (QList<QByteArray>{Wire::ReadStatus, Wire::ChangeToUpdateMode}));
     QCOMPARE(Announcements(waiting.log), QStringList{ModeChanged});
     QCOMPARE(waiting.cells.Changes(), changes);
 }
@@ -144,7 +144,7 @@ void TestAwaitUpdateActionState::FailedStatusEndsTheStep_data()
     QTest::newRow("refused, normal mode so far") << Wire::Refusal << OperationMode::Normal;
     QTest::newRow("refused, update mode so far") << Wire::Refusal << OperationMode::Update;
     QTest::newRow("acknowledged") << Wire::Acknowledge << OperationMode::Normal;
-    QTest::newRow("damaged") << Wire::Damaged << OperationMode::Normal;
+    QTest::newRow("damaged") << Wire::DamagedStatus << OperationMode::Normal;
 }
 
 void TestAwaitUpdateActionState::FailedStatusEndsTheStep()
@@ -165,7 +165,7 @@ void TestAwaitUpdateActionState::FailedModeChangeIsReported_data()
     QTest::addColumn<QByteArray>("answer");
     QTest::newRow("refused") << Wire::Refusal;
     QTest::newRow("data") << Wire::UpdateModeStatus;
-    QTest::newRow("damaged") << Wire::Damaged;
+    QTest::newRow("damaged") << Wire::DamagedStatus;
 }
 
 void TestAwaitUpdateActionState::FailedModeChangeIsReported()
@@ -173,9 +173,9 @@ void TestAwaitUpdateActionState::FailedModeChangeIsReported()
     QFETCH(const QByteArray, answer);
     Waiting waiting(AnsweringTheModeChangeWith(answer, Wire::IdleStatus));
     waiting.state.OnRunning();
-    QCOMPARE(waiting.peer.RequestBytes(), (QList<QByteArray>{Wire::Status, Wire::ChangeToUpdate}));
+    QCOMPARE(waiting.peer.RequestBytes(), (QList<QByteArray>{Wire::ReadStatus, Wire::ChangeToUpdateMode}));
     QCOMPARE(Announcements(waiting.log), QStringList{ModeNotChanged});
-    QCOMPARE(waiting.cells.Changes(), Changes("CurrentMeasurementType=0 StartTestStatus=0 "
+    QCOMPARE(waiting.cells.Changes(), Changes("CurrentMeasurementType=0 StartTestStatus=14 "
                                               "CommunicationError=1 ErrorCode=300"));
 }
 
@@ -203,7 +203,7 @@ void TestAwaitUpdateActionState::FailedModeChangeIsTriedAgainInTheNextStep()
     QCOMPARE(waiting.Commands(), QByteArray("sxsx"));
     QCOMPARE(Announcements(waiting.log), (QStringList{ModeNotChanged, ModeNotChanged}));
     // Each status says that the instrument itself has no error.
-    QCOMPARE(waiting.cells.Changes(), Changes("CurrentMeasurementType=0 StartTestStatus=0 "
+    QCOMPARE(waiting.cells.Changes(), Changes("CurrentMeasurementType=0 StartTestStatus=14 "
                                               "CommunicationError=1 ErrorCode=300 ErrorCode=15 "
                                               "ErrorCode=300"));
 }

@@ -110,7 +110,7 @@ void TestCommunicationRecoveryState::CheckStatusReturnsTheResultAndLeavesCommuni
     QTest::newRow("acknowledged") << Wire::Acknowledge << 1 << QStringList{};
     QTest::newRow("refused") << Wire::Refusal << 2 << QStringList{};
     QTest::newRow("silence") << Wire::Silence << 3 << QStringList{};
-    QTest::newRow("damaged") << Wire::Damaged << 4 << QStringList{};
+    QTest::newRow("damaged") << Wire::DamagedStatus << 4 << QStringList{};
 }
 
 void TestCommunicationRecoveryState::CheckStatusReturnsTheResultAndLeavesCommunicationErrorAlone()
@@ -126,7 +126,7 @@ void TestCommunicationRecoveryState::CheckStatusReturnsTheResultAndLeavesCommuni
         QCOMPARE(state.CheckStatus(), result);
         QCOMPARE(engine.context.CommunicationError.Get(), raised);
     }
-    QCOMPARE(engine.peer.RequestBytes(), (QList<QByteArray>{Wire::Status, Wire::Status}));
+    QCOMPARE(engine.peer.RequestBytes(), (QList<QByteArray>{Wire::ReadStatus, Wire::ReadStatus}));
     QStringList others = engine.cells.Changes();
     others.removeAll(QStringLiteral("CommunicationError=1"));
     others.removeAll(QStringLiteral("CommunicationError=0"));
@@ -141,7 +141,7 @@ void TestCommunicationRecoveryState::CheckStatusWaitsHalfASecondAndSendsOnce()
     time.start();
     QCOMPARE(state.CheckStatus(), 3);
     QVERIFY(time.elapsed() >= 500);
-    QCOMPARE(engine.peer.RequestBytes(), QList<QByteArray>{Wire::Status});
+    QCOMPARE(engine.peer.RequestBytes(), QList<QByteArray>{Wire::ReadStatus});
 }
 
 void TestCommunicationRecoveryState::FirstShows103UnlessASpecificCodeIsStored_data()
@@ -190,7 +190,7 @@ void TestCommunicationRecoveryState::AnswerDropsCommunicationErrorInThatVeryStep
              (QStringList{QStringLiteral("ErrorCode=103"), QStringLiteral("CurrentMeasurementType=0"),
                           QStringLiteral("ErrorCode=15"), QStringLiteral("StartTestStatus=5"),
                           QStringLiteral("CommunicationError=0")}));
-    QCOMPARE(engine.peer.RequestBytes(), (QList<QByteArray>{Wire::Status, Wire::Status}));
+    QCOMPARE(engine.peer.RequestBytes(), (QList<QByteArray>{Wire::ReadStatus, Wire::ReadStatus}));
 }
 
 void TestCommunicationRecoveryState::AnswerThatIsNoStatusDropsCommunicationErrorToo()
@@ -287,7 +287,7 @@ void TestCommunicationRecoveryState::PersistentFailureResetsTheModeOnceAndThenRe
     QTest::addColumn<QByteArray>("answer");
     QTest::addColumn<int>("error");
     QTest::newRow("refused") << Wire::Refusal << 101;
-    QTest::newRow("damaged") << Wire::Damaged << 102;
+    QTest::newRow("damaged") << Wire::DamagedStatus << 102;
 }
 
 void TestCommunicationRecoveryState::PersistentFailureResetsTheModeOnceAndThenReports()
@@ -302,7 +302,7 @@ void TestCommunicationRecoveryState::PersistentFailureResetsTheModeOnceAndThenRe
     engine.cells.Clear();
     Step(state, 11);
     QCOMPARE(engine.Commands(), QByteArray(11, 's') + 'x');
-    QCOMPARE(engine.peer.RequestBytes().constLast(), Wire::ChangeToNormal);
+    QCOMPARE(engine.peer.RequestBytes().constLast(), Wire::ChangeToNormalMode);
     Step(state, 10);
     QCOMPARE(engine.cells.Changes(), QStringList{QStringLiteral("ErrorCode=103")});
     state.OnRunning();
@@ -320,10 +320,10 @@ void TestCommunicationRecoveryState::ResultOfTheModeResetIsNotLookedAt()
     engine.transciever.SetMaxRetransmissions(0);
     CommunicationRecoveryState state(&engine.context, nullptr);
     state.OnEntry();
-    FailElevenTimes(engine, state, Wire::Damaged, Wire::Refusal);
+    FailElevenTimes(engine, state, Wire::DamagedStatus, Wire::Refusal);
     QCOMPARE(engine.Commands(), QByteArray(11, 's') + 'x');
     QCOMPARE(ErrorCodeOf(engine), 103);
-    FailElevenTimes(engine, state, Wire::Damaged);
+    FailElevenTimes(engine, state, Wire::DamagedStatus);
     QCOMPARE(engine.Commands(), QByteArray(11, 's') + 'x' + QByteArray(11, 's'));
     QCOMPARE(ErrorCodeOf(engine), 102);
 }
@@ -373,7 +373,7 @@ void TestCommunicationRecoveryState::EntryAllowsAnotherModeReset()
     CommunicationRecoveryState state(&engine.context, nullptr);
     for (int visit = 1; visit <= 2; ++visit) {
         state.OnEntry();
-        FailElevenTimes(engine, state, Wire::Damaged);
+        FailElevenTimes(engine, state, Wire::DamagedStatus);
         QCOMPARE(engine.Commands().count('x'), visit);
     }
 }

@@ -57,7 +57,7 @@ void TestInitializationState::ExitWritesItsBannerAlone()
 
 static QMap<char, QByteArray> Instrument()
 {
-    return {{'s', Wire::IdleStatus},
+    return {{'s', Wire::StartTest0Status},
             {'W', Wire::Bytes("50415431323334353637383931303541424344323031361fe6")},
             {'R', Wire::Bytes("2412312359586199")},
             {'T', Wire::Bytes("200229000000b2b5")}};
@@ -69,9 +69,9 @@ void TestInitializationState::ReadsIdentityAndClocksInTheNormalMode()
     engine.AnswerByCommand(Instrument());
     InitializationState state(&engine.context, nullptr);
     state.OnRunning();
-    QCOMPARE(
-        engine.peer.RequestBytes(),
-        (QList<QByteArray>{Wire::Status, Wire::Version, Wire::ReadCurrentDate, Wire::ReadCalibrationDate}));
+    QCOMPARE(engine.peer.RequestBytes(),
+             (QList<QByteArray>{Wire::ReadStatus, Wire::ReadVersion, Wire::ReadCurrentDate,
+                                Wire::ReadCalibrationDate}));
     QCOMPARE(engine.cells.Changes(),
              (QStringList{QStringLiteral("CurrentMeasurementType=0"), QStringLiteral("StartTestStatus=0"),
                           QStringLiteral("DeviceInformation"),

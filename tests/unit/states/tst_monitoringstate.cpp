@@ -25,7 +25,7 @@ private Q_SLOTS:
     void FailedReadRaisesCommunicationError();
 };
 
-static const QByteArray SixValues = Wire::Bytes("0000803f0000004000004040000080400000a0400000c04043e3");
+static const QByteArray SixValues = Wire::SixReadings;
 
 void TestMonitoringState::EntryWritesItsBannerAlone()
 {
@@ -50,7 +50,7 @@ void TestMonitoringState::PollsTheStatusOnEveryStep()
     MonitoringState state(&engine.context, nullptr);
     state.OnRunning();
     state.OnRunning();
-    QCOMPARE(engine.peer.RequestBytes(), (QList<QByteArray>{Wire::Status, Wire::Status}));
+    QCOMPARE(engine.peer.RequestBytes(), (QList<QByteArray>{Wire::ReadStatus, Wire::ReadStatus}));
     QCOMPARE(engine.cells.Changes(),
              (QStringList{QStringLiteral("CurrentMeasurementType=0"), QStringLiteral("StartTestStatus=5")}));
     QCOMPARE(Banners(engine.log), QStringList{});
@@ -62,7 +62,7 @@ void TestMonitoringState::FetchesNewReadingsAsMonitoringResults()
     engine.AnswerByCommand({{'s', Wire::Bytes("80f087f4")}, {'e', SixValues}});
     MonitoringState state(&engine.context, nullptr);
     state.OnRunning();
-    QCOMPARE(engine.peer.RequestBytes(), (QList<QByteArray>{Wire::Status, Wire::ReadMeasurement}));
+    QCOMPARE(engine.peer.RequestBytes(), (QList<QByteArray>{Wire::ReadStatus, Wire::ReadMeasurement}));
     const auto* results = dynamic_cast<Vesmar::MonitoringResults*>(engine.context.TestResults.Get());
     QVERIFY(results != nullptr);
     QCOMPARE(results->GetMeasurementType(), Vesmar::MeasurementType::Monitoring);
@@ -75,13 +75,15 @@ void TestMonitoringState::StopsAFunctionUntilTheInstrumentIsIdle()
 {
     Engine engine;
     const QByteArray running = Wire::Bytes("05f70d60"); // Function 5.
-    engine.peer.AnswerInTurn({running, Wire::Acknowledge, running, Wire::Acknowledge, Wire::IdleStatus});
+    engine.peer.AnswerInTurn(
+        {running, Wire::Acknowledge, running, Wire::Acknowledge, Wire::StartTest0Status});
     MonitoringState state(&engine.context, nullptr);
     state.OnRunning();
     state.OnRunning();
     state.OnRunning();
     QCOMPARE(engine.peer.RequestBytes(),
-             (QList<QByteArray>{Wire::Status, Wire::Stop, Wire::Status, Wire::Stop, Wire::Status}));
+             (QList<QByteArray>{Wire::ReadStatus, Wire::StopMeasurement, Wire::ReadStatus,
+                                Wire::StopMeasurement, Wire::ReadStatus}));
     QVERIFY(!engine.context.CommunicationError.Get());
 }
 

@@ -100,7 +100,7 @@ void TestPreparingMeasurementState::FollowsTheFunctionState()
         engine.Restart();
         state.OnRunning();
         QCOMPARE(engine.Outcome(), outcome);
-        QCOMPARE(engine.peer.RequestBytes(), QList<QByteArray>{Wire::Status});
+        QCOMPARE(engine.peer.RequestBytes(), QList<QByteArray>{Wire::ReadStatus});
     }
 }
 
@@ -134,7 +134,7 @@ void TestPreparingMeasurementState::PreparesOnceForEachRequest()
     PreparingMeasurementState state(&engine.context, nullptr);
     engine.Restart();
     state.OnRunning();
-    QCOMPARE(engine.peer.RequestBytes(), (QList<QByteArray>{Wire::Status, PrepareRpe, Wire::Status}));
+    QCOMPARE(engine.peer.RequestBytes(), (QList<QByteArray>{Wire::ReadStatus, PrepareRpe, Wire::ReadStatus}));
     QVERIFY(engine.GapAfter(1) >= std::chrono::milliseconds(100));
     QCOMPARE(engine.Outcome(), QStringLiteral("PrepareMeasurementRequested=0"));
     state.OnRunning();
@@ -192,7 +192,8 @@ void TestPreparingMeasurementState::BareSettingsArePreparedWithoutData()
     engine.context.PrepareMeasurementRequested.Set(true);
     PreparingMeasurementState state(&engine.context, nullptr);
     state.OnRunning();
-    QCOMPARE(engine.peer.RequestBytes(), (QList<QByteArray>{Wire::Status, PrepareNothing, Wire::Status}));
+    QCOMPARE(engine.peer.RequestBytes(),
+             (QList<QByteArray>{Wire::ReadStatus, PrepareNothing, Wire::ReadStatus}));
 }
 
 void TestPreparingMeasurementState::FailedStatusEndsTheStep()
@@ -230,7 +231,7 @@ void TestPreparingMeasurementState::FailedPrepareStaysRequested()
 void TestPreparingMeasurementState::FailedStatusAfterPrepareIsALostLink()
 {
     MeasurementEngine engine;
-    engine.peer.AnswerInTurn({Wire::IdleStatus, Wire::Acknowledge, Wire::Refusal});
+    engine.peer.AnswerInTurn({Wire::StartTest0Status, Wire::Acknowledge, Wire::Refusal});
     engine.Settings(new Vesmar::RPESettings);
     engine.context.PrepareMeasurementRequested.Set(true);
     engine.context.StartTestStatus.Set(Vesmar::StartTestResult::Status0);

@@ -182,7 +182,7 @@ void TestRCDMonitoringState::EntryResetsTheBudgets()
         }
         QVERIFY(run.StepOfARequest(Awaiting).startsWith(QStringLiteral("ErrorCode=400")));
         run.SetError(15);
-        run.peer.AnswerAlways(Wire::IdleStatus);
+        run.peer.AnswerAlways(Wire::StartTest0Status);
         for (int prepare = 0; prepare < 3; ++prepare) {
             QCOMPARE(run.StepOfARequest(Preparing), NoChange);
         }
@@ -342,10 +342,11 @@ void TestRCDMonitoringState::RCDAbortOfAPreparationStopsTheFunction()
     run.context.AbortMeasurementRequested.Set(true);
     run.context.StartMeasurementRequested.Set(true);
     run.context.CurrentMeasurementType.Set(MeasurementType::RCD);
-    run.AnswerByCommand({{'h', Wire::Acknowledge}, {'s', Wire::IdleStatus}});
+    run.AnswerByCommand({{'h', Wire::Acknowledge}, {'s', Wire::StartTest0Status}});
     QCOMPARE(run.StepOfARequest(Awaiting),
              QStringLiteral("AbortMeasurementRequested=0 MeasurementStatus=-1"));
-    QCOMPARE(run.peer.RequestBytes(), (QList<QByteArray>{Wire::Stop, Wire::Status, Wire::Status}));
+    QCOMPARE(run.peer.RequestBytes(),
+             (QList<QByteArray>{Wire::StopMeasurement, Wire::ReadStatus, Wire::ReadStatus}));
     QCOMPARE(run.Pauses(), StopPauses);
     QCOMPARE(run.Progress(), (QStringList{Running, RunningAbort}));
     QVERIFY(run.context.PrepareMeasurementRequested.Get());
@@ -369,8 +370,8 @@ void TestRCDMonitoringState::RCDAbortStopsUntilTheFunctionIsOver()
     run.context.AbortMeasurementRequested.Set(true);
     run.context.CurrentMeasurementType.Set(MeasurementType::RCD);
     const QByteArray stopping = RCDWire::Status(8);
-    run.peer.AnswerInTurn({Wire::Acknowledge, stopping, stopping, Wire::Acknowledge, Wire::IdleStatus,
-                           stopping, Wire::Acknowledge, stopping, Wire::IdleStatus});
+    run.peer.AnswerInTurn({Wire::Acknowledge, stopping, stopping, Wire::Acknowledge, Wire::StartTest0Status,
+                           stopping, Wire::Acknowledge, stopping, Wire::StartTest0Status});
     run.StepOfARequest(Watching);
     QCOMPARE(run.Commands(), QByteArray("hsshsshss")); // It is the second status that counts.
     QCOMPARE(run.Pauses(), QStringLiteral("200 200 200 200 200 200"));
@@ -391,8 +392,8 @@ void TestRCDMonitoringState::RCDAbortThatFailsStaysPending_data()
     row("stop refused", {Wire::Refusal}, "h", "");
     row("first status refused", {Wire::Acknowledge, Wire::Refusal}, "hs", "200");
     row("second status refused", {Wire::Acknowledge, running, Wire::Refusal}, "hss", "200 200");
-    row("second status damaged, the function over", {Wire::Acknowledge, Wire::IdleStatus, Wire::Damaged},
-        "hss", "200 200");
+    row("second status damaged, the function over",
+        {Wire::Acknowledge, Wire::StartTest0Status, Wire::DamagedStatus}, "hss", "200 200");
     row("second stop refused", {Wire::Acknowledge, running, running, Wire::Refusal}, "hssh", "200 200");
 }
 
@@ -418,7 +419,7 @@ void TestRCDMonitoringState::RCDAbortIsResumed_data()
     QTest::addColumn<QByteArray>("commands");
     QTest::newRow("function still there") << QList<QByteArray>{Wire::Refusal} << QByteArray("hss");
     QTest::newRow("function over meanwhile")
-        << QList<QByteArray>{Wire::Acknowledge, Wire::IdleStatus, Wire::Refusal} << QByteArray();
+        << QList<QByteArray>{Wire::Acknowledge, Wire::StartTest0Status, Wire::Refusal} << QByteArray();
 }
 
 void TestRCDMonitoringState::RCDAbortIsResumed()
@@ -430,7 +431,7 @@ void TestRCDMonitoringState::RCDAbortIsResumed()
     run.context.CurrentMeasurementType.Set(MeasurementType::RCD);
     run.peer.AnswerInTurn(answers);
     run.StepOfARequest(Awaiting);
-    run.AnswerByCommand({{'h', Wire::Acknowledge}, {'s', Wire::IdleStatus}});
+    run.AnswerByCommand({{'h', Wire::Acknowledge}, {'s', Wire::StartTest0Status}});
     QCOMPARE(run.Step(), QStringLiteral("AbortMeasurementRequested=0 MeasurementStatus=-1"));
     QCOMPARE(run.Commands(), commands);
 }
@@ -515,7 +516,8 @@ void TestRCDMonitoringState::RequestAfterAnErrorStopsTheFunctionFirst()
     run.context.CurrentMeasurementType.Set(MeasurementType::RCD);
     run.AnswerByCommand({{'h', Wire::Acknowledge}, {'s', RCDWire::StartTest(0, false, 3)}});
     QCOMPARE(run.StepOfARequest(NotAskedFor), QStringLiteral("ErrorCode=3 MeasurementStatus=1"));
-    QCOMPARE(run.peer.RequestBytes(), (QList<QByteArray>{Wire::Stop, Wire::Status, Wire::Status}));
+    QCOMPARE(run.peer.RequestBytes(),
+             (QList<QByteArray>{Wire::StopMeasurement, Wire::ReadStatus, Wire::ReadStatus}));
     QCOMPARE(run.Pauses(), StopPauses);
     QVERIFY(run.context.PrepareMeasurementRequested.Get());
 }
@@ -549,7 +551,7 @@ void TestRCDMonitoringState::StopThatFailsBeforeAPreparationIsResumed()
     QVERIFY(run.context.CommunicationError.Get());
     QCOMPARE(run.Phase(), NotAskedFor);
     run.SetError(3);
-    run.AnswerByCommand({{'h', Wire::Acknowledge}, {'s', Wire::IdleStatus}});
+    run.AnswerByCommand({{'h', Wire::Acknowledge}, {'s', Wire::StartTest0Status}});
     run.Step();
     QCOMPARE(run.Phase(), Awaiting);
     QVERIFY(run.context.PrepareMeasurementRequested.Get());
@@ -575,7 +577,7 @@ void TestRCDMonitoringState::RequestBeginsWithFullBudgets()
         for (int status = 0; status < 6; ++status) {
             QCOMPARE(run.StepOfARequest(Awaiting), NoChange);
         }
-        run.peer.AnswerAlways(Wire::IdleStatus);
+        run.peer.AnswerAlways(Wire::StartTest0Status);
         for (int prepare = 0; prepare < 2; ++prepare) {
             QCOMPARE(run.StepOfARequest(Preparing), NoChange);
         }
@@ -628,7 +630,7 @@ void TestRCDMonitoringState::AwaitsTheInstrument_data()
     row("another function, error 4", MeasurementEngine::Status(MeasurementType::RPE, 7, false, 4),
         QStringLiteral("ErrorCode=4 MeasurementStatus=2"), NoPause);
     row("refused", Wire::Refusal, NoChange, Pause);
-    row("damaged", Wire::Damaged, NoChange, Pause);
+    row("damaged", Wire::DamagedStatus, NoChange, Pause);
     row("acknowledged", Wire::Acknowledge, NoChange, NoPause);
     row("silence", Wire::Silence, NoChange, NoPause);
 }
@@ -641,7 +643,7 @@ void TestRCDMonitoringState::AwaitsTheInstrument()
     Monitoring run;
     run.peer.AnswerAlways(answer);
     QCOMPARE(run.StepOfARequest(Awaiting), outcome);
-    QCOMPARE(run.peer.RequestBytes(), QList<QByteArray>{Wire::Status});
+    QCOMPARE(run.peer.RequestBytes(), QList<QByteArray>{Wire::ReadStatus});
     QCOMPARE(run.Pauses(), pauses);
     QVERIFY(run.context.PrepareMeasurementRequested.Get());
 }
@@ -651,9 +653,9 @@ void TestRCDMonitoringState::AwaitingGivesUpAfterNineStatuses()
     Monitoring run;
     run.context.PrepareMeasurementRequested.Set(true);
     run.SetPhase(Awaiting);
-    run.peer.AnswerInTurn({RCDWire::NotReady, RCDWire::StartTest(13, true), Wire::Refusal, Wire::Damaged,
-                           Wire::Acknowledge, RCDWire::NotReady, Wire::Acknowledge, RCDWire::NotReady,
-                           RCDWire::NotReady, RCDWire::Ready});
+    run.peer.AnswerInTurn({RCDWire::NotReady, RCDWire::StartTest(13, true), Wire::Refusal,
+                           Wire::DamagedStatus, Wire::Acknowledge, RCDWire::NotReady, Wire::Acknowledge,
+                           RCDWire::NotReady, RCDWire::NotReady, RCDWire::Ready});
     for (int status = 0; status < 9; ++status) {
         QCOMPARE(run.Step(), NoChange);
         QCOMPARE(run.Commands(), QByteArray("s"));
@@ -689,8 +691,8 @@ void TestRCDMonitoringState::PreparesTheTest_data()
                                   << QStringLiteral("MeasurementStatus=0 PrepareMeasurementRequested=0")
                                   << NoPause;
     QTest::newRow("refused") << Wire::Refusal << NoChange << Pause;
-    QTest::newRow("damaged") << Wire::Damaged << NoChange << Pause;
-    QTest::newRow("data") << Wire::IdleStatus << NoChange << NoPause;
+    QTest::newRow("damaged") << Wire::DamagedStatus << NoChange << Pause;
+    QTest::newRow("data") << Wire::StartTest0Status << NoChange << NoPause;
     QTest::newRow("silence") << Wire::Silence << NoChange << NoPause;
 }
 
@@ -711,7 +713,7 @@ void TestRCDMonitoringState::PreparingGivesUpAfterThreeRequests()
     Monitoring run;
     run.context.PrepareMeasurementRequested.Set(true);
     run.SetPhase(Preparing);
-    run.peer.AnswerInTurn({Wire::Refusal, Wire::IdleStatus, Wire::Damaged, Wire::Acknowledge});
+    run.peer.AnswerInTurn({Wire::Refusal, Wire::StartTest0Status, Wire::DamagedStatus, Wire::Acknowledge});
     for (int prepare = 0; prepare < 3; ++prepare) {
         QCOMPARE(run.Step(), NoChange);
         QCOMPARE(run.Commands(), QByteArray("P"));
@@ -747,12 +749,12 @@ void TestRCDMonitoringState::WatchesThePreparedTest_data()
     row("RCD IEC", RCDWire::IECStatus(4), otherFunction, NoPause);
     row("RCD IEC, error 5", RCDWire::IECStatus(4, false, 5), otherFunction, NoPause);
     row("RCD IEC, check", RCDWire::IECStatus(3, true), otherFunction, NoPause);
-    row("no function", Wire::IdleStatus, QStringLiteral("ErrorCode=15 ErrorCode=398 MeasurementStatus=-1"),
-        NoPause);
+    row("no function", Wire::StartTest0Status,
+        QStringLiteral("ErrorCode=15 ErrorCode=398 MeasurementStatus=-1"), NoPause);
     row("another function, error 4", MeasurementEngine::Status(MeasurementType::RPE, 4, false, 4),
         QStringLiteral("ErrorCode=4 ErrorCode=398 MeasurementStatus=-1"), NoPause);
     row("refused", Wire::Refusal, NoChange, Pause);
-    row("damaged", Wire::Damaged, NoChange, Pause);
+    row("damaged", Wire::DamagedStatus, NoChange, Pause);
     row("acknowledged", Wire::Acknowledge, NoChange, NoPause);
     row("silence", Wire::Silence, NoChange, NoPause);
 }
@@ -766,7 +768,7 @@ void TestRCDMonitoringState::WatchesThePreparedTest()
     run.peer.AnswerAlways(answer);
     run.SetError(501);
     QCOMPARE(run.StepIn(Watching), outcome);
-    QCOMPARE(run.peer.RequestBytes(), QList<QByteArray>{Wire::Status});
+    QCOMPARE(run.peer.RequestBytes(), QList<QByteArray>{Wire::ReadStatus});
     QCOMPARE(run.Pauses(), pauses);
 }
 
@@ -781,7 +783,7 @@ void TestRCDMonitoringState::WatchedTestIsCheckedWhenPrepareFailed_data()
     QTest::newRow("code 11") << RCDWire::ObjectCheck(11) << QStringLiteral("ErrorCode=500");
     QTest::newRow("acknowledged") << Wire::Acknowledge << NoChange;
     QTest::newRow("refused") << Wire::Refusal << NoChange;
-    QTest::newRow("damaged") << Wire::Damaged << NoChange;
+    QTest::newRow("damaged") << Wire::DamagedStatus << NoChange;
     QTest::newRow("silence") << Wire::Silence << NoChange;
 }
 
@@ -793,7 +795,7 @@ void TestRCDMonitoringState::WatchedTestIsCheckedWhenPrepareFailed()
     run.AnswerByCommand({{'s', RCDWire::Status(3, true)}, {'e', answer}});
     run.SetError(501);
     QCOMPARE(run.StepIn(Watching), outcome);
-    QCOMPARE(run.peer.RequestBytes(), (QList<QByteArray>{Wire::Status, Wire::ReadMeasurement}));
+    QCOMPARE(run.peer.RequestBytes(), (QList<QByteArray>{Wire::ReadStatus, Wire::ReadMeasurement}));
     QCOMPARE(run.Phase(), Watching);
 }
 
@@ -801,8 +803,8 @@ void TestRCDMonitoringState::WatchingGivesUpAfterSixFailures()
 {
     Monitoring run;
     run.SetPhase(Watching);
-    run.peer.AnswerInTurn({Wire::Refusal, Wire::Damaged, Wire::Refusal, Wire::Silence, Wire::Refusal,
-                           Wire::Damaged, RCDWire::Status(4)});
+    run.peer.AnswerInTurn({Wire::Refusal, Wire::DamagedStatus, Wire::Refusal, Wire::Silence, Wire::Refusal,
+                           Wire::DamagedStatus, RCDWire::Status(4)});
     for (int poll = 0; poll < 6; ++poll) {
         QCOMPARE(run.Step(), NoChange);
         QCOMPARE(run.Commands(), QByteArray("s"));
@@ -851,7 +853,7 @@ void TestRCDMonitoringState::NewRequestBeginsThePreparationAnew_data()
     QTest::newRow("another state") << RCDWire::Status(7) << anew;
     QTest::newRow("check") << RCDWire::Status(3, true) << QStringLiteral("ErrorCode=502 ") + anew;
     QTest::newRow("refused") << Wire::Refusal << anew;
-    QTest::newRow("damaged") << Wire::Damaged << anew;
+    QTest::newRow("damaged") << Wire::DamagedStatus << anew;
     QTest::newRow("silence") << Wire::Silence << anew;
     QTest::newRow("error 3") << RCDWire::Status(4, false, 3) << QStringLiteral("ErrorCode=523") + lost;
     QTest::newRow("RCD IEC") << RCDWire::IECStatus(4) << QStringLiteral("ErrorCode=398") + lost;

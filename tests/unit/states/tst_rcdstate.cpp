@@ -46,13 +46,13 @@ const QList<Exchange>& Exchanges()
 {
     static const QList<Exchange> exchanges = {
         {"status", [](RCDState& state, int timeout) { return state.RequestRCDStatus(timeout); },
-         Wire::Status},
+         Wire::ReadStatus},
         {"status with the error elsewhere",
          [](RCDState& state, int timeout) {
              Error error = Untouched;
              return state.RequestRCDStatus(timeout, &error);
          },
-         Wire::Status},
+         Wire::ReadStatus},
         {"prepare",
          [](RCDState& state, int timeout) {
              Vesmar::RCDSettings settings;
@@ -66,7 +66,7 @@ const QList<Exchange>& Exchanges()
          },
          RCDWire::PrepareIaTa},
         {"start", [](RCDState& state, int timeout) { return state.StartRCDMeasurement(timeout); },
-         Wire::Start},
+         Wire::StartMeasurement},
         {"object check",
          [](RCDState& state, int timeout) { return state.RequestRCDCheckObjectError(timeout); },
          Wire::ReadMeasurement},
@@ -254,7 +254,7 @@ void TestRCDState::RequestReturnsWhatBecameOfIt_data()
         row("acknowledged", Wire::Acknowledge, 1);
         row("refused", Wire::Refusal, 2);
         row("silence", Wire::Silence, 3);
-        row("damaged", Wire::Damaged, 4);
+        row("damaged", Wire::DamagedStatus, 4);
     }
 }
 
@@ -353,7 +353,7 @@ void TestRCDState::FailedStatusLeavesTheErrorElsewhereAlone_data()
     QTest::newRow("acknowledged") << Wire::Acknowledge;
     QTest::newRow("refused") << Wire::Refusal;
     QTest::newRow("silence") << Wire::Silence;
-    QTest::newRow("damaged") << Wire::Damaged;
+    QTest::newRow("damaged") << Wire::DamagedStatus;
 }
 
 void TestRCDState::FailedStatusLeavesTheErrorElsewhereAlone()

@@ -248,7 +248,7 @@ void TestRCDUbReMeasurementRunningState::StartingDoesNothingWhileAnAbortIsPendin
 void TestRCDUbReMeasurementRunningState::StartingGivesUpEvenWhileAnAbortIsPending()
 {
     Run<UbRe> run;
-    run.peer.AnswerAlways(Wire::IdleStatus);
+    run.peer.AnswerAlways(Wire::StartTest0Status);
     run.SetPhase(Starting);
     QVERIFY(run.StepsInVain(3, "S"));
     run.context.AbortMeasurementRequested.Set(true);

@@ -66,7 +66,7 @@ void TestRestartingTesterState::ModeChangeIsTheOnlyFrameInNormalAndUpdateMode()
     time.start();
     state.OnRunning();
     QVERIFY(time.elapsed() >= 2000);
-    QCOMPARE(engine.peer.RequestBytes(), QList<QByteArray>{Wire::ChangeToNormal});
+    QCOMPARE(engine.peer.RequestBytes(), QList<QByteArray>{Wire::ChangeToNormalMode});
     QCOMPARE(engine.cells.Changes(), QStringList{QStringLiteral("RestartRequested=0")});
     QCOMPARE(Banners(engine.log), QStringList{});
 }
@@ -84,11 +84,11 @@ void TestRestartingTesterState::AsksForTheStatusAfterThePauseInAnyOtherMode()
     Engine engine;
     engine.context.TesterMode.Set(mode);
     engine.context.RestartRequested.Set(true);
-    engine.AnswerByCommand({{'x', Wire::Acknowledge}, {'s', Wire::IdleStatus}});
+    engine.AnswerByCommand({{'x', Wire::Acknowledge}, {'s', Wire::StartTest0Status}});
     engine.cells.Clear();
     RestartingTesterState state(&engine.context, nullptr);
     state.OnRunning();
-    QCOMPARE(engine.peer.RequestBytes(), (QList<QByteArray>{Wire::ChangeToNormal, Wire::Status}));
+    QCOMPARE(engine.peer.RequestBytes(), (QList<QByteArray>{Wire::ChangeToNormalMode, Wire::ReadStatus}));
     QVERIFY(engine.GapAfter(0) >= std::chrono::seconds(2));
     QCOMPARE(engine.cells.Changes(),
              (QStringList{QStringLiteral("RestartRequested=0"), QStringLiteral("TesterMode=0"),
@@ -145,9 +145,9 @@ void TestRestartingTesterState::ClearsTheRequestBeforeThePause()
     std::atomic<bool> requestedAtModeChange{false};
     std::atomic<bool> requestedAtStatus{true};
     engine.peer.Answer([&](const QByteArray& request) {
-        const bool isModeChange = request == Wire::ChangeToNormal;
+        const bool isModeChange = request == Wire::ChangeToNormalMode;
         (isModeChange ? requestedAtModeChange : requestedAtStatus) = engine.context.RestartRequested.Get();
-        return isModeChange ? Wire::Acknowledge : Wire::IdleStatus;
+        return isModeChange ? Wire::Acknowledge : Wire::StartTest0Status;
     });
     RestartingTesterState state(&engine.context, nullptr);
     state.OnRunning();

@@ -124,7 +124,7 @@ void TestStartingMeasurementState::FollowsTheFunctionState()
         QCOMPARE(starting.Step(5), QString());
     }
     QCOMPARE(starting.Step(functionState, isNewMeasurement), outcome);
-    QCOMPARE(starting.peer.RequestBytes(), QList<QByteArray>{Wire::Status});
+    QCOMPARE(starting.peer.RequestBytes(), QList<QByteArray>{Wire::ReadStatus});
 }
 
 void TestStartingMeasurementState::StartIsForgottenOnceItRan_data()
@@ -190,9 +190,9 @@ void TestStartingMeasurementState::StartsOnceForEachRequest()
     for (int request = 0; request < 2; ++request) {
         starting.context.StartMeasurementRequested.Set(true);
         QCOMPARE(starting.Step(4), QStringLiteral("StartMeasurementRequested=0"));
-        QCOMPARE(starting.peer.RequestBytes(), (QList<QByteArray>{Wire::Status, Wire::Start}));
+        QCOMPARE(starting.peer.RequestBytes(), (QList<QByteArray>{Wire::ReadStatus, Wire::StartMeasurement}));
         QCOMPARE(starting.Step(4), QString());
-        QCOMPARE(starting.peer.RequestBytes(), QList<QByteArray>{Wire::Status});
+        QCOMPARE(starting.peer.RequestBytes(), QList<QByteArray>{Wire::ReadStatus});
     }
 }
 

@@ -32,16 +32,16 @@ struct Method {
     QStringList changes;
 };
 
-const QByteArray SixValues = Wire::Bytes("0000803f0000004000004040000080400000a0400000c04043e3");
+const QByteArray SixValues = Wire::SixReadings;
 
 const QList<Method>& Reads()
 {
     static const QList<Method> reads = {
-        {"RequestStatus", [](State& state) { return state.RequestStatus(); }, Wire::Status,
+        {"RequestStatus", [](State& state) { return state.RequestStatus(); }, Wire::ReadStatus,
          Wire::Bytes("a3529a32"),
          Changes("NewMeasurement=1 TesterMode=1 CurrentMeasurementType=3 ErrorCode=5 "
                  "MeasurementFunctionStatus=2")},
-        {"RequestVersion", [](State& state) { return state.RequestVersion(); }, Wire::Version,
+        {"RequestVersion", [](State& state) { return state.RequestVersion(); }, Wire::ReadVersion,
          Wire::Bytes("50415431323334353637383931303541424344323031361fe6"), Changes("DeviceInformation")},
         {"RequestCurrentDateTime",
          [](State& state) { return state.RequestCurrentDateTime(); },
@@ -89,12 +89,12 @@ const QList<Method>& Commands()
          {}},
         {"StartMeasurement",
          [](State& state) { return state.StartMeasurement(); },
-         Wire::Start,
+         Wire::StartMeasurement,
          Wire::Acknowledge,
          {}},
         {"StopMeasurement",
          [](State& state) { return state.StopMeasurement(); },
-         Wire::Stop,
+         Wire::StopMeasurement,
          Wire::Acknowledge,
          {}},
     };
@@ -230,13 +230,13 @@ void TestState::FailedRequestRaisesCommunicationErrorOnce_data()
     for (const Method& read : Reads()) {
         AddFailureRow(read, "acknowledged", Wire::Acknowledge);
         AddFailureRow(read, "refused", Wire::Refusal);
-        AddFailureRow(read, "damaged", Wire::Damaged);
+        AddFailureRow(read, "damaged", Wire::DamagedStatus);
         AddFailureRow(read, "rejected by its parser", Wire::Bytes("31323334356c54"));
     }
     for (const Method& command : Commands()) {
-        AddFailureRow(command, "answered with data", Wire::IdleStatus);
+        AddFailureRow(command, "answered with data", Wire::StartTest0Status);
         AddFailureRow(command, "refused", Wire::Refusal);
-        AddFailureRow(command, "damaged", Wire::Damaged);
+        AddFailureRow(command, "damaged", Wire::DamagedStatus);
     }
 }
 
@@ -318,7 +318,7 @@ void TestState::RetransmissionsAreTheTransceiversAlone()
     QVERIFY(!state.StopMeasurement());
     QCOMPARE(engine.Commands(), QByteArray("hhh"));
     engine.peer.ClearRequests();
-    engine.peer.AnswerInTurn({Wire::Refusal, Wire::Damaged, Wire::Acknowledge});
+    engine.peer.AnswerInTurn({Wire::Refusal, Wire::DamagedStatus, Wire::Acknowledge});
     QVERIFY(state.StopMeasurement());
     QCOMPARE(engine.Commands(), QByteArray("hhh"));
 }

@@ -114,13 +114,13 @@ void TestTesterConfigurationState::ServesEachRequest_data()
     QTest::addColumn<QList<QByteArray>>("frames");
     QTest::addColumn<QStringList>("changes");
     QTest::newRow("device information")
-        << 0 << QList<QByteArray>{Wire::Version}
+        << 0 << QList<QByteArray>{Wire::ReadVersion}
         << QStringList{QStringLiteral("DeviceInformationRequested=0"), QStringLiteral("DeviceInformation")};
     QTest::newRow("set the current date")
         << 1 << QList<QByteArray>{SetCurrentDate}
         << QStringList{QStringLiteral("CurrentDateTimeConfigurationRequested=0")};
     QTest::newRow("set the calibration date")
-        << 2 << QList<QByteArray>{Wire::ChangeToCalibration, SetCalibrationDate, Wire::ChangeToNormal}
+        << 2 << QList<QByteArray>{Wire::ChangeToCalibrationMode, SetCalibrationDate, Wire::ChangeToNormalMode}
         << QStringList{QStringLiteral("CalibrationDateTimeConfigurationRequested=0")};
     QTest::newRow("read the current date")
         << 3 << QList<QByteArray>{Wire::ReadCurrentDate}
@@ -157,7 +157,7 @@ void TestTesterConfigurationState::ServesInformationBeforeTheCurrentDateInOneSte
     engine.AnswerByCommand(Instrument());
     TesterConfigurationState state(&engine.context, nullptr);
     state.OnRunning();
-    QCOMPARE(engine.peer.RequestBytes(), (QList<QByteArray>{Wire::Version, Wire::ReadCurrentDate}));
+    QCOMPARE(engine.peer.RequestBytes(), (QList<QByteArray>{Wire::ReadVersion, Wire::ReadCurrentDate}));
 }
 
 void TestTesterConfigurationState::ServesEveryRequestInTheFixedOrderInOneStep()
@@ -168,8 +168,9 @@ void TestTesterConfigurationState::ServesEveryRequestInTheFixedOrderInOneStep()
     TesterConfigurationState state(&engine.context, nullptr);
     state.OnRunning();
     QCOMPARE(engine.peer.RequestBytes(),
-             (QList<QByteArray>{Wire::Version, SetCurrentDate, Wire::ChangeToCalibration, SetCalibrationDate,
-                                Wire::ChangeToNormal, Wire::ReadCurrentDate, Wire::ReadCalibrationDate}));
+             (QList<QByteArray>{Wire::ReadVersion, SetCurrentDate, Wire::ChangeToCalibrationMode,
+                                SetCalibrationDate, Wire::ChangeToNormalMode, Wire::ReadCurrentDate,
+                                Wire::ReadCalibrationDate}));
     QCOMPARE(engine.cells.Changes(),
              (QStringList{QStringLiteral("DeviceInformationRequested=0"), QStringLiteral("DeviceInformation"),
                           QStringLiteral("CurrentDateTimeConfigurationRequested=0"),
@@ -229,14 +230,14 @@ void TestTesterConfigurationState::FailureEndsTheStepAndLeavesTheLaterRequests_d
     QTest::addColumn<QByteArray>("refused");
     QTest::addColumn<QByteArray>("sent");
     QTest::addColumn<QString>("pending");
-    QTest::newRow("version") << Wire::Version << QByteArray("W") << QStringLiteral("01111");
+    QTest::newRow("version") << Wire::ReadVersion << QByteArray("W") << QStringLiteral("01111");
     QTest::newRow("set the current date") << SetCurrentDate << QByteArray("Wr") << QStringLiteral("00111");
     QTest::newRow("into calibration mode")
-        << Wire::ChangeToCalibration << QByteArray("Wrx") << QStringLiteral("00011");
+        << Wire::ChangeToCalibrationMode << QByteArray("Wrx") << QStringLiteral("00011");
     QTest::newRow("set the calibration date")
         << SetCalibrationDate << QByteArray("Wrxt") << QStringLiteral("00011");
     QTest::newRow("back to normal mode")
-        << Wire::ChangeToNormal << QByteArray("Wrxtx") << QStringLiteral("00011");
+        << Wire::ChangeToNormalMode << QByteArray("Wrxtx") << QStringLiteral("00011");
     QTest::newRow("read the current date")
         << Wire::ReadCurrentDate << QByteArray("WrxtxR") << QStringLiteral("00001");
     QTest::newRow("read the calibration date")

@@ -60,7 +60,7 @@ struct Update : Engine {
 };
 
 const QStringList AfterTheImage =
-    Changes("OperationStatus=3 TesterMode=0 CurrentMeasurementType=0 StartTestStatus=0");
+    Changes("OperationStatus=3 TesterMode=0 CurrentMeasurementType=0 StartTestStatus=14");
 
 QString Progress(int percent)
 {
@@ -133,8 +133,8 @@ void TestUpdatingState::WholeUpdateIsSentAndReported()
     update.state.OnRunning();
     QCOMPARE(Wire::SectorFrame(0).size(), 515);
     QCOMPARE(update.peer.RequestBytes(),
-             (QList<QByteArray>{Wire::Initialize, Wire::SectorFrame(0), Wire::SectorFrame(1),
-                                Wire::SectorFrame(2), Wire::Finish, Wire::Status}));
+             (QList<QByteArray>{Wire::InitializeUpdate, Wire::SectorFrame(0), Wire::SectorFrame(1),
+                                Wire::SectorFrame(2), Wire::Finish, Wire::ReadStatus}));
     QCOMPARE(pausesWhenFinished, QStringLiteral("100 100 100 2500"));
     QCOMPARE(update.cells.Changes(),
              Changes("OperationStatus=2 OperationProgress=0 OperationProgress=33 OperationProgress=66 "
@@ -185,7 +185,8 @@ void TestUpdatingState::EmptyImageHasNoSector()
 {
     Update update(QByteArray{});
     update.state.OnRunning();
-    QCOMPARE(update.peer.RequestBytes(), (QList<QByteArray>{Wire::Initialize, Wire::Finish, Wire::Status}));
+    QCOMPARE(update.peer.RequestBytes(),
+             (QList<QByteArray>{Wire::InitializeUpdate, Wire::Finish, Wire::ReadStatus}));
     QCOMPARE(update.cells.Changes(), Changes("OperationStatus=2 OperationProgress=0") + AfterTheImage);
     QCOMPARE(Announcements(update.log), QStringList{Initialized});
 }
@@ -200,8 +201,8 @@ void TestUpdatingState::StepUsesTheDataThatItBeganWith()
         return answers.value(request.at(0));
     });
     update.state.OnRunning();
-    QCOMPARE(update.peer.RequestBytes(),
-             (QList<QByteArray>{Wire::Initialize, Wire::SectorFrame(0), Wire::SectorFrame(1), Wire::Finish}));
+    QCOMPARE(update.peer.RequestBytes(), (QList<QByteArray>{Wire::InitializeUpdate, Wire::SectorFrame(0),
+                                                            Wire::SectorFrame(1), Wire::Finish}));
 }
 
 void TestUpdatingState::InvalidDataSendsNothing_data()
@@ -242,7 +243,7 @@ void TestUpdatingState::FailedExchangeEndsTheUpdate_data()
     QTest::addColumn<QStringList>("changes");
     QTest::addColumn<QStringList>("announcements");
     const QStringList begun = Changes("OperationStatus=2 OperationProgress=0");
-    QTest::newRow("initialization") << Wire::Initialize << QByteArray("V")
+    QTest::newRow("initialization") << Wire::InitializeUpdate << QByteArray("V")
                                     << Changes("CommunicationError=1 ErrorCode=303")
                                     << QStringList{NotInitialized};
     QTest::newRow("sector") << Wire::SectorFrame(0) << QByteArray("VF")
@@ -275,7 +276,7 @@ void TestUpdatingState::RefusedSectorIsSentThreeTimesAndKeepsTheProgress()
     update.AnswerInstead(Wire::SectorFrame(1), Wire::Refusal);
     update.state.OnRunning();
     QCOMPARE(update.peer.RequestBytes(),
-             (QList<QByteArray>{Wire::Initialize, Wire::SectorFrame(0), Wire::SectorFrame(1),
+             (QList<QByteArray>{Wire::InitializeUpdate, Wire::SectorFrame(0), Wire::SectorFrame(1),
                                 Wire::SectorFrame(1), Wire::SectorFrame(1)}));
     QCOMPARE(update.cells.Changes(), Changes("OperationStatus=2 OperationProgress=0 OperationProgress=33 "
                                              "CommunicationError=1 ErrorCode=303"));
@@ -291,8 +292,8 @@ void TestUpdatingState::SectorThatIsAcceptedTheSecondTimeIsNoFailure()
                               Wire::Acknowledge, Wire::IdleStatus});
     update.state.OnRunning();
     QCOMPARE(update.peer.RequestBytes(),
-             (QList<QByteArray>{Wire::Initialize, Wire::SectorFrame(0), Wire::SectorFrame(0),
-                                Wire::SectorFrame(1), Wire::Finish, Wire::Status}));
+             (QList<QByteArray>{Wire::InitializeUpdate, Wire::SectorFrame(0), Wire::SectorFrame(0),
+                                Wire::SectorFrame(1), Wire::Finish, Wire::ReadStatus}));
     QCOMPARE(update.cells.Changes(),
              Changes("OperationStatus=2 OperationProgress=0 OperationProgress=50 OperationProgress=100") +
                  AfterTheImage);
@@ -307,7 +308,7 @@ void TestUpdatingState::FailureReplacesAnErrorThatIsPending_data()
     const QByteArray sector = Wire::SectorFrame(0);
     QTest::newRow("image") << 1000 << 6 << QByteArray() << 301;
     QTest::newRow("confirmation data") << 512 << 1 << QByteArray() << 302;
-    QTest::newRow("initialization") << 512 << 6 << Wire::Initialize << 303;
+    QTest::newRow("initialization") << 512 << 6 << Wire::InitializeUpdate << 303;
     QTest::newRow("sector") << 512 << 6 << sector << 303;
     QTest::newRow("confirmation") << 512 << 6 << Wire::Finish << 304;
 }
@@ -328,7 +329,7 @@ void TestUpdatingState::FailureReplacesAnErrorThatIsPending()
 void TestUpdatingState::FailedStatusAtTheEndLeavesTheUpdateFinished()
 {
     Update update(Wire::Sector(0));
-    update.AnswerInstead(Wire::Status, Wire::Refusal);
+    update.AnswerInstead(Wire::ReadStatus, Wire::Refusal);
     update.state.OnRunning();
     QCOMPARE(update.Commands(), QByteArray("VFZs"));
     QCOMPARE(update.cells.Changes(), Changes("OperationStatus=2 OperationProgress=0 OperationProgress=100 "
@@ -340,13 +341,13 @@ void TestUpdatingState::FailedStatusAtTheEndLeavesTheUpdateFinished()
 void TestUpdatingState::NextStepRunsTheWholeUpdateAgain()
 {
     Update update(Wire::Sector(0));
-    update.AnswerInstead(Wire::Status, Wire::CalibrationModeStatus);
+    update.AnswerInstead(Wire::ReadStatus, Wire::CalibrationModeStatus);
     update.state.OnRunning();
     update.state.OnRunning();
     QCOMPARE(update.Commands(), QByteArray("VFZsVFZs"));
     QCOMPARE(update.cells.Changes(),
              Changes("OperationStatus=2 OperationProgress=0 OperationProgress=100 OperationStatus=3 "
-                     "TesterMode=1 CurrentMeasurementType=0 StartTestStatus=0 "
+                     "TesterMode=1 CurrentMeasurementType=0 StartTestStatus=14 "
                      "OperationStatus=2 OperationProgress=0 OperationProgress=100 OperationStatus=3"));
     QVERIFY(update.context.UpdateRequested.Get());
 }
@@ -380,7 +381,7 @@ void TestUpdatingState::ExchangeAcceptsItsOwnAnswerAlone()
     compare(Wire::FaultyUpdateModeStatus, isAnsweredByData); // The data are not read.
     compare(Wire::Acknowledge, !isAnsweredByData);
     compare(Wire::Refusal, false);
-    compare(Wire::Damaged, false);
+    compare(Wire::DamagedStatus, false);
     update.transciever.Close();
     update.peer.ClearRequests();
     compare(Wire::Acknowledge, false);

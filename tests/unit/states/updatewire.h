@@ -6,17 +6,10 @@
 namespace Wire
 {
 
-inline const QByteArray ChangeToUpdate = Bytes("780393b1");
-inline const QByteArray Initialize = Bytes("56333a");
-
 /// The answer to the first frame of an update, whose content is never read.
 inline const QByteArray InitializeAnswer = Bytes("01027313");
 
-/// These statuses are `IdleStatus` in the other modes: no function, no error, start test 0.
-inline const QByteArray CalibrationModeStatus = Bytes("20f0f9e9");
-inline const QByteArray Mode2Status = Bytes("40f0d3e2");
-inline const QByteArray UpdateModeStatus = Bytes("60f035e4");
-/// The same in normal and in update mode, with error 5.
+/// No function, start test 0, error 5, in normal and in update mode.
 inline const QByteArray FaultyStatus = Bytes("0050f55a");
 inline const QByteArray FaultyUpdateModeStatus = Bytes("6050df51");
 
