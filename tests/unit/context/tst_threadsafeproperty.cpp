@@ -58,7 +58,7 @@ private Q_SLOTS:
     void AnnouncesThroughOneSignal();
     void HasNoMetaDataOfItsOwn();
     void BeginsValueInitialised();
-    void TakesAnOptionalParent();
+    void HasAnOptionalParent();
     void CannotBeCopied();
     void SetStoresAndAnnouncesAChange();
     void SetOfThePresentValueAnnouncesNothing();
@@ -75,7 +75,7 @@ private Q_SLOTS:
     void EveryWritersChangeIsAnnouncedOnce();
     void OfManyWritersOfOneValueOneAnnouncesIt();
     void TestAndClearTellsAndAnnouncesOnlyAChange();
-    void OnlyOneOfManyThreadsTakesARequest();
+    void OnlyOneOfManyThreadsClearsARequest();
 };
 
 void TestThreadSafeProperty::AnnouncesThroughOneSignal()
@@ -111,7 +111,7 @@ void TestThreadSafeProperty::BeginsValueInitialised()
     QCOMPARE(static_cast<int>(ThreadSafeProperty<Vesmar::MeasurementState>().Get()), 0);
 }
 
-void TestThreadSafeProperty::TakesAnOptionalParent()
+void TestThreadSafeProperty::HasAnOptionalParent()
 {
     QObject parent;
     const ThreadSafeProperty<int> child(&parent);
@@ -354,19 +354,19 @@ void TestThreadSafeProperty::TestAndClearTellsAndAnnouncesOnlyAChange()
     QCOMPARE(announced, 1);
 }
 
-void TestThreadSafeProperty::OnlyOneOfManyThreadsTakesARequest()
+void TestThreadSafeProperty::OnlyOneOfManyThreadsClearsARequest()
 {
     ThreadSafeProperty<bool> cell;
     cell.Set(true);
-    std::atomic<int> taken{0};
-    std::vector<std::thread> takers;
-    for (int taker = 0; taker < 8; ++taker) {
-        takers.emplace_back([&] { taken += cell.TestAndClear() ? 1 : 0; });
+    std::atomic<int> cleared{0};
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < 8; ++thread) {
+        threads.emplace_back([&] { cleared += cell.TestAndClear() ? 1 : 0; });
     }
-    for (std::thread& taker : takers) {
-        taker.join();
+    for (std::thread& thread : threads) {
+        thread.join();
     }
-    QCOMPARE(taken.load(), 1);
+    QCOMPARE(cleared.load(), 1);
 }
 
 QTEST_GUILESS_MAIN(TestThreadSafeProperty)
