@@ -37,6 +37,16 @@ bool NumberedGuard(StateMachineContext&)
     return answers[Number];
 }
 
+/// From now on these guards hold, and no others.
+void SetAnswers(const char* holding)
+{
+    calls.clear();
+    answers.fill(false);
+    for (const char number : QByteArray(holding)) {
+        answers.at(static_cast<std::size_t>(number - '0')) = true;
+    }
+}
+
 bool Always(StateMachineContext&)
 {
     return true;
@@ -210,16 +220,10 @@ private Q_SLOTS:
     void HasItsSlotsInTheMetaObject();
 
     void FindsNothingForNoState();
-    void FirstGuardThatHoldsWinsWithinALevel();
-    void OutermostTransitionWins();
-    void EveryLevelIsScannedWhenALowerOneHasMatched();
-    void LowerLevelWinsWhenNoOuterOneHolds();
-    void InternalTransitionsAreSearchedOnlyWhenNoExternalOneHolds();
-    void InternalTransitionsOfAnAncestorDoNotCount();
-    void FirstInternalGuardThatHoldsWins();
+    void FindsTheOutermostTransitionThatHolds();
+    void TransitionsOfAChildDoNotCount();
     void StateWithoutAnExternalEntryStaysAndIsWarnedOf();
     void AncestorWithoutAnExternalEntryDiscardsWhatWasFoundBelow();
-    void StateWithoutAnExternalEntryIsWarnedOfOnEveryStep();
     void SameTransitionMayBeRegisteredTwice();
 
     void FindsTheTargetInTheWholeMachine_data();
@@ -229,10 +233,8 @@ private Q_SLOTS:
 
     void DisabledRunnerDoesNothing();
     void StepsCallEntryOnceRunningAlwaysAndExitOnLeaving();
-    void NewStateRunsOnTheStepAfterTheSwitch();
     void OnlyTheLeafsHooksRun();
-    void EveryStepIsFollowedByAPauseOfAHundredMilliseconds();
-    void StepPostsExactlyOneMore();
+    void StepPausesForAHundredMillisecondsAndPostsOneMore();
     void InitializationRunsOnceAndLeadsToMonitoring();
     void RCDTestIsAbortedAndLeft();
     void UpdateLeadsWhereTheInstrumentIsAfterwards_data();
@@ -250,8 +252,7 @@ private Q_SLOTS:
 
 void TestStateMachineRunner::init()
 {
-    calls.clear();
-    answers.fill(false);
+    SetAnswers("");
 }
 
 void TestStateMachineRunner::EveryStateIsUnderItsParent()
@@ -325,148 +326,97 @@ void TestStateMachineRunner::FindsNothingForNoState()
     QCOMPARE(machine.log.Texts(), QStringList{});
 }
 
-void TestStateMachineRunner::FirstGuardThatHoldsWinsWithinALevel()
-{
-    Machine machine;
-    RecordingState third("third", &machine.context);
-    machine.runner.AddExternalTransition(&machine.first, &NumberedGuard<1>, &machine.first);
-    machine.runner.AddExternalTransition(&machine.first, &NumberedGuard<2>, &machine.second);
-    machine.runner.AddExternalTransition(&machine.first, &NumberedGuard<3>, &third);
-    answers[2] = true;
-    answers[3] = true;
-    QCOMPARE(machine.runner.FindTransition(&machine.first), &machine.second);
-    QCOMPARE(calls, (QStringList{QStringLiteral("1"), QStringLiteral("2")}));
-    answers[1] = true;
-    QCOMPARE(machine.runner.FindTransition(&machine.first), &machine.first);
-    answers = {false, false, false, true};
-    QCOMPARE(machine.runner.FindTransition(&machine.first), &third);
-}
-
 namespace
 {
 
-/// Three levels, each with an external transition of its own: guard 1 the leaf's, 3 the top's.
+/// Three levels. Guards 1 and 2 lead out of the leaf, 3 and 4 out of the middle and the top; 5 and 6 are
+/// internal transitions of the leaf, 7 is one of the middle. Each has a target of its own.
 struct Levels : Machine {
     RecordingState top{"top", &context};
     RecordingState middle{"middle", &context, &top};
     RecordingState leaf{"leaf", &context, &middle};
-    RecordingState fromTop{"from top", &context};
-    RecordingState fromMiddle{"from middle", &context};
-    RecordingState fromLeaf{"from leaf", &context};
+    std::vector<std::unique_ptr<State>> targets{1}; ///< By the number of the guard; none for 0.
 
     Levels()
     {
-        runner.AddExternalTransition(&leaf, &NumberedGuard<1>, &fromLeaf);
-        runner.AddExternalTransition(&middle, &NumberedGuard<2>, &fromMiddle);
-        runner.AddExternalTransition(&top, &NumberedGuard<3>, &fromTop);
+        for (int number = 1; number <= 7; ++number) {
+            targets.push_back(std::make_unique<State>(&context, nullptr, nullptr));
+        }
+        runner.AddExternalTransition(&leaf, &NumberedGuard<1>, targets[1].get());
+        runner.AddExternalTransition(&leaf, &NumberedGuard<2>, targets[2].get());
+        runner.AddExternalTransition(&middle, &NumberedGuard<3>, targets[3].get());
+        runner.AddExternalTransition(&top, &NumberedGuard<4>, targets[4].get());
+        runner.AddInternalTransition(&leaf, &NumberedGuard<5>, targets[5].get());
+        runner.AddInternalTransition(&leaf, &NumberedGuard<6>, targets[6].get());
+        runner.AddInternalTransition(&middle, &NumberedGuard<7>, targets[7].get());
     }
 };
 
-const QStringList EveryLevel = {QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3")};
-
 } // namespace
 
-void TestStateMachineRunner::OutermostTransitionWins()
+/// External transitions of every level come first, the outermost wins, and all levels are asked. Then come
+/// the internal transitions of the state itself.
+void TestStateMachineRunner::FindsTheOutermostTransitionThatHolds()
 {
-    Levels levels;
-    answers = {false, true, true, true};
-    QCOMPARE(levels.runner.FindTransition(&levels.leaf), &levels.fromTop);
-    answers[3] = false;
-    QCOMPARE(levels.runner.FindTransition(&levels.leaf), &levels.fromMiddle);
+    struct Row {
+        const char* holding;
+        std::size_t target;
+        const char* asked;
+    };
+    for (const Row& row : std::vector<Row>{{"", 0, "123456"},
+                                           {"1", 1, "134"},
+                                           {"2", 2, "1234"},
+                                           {"12", 1, "134"},
+                                           {"13", 3, "134"},
+                                           {"134", 4, "134"},
+                                           {"45", 4, "1234"},
+                                           {"5", 5, "12345"},
+                                           {"6", 6, "123456"},
+                                           {"56", 5, "12345"},
+                                           {"7", 0, "123456"}}) {
+        Levels levels;
+        SetAnswers(row.holding);
+        QVERIFY2(levels.runner.FindTransition(&levels.leaf) == levels.targets[row.target].get(), row.holding);
+        QCOMPARE(calls.join(QString()), QString(QLatin1String(row.asked)));
+        QCOMPARE(levels.log.Texts(), QStringList{});
+    }
 }
 
-void TestStateMachineRunner::EveryLevelIsScannedWhenALowerOneHasMatched()
+void TestStateMachineRunner::TransitionsOfAChildDoNotCount()
 {
     Levels levels;
-    answers[1] = true;
-    levels.runner.FindTransition(&levels.leaf);
-    QCOMPARE(calls, EveryLevel);
-    calls.clear();
-    answers[2] = true;
-    levels.runner.FindTransition(&levels.leaf);
-    QCOMPARE(calls, EveryLevel);
-}
-
-void TestStateMachineRunner::LowerLevelWinsWhenNoOuterOneHolds()
-{
-    Levels levels;
-    answers[1] = true;
-    QCOMPARE(levels.runner.FindTransition(&levels.leaf), &levels.fromLeaf);
-    QCOMPARE(levels.runner.FindTransition(&levels.middle), nullptr);
-}
-
-void TestStateMachineRunner::InternalTransitionsAreSearchedOnlyWhenNoExternalOneHolds()
-{
-    Levels levels;
-    levels.runner.AddInternalTransition(&levels.leaf, &NumberedGuard<4>, &levels.first);
-    answers[4] = true;
-    QCOMPARE(levels.runner.FindTransition(&levels.leaf), &levels.first);
-    QCOMPARE(calls, EveryLevel + QStringList{QStringLiteral("4")});
-    calls.clear();
-    answers[3] = true;
-    QCOMPARE(levels.runner.FindTransition(&levels.leaf), &levels.fromTop);
-    QCOMPARE(calls, EveryLevel);
-}
-
-void TestStateMachineRunner::InternalTransitionsOfAnAncestorDoNotCount()
-{
-    Levels levels;
-    levels.runner.AddInternalTransition(&levels.middle, &Always, &levels.first);
-    QCOMPARE(levels.runner.FindTransition(&levels.leaf), nullptr);
-    QCOMPARE(levels.runner.FindTransition(&levels.middle), &levels.first);
+    SetAnswers("12567");
+    QCOMPARE(levels.runner.FindTransition(&levels.middle), levels.targets[7].get());
     QCOMPARE(levels.runner.FindTransition(&levels.top), nullptr);
-    QCOMPARE(levels.log.Texts(), QStringList{});
-}
-
-void TestStateMachineRunner::FirstInternalGuardThatHoldsWins()
-{
-    Levels levels;
-    levels.runner.AddInternalTransition(&levels.top, &NumberedGuard<4>, &levels.first);
-    levels.runner.AddInternalTransition(&levels.top, &NumberedGuard<5>, &levels.second);
-    QCOMPARE(levels.runner.FindTransition(&levels.top), nullptr);
-    answers[5] = true;
-    QCOMPARE(levels.runner.FindTransition(&levels.top), &levels.second);
-    answers[4] = true;
-    calls.clear();
-    QCOMPARE(levels.runner.FindTransition(&levels.top), &levels.first);
-    QCOMPARE(calls, (QStringList{QStringLiteral("3"), QStringLiteral("4")}));
+    QCOMPARE(calls.join(QString()), QStringLiteral("3474"));
 }
 
 void TestStateMachineRunner::StateWithoutAnExternalEntryStaysAndIsWarnedOf()
 {
     Machine machine;
     machine.runner.AddInternalTransition(&machine.first, &Always, &machine.second);
-    QCOMPARE(machine.runner.FindTransition(&machine.first), nullptr);
-    QCOMPARE(machine.log.Texts(), QStringList{NoEntryWarning});
-    QCOMPARE(machine.log.Messages().constFirst().type, QtWarningMsg);
-    QCOMPARE(machine.log.Messages().constFirst().category, QByteArray("default"));
-}
-
-void TestStateMachineRunner::AncestorWithoutAnExternalEntryDiscardsWhatWasFoundBelow()
-{
-    Machine machine;
-    RecordingState top("top", &machine.context);
-    RecordingState middle("middle", &machine.context, &top);
-    RecordingState leaf("leaf", &machine.context, &middle);
-    machine.runner.AddExternalTransition(&leaf, &NumberedGuard<1>, &machine.first);
-    machine.runner.AddExternalTransition(&top, &NumberedGuard<3>, &machine.second);
-    answers = {false, true, false, true};
-    QCOMPARE(machine.runner.FindTransition(&leaf), nullptr);
-    QCOMPARE(calls, QStringList{QStringLiteral("1")});
-    QCOMPARE(machine.log.Texts(), QStringList{NoEntryWarning});
-}
-
-void TestStateMachineRunner::StateWithoutAnExternalEntryIsWarnedOfOnEveryStep()
-{
-    Machine machine;
     machine.runner.AddExternalTransition(machine.runner.GetCurrentState(), &Always, &machine.first);
     machine.runner.Enable();
     machine.runner.RunStateMachineWorker();
     machine.log.Clear();
     machine.runner.RunStateMachineWorker();
     machine.runner.RunStateMachineWorker();
-    QCOMPARE(machine.log.Texts(), (QStringList{NoEntryWarning, NoEntryWarning}));
     QCOMPARE(machine.runner.GetCurrentState(), &machine.first);
+    QCOMPARE(machine.log.Texts(), (QStringList{NoEntryWarning, NoEntryWarning}));
+    QCOMPARE(machine.log.Messages().constFirst().type, QtWarningMsg);
+    QCOMPARE(machine.log.Messages().constFirst().category, QByteArray("default"));
+}
+
+void TestStateMachineRunner::AncestorWithoutAnExternalEntryDiscardsWhatWasFoundBelow()
+{
+    Levels levels;
+    RecordingState between("between", &levels.context, &levels.top);
+    RecordingState below("below", &levels.context, &between);
+    levels.runner.AddExternalTransition(&below, &NumberedGuard<1>, &levels.first);
+    SetAnswers("14");
+    QCOMPARE(levels.runner.FindTransition(&below), nullptr);
+    QCOMPARE(calls, QStringList{QStringLiteral("1")});
+    QCOMPARE(levels.log.Texts(), QStringList{NoEntryWarning});
 }
 
 void TestStateMachineRunner::SameTransitionMayBeRegisteredTwice()
@@ -686,35 +636,19 @@ void TestStateMachineRunner::StepsCallEntryOnceRunningAlwaysAndExitOnLeaving()
 {
     Machine machine;
     machine.EnterFirst();
-    machine.runner.RunStateMachineWorker();
-    QCOMPARE(calls, (QStringList{QStringLiteral("first entry"), QStringLiteral("first running"),
-                                 QStringLiteral("1")}));
-    calls.clear();
-    machine.runner.RunStateMachineWorker();
-    QCOMPARE(calls, (QStringList{QStringLiteral("first running"), QStringLiteral("1")}));
-    calls.clear();
-    answers[1] = true;
-    machine.runner.RunStateMachineWorker();
-    QCOMPARE(calls, (QStringList{QStringLiteral("first running"), QStringLiteral("1"),
-                                 QStringLiteral("first exit")}));
-    calls.clear();
-    machine.runner.RunStateMachineWorker();
-    QCOMPARE(calls, (QStringList{QStringLiteral("second entry"), QStringLiteral("second running"),
-                                 QStringLiteral("2")}));
-}
-
-void TestStateMachineRunner::NewStateRunsOnTheStepAfterTheSwitch()
-{
-    Machine machine;
-    machine.EnterFirst();
-    answers[1] = true;
-    machine.runner.RunStateMachineWorker();
+    const auto step = [&machine]() {
+        calls.clear();
+        machine.runner.RunStateMachineWorker();
+        return calls.join(QStringLiteral(", "));
+    };
+    QCOMPARE(step(), QStringLiteral("first entry, first running, 1"));
+    QCOMPARE(step(), QStringLiteral("first running, 1"));
+    SetAnswers("12");
+    QCOMPARE(step(), QStringLiteral("first running, 1, first exit"));
     QCOMPARE(machine.runner.GetCurrentState(), &machine.second);
-    QVERIFY(calls.filter(QStringLiteral("second")).isEmpty());
-    answers[2] = true;
-    machine.runner.RunStateMachineWorker(); // Back again: a new visit has a new entry.
-    machine.runner.RunStateMachineWorker();
-    QCOMPARE(calls.count(QStringLiteral("first entry")), 2);
+    QCOMPARE(step(), QStringLiteral("second entry, second running, 2, second exit"));
+    SetAnswers("");
+    QCOMPARE(step(), QStringLiteral("first entry, first running, 1")); // A new visit has a new entry.
 }
 
 void TestStateMachineRunner::OnlyTheLeafsHooksRun()
@@ -730,20 +664,11 @@ void TestStateMachineRunner::OnlyTheLeafsHooksRun()
     machine.runner.RunStateMachineWorker();
     machine.runner.RunStateMachineWorker();
     machine.runner.RunStateMachineWorker();
-    QCOMPARE(calls, (QStringList{QStringLiteral("child entry"), QStringLiteral("child running"),
-                                 QStringLiteral("child exit"), QStringLiteral("first entry"),
-                                 QStringLiteral("first running")}));
+    QCOMPARE(calls.join(QStringLiteral(", ")),
+             QStringLiteral("child entry, child running, child exit, first entry, first running"));
 }
 
-void TestStateMachineRunner::EveryStepIsFollowedByAPauseOfAHundredMilliseconds()
-{
-    Machine machine;
-    machine.EnterFirst();
-    machine.runner.RunStateMachineWorker();
-    QCOMPARE(machine.pauses.Text(), QStringLiteral("100 100"));
-}
-
-void TestStateMachineRunner::StepPostsExactlyOneMore()
+void TestStateMachineRunner::StepPausesForAHundredMillisecondsAndPostsOneMore()
 {
     Machine machine;
     machine.EnterFirst();
@@ -751,114 +676,97 @@ void TestStateMachineRunner::StepPostsExactlyOneMore()
         machine.RunPostedSteps();
         QCOMPARE(calls.count(QStringLiteral("first running")), step);
     }
+    QCOMPARE(machine.pauses.Text(), QStringLiteral("100 100 100 100")); // With that of the step to `first`.
 }
+
+namespace
+{
+
+/// A runner at an instrument, whose steps are recorded by the state that each leads to.
+struct Plant : Engine {
+    explicit Plant(const QByteArray& status = Wire::IdleStatus)
+    {
+        QMap<char, QByteArray> byCommand = Wire::UpdateAnswers(status);
+        byCommand.insert('W', Wire::Bytes("50415431323334353637383931303541424344323031361fe6"));
+        byCommand.insert('R', Wire::Bytes("2412312359586199"));
+        byCommand.insert('T', Wire::Bytes("200229000000b2b5"));
+        AnswerByCommand(byCommand);
+        runner.Enable();
+    }
+
+    void Step(int count)
+    {
+        for (int step = 0; step < count; ++step) {
+            runner.RunStateMachineWorker();
+            visited.append(RunnerView::NameOf(runner.GetCurrentState()).remove(QStringLiteral("State")));
+        }
+    }
+
+    PauseLog pauses;
+    StateMachineRunner runner{&context, nullptr};
+    QStringList visited;
+};
+
+} // namespace
 
 void TestStateMachineRunner::InitializationRunsOnceAndLeadsToMonitoring()
 {
-    Engine engine;
-    const PauseLog pauses;
-    engine.AnswerByCommand({{'s', Wire::IdleStatus},
-                            {'W', Wire::Bytes("50415431323334353637383931303541424344323031361fe6")},
-                            {'R', Wire::Bytes("2412312359586199")},
-                            {'T', Wire::Bytes("200229000000b2b5")}});
-    StateMachineRunner runner(&engine.context, nullptr);
-    runner.Enable();
-    runner.RunStateMachineWorker();
-    QCOMPARE(RunnerView::NameOf(runner.GetCurrentState()), QStringLiteral("InitializationState"));
-    QCOMPARE(Banners(engine.log), (QStringList{Banner("ENTERING TESTER OPERATIONS STATE"),
-                                               Banner("LEAVING TESTER OPERATIONS STATE")}));
-    engine.log.Clear();
-    runner.RunStateMachineWorker();
-    QCOMPARE(RunnerView::NameOf(runner.GetCurrentState()), QStringLiteral("MonitoringState"));
-    QCOMPARE(Banners(engine.log),
-             (QStringList{Banner("ENTERING INITIALIZATION STATE"), Banner("LEAVING INITIALIZATION STATE")}));
-    QCOMPARE(engine.Commands(), QByteArray("sWRT"));
-    runner.RunStateMachineWorker();
-    QCOMPARE(engine.Commands(), QByteArray("sWRTs"));
+    Plant plant;
+    plant.Step(3);
+    QCOMPARE(plant.visited, Changes("Initialization Monitoring Monitoring"));
+    QCOMPARE(Banners(plant.log),
+             (QStringList{Banner("ENTERING TESTER OPERATIONS STATE"),
+                          Banner("LEAVING TESTER OPERATIONS STATE"), Banner("ENTERING INITIALIZATION STATE"),
+                          Banner("LEAVING INITIALIZATION STATE"), Banner("ENTERING MONITORING STATE ")}));
+    QCOMPARE(plant.Commands(), QByteArray("sWRTs"));
 }
 
 void TestStateMachineRunner::RCDTestIsAbortedAndLeft()
 {
-    Engine engine;
-    const PauseLog pauses;
-    engine.AnswerByCommand({{'s', Wire::IdleStatus},
-                            {'W', Wire::Bytes("50415431323334353637383931303541424344323031361fe6")},
-                            {'R', Wire::Bytes("2412312359586199")},
-                            {'T', Wire::Bytes("200229000000b2b5")}});
-    StateMachineRunner runner(&engine.context, nullptr);
-    runner.Enable();
-    QStringList visited;
-    const auto step = [&](int steps) {
-        for (int taken = 0; taken < steps; ++taken) {
-            runner.RunStateMachineWorker();
-            visited.append(RunnerView::NameOf(runner.GetCurrentState()));
-        }
-    };
-    step(2);
-    SetCells(engine.context, "RCD=1");
-    engine.context.IsMeasurementModeActive.Set(true);
-    step(2);
-    engine.context.StartMeasurementRequested.Set(true);
-    step(2);
-    QVERIFY(!engine.context.StartMeasurementRequested.Get()); // Entered, so that it goes back but once.
-    QVERIFY(engine.context.IsMeasurementRunning.Get());
-    engine.context.AbortMeasurementRequested.Set(true);
-    step(1);
-    QCOMPARE(static_cast<int>(engine.context.ErrorCode.Get()), 521);
-    QVERIFY(!engine.context.IsMeasurementRunning.Get());
-    step(1);
-    engine.context.IsMeasurementModeActive.Set(false);
-    step(1);
-    QCOMPARE(
-        visited,
-        (QStringList{QStringLiteral("InitializationState"), QStringLiteral("MonitoringState"),
-                     QStringLiteral("RCDMeasurementModeState"), QStringLiteral("RCDMonitoringState"),
-                     QStringLiteral("RCDIaTaMeasurementRunningState"),
-                     QStringLiteral("RCDIaTaMeasurementRunningState"), QStringLiteral("RCDMonitoringState"),
-                     QStringLiteral("RCDMonitoringState"), QStringLiteral("MonitoringState")}));
+    Plant plant;
+    plant.Step(2);
+    SetCells(plant.context, "RCD=1 IsMeasurementModeActive");
+    plant.Step(2);
+    plant.context.StartMeasurementRequested.Set(true);
+    plant.Step(2);
+    QVERIFY(!plant.context.StartMeasurementRequested.Get()); // Entered, so that it goes back only once.
+    QVERIFY(plant.context.IsMeasurementRunning.Get());
+    plant.context.AbortMeasurementRequested.Set(true);
+    plant.Step(1);
+    QCOMPARE(static_cast<int>(plant.context.ErrorCode.Get()), 521);
+    QVERIFY(!plant.context.IsMeasurementRunning.Get());
+    plant.Step(1);
+    plant.context.IsMeasurementModeActive.Set(false);
+    plant.Step(1);
+    QCOMPARE(plant.visited, Changes("Initialization Monitoring RCDMeasurementMode RCDMonitoring "
+                                    "RCDIaTaMeasurementRunning RCDIaTaMeasurementRunning RCDMonitoring "
+                                    "RCDMonitoring Monitoring"));
 }
 
 void TestStateMachineRunner::UpdateLeadsWhereTheInstrumentIsAfterwards_data()
 {
     QTest::addColumn<QByteArray>("status");
     QTest::addColumn<QString>("state");
-    QTest::newRow("normal mode") << Wire::IdleStatus << QStringLiteral("InitializationState");
-    QTest::newRow("calibration mode")
-        << Wire::CalibrationModeStatus << QStringLiteral("RestartingTesterState");
-    QTest::newRow("mode 2") << Wire::Mode2Status << QStringLiteral("RestartingTesterState");
-    QTest::newRow("update mode") << Wire::UpdateModeStatus << QStringLiteral("AwaitUpdateActionState");
+    QTest::newRow("normal mode") << Wire::IdleStatus << QStringLiteral("Initialization");
+    QTest::newRow("calibration mode") << Wire::CalibrationModeStatus << QStringLiteral("RestartingTester");
+    QTest::newRow("mode 2") << Wire::Mode2Status << QStringLiteral("RestartingTester");
+    QTest::newRow("update mode") << Wire::UpdateModeStatus << QStringLiteral("AwaitUpdateAction");
 }
 
 void TestStateMachineRunner::UpdateLeadsWhereTheInstrumentIsAfterwards()
 {
     QFETCH(const QByteArray, status);
     QFETCH(const QString, state);
-    Engine engine;
-    const PauseLog pauses;
-    QMap<char, QByteArray> answers = Wire::UpdateAnswers(Wire::UpdateModeStatus);
-    answers['W'] = Wire::Bytes("50415431323334353637383931303541424344323031361fe6");
-    engine.peer.Answer([&answers, status](const QByteArray& request) {
-        const QByteArray answer = answers.value(request.at(0));
-        if (request == Wire::Finish) {
-            answers['s'] = status;
-        }
-        return answer;
-    });
-    engine.context.SetUpdate(Wire::Sector(0), Wire::Confirmation);
-    engine.context.UpdateRequested.Set(true);
-    StateMachineRunner runner(&engine.context, nullptr);
-    runner.Enable();
-    QStringList visited;
-    for (int step = 1; step <= 4; ++step) {
-        runner.RunStateMachineWorker();
-        visited += RunnerView::NameOf(runner.GetCurrentState());
-    }
-    QCOMPARE(visited,
-             (QStringList{QStringLiteral("InitializationState"), QStringLiteral("AwaitUpdateActionState"),
-                          QStringLiteral("UpdatingState"), state}));
-    QCOMPARE(engine.Commands(), QByteArray("sWsVFZs"));
-    QVERIFY(!engine.context.UpdateRequested.Get());
-    QCOMPARE(static_cast<int>(engine.context.OperationStatus.Get()), 0);
+    Plant plant(Wire::UpdateModeStatus);
+    plant.context.SetUpdate(Wire::Sector(0), Wire::Confirmation);
+    plant.context.UpdateRequested.Set(true);
+    plant.Step(3);
+    plant.AnswerByCommand(Wire::UpdateAnswers(status));
+    plant.Step(1);
+    QCOMPARE(plant.visited, Changes("Initialization AwaitUpdateAction Updating") + QStringList{state});
+    QCOMPARE(plant.Commands(), QByteArray("sWsVFZs"));
+    QVERIFY(!plant.context.UpdateRequested.Get());
+    QCOMPARE(static_cast<int>(plant.context.OperationStatus.Get()), 0);
 }
 
 void TestStateMachineRunner::EnableStartsAtTheRootAgain()
@@ -898,7 +806,7 @@ void TestStateMachineRunner::EnableWhileADisableIsRequestedDoesNothing()
     machine.runner.RunStateMachineWorker();
     QCOMPARE(calls, QStringList{});
     QVERIFY(!machine.runner.IsEnabled());
-    machine.runner.Disable(); // Of a disabled runner: the request stands until a step takes it.
+    machine.runner.Disable(); // The request to a disabled runner stands until the next step.
     machine.runner.Enable();
     QVERIFY(!machine.runner.IsEnabled());
     machine.runner.RunStateMachineWorker();
