@@ -8,11 +8,9 @@
 #include <Vesmar/tester.h>
 
 #include "unit/facade/testeraccess.h"
-#include "unit/states/enginefixture.h"
+#include "unit/machine/instrument.h"
 
 using Operation = std::function<void(Vesmar::Tester&)>;
-
-constexpr int Patience = 30000; ///< Milliseconds until a condition counts as not met.
 
 /// The singleton for one test, with its cells watched and the log captured.
 struct Facade {
@@ -21,7 +19,7 @@ struct Facade {
     Vesmar::StateMachineContext& context = TesterAccess::ContextOf(*tester);
     CellLog cells{context};
 
-    /// What the operation changes; the log holds its lines afterwards.
+    /// What the operation changes. Afterwards the log holds its lines alone.
     QStringList ChangesOf(const Operation& operation)
     {
         cells.Clear();
@@ -31,7 +29,7 @@ struct Facade {
     }
 };
 
-/// Notes each change signal as its property's name, with the value where it is a number.
+/// Records each change signal by the name of its property, with the value where it is a number.
 class SignalLog
 {
 public:

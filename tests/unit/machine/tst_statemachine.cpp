@@ -1,9 +1,7 @@
 #include <functional>
 #include <memory>
 
-#include <QDir>
 #include <QElapsedTimer>
-#include <QMetaMethod>
 #include <QPointer>
 #include <QSignalSpy>
 #include <QTest>
@@ -11,26 +9,20 @@
 
 #include "machine/statemachine.h"
 #include "support/serialdevice.h"
-#include "unit/states/enginefixture.h"
+#include "unit/machine/conditions.h"
+#include "unit/machine/instrument.h"
 
 using Vesmar::Error;
-using Vesmar::MeasurementState;
 using Vesmar::StateMachine;
 using Vesmar::StateMachineContext;
 
 namespace
 {
 
-constexpr int Patience = 30000; ///< Milliseconds until a condition counts as not met.
-
-const QMap<char, QByteArray> Instrument = {
-    {'s', Wire::StartTest0Status},
-    {'W', Wire::Bytes("50415431323334353637383931303541424344323031361fe6")},
-    {'R', Wire::Bytes("2412312359586199")},
-    {'T', Wire::Bytes("200229000000b2b5")},
-    {'x', Wire::Acknowledge}};
-
-const QMap<char, QByteArray> Silent;
+QByteArray NoAnswer(const QByteArray& /*request*/)
+{
+    return {};
+}
 
 /// The banners from the start of the machine to its idle state.
 const QStringList StartBanners = {
@@ -38,16 +30,30 @@ const QStringList StartBanners = {
     Banner("ENTERING INITIALIZATION STATE"), Banner("LEAVING INITIALIZATION STATE"),
     Banner("ENTERING MONITORING STATE ")};
 
-int ThreadCount()
-{
-    return QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size();
-}
-
 /// The instrument, the log and the machine.
 struct Plant {
-    explicit Plant(const QMap<char, QByteArray>& answers = Instrument)
+    explicit Plant(const ScriptedPeer::Responder& responder = &AnswerInNormalMode) { peer.Answer(responder); }
+
+    /// Enables the machine and lets it reach its idle state.
+    bool Connect() const
     {
-        peer.Answer([answers](const QByteArray& request) { return answers.value(request.at(0)); });
+        machine->Enable();
+        return WaitForMonitoring();
+    }
+
+    /// Waits for the banner, while an event loop runs.
+    bool WaitForBanner(const char* text) const
+    {
+        return QTest::qWaitFor([this, text]() { return log.Texts().contains(Banner(text)); }, Patience);
+    }
+
+    bool WaitForMonitoring() const { return WaitForBanner("ENTERING MONITORING STATE "); }
+
+    bool IsPortClosed() const
+    {
+        QByteArray* response = nullptr;
+        const int result = machine->GetTransciever()->RunQuery(Wire::ReadStatus, &response);
+        return result == 3 && response == nullptr;
     }
 
     StateMachineContext& Context() const { return *machine->GetContext(); }
@@ -57,25 +63,7 @@ struct Plant {
     std::unique_ptr<StateMachine> machine = std::make_unique<StateMachine>(nullptr);
 };
 
-/// Waits for the banner, an event loop running meanwhile.
-bool WaitForBanner(const LogCapture& log, const char* text)
-{
-    return QTest::qWaitFor([&]() { return log.Texts().contains(Banner(text)); }, Patience);
-}
-
-bool WaitForMonitoring(const LogCapture& log)
-{
-    return WaitForBanner(log, "ENTERING MONITORING STATE ");
-}
-
-bool IsPortClosed(StateMachine& machine)
-{
-    QByteArray* response = nullptr;
-    const int result = machine.GetTransciever()->RunQuery(Wire::ReadStatus, &response);
-    return result == 3 && response == nullptr;
-}
-
-/// Brings the machine into a state; tells whether it got there.
+/// Brings the machine into a state, and returns whether it is in it.
 using Prepare = std::function<bool(Plant&)>;
 
 } // namespace
@@ -94,29 +82,26 @@ private Q_SLOTS:
 
     void EnableStartsAtTheRootAndReachesMonitoring();
     void EnableResetsTheMeasurementStatusAlone();
-    void EnableInIdleSignalsNothing();
     void EnableWithoutADeviceRunsLinkRecovery();
     void EnableAfterTheDeviceAppearedFindsIt();
 
-    void DisableWithoutAnEnableDoesNothing();
-    void DisableEndsTheWorkerAndClosesThePort();
-    void DisableLeavesTheCurrentStateWithoutItsExit();
-    void DisableTwiceDoesNothingTheSecondTime();
-    void DisableStopsTheMeasurementTimer();
+    void DisableOfADisabledMachineDoesNothing_data();
+    void DisableOfADisabledMachineDoesNothing();
+    void DisableEndsTheWorkerTheTimerAndThePort();
+    void DisableKeepsTheValuesAndCallsNoExit();
     void DisableEndsAWaitingQuery();
 
     void SecondEnableStartsAnewAndKeepsEverythingButTheStatus();
     void EnableAfterACutShortExchangeRecoversTheLinkFirst();
-    void ValuesSurviveADisable();
-    void RequestMadeWhileDisabledIsServedOnEnable();
+    void RequestMadeWhileDisabledIsAnsweredAfterEnable();
     void ManyCyclesLeaveNothingBehind();
 
     void DestructionInEveryStateEndsEveryThread_data();
     void DestructionInEveryStateEndsEveryThread();
 
-    void UnpluggedInstrumentShows103Then100AndComesBack();
+    void UnpluggedInstrumentShows103AndComesBack();
     void LostMeasurementRequestsAreForgotten();
-    void ConfigurationIsServedFromMonitoring();
+    void ConfigurationIsRequestedFromMonitoring();
     void InstrumentInMode2IsRestartedWithoutARequest();
     void RestartRequestInUpdateModeRestartsToo();
 
@@ -129,7 +114,7 @@ void TestStateMachine::initTestCase()
     _threadsAtStart = ThreadCount();
 }
 
-/// A thread of the test before may take a moment to be gone.
+/// A thread of the previous test may need a moment to end.
 void TestStateMachine::init()
 {
     QTRY_COMPARE(ThreadCount(), _threadsAtStart);
@@ -147,7 +132,7 @@ void TestStateMachine::ConstructionBuildsTheEngineWithThePortClosed()
     QCOMPARE(plant.machine->GetTransciever(), context->GetTransciever());
     QCOMPARE(context->parent(), nullptr);
     QCOMPARE(context->thread(), QThread::currentThread());
-    QVERIFY(IsPortClosed(*plant.machine));
+    QVERIFY(plant.IsPortClosed());
     QCOMPARE(plant.log.Texts(), QStringList{});
     QCOMPARE(plant.peer.RequestBytes(), QList<QByteArray>{});
 }
@@ -174,24 +159,12 @@ void TestStateMachine::EnableStartsAtTheRootAndReachesMonitoring()
 
 void TestStateMachine::EnableResetsTheMeasurementStatusAlone()
 {
-    const Plant plant(Silent); // Nothing else happens to the cells for seconds.
-    plant.Context().MeasurementStatus.Set(MeasurementState::Measuring);
-    plant.Context().MeasurementTime.Set(7);
-    plant.Context().ErrorCode.Set(Error::MeasurementFailed);
-    plant.Context().IsMeasurementRunning.Set(true);
+    const Plant plant(&NoAnswer); // Nothing else happens to the cells for seconds.
+    SetCells(plant.Context(), "MeasurementStatus=5 MeasurementTime=7 ErrorCode=202 IsMeasurementRunning");
     const CellLog cells(plant.Context());
     plant.machine->Enable();
     QVERIFY(plant.peer.WaitForRequests(1));
-    QCOMPARE(cells.Changes(), QStringList{QStringLiteral("MeasurementStatus=0")});
-}
-
-void TestStateMachine::EnableInIdleSignalsNothing()
-{
-    const Plant plant(Silent);
-    const CellLog cells(plant.Context());
-    plant.machine->Enable();
-    QVERIFY(plant.peer.WaitForRequests(1));
-    QCOMPARE(cells.Changes(), QStringList{});
+    QCOMPARE(cells.Changes(), Changes("MeasurementStatus=0"));
 }
 
 void TestStateMachine::EnableWithoutADeviceRunsLinkRecovery()
@@ -202,9 +175,7 @@ void TestStateMachine::EnableWithoutADeviceRunsLinkRecovery()
     const CellLog cells(*machine.GetContext());
     machine.Enable();
     QTRY_COMPARE_WITH_TIMEOUT(machine.GetContext()->ErrorCode.Get(), Error::NoResponse, Patience);
-    QCOMPARE(cells.Changes(),
-             (QStringList{QStringLiteral("CommunicationError=1"), QStringLiteral("ErrorCode=103"),
-                          QStringLiteral("ErrorCode=100")}));
+    QCOMPARE(cells.Changes(), Changes("CommunicationError=1 ErrorCode=103 ErrorCode=100"));
     QVERIFY(log.Contains(QStringLiteral("Transciever::Open: Serial port failed to open.")));
 }
 
@@ -213,22 +184,35 @@ void TestStateMachine::EnableAfterTheDeviceAppearedFindsIt()
     Plant plant;
     RedirectSerialDevice({});
     plant.machine->Enable();
-    QVERIFY(WaitForBanner(plant.log, "ENTERING COMMUNICATION RECOVERY STATE "));
+    QVERIFY(plant.WaitForBanner("ENTERING COMMUNICATION RECOVERY STATE "));
     plant.machine->Disable();
     RedirectSerialDevice(plant.peer.DevicePath());
     plant.log.Clear();
-    plant.machine->Enable();
-    QVERIFY(WaitForMonitoring(plant.log));
+    QVERIFY(plant.Connect());
     QVERIFY(!plant.Context().CommunicationError.Get());
     QCOMPARE(plant.Context().ErrorCode.Get(), Error::NoErrors);
 }
 
-void TestStateMachine::DisableWithoutAnEnableDoesNothing()
+void TestStateMachine::DisableOfADisabledMachineDoesNothing_data()
 {
-    const Plant plant;
+    QTest::addColumn<Prepare>("prepare");
+    QTest::newRow("constructed") << Prepare([](Plant&) { return true; });
+    QTest::newRow("disabled") << Prepare([](Plant& plant) {
+        const bool isMonitoring = plant.Connect();
+        plant.machine->Disable();
+        return isMonitoring;
+    });
+}
+
+void TestStateMachine::DisableOfADisabledMachineDoesNothing()
+{
+    QFETCH(const Prepare, prepare);
+    Plant plant;
+    QVERIFY(prepare(plant));
     const CellLog cells(plant.Context());
     const QSignalSpy stops(&plant.Context(), &StateMachineContext::StopMeasurementTimerRequested);
     const int threads = ThreadCount();
+    plant.log.Clear();
     plant.machine->Disable();
     QCOMPARE(plant.log.Texts(), QStringList{});
     QCOMPARE(cells.Changes(), QStringList{});
@@ -236,139 +220,93 @@ void TestStateMachine::DisableWithoutAnEnableDoesNothing()
     QCOMPARE(ThreadCount(), threads);
 }
 
-void TestStateMachine::DisableEndsTheWorkerAndClosesThePort()
+void TestStateMachine::DisableEndsTheWorkerTheTimerAndThePort()
 {
     const Plant plant;
-    plant.machine->Enable();
-    QVERIFY(WaitForMonitoring(plant.log));
+    QVERIFY(plant.Connect());
+    plant.Context().StartMeasurementTimer(-1);
+    QVERIFY(plant.Context().GetMeasurementTimer()->isActive());
     const QPointer<QObject> runner(plant.machine->GetSteppingRunner());
     QVERIFY(!runner.isNull());
     const int threads = ThreadCount();
     plant.machine->Disable();
     QVERIFY(runner.isNull());
-    QTRY_COMPARE(ThreadCount(), threads - 1);
-    QVERIFY(IsPortClosed(*plant.machine));
-}
-
-void TestStateMachine::DisableLeavesTheCurrentStateWithoutItsExit()
-{
-    const Plant plant;
-    plant.machine->Enable();
-    QVERIFY(WaitForMonitoring(plant.log));
-    plant.machine->Disable();
-    QStringList expected = StartBanners;
-    if (plant.Context().CommunicationError.Get()) {
-        expected += Banner(
-            "LEAVING MONITORING STATE "); // The disable met an exchange, whose failure ended the state.
-    }
-    QCOMPARE(Banners(plant.log), expected);
-}
-
-void TestStateMachine::DisableTwiceDoesNothingTheSecondTime()
-{
-    Plant plant;
-    plant.machine->Enable();
-    QVERIFY(WaitForMonitoring(plant.log));
-    plant.machine->Disable();
-    const CellLog cells(plant.Context());
-    const QSignalSpy stops(&plant.Context(), &StateMachineContext::StopMeasurementTimerRequested);
-    plant.log.Clear();
-    plant.machine->Disable();
-    QCOMPARE(plant.log.Texts(), QStringList{});
-    QCOMPARE(cells.Changes(), QStringList{});
-    QCOMPARE(stops.count(), 0);
-}
-
-void TestStateMachine::DisableStopsTheMeasurementTimer()
-{
-    const Plant plant;
-    plant.machine->Enable();
-    QVERIFY(WaitForMonitoring(plant.log));
-    plant.Context().StartMeasurementTimer(-1);
-    QVERIFY(plant.Context().GetMeasurementTimer()->isActive());
-    plant.machine->Disable();
     QVERIFY(!plant.Context().GetMeasurementTimer()->isActive());
+    QTRY_COMPARE(ThreadCount(), threads - 1);
+    QVERIFY(plant.IsPortClosed());
+}
+
+void TestStateMachine::DisableKeepsTheValuesAndCallsNoExit()
+{
+    const Plant plant;
+    const StateMachineContext* context = plant.machine->GetContext();
+    QVERIFY(plant.Connect());
+    const CellLog cells(plant.Context());
+    plant.machine->Disable();
+    // Where the disable meets an exchange, its failure ends the state.
+    const bool isCutShort = context->CommunicationError.Get();
+    QCOMPARE(cells.Changes(), isCutShort ? Changes("CommunicationError=1") : QStringList{});
+    QCOMPARE(Banners(plant.log),
+             isCutShort ? StartBanners + QStringList{Banner("LEAVING MONITORING STATE ")} : StartBanners);
+    QCOMPARE(plant.machine->GetContext(), context);
+    QCOMPARE(context->DeviceInformation.Get()->SerialNumber, QStringLiteral("204815"));
+    QCOMPARE(context->CurrentDateTime.Get(), QDateTime({2024, 3, 7}, {14, 5, 9}));
 }
 
 void TestStateMachine::DisableEndsAWaitingQuery()
 {
-    const Plant plant(Silent);
+    const Plant plant(&NoAnswer);
     plant.machine->Enable();
     QVERIFY(plant.peer.WaitForRequests(1));
     QElapsedTimer time;
     time.start();
     plant.machine->Disable();
     QVERIFY(time.elapsed() < 12000); // Three time limits of 4 s, which the query would otherwise wait.
-    QVERIFY(IsPortClosed(*plant.machine));
+    QVERIFY(plant.IsPortClosed());
 }
 
 void TestStateMachine::SecondEnableStartsAnewAndKeepsEverythingButTheStatus()
 {
     Plant plant;
     StateMachineContext& context = plant.Context();
-    plant.machine->Enable();
-    QVERIFY(WaitForMonitoring(plant.log));
+    QVERIFY(plant.Connect());
     plant.machine->Disable();
-    context.CommunicationError.Set(false); // An exchange that the disable cut short has raised it.
-    context.MeasurementStatus.Set(MeasurementState::Prepared);
-    context.MeasurementTime.Set(9);
-    context.PrepareMeasurementRequested.Set(true);
-    context.StartMeasurementRequested.Set(true);
-    context.AbortMeasurementRequested.Set(true);
-    context.IsMeasurementModeActive.Set(true);
+    context.CommunicationError.Set(false); // The disable may have cut an exchange short.
+    SetCells(context,
+             "MeasurementStatus=2 MeasurementTime=9 PrepareMeasurementRequested StartMeasurementRequested "
+             "AbortMeasurementRequested IsMeasurementModeActive");
     plant.log.Clear();
     const CellLog cells(context);
-    plant.machine->Enable();
-    QVERIFY(WaitForMonitoring(plant.log));
+    QVERIFY(plant.Connect());
     QCOMPARE(Banners(plant.log), StartBanners);
-    QCOMPARE(
-        cells.Changes(),
-        (QStringList{QStringLiteral("MeasurementStatus=0"), QStringLiteral("AbortMeasurementRequested=0"),
-                     QStringLiteral("PrepareMeasurementRequested=0"),
-                     QStringLiteral("StartMeasurementRequested=0"),
-                     QStringLiteral("IsMeasurementModeActive=0"), QStringLiteral("DeviceInformation")}));
+    QCOMPARE(cells.Changes(),
+             Changes("MeasurementStatus=0 AbortMeasurementRequested=0 PrepareMeasurementRequested=0 "
+                     "StartMeasurementRequested=0 IsMeasurementModeActive=0 DeviceInformation"));
     QCOMPARE(context.MeasurementTime.Get(), 9);
 }
 
 void TestStateMachine::EnableAfterACutShortExchangeRecoversTheLinkFirst()
 {
-    Plant plant(Silent);
+    Plant plant(&NoAnswer);
     plant.machine->Enable();
     QVERIFY(plant.peer.WaitForRequests(1));
     plant.machine->Disable();
     QVERIFY(plant.Context().CommunicationError.Get());
-    plant.peer.Answer([](const QByteArray& request) { return Instrument.value(request.at(0)); });
+    plant.peer.Answer(&AnswerInNormalMode);
     plant.log.Clear();
-    plant.machine->Enable();
-    QVERIFY(WaitForMonitoring(plant.log));
+    QVERIFY(plant.Connect());
     const QStringList recovery = {Banner("ENTERING COMMUNICATION RECOVERY STATE "),
                                   Banner("LEAVING COMMUNICATION RECOVERY STATE ")};
     QCOMPARE(Banners(plant.log), StartBanners.mid(0, 2) + recovery + StartBanners);
 }
 
-void TestStateMachine::ValuesSurviveADisable()
-{
-    const Plant plant;
-    const StateMachineContext* context = plant.machine->GetContext();
-    plant.machine->Enable();
-    QVERIFY(WaitForMonitoring(plant.log));
-    const CellLog cells(plant.Context());
-    plant.machine->Disable();
-    QStringList changes = cells.Changes();
-    changes.removeAll(QStringLiteral("CommunicationError=1")); // Of an exchange that was cut short.
-    QCOMPARE(changes, QStringList{});
-    QCOMPARE(plant.machine->GetContext(), context);
-    QCOMPARE(context->DeviceInformation.Get()->SerialNumber, QStringLiteral("456789"));
-    QCOMPARE(context->CurrentDateTime.Get(), QDateTime({2024, 12, 31}, {23, 59, 58}));
-}
-
-void TestStateMachine::RequestMadeWhileDisabledIsServedOnEnable()
+void TestStateMachine::RequestMadeWhileDisabledIsAnsweredAfterEnable()
 {
     Plant plant;
     plant.Context().DeviceInformationRequested.Set(true);
     plant.machine->Enable();
     QTRY_VERIFY_WITH_TIMEOUT(!plant.Context().DeviceInformationRequested.Get(), Patience);
-    QVERIFY(WaitForBanner(plant.log, "LEAVING TESTER CONFIGURATION STATE "));
+    QVERIFY(plant.WaitForBanner("LEAVING TESTER CONFIGURATION STATE "));
     QCOMPARE(plant.peer.RequestBytes().count(Wire::ReadVersion), 2);
 }
 
@@ -376,11 +314,10 @@ void TestStateMachine::ManyCyclesLeaveNothingBehind()
 {
     {
         Plant plant;
-        const int threadsDisabled = _threadsAtStart + 1; // That of the peer.
+        const int threadsDisabled = _threadsAtStart + 1; // The peer has one.
         for (int cycle = 0; cycle < 5; ++cycle) {
             plant.log.Clear();
-            plant.machine->Enable();
-            QVERIFY(WaitForMonitoring(plant.log));
+            QVERIFY(plant.Connect());
             QTRY_COMPARE(ThreadCount(), threadsDisabled + 1);
             plant.machine->Disable();
             QTRY_COMPARE(ThreadCount(), threadsDisabled);
@@ -398,10 +335,7 @@ void TestStateMachine::DestructionInEveryStateEndsEveryThread_data()
         plant.machine->Enable();
         return true;
     });
-    QTest::newRow("monitoring") << Prepare([](Plant& plant) {
-        plant.machine->Enable();
-        return WaitForMonitoring(plant.log);
-    });
+    QTest::newRow("monitoring") << Prepare([](Plant& plant) { return plant.Connect(); });
     QTest::newRow("query waiting") << Prepare([](Plant& plant) {
         plant.peer.AnswerAlways(Wire::Silence);
         plant.machine->Enable();
@@ -415,30 +349,27 @@ void TestStateMachine::DestructionInEveryStateEndsEveryThread_data()
     QTest::newRow("link recovery") << Prepare([](Plant& plant) {
         plant.peer.AnswerAlways(Wire::Acknowledge);
         plant.machine->Enable();
-        return WaitForBanner(plant.log, "ENTERING COMMUNICATION RECOVERY STATE ");
+        return plant.WaitForBanner("ENTERING COMMUNICATION RECOVERY STATE ");
     });
     QTest::newRow("restart pause") << Prepare([](Plant& plant) {
         plant.Context().RestartRequested.Set(true);
         plant.machine->Enable();
-        return WaitForBanner(plant.log, "ENTERING RESTARTING TESTER STATE ");
+        return plant.WaitForBanner("ENTERING RESTARTING TESTER STATE ");
     });
     QTest::newRow("line hung up") << Prepare([](Plant& plant) {
-        plant.machine->Enable();
-        const bool isMonitoring = WaitForMonitoring(plant.log);
+        const bool isMonitoring = plant.Connect();
         plant.peer.HangUp();
         return isMonitoring;
     });
     QTest::newRow("disabled") << Prepare([](Plant& plant) {
-        plant.machine->Enable();
-        const bool isMonitoring = WaitForMonitoring(plant.log);
+        const bool isMonitoring = plant.Connect();
         plant.machine->Disable();
         return isMonitoring;
     });
     QTest::newRow("enabled again") << Prepare([](Plant& plant) {
         plant.machine->Enable();
         plant.machine->Disable();
-        plant.machine->Enable();
-        return WaitForMonitoring(plant.log);
+        return plant.Connect();
     });
 }
 
@@ -453,23 +384,20 @@ void TestStateMachine::DestructionInEveryStateEndsEveryThread()
     QTRY_COMPARE(ThreadCount(), _threadsAtStart);
 }
 
-void TestStateMachine::UnpluggedInstrumentShows103Then100AndComesBack()
+void TestStateMachine::UnpluggedInstrumentShows103AndComesBack()
 {
     Plant plant;
     plant.machine->GetTransciever()->SetMaxRetransmissions(0);
-    plant.machine->Enable();
-    QVERIFY(WaitForMonitoring(plant.log));
+    QVERIFY(plant.Connect());
     plant.log.Clear();
     const CellLog cells(plant.Context());
     plant.peer.AnswerAlways(Wire::Silence);
-    QTRY_COMPARE_WITH_TIMEOUT(plant.Context().ErrorCode.Get(), Error::NoResponse, Patience);
-    QCOMPARE(cells.Changes(),
-             (QStringList{QStringLiteral("CommunicationError=1"), QStringLiteral("ErrorCode=103"),
-                          QStringLiteral("ErrorCode=100")}));
+    QTRY_COMPARE_WITH_TIMEOUT(plant.Context().ErrorCode.Get(), Error::CommunicationRecovery, Patience);
+    QCOMPARE(cells.Changes(), Changes("CommunicationError=1 ErrorCode=103"));
     QCOMPARE(Banners(plant.log), (QStringList{Banner("LEAVING MONITORING STATE "),
                                               Banner("ENTERING COMMUNICATION RECOVERY STATE ")}));
-    plant.peer.Answer([](const QByteArray& request) { return Instrument.value(request.at(0)); });
-    QVERIFY(WaitForMonitoring(plant.log));
+    plant.peer.Answer(&AnswerInNormalMode);
+    QVERIFY(plant.WaitForMonitoring());
     QCOMPARE(Banners(plant.log).mid(2),
              QStringList{Banner("LEAVING COMMUNICATION RECOVERY STATE ")} + StartBanners);
     QCOMPARE(plant.Context().ErrorCode.Get(), Error::NoErrors);
@@ -481,26 +409,24 @@ void TestStateMachine::LostMeasurementRequestsAreForgotten()
     plant.peer.AnswerAlways(Wire::Acknowledge); // Wrong for a status, at once.
     StateMachineContext& context = plant.Context();
     plant.machine->Enable();
-    QVERIFY(WaitForBanner(plant.log, "ENTERING COMMUNICATION RECOVERY STATE "));
-    context.PrepareMeasurementRequested.Set(true);
-    context.StartMeasurementRequested.Set(true);
-    context.IsMeasurementModeActive.Set(true);
-    plant.peer.Answer([](const QByteArray& request) { return Instrument.value(request.at(0)); });
-    QVERIFY(WaitForMonitoring(plant.log));
-    QVERIFY(!context.CommunicationError.Get());
-    QVERIFY(!context.PrepareMeasurementRequested.Get());
-    QVERIFY(!context.StartMeasurementRequested.Get());
-    QVERIFY(!context.IsMeasurementModeActive.Get());
+    QVERIFY(plant.WaitForBanner("ENTERING COMMUNICATION RECOVERY STATE "));
+    SetCells(context, "PrepareMeasurementRequested StartMeasurementRequested IsMeasurementModeActive");
+    const CellLog cells(context);
+    plant.peer.Answer(&AnswerInNormalMode);
+    QVERIFY(plant.WaitForMonitoring());
+    for (const QString& change : Changes("PrepareMeasurementRequested=0 StartMeasurementRequested=0 "
+                                         "IsMeasurementModeActive=0 CommunicationError=0")) {
+        QVERIFY2(cells.Changes().contains(change), qPrintable(change));
+    }
 }
 
-void TestStateMachine::ConfigurationIsServedFromMonitoring()
+void TestStateMachine::ConfigurationIsRequestedFromMonitoring()
 {
     Plant plant;
-    plant.machine->Enable();
-    QVERIFY(WaitForMonitoring(plant.log));
+    QVERIFY(plant.Connect());
     plant.log.Clear();
     plant.Context().CurrentDateTimeRequested.Set(true);
-    QVERIFY(WaitForMonitoring(plant.log));
+    QVERIFY(plant.WaitForMonitoring());
     QCOMPARE(
         Banners(plant.log),
         (QStringList{Banner("LEAVING MONITORING STATE "), Banner("ENTERING TESTER CONFIGURATION STATE "),
@@ -511,14 +437,14 @@ void TestStateMachine::ConfigurationIsServedFromMonitoring()
 namespace
 {
 
-/// Answers as an instrument in another mode, which a mode change brings back into the normal one.
+/// The answers of an instrument in another mode, which a mode change brings back into the normal mode.
 ScriptedPeer::Responder InMode(const QByteArray& status)
 {
-    const auto isNormal = std::make_shared<bool>(false); // On the peer's thread alone.
+    const auto isNormal = std::make_shared<bool>(false); // Only the peer's thread uses it.
     return [status, isNormal](const QByteArray& request) {
         *isNormal = *isNormal || request == Wire::ChangeToNormalMode;
         const bool isOddStatus = request == Wire::ReadStatus && !*isNormal;
-        return isOddStatus ? status : Instrument.value(request.at(0));
+        return isOddStatus ? status : Wire::AnswerTo(request);
     };
 }
 
@@ -527,9 +453,8 @@ ScriptedPeer::Responder InMode(const QByteArray& status)
 void TestStateMachine::InstrumentInMode2IsRestartedWithoutARequest()
 {
     Plant plant;
-    plant.peer.Answer(InMode(Wire::Bytes("40f0d3e2")));
-    plant.machine->Enable();
-    QVERIFY(WaitForMonitoring(plant.log));
+    plant.peer.Answer(InMode(Wire::Mode2Status));
+    QVERIFY(plant.Connect());
     const QStringList restart = {Banner("ENTERING RESTARTING TESTER STATE "),
                                  Banner("LEAVING RESTARTING TESTER STATE ")};
     QCOMPARE(Banners(plant.log), StartBanners.mid(0, 4) + restart + StartBanners);
@@ -542,15 +467,15 @@ void TestStateMachine::InstrumentInMode2IsRestartedWithoutARequest()
 void TestStateMachine::RestartRequestInUpdateModeRestartsToo()
 {
     Plant plant;
-    plant.peer.Answer(InMode(Wire::Bytes("60f035e4")));
+    plant.peer.Answer(InMode(Wire::UpdateModeStatus));
     plant.machine->Enable();
     QTRY_COMPARE_WITH_TIMEOUT(plant.Context().TesterMode.Get(), Vesmar::OperationMode::Update, Patience);
     plant.Context().RestartRequested.Set(true);
-    QVERIFY(WaitForBanner(plant.log, "LEAVING RESTARTING TESTER STATE "));
+    QVERIFY(plant.WaitForBanner("LEAVING RESTARTING TESTER STATE "));
     QVERIFY(!plant.Context().RestartRequested.Get());
     QCOMPARE(plant.peer.RequestBytes().count(Wire::ChangeToNormalMode), 1);
     plant.log.Clear();
-    QVERIFY(WaitForMonitoring(plant.log));
+    QVERIFY(plant.WaitForMonitoring());
     QCOMPARE(plant.Context().TesterMode.Get(), Vesmar::OperationMode::Normal);
 }
 

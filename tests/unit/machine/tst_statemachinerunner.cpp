@@ -687,9 +687,9 @@ struct Plant : Engine {
     explicit Plant(const QByteArray& status = Wire::IdleStatus)
     {
         QMap<char, QByteArray> byCommand = Wire::UpdateAnswers(status);
-        byCommand.insert('W', Wire::Bytes("50415431323334353637383931303541424344323031361fe6"));
-        byCommand.insert('R', Wire::Bytes("2412312359586199"));
-        byCommand.insert('T', Wire::Bytes("200229000000b2b5"));
+        byCommand.insert('W', Wire::Version);
+        byCommand.insert('R', Wire::CurrentDate);
+        byCommand.insert('T', Wire::CalibrationDate);
         AnswerByCommand(byCommand);
         runner.Enable();
     }
