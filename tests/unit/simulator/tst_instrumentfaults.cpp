@@ -183,11 +183,11 @@ private Q_SLOTS:
     {
         AskedInstrument instrument;
         const Simulator::TimePoint setAt = Clock::now();
-        QVERIFY(instrument.Set(R"({"fault":"refuse","when":{"after":150,"until":1500}})"));
+        QVERIFY(instrument.Set(R"({"fault":"refuse","when":{"after":150,"until":500}})"));
         QTRY_COMPARE(instrument.Ask(StopMeasurement, 3), Refusal);
         QVERIFY(instrument.Exchanges().back().receivedAt - setAt >= 150ms);
         QTRY_COMPARE(instrument.Ask(StopMeasurement, 3), Acknowledge);
-        QVERIFY(instrument.Exchanges().back().receivedAt - setAt >= 1500ms);
+        QVERIFY(instrument.Exchanges().back().receivedAt - setAt >= 500ms);
     }
 
     /// Those of the first ten numbers of MT19937 with seed 1 and with seed 2 that are below 2147483648.
@@ -423,10 +423,24 @@ private Q_SLOTS:
                 instrument.ClearFaults();
             }
         });
-        std::thread lines([&] {
+        std::thread commands([&] {
             while (!isEnding) {
                 instrument.SetFault(Fault::HangUp);
                 instrument.SetFault(Fault::None);
+                instrument.SetMode(1);
+                instrument.SetError(2);
+                instrument.SetFunction(9);
+                instrument.SetScenario(Simulator::Scenario::FallsBack);
+            }
+        });
+        std::thread observer([&] {
+            while (!isEnding) {
+                instrument.SetFault(Fault::None);
+                instrument.Send("x");
+                instrument.ClearRequests();
+                instrument.Exchanges();
+                instrument.Date();
+                instrument.Status();
             }
         });
         for (int round = 0; round < 200; ++round) {
@@ -435,7 +449,8 @@ private Q_SLOTS:
         }
         isEnding = true;
         faults.join();
-        lines.join();
+        commands.join();
+        observer.join();
         instrument.ClearFaults();
         instrument.SetFault(Fault::HangUp); // a fresh line, without the answers of the rounds above
         instrument.Plug();

@@ -234,18 +234,6 @@ private Q_SLOTS:
         QCOMPARE(instrument.Ask(ReadStatus, 1110), Sealed("00fe"));
     }
 
-    void StopThatComesTooLate()
-    {
-        AskedModel instrument;
-        instrument.Converse({{0, PrepareRln, Acknowledge},
-                             {200, StartMeasurement, Acknowledge},
-                             {1399, ReadStatus, Sealed("01f7")},
-                             {1400, StopMeasurement, Acknowledge},
-                             {1410, ReadStatus, Sealed("81f2")},
-                             {1420, StopMeasurement, Acknowledge},
-                             {1430, ReadStatus, Sealed("00fe")}});
-    }
-
     void RestartEndsAMeasurement()
     {
         AskedModel instrument;
@@ -258,22 +246,6 @@ private Q_SLOTS:
         QCOMPARE(changes.mid(changes.size() - 2),
                  (QStringList{QStringLiteral("function 9 ended by a restart"),
                               QStringLiteral("restarted into mode 0")}));
-    }
-
-    void Scenario()
-    {
-        AskedModel instrument;
-        instrument.model.SetScenario(Simulator::Scenario::RefusesPrepare, 1);
-        QCOMPARE(instrument.Ask(PrepareRln, 0), Refusal);
-        instrument.model.SetScenario(Simulator::Scenario::PrepareError, 1);
-        instrument.Converse({{0, PrepareRln, Acknowledge}, {150, ReadStatus, Sealed("01f3")}});
-
-        instrument.model.SetScenario(Simulator::Scenario::FallsBack, 1);
-        instrument.Converse({{200, PrepareRln, Acknowledge},
-                             {350, ReadStatus, Sealed("01f4")},
-                             {400, StartMeasurement, Acknowledge},
-                             {5000, ReadStatus, Sealed("01f5")}, // that the status told of it is what ends it
-                             {5001, ReadStatus, Sealed("01f4")}});
     }
 
     void TellsWhatAndWhenItChanges()

@@ -5,6 +5,7 @@
 
 using namespace Wire;
 using namespace std::chrono_literals;
+using Simulator::FirmwareUpdate;
 using Simulator::ModelOptions;
 using Simulator::Scenario;
 
@@ -32,6 +33,22 @@ struct LoaderInstrument : AskedModel {
                Ask(Twos, time) == Acknowledge;
     }
 };
+
+const QByteArray OnesImage(512, '\x11');
+const QByteArray TwosImage(512, '\x22');
+const QByteArray OnesConfirmation = Bytes("8038");
+const QByteArray BothConfirmation = Bytes("cc5c");
+
+/// An update that has received these sectors.
+FirmwareUpdate Received(const QByteArrayList& sectors)
+{
+    FirmwareUpdate update({});
+    update.Initialize();
+    for (const QByteArray& sector : sectors) {
+        update.StoreSector(sector);
+    }
+    return update;
+}
 
 } // namespace
 
@@ -224,6 +241,8 @@ private Q_SLOTS:
                              {0, Twos, Refusal},
                              {0, Twos, Refusal},
                              {0, ReadStatus, UpdateModeStatus}});
+        instrument.model.SetScenario(Scenario::None, 1);
+        instrument.Converse({{0, Twos, Acknowledge}, {0, ConfirmBoth, Acknowledge}});
     }
 
     void LosesSector()
@@ -324,6 +343,75 @@ private Q_SLOTS:
                              {2500, ChangeToNormalMode, Acknowledge},
                              {3000, ReadCurrentDate, Sealed("240307140512")},
                              {3000, ReadCalibrationDate, Sealed("240229000000")}});
+    }
+
+    void ConfirmationIsTheChecksum()
+    {
+        QCOMPARE(Simulator::ConfirmationOf("123456789").toHex(), QByteArray("c331"));
+        QCOMPARE(Simulator::ConfirmationOf(OnesImage), OnesConfirmation);
+        QCOMPARE(Simulator::ConfirmationOf(OnesImage + TwosImage), BothConfirmation);
+    }
+
+    void InitializationEmptiesTheStore()
+    {
+        FirmwareUpdate update = Received({TwosImage, TwosImage});
+        QVERIFY(update.Initialize());
+        QCOMPARE(update.Size(), 0);
+        QVERIFY(update.StoreSector(OnesImage));
+        QCOMPARE(update.Finish(OnesConfirmation).value_or(QByteArray()), OnesImage);
+    }
+
+    void ConfirmationThatDoesNotFit_data()
+    {
+        QTest::addColumn<QByteArray>("confirmation");
+        QTest::newRow("other bytes") << Bytes("abcd");
+        QTest::newRow("high byte first") << Bytes("5ccc");
+        QTest::newRow("of one sector") << OnesConfirmation;
+        QTest::newRow("one byte") << Bytes("cc");
+        QTest::newRow("one byte too many") << Bytes("cc5c00");
+        QTest::newRow("no byte") << QByteArray();
+    }
+
+    void ConfirmationThatDoesNotFit()
+    {
+        QFETCH(QByteArray, confirmation);
+        FirmwareUpdate update = Received({OnesImage, TwosImage});
+        QVERIFY(!update.Finish(confirmation).has_value());
+        QCOMPARE(update.Size(), 0);
+        QVERIFY(!update.StoreSector(OnesImage));
+        QVERIFY(!update.Finish(BothConfirmation).has_value());
+    }
+
+    void NothingIsNoFirmware()
+    {
+        FirmwareUpdate update = Received({});
+        QVERIFY(!update.Finish(Bytes("0000")).has_value()); // the checksum of nothing
+        FirmwareUpdate other(Bytes("abcd"));
+        QVERIFY(other.Initialize());
+        QVERIFY(!other.Finish(Bytes("abcd")).has_value());
+    }
+
+    void ClosedByItsEnd()
+    {
+        FirmwareUpdate update = Received({OnesImage});
+        QVERIFY(update.Finish(OnesConfirmation).has_value());
+        QVERIFY(!update.StoreSector(OnesImage));
+        QVERIFY(!update.Finish(OnesConfirmation).has_value());
+    }
+
+    void LostSector()
+    {
+        FirmwareUpdate update({});
+        update.SetScenario(Scenario::LosesSector, 1);
+        QVERIFY(!update.LosesNextSector()); // it is refused
+        QVERIFY(update.Initialize());
+        QVERIFY(update.LosesNextSector());
+        update.SetScenario(Scenario::LosesSector, 2);
+        QVERIFY(!update.LosesNextSector());
+        QVERIFY(update.StoreSector(OnesImage));
+        QVERIFY(update.LosesNextSector());
+        update.SetScenario(Scenario::LosesSector, 1);
+        QVERIFY(!update.LosesNextSector());
     }
 };
 

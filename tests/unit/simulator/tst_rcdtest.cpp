@@ -185,25 +185,6 @@ private Q_SLOTS:
         QVERIFY(frames.last().mid(6, 2) != Bytes("eeee"));
     }
 
-    void IecTellsProgressAndResult()
-    {
-        WatchedTest test;
-        QVERIFY(test.BringToRun(Iec));
-        const QByteArrayList frames = test.FramesUntil(TrippedAt);
-        QCOMPARE(frames.mid(0, 4), (QByteArrayList{IecRunning, IecRunning, IecRunning, IecRunning}));
-        QVERIFY(IsResult(frames.last()));
-        QVERIFY(frames.last().mid(4, 2) != QByteArray(2, '\0'));
-        QCOMPARE(test.StatusAt(TrippedAt), QByteArray("0bf2"));
-    }
-
-    void CleanUpHasNoResult()
-    {
-        WatchedTest test;
-        QVERIFY(test.BringToRun(CleanUp));
-        QCOMPARE(test.StatusesAt({CleanedAt - 1ms, CleanedAt}), (QByteArrayList{"0bf7", "0bf2"}));
-        QCOMPARE(test.FramesUntil(60000ms), (QByteArrayList{IecRunning, IecRunning, IecRunning}));
-    }
-
     void StartWhenNothingIsPrepared()
     {
         WatchedTest test;
@@ -217,16 +198,6 @@ private Q_SLOTS:
         QVERIFY(!test->Start(At(TrippedAt)));
         test->Stop();
         QVERIFY(!test->Start(At(TrippedAt)));
-    }
-
-    void NoPreparationDuringARun()
-    {
-        WatchedTest test;
-        QVERIFY(test.BringToRun(UbRe));
-        QVERIFY(!test->Prepare(Iec, At(StartedAt)));
-        QCOMPARE(test.StatusAt(1099ms), QByteArray("0af7"));
-        QVERIFY(!test->Prepare(Iec, At(1099ms)));
-        QCOMPARE(test.StatusAt(TrippedAt), QByteArray("0af2"));
     }
 
     void StopEndsItAnyTime_data()
@@ -259,16 +230,6 @@ private Q_SLOTS:
         QCOMPARE(test->CollectChanges(), QStringList());
         test->Stop();
         QCOMPARE(test->CollectChanges(), QStringList());
-    }
-
-    /// What was due before the stop, but not yet sent, must not come behind its acknowledge.
-    void StopLeavesNothingToSend()
-    {
-        WatchedTest test;
-        QVERIFY(test.BringToRun(UbRe));
-        test->Advance(At(600ms));
-        test->Stop();
-        QVERIFY(test->CollectFrames().empty());
     }
 
     void EndsForAReason()
@@ -308,18 +269,6 @@ private Q_SLOTS:
             test->Advance(At(milliseconds(time)));
         }
         QVERIFY(!test->NextChangeAt().has_value());
-    }
-
-    void TellsItsChanges()
-    {
-        WatchedTest test;
-        QVERIFY(test.BringToRun(Iec));
-        test->Advance(At(TrippedAt));
-        QCOMPARE(
-            test->CollectChanges(),
-            (QStringList{QStringLiteral("function 11 preparing"), QStringLiteral("function 11 prepared"),
-                         QStringLiteral("function 11 running"), QStringLiteral("function 11 completed")}));
-        QCOMPARE(test->CollectChanges(), QStringList());
     }
 
     void RefusesPrepare()
@@ -424,16 +373,6 @@ private Q_SLOTS:
         test->Advance(At(2000ms));
         QCOMPARE(test.ReadCheckObject(), CheckObject("04"));
         QCOMPARE(test.ReadCheckObject(), CheckObject("00"));
-    }
-
-    void CheckLost()
-    {
-        WatchedTest test(Scenario::RcdCheckLost);
-        QVERIFY(test->Prepare(UbRe, At(0ms)));
-        QCOMPARE(test.StatusAt(PreparedAt), QByteArray("8af3"));
-        QCOMPARE(test.ReadCheckObject(), QByteArray());
-        QCOMPARE(test.StatusAt(PreparedAt), QByteArray("8af3"));
-        QVERIFY(!test->Start(At(StartedAt)));
     }
 
     void CheckIsForgottenByAPreparation()

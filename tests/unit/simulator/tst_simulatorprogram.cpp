@@ -329,20 +329,6 @@ private Q_SLOTS:
         QCOMPARE(words.at(2), Version.toHex());
     }
 
-    void EveryScenarioCanBeTheFirst()
-    {
-        QByteArrayList names;
-        for (const Simulator::NamedScenario& scenario : Simulator::Scenarios) {
-            names.append(QByteArray(scenario.name) + (scenario.number ? " 2" : ""));
-        }
-        for (const Simulator::NamedFault& fault : Simulator::Faults) {
-            names.append(fault.name);
-        }
-        for (const QByteArray& name : names) {
-            QCOMPARE(Run(("run|--scenario|" + name + "|--|true").constData()), 0);
-        }
-    }
-
     void MeasurementInTheLog()
     {
         const QString awaitState = QStringLiteral("until { %1 } | grep -q '[08]9 %2'; do sleep 0.02; done; ");
@@ -422,13 +408,13 @@ private Q_SLOTS:
         QCOMPARE(Hex(_output), QByteArray("0002422006c66006c6602143340002422006c66006c66006c660"));
     }
 
-    /// At 300 bits per second 3 bytes take 110 ms, and 25 take 916 ms.
+    /// At 1200 bits per second 3 bytes take 27.5 ms, and 25 take 229.1 ms.
     void BytesTakeTheirTime()
     {
         QElapsedTimer timer;
         timer.start();
-        QCOMPARE(Run(RunShell(OpenDevice + AskVersion, "--baud|300")), 0);
-        QVERIFY(timer.elapsed() >= 1026);
+        QCOMPARE(Run(RunShell(OpenDevice + AskVersion, "--baud|1200")), 0);
+        QVERIFY(timer.elapsed() >= 256);
         QCOMPARE(Hex(_output), Version.toHex());
     }
 
@@ -771,13 +757,6 @@ private Q_SLOTS:
         }
         QCOMPARE(::kill(static_cast<pid_t>(_process->processId()), signalNumber), 0);
         QCOMPARE(Finish(), 0);
-        QVERIFY(!QFileInfo(LinkPath()).isSymLink());
-    }
-
-    void LinkIsThereUntilQuit()
-    {
-        StartLink();
-        QCOMPARE(Quit(), 0);
         QVERIFY(!QFileInfo(LinkPath()).isSymLink());
     }
 
