@@ -28,7 +28,7 @@ bool ParseDate(const QByteArray& frame, ThreadSafeProperty<QDateTime>& cell, con
     if (frame.size() != DateFrameSize) {
         return false;
     }
-    QDateTime dateTime = cell.Get(); // Keeps the time zone setting.
+    QDateTime dateTime = cell.Get(); // The date keeps the time zone of the one before.
     dateTime.setDate(DecodeDate(frame));
     dateTime.setTime(DecodeTime(frame));
     cell.Set(dateTime);
@@ -68,7 +68,7 @@ void PublishProcess(const Status& status, StateMachineContext& context)
     }
 }
 
-/// Writes the values in the order in which every status line has them.
+/// Writes the line of a status. Only its beginning and one label differ among the kinds of status.
 void TraceStatus(const char* begin, const char* processLabel, const Status& status)
 {
     qWarning().nospace() << begin << "DeviceMode: " << static_cast<int>(status.mode)
@@ -77,14 +77,14 @@ void TraceStatus(const char* begin, const char* processLabel, const Status& stat
                          << status.processStatus << " NewMeasurement: " << (status.hasNewMeasurement ? 1 : 0);
 }
 
-/// The earth resistance that the application handed over with the settings of the RCD test.
+/// Returns the earth resistance that the application gave with the settings of the RCD test.
 float ReOfSettings(StateMachineContext& context)
 {
     const auto* settings = dynamic_cast<const RCDSettings*>(context.TestSettings.Get());
     return settings != nullptr ? settings->GetRe() : MeasurementResults::NoValue;
 }
 
-/// Null where the last status named no RCD test.
+/// Returns null if the last status named no RCD test.
 MeasurementResults* CreateIaTaResults(StateMachineContext& context, IaTa readings)
 {
     switch (context.CurrentMeasurementType.Get()) {

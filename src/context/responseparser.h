@@ -38,26 +38,26 @@ public:
     /// As above, for the function that the last status named. No state calls it.
     bool ParseMeasurementResults(const QByteArray& frame, StateMachineContext& context) const;
 
-    /// The status as the instrument reports it during an RCD test; a status of any other function is taken as
-    /// an ordinary one. Bytes that are missing count as 0.
+    /// Publishes the status as the instrument reports it during an RCD test. A status of any other function
+    /// counts as an ordinary one. Bytes that are missing count as 0.
     bool ParseRCDStatusResponse(const QByteArray& data, StateMachineContext& context) const;
-    /// As above, but an RCD test's error goes to `*error`, and `ErrorCode` is left alone. Takes the function
-    /// from four bits, not from five.
+    /// As above, but an RCD test's error goes to `*error`, and `ErrorCode` keeps its value. Here the function
+    /// is the number in four bits, not in five.
     bool ParseRCDStatusResponse(const QByteArray& data, StateMachineContext& context, Error* error) const;
 
-    /// Publishes new RCD results with Re alone and deletes the ones before. False, and nothing published,
-    /// when the present settings are not those of the RCD test.
+    /// Publishes new RCD results with Re alone and deletes the ones before. Publishes nothing and returns
+    /// false when the present settings are not those of the RCD test.
     bool ParseUbReMeasurementResponse(const QByteArray& data, StateMachineContext& context) const;
     /// Publishes new results with Ia and Ta, of the RCD test that the last status named, and deletes the ones
-    /// before. False, and nothing published, when it named none.
+    /// before. Publishes nothing and returns false when that status named no RCD test.
     bool ParseIaTaMeasurementResponse(const QByteArray& data, StateMachineContext& context) const;
 
-    /// What the instrument found wrong with the object under test. Always true.
+    /// Stores in `*error` what the instrument found wrong with the object under test. Always returns true.
     bool ParseRCDCheckObjectResponseError(const QByteArray& data, Error* error) const;
-    /// As above, into `ErrorCode`. Always false.
+    /// As above, but stores it in `ErrorCode`. Always returns false.
     bool ParseRCDCheckObjectResponse(const QByteArray& data, StateMachineContext& context) const;
 
-    /// Length and checksum only; no byte of the data is looked at.
+    /// These two look at the length and the checksum only, and at no byte of the data.
     bool IsRCDMeasurementResultResponse(const QByteArray& frame) const;
     bool IsRCDMeasurementStatusResponse(const QByteArray& frame) const;
 

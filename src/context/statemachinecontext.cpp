@@ -13,7 +13,7 @@ namespace
 
 constexpr int TickMs = 1000;
 
-/// No offset, however wrong, makes an interval that a timer cannot have.
+/// Returns the interval before the first tick. An offset out of range is cut to what a timer can have.
 int FirstTickMs(int msOffset)
 {
     return std::clamp(msOffset, -TickMs, std::numeric_limits<int>::max() - TickMs) + TickMs;

@@ -75,7 +75,7 @@ public:
     ThreadSafeProperty<TesterInformation*> DeviceInformation;
     ThreadSafeProperty<QDateTime> CurrentDateTime;
     ThreadSafeProperty<QDateTime> CalibrationDateTime;
-    ThreadSafeProperty<int> MeasurementTime; ///< Seconds.
+    ThreadSafeProperty<int> MeasurementTime; ///< In seconds.
     ThreadSafeProperty<bool> NewMeasurement;
     ThreadSafeProperty<OperationMode> TesterMode;
     ThreadSafeProperty<MeasurementType> CurrentMeasurementType;
@@ -93,7 +93,7 @@ public:
     ThreadSafeProperty<bool> AbortMeasurementRequested;
     ThreadSafeProperty<bool> MeasurementTimeElapsed;
     ThreadSafeProperty<bool> UpdateRequested;
-    QByteArray UpdateData;             ///< Through `SetUpdate` and `GetUpdate` while the worker steps.
+    QByteArray UpdateData;             ///< Use `SetUpdate` and `GetUpdate` while the worker steps.
     QByteArray UpdateConfirmationData; ///< As above.
     ThreadSafeProperty<bool> IsMeasurementModeActive;
     ThreadSafeProperty<bool> IsMeasurementRunning;
@@ -102,7 +102,7 @@ public:
     ThreadSafeProperty<bool> CalibrationDateTimeRequested;
     ThreadSafeProperty<bool> CalibrationDateTimeConfigurationRequested;
     ThreadSafeProperty<bool> DeviceInformationRequested;
-    ThreadSafeProperty<int> OperationProgress; ///< Per cent.
+    ThreadSafeProperty<int> OperationProgress; ///< In per cent.
     ThreadSafeProperty<OperationState> OperationStatus;
     ThreadSafeProperty<MeasurementState> MeasurementStatus;
 

@@ -40,7 +40,7 @@ public:
     /// The data are the last two bytes of `confirmation`, which must have two.
     QByteArray* CreateFinishUpdateFrame(const QByteArray& confirmation) const;
     QByteArray* CreateChangeTesterModeFrame(OperationMode mode) const;
-    /// The data are the settings' payload; none for settings of a base class.
+    /// The data are the settings' payload. Settings of a base class have none.
     QByteArray* CreatePrepareMeasurementFrame(MeasurementSettings& settings) const;
     QByteArray* CreateSetCurrentDateTimeFrame(const QDateTime& dateTime) const;
     /// Sends the date alone; the time of day goes out as zeros.

@@ -16,13 +16,13 @@ class CRC16 : public QObject
 public:
     explicit CRC16(QObject* parent);
 
-    /// The checksum with its two bytes exchanged: its low byte in bits 8 to 15.
+    /// Returns the checksum with its two bytes exchanged: its low byte stands in bits 8 to 15.
     int Calculate(const QByteArray& data) const;
 
     /// Appends the checksum of all bytes, low byte first.
     void AddCRC(QByteArray& frame) const;
 
-    /// Whether the last two bytes are the checksum of the others; false where there are no others.
+    /// Returns whether the last two bytes are the checksum of the others; false if there are no others.
     bool Check(const QByteArray& frame) const;
 
 private:

@@ -37,7 +37,7 @@ QString ColourBegin(Colour colour)
     return QStringLiteral("\033[0;%1m").arg(static_cast<int>(colour));
 }
 
-/// The last words of a text in colour.
+/// Ends a text in colour.
 QString Last(const QString& words)
 {
     return words + QStringLiteral("\033[0m");
@@ -54,7 +54,7 @@ QString Exchange(const QByteArray& request, const QByteArray& response)
            In(Colour::Yellow, Hex(response)) + QStringLiteral("[%1b]").arg(response.size());
 }
 
-/// What the instrument answered without doing what it was asked.
+/// Writes an exchange that failed although there was an answer.
 void WriteFailure(const QByteArray& request, const QByteArray& response, const QString& word)
 {
     Write(Exchange(request, response) + In(Colour::Red, word) + FunctionOf(request));
@@ -98,7 +98,7 @@ QString FunctionName(const QByteArray& request)
     case 1:
         return QStringLiteral("Function name: RLN ") + LineToNeutralVariant(request);
     case 2:
-    case 5: // Named like 2, on purpose.
+    case 5: // It has the name of 2 on purpose.
         return Last(QStringLiteral("Function name: Rpe"));
     case 3:
         return Last(QStringLiteral("Function name: Riso"));

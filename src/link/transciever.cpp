@@ -27,8 +27,8 @@ constexpr useconds_t RetryPauseUs = 200000;
 constexpr tcflag_t ControlFlags = B115200 | CS8 | CREAD | PARENB | CLOCAL;
 static_assert(ControlFlags == 0x19B2, "115200 baud, 8 data bits, even parity, 1 stop bit");
 
-/// Raw, and every read returns at once with what is there. The results are not looked at: a pseudo-terminal
-/// takes the settings and still reports an error, because it has no parity.
+/// Makes the line raw, and every read return at once with what is there. The results are ignored: a
+/// pseudo-terminal applies the settings and still reports an error, because it has no parity.
 void Configure(int port)
 {
     termios settings{};
@@ -39,7 +39,7 @@ void Configure(int port)
     tcsetattr(port, TCSANOW, &settings);
 }
 
-/// A descriptor of 0 would read as a closed port.
+/// Moves a descriptor of 0, which stands for a closed port, to a higher number.
 int MovedAboveStandardStreams(int descriptor)
 {
     if (descriptor != Closed) {
@@ -163,7 +163,7 @@ int Transciever::Attempt(int port, const QByteArray& request, int timeoutMs, QBy
 {
     response.clear();
     AcquireLine(true);
-    Read(port); // What is still there belongs to no request.
+    Read(port); // Discards input that belongs to no request.
     Write(port, request);
     Receive(port, timeoutMs, response);
     ReleaseLine();
@@ -220,7 +220,7 @@ void Transciever::Receive(int port, int timeoutMs, QByteArray& response)
     }
 }
 
-/// The count of the first bytes; 0 when none came in time, negative when the read failed.
+/// Returns the count of the first bytes: 0 when none came in time, negative when the read failed.
 int Transciever::AwaitFirstBytes(int port, int timeoutMs)
 {
     _responseTimer.start();
@@ -252,7 +252,7 @@ void Transciever::CollectUntilSilence(int port, QByteArray& response)
     }
 }
 
-/// A failed read, with its negative count, adds nothing.
+/// Appends what the last read received. A failed read, whose count is negative, adds nothing.
 void Transciever::Append(int received, QByteArray& response) const
 {
     if (received > 0) {
@@ -260,7 +260,8 @@ void Transciever::Append(int received, QByteArray& response) const
     }
 }
 
-/// Once the port is closed, the number of its descriptor may belong to any other file.
+/// Whether the descriptor still leads to the port: once the port is closed, its number may belong to any
+/// other file.
 bool Transciever::IsUsable(int port) const
 {
     return port > Closed && _handle == port;
@@ -272,7 +273,7 @@ void Transciever::Write(int port, const QByteArray& request)
     if (!IsUsable(port)) {
         return;
     }
-    // A request that does not get through shows as an answer that does not come.
+    // The result is ignored: no answer comes to a request that does not get through.
     [[maybe_unused]] const auto written =
         ::write(port, request.constData(), static_cast<size_t>(request.size()));
     tcdrain(port);

@@ -38,7 +38,7 @@ public:
     Transciever(CRC16* crc16, QObject* parent);
     ~Transciever() override;
 
-    /// True when the port is open afterwards; an open port stays as it is.
+    /// Opens and configures the port, unless it is open already. Returns whether it is open afterwards.
     bool Open();
     /// Makes every wait of an exchange under way end at once, until `Close`.
     void PrepareToClose();

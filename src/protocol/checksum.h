@@ -9,13 +9,14 @@ namespace Vesmar
 
 constexpr int ChecksumSize = 2; ///< In bytes.
 
-/// The checksums of the 256 single bytes. The functions below compute with this table.
+/// Returns the checksums of the 256 single bytes. The functions below compute with this table.
 QVector<int> ChecksumTable();
 
-/// The checksum of the first `size` bytes.
+/// Returns the checksum of the first `size` bytes.
 int Checksum(const QVector<int>& table, const QByteArray& bytes, int size);
 
-/// Whether the last two bytes of a frame are the checksum of the others; false where there are no others.
+/// Returns whether the last two bytes of a frame are the checksum of the others; false if there are no
+/// others.
 bool EndsWithChecksum(const QVector<int>& table, const QByteArray& frame);
 
 } // namespace Vesmar

@@ -26,25 +26,25 @@ constexpr char SetCalibrationDate = 't';
 
 } // namespace Command
 
-/// Sizes of the data answers, checksum included.
+/// Sizes of the data answers in bytes, checksum included.
 constexpr int StatusFrameSize = 4;
 constexpr int VersionFrameSize = 25;
 constexpr int DateFrameSize = 8;
 constexpr int MeasurementFrameSize = 26;
 
-/// The byte at the position as a number; 0 where a frame is too short to have one.
+/// Returns the byte at the position as a number; 0 if the frame is too short to have one.
 inline unsigned ByteAt(const QByteArray& frame, int position)
 {
     return position < frame.size() ? static_cast<unsigned char>(frame.at(position)) : 0U;
 }
 
-/// Whether the answer begins like the acknowledge frame; what follows does not matter.
+/// Returns whether the answer begins like the acknowledge frame; what follows does not matter.
 inline bool IsAcknowledge(const QByteArray& answer)
 {
     return answer.startsWith("\x06\xC6\x60");
 }
 
-/// Whether the answer begins like the refusal frame; what follows does not matter.
+/// Returns whether the answer begins like the refusal frame; what follows does not matter.
 inline bool IsRefusal(const QByteArray& answer)
 {
     return answer.startsWith("\x21\x43\x34");
