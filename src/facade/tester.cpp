@@ -20,8 +20,8 @@ void TraceOperation(const QString& text)
     Trace::WriteIn(Trace::Colour::Red, text);
 }
 
-/// The text for the two single measurements ends with their name, that for every other function with its
-/// number.
+/// Returns the text that ends with a function: one of the two single measurements by its name, every other
+/// function by its number.
 QString FunctionText(MeasurementType type, const QString& beforeName, const QString& beforeNumber)
 {
     switch (type) {
@@ -174,7 +174,7 @@ void Tester::RetrieveCalibrationDateTime()
     Context().CalibrationDateTimeRequested.Set(true);
 }
 
-// The data of a request are always written before its flag: the worker acts on the flag.
+// The data of a request are always written before its flag, because the worker acts on the flag.
 
 void Tester::ConfigureCurrentDateTime(const QDateTime& value)
 {
@@ -237,7 +237,8 @@ void Tester::AbortMeasurement()
     case MeasurementState::Stopped:
         DropMeasurementRequests();
         TraceOperation(QStringLiteral("STOPPED"));
-        // By way of another value, so that the application sees a change even when it was stopped already.
+        // The cell gets another value first, so that the application sees a change even when it held
+        // `Stopped`.
         context.MeasurementStatus.Set(MeasurementState::Unknown);
         context.MeasurementStatus.Set(MeasurementState::Stopped);
         context.IsMeasurementRunning.Set(false);

@@ -29,7 +29,8 @@ StateMachine::~StateMachine()
     ReleaseWorker();
 }
 
-/// The context lives as long as the owner. Its first worker is not enabled: the thread idles.
+/// Creates the context, which lives as long as the machine, and a first worker. That worker is not enabled,
+/// so that its thread idles.
 void StateMachine::PrepareNewStateMachine()
 {
     _context = std::make_unique<StateMachineContext>(_crc16.get(), _transciever.get(), _commandBuilder.get(),
@@ -44,7 +45,8 @@ void StateMachine::Enable()
     ReleaseWorker();
     _transciever->Open();
     CreateWorker();
-    // Before the thread starts: a first step that found the runner disabled would be the last one.
+    // The runner is enabled before the thread starts: a first step that found it disabled would be the last
+    // one.
     _runner->Enable();
     _workerThread->start(QThread::InheritPriority);
 }

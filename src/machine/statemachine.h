@@ -17,8 +17,9 @@ class Transciever;
 
 /// Owns the engine: the link's components, the context, the runner and the thread that the runner steps on.
 ///
-/// Used on the thread that creates it, the application's. The context, and with it every value and request,
-/// outlives `Disable()` and `Enable()`; each `Enable()` starts a fresh runner on a fresh thread.
+/// Every call comes from the thread that creates the machine, the application's. The context, and with it
+/// every value and request, outlives `Disable()` and `Enable()`; each `Enable()` starts a new runner on a new
+/// thread.
 class StateMachine : public QObject
 {
     Q_OBJECT
@@ -27,14 +28,15 @@ public:
     explicit StateMachine(QObject* parent);
     ~StateMachine() override;
 
-    /// Opens the port and starts stepping; whether the port opened shows as link recovery.
+    /// Opens the port and starts to step. A port that does not open makes the machine recover the link.
     void Enable();
-    /// Ends the step under way, its exchange cut short, and closes the port. Does nothing unless enabled.
+    /// Cuts the exchange that is under way short, waits for the end of its step, and closes the port. Does
+    /// nothing when the machine is disabled.
     void Disable();
 
     StateMachineContext* GetContext() const { return _context.get(); }
     Transciever* GetTransciever() const { return _transciever.get(); }
-    /// The runner while it steps, on the worker's thread; null otherwise.
+    /// The runner, which lives on the worker's thread, while the machine is enabled; null otherwise.
     QObject* GetSteppingRunner() const;
 
 private:
@@ -42,14 +44,14 @@ private:
     void CreateWorker();
     void ReleaseWorker();
 
-    // In the order in which one needs the other; the worker goes first.
+    // Each member may use those above it. The destructor ends the worker before any of them is destroyed.
     std::unique_ptr<CRC16> _crc16;
     std::unique_ptr<Transciever> _transciever;
     std::unique_ptr<CommandBuilder> _commandBuilder;
     std::unique_ptr<ResponseParser> _responseParser;
     std::unique_ptr<StateMachineContext> _context;
     std::unique_ptr<QThread> _workerThread;
-    StateMachineRunner* _runner = nullptr; ///< Deletes itself when its thread finishes.
+    StateMachineRunner* _runner = nullptr; ///< It deletes itself when its thread finishes.
 };
 
 } // namespace Vesmar

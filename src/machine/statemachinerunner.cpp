@@ -129,7 +129,7 @@ void StateMachineRunner::onWorkerFinisched()
     deleteLater();
 }
 
-/// A disable that was requested ends the stepping.
+/// Ends the stepping when a disable was requested. Returns whether one was.
 bool StateMachineRunner::ConsumeDisableRequest()
 {
     if (!_disableRequested.exchange(false)) {
@@ -139,7 +139,8 @@ bool StateMachineRunner::ConsumeDisableRequest()
     return true;
 }
 
-/// False when a disable came first: its caller may have closed the port already.
+/// Returns false, and does nothing, when a disable was requested: its caller may have closed the port
+/// already.
 bool StateMachineRunner::StepCurrentState()
 {
     const QMutexLocker lock(&_mutex);

@@ -21,11 +21,11 @@ struct StateTransition {
     State* target;
 };
 
-/// The engine: owns the states, holds the transition map, and steps the machine every 100 ms.
+/// The engine: it owns the states, holds their transitions, and steps the machine every 100 ms.
 ///
-/// It lives on the worker's thread, where steps, hooks and guards run. `Enable()` is called before that
-/// thread starts; `Disable()` from the owner's thread: it waits for a step under way, and no step does
-/// anything afterwards.
+/// The runner lives on the worker's thread, where steps, hooks and guards run. The owner calls `Enable()`
+/// before that thread starts. It calls `Disable()` on its own thread; the call waits for the step that is
+/// under way, and no step does anything afterwards.
 class StateMachineRunner : public QObject
 {
     Q_OBJECT
@@ -43,18 +43,18 @@ public:
     void AddExternalTransition(State* from, Guard guard, State* to);
     void AddInternalTransition(State* from, Guard guard, State* to);
 
-    /// The state to enter, or null to stay. External transitions are searched from the state up to the top of
-    /// the tree, and the outermost one that holds wins; if none does, the first of the state's own internal
-    /// ones that holds.
+    /// Returns the state to enter, or null when the machine stays. The external transitions are searched from
+    /// the state up to the top of the tree, and the outermost one that holds wins. If none holds, the first
+    /// of the state's own internal transitions that holds wins.
     State* FindTransition(State* state) const;
 
-    /// Not while another thread steps.
+    /// The state that runs in every step. Do not call this while another thread steps.
     State* GetCurrentState() const { return _currentState; }
     const TransitionsByState& GetExternalTransitions() const { return _externalTransitions; }
     const TransitionsByState& GetInternalTransitions() const { return _internalTransitions; }
 
 public Q_SLOTS:
-    /// One step. Posts the next one while the runner is enabled.
+    /// Makes one step, and posts the next one while the runner is enabled.
     void RunStateMachineWorker();
     void onWorkerFinisched();
 
@@ -73,7 +73,7 @@ private:
     std::atomic<bool> _entryPending{true};
     std::atomic<bool> _enabled{false};
     std::atomic<bool> _disableRequested{false};
-    QMutex _mutex; ///< Held during a step, so that a disable waits for its end.
+    QMutex _mutex; ///< A step holds it, so that a disable waits for the end of the step.
 };
 
 } // namespace Vesmar

@@ -37,7 +37,7 @@ std::unique_ptr<State> Create(StateMachineContext* context, State* parentState)
 
 } // namespace
 
-// The name of a state is that of its class.
+// The name and the class of a row are one word, so that they cannot differ.
 #define STATE(Class, parent) StateNode({#Class, Create<Class>, parent})
 
 const std::array<StateNode, 22> StateTree = {{

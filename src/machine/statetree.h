@@ -10,7 +10,8 @@ namespace Vesmar
 class State;
 class StateMachineContext;
 
-/// The states in the order in which they are created. Each is the class of this name with `State` behind it.
+/// The states in the order in which they are created. Each enumerator stands for the class of the same name
+/// with `State` at its end.
 enum class StateId {
     TesterOperations,
     AwaitUpdateAction,
@@ -36,24 +37,18 @@ enum class StateId {
     RCDIECCleanUp,
 };
 
-/// Where the machine starts.
+/// The state in which the machine starts.
 constexpr StateId InitialState = StateId::TesterOperations;
 
-/// One state of the tree: its class, by name and as what creates it, and the state that encloses it, which
-/// stands before it. A state without a parent is at the top.
+/// One state of the tree. Its parent is the state that encloses it, which is created before it; a state
+/// without a parent is at the top.
 struct StateNode {
-    const char* name;
+    const char* name; ///< The name of the class.
     std::unique_ptr<State> (*create)(StateMachineContext* context, State* parentState);
     std::optional<StateId> parent;
 };
 
 /// Every state of the machine, in the order of `StateId`.
 extern const std::array<StateNode, 22> StateTree;
-
-/// The row of a state.
-inline const StateNode& NodeOf(StateId state)
-{
-    return StateTree.at(static_cast<std::size_t>(state));
-}
 
 } // namespace Vesmar

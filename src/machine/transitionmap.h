@@ -8,8 +8,8 @@
 namespace Vesmar
 {
 
-/// How a transition is searched for: an external one from the state up to the top of the tree, an internal
-/// one in the current state alone and after all external ones.
+/// Where the runner searches for a transition: external ones on every level from the current state up to the
+/// top of the tree, internal ones after them and in the current state alone.
 enum class TransitionKind { External, Internal };
 
 /// One row of the transition map.
@@ -21,7 +21,7 @@ struct Transition {
     TransitionKind kind;
 };
 
-// The name that a row gives to its guard is that of the function.
+// The guard and its name are one word in a row, so that they cannot differ.
 #define EXTERNAL(from, guard, to) TRANSITION(from, guard, to, External)
 #define INTERNAL(from, guard, to) TRANSITION(from, guard, to, Internal)
 #define TRANSITION(from, guard, to, kind)                                                                    \

@@ -7,8 +7,8 @@
 #include "context/statemachinecontext.h"
 #include "machine/statemachine.h"
 
-/// The way from a tester to its engine, which its interface hides from applications: an explicit
-/// instantiation may name a private member.
+/// The way from a tester to its engine, which the interface hides from applications. The language lets an
+/// explicit instantiation name a private member.
 namespace TesterAccess
 {
 

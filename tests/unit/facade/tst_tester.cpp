@@ -318,7 +318,7 @@ void TestTester::MeasurementTimeIsLoggedBeforeItsSignal()
 
 void TestTester::SecondEnableAndSecondDisableDoNothing()
 {
-    const ScriptedPeer peer; // It stays silent: the first query waits all the while.
+    const ScriptedPeer peer; // It stays silent, so that the first query waits during the whole test.
     Facade facade;
     const Operation enable = [](Tester& tester) { tester.Enable(); };
     const Operation disable = [](Tester& tester) { tester.Disable(); };

@@ -35,7 +35,7 @@ struct Bench {
 
     QByteArray Commands() const { return CommandsOf(peer); }
 
-    /// Whether the library has the line open. The peer always has.
+    /// Whether the library has the line open. The peer always has it open.
     bool IsLineOpen() const
     {
         const QString device = QString::fromLatin1(peer.DevicePath());
@@ -47,7 +47,7 @@ struct Bench {
         return count > 1;
     }
 
-    ScriptedPeer peer; // First: the line is its pseudo-terminal.
+    ScriptedPeer peer; // It is the first member, because the line is its pseudo-terminal.
     Facade facade;
     PauseLog pauses;
 };
@@ -107,7 +107,7 @@ void TestTesterUpdate::EmptyArraysAreRefused()
 
 void TestTesterUpdate::WhileEnabledItIsRequestedAtOnce()
 {
-    Bench bench({Wire::Silence}); // The first query waits all the while.
+    Bench bench({Wire::Silence}); // The first query waits during the whole test.
     Facade& facade = bench.facade;
     facade.context.ErrorCode.Set(Error::UpdateConfirmationFailed);
     facade.tester->Enable();
@@ -262,7 +262,7 @@ void TestTesterUpdate::FailedModeChangeLeavesTheLineOpenForALink()
     QVERIFY(!tester.UpdateTester(Wire::Image(), Wire::Confirmation));
     tester.Enable();
     QVERIFY(tester.IsEnabled());
-    QVERIFY(bench.peer.WaitForRequests(5)); // After "sxxx".
+    QVERIFY(bench.peer.WaitForRequests(5)); // The fifth request comes after "sxxx".
     tester.Disable();
     QVERIFY(!bench.IsLineOpen());
 }

@@ -12,7 +12,8 @@
 #include "support/cells.h"
 
 /// Sets one cell by its name. "Settings", "Results", "RCD", "RCDIEC" and "IECResult" put objects into
-/// `TestSettings` and `TestResults`: of this function, with this mode, or with this first value.
+/// `TestSettings` and `TestResults`: settings or results of this function, settings with this mode, or
+/// results with this first value.
 inline void SetCell(Vesmar::StateMachineContext& context, const QByteArray& name, float value)
 {
     const int number = static_cast<int>(value);

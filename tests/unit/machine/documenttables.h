@@ -10,7 +10,8 @@ namespace DocumentTables
 
 inline QString NameOf(Vesmar::StateId state)
 {
-    return QStringLiteral("`%1`").arg(QLatin1String(Vesmar::NodeOf(state).name));
+    return QStringLiteral("`%1`").arg(
+        QLatin1String(Vesmar::StateTree.at(static_cast<std::size_t>(state)).name));
 }
 
 inline QString Tree()
@@ -38,7 +39,7 @@ inline QString Transitions()
     return text;
 }
 
-/// The page with the table between the marks of this name; empty if a mark is missing.
+/// Returns the page with the table between the marks of this name, or nothing if a mark is missing.
 inline QString WithTable(const QString& page, const QString& name, const QString& table)
 {
     const QString begin = QStringLiteral("<!-- begin %1 -->\n").arg(name);
@@ -47,7 +48,7 @@ inline QString WithTable(const QString& page, const QString& name, const QString
     return page.contains(begin) && to >= from ? page.left(from) + table + page.mid(to) : QString();
 }
 
-/// The page with both tables as they should be; empty if a mark is missing.
+/// Returns the page with both tables as they should be, or nothing if a mark is missing.
 inline QString UpToDate(const QString& page)
 {
     return WithTable(WithTable(page, QStringLiteral("tree"), Tree()), QStringLiteral("transitions"),

@@ -14,7 +14,7 @@
 #include "states/state.h"
 #include "unit/machine/guardtable.h"
 
-/// A runner's states and transitions by name, as they show from outside.
+/// The states and transitions of a runner by their names.
 namespace RunnerView
 {
 
@@ -34,7 +34,7 @@ inline QString NameOf(const Vesmar::State* state)
     return name.section(QStringLiteral("::"), -1);
 }
 
-/// Every state that the current one, the map and the parents lead to, by name.
+/// Every state that the current state, the transitions and the parents lead to, by its name.
 inline QMap<QString, Vesmar::State*> StatesOf(const Vesmar::StateMachineRunner& runner)
 {
     QMap<QString, Vesmar::State*> states;
@@ -55,7 +55,7 @@ inline QMap<QString, Vesmar::State*> StatesOf(const Vesmar::StateMachineRunner& 
     return states;
 }
 
-/// The parent's name of every state.
+/// The name of every state with that of its parent.
 inline QMap<QString, QString> TreeOf(const Vesmar::StateMachineRunner& runner)
 {
     QMap<QString, QString> tree;
@@ -65,7 +65,7 @@ inline QMap<QString, QString> TreeOf(const Vesmar::StateMachineRunner& runner)
     return tree;
 }
 
-/// What leaves a state: its external transitions in the order that decides, then its internal ones.
+/// The transitions that leave a state: the external ones in their order, then the internal ones.
 inline QStringList TransitionsOf(const Vesmar::StateMachineRunner& runner, Vesmar::State* state)
 {
     QStringList texts;

@@ -159,7 +159,7 @@ void TestStateMachine::EnableStartsAtTheRootAndReachesMonitoring()
 
 void TestStateMachine::EnableResetsTheMeasurementStatusAlone()
 {
-    const Plant plant(&NoAnswer); // Nothing else happens to the cells for seconds.
+    const Plant plant(&NoAnswer); // No other cell changes for seconds.
     SetCells(plant.Context(), "MeasurementStatus=5 MeasurementTime=7 ErrorCode=202 IsMeasurementRunning");
     const CellLog cells(plant.Context());
     plant.machine->Enable();
@@ -243,7 +243,7 @@ void TestStateMachine::DisableKeepsTheValuesAndCallsNoExit()
     QVERIFY(plant.Connect());
     const CellLog cells(plant.Context());
     plant.machine->Disable();
-    // Where the disable meets an exchange, its failure ends the state.
+    // A disable during an exchange makes the exchange fail, and the failure ends the state.
     const bool isCutShort = context->CommunicationError.Get();
     QCOMPARE(cells.Changes(), isCutShort ? Changes("CommunicationError=1") : QStringList{});
     QCOMPARE(Banners(plant.log),
@@ -261,7 +261,7 @@ void TestStateMachine::DisableEndsAWaitingQuery()
     QElapsedTimer time;
     time.start();
     plant.machine->Disable();
-    QVERIFY(time.elapsed() < 12000); // Three time limits of 4 s, which the query would otherwise wait.
+    QVERIFY(time.elapsed() < 12000); // Without the disable the query waits for 4 s three times.
     QVERIFY(plant.IsPortClosed());
 }
 
@@ -406,7 +406,7 @@ void TestStateMachine::UnpluggedInstrumentShows103AndComesBack()
 void TestStateMachine::LostMeasurementRequestsAreForgotten()
 {
     Plant plant;
-    plant.peer.AnswerAlways(Wire::Acknowledge); // Wrong for a status, at once.
+    plant.peer.AnswerAlways(Wire::Acknowledge); // This is no status: the request fails at once.
     StateMachineContext& context = plant.Context();
     plant.machine->Enable();
     QVERIFY(plant.WaitForBanner("ENTERING COMMUNICATION RECOVERY STATE "));

@@ -27,7 +27,7 @@ namespace
 
 /// Every call of a guard or of a hook of the tests, in order.
 QStringList calls;
-/// What each of the numbered guards answers.
+/// What each of the numbered guards returns.
 std::array<bool, 8> answers;
 
 template <int Number>
@@ -37,7 +37,7 @@ bool NumberedGuard(StateMachineContext&)
     return answers[Number];
 }
 
-/// From now on these guards hold, and no others.
+/// Makes these guards hold, and no others.
 void SetAnswers(const char* holding)
 {
     calls.clear();
@@ -86,7 +86,7 @@ private:
     QString _name;
 };
 
-/// A runner over a context without a line; the test makes it step, and its pauses are not waited for.
+/// A runner without an instrument. The test makes it step, and no pause is waited for.
 struct Machine {
     StateMachineContext context{nullptr, nullptr, nullptr, nullptr, nullptr};
     LogCapture log;
@@ -95,7 +95,7 @@ struct Machine {
     RecordingState first{"first", &context};
     RecordingState second{"second", &context};
 
-    /// From the root to `first` in one step, and from there to `second` as guard 1 says.
+    /// Leads from the root to `first` in one step. Guard 1 leads on to `second`, guard 2 back.
     void EnterFirst()
     {
         runner.AddExternalTransition(runner.GetCurrentState(), &Always, &first);
@@ -335,7 +335,7 @@ struct Levels : Machine {
     RecordingState top{"top", &context};
     RecordingState middle{"middle", &context, &top};
     RecordingState leaf{"leaf", &context, &middle};
-    std::vector<std::unique_ptr<State>> targets{1}; ///< By the number of the guard; none for 0.
+    std::vector<std::unique_ptr<State>> targets{1}; ///< The targets by the numbers of the guards; null for 0.
 
     Levels()
     {
@@ -354,8 +354,8 @@ struct Levels : Machine {
 
 } // namespace
 
-/// External transitions of every level come first, the outermost wins, and all levels are asked. Then come
-/// the internal transitions of the state itself.
+/// The external transitions of all levels are asked first, and the outermost that holds wins. The internal
+/// transitions of the state itself are asked when none holds.
 void TestStateMachineRunner::FindsTheOutermostTransitionThatHolds()
 {
     struct Row {
@@ -454,7 +454,7 @@ const char* const RCDTests =
 const char* const InRCDMode = "RCDMonitoring RCDUbReMeasurementRunning RCDIaTaMeasurementRunning "
                               "RCDIECIaTaMeasurementRunning RCDIECCleanUp";
 
-/// What holds in every state under the root, whatever the state's own transitions say.
+/// These hold in every state under the root, whatever the state's own transitions say.
 const std::vector<Target> RootTargets = {
     {Everywhere, "CommunicationError", "CommunicationRecovery"},
     {Everywhere, "CommunicationError RestartRequested", "CommunicationRecovery"},
@@ -488,7 +488,8 @@ const std::vector<Target> ConnectionTargets = {
     {"Updating", "UpdateRequested", "Initialization"},
 };
 
-/// In measurement mode, with settings of the continuous RPE measurement where a row does not name others.
+/// These begin in measurement mode, with the settings of the continuous RPE measurement unless a row names
+/// others.
 const std::vector<Target> MeasurementTargets = {
     {"Monitoring", "Settings=9", "MeasurementMode"},
     {"Monitoring", "RCD=0", "RCDMeasurementMode"},
@@ -533,8 +534,8 @@ const std::vector<Target> MeasurementTargets = {
      "MeasurementMode"},
 };
 
-/// In measurement mode as well. Preparing hands every function over that is requested anew; RCD measurement
-/// mode sends those back that are no RCD tests.
+/// These begin in measurement mode as well. Preparing hands over every function that is requested anew; RCD
+/// measurement mode sends back those that are no RCD tests.
 const std::vector<Target> RCDTargets = {
     {"PreparingMeasurement", "RCD=0 PrepareMeasurementRequested", "RCDMeasurementMode"},
     {"RCDMeasurementMode RCDMonitoring", "Settings=1 PrepareMeasurementRequested", "MeasurementMode"},
@@ -676,13 +677,14 @@ void TestStateMachineRunner::StepPausesForAHundredMillisecondsAndPostsOneMore()
         machine.RunPostedSteps();
         QCOMPARE(calls.count(QStringLiteral("first running")), step);
     }
-    QCOMPARE(machine.pauses.Text(), QStringLiteral("100 100 100 100")); // With that of the step to `first`.
+    QCOMPARE(machine.pauses.Text(),
+             QStringLiteral("100 100 100 100")); // The first pause is that of the step to `first`.
 }
 
 namespace
 {
 
-/// A runner at an instrument, whose steps are recorded by the state that each leads to.
+/// A runner with an instrument. Every step records the state to which it leads.
 struct Plant : Engine {
     explicit Plant(const QByteArray& status = Wire::IdleStatus)
     {
@@ -729,7 +731,8 @@ void TestStateMachineRunner::RCDTestIsAbortedAndLeft()
     plant.Step(2);
     plant.context.StartMeasurementRequested.Set(true);
     plant.Step(2);
-    QVERIFY(!plant.context.StartMeasurementRequested.Get()); // Entered, so that it goes back only once.
+    QVERIFY(!plant.context.StartMeasurementRequested
+                 .Get()); // The entry has cleared it, so that the test runs only once.
     QVERIFY(plant.context.IsMeasurementRunning.Get());
     plant.context.AbortMeasurementRequested.Set(true);
     plant.Step(1);
@@ -825,9 +828,9 @@ void TestStateMachineRunner::DisableLetsOneMoreStepRunThatChangesAndPostsNothing
     machine.RunPostedSteps();
     QVERIFY(!machine.runner.IsEnabled());
     QCOMPARE(machine.runner.GetCurrentState(), &machine.first);
-    machine.runner.Enable(); // A step that was posted would now show.
+    machine.runner.Enable(); // If a step had been posted, it would run now.
     machine.RunPostedSteps();
-    QCOMPARE(calls, QStringList{}); // No exit, no entry, no guard.
+    QCOMPARE(calls, QStringList{}); // Neither a hook nor a guard was called.
     QCOMPARE(machine.log.Texts(), QStringList{});
 }
 
@@ -858,7 +861,7 @@ void TestStateMachineRunner::DisableWaitsForTheStepUnderWay()
     std::thread worker([&machine]() { machine.runner.RunStateMachineWorker(); });
     running.acquire();
     std::thread releaser([&release]() {
-        QThread::msleep(300); // Long enough for a disable that does not wait to show.
+        QThread::msleep(300); // A disable that does not wait returns before this ends.
         release.release();
     });
     machine.runner.Disable();

@@ -185,8 +185,8 @@ void AddMeasurementRules()
     }
 }
 
-/// A single measurement ends with its result where the instrument measures RLN, else with the function. The
-/// first value of a result counts as it came: 0.5 is one, though its whole number is 0.
+/// While the instrument measures RLN, a single measurement ends with its result; otherwise it ends with the
+/// function. A first value of 0.5 is a result, although its whole number is 0.
 void AddSingleMeasurementRules()
 {
     const Guard guard = &Guards::SingleMeasurementRunningToStoppingMeasurementTransition;

@@ -171,7 +171,7 @@ void TestUpdatingState::ProgressIsTruncated()
     QCOMPARE(update.cells.Changes().filter(QStringLiteral("OperationProgress")), progress);
 }
 
-/// In double precision 29 of 50 are a little less than 58 per cent.
+/// In double precision, 29 of 50 are a little less than 58 per cent.
 void TestUpdatingState::ProgressIsComputedInDoublePrecision()
 {
     Update update(Wire::Sector(0).repeated(29) + Wire::Sector(1) + Wire::Sector(0).repeated(20));
