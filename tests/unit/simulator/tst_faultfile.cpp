@@ -1,10 +1,10 @@
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include "jsontexts.h"
 #include "simulator/faults/faultfile.h"
 #include "simulator/text/jsonerror.h"
 
@@ -19,36 +19,14 @@ Q_DECLARE_METATYPE(Simulator::Fault)
 namespace
 {
 
-/// What loading a file with this content says; empty when it is loaded.
 QByteArray ErrorOf(const QByteArray& content)
 {
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("faults"));
-    QFile file(path);
-    file.open(QIODevice::WriteOnly);
-    file.write(content);
-    file.close();
-    try {
-        Simulator::LoadFaults(path);
-    } catch (const std::runtime_error& error) {
-        return QByteArray(error.what()).replace(QFile::encodeName(path), "FILE");
-    }
-    return {};
-}
-
-QByteArray ContentOf(const char* path)
-{
-    QFile file(QString::fromUtf8(path));
-    file.open(QIODevice::ReadOnly);
-    return file.readAll();
+    return ErrorOfContent(Simulator::LoadFaults, content);
 }
 
 QJsonObject SchemaDefinitions()
 {
-    return QJsonDocument::fromJson(ContentOf(FAULTS_SCHEMA))
-        .object()
-        .value(QLatin1String("definitions"))
-        .toObject();
+    return Inside(SchemaOf(FAULTS_SCHEMA), {"definitions"});
 }
 
 /// What the schema says of a value, wherever it says it.
@@ -374,14 +352,7 @@ private Q_SLOTS:
     void FileThatCannotBeRead()
     {
         const QTemporaryDir folder;
-        const auto error = [](const QString& path) {
-            try {
-                Simulator::LoadFaults(path);
-            } catch (const std::runtime_error& failure) {
-                return QByteArray(failure.what()).replace(QFile::encodeName(path), "FILE");
-            }
-            return QByteArray();
-        };
+        const auto error = [](const QString& path) { return ErrorOfPath(Simulator::LoadFaults, path); };
         QCOMPARE(error(folder.filePath(QStringLiteral("missing"))),
                  QByteArray("cannot read the faults FILE: No such file or directory"));
         QCOMPARE(error(folder.path()), QByteArray("cannot read the faults FILE: it is no file; name a file"));
@@ -399,10 +370,7 @@ private Q_SLOTS:
 
     void ExampleOfTheDocument()
     {
-        const QByteArray document = ContentOf(FAULTS_DOCUMENT);
-        const int first = document.indexOf("```json\n") + 8;
-        const QByteArray example = document.mid(first, document.indexOf("```", first) - first);
-        QCOMPARE(Simulator::ParseFaults(example).size(), std::size_t(5));
+        QCOMPARE(Simulator::ParseFaults(ExampleOf(FAULTS_DOCUMENT)).size(), std::size_t(5));
     }
 
     void DocumentTellsOfEveryKey()
@@ -471,8 +439,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<int>("lowest");
         QTest::addColumn<double>("highest");
-        const QJsonObject when = SchemaDefinitions().value(QLatin1String("when")).toObject();
-        const QJsonObject conditions = when.value(QLatin1String("properties")).toObject();
+        const QJsonObject conditions = Inside(SchemaDefinitions(), {"when", "properties"});
         for (auto condition = conditions.begin(); condition != conditions.end(); ++condition) {
             const QJsonObject limits = condition.value().toObject();
             if (limits.contains(QLatin1String("minimum"))) {

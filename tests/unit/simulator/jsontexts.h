@@ -1,0 +1,63 @@
+#pragma once
+
+#include <initializer_list>
+#include <stdexcept>
+
+#include <QByteArray>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+
+/// What loading a path says; empty when the path is loaded.
+template <typename Load>
+QByteArray ErrorOfPath(Load load, const QString& path)
+{
+    try {
+        load(path);
+    } catch (const std::runtime_error& error) {
+        return QByteArray(error.what()).replace(QFile::encodeName(path), "FILE");
+    }
+    return {};
+}
+
+/// What loading a file with this content says; empty when the file is loaded.
+template <typename Load>
+QByteArray ErrorOfContent(Load load, const QByteArray& content)
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("file")));
+    file.open(QIODevice::WriteOnly);
+    file.write(content);
+    file.close();
+    return ErrorOfPath(load, file.fileName());
+}
+
+inline QByteArray ContentOf(const char* path)
+{
+    QFile file(QString::fromUtf8(path));
+    file.open(QIODevice::ReadOnly);
+    return file.readAll();
+}
+
+/// The first block of JSON in a document.
+inline QByteArray ExampleOf(const char* path)
+{
+    const QByteArray document = ContentOf(path);
+    const int first = document.indexOf("```json\n") + 8;
+    return document.mid(first, document.indexOf("```", first) - first);
+}
+
+/// What an object has under these keys, each inside the one before.
+inline QJsonObject Inside(QJsonObject object, std::initializer_list<const char*> keys)
+{
+    for (const char* key : keys) {
+        object = object.value(QLatin1String(key)).toObject();
+    }
+    return object;
+}
+
+inline QJsonObject SchemaOf(const char* path)
+{
+    return QJsonDocument::fromJson(ContentOf(path)).object();
+}
