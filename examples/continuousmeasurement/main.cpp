@@ -1,4 +1,4 @@
-// Measures the protective-earth resistance for three seconds, and shows the readings as they come.
+// Measures the protective-earth resistance for three seconds, and shows the readings as they arrive.
 #include <QCoreApplication>
 #include <QDebug>
 #include <QLoggingCategory>
@@ -7,36 +7,36 @@
 #include <Vesmar/rpesettings.h>
 #include <Vesmar/tester.h>
 
-/// One measurement, from the first sign of the instrument to the confirmed end.
+/// One measurement, from the first readings of the instrument to the confirmed end.
 class Measurement : public QObject
 {
 public:
     Measurement()
     {
-        connect(_tester, &Vesmar::Tester::TestResultsChanged, this, &Measurement::FollowResults);
-        connect(_tester, &Vesmar::Tester::MeasurementStatusChanged, this, &Measurement::FollowStatus);
-        connect(_tester, &Vesmar::Tester::ErrorCodeChanged, this, &Measurement::FollowError);
+        connect(_tester, &Vesmar::Tester::TestResultsChanged, this, &Measurement::OnResults);
+        connect(_tester, &Vesmar::Tester::MeasurementStatusChanged, this, &Measurement::OnStatus);
+        connect(_tester, &Vesmar::Tester::ErrorCodeChanged, this, &Measurement::OnError);
         _tester->Enable();
     }
 
 private:
-    void FollowResults(const Vesmar::MeasurementResults* results)
+    void OnResults(const Vesmar::MeasurementResults* results)
     {
         if (results->GetMeasurementType() == Vesmar::MeasurementType::RPE) {
             const auto* readings = static_cast<const Vesmar::RPEResults*>(results);
             qInfo() << "RPE:" << readings->_resistance << "at" << readings->_current;
-        } else if (_phase == Phase::Connecting) { // Readings of the mains: the link is up.
+        } else if (_phase == Phase::Connecting) { // These are mains readings: the link is up.
             _phase = Phase::Preparing;
             Vesmar::RPESettings settings;
             settings.SetTime(3);
-            _tester->PrepareMeasurement(settings); // First, so that the mode begins with it.
+            _tester->PrepareMeasurement(settings); // Before measurement mode, which begins with it.
             _tester->SetIsMeasurementModeActive(true);
-        } else if (_phase == Phase::Ending) { // The mains again: no function is active any more.
+        } else if (_phase == Phase::Ending) { // Mains readings again: no function is active any more.
             qInfo() << "The instrument has stopped.";
             QCoreApplication::exit(_status);
         }
     }
-    void FollowStatus(Vesmar::MeasurementState status)
+    void OnStatus(Vesmar::MeasurementState status)
     {
         if (_phase == Phase::Preparing && status == Vesmar::MeasurementState::Prepared) {
             _phase = Phase::Measuring;
@@ -46,7 +46,7 @@ private:
             _tester->SetIsMeasurementModeActive(false);
         }
     }
-    void FollowError(Vesmar::Error error)
+    void OnError(Vesmar::Error error)
     {
         if (error != Vesmar::Error::NoErrors && _status == EXIT_SUCCESS) {
             qCritical() << "Failed with error" << static_cast<int>(error);
