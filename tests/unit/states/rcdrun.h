@@ -1,11 +1,14 @@
 #pragma once
 
+#include <memory>
+
 #include <QString>
 #include <QTest>
 
 #include <Vesmar/rcdiecsettings.h>
 #include <Vesmar/rcdsettings.h>
 
+#include "states/state.h"
 #include "unit/states/measurementengine.h"
 #include "unit/states/pauselog.h"
 
@@ -83,24 +86,31 @@ inline Vesmar::MeasurementSettings* SettingsOf(int function, int mode)
     }
 }
 
-/// A state that has been entered, with nothing noted yet, and the instrument that it talks to. Every step is
-/// noted for itself; its pauses are not waited for.
 template <typename RCDState>
+std::unique_ptr<Vesmar::State> Create(Vesmar::StateMachineContext* context)
+{
+    return std::make_unique<RCDState>(context, nullptr);
+}
+
+/// A state that has been entered, and the instrument that it talks to. Each step is recorded for itself; its
+/// pauses are not waited for.
 class RCDRun : public MeasurementEngine
 {
 public:
-    explicit RCDRun(Vesmar::MeasurementSettings* settings)
+    using Creator = std::unique_ptr<Vesmar::State> (*)(Vesmar::StateMachineContext* context);
+
+    RCDRun(Creator create, Vesmar::MeasurementSettings* settings) : state(create(&context))
     {
         Settings(settings);
-        state.OnEntry();
+        state->OnEntry();
     }
 
-    /// One step; what it makes of the cells.
+    /// Runs one step and returns the changes of cells that it makes.
     QString Step()
     {
         Restart();
         const PauseLog pauses;
-        state.OnRunning();
+        state->OnRunning();
         _pauses = pauses.Text();
         return Outcome();
     }
@@ -120,13 +130,13 @@ public:
     /// The pauses of the last step, in milliseconds.
     QString Pauses() const { return _pauses; }
 
-    RCDState state{&context, nullptr};
+    const std::unique_ptr<Vesmar::State> state;
 
 private:
     QString _pauses;
 };
 
-/// What a step tells of itself: neither the exchanges nor what came of their answers.
+/// The lines of the log in which the state tells what it does: not those of the exchanges and their answers.
 inline QStringList LinesOfTheState(const LogCapture& log)
 {
     QStringList lines;

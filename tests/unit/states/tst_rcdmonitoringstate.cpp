@@ -25,9 +25,9 @@ const QString NoPause;
 const QString StopPauses = QStringLiteral("200 200");
 
 /// A state that has been entered with the settings of the Ub/Re test.
-struct Monitoring : RCDRun<RCDMonitoringState> {
+struct Monitoring : RCDRun {
     explicit Monitoring(MeasurementSettings* settings = RCDSettingsOfMode(0))
-        : RCDRun<RCDMonitoringState>(settings)
+        : RCDRun(Create<RCDMonitoringState>, settings)
     {
     }
 
@@ -175,7 +175,7 @@ void TestRCDMonitoringState::EntryResetsTheBudgets()
 {
     Monitoring run;
     for (int visit = 0; visit < 2; ++visit) {
-        run.state.OnEntry();
+        run.state->OnEntry();
         run.peer.AnswerAlways(RCDWire::NotReady);
         for (int status = 0; status < 9; ++status) {
             QCOMPARE(run.StepOfARequest(Awaiting), NoChange);
@@ -596,13 +596,14 @@ void TestRCDMonitoringState::RequestDoesNotRenewTheStarts()
         using RCDMonitoringState::_startAttempts;
         using RCDMonitoringState::RCDMonitoringState;
     };
-    RCDRun<Counting> run(RCDSettingsOfMode(0));
-    run.state._startAttempts = 2;
+    RCDRun run(Create<Counting>, RCDSettingsOfMode(0));
+    auto& state = static_cast<Counting&>(*run.state);
+    state._startAttempts = 2;
     run.context.PrepareMeasurementRequested.Set(true);
     run.StepIn(NotAskedFor);
-    QCOMPARE(run.state._startAttempts, 2);
-    run.state.OnEntry();
-    QCOMPARE(run.state._startAttempts, 0);
+    QCOMPARE(state._startAttempts, 2);
+    run.state->OnEntry();
+    QCOMPARE(state._startAttempts, 0);
 }
 
 void TestRCDMonitoringState::AwaitsTheInstrument_data()
