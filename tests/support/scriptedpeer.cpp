@@ -8,11 +8,8 @@
 #include <unistd.h>
 
 #include <array>
-#include <atomic>
-#include <condition_variable>
 #include <cstdlib>
-#include <mutex>
-#include <thread>
+#include <memory>
 #include <utility>
 
 #include "support/serialdevice.h"
@@ -46,55 +43,19 @@ void WriteAll(int descriptor, const QByteArray& bytes)
 
 } // namespace
 
-class ScriptedPeer::Private
-{
-public:
-    Private();
-    ~Private();
-    Private(const Private&) = delete;
-    Private& operator=(const Private&) = delete;
-
-    void SetResponder(Responder responder);
-    void Send(const QByteArray& bytes) const { WriteAll(_master, bytes); }
-    void HangUp();
-
-    QList<Request> Requests() const;
-    void ClearRequests();
-    bool WaitForRequests(int count) const;
-    bool WaitUntilReadable(int count) const;
-    QByteArray DevicePath() const { return _path; }
-
-private:
-    void OpenLine();
-    void Listen();
-    void Receive(Request& request) const;
-    void Complete(const Request& request);
-
-    int _master = -1;
-    int _slave = -1; // Kept open: the line stays up while the library has it closed.
-    int _wakeUp = -1;
-    QByteArray _path;
-    mutable std::mutex _mutex; // Guards the responder and the requests.
-    mutable std::condition_variable _requestArrived;
-    Responder _responder;
-    QList<Request> _requests;
-    std::atomic<bool> _ending{false};
-    std::thread _thread;
-};
-
-ScriptedPeer::Private::Private()
+ScriptedPeer::ScriptedPeer()
 {
     OpenLine();
     RedirectSerialDevice(_path);
     _thread = std::thread([this] { Listen(); });
 }
 
-ScriptedPeer::Private::~Private()
+ScriptedPeer::~ScriptedPeer()
 {
     HangUp();
 }
 
-void ScriptedPeer::Private::OpenLine()
+void ScriptedPeer::OpenLine()
 {
     _master = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
     Require(_master >= 0 && grantpt(_master) == 0 && unlockpt(_master) == 0, "create a pseudo-terminal");
@@ -110,13 +71,29 @@ void ScriptedPeer::Private::OpenLine()
     Require(_wakeUp >= 0, "create its wake-up");
 }
 
-void ScriptedPeer::Private::SetResponder(Responder responder)
+void ScriptedPeer::Answer(Responder responder)
 {
     const std::lock_guard<std::mutex> lock(_mutex);
     _responder = std::move(responder);
 }
 
-void ScriptedPeer::Private::HangUp()
+void ScriptedPeer::AnswerAlways(const QByteArray& answer)
+{
+    Answer([answer](const QByteArray&) { return answer; });
+}
+
+void ScriptedPeer::AnswerInTurn(const QList<QByteArray>& answers)
+{
+    const auto left = std::make_shared<QList<QByteArray>>(answers);
+    Answer([left](const QByteArray&) { return left->isEmpty() ? QByteArray() : left->takeFirst(); });
+}
+
+void ScriptedPeer::Send(const QByteArray& bytes) const
+{
+    WriteAll(_master, bytes);
+}
+
+void ScriptedPeer::HangUp()
 {
     if (!_thread.joinable()) {
         return;
@@ -133,25 +110,34 @@ void ScriptedPeer::Private::HangUp()
     close(_master);
 }
 
-QList<ScriptedPeer::Request> ScriptedPeer::Private::Requests() const
+QList<ScriptedPeer::Request> ScriptedPeer::Requests() const
 {
     const std::lock_guard<std::mutex> lock(_mutex);
     return _requests;
 }
 
-void ScriptedPeer::Private::ClearRequests()
+QList<QByteArray> ScriptedPeer::RequestBytes() const
+{
+    QList<QByteArray> bytes;
+    for (const Request& request : Requests()) {
+        bytes.append(request.bytes);
+    }
+    return bytes;
+}
+
+void ScriptedPeer::ClearRequests()
 {
     const std::lock_guard<std::mutex> lock(_mutex);
     _requests.clear();
 }
 
-bool ScriptedPeer::Private::WaitForRequests(int count) const
+bool ScriptedPeer::WaitForRequests(int count) const
 {
     std::unique_lock<std::mutex> lock(_mutex);
     return _requestArrived.wait_for(lock, GenerousLimit, [&] { return _requests.size() >= count; });
 }
 
-bool ScriptedPeer::Private::WaitUntilReadable(int count) const
+bool ScriptedPeer::WaitUntilReadable(int count) const
 {
     const auto limit = Clock::now() + GenerousLimit;
     int readable = 0;
@@ -161,7 +147,7 @@ bool ScriptedPeer::Private::WaitUntilReadable(int count) const
     return readable >= count;
 }
 
-void ScriptedPeer::Private::Listen()
+void ScriptedPeer::Listen()
 {
     Request request;
     while (!_ending) {
@@ -176,7 +162,7 @@ void ScriptedPeer::Private::Listen()
     }
 }
 
-void ScriptedPeer::Private::Receive(Request& request) const
+void ScriptedPeer::Receive(Request& request) const
 {
     std::array<char, 1024> buffer{};
     const ssize_t received = read(_master, buffer.data(), buffer.size());
@@ -186,7 +172,7 @@ void ScriptedPeer::Private::Receive(Request& request) const
     }
 }
 
-void ScriptedPeer::Private::Complete(const Request& request)
+void ScriptedPeer::Complete(const Request& request)
 {
     Responder responder;
     {
@@ -198,68 +184,4 @@ void ScriptedPeer::Private::Complete(const Request& request)
     if (responder) {
         WriteAll(_master, responder(request.bytes));
     }
-}
-
-ScriptedPeer::ScriptedPeer() : _d(std::make_unique<Private>()) {}
-
-ScriptedPeer::~ScriptedPeer() = default;
-
-void ScriptedPeer::Answer(Responder responder)
-{
-    _d->SetResponder(std::move(responder));
-}
-
-void ScriptedPeer::AnswerAlways(const QByteArray& answer)
-{
-    Answer([answer](const QByteArray&) { return answer; });
-}
-
-void ScriptedPeer::AnswerInTurn(const QList<QByteArray>& answers)
-{
-    const auto left = std::make_shared<QList<QByteArray>>(answers);
-    Answer([left](const QByteArray&) { return left->isEmpty() ? QByteArray() : left->takeFirst(); });
-}
-
-void ScriptedPeer::Send(const QByteArray& bytes)
-{
-    _d->Send(bytes);
-}
-
-void ScriptedPeer::HangUp()
-{
-    _d->HangUp();
-}
-
-QList<ScriptedPeer::Request> ScriptedPeer::Requests() const
-{
-    return _d->Requests();
-}
-
-QList<QByteArray> ScriptedPeer::RequestBytes() const
-{
-    QList<QByteArray> bytes;
-    for (const Request& request : Requests()) {
-        bytes.append(request.bytes);
-    }
-    return bytes;
-}
-
-void ScriptedPeer::ClearRequests()
-{
-    _d->ClearRequests();
-}
-
-bool ScriptedPeer::WaitForRequests(int count) const
-{
-    return _d->WaitForRequests(count);
-}
-
-bool ScriptedPeer::WaitUntilReadable(int count) const
-{
-    return _d->WaitUntilReadable(count);
-}
-
-QByteArray ScriptedPeer::DevicePath() const
-{
-    return _d->DevicePath();
 }

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
+#include <condition_variable>
 #include <functional>
-#include <memory>
+#include <mutex>
+#include <thread>
 
 #include <QByteArray>
 #include <QList>
@@ -33,7 +36,7 @@ public:
     /// The first request gets the first answer, and so on; silence after the last.
     void AnswerInTurn(const QList<QByteArray>& answers);
     /// Writes bytes that nobody asked for.
-    void Send(const QByteArray& bytes);
+    void Send(const QByteArray& bytes) const;
     /// Hangs the line up: the pseudo-terminal goes away.
     void HangUp();
 
@@ -45,9 +48,22 @@ public:
     bool WaitForRequests(int count) const;
     /// Waits until the near end could read that many bytes; false after a generous time limit.
     bool WaitUntilReadable(int count) const;
-    QByteArray DevicePath() const;
+    QByteArray DevicePath() const { return _path; }
 
 private:
-    class Private;
-    std::unique_ptr<Private> _d;
+    void OpenLine();
+    void Listen();
+    void Receive(Request& request) const;
+    void Complete(const Request& request);
+
+    int _master = -1;
+    int _slave = -1; // Kept open: the line stays up while the library has it closed.
+    int _wakeUp = -1;
+    QByteArray _path;
+    mutable std::mutex _mutex; // Guards the responder and the requests.
+    mutable std::condition_variable _requestArrived;
+    Responder _responder;
+    QList<Request> _requests;
+    std::atomic<bool> _ending{false};
+    std::thread _thread;
 };
