@@ -1,8 +1,5 @@
 #pragma once
 
-#include <memory>
-#include <vector>
-
 #include "integration/programrun.h"
 
 /// Whether the function is over, for whatever reason, since it last ran.
@@ -27,16 +24,16 @@ public:
 
 using MeasureRuns = std::vector<std::unique_ptr<MeasureRun>>;
 
-inline QString EventOf(const QByteArray& line)
+inline QByteArray EventOf(const QByteArray& line)
 {
-    return ObjectOf(line).value(QLatin1String("event")).toString();
+    return TextOf(ObjectOf(line), "event");
 }
 
 inline QByteArrayList EventsOf(const QByteArrayList& lines, const char* event)
 {
     QByteArrayList events;
     for (const QByteArray& line : lines) {
-        if (EventOf(line) == QLatin1String(event)) {
+        if (EventOf(line) == event) {
             events.append(line);
         }
     }
@@ -47,5 +44,5 @@ inline QByteArrayList EventsOf(const QByteArrayList& lines, const char* event)
 inline QJsonObject ResultOf(MeasureRun& run)
 {
     const QByteArray last = run->Lines().value(run->Lines().size() - 1);
-    return EventOf(last) == QLatin1String("result") ? ObjectOf(last) : QJsonObject();
+    return EventOf(last) == "result" ? ObjectOf(last) : QJsonObject();
 }

@@ -1,6 +1,9 @@
 #pragma once
 
 #include <csignal>
+#include <iterator>
+#include <memory>
+#include <vector>
 
 #include <QByteArrayList>
 #include <QFile>
@@ -52,6 +55,27 @@ inline QByteArrayList LogIn(const QString& path)
 inline QJsonObject ObjectOf(const QByteArray& line)
 {
     return QJsonDocument::fromJson(line).object();
+}
+
+inline QJsonValue ValueOf(const QJsonObject& object, const char* field)
+{
+    return object.value(QLatin1String(field));
+}
+
+inline QByteArray TextOf(const QJsonObject& object, const char* field)
+{
+    return ValueOf(object, field).toString().toUtf8();
+}
+
+/// -1 where there is no such number.
+inline int NumberOf(const QJsonObject& object, const char* field)
+{
+    return ValueOf(object, field).toInt(-1);
+}
+
+inline QJsonObject PartOf(const QJsonObject& object, const char* field)
+{
+    return ValueOf(object, field).toObject();
 }
 
 /// A program that runs on its own, with all that it prints.
@@ -117,6 +141,24 @@ private:
     QByteArray _output;
     QByteArray _errors;
 };
+
+/// Starts a run for each row, all side by side, then checks one after the other with its row. `name` tells a
+/// row whose check fails.
+template <typename Rows, typename Start, typename Check, typename Name>
+void CheckSideBySide(const Rows& rows, const Start& start, const Check& check, const Name& name)
+{
+    std::vector<decltype(start(*std::begin(rows)))> runs;
+    for (const auto& row : rows) {
+        runs.push_back(start(row));
+    }
+    auto run = runs.begin();
+    for (const auto& row : rows) {
+        check(**run++, row);
+        if (QTest::currentTestFailed()) {
+            QFAIL(QByteArray(name(row)).constData());
+        }
+    }
+}
 
 /// `vesmar`, with a simulated instrument of its own that keeps a log. The arguments go through a shell.
 class VesmarRun

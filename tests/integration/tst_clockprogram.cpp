@@ -1,5 +1,4 @@
 #include <QDateTime>
-#include <QtTest>
 
 #include "integration/programrun.h"
 
@@ -44,8 +43,6 @@ private Q_SLOTS:
     void LinkLostInTheMiddle();
     void NoLink_data();
     void NoLink();
-    void BadUse_data();
-    void BadUse();
 };
 
 void TestClockProgram::ClockIsShown()
@@ -72,10 +69,9 @@ void TestClockProgram::ClockIsSet()
     QCOMPARE(run->Lines().size(), 2);
     const QJsonObject shown = ObjectOf(run->Lines().first());
     const QDateTime set(QDate(2030, 2, 3), QTime(4, 5, 6));
-    const QDateTime clock =
-        QDateTime::fromString(shown.value(QLatin1String("CurrentDateTime")).toString(), Qt::ISODate);
+    const QDateTime clock = QDateTime::fromString(ValueOf(shown, "CurrentDateTime").toString(), Qt::ISODate);
     QVERIFY2(set < clock && clock <= set.addSecs(60), run->Output().constData());
-    QVERIFY(shown.value(QLatin1String("difference")).isDouble());
+    QVERIFY(ValueOf(shown, "difference").isDouble());
     QCOMPARE(CommandsOf(run), QByteArrayList{"72300203040506a257"});
 }
 
@@ -116,8 +112,8 @@ void TestClockProgram::CalibrationIsSetToWhatItIs()
     VesmarRun run(QStringLiteral("calibration set 2024-02-15 --json"));
     QCOMPARE(run->Finish(), 0);
     QCOMPARE(run->Lines().size(), 2);
-    QCOMPARE(ObjectOf(run->Lines().first()).value(QLatin1String("CalibrationDateTime")).toString(),
-             QStringLiteral("2024-02-15T00:00:00"));
+    QCOMPARE(TextOf(ObjectOf(run->Lines().first()), "CalibrationDateTime"),
+             QByteArray("2024-02-15T00:00:00"));
     QVERIFY2(CommandsOf(run).contains("742402150000006f95"), CommandsOf(run).join(' ').constData());
 }
 
@@ -126,8 +122,7 @@ void TestClockProgram::Restarted()
     VesmarRun run(QStringLiteral("restart --json"));
     QCOMPARE(run->Finish(), 0);
     QCOMPARE(run->Errors(), QByteArray());
-    QVERIFY2(ObjectOf(run->Lines().first()).value(QLatin1String("seconds")).toDouble() >= 2,
-             run->Output().constData());
+    QVERIFY2(ValueOf(ObjectOf(run->Lines().first()), "seconds").toDouble() >= 2, run->Output().constData());
     QCOMPARE(CommandsOf(run), QByteArrayList{"7800f081"});
 }
 
@@ -136,8 +131,7 @@ void TestClockProgram::SlowRestart()
 {
     VesmarRun run(QStringLiteral("restart --json"), Words(QStringLiteral("--restart-time 4000")));
     QCOMPARE(run->Finish(), 0);
-    QVERIFY2(ObjectOf(run->Lines().first()).value(QLatin1String("seconds")).toDouble() >= 4,
-             run->Output().constData());
+    QVERIFY2(ValueOf(ObjectOf(run->Lines().first()), "seconds").toDouble() >= 4, run->Output().constData());
 }
 
 void TestClockProgram::RestartedOutOfUpdateMode()
@@ -183,8 +177,7 @@ void TestClockProgram::LinkLostInTheMiddle()
     VesmarRun run(QStringLiteral("calibration set 2026-11-21 --confirm-timeout 20 --json"),
                   Words(QStringLiteral("--restart-time 600000")));
     QCOMPARE(run->Finish(), 7);
-    QCOMPARE(ObjectOf(run->Lines().last()).value(QLatin1String("outcome")).toString(),
-             QStringLiteral("link-lost"));
+    QCOMPARE(TextOf(ObjectOf(run->Lines().last()), "outcome"), QByteArray("link-lost"));
     QVERIFY2(run->Errors().contains("The link to it was lost"), run->Errors().constData());
 }
 
@@ -202,39 +195,8 @@ void TestClockProgram::NoLink()
     QFETCH(QString, arguments);
     VesmarRun run(arguments + QStringLiteral(" --timeout 0.5 --json"), InScenario("silent"));
     QCOMPARE(run->Finish(), 2);
-    QCOMPARE(ObjectOf(run->Lines().last()).value(QLatin1String("reason")).toString(),
-             QStringLiteral("no-answer"));
+    QCOMPARE(TextOf(ObjectOf(run->Lines().last()), "reason"), QByteArray("no-answer"));
     QCOMPARE(run->Errors().count('\n'), 1);
-}
-
-void TestClockProgram::BadUse_data()
-{
-    QTest::addColumn<QByteArray>("complaint");
-    const std::pair<const char*, const char*> uses[]{
-        {"clock set soon",
-         "\"soon\" is not a date and time from 2001-01-01T00:00:00 to 2099-12-31T23:59:59, nor now"},
-        {"clock set 2000-12-31T23:59:59", "\"2000-12-31T23:59:59\" is not a date and time"},
-        {"clock show", "not expected: show"},
-        {"calibration set", "DATE is required"},
-        {"calibration set 2026-02-29", "\"2026-02-29\" is not a date from 2001-01-01 to 2099-12-31"},
-        {"calibration set now", "\"now\" is not a date"},
-        {"restart --confirm-timeout never", "\"never\" is not a number of seconds from 0.1 to 86400"},
-    };
-    for (const auto& [arguments, complaint] : uses) {
-        QTest::addRow("%s", arguments) << QByteArray(complaint);
-    }
-}
-
-void TestClockProgram::BadUse()
-{
-    QFETCH(QByteArray, complaint);
-    VesmarRun run(QString::fromLatin1(QTest::currentDataTag()));
-    QCOMPARE(run->Finish(), 1);
-    QCOMPARE(run->Output(), QByteArray());
-    const QByteArrayList lines = run->Errors().split('\n');
-    QVERIFY2(lines.value(0).startsWith("vesmar: ") && lines.value(0).contains(complaint),
-             run->Errors().constData());
-    QVERIFY2(lines.value(1).startsWith("Usage: vesmar "), run->Errors().constData());
 }
 
 QTEST_GUILESS_MAIN(TestClockProgram)

@@ -17,21 +17,11 @@ QJsonObject Event(const char* event, const QByteArrayList& lines)
 {
     for (const QByteArray& line : lines) {
         const QJsonObject object = ObjectOf(line);
-        if (object.value(QLatin1String("event")).toString() == QLatin1String(event)) {
+        if (TextOf(object, "event") == event) {
             return object;
         }
     }
     return {};
-}
-
-int Number(const QJsonObject& object, const char* field)
-{
-    return object.value(QLatin1String(field)).toInt(-1);
-}
-
-QString Text(const QJsonObject& object, const char* field)
-{
-    return object.value(QLatin1String(field)).toString();
 }
 
 /// A run that is over. On a busy machine an answer can be too late: it is run again then.
@@ -127,13 +117,13 @@ void TestDoctorProgram::Verdicts()
     QCOMPARE(run->Finish(), status);
     QCOMPARE(run->Errors(), QByteArray());
     const QJsonObject answers = Event("answers", run->Lines());
-    QCOMPARE(Number(answers, "asked"), 50);
+    QCOMPARE(NumberOf(answers, "asked"), 50);
     QCOMPARE(answers.value(kind).toInt(-1), 50);
     const QJsonObject result = ObjectOf(run->Lines().last());
-    QCOMPARE(Text(result, "event"), QStringLiteral("result"));
-    QCOMPARE(Number(result, "status"), status);
-    QTEST(Text(result, "reason"), "reason");
-    QVERIFY(!Text(result, "message").isEmpty());
+    QCOMPARE(TextOf(result, "event"), QByteArray("result"));
+    QCOMPARE(NumberOf(result, "status"), status);
+    QTEST(ValueOf(result, "reason").toString(), "reason");
+    QVERIFY(!TextOf(result, "message").isEmpty());
 }
 
 void TestDoctorProgram::SilenceEndsTheAsking()
@@ -141,10 +131,10 @@ void TestDoctorProgram::SilenceEndsTheAsking()
     VesmarRun run(QStringLiteral("doctor --json"), InScenario("silent"));
     QCOMPARE(run->Finish(), 2);
     const QJsonObject answers = Event("answers", run->Lines());
-    QCOMPARE(Number(answers, "asked"), 3);
-    QCOMPARE(Number(answers, "silent"), 3);
+    QCOMPARE(NumberOf(answers, "asked"), 3);
+    QCOMPARE(NumberOf(answers, "silent"), 3);
     QVERIFY(Event("condition", run->Lines()).isEmpty());
-    QCOMPARE(Text(Event("result", run->Lines()), "reason"), QStringLiteral("no-answer"));
+    QCOMPARE(TextOf(Event("result", run->Lines()), "reason"), QByteArray("no-answer"));
 }
 
 void TestDoctorProgram::AnswersTooLateForALostLink()
@@ -152,10 +142,10 @@ void TestDoctorProgram::AnswersTooLateForALostLink()
     VesmarRun run(QStringLiteral("doctor --json"), AtOnce("fault slow 600"));
     QCOMPARE(run->Finish(), 4);
     const QJsonObject answers = Event("answers", run->Lines());
-    QCOMPARE(Number(answers, "proper"), 50);
-    QCOMPARE(Number(answers, "late"), 50);
-    QVERIFY(answers.value(QLatin1String("fastest")).toDouble() >= 600);
-    QCOMPARE(Text(Event("result", run->Lines()), "reason"), QStringLiteral("late"));
+    QCOMPARE(NumberOf(answers, "proper"), 50);
+    QCOMPARE(NumberOf(answers, "late"), 50);
+    QVERIFY(ValueOf(answers, "fastest").toDouble() >= 600);
+    QCOMPARE(TextOf(Event("result", run->Lines()), "reason"), QByteArray("late"));
 }
 
 void TestDoctorProgram::HeldByAnotherProgram()
@@ -168,14 +158,14 @@ void TestDoctorProgram::HeldByAnotherProgram()
                    {QStringLiteral("run"), QStringLiteral("--log"), log, QStringLiteral("--"),
                     QStringLiteral("sh"), QStringLiteral("-c"), script, VesmarProgram});
     QCOMPARE(run.Finish(), 2);
-    const QJsonArray programs = Event("holders", run.Lines()).value(QLatin1String("programs")).toArray();
+    const QJsonArray programs = ValueOf(Event("holders", run.Lines()), "programs").toArray();
     QCOMPARE(programs.size(), 1);
-    QCOMPARE(Text(programs.first().toObject(), "program"), QStringLiteral("sh"));
+    QCOMPARE(TextOf(programs.first().toObject(), "program"), QByteArray("sh"));
     QVERIFY(Event("answers", run.Lines()).isEmpty());
     const QJsonObject result = Event("result", run.Lines());
-    QCOMPARE(Text(result, "reason"), QStringLiteral("held"));
-    const int process = Number(programs.first().toObject(), "process");
-    QVERIFY(Text(result, "message").contains(QStringLiteral("sh (process %1)").arg(process)));
+    QCOMPARE(TextOf(result, "reason"), QByteArray("held"));
+    const int process = NumberOf(programs.first().toObject(), "process");
+    QVERIFY(TextOf(result, "message").contains("sh (process " + QByteArray::number(process) + ")"));
     QVERIFY(QFileInfo::exists(log));
     QCOMPARE(LogIn(log), QByteArrayList());
 }

@@ -1,8 +1,4 @@
 #include <QDateTime>
-#include <QtTest>
-
-#include <memory>
-#include <vector>
 
 #include "integration/measurerun.h"
 
@@ -62,7 +58,7 @@ const std::vector<Function>& Functions()
 /// The line of readings carries a number for each name.
 void CheckReadings(const QByteArray& line, const QStringList& names)
 {
-    const QJsonObject readings = ObjectOf(line).value(QLatin1String("readings")).toObject();
+    const QJsonObject readings = PartOf(ObjectOf(line), "readings");
     QCOMPARE(readings.keys(), names);
     for (const QJsonValue& reading : readings) {
         QVERIFY2(reading.isDouble(), line.constData());
@@ -73,10 +69,9 @@ void CheckReadings(const QByteArray& line, const QStringList& names)
 void CheckEvents(const QByteArrayList& lines, const Function& function)
 {
     for (const QByteArray& line : lines.mid(0, lines.size() - 1)) {
-        const QString time = ObjectOf(line).value(QLatin1String("time")).toString();
+        const QString time = ValueOf(ObjectOf(line), "time").toString();
         QVERIFY2(QDateTime::fromString(time, Qt::ISODateWithMs).isValid(), line.constData());
-        QVERIFY2(QStringList({QStringLiteral("status"), QStringLiteral("reading")}).contains(EventOf(line)),
-                 line.constData());
+        QVERIFY2(QByteArrayList({"status", "reading"}).contains(EventOf(line)), line.constData());
     }
     const QByteArrayList readings = EventsOf(lines, "reading");
     QVERIFY2(function.isContinuous ? readings.size() > 1 : readings.size() == 1, function.name);
@@ -88,12 +83,12 @@ void CheckEvents(const QByteArrayList& lines, const Function& function)
 void CheckResult(const QByteArray& line, const Function& function)
 {
     const QJsonObject result = ObjectOf(line);
-    QCOMPARE(EventOf(line), QStringLiteral("result"));
-    QCOMPARE(result.value(QLatin1String("function")).toString(), QLatin1String(function.name));
-    QCOMPARE(result.value(QLatin1String("outcome")).toString(), QStringLiteral("done"));
-    QCOMPARE(result.value(QLatin1String("status")).toInt(-1), 0);
-    QCOMPARE(result.value(QLatin1String("stopped")).toBool(), true);
-    QVERIFY2(result.value(QLatin1String("error")).isNull(), line.constData());
+    QCOMPARE(EventOf(line), QByteArray("result"));
+    QCOMPARE(TextOf(result, "function"), QByteArray(function.name));
+    QCOMPARE(TextOf(result, "outcome"), QByteArray("done"));
+    QCOMPARE(NumberOf(result, "status"), 0);
+    QCOMPARE(ValueOf(result, "stopped").toBool(), true);
+    QVERIFY2(ValueOf(result, "error").isNull(), line.constData());
     CheckReadings(line, function.readings);
 }
 
@@ -130,8 +125,7 @@ private Q_SLOTS:
     void EveryFunction();
     void AsText();
     void ReadingsFile();
-    void BadUse_data();
-    void BadUse();
+    void FileThatCannotBeWritten();
     void FileThatCannotHoldAllReadings();
     void FailedByTheInstrument_data();
     void FailedByTheInstrument();
@@ -147,18 +141,14 @@ private Q_SLOTS:
 
 void TestMeasureProgram::EveryFunction()
 {
-    MeasureRuns runs; // side by side
-    for (const Function& function : Functions()) {
-        const QString arguments =
-            QStringLiteral("%1 --json %2").arg(QLatin1String(function.name), QLatin1String(function.options));
-        runs.push_back(std::make_unique<MeasureRun>(arguments));
-    }
-    for (size_t i = 0; i < runs.size(); ++i) {
-        CheckFunction(*runs.at(i), Functions().at(i));
-        if (QTest::currentTestFailed()) {
-            QFAIL(Functions().at(i).name);
-        }
-    }
+    CheckSideBySide(
+        Functions(),
+        [](const Function& function) {
+            return std::make_unique<MeasureRun>(
+                QStringLiteral("%1 --json %2")
+                    .arg(QLatin1String(function.name), QLatin1String(function.options)));
+        },
+        CheckFunction, [](const Function& function) { return function.name; });
 }
 
 void TestMeasureProgram::AsText()
@@ -199,13 +189,23 @@ void TestMeasureProgram::ReadingsFile()
         const QByteArrayList fields = rows.at(i + 1).split(',');
         QCOMPARE(fields.size(), 5);
         const QJsonObject event = ObjectOf(readings.at(i));
-        const QJsonObject values = event.value(QLatin1String("readings")).toObject();
-        QCOMPARE(QString::fromLatin1(fields.at(0)), event.value(QLatin1String("time")).toString());
+        const QJsonObject values = PartOf(event, "readings");
+        QCOMPARE(fields.at(0), TextOf(event, "time"));
         QVERIFY(fields.at(1).toDouble() >= rows.at(i).split(',').at(1).toDouble()); // The header's is 0.
-        QCOMPARE(fields.at(2).toDouble(), values.value(QLatin1String("resistance")).toDouble());
-        QCOMPARE(fields.at(3).toDouble(), values.value(QLatin1String("voltage")).toDouble());
-        QCOMPARE(fields.at(4).toDouble(), values.value(QLatin1String("current")).toDouble());
+        QCOMPARE(fields.at(2).toDouble(), ValueOf(values, "resistance").toDouble());
+        QCOMPARE(fields.at(3).toDouble(), ValueOf(values, "voltage").toDouble());
+        QCOMPARE(fields.at(4).toDouble(), ValueOf(values, "current").toDouble());
     }
+}
+
+void TestMeasureProgram::FileThatCannotBeWritten()
+{
+    MeasureRun run(QStringLiteral("rpe --csv /nowhere/readings"));
+    QCOMPARE(run->Finish(), 1);
+    QCOMPARE(run->Output(), QByteArray());
+    QVERIFY2(run->Errors().startsWith("vesmar: ") && run->Errors().contains("/nowhere/readings"),
+             run->Errors().constData());
+    QCOMPARE(run.Log(), QByteArrayList()); // nothing was sent
 }
 
 void TestMeasureProgram::FileThatCannotHoldAllReadings()
@@ -219,58 +219,11 @@ void TestMeasureProgram::FileThatCannotHoldAllReadings()
                     command, QStringLiteral(VESMAR_PROGRAM)});
     QCOMPARE(run.Finish(), 3);
     const QJsonObject result = ObjectOf(run.Lines().last());
-    QCOMPARE(result.value(QLatin1String("outcome")).toString(), QStringLiteral("failed"));
-    QCOMPARE(result.value(QLatin1String("reason")).toString(), QStringLiteral("file-not-written"));
-    QVERIFY(result.value(QLatin1String("stopped")).toBool());
+    QCOMPARE(TextOf(result, "outcome"), QByteArray("failed"));
+    QCOMPARE(TextOf(result, "reason"), QByteArray("file-not-written"));
+    QVERIFY(ValueOf(result, "stopped").toBool());
     QVERIFY2(run.Errors().contains(" Not every reading was kept: cannot write the file "),
              run.Errors().constData());
-}
-
-void TestMeasureProgram::BadUse_data()
-{
-    QTest::addColumn<QByteArray>("complaint");
-    const std::pair<const char*, const char*> uses[]{
-        {"", "no function given; it is one of rln, iec, rpe, riso, isub, ipe, idelta, it, power, hv, rcd, "
-             "rcd-iec"},
-        {"rcbo", "no function: \"rcbo\"; it is one of rln, iec, rpe, riso, isub, ipe, idelta, it, power, hv, "
-                 "rcd, rcd-iec"},
-        {"rpe --current 4", "--current: \"4\" is not one of 0, 1, 2, 3"},
-        {"rpe --method x", "--method: \"x\" is not one of 0, 1, 2, 3"},
-        {"riso --voltage -1", "--voltage: \"-1\" is not one of 0, 1, 2, 3"},
-        {"riso --mode 3", "--mode: \"3\" is not one of 1, 2, 4"},
-        {"ipe --mode 0", "--mode: \"0\" is not one of 1, 2"},
-        {"ipe --configuration 3", "--configuration: \"3\" is not one of 1, 2"},
-        {"idelta --mode 3", "--mode: \"3\" is not one of 1, 2"},
-        {"idelta --configuration 0", "--configuration: \"0\" is not one of 1, 2"},
-        {"it --configuration 3", "--configuration: \"3\" is not one of 1, 2"},
-        {"power --mode 3", "--mode: \"3\" is not one of 1, 2"},
-        {"hv --mode 0", "--mode: \"0\" is not one of 1, 2"},
-        {"hv --time-offset 601", "--time-offset: \"601\" is not a number of seconds from 0 to 600"},
-        {"hv --time 0", "--time: \"0\" is not a whole number of seconds from 1 to 86400, nor unlimited"},
-        {"isub --time 86401", "--time: \"86401\" is not a whole number of seconds from 1 to 86400"},
-        {"rln --time 5", "--time"},
-        {"iec --csv readings", "iec gives a single result"},
-        {"rpe --stop-timeout 0", "--stop-timeout: \"0\" is not a number of seconds from 0.1 to 86400"},
-        {"rpe --csv /nowhere/readings", "/nowhere/readings"},
-    };
-    for (const auto& [arguments, complaint] : uses) {
-        QTest::addRow("%s", arguments) << QByteArray(complaint);
-    }
-}
-
-void TestMeasureProgram::BadUse()
-{
-    QFETCH(QByteArray, complaint);
-    MeasureRun run(QString::fromLatin1(QTest::currentDataTag()));
-    QCOMPARE(run->Finish(), 1);
-    QCOMPARE(run->Output(), QByteArray());
-    const QByteArrayList lines = run->Errors().split('\n');
-    QVERIFY2(lines.first().startsWith("vesmar: "), lines.first().constData());
-    QVERIFY2(lines.first().contains(complaint), lines.first().constData());
-    for (const QByteArray& line : lines.mid(1)) { // nothing but the usage
-        QVERIFY2(line.isEmpty() || line.contains("vesmar measure"), line.constData());
-    }
-    QCOMPARE(run.Log(), QByteArrayList()); // nothing was sent
 }
 
 void TestMeasureProgram::FailedByTheInstrument_data()
@@ -301,11 +254,11 @@ void TestMeasureProgram::FailedByTheInstrument()
     QCOMPARE(run->Errors().count('\n'), 1);
 
     const QJsonObject result = ResultOf(run);
-    QCOMPARE(result.value(QLatin1String("outcome")).toString(), QStringLiteral("failed"));
-    QCOMPARE(result.value(QLatin1String("status")).toInt(-1), 4);
-    const QJsonObject shown = result.value(QLatin1String("error")).toObject();
-    QCOMPARE(shown.value(QLatin1String("name")).toString(), error);
-    QCOMPARE(shown.value(QLatin1String("number")).toInt(), number);
+    QCOMPARE(TextOf(result, "outcome"), QByteArray("failed"));
+    QCOMPARE(NumberOf(result, "status"), 4);
+    const QJsonObject shown = PartOf(result, "error");
+    QCOMPARE(ValueOf(shown, "name").toString(), error);
+    QCOMPARE(NumberOf(shown, "number"), number);
     QVERIFY2(run.Log().join('\n').contains(" deselected"), run.Log().join('\n').constData());
 }
 
@@ -340,14 +293,14 @@ void TestMeasureProgram::GivenUpByTheInstrument()
     QCOMPARE(run->Finish(), 4);
     QVERIFY(run.Log().contains("function 2 running"));
     const QJsonObject result = ResultOf(run);
-    QCOMPARE(result.value(QLatin1String("reason")).toString(), QStringLiteral("function-lost"));
-    QCOMPARE(result.value(QLatin1String("stopped")).toBool(), true);
-    QVERIFY(result.value(QLatin1String("readings")).isNull());
+    QCOMPARE(TextOf(result, "reason"), QByteArray("function-lost"));
+    QCOMPARE(ValueOf(result, "stopped").toBool(), true);
+    QVERIFY(ValueOf(result, "readings").isNull());
     constexpr double MostOhm = 1; // and the mains have 230 V
     int othersCount = 0;
     for (const QByteArray& line : run->Lines()) {
-        const QJsonObject readings = ObjectOf(line).value(QLatin1String("readings")).toObject();
-        othersCount += readings.value(QLatin1String("resistance")).toDouble() > MostOhm ? 1 : 0;
+        const QJsonObject readings = PartOf(ObjectOf(line), "readings");
+        othersCount += ValueOf(readings, "resistance").toDouble() > MostOhm ? 1 : 0;
     }
     QVERIFY2(othersCount <= 1, run->Output().constData());
 }
@@ -424,10 +377,10 @@ void TestMeasureProgram::UnpluggedForGood()
         "on. Switch it off at the instrument.";
     QVERIFY2(run->Errors().endsWith("vesmar: " + sentence + '\n'), run->Errors().constData());
     const QJsonObject result = ResultOf(run);
-    QCOMPARE(result.value(QLatin1String("outcome")).toString(), QStringLiteral("link-lost"));
-    QCOMPARE(result.value(QLatin1String("status")).toInt(-1), 7);
-    QCOMPARE(result.value(QLatin1String("stopped")).toBool(true), false);
-    QCOMPARE(result.value(QLatin1String("message")).toString().toLatin1(), sentence);
+    QCOMPARE(TextOf(result, "outcome"), QByteArray("link-lost"));
+    QCOMPARE(NumberOf(result, "status"), 7);
+    QCOMPARE(ValueOf(result, "stopped").toBool(true), false);
+    QCOMPARE(TextOf(result, "message"), sentence);
 }
 
 QTEST_GUILESS_MAIN(TestMeasureProgram)

@@ -1,5 +1,5 @@
+#include <QDir>
 #include <QFileInfo>
-#include <QtTest>
 
 #include "integration/programrun.h"
 
@@ -19,7 +19,7 @@ QStringList SimulatedVesmar(const char* arguments, const QStringList& simulatorO
 
 QJsonValue At(const QJsonObject& object, const char* outer, const char* inner)
 {
-    return object.value(QLatin1String(outer)).toObject().value(QLatin1String(inner));
+    return ValueOf(PartOf(object, outer), inner);
 }
 
 /// The text behind the label.
@@ -39,15 +39,46 @@ QVector<QJsonValue> ValuesOf(const char* property, const QByteArrayList& lines)
     QVector<QJsonValue> values;
     for (const QByteArray& line : lines) {
         const QJsonObject change = ObjectOf(line);
-        if (change.value(QLatin1String("property")).toString() == QLatin1String(property)) {
-            values.append(change.value(QLatin1String("value")));
+        if (TextOf(change, "property") == property) {
+            values.append(ValueOf(change, "value"));
         }
     }
     return values;
 }
 
+/// What `monitor --json` has shown, a word for each change that matters here: the error's number, or the name
+/// of the property.
+QByteArrayList Story(const QByteArrayList& lines)
+{
+    QByteArrayList story;
+    for (const QByteArray& line : lines) {
+        const QJsonObject change = ObjectOf(line);
+        if (ValueOf(change, "event") != QLatin1String("change")) {
+            continue;
+        }
+        const QJsonObject value = PartOf(change, "value");
+        QByteArray word = TextOf(change, "property");
+        if (word == "ErrorCode") {
+            word = QByteArray::number(NumberOf(value, "number"));
+        }
+        if (!story.endsWith(word)) {
+            story.append(word);
+        }
+    }
+    return story;
+}
+
+/// The parts of the picture that every connection brings: identity, clock, readings.
+bool HasPictureSince(const QByteArrayList& story, int position)
+{
+    const QByteArrayList since = story.mid(position);
+    return since.contains("DeviceInformation") && since.contains("CurrentDateTime") &&
+           since.contains("TestResults");
+}
+
 } // namespace
 
+/// The programs as they are built.
 class TestPrograms : public QObject
 {
     Q_OBJECT
@@ -72,7 +103,13 @@ private Q_SLOTS:
     void TwoSideBySide();
     void BadUse_data();
     void BadUse();
+    void BadUseOfAVerb_data();
+    void BadUseOfAVerb();
     void LineIsSetUpAsTheInstrumentNeedsIt();
+    void SignalEndsTheReadingOfALog_data();
+    void SignalEndsTheReadingOfALog();
+    void SignalEndsTheReadingBeforeAnExchange();
+    void MonitorShowsTheLossAndTheReturn();
 };
 
 void TestPrograms::InfoShowsIdentityAndClocks()
@@ -110,8 +147,7 @@ void TestPrograms::InfoAsJson()
     QCOMPARE(At(info, "DeviceInformation", "SerialNumber").toString(), QStringLiteral("204815"));
     QCOMPARE(At(info, "DeviceInformation", "Version").toString(), QStringLiteral("1.05"));
     QCOMPARE(At(info, "DeviceInformation", "BuildNumber").toString(), QStringLiteral("2016"));
-    QCOMPARE(info.value(QLatin1String("CalibrationDateTime")).toString(),
-             QStringLiteral("2024-02-15T00:00:00"));
+    QCOMPARE(TextOf(info, "CalibrationDateTime"), QByteArray("2024-02-15T00:00:00"));
     QVERIFY(QDateTime::fromString(info.value(QLatin1String("CurrentDateTime")).toString(), Qt::ISODate)
                 .isValid());
     QCOMPARE(At(info, "TesterMode", "number").toInt(-1), 0);
@@ -146,16 +182,15 @@ void TestPrograms::MonitorShowsEveryChangeUntilItsTimeIsOver()
     QCOMPARE(run.Errors(), QByteArray());
 
     const QByteArrayList lines = run.Lines();
-    QCOMPARE(ObjectOf(lines.last()).value(QLatin1String("message")).toString(),
-             QStringLiteral("Monitored for the time given."));
+    QCOMPARE(TextOf(ObjectOf(lines.last()), "message"), QByteArray("Monitored for the time given."));
     for (const QByteArray& line : lines) {
         const QString time = ObjectOf(line).value(QLatin1String("time")).toString();
         QVERIFY2(QDateTime::fromString(time, Qt::ISODateWithMs).isValid(), line.constData());
     }
     QCOMPARE(ValuesOf("CurrentDateTime", lines).size(), 1);
-    QCOMPARE(ValuesOf("ErrorCode", lines).first().toObject().value(QLatin1String("number")).toInt(), 6);
+    QCOMPARE(NumberOf(ValuesOf("ErrorCode", lines).first().toObject(), "number"), 6);
     const QJsonObject identity = ValuesOf("DeviceInformation", lines).first().toObject();
-    QCOMPARE(identity.value(QLatin1String("SerialNumber")).toString(), QStringLiteral("204815"));
+    QCOMPARE(TextOf(identity, "SerialNumber"), QByteArray("204815"));
     const QVector<QJsonValue> results = ValuesOf("TestResults", lines);
     QVERIFY(results.size() >= 2);
     QVERIFY(results.at(0) != results.at(1));
@@ -248,9 +283,9 @@ void TestPrograms::DeviceMissing()
     ProgramRun jsonRun(VesmarProgram, {verb, QStringLiteral("--json")});
     QCOMPARE(jsonRun.Finish(), 2);
     const QJsonObject failure = ObjectOf(jsonRun.Lines().last());
-    QCOMPARE(failure.value(QLatin1String("reason")).toString(), QStringLiteral("device-missing"));
-    QCOMPARE(failure.value(QLatin1String("status")).toInt(), 2);
-    const QByteArray message = failure.value(QLatin1String("message")).toString().toUtf8();
+    QCOMPARE(TextOf(failure, "reason"), QByteArray("device-missing"));
+    QCOMPARE(NumberOf(failure, "status"), 2);
+    const QByteArray message = TextOf(failure, "message");
     QCOMPARE(jsonRun.Errors(), "vesmar: " + message + '\n');
 }
 
@@ -334,6 +369,74 @@ void TestPrograms::BadUse()
     QVERIFY2(lines.value(1).startsWith("Usage: " + name), run.Errors().constData());
 }
 
+void TestPrograms::BadUseOfAVerb_data()
+{
+    QTest::addColumn<QByteArray>("complaint");
+    const std::pair<const char*, const char*> uses[]{
+        {"clock set soon",
+         "\"soon\" is not a date and time from 2001-01-01T00:00:00 to 2099-12-31T23:59:59, nor now"},
+        {"clock set 2000-12-31T23:59:59", "\"2000-12-31T23:59:59\" is not a date and time"},
+        {"clock show", "not expected: show"},
+        {"calibration set", "DATE is required"},
+        {"calibration set 2026-02-29", "\"2026-02-29\" is not a date from 2001-01-01 to 2099-12-31"},
+        {"calibration set now", "\"now\" is not a date"},
+        {"restart --confirm-timeout never", "\"never\" is not a number of seconds from 0.1 to 86400"},
+        {"measure",
+         "no function given; it is one of rln, iec, rpe, riso, isub, ipe, idelta, it, power, hv, rcd, "
+         "rcd-iec"},
+        {"measure rcbo",
+         "no function: \"rcbo\"; it is one of rln, iec, rpe, riso, isub, ipe, idelta, it, power, hv, "
+         "rcd, rcd-iec"},
+        {"measure rpe --current 4", "--current: \"4\" is not one of 0, 1, 2, 3"},
+        {"measure rpe --method x", "--method: \"x\" is not one of 0, 1, 2, 3"},
+        {"measure riso --voltage -1", "--voltage: \"-1\" is not one of 0, 1, 2, 3"},
+        {"measure riso --mode 3", "--mode: \"3\" is not one of 1, 2, 4"},
+        {"measure ipe --mode 0", "--mode: \"0\" is not one of 1, 2"},
+        {"measure ipe --configuration 3", "--configuration: \"3\" is not one of 1, 2"},
+        {"measure idelta --mode 3", "--mode: \"3\" is not one of 1, 2"},
+        {"measure idelta --configuration 0", "--configuration: \"0\" is not one of 1, 2"},
+        {"measure it --configuration 3", "--configuration: \"3\" is not one of 1, 2"},
+        {"measure power --mode 3", "--mode: \"3\" is not one of 1, 2"},
+        {"measure hv --mode 0", "--mode: \"0\" is not one of 1, 2"},
+        {"measure hv --time-offset 601", "--time-offset: \"601\" is not a number of seconds from 0 to 600"},
+        {"measure hv --time 0",
+         "--time: \"0\" is not a whole number of seconds from 1 to 86400, nor unlimited"},
+        {"measure isub --time 86401", "--time: \"86401\" is not a whole number of seconds from 1 to 86400"},
+        {"measure rln --time 5", "--time"},
+        {"measure iec --csv readings", "iec gives a single result"},
+        {"measure rpe --stop-timeout 0",
+         "--stop-timeout: \"0\" is not a number of seconds from 0.1 to 86400"},
+        {"measure rcd", "--mode: none given; it is one of ub-re, ia-ta-1, ia-ta-2"},
+        {"measure rcd --mode clean-up", "--mode: \"clean-up\" is not one of ub-re, ia-ta-1, ia-ta-2"},
+        {"measure rcd --mode ub-re --re 5", "--re: ub-re measures Re itself; leave this option out"},
+        {"measure rcd --mode ia-ta-1 --re -1", "--re: \"-1\" is not a number from 0 to 1000000"},
+        {"measure rcd --mode ia-ta-1 --phase 4", "--phase: \"4\" is not one of 0, 1, 2, 3"},
+        {"measure rcd --mode ub-re --time 5", "not expected: "},
+        {"measure rcd-iec --swap-ln", "--mode: none given; it is one of ia-ta-1, ia-ta-2, clean-up"},
+        {"measure rcd-iec --mode ia-ta-1 --csv readings", "--csv: rcd-iec gives a single result"},
+        {"measure rcd-iec --mode clean-up --clean-up-time 0",
+         "--clean-up-time: \"0\" is not a number of seconds"},
+    };
+    for (const auto& [arguments, complaint] : uses) {
+        QTest::addRow("%s", arguments) << QByteArray(complaint);
+    }
+}
+
+void TestPrograms::BadUseOfAVerb()
+{
+    QFETCH(const QByteArray, complaint);
+    const QByteArray arguments = QTest::currentDataTag();
+    VesmarRun run(QString::fromLatin1(arguments));
+    QCOMPARE(run->Finish(), 1);
+    QCOMPARE(run->Output(), QByteArray());
+    const QByteArrayList lines = run->Errors().split('\n');
+    QVERIFY2(lines.value(0).startsWith("vesmar: ") && lines.value(0).contains(complaint),
+             run->Errors().constData());
+    QVERIFY2(lines.value(1).startsWith("Usage: vesmar " + arguments.split(' ').first()),
+             run->Errors().constData());
+    QCOMPARE(run.Log(), QByteArrayList()); // nothing was sent
+}
+
 void TestPrograms::LineIsSetUpAsTheInstrumentNeedsIt()
 {
     const QTemporaryDir folder;
@@ -344,6 +447,72 @@ void TestPrograms::LineIsSetUpAsTheInstrumentNeedsIt()
     QCOMPARE(run.Finish(), 0);
     QVERIFY(log.open(QIODevice::ReadOnly));
     QCOMPARE(log.readAll(), QByteArray("iflag=0 oflag=0 cflag=19b2 lflag=0 vmin=0 vtime=0\n"));
+}
+
+void TestPrograms::SignalEndsTheReadingOfALog_data()
+{
+    QTest::addColumn<int>("signalNumber");
+    QTest::newRow("SIGINT") << SIGINT;
+    QTest::newRow("SIGTERM") << SIGTERM;
+    QTest::newRow("SIGHUP") << SIGHUP;
+}
+
+void TestPrograms::SignalEndsTheReadingOfALog()
+{
+    QFETCH(const int, signalNumber);
+    const QTemporaryDir folder;
+    ProgramRun run(QStringLiteral(VESMAR_PROGRAM),
+                   {QStringLiteral("decode"), QStringLiteral("-"), QStringLiteral("--scenario"),
+                    folder.filePath(QStringLiteral("recording"))});
+    run.Tell("20:51:40.316  73f44e 00fed10e[4b]");
+    run.Tell("20:51:40.416  73f44e 00fed10e[4b]");
+    AWAIT(run.Output().count("read status") == 2);
+    QVERIFY(run.Signal(signalNumber));
+    QCOMPARE(run.Finish(), 0);
+    QCOMPARE(run.Errors(), QByteArray());
+    QVERIFY2(run.Output().contains("\nSummary\n  exchanges          2\n"), run.Output().constData());
+    QVERIFY2(run.Output().endsWith("The log is decoded as far as it was read, and 2 entries are recorded.\n"),
+             run.Output().constData());
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden),
+             QStringList{QStringLiteral("recording")});
+}
+
+void TestPrograms::SignalEndsTheReadingBeforeAnExchange()
+{
+    const QTemporaryDir folder;
+    const QString recording = folder.filePath(QStringLiteral("recording"));
+    ProgramRun run(QStringLiteral(VESMAR_PROGRAM),
+                   {QStringLiteral("decode"), QStringLiteral("-"), QStringLiteral("--scenario"), recording});
+    run.Tell("20:51:40.212 Transciever::Open");
+    AWAIT(run.Output().contains("Transciever::Open"));
+    QVERIFY(run.Signal(SIGINT));
+    QCOMPARE(run.Finish(), 1);
+    QCOMPARE(run.Errors(), QByteArray("vesmar: the standard input: the reading was ended before an exchange "
+                                      "with an instrument\n"));
+    QVERIFY(QDir(folder.path()).isEmpty());
+}
+
+void TestPrograms::MonitorShowsTheLossAndTheReturn()
+{
+    const QStringList arguments{
+        QStringLiteral("run"),          QStringLiteral("--at"),    QStringLiteral("3:unplug"),
+        QStringLiteral("--at"),         QStringLiteral("36:plug"), QStringLiteral("--"),
+        QStringLiteral(VESMAR_PROGRAM), QStringLiteral("monitor"), QStringLiteral("--json")};
+    ProgramRun run(QStringLiteral(SIMULATOR_PROGRAM), arguments);
+    AWAIT(Story(run.Lines()).contains("103"));
+    QVERIFY(HasPictureSince(Story(run.Lines()), 0));
+    AWAIT(Story(run.Lines()).contains("100"));
+    const int lost = Story(run.Lines()).indexOf("100");
+    AWAIT(HasPictureSince(Story(run.Lines()), lost));
+    QVERIFY(run.Signal(SIGINT));
+    QCOMPARE(run.Finish(), 0);
+    QCOMPARE(run.Errors(), QByteArray());
+
+    const QByteArrayList story = Story(run.Lines());
+    QVERIFY(story.indexOf("103") < lost);
+    QCOMPARE(story.at(lost + 1), QByteArray("15"));
+    QCOMPARE(story.count("103"), 1);
+    QCOMPARE(story.count("DeviceInformation"), 2);
 }
 
 QTEST_GUILESS_MAIN(TestPrograms)

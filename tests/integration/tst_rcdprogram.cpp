@@ -1,12 +1,13 @@
-#include <QtTest>
-
-#include <memory>
-#include <vector>
-
 #include "integration/measurerun.h"
 
 namespace
 {
+
+std::unique_ptr<MeasureRun> StartJson(const char* arguments, const QStringList& simulatorOptions = {})
+{
+    return std::make_unique<MeasureRun>(QLatin1String(arguments) + QStringLiteral(" --json"),
+                                        simulatorOptions);
+}
 
 struct Mode {
     const char* arguments;
@@ -59,10 +60,10 @@ void CheckMode(MeasureRun& run, const Mode& mode)
     QCOMPARE(run->Finish(), 0);
     QCOMPARE(run->Errors(), QByteArray());
     const QJsonObject result = ResultOf(run);
-    QCOMPARE(result.value(QLatin1String("outcome")).toString(), QStringLiteral("done"));
-    QCOMPARE(result.value(QLatin1String("stopped")).toBool(), true);
-    QVERIFY(result.value(QLatin1String("error")).isNull());
-    const QJsonObject readings = result.value(QLatin1String("readings")).toObject();
+    QCOMPARE(TextOf(result, "outcome"), QByteArray("done"));
+    QCOMPARE(ValueOf(result, "stopped").toBool(), true);
+    QVERIFY(ValueOf(result, "error").isNull());
+    const QJsonObject readings = PartOf(result, "readings");
     QCOMPARE(readings.keys(), mode.readings);
     for (const QString& name : mode.readings) {
         QCOMPARE(readings.value(name).isNull(), mode.absent.contains(name));
@@ -76,9 +77,160 @@ void CheckMode(MeasureRun& run, const Mode& mode)
     QVERIFY2(log.indexOf(function + " deselected") > completed, log.join('\n').constData());
 }
 
+constexpr int NoError = -1;
+constexpr char StopRequest[] = "68aeed 06c660";
+
+struct Failure {
+    const char* arguments;
+    QStringList simulator;
+    int error = NoError;
+    bool isLate = false; ///< The program, not the library, gives up.
+};
+
+const char* const UbRe = "rcd --mode ub-re";
+const char* const IaTa = "rcd --mode ia-ta-1";
+const char* const IecIaTa = "rcd-iec --mode ia-ta-2";
+const char* const CleanUp = "rcd-iec --mode clean-up";
+
+std::vector<Failure> CheckFailures()
+{
+    return {
+        {UbRe, InScenario("rcd-check 1"), 500},
+        {UbRe, InScenario("rcd-check 2"), 501},
+        {UbRe, InScenario("rcd-check 3"), 502},
+        {UbRe, InScenario("rcd-check 4"), 503},
+        {UbRe, InScenario("rcd-check 7"), 504},
+        {UbRe, InScenario("rcd-check 8"), 505},
+        {UbRe, InScenario("rcd-check 9"), 506},
+        {UbRe, InScenario("rcd-check 10"), 507},
+        {IaTa, InScenario("rcd-check 3"), 401},
+        {IecIaTa, InScenario("rcd-check 3"), 502},
+        {IecIaTa, InScenario("rcd-check-lost"), 500},
+        {UbRe, InScenario("rcd-check-lost"), 401},
+        {"rcd --mode ia-ta-2 --with-ub-re", InScenario("rcd-check 9"), 506},
+    };
+}
+
+std::vector<Failure> PreparationFailures()
+{
+    return {
+        {UbRe, InScenario("refuses-prepare"), 200},
+        {IaTa, InScenario("refuses-prepare"), 200},
+        {CleanUp, InScenario("refuses-prepare"), 200},
+        {UbRe, InScenario("rcd-other-function"), 398},
+        {IaTa, InScenario("rcd-other-function"), 398},
+        {IecIaTa, InScenario("rcd-other-function"), 398},
+        {UbRe, InScenario("start-test 3"), 400},
+        {IaTa, InScenario("start-test 3"), 400},
+        {CleanUp, InScenario("start-test 3"), 400},
+        {UbRe, InScenario("prepare-error"), 401},
+        {IaTa, InScenario("never-prepared"), 401},
+        {IecIaTa, InScenario("prepare-error"), 401},
+        {"rcd --mode ub-re --prepare-timeout 2", InScenario("never-prepared"), NoError, true},
+        {"rcd-iec --mode clean-up --prepare-timeout 3", InScenario("rcd-check 3"), NoError, true},
+    };
+}
+
+std::vector<Failure> RunFailures()
+{
+    return {
+        {UbRe, InScenario("start-error"), 201},
+        {IaTa, InScenario("start-error"), 201},
+        {IecIaTa, InScenario("rcd-silent"), 201},
+        {CleanUp, InScenario("start-error"), 201},
+        {UbRe, InScenario("rcd-silent"), 520},
+        {IaTa, InScenario("rcd-silent"), 201},
+        {UbRe, InScenario("rcd-garbage"), 520},
+        {UbRe, InScenario("ends-without-result"), 521},
+        {IaTa, InScenario("ends-without-result"), 521},
+        {IecIaTa, InScenario("rcd-error-once 7"), 521},
+        {IaTa, InScenario("rcd-error 0"), 520},
+        {UbRe, InScenario("rcd-error 14"), 534},
+        {IecIaTa, InScenario("rcd-error 4")},
+        {CleanUp, InScenario("rcd-error 4")},
+        {UbRe, AtOnce("error 6"), 6},
+        {IaTa, AtOnce("error 0"), 0},
+    };
+}
+
+/// The last thing that a test did was to leave the status.
+bool IsAnyTestSelected(const QByteArrayList& log)
+{
+    for (auto line = log.crbegin(); line != log.crend(); ++line) {
+        if (line->startsWith("function ")) {
+            return !line->endsWith(" deselected") && !line->endsWith(" stopped by request");
+        }
+    }
+    return false;
+}
+
+void CheckFailure(MeasureRun& run, const Failure& failure)
+{
+    QCOMPARE(run->Finish(), 4);
+    const QJsonObject result = ResultOf(run);
+    QCOMPARE(TextOf(result, "outcome"), QByteArray("failed"));
+    QCOMPARE(NumberOf(result, "status"), 4);
+    QCOMPARE(ValueOf(result, "stopped").toBool(), true);
+    QVERIFY(ValueOf(result, "readings").isNull());
+    const QJsonValue error = ValueOf(result, "error");
+    QCOMPARE(ValueOf(error.toObject(), "number").toInt(NoError), failure.error);
+    QCOMPARE(error.isNull(), failure.error == NoError);
+    const QByteArray message = TextOf(result, "message");
+    QCOMPARE(message.contains("did not prepare it in time"), failure.isLate);
+    QCOMPARE(run->Errors(), "vesmar: " + message + '\n');
+    QVERIFY2(!IsAnyTestSelected(run.Log()), run.Log().join('\n').constData());
+}
+
+void VerifyFailures(const std::vector<Failure>& failures)
+{
+    CheckSideBySide(
+        failures, [](const Failure& failure) { return StartJson(failure.arguments, failure.simulator); },
+        CheckFailure,
+        [](const Failure& failure) {
+            return failure.arguments + failure.simulator.join(QLatin1Char(' ')).toLatin1();
+        });
+}
+
+/// A signal, and the moment at which it comes.
+struct Interruption {
+    const char* arguments;
+    QStringList simulator;
+    QByteArray moment; ///< A line of the log.
+    int signalNumber;
+};
+
+std::vector<Interruption> Interruptions()
+{
+    return {
+        {UbRe, InScenario("never-prepared"), "function 10 preparing", SIGINT},
+        {UbRe, InScenario("rcd-check 3"), "function 10 checked: 3", SIGTERM},
+        {UbRe, {}, "function 10 running", SIGHUP},
+        {IaTa, {}, "function 10 prepared", SIGTERM},
+        {IaTa, {}, "function 10 running", SIGINT},
+        {IaTa, InScenario("rcd-silent"), "function 10 does not start", SIGHUP},
+        {IecIaTa, {}, "function 11 running", SIGTERM},
+        {IecIaTa, InScenario("rcd-check 10"), "function 11 checked: 10", SIGINT},
+        {CleanUp, {}, "function 11 running", SIGINT},
+        {"rcd --mode ia-ta-1 --with-ub-re", {}, "function 10 running", SIGTERM},
+    };
+}
+
+void CheckInterruption(MeasureRun& run, const Interruption& interruption)
+{
+    QCOMPARE(run->Finish(), 5);
+    QVERIFY2(run->Errors().contains("Aborting the measurement (signal " +
+                                    QByteArray::number(interruption.signalNumber) + ')'),
+             run->Errors().constData());
+    QVERIFY2(run->Errors().endsWith(" aborted. The instrument is confirmed to have stopped.\n"),
+             run->Errors().constData());
+    const QByteArrayList log = run.Log();
+    QVERIFY2(log.lastIndexOf(StopRequest) > log.indexOf(interruption.moment), log.join('\n').constData());
+    QVERIFY2(!IsAnyTestSelected(log), log.join('\n').constData());
+}
+
 } // namespace
 
-/// The programs as they are built: `measure rcd` and `measure rcd-iec`.
+/// `measure rcd` and `measure rcd-iec` of the program as it is built.
 class TestRcdProgram : public QObject
 {
     Q_OBJECT
@@ -89,23 +241,20 @@ private Q_SLOTS:
     void OnATerminal();
     void ReIsTakenFromTheTestBefore();
     void AbsentReading();
-    void BadUse_data();
-    void BadUse();
+    void TroubleThatIsOvercome();
+    void ObjectUnderTestFails() { VerifyFailures(CheckFailures()); }
+    void PreparationFails() { VerifyFailures(PreparationFailures()); }
+    void RunFails() { VerifyFailures(RunFailures()); }
+    void MainsThatDoNotSuitAreTold();
+    void Interrupted();
+    void StopNotConfirmed();
 };
 
 void TestRcdProgram::EveryMode()
 {
-    MeasureRuns runs; // side by side
-    for (const Mode& mode : Modes()) {
-        runs.push_back(
-            std::make_unique<MeasureRun>(QLatin1String(mode.arguments) + QStringLiteral(" --json")));
-    }
-    for (size_t i = 0; i < runs.size(); ++i) {
-        CheckMode(*runs.at(i), Modes().at(i));
-        if (QTest::currentTestFailed()) {
-            QFAIL(Modes().at(i).arguments);
-        }
-    }
+    CheckSideBySide(
+        Modes(), [](const Mode& mode) { return StartJson(mode.arguments); }, CheckMode,
+        [](const Mode& mode) { return mode.arguments; });
 }
 
 /// A line for each phase, then the readings, and in the end the result.
@@ -163,13 +312,13 @@ void TestRcdProgram::ReIsTakenFromTheTestBefore()
 
     const QByteArrayList readings = EventsOf(run->Lines(), "reading");
     QCOMPARE(readings.size(), 2);
-    const QJsonObject before = ObjectOf(readings.at(0)).value(QLatin1String("readings")).toObject();
-    const QJsonObject result = ResultOf(run).value(QLatin1String("readings")).toObject();
-    QVERIFY(before.value(QLatin1String("Re")).isDouble());
-    QCOMPARE(result.value(QLatin1String("Re")), before.value(QLatin1String("Re")));
-    QVERIFY(before.value(QLatin1String("Ia")).isNull());
-    QVERIFY(result.value(QLatin1String("Ia")).isDouble());
-    QVERIFY(result.value(QLatin1String("Ta")).isDouble());
+    const QJsonObject before = PartOf(ObjectOf(readings.at(0)), "readings");
+    const QJsonObject result = PartOf(ResultOf(run), "readings");
+    QVERIFY(ValueOf(before, "Re").isDouble());
+    QCOMPARE(ValueOf(result, "Re"), ValueOf(before, "Re"));
+    QVERIFY(ValueOf(before, "Ia").isNull());
+    QVERIFY(ValueOf(result, "Ia").isDouble());
+    QVERIFY(ValueOf(result, "Ta").isDouble());
 }
 
 void TestRcdProgram::AbsentReading()
@@ -179,41 +328,72 @@ void TestRcdProgram::AbsentReading()
     QCOMPARE(text->Finish(), 0);
     QVERIFY2(text->Output().endsWith("  Ta                -\n"), text->Output().constData());
     QCOMPARE(json->Finish(), 0);
-    const QJsonObject readings = ResultOf(json).value(QLatin1String("readings")).toObject();
-    QVERIFY(readings.value(QLatin1String("Ia")).isDouble());
-    QVERIFY(readings.value(QLatin1String("Ta")).isNull());
+    const QJsonObject readings = PartOf(ResultOf(json), "readings");
+    QVERIFY(ValueOf(readings, "Ia").isDouble());
+    QVERIFY(ValueOf(readings, "Ta").isNull());
 }
 
-void TestRcdProgram::BadUse_data()
+void TestRcdProgram::TroubleThatIsOvercome()
 {
-    QTest::addColumn<QByteArray>("complaint");
-    const std::pair<const char*, const char*> uses[]{
-        {"rcd", "--mode: none given; it is one of ub-re, ia-ta-1, ia-ta-2"},
-        {"rcd --mode clean-up", "--mode: \"clean-up\" is not one of ub-re, ia-ta-1, ia-ta-2"},
-        {"rcd --mode ub-re --re 5", "--re: ub-re measures Re itself; leave this option out"},
-        {"rcd --mode ia-ta-1 --re -1", "--re: \"-1\" is not a number from 0 to 1000000"},
-        {"rcd --mode ia-ta-1 --phase 4", "--phase: \"4\" is not one of 0, 1, 2, 3"},
-        {"rcd --mode ub-re --time 5", "not expected: "},
-        {"rcd-iec --swap-ln", "--mode: none given; it is one of ia-ta-1, ia-ta-2, clean-up"},
-        {"rcd-iec --mode ia-ta-1 --csv readings", "--csv: rcd-iec gives a single result"},
-        {"rcd-iec --mode clean-up --clean-up-time 0", "--clean-up-time: \"0\" is not a number of seconds"},
+    using Trouble = std::pair<const char*, const char*>;
+    const Trouble troubles[]{{UbRe, "rcd-check 0"},         {UbRe, "rcd-check-once 3"},
+                             {IaTa, "rcd-check-once 3"},    {IaTa, "rcd-silent-once"},
+                             {IecIaTa, "rcd-silent-once"},  {IecIaTa, "rcd-check-once 4"},
+                             {IecIaTa, "rcd-error-once 5"}, {CleanUp, "rcd-check-once 3"},
+                             {UbRe, "rcd-glued"},           {IaTa, "rcd-pieces 2000"}};
+    CheckSideBySide(
+        troubles, [](const Trouble& trouble) { return StartJson(trouble.first, InScenario(trouble.second)); },
+        [](MeasureRun& run, const Trouble&) {
+            QCOMPARE(run->Finish(), 0);
+            QVERIFY(ValueOf(ResultOf(run), "error").isNull());
+            QCOMPARE(run->Errors(), QByteArray());
+        },
+        [](const Trouble& trouble) { return trouble.second; });
+}
+
+void TestRcdProgram::MainsThatDoNotSuitAreTold()
+{
+    MeasureRun run(QStringLiteral("rcd-iec --mode ia-ta-1"), InScenario("rcd-check-once 10"));
+    QCOMPARE(run->Finish(), 0);
+    QCOMPARE(run->Errors(),
+             QByteArray("vesmar: RCDCheckObjectULNIECInvalid (507): the mains voltage does not suit the IEC "
+                        "RCD test; waiting until it does. Ctrl-C aborts the measurement.\n"));
+    QVERIFY2(run->Output().contains("ia-ta-1: waiting for a suitable mains voltage\n"),
+             run->Output().constData());
+}
+
+void TestRcdProgram::Interrupted()
+{
+    const std::vector<Interruption> interruptions = Interruptions();
+    MeasureRuns runs; // side by side
+    for (const Interruption& interruption : interruptions) {
+        runs.push_back(
+            std::make_unique<MeasureRun>(QLatin1String(interruption.arguments), interruption.simulator));
+    }
+    QVector<bool> isInterrupted(static_cast<int>(runs.size()));
+    const auto interruptInTime = [&] {
+        for (size_t i = 0; i < runs.size(); ++i) {
+            bool& isDone = isInterrupted[static_cast<int>(i)];
+            isDone = isDone || (runs.at(i)->Log().contains(interruptions.at(i).moment) &&
+                                (*runs.at(i))->Signal(interruptions.at(i).signalNumber));
+        }
+        return !isInterrupted.contains(false);
     };
-    for (const auto& [arguments, complaint] : uses) {
-        QTest::addRow("%s", arguments) << QByteArray(complaint);
+    AWAIT(interruptInTime());
+    for (size_t i = 0; i < runs.size(); ++i) {
+        CheckInterruption(*runs.at(i), interruptions.at(i));
+        if (QTest::currentTestFailed()) {
+            QFAIL(interruptions.at(i).arguments + interruptions.at(i).moment);
+        }
     }
 }
 
-void TestRcdProgram::BadUse()
+void TestRcdProgram::StopNotConfirmed()
 {
-    QFETCH(QByteArray, complaint);
-    MeasureRun run(QString::fromLatin1(QTest::currentDataTag()));
-    QCOMPARE(run->Finish(), 1);
-    QCOMPARE(run->Output(), QByteArray());
-    const QByteArrayList lines = run->Errors().split('\n');
-    QVERIFY2(lines.value(0).startsWith("vesmar: ") && lines.value(0).contains(complaint),
-             run->Errors().constData());
-    QVERIFY2(lines.value(1).startsWith("Usage: vesmar measure "), run->Errors().constData());
-    QCOMPARE(run.Log(), QByteArrayList()); // nothing was sent
+    MeasureRun run(QStringLiteral("rcd --mode ia-ta-1 --stop-timeout 0.1 --json"));
+    QCOMPARE(run->Finish(), 6);
+    QVERIFY2(run->Errors().contains("STOP NOT CONFIRMED"), run->Errors().constData());
+    QCOMPARE(ValueOf(ResultOf(run), "stopped").toBool(true), false);
 }
 
 QTEST_GUILESS_MAIN(TestRcdProgram)

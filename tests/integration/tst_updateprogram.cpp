@@ -1,29 +1,141 @@
-#include <QtTest>
-
 #include <algorithm>
+#include <memory>
 
-#include "integration/updaterun.h"
+#include "integration/programrun.h"
 
-/// The programs as they are built: the verb `update`.
+namespace
+{
+
+// What the requests of an update begin with, in hexadecimal.
+constexpr char Initialize[] = "56333a";
+constexpr char Sector[] = "46";
+constexpr char Finish[] = "5aab12";
+
+constexpr int SectorSize = 512;
+constexpr int Sectors = 5;
+
+/// Every byte that may mean something else on a line is in it.
+QByteArray Image()
+{
+    QByteArray image;
+    for (int i = 0; i < Sectors * SectorSize; ++i) {
+        image.append(static_cast<char>(i * 7 + i / SectorSize));
+    }
+    return image;
+}
+
+/// `vesmar update` with an image of five sectors and its confirmation, and a simulated instrument of its own
+/// that keeps a log and what it accepts.
+class UpdateRun
+{
+public:
+    explicit UpdateRun(const QString& options = QString(), const QString& simulatorOptions = QString())
+    {
+        WriteFile("image", Image());
+        WriteFile("confirmation", QByteArray::fromHex("00FFAB12"));
+        const QString simulator =
+            QStringLiteral("'%1' run --confirmation AB12 --log log --save-firmware firmware %2")
+                .arg(QStringLiteral(SIMULATOR_PROGRAM), simulatorOptions);
+        const QString vesmar =
+            QStringLiteral("exec \"$0\" update image --confirmation confirmation %1").arg(options);
+        const QString script = QStringLiteral("cd '%1' && exec %2 -- sh -c '%3' '%4'")
+                                   .arg(_folder.path(), simulator, vesmar, QStringLiteral(VESMAR_PROGRAM));
+        _run = std::make_unique<ProgramRun>(QStringLiteral("sh"), QStringList{QStringLiteral("-c"), script});
+    }
+
+    ProgramRun* operator->() { return _run.get(); }
+
+    /// What the instrument has accepted.
+    QByteArray Firmware() const { return ContentOf(Path("firmware")); }
+
+    /// How many requests with this command it was sent.
+    int Requests(const QByteArray& command) const
+    {
+        const QByteArrayList log = LogIn(Path("log"));
+        return static_cast<int>(std::count_if(log.cbegin(), log.cend(), [&command](const QByteArray& line) {
+            return line.startsWith(command);
+        }));
+    }
+
+    QJsonObject Result()
+    {
+        const QJsonObject result = ObjectOf(_run->Lines().value(_run->Lines().size() - 1));
+        return TextOf(result, "event") == "result" ? result : QJsonObject();
+    }
+
+private:
+    QString Path(const char* name) const { return _folder.filePath(QLatin1String(name)); }
+
+    void WriteFile(const char* name, const QByteArray& content) const
+    {
+        QFile file(Path(name));
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size()) {
+            qFatal("cannot write a file");
+        }
+    }
+
+    const QTemporaryDir _folder; // First: everything else is in it.
+    std::unique_ptr<ProgramRun> _run;
+};
+
+struct Failure {
+    const char* scenario;
+    int error; ///< 0 for none.
+    int sectors;
+    const char* advice;
+};
+
+constexpr char Stays[] = "instrument stays in update mode; run the same command again.";
+constexpr Failure Failures[]{
+    {"refuses-update-mode", 300, 0, "Nothing was sent, and the instrument keeps its firmware;"},
+    {"refuses-initialize", 303, 0, "in update mode"},
+    {"refuses-sector 1", 303, 0, Stays},
+    {"refuses-sector 4", 303, 3, Stays},
+    {"refuses-confirmation", 304, 5, Stays},
+    {"stays-in-update-mode", 0, 5, Stays},
+};
+
+void CheckFailure(UpdateRun& run, const Failure& failure)
+{
+    QCOMPARE(run->Finish(), 4);
+    const QJsonObject result = run.Result();
+    QCOMPARE(NumberOf(result, "status"), 4);
+    QCOMPARE(ValueOf(PartOf(result, "error"), "number").toInt(), failure.error);
+    QCOMPARE(NumberOf(result, "sectors"), failure.sectors);
+    const QByteArray message = TextOf(result, "message");
+    QVERIFY2(message.contains(failure.advice), message.constData());
+    QCOMPARE(run->Errors(), "vesmar: " + message + '\n');
+}
+
+} // namespace
+
+/// The verb `update` of the program as it is built.
 class TestUpdateProgram : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void AsText();
-    void AsJson_data();
-    void AsJson();
-    void OnATerminal();
-    void BroughtHomeFromUpdateMode_data();
-    void BroughtHomeFromUpdateMode();
-    void ComesBackInAnotherMode();
-    void FilesThatCannotBeUsed_data();
-    void FilesThatCannotBeUsed();
+    void ShowsItsProgressAsText();
+    void ShowsItsProgressAsJson_data();
+    void ShowsItsProgressAsJson();
+    void ShowsABarOnATerminal();
+    void BringsAnInstrumentHomeFromUpdateMode_data();
+    void BringsAnInstrumentHomeFromUpdateMode();
+    void RestartsAnInstrumentThatComesBackInAnotherMode();
+    void RejectsFilesThatCannotBeUsed_data();
+    void RejectsFilesThatCannotBeUsed();
     void ReaderThatGoesAwayDoesNotEndIt();
     void InfoAndMonitorTellOfAnInstrumentInUpdateMode();
+    void FailsByTheInstrument_data();
+    void FailsByTheInstrument();
+    void FailureIsFollowedByAdvice();
+    void LostSectorIsSentThreeTimes();
+    void SignalDoesNotEndTheSectors();
+    void SignalEndsItBeforeTheFirstSector();
+    void NoLink();
 };
 
-void TestUpdateProgram::AsText()
+void TestUpdateProgram::ShowsItsProgressAsText()
 {
     UpdateRun run;
     QCOMPARE(run->Finish(), 0);
@@ -44,14 +156,14 @@ void TestUpdateProgram::AsText()
     QCOMPARE(run.Firmware(), Image());
 }
 
-void TestUpdateProgram::AsJson_data()
+void TestUpdateProgram::ShowsItsProgressAsJson_data()
 {
     QTest::addColumn<QString>("options");
     QTest::newRow("online") << "--json";
     QTest::newRow("offline") << "--json --offline";
 }
 
-void TestUpdateProgram::AsJson()
+void TestUpdateProgram::ShowsItsProgressAsJson()
 {
     QFETCH(QString, options);
     UpdateRun run(options, QStringLiteral("--new-version 2.34"));
@@ -65,24 +177,24 @@ void TestUpdateProgram::AsJson()
     QVector<int> progress;
     for (const QByteArray& line : run->Lines()) {
         const QJsonObject event = ObjectOf(line);
-        if (event.value(QLatin1String("event")).toString() == QLatin1String("progress")) {
-            progress.append(event.value(QLatin1String("percent")).toInt());
-            QCOMPARE(event.value(QLatin1String("sectors")).toInt(), progress.last() / 20);
-            QCOMPARE(event.value(QLatin1String("total")).toInt(), Sectors);
+        if (TextOf(event, "event") == "progress") {
+            progress.append(NumberOf(event, "percent"));
+            QCOMPARE(NumberOf(event, "sectors"), progress.last() / 20);
+            QCOMPARE(NumberOf(event, "total"), Sectors);
         }
     }
     QCOMPARE(progress.last(), 100);
     QVERIFY(std::is_sorted(progress.cbegin(), progress.cend()));
     const QJsonObject result = run.Result();
-    QCOMPARE(result.value(QLatin1String("outcome")).toString(), QStringLiteral("done"));
-    QCOMPARE(result.value(QLatin1String("status")).toInt(-1), 0);
-    QCOMPARE(result.value(QLatin1String("sectors")).toInt(), Sectors);
-    QCOMPARE(result.value(QLatin1String("versionBefore")).toString(), QStringLiteral("1.05"));
-    QCOMPARE(result.value(QLatin1String("versionAfter")).toString(), QStringLiteral("2.34"));
-    QVERIFY(result.value(QLatin1String("error")).isNull());
+    QCOMPARE(TextOf(result, "outcome"), QByteArray("done"));
+    QCOMPARE(NumberOf(result, "status"), 0);
+    QCOMPARE(NumberOf(result, "sectors"), Sectors);
+    QCOMPARE(TextOf(result, "versionBefore"), QByteArray("1.05"));
+    QCOMPARE(TextOf(result, "versionAfter"), QByteArray("2.34"));
+    QVERIFY(ValueOf(result, "error").isNull());
 }
 
-void TestUpdateProgram::OnATerminal()
+void TestUpdateProgram::ShowsABarOnATerminal()
 {
     const QTemporaryDir folder;
     const QString image = folder.filePath(QStringLiteral("image"));
@@ -105,29 +217,29 @@ void TestUpdateProgram::OnATerminal()
     QVERIFY2(shown.contains("Version after:    1.06\r\n"), shown.constData());
 }
 
-void TestUpdateProgram::BroughtHomeFromUpdateMode_data()
+void TestUpdateProgram::BringsAnInstrumentHomeFromUpdateMode_data()
 {
-    AsJson_data();
+    ShowsItsProgressAsJson_data();
 }
 
-void TestUpdateProgram::BroughtHomeFromUpdateMode()
+void TestUpdateProgram::BringsAnInstrumentHomeFromUpdateMode()
 {
     QFETCH(QString, options);
     UpdateRun run(options, QStringLiteral("--at '0:mode 3'"));
     QCOMPARE(run->Finish(), 0);
     QCOMPARE(run.Firmware(), Image());
-    QCOMPARE(run.Result().value(QLatin1String("versionAfter")).toString(), QStringLiteral("1.06"));
+    QCOMPARE(TextOf(run.Result(), "versionAfter"), QByteArray("1.06"));
 }
 
-void TestUpdateProgram::ComesBackInAnotherMode()
+void TestUpdateProgram::RestartsAnInstrumentThatComesBackInAnotherMode()
 {
     UpdateRun run(QStringLiteral("--json"), QStringLiteral("--scenario comes-back-in-mode-2"));
     QCOMPARE(run->Finish(), 0);
     QCOMPARE(run.Firmware(), Image());
-    QCOMPARE(run.Result().value(QLatin1String("versionAfter")).toString(), QStringLiteral("1.06"));
+    QCOMPARE(TextOf(run.Result(), "versionAfter"), QByteArray("1.06"));
 }
 
-void TestUpdateProgram::FilesThatCannotBeUsed_data()
+void TestUpdateProgram::RejectsFilesThatCannotBeUsed_data()
 {
     QTest::addColumn<QString>("image");
     QTest::addColumn<QString>("confirmation");
@@ -148,7 +260,7 @@ void TestUpdateProgram::FilesThatCannotBeUsed_data()
                                         << "one" << QByteArray("the confirmation one has fewer than 2 bytes");
 }
 
-void TestUpdateProgram::FilesThatCannotBeUsed()
+void TestUpdateProgram::RejectsFilesThatCannotBeUsed()
 {
     QFETCH(QString, image);
     QFETCH(QString, confirmation);
@@ -196,6 +308,94 @@ void TestUpdateProgram::InfoAndMonitorTellOfAnInstrumentInUpdateMode()
     QCOMPARE(info.Errors(), sentence);
     QCOMPARE(monitor.Finish(), 0);
     QCOMPARE(monitor.Errors(), sentence);
+}
+
+void TestUpdateProgram::FailsByTheInstrument_data()
+{
+    QTest::addColumn<QString>("options");
+    QTest::newRow("online") << "--json";
+    QTest::newRow("offline") << "--json --offline";
+}
+
+void TestUpdateProgram::FailsByTheInstrument()
+{
+    QFETCH(QString, options);
+    CheckSideBySide(
+        Failures,
+        [&options](const Failure& failure) {
+            return std::make_unique<UpdateRun>(
+                options, QStringLiteral("--scenario '%1'").arg(QLatin1String(failure.scenario)));
+        },
+        CheckFailure, [](const Failure& failure) { return failure.scenario; });
+}
+
+void TestUpdateProgram::FailureIsFollowedByAdvice()
+{
+    UpdateRun run(QString(), QStringLiteral("--scenario refuses-confirmation"));
+    QCOMPARE(run->Finish(), 4);
+    QVERIFY2(run->Errors().startsWith("vesmar: Firmware update failed: UpdateConfirmationFailed (304): "),
+             run->Errors().constData());
+    QVERIFY2(
+        run->Errors().endsWith("  Likely causes   the confirmation file belongs to another image\n"
+                               "                  the image arrived damaged\n"
+                               "  Next step       The instrument waits in update mode: update it again with "
+                               "the image and the confirmation that belong together.\n"),
+        run->Errors().constData());
+}
+
+/// The library sends it three times and waits for an answer each time.
+void TestUpdateProgram::LostSectorIsSentThreeTimes()
+{
+    UpdateRun run(QStringLiteral("--json"), QStringLiteral("--scenario 'loses-sector 2'"));
+    QCOMPARE(run->Finish(), 4);
+    QCOMPARE(run.Requests(Sector), 4);
+    QCOMPARE(run.Requests(Finish), 0);
+    const QJsonObject result = run.Result();
+    QCOMPARE(NumberOf(result, "sectors"), 1);
+    QCOMPARE(NumberOf(PartOf(result, "error"), "number"), 303);
+}
+
+void TestUpdateProgram::SignalDoesNotEndTheSectors()
+{
+    const std::pair<int, const char*> interruptions[]{
+        {SIGINT, ""}, {SIGTERM, ""}, {SIGHUP, ""}, {SIGINT, "--offline"}};
+    std::vector<std::unique_ptr<UpdateRun>> runs; // side by side
+    for (const auto& [signalNumber, option] : interruptions) {
+        runs.push_back(std::make_unique<UpdateRun>(QLatin1String(option), QStringLiteral("--baud 4800")));
+    }
+    for (size_t i = 0; i < runs.size(); ++i) {
+        AWAIT(runs.at(i)->Requests(Sector) > 0);
+        QCOMPARE(runs.at(i)->Requests(Finish), 0);
+        QVERIFY((*runs.at(i))->Signal(interruptions[i].first));
+    }
+    for (size_t i = 0; i < runs.size(); ++i) {
+        UpdateRun& run = *runs.at(i);
+        QCOMPARE(run->Finish(), 0);
+        QCOMPARE(run->Errors(),
+                 QStringLiteral("vesmar: Signal %1 does not end this: an image that is cut short "
+                                "leaves the instrument without firmware. Sending it goes on.\n")
+                     .arg(interruptions[i].first)
+                     .toLatin1());
+        QCOMPARE(run.Firmware(), Image());
+    }
+}
+
+void TestUpdateProgram::SignalEndsItBeforeTheFirstSector()
+{
+    UpdateRun run(QStringLiteral("--json"));
+    AWAIT(run.Requests("780393b1") == 1);
+    QVERIFY(run->Signal(SIGTERM));
+    QCOMPARE(run->Finish(), 128 + SIGTERM);
+    QCOMPARE(TextOf(run.Result(), "outcome"), QByteArray("interrupted"));
+    QVERIFY2(run->Errors().contains("vesmar restart brings it back"), run->Errors().constData());
+    QCOMPARE(run.Requests(Initialize), 0);
+}
+
+void TestUpdateProgram::NoLink()
+{
+    UpdateRun run(QStringLiteral("--json --timeout 0.5"), QStringLiteral("--scenario silent"));
+    QCOMPARE(run->Finish(), 2);
+    QVERIFY2(run->Errors().contains("did not answer within 0.5 s"), run->Errors().constData());
 }
 
 QTEST_GUILESS_MAIN(TestUpdateProgram)
