@@ -32,7 +32,7 @@ constexpr int GenerousMs = 20000;
 /// Far longer than a test may take: a wait of this length must end by something else.
 constexpr int EndlessMs = 3600 * 1000;
 
-const QByteArray Status = Wire::Bytes("A3529A32");
+const QByteArray Data = Wire::Bytes("A3529A32");
 
 struct Outcome {
     int result = -1;
@@ -40,15 +40,6 @@ struct Outcome {
 
     QByteArray Bytes() const { return response ? *response : QByteArray("untouched"); }
 };
-
-Outcome Query(Transciever& transciever, const QByteArray& request, int timeoutMs, int maxRetransmissions)
-{
-    QByteArray* response = nullptr;
-    Outcome outcome;
-    outcome.result = transciever.RunQuery(request, timeoutMs, maxRetransmissions, &response);
-    outcome.response.reset(response);
-    return outcome;
-}
 
 QByteArray Owned(QByteArray* bytes)
 {
@@ -98,12 +89,40 @@ bool EndsInTime(const std::future<Result>& work)
     return work.wait_for(std::chrono::milliseconds(GenerousMs)) == std::future_status::ready;
 }
 
-/// The two ends of a line, the near one open.
-struct Line {
-    ScriptedPeer peer;
+/// The near end of a line, closed.
+struct Port {
     Vesmar::CRC16 crc16{nullptr};
     Transciever transciever{&crc16, nullptr};
 
+    Outcome Query(const QByteArray& request, int timeoutMs, int maxRetransmissions)
+    {
+        QByteArray* response = nullptr;
+        Outcome outcome;
+        outcome.result = transciever.RunQuery(request, timeoutMs, maxRetransmissions, &response);
+        outcome.response.reset(response);
+        return outcome;
+    }
+
+    Outcome Query(int timeoutMs = GenerousMs, int maxRetransmissions = 0)
+    {
+        return Query(Wire::ReadStatus, timeoutMs, maxRetransmissions);
+    }
+
+    /// The same on a thread of its own.
+    std::future<Outcome> BeginQuery(int timeoutMs, int maxRetransmissions)
+    {
+        return std::async(std::launch::async, [this, timeoutMs, maxRetransmissions] {
+            return Query(timeoutMs, maxRetransmissions);
+        });
+    }
+};
+
+struct FarEnd {
+    ScriptedPeer peer;
+};
+
+/// The two ends of a line, the near one open.
+struct Line : FarEnd, Port {
     Line() { transciever.Open(); }
 };
 
@@ -137,20 +156,14 @@ private Q_SLOTS:
     void ClassifiesTheAnswer();
     void SendsAgainAfterAFailure_data();
     void SendsAgainAfterAFailure();
-    void ReturnsTheResultOfTheLastAttempt_data();
-    void ReturnsTheResultOfTheLastAttempt();
-    void TheResponseIsThatOfTheLastAttemptAlone();
     void RetransmitsTwiceByDefault();
-    void StoresAnyNumberOfRetransmissions_data();
     void StoresAnyNumberOfRetransmissions();
     void TheShorterFormsUseTheStoredRetransmissions();
-    void NegativeRetransmissionsSendNothing_data();
     void NegativeRetransmissionsSendNothing();
     void PausesAfterEveryFailedAttempt();
     void WaitsForTheWholeTimeout();
     void AnAnswerEndsTheWait();
     void SilenceEndsAResponse();
-    void CollectsLongResponses_data();
     void CollectsLongResponses();
     void SendsLongRequestsWhole();
     void DiscardsStaleInputBeforeARequest();
@@ -189,9 +202,8 @@ private Q_SLOTS:
 void TestTransciever::OpensForReadingAndWritingWithoutAControllingTerminal()
 {
     const ScriptedPeer peer;
-    Vesmar::CRC16 crc16(nullptr);
-    Transciever transciever(&crc16, nullptr);
-    QVERIFY(transciever.Open());
+    Port port;
+    QVERIFY(port.transciever.Open());
     QCOMPARE(RecordedSerialDevice().opens, 1);
     QCOMPARE(RecordedSerialDevice().openFlags, O_RDWR | O_NOCTTY);
 }
@@ -214,10 +226,9 @@ void TestTransciever::ConfiguresTheLine()
 void TestTransciever::OpenTracesItsSteps()
 {
     const ScriptedPeer peer;
-    Vesmar::CRC16 crc16(nullptr);
-    Transciever transciever(&crc16, nullptr);
+    Port port;
     const LogCapture log;
-    QVERIFY(transciever.Open());
+    QVERIFY(port.transciever.Open());
     QCOMPARE(log.Texts().size(), 2);
     QVERIFY(log.Texts().at(0).endsWith(QStringLiteral(" Transciever::Open")));
     QVERIFY(
@@ -229,10 +240,9 @@ void TestTransciever::OpenDiscardsWhatWasWaiting()
     ScriptedPeer peer;
     peer.Send("stale");
     QVERIFY(peer.WaitUntilReadable(5));
-    Vesmar::CRC16 crc16(nullptr);
-    Transciever transciever(&crc16, nullptr);
-    QVERIFY(transciever.Open());
-    QCOMPARE(Owned(transciever.ReadBuffer()), QByteArray());
+    Port port;
+    QVERIFY(port.transciever.Open());
+    QCOMPARE(Owned(port.transciever.ReadBuffer()), QByteArray());
 }
 
 void TestTransciever::OpenOfAnOpenPortDoesNotReconfigureIt()
@@ -246,8 +256,8 @@ void TestTransciever::OpenOfAnOpenPortDoesNotReconfigureIt()
     QVERIFY(log.Texts().at(0).endsWith(QStringLiteral(" Transciever::Open")));
     QVERIFY(log.Texts().at(1).endsWith(QStringLiteral(" Transciever::Open: Serial port already opened.")));
 
-    line.peer.AnswerAlways(Status);
-    QCOMPARE(Query(line.transciever, Wire::ReadStatus, GenerousMs, 0).result, 0);
+    line.peer.AnswerAlways(Data);
+    QCOMPARE(line.Query().result, 0);
 }
 
 void TestTransciever::OpenFailsWithTheDevice_data()
@@ -265,10 +275,9 @@ void TestTransciever::OpenFailsWithTheDevice()
     QFETCH(const int, error);
     const ScriptedPeer peer;
     FailSerialDeviceOpen(error);
-    Vesmar::CRC16 crc16(nullptr);
-    Transciever transciever(&crc16, nullptr);
+    Port port;
     const LogCapture log;
-    QVERIFY(!transciever.Open());
+    QVERIFY(!port.transciever.Open());
     QCOMPARE(log.Texts().size(), 2);
     QVERIFY(log.Texts().at(1).endsWith(QStringLiteral(" Transciever::Open: Serial port failed to open.")));
     QCOMPARE(RecordedSerialDevice().opens, 1);
@@ -277,43 +286,40 @@ void TestTransciever::OpenFailsWithTheDevice()
 
 void TestTransciever::AMissingDeviceIsTriedAgainByTheNextOpen()
 {
-    Vesmar::CRC16 crc16(nullptr);
-    Transciever transciever(&crc16, nullptr);
+    Port port;
     RedirectSerialDevice({});
-    QVERIFY(!transciever.Open());
-    QVERIFY(!transciever.Open());
+    QVERIFY(!port.transciever.Open());
+    QVERIFY(!port.transciever.Open());
     QCOMPARE(RecordedSerialDevice().opens, 2);
 
     ScriptedPeer peer;
-    peer.AnswerAlways(Status);
-    QVERIFY(transciever.Open());
-    QCOMPARE(Query(transciever, Wire::ReadStatus, GenerousMs, 0).result, 0);
+    peer.AnswerAlways(Data);
+    QVERIFY(port.transciever.Open());
+    QCOMPARE(port.Query().result, 0);
 }
 
 void TestTransciever::WithAMissingDeviceNothingIsExchanged()
 {
-    Vesmar::CRC16 crc16(nullptr);
-    Transciever transciever(&crc16, nullptr);
+    Port port;
     RedirectSerialDevice({});
-    QVERIFY(!transciever.Open());
+    QVERIFY(!port.transciever.Open());
 
-    const Outcome outcome = Query(transciever, Wire::ReadStatus, 20, 0);
+    const Outcome outcome = port.Query(20, 0);
     QCOMPARE(outcome.result, 3);
     QVERIFY(outcome.response != nullptr);
     QCOMPARE(outcome.Bytes(), QByteArray());
-    QCOMPARE(transciever.StartQuery(Wire::ReadStatus), 1);
-    QCOMPARE(Owned(transciever.ReadBuffer()), QByteArray());
-    QCOMPARE(Owned(transciever.ReadBuffer(20)), QByteArray());
+    QCOMPARE(port.transciever.StartQuery(Wire::ReadStatus), 1);
+    QCOMPARE(Owned(port.transciever.ReadBuffer()), QByteArray());
+    QCOMPARE(Owned(port.transciever.ReadBuffer(20)), QByteArray());
 }
 
 void TestTransciever::ANegativeHandleOutlivesClose()
 {
-    Vesmar::CRC16 crc16(nullptr);
-    Transciever transciever(&crc16, nullptr);
+    Port port;
     RedirectSerialDevice({});
-    QVERIFY(!transciever.Open());
-    transciever.Close();
-    const Outcome outcome = Query(transciever, Wire::ReadStatus, 20, 0);
+    QVERIFY(!port.transciever.Open());
+    port.transciever.Close();
+    const Outcome outcome = port.Query(20, 0);
     QCOMPARE(outcome.result, 3);
     QVERIFY2(outcome.response != nullptr, "the port counts as closed, not as failed");
 }
@@ -321,24 +327,23 @@ void TestTransciever::ANegativeHandleOutlivesClose()
 void TestTransciever::DescriptorZeroIsMovedHigher()
 {
     ScriptedPeer peer;
-    peer.AnswerAlways(Status);
-    Vesmar::CRC16 crc16(nullptr);
-    Transciever transciever(&crc16, nullptr);
+    peer.AnswerAlways(Data);
+    Port port;
     bool opened = false;
     bool zeroIsFree = false;
     Outcome outcome;
     {
         const StandardInputReplacement nothing(-1);
-        opened = transciever.Open();
+        opened = port.transciever.Open();
         zeroIsFree = fcntl(0, F_GETFD) == -1;
-        outcome = Query(transciever, Wire::ReadStatus, GenerousMs, 0);
+        outcome = port.Query();
     }
     QVERIFY(opened);
     QVERIFY(zeroIsFree);
     QCOMPARE(outcome.result, 0);
-    QCOMPARE(outcome.Bytes(), Status);
-    QCOMPARE(Query(transciever, Wire::ReadStatus, GenerousMs, 0).result, 0);
-    transciever.Close();
+    QCOMPARE(outcome.Bytes(), Data);
+    QCOMPARE(port.Query().result, 0);
+    port.transciever.Close();
     QCOMPARE(DescriptorsOf(peer.DevicePath()), 1);
 }
 
@@ -364,10 +369,9 @@ void TestTransciever::CloseTracesItself()
 void TestTransciever::TheDestructorReleasesThePort()
 {
     const ScriptedPeer peer;
-    Vesmar::CRC16 crc16(nullptr);
     {
-        Transciever transciever(&crc16, nullptr);
-        QVERIFY(transciever.Open());
+        Port port;
+        QVERIFY(port.transciever.Open());
         QCOMPARE(DescriptorsOf(peer.DevicePath()), 2);
     }
     QCOMPARE(DescriptorsOf(peer.DevicePath()), 1);
@@ -376,31 +380,30 @@ void TestTransciever::TheDestructorReleasesThePort()
 void TestTransciever::CanBeOpenedAgainAfterClose()
 {
     Line line;
-    line.peer.AnswerAlways(Status);
+    line.peer.AnswerAlways(Data);
     line.transciever.Close();
     QVERIFY(line.transciever.Open());
     QCOMPARE(RecordedSerialDevice().opens, 2);
     QCOMPARE(RecordedSerialDevice().configurations, 2);
-    QCOMPARE(Query(line.transciever, Wire::ReadStatus, GenerousMs, 0).result, 0);
+    QCOMPARE(line.Query().result, 0);
 }
 
 void TestTransciever::AClosedPortAnswersWithoutTouchingTheResponse()
 {
     ScriptedPeer peer;
-    peer.AnswerAlways(Status);
-    Vesmar::CRC16 crc16(nullptr);
-    Transciever transciever(&crc16, nullptr);
+    peer.AnswerAlways(Data);
+    Port port;
     QByteArray present("present");
     QByteArray* response = &present;
-    QCOMPARE(transciever.RunQuery(Wire::ReadStatus, EndlessMs, 2, &response), 3);
+    QCOMPARE(port.transciever.RunQuery(Wire::ReadStatus, EndlessMs, 2, &response), 3);
     QCOMPARE(response, &present);
-    QCOMPARE(transciever.RunQuery(Wire::ReadStatus, EndlessMs, -1, &response), 3);
-    QCOMPARE(transciever.RunQuery(Wire::ReadStatus, EndlessMs, &response), 3);
-    QCOMPARE(transciever.RunQuery(Wire::ReadStatus, &response), 3);
+    QCOMPARE(port.transciever.RunQuery(Wire::ReadStatus, EndlessMs, -1, &response), 3);
+    QCOMPARE(port.transciever.RunQuery(Wire::ReadStatus, EndlessMs, &response), 3);
+    QCOMPARE(port.transciever.RunQuery(Wire::ReadStatus, &response), 3);
 
-    QVERIFY(transciever.Open());
-    transciever.Close();
-    QCOMPARE(transciever.RunQuery(Wire::ReadStatus, &response), 3);
+    QVERIFY(port.transciever.Open());
+    port.transciever.Close();
+    QCOMPARE(port.transciever.RunQuery(Wire::ReadStatus, &response), 3);
     QCOMPARE(response, &present);
     QCOMPARE(present, QByteArray("present"));
 }
@@ -410,8 +413,7 @@ void TestTransciever::AClosedPortTouchesNoDescriptor()
     std::array<int, 2> ends{};
     QCOMPARE(socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, ends.data()), 0);
     QCOMPARE(write(ends[1], "waiting", 7), ssize_t(7));
-    Vesmar::CRC16 crc16(nullptr);
-    Transciever transciever(&crc16, nullptr);
+    Port port;
     std::array<char, 16> buffer{};
     ssize_t leftOnZero = 0;
     int started = 0;
@@ -419,10 +421,10 @@ void TestTransciever::AClosedPortTouchesNoDescriptor()
     QByteArray readWaiting;
     {
         const StandardInputReplacement socket(ends[0]);
-        Query(transciever, Wire::ReadStatus, 20, 0);
-        started = transciever.StartQuery(Wire::ReadStatus);
-        read = Owned(transciever.ReadBuffer());
-        readWaiting = Owned(transciever.ReadBuffer(20));
+        port.Query(20, 0);
+        started = port.transciever.StartQuery(Wire::ReadStatus);
+        read = Owned(port.transciever.ReadBuffer());
+        readWaiting = Owned(port.transciever.ReadBuffer(20));
         leftOnZero = ::read(0, buffer.data(), buffer.size());
     }
     QCOMPARE(started, 1);
@@ -440,7 +442,7 @@ void TestTransciever::ClassifiesTheAnswer_data()
     QTest::addColumn<QByteArray>("answer");
     QTest::addColumn<int>("result");
     const auto bytes = [](const char* hex) { return Wire::Bytes(hex); };
-    QTest::newRow("data") << Status << 0;
+    QTest::newRow("data") << Data << 0;
     QTest::newRow("data of one byte") << bytes("00 00 00") << 0;
     QTest::newRow("data that begin like an acknowledge") << WithChecksum(bytes("06 C6")) << 0;
     QTest::newRow("data that begin like a refusal") << WithChecksum(bytes("21 43")) << 0;
@@ -457,8 +459,8 @@ void TestTransciever::ClassifiesTheAnswer_data()
     QTest::newRow("damaged data") << Wire::DamagedStatus << 4;
     QTest::newRow("damaged acknowledge") << bytes("06 C6 61") << 4;
     QTest::newRow("damaged refusal") << bytes("21 43 35") << 4;
-    QTest::newRow("garbage before data") << bytes("55") + Status << 4;
-    QTest::newRow("garbage after data") << Status + bytes("55") << 4;
+    QTest::newRow("garbage before data") << bytes("55") + Data << 4;
+    QTest::newRow("garbage after data") << Data + bytes("55") << 4;
     QTest::newRow("garbage before an acknowledge") << bytes("FF") + Wire::Acknowledge << 4;
     QTest::newRow("garbage before a refusal") << bytes("FF") + Wire::Refusal << 4;
 }
@@ -469,7 +471,7 @@ void TestTransciever::ClassifiesTheAnswer()
     QFETCH(const int, result);
     Line line;
     line.peer.AnswerAlways(answer);
-    const Outcome outcome = Query(line.transciever, Wire::ReadStatus, answer.isEmpty() ? 20 : GenerousMs, 0);
+    const Outcome outcome = line.Query(answer.isEmpty() ? 20 : GenerousMs, 0);
     QCOMPARE(outcome.result, result);
     QCOMPARE(outcome.Bytes(), answer);
     QVERIFY(line.peer.WaitForRequests(1));
@@ -482,20 +484,23 @@ void TestTransciever::SendsAgainAfterAFailure_data()
     QTest::addColumn<int>("maxRetransmissions");
     QTest::addColumn<int>("result");
     QTest::addColumn<int>("requests");
-    QTest::newRow("data at once") << QList<QByteArray>{Status} << 2 << 0 << 1;
-    QTest::newRow("acknowledge at once") << QList<QByteArray>{Wire::Acknowledge} << 2 << 1 << 1;
-    QTest::newRow("refusal, then data") << QList<QByteArray>{Wire::Refusal, Status} << 2 << 0 << 2;
-    QTest::newRow("damage, then acknowledge")
-        << QList<QByteArray>{Wire::DamagedStatus, Wire::Acknowledge} << 2 << 1 << 2;
-    QTest::newRow("refusal, damage, data")
-        << QList<QByteArray>{Wire::Refusal, Wire::DamagedStatus, Status} << 2 << 0 << 3;
-    QTest::newRow("data too late") << QList<QByteArray>{Wire::Refusal, Wire::Refusal, Wire::Refusal, Status}
-                                   << 2 << 2 << 3;
-    QTest::newRow("one attempt") << QList<QByteArray>{Wire::Refusal, Status} << 0 << 2 << 1;
-    QTest::newRow("two attempts") << QList<QByteArray>{Wire::Refusal, Wire::Refusal, Status} << 1 << 2 << 2;
-    QTest::newRow("six attempts") << QList<QByteArray>{Wire::Refusal, Wire::Refusal, Wire::Refusal,
-                                                       Wire::Refusal, Wire::Refusal, Status}
-                                  << 5 << 0 << 6;
+    const auto row = [](const char* name, const QList<QByteArray>& answers, int maxRetransmissions,
+                        int result, int requests) {
+        QTest::newRow(name) << answers << maxRetransmissions << result << requests;
+    };
+    using namespace Wire;
+    row("data at once", {Data}, 2, 0, 1);
+    row("acknowledge at once", {Acknowledge}, 2, 1, 1);
+    row("refusal, then data", {Refusal, Data}, 2, 0, 2);
+    row("much damage, then data", {QByteArray(100, '\x55'), Data}, 2, 0, 2);
+    row("damage, then acknowledge", {DamagedStatus, Acknowledge}, 2, 1, 2);
+    row("refusal, damage, data", {Refusal, DamagedStatus, Data}, 2, 0, 3);
+    row("data too late", {Refusal, Refusal, Refusal, Data}, 2, 2, 3);
+    row("one attempt", {Refusal, Data}, 0, 2, 1);
+    row("damage, then refusal", {DamagedStatus, Refusal, Data}, 1, 2, 2);
+    row("refusal, then damage", {Refusal, DamagedStatus, Data}, 1, 4, 2);
+    row("refusal, then silence", {Refusal, QByteArray(), Data}, 1, 3, 2);
+    row("six attempts", {Refusal, Refusal, Refusal, Refusal, Refusal, Data}, 5, 0, 6);
 }
 
 void TestTransciever::SendsAgainAfterAFailure()
@@ -506,42 +511,12 @@ void TestTransciever::SendsAgainAfterAFailure()
     QFETCH(const int, requests);
     Line line;
     line.peer.AnswerInTurn(answers);
-    const Outcome outcome = Query(line.transciever, Wire::ReadVersion, GenerousMs, maxRetransmissions);
+    const Outcome outcome =
+        line.Query(Wire::ReadVersion, result == 3 ? 2000 : GenerousMs, maxRetransmissions);
     QCOMPARE(outcome.result, result);
     QCOMPARE(outcome.Bytes(), answers.at(requests - 1));
     QCOMPARE(line.peer.RequestBytes().size(), requests);
     QCOMPARE(line.peer.RequestBytes().count(Wire::ReadVersion), requests);
-}
-
-void TestTransciever::ReturnsTheResultOfTheLastAttempt_data()
-{
-    QTest::addColumn<QList<QByteArray>>("answers");
-    QTest::addColumn<int>("result");
-    QTest::newRow("refusal last") << QList<QByteArray>{Wire::DamagedStatus, Wire::Refusal} << 2;
-    QTest::newRow("damage last") << QList<QByteArray>{Wire::Refusal, Wire::DamagedStatus} << 4;
-    QTest::newRow("silence last") << QList<QByteArray>{Wire::Refusal, QByteArray()} << 3;
-}
-
-void TestTransciever::ReturnsTheResultOfTheLastAttempt()
-{
-    QFETCH(const QList<QByteArray>, answers);
-    QFETCH(const int, result);
-    Line line;
-    line.peer.AnswerInTurn(answers);
-    const Outcome outcome = Query(line.transciever, Wire::ReadStatus, result == 3 ? 2000 : GenerousMs, 1);
-    QCOMPARE(outcome.result, result);
-    QCOMPARE(outcome.Bytes(), answers.last());
-    QCOMPARE(line.peer.RequestBytes().size(), 2);
-}
-
-void TestTransciever::TheResponseIsThatOfTheLastAttemptAlone()
-{
-    Line line;
-    const QByteArray longAnswer(100, '\x55');
-    line.peer.AnswerInTurn({longAnswer, Status});
-    const Outcome outcome = Query(line.transciever, Wire::ReadStatus, GenerousMs, 1);
-    QCOMPARE(outcome.result, 0);
-    QCOMPARE(outcome.Bytes(), Status);
 }
 
 void TestTransciever::RetransmitsTwiceByDefault()
@@ -555,22 +530,13 @@ void TestTransciever::RetransmitsTwiceByDefault()
     QCOMPARE(line.peer.RequestBytes().size(), 3);
 }
 
-void TestTransciever::StoresAnyNumberOfRetransmissions_data()
-{
-    QTest::addColumn<int>("maxRetransmissions");
-    QTest::newRow("none") << 0;
-    QTest::newRow("five") << 5;
-    QTest::newRow("negative") << -7;
-    QTest::newRow("a million") << 1000000;
-}
-
 void TestTransciever::StoresAnyNumberOfRetransmissions()
 {
-    QFETCH(const int, maxRetransmissions);
-    Vesmar::CRC16 crc16(nullptr);
-    Transciever transciever(&crc16, nullptr);
-    transciever.SetMaxRetransmissions(maxRetransmissions);
-    QCOMPARE(transciever.GetMaxRetransmissions(), maxRetransmissions);
+    Port port;
+    for (const int maxRetransmissions : {0, 5, -7, 1000000}) {
+        port.transciever.SetMaxRetransmissions(maxRetransmissions);
+        QCOMPARE(port.transciever.GetMaxRetransmissions(), maxRetransmissions);
+    }
 }
 
 void TestTransciever::TheShorterFormsUseTheStoredRetransmissions()
@@ -590,24 +556,17 @@ void TestTransciever::TheShorterFormsUseTheStoredRetransmissions()
     QCOMPARE(line.peer.RequestBytes().size(), 1);
 }
 
-void TestTransciever::NegativeRetransmissionsSendNothing_data()
-{
-    QTest::addColumn<int>("maxRetransmissions");
-    QTest::newRow("minus one") << -1;
-    QTest::newRow("minus a thousand") << -1000;
-}
-
 void TestTransciever::NegativeRetransmissionsSendNothing()
 {
-    QFETCH(const int, maxRetransmissions);
     Line line;
-    line.peer.AnswerAlways(Status);
-    const Outcome outcome = Query(line.transciever, Wire::ReadVersion, EndlessMs, maxRetransmissions);
-    QCOMPARE(outcome.result, 0);
-    QVERIFY(outcome.response != nullptr);
-    QCOMPARE(outcome.Bytes(), QByteArray());
-
-    QCOMPARE(Query(line.transciever, Wire::ReadStatus, GenerousMs, 0).result, 0);
+    line.peer.AnswerAlways(Data);
+    for (const int maxRetransmissions : {-1, -1000}) {
+        const Outcome outcome = line.Query(Wire::ReadVersion, EndlessMs, maxRetransmissions);
+        QCOMPARE(outcome.result, 0);
+        QVERIFY(outcome.response != nullptr);
+        QCOMPARE(outcome.Bytes(), QByteArray());
+    }
+    QCOMPARE(line.Query().result, 0);
     QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>({Wire::ReadStatus}));
 }
 
@@ -617,7 +576,7 @@ void TestTransciever::PausesAfterEveryFailedAttempt()
     line.peer.AnswerAlways(Wire::Refusal);
     QElapsedTimer timer;
     timer.start();
-    QCOMPARE(Query(line.transciever, Wire::ReadStatus, GenerousMs, 2).result, 2);
+    QCOMPARE(line.Query(GenerousMs, 2).result, 2);
     QVERIFY(timer.elapsed() >= 3 * 200);
 }
 
@@ -626,7 +585,7 @@ void TestTransciever::WaitsForTheWholeTimeout()
     Line line;
     QElapsedTimer timer;
     timer.start();
-    const Outcome outcome = Query(line.transciever, Wire::ReadStatus, 300, 1);
+    const Outcome outcome = line.Query(300, 1);
     QVERIFY(timer.elapsed() >= 2 * (300 + 200));
     QCOMPARE(outcome.result, 3);
     QCOMPARE(outcome.Bytes(), QByteArray());
@@ -637,9 +596,8 @@ void TestTransciever::WaitsForTheWholeTimeout()
 void TestTransciever::AnAnswerEndsTheWait()
 {
     Line line;
-    line.peer.AnswerAlways(Status);
-    auto query = std::async(std::launch::async,
-                            [&] { return Query(line.transciever, Wire::ReadStatus, EndlessMs, 0); });
+    line.peer.AnswerAlways(Data);
+    auto query = line.BeginQuery(EndlessMs, 0);
     QVERIFY(EndsInTime(query));
     QCOMPARE(query.get().result, 0);
 }
@@ -647,31 +605,24 @@ void TestTransciever::AnAnswerEndsTheWait()
 void TestTransciever::SilenceEndsAResponse()
 {
     Line line;
-    line.peer.AnswerAlways(Status.left(2));
-    const Outcome outcome = Query(line.transciever, Wire::ReadStatus, EndlessMs, 0);
+    line.peer.AnswerAlways(Data.left(2));
+    const Outcome outcome = line.Query(EndlessMs, 0);
     QCOMPARE(outcome.result, 4);
-    QCOMPARE(outcome.Bytes(), Status.left(2));
-    line.peer.Send(Status.mid(2));
-    QCOMPARE(Owned(line.transciever.ReadBuffer(GenerousMs)), Status.mid(2));
-}
-
-void TestTransciever::CollectsLongResponses_data()
-{
-    QTest::addColumn<int>("size");
-    for (const int size : {127, 128, 129, 256, 300, 1000}) {
-        QTest::addRow("%d bytes", size) << size;
-    }
+    QCOMPARE(outcome.Bytes(), Data.left(2));
+    line.peer.Send(Data.mid(2));
+    QCOMPARE(Owned(line.transciever.ReadBuffer(GenerousMs)), Data.mid(2));
 }
 
 void TestTransciever::CollectsLongResponses()
 {
-    QFETCH(const int, size);
     Line line;
-    const QByteArray answer = WithChecksum(QByteArray(size - 2, '\xA5'));
-    line.peer.AnswerAlways(answer);
-    const Outcome outcome = Query(line.transciever, Wire::ReadStatus, GenerousMs, 0);
-    QCOMPARE(outcome.result, 0);
-    QCOMPARE(outcome.Bytes(), answer);
+    for (const int size : {127, 128, 129, 256, 300, 1000}) {
+        const QByteArray answer = WithChecksum(QByteArray(size - 2, '\xA5'));
+        line.peer.AnswerAlways(answer);
+        const Outcome outcome = line.Query();
+        QCOMPARE(outcome.result, 0);
+        QCOMPARE(outcome.Bytes(), answer);
+    }
 }
 
 void TestTransciever::SendsLongRequestsWhole()
@@ -683,19 +634,19 @@ void TestTransciever::SendsLongRequestsWhole()
         sector.append(static_cast<char>(byte));
     }
     const QByteArray request = WithChecksum(sector);
-    QCOMPARE(Query(line.transciever, request, GenerousMs, 0).result, 1);
+    QCOMPARE(line.Query(request, GenerousMs, 0).result, 1);
     QCOMPARE(line.peer.RequestBytes().join(), request);
 }
 
 void TestTransciever::DiscardsStaleInputBeforeARequest()
 {
     Line line;
-    line.peer.AnswerAlways(Status);
+    line.peer.AnswerAlways(Data);
     line.peer.Send("stale");
     QVERIFY(line.peer.WaitUntilReadable(5));
-    const Outcome outcome = Query(line.transciever, Wire::ReadStatus, GenerousMs, 0);
+    const Outcome outcome = line.Query();
     QCOMPARE(outcome.result, 0);
-    QCOMPARE(outcome.Bytes(), Status);
+    QCOMPARE(outcome.Bytes(), Data);
 }
 
 void TestTransciever::DiscardsOneBufferOfStaleInputOnly()
@@ -704,7 +655,7 @@ void TestTransciever::DiscardsOneBufferOfStaleInputOnly()
     const QByteArray stale = QByteArray(128, 'x') + QByteArray(72, 'y');
     line.peer.Send(stale);
     QVERIFY(line.peer.WaitUntilReadable(200));
-    const Outcome outcome = Query(line.transciever, Wire::ReadStatus, GenerousMs, 0);
+    const Outcome outcome = line.Query();
     QCOMPARE(outcome.result, 4);
     QCOMPARE(outcome.Bytes(), QByteArray(72, 'y'));
 }
@@ -714,7 +665,7 @@ void TestTransciever::DiscardsStrayInputAtTheEnd()
     Line line;
     line.peer.Send("stray");
     QVERIFY(line.peer.WaitUntilReadable(5));
-    QCOMPARE(Query(line.transciever, Wire::ReadStatus, GenerousMs, -1).result, 0);
+    QCOMPARE(line.Query(GenerousMs, -1).result, 0);
     QCOMPARE(Owned(line.transciever.ReadBuffer()), QByteArray());
 }
 
@@ -727,10 +678,10 @@ void TestTransciever::ExchangesAreTenMillisecondsApart()
     QList<Clock::time_point> answered;
     line.peer.Answer([&answered](const QByteArray&) {
         answered.append(Clock::now());
-        return Status;
+        return Data;
     });
     for (int exchange = 0; exchange < Exchanges; ++exchange) {
-        QCOMPARE(Query(line.transciever, Wire::ReadStatus, GenerousMs, 0).result, 0);
+        QCOMPARE(line.Query().result, 0);
     }
     line.peer.HangUp(); // Ends the peer's thread, which writes the list.
     const QList<ScriptedPeer::Request> requests = line.peer.Requests();
@@ -756,14 +707,14 @@ void TestTransciever::AnUnansweredRequestIsSentThreeTimesByDefault()
 void TestTransciever::StartQuerySendsAndReadsNothing()
 {
     Line line;
-    line.peer.AnswerAlways(Status);
+    line.peer.AnswerAlways(Data);
     const LogCapture log;
     QCOMPARE(line.transciever.StartQuery(Wire::ReadVersion), 1);
     QVERIFY(line.peer.WaitForRequests(1));
     QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>({Wire::ReadVersion}));
     QCOMPARE(log.Texts(), QStringList());
-    QVERIFY(line.peer.WaitUntilReadable(Status.size()));
-    QCOMPARE(Owned(line.transciever.ReadBuffer()), Status);
+    QVERIFY(line.peer.WaitUntilReadable(Data.size()));
+    QCOMPARE(Owned(line.transciever.ReadBuffer()), Data);
 }
 
 void TestTransciever::StartQueriesAreTenMillisecondsApart()
@@ -808,9 +759,9 @@ void TestTransciever::ReadBufferWaitsForData()
     auto reading =
         std::async(std::launch::async, [&] { return Owned(line.transciever.ReadBuffer(EndlessMs)); });
     QCOMPARE(reading.wait_for(std::chrono::milliseconds(50)), std::future_status::timeout);
-    line.peer.Send(Status);
+    line.peer.Send(Data);
     QVERIFY(EndsInTime(reading));
-    QCOMPARE(reading.get(), Status);
+    QCOMPARE(reading.get(), Data);
 }
 
 void TestTransciever::ReadBufferGivesUpAtTheTimeout()
@@ -838,8 +789,7 @@ void TestTransciever::ReadBufferCollectsUntilSilence()
 void TestTransciever::ClosingEndsTheWaitForAnAnswer()
 {
     Line line;
-    auto query = std::async(std::launch::async,
-                            [&] { return Query(line.transciever, Wire::ReadStatus, EndlessMs, 2); });
+    auto query = line.BeginQuery(EndlessMs, 2);
     QVERIFY(line.peer.WaitForRequests(1));
     line.transciever.PrepareToClose();
     QVERIFY(EndsInTime(query));
@@ -853,8 +803,7 @@ void TestTransciever::ClosingEndsEveryWaitUntilClose()
     Line line;
     line.transciever.PrepareToClose();
     auto queries = std::async(std::launch::async, [&] {
-        return Query(line.transciever, Wire::ReadStatus, EndlessMs, 0).result * 10 +
-               Query(line.transciever, Wire::ReadStatus, EndlessMs, 0).result;
+        return line.Query(EndlessMs, 0).result * 10 + line.Query(EndlessMs, 0).result;
     });
     QVERIFY(EndsInTime(queries));
     QCOMPARE(queries.get(), 33);
@@ -871,18 +820,17 @@ void TestTransciever::CloseClearsTheClosingFlag()
 {
     QFETCH(const bool, openBefore);
     ScriptedPeer peer;
-    Vesmar::CRC16 crc16(nullptr);
-    Transciever transciever(&crc16, nullptr);
+    Port port;
     if (openBefore) {
-        QVERIFY(transciever.Open());
+        QVERIFY(port.transciever.Open());
     }
-    transciever.PrepareToClose();
-    transciever.Close();
-    QVERIFY(transciever.Open());
+    port.transciever.PrepareToClose();
+    port.transciever.Close();
+    QVERIFY(port.transciever.Open());
 
     QElapsedTimer timer;
     timer.start();
-    QCOMPARE(Query(transciever, Wire::ReadStatus, 300, 0).result, 3);
+    QCOMPARE(port.Query(300, 0).result, 3);
     QVERIFY2(timer.elapsed() >= 300 + 200, "the wait still ends at once");
 }
 
@@ -890,8 +838,7 @@ void TestTransciever::ACloseBetweenAttemptsEndsTheQuery()
 {
     Line line;
     line.peer.AnswerAlways(Wire::Refusal);
-    auto query = std::async(std::launch::async,
-                            [&] { return Query(line.transciever, Wire::ReadStatus, EndlessMs, 1000); });
+    auto query = line.BeginQuery(EndlessMs, 1000);
     QVERIFY(line.peer.WaitForRequests(2));
     line.transciever.Close();
     QVERIFY(EndsInTime(query));
@@ -902,8 +849,7 @@ void TestTransciever::AQueryNeverWritesToTheFileThatTookItsDescriptor()
 {
     Line line;
     line.peer.AnswerAlways(Wire::Refusal);
-    auto query =
-        std::async(std::launch::async, [&] { return Query(line.transciever, Wire::ReadStatus, 200, 1000); });
+    auto query = line.BeginQuery(200, 1000);
     QVERIFY(line.peer.WaitForRequests(1));
     line.transciever.Close();
     QTemporaryFile file;
@@ -917,8 +863,7 @@ void TestTransciever::AFailingReadEndsTheWaitAndCountsAsNothing()
 {
     Line line;
     FailSerialDeviceReads(0);
-    auto query = std::async(std::launch::async,
-                            [&] { return Query(line.transciever, Wire::ReadStatus, EndlessMs, 0); });
+    auto query = line.BeginQuery(EndlessMs, 0);
     QVERIFY(EndsInTime(query));
     const Outcome outcome = query.get();
     QCOMPARE(outcome.result, 3);
@@ -928,18 +873,18 @@ void TestTransciever::AFailingReadEndsTheWaitAndCountsAsNothing()
 void TestTransciever::AFailingReadAddsNothingToTheResponse()
 {
     Line line;
-    line.peer.AnswerAlways(Status);
+    line.peer.AnswerAlways(Data);
     FailSerialDeviceReads(1);
-    const Outcome outcome = Query(line.transciever, Wire::ReadStatus, GenerousMs, 0);
+    const Outcome outcome = line.Query();
     QCOMPARE(outcome.result, 0);
-    QCOMPARE(outcome.Bytes(), Status);
+    QCOMPARE(outcome.Bytes(), Data);
 }
 
 void TestTransciever::AFailingReadLeavesTheBufferEmpty()
 {
     Line line;
-    line.peer.Send(Status);
-    QVERIFY(line.peer.WaitUntilReadable(Status.size()));
+    line.peer.Send(Data);
+    QVERIFY(line.peer.WaitUntilReadable(Data.size()));
     FailSerialDeviceReads(0);
     QCOMPARE(Owned(line.transciever.ReadBuffer()), QByteArray());
     QCOMPARE(Owned(line.transciever.ReadBuffer(20)), QByteArray());
@@ -959,8 +904,7 @@ void TestTransciever::AHangUpEndsAQuery()
     if (!duringTheQuery) {
         line.peer.HangUp();
     }
-    auto query =
-        std::async(std::launch::async, [&] { return Query(line.transciever, Wire::ReadStatus, 500, 1); });
+    auto query = line.BeginQuery(500, 1);
     if (duringTheQuery) {
         QVERIFY(line.peer.WaitForRequests(1));
         line.peer.HangUp();
@@ -978,21 +922,21 @@ void TestTransciever::AHangUpIsOvercomeByOpeningAgain()
 {
     Line line;
     line.peer.HangUp();
-    QCOMPARE(Query(line.transciever, Wire::ReadStatus, 20, 0).result, 3);
+    QCOMPARE(line.Query(20, 0).result, 3);
     line.transciever.Close();
 
     ScriptedPeer next;
-    next.AnswerAlways(Status);
+    next.AnswerAlways(Data);
     QVERIFY(line.transciever.Open());
-    QCOMPARE(Query(line.transciever, Wire::ReadStatus, GenerousMs, 0).result, 0);
+    QCOMPARE(line.Query().result, 0);
 }
 
 void TestTransciever::TracesEveryAttempt()
 {
     Line line;
-    line.peer.AnswerInTurn({Wire::Refusal, Wire::DamagedStatus, QByteArray(), Status});
+    line.peer.AnswerInTurn({Wire::Refusal, Wire::DamagedStatus, QByteArray(), Data});
     const LogCapture log;
-    QCOMPARE(Query(line.transciever, Wire::ReadStatus, 2000, 3).result, 0);
+    QCOMPARE(line.Query(2000, 3).result, 0);
     const QStringList texts = log.Texts();
     QCOMPARE(texts.size(), 4);
     QVERIFY(texts.at(0).endsWith(
@@ -1009,12 +953,12 @@ void TestTransciever::TracesAStartAndAPrepare()
     Line line;
     line.peer.AnswerAlways(Wire::Acknowledge);
     const LogCapture log;
-    QCOMPARE(Query(line.transciever, Wire::Bytes("53966A"), GenerousMs, 0).result, 1);
+    QCOMPARE(line.Query(Wire::StartMeasurement, GenerousMs, 0).result, 1);
     QVERIFY(log.Contains(QStringLiteral("[3b]\033[0;32m ACK\033[0m")));
     QVERIFY(log.Contains(QStringLiteral("\033[0;32mFunction run.\033[0m")));
 
     const QByteArray prepare = WithChecksum(Wire::Bytes("50 03 05 04 00 FF FF FF FF"));
-    QCOMPARE(Query(line.transciever, prepare, GenerousMs, 0).result, 1);
+    QCOMPARE(line.Query(prepare, GenerousMs, 0).result, 1);
     QVERIFY(log.Contains(QStringLiteral("\033[0;32mFunction prepare: ")));
     QVERIFY(log.Contains(QStringLiteral("Function name: Riso\033[0m")));
 }
@@ -1022,12 +966,12 @@ void TestTransciever::TracesAStartAndAPrepare()
 void TestTransciever::TracesTheReadBuffer()
 {
     Line line;
-    line.peer.Send(Status);
-    QVERIFY(line.peer.WaitUntilReadable(Status.size()));
+    line.peer.Send(Data);
+    QVERIFY(line.peer.WaitUntilReadable(Data.size()));
     const LogCapture log;
     Owned(line.transciever.ReadBuffer());
     Owned(line.transciever.ReadBuffer());
-    line.peer.Send(Status);
+    line.peer.Send(Data);
     Owned(line.transciever.ReadBuffer(GenerousMs));
     QCOMPARE(log.Texts().size(), 3);
     QCOMPARE(log.Texts().filter(QStringLiteral("ReadingBuffer: ")).size(), 3);
