@@ -11,27 +11,22 @@
 namespace Vesmar::FunctionStateSets
 {
 
-// clang-format off
-
 /// Running: the function ended, and there is no result.
-inline constexpr std::array EndedWithoutResult{
-    FunctionState::Idle, FunctionState::PrepareError, FunctionState::Prepared, FunctionState::StartError,
-    FunctionState::Terminated};
+inline constexpr std::array EndedWithoutResult{FunctionState::Idle, FunctionState::PrepareError,
+                                               FunctionState::Prepared, FunctionState::StartError,
+                                               FunctionState::Terminated};
 
 /// Stopping: the function is over.
-inline constexpr std::array OverWhenStopping{
-    FunctionState::Idle, FunctionState::Completed, FunctionState::Prepared, FunctionState::Terminated};
+inline constexpr std::array OverWhenStopping{FunctionState::Idle, FunctionState::Completed,
+                                             FunctionState::Prepared, FunctionState::Terminated};
 
 /// Aborting: the function is over, or did not come to run.
 inline constexpr std::array OverWhenAborting{
-    FunctionState::Idle, FunctionState::Preparing, FunctionState::Completed, FunctionState::PrepareError,
+    FunctionState::Idle,     FunctionState::Preparing,  FunctionState::Completed, FunctionState::PrepareError,
     FunctionState::Prepared, FunctionState::StartError, FunctionState::Terminated};
 
 /// Stopping and aborting: the function has to be told to stop.
-inline constexpr std::array StillRunning{
-    FunctionState::Starting, FunctionState::Running};
-
-// clang-format on
+inline constexpr std::array StillRunning{FunctionState::Starting, FunctionState::Running};
 
 template <typename Set>
 bool Contains(const Set& set, FunctionState state)
