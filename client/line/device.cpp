@@ -45,13 +45,13 @@ bool IsAllowed(const char* path, int access)
 
 Device::Device(const char* path)
 {
-    const int location = ::open(path, O_PATH | O_CLOEXEC); // tells of a device without opening it
+    const int location = ::open(path, O_PATH | O_CLOEXEC); // identifies a device without opening it
     if (location < 0) {
         _findings.pathError = errno;
         _findings.target = LinkTarget(path);
         return;
     }
-    LookAt(path, location);
+    Examine(path, location);
     ::close(location);
     if (_findings.IsCharacterDevice()) {
         Open(path);
@@ -65,7 +65,7 @@ Device::~Device()
     }
 }
 
-void Device::LookAt(const char* path, int location)
+void Device::Examine(const char* path, int location)
 {
     if (::fstat(location, &_findings.identity) != 0) {
         _findings.pathError = errno;

@@ -9,22 +9,22 @@ namespace VesmarClient
 
 /// What a serial device is, and what this user may do with it.
 struct DeviceFindings {
-    int pathError = 0;         ///< Why there is nothing at its path; 0, or an error number.
-    QString target;            ///< What the path leads to in the end; where that is missing, its link.
-    struct stat identity = {}; ///< Valid where there is something.
-    QString owner;             ///< A name, or a number that has none.
-    QString group;             ///< Likewise.
-    bool isReadable = false;   ///< By this user.
-    bool isWritable = false;   ///< Likewise.
-    int openError = 0;         ///< Why it cannot be opened; 0, or an error number.
-    bool isTerminal = false;   ///< Known of an open device only.
+    int pathError = 0; ///< Why there is nothing at the path: an error number; 0 where there is something.
+    QString target;    ///< What the path leads to in the end. Where that is missing, what the link says.
+    struct stat identity = {}; ///< Valid where there is something at the path.
+    QString owner;             ///< The owner's name, or the number where there is no name.
+    QString group;             ///< The group's name, or the number where there is no name.
+    bool isReadable = false;   ///< Whether this user may read it.
+    bool isWritable = false;   ///< Whether this user may write it.
+    int openError = 0;         ///< Why it cannot be opened: an error number; 0 where it can.
+    bool isTerminal = false;   ///< Known only of a device that could be opened.
 
     bool IsThere() const { return pathError == 0; }
     bool IsCharacterDevice() const { return IsThere() && S_ISCHR(identity.st_mode); }
     bool IsNoTerminal() const { return IsCharacterDevice() && openError == 0 && !isTerminal; }
 };
 
-/// A serial device that is looked at, and kept open where it can be. Nothing is sent and no setting is
+/// Examines a serial device, and keeps it open where it can be opened. Nothing is sent and no setting is
 /// changed.
 class Device
 {
@@ -39,7 +39,7 @@ public:
     int Descriptor() const { return _descriptor; }
 
 private:
-    void LookAt(const char* path, int location);
+    void Examine(const char* path, int location);
     void Open(const char* path);
 
     DeviceFindings _findings;

@@ -42,24 +42,24 @@ QByteArray ContentOf(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// Looks through what one program has open.
-class ProcessLook
+/// Examines what one program has open.
+class ProcessExamination
 {
 public:
-    ProcessLook(const QString& folder, const struct stat& device) : _folder(folder), _device(device)
+    ProcessExamination(const QString& folder, const struct stat& device) : _folder(folder), _device(device)
     {
         const QDir descriptors(folder + QStringLiteral("/fd"));
         // Links that lead to no file, as of a socket, are only listed as something of the system.
         for (const QString& descriptor :
              descriptors.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)) {
-            LookAt(descriptor);
+            Examine(descriptor);
         }
     }
 
     bool IsHolder() const { return _hasDevice && !_hasOtherEnd; }
 
 private:
-    void LookAt(const QString& descriptor)
+    void Examine(const QString& descriptor)
     {
         struct stat file = {};
         const QByteArray path = QFile::encodeName(_folder + QStringLiteral("/fd/") + descriptor);
@@ -104,7 +104,7 @@ DeviceHolders FindHolders(const struct stat& device)
         }
         const QString folder = QStringLiteral("/proc/") + name;
         holders.isComplete = holders.isComplete && !IsUnreadable(folder);
-        if (ProcessLook(folder, device).IsHolder()) {
+        if (ProcessExamination(folder, device).IsHolder()) {
             const QString program =
                 QString::fromLocal8Bit(ContentOf(folder + QStringLiteral("/comm")).trimmed());
             holders.programs.append({process, program});

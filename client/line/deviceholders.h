@@ -18,7 +18,7 @@ struct DeviceHolder {
 /// The programs that hold a device.
 struct DeviceHolders {
     QVector<DeviceHolder> programs;
-    bool isComplete = false; ///< False where programs of other users may hold it unseen.
+    bool isComplete = false; ///< False where a program of another user may hold it unseen.
 };
 
 /// Who holds the character device. This program does not count, nor does, for a pseudo-terminal, the program

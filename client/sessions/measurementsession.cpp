@@ -15,13 +15,13 @@ using Vesmar::FunctionState;
 using Vesmar::MeasurementState;
 using Vesmar::MeasurementType;
 
-/// One with which the library itself ends a measurement.
+/// Whether the library itself ends a measurement with this error.
 bool IsMeasurementError(Error error)
 {
     return error >= Error::PrepareFailed && error <= Error::MeasurementFailed;
 }
 
-/// The library has ended the measurement. It goes on to wait for the next one by itself.
+/// The library has ended the measurement. By itself it goes on to wait for the next one.
 bool IsOver(MeasurementState status)
 {
     return status == MeasurementState::Stopped || status == MeasurementState::Preparing;
@@ -62,7 +62,8 @@ MeasurementSession::Action MeasurementSession::Observe(const MeasurementPicture&
     return Action::None;
 }
 
-/// A loss that was over before it could be seen still shows: the library leaves measurement mode over it.
+/// A loss of the link that was over before it could be seen still shows: the library leaves measurement mode
+/// over it.
 bool MeasurementSession::IsLinkLost(const MeasurementPicture& picture) const
 {
     switch (_phase) {
@@ -83,7 +84,7 @@ bool MeasurementSession::IsLinkLost(const MeasurementPicture& picture) const
     return false;
 }
 
-/// The first one is kept: the next status takes it away again, and what follows follows from it.
+/// The first error is kept: the next status clears it again, and later errors follow from it.
 void MeasurementSession::RecordError(Error error)
 {
     if (_error == Error::NoErrors) {
@@ -131,7 +132,7 @@ MeasurementSession::Action MeasurementSession::ObserveMeasuring(const Measuremen
     const bool isMeasuring = picture.status == MeasurementState::Measuring ||
                              (_isSingle && picture.status == MeasurementState::Running);
     if (isMeasuring && IsFunctionLost(picture)) {
-        // Not with an abort: the library would wait for the state of a function that no status tells of any
+        // Not with an abort: the library would wait for the state of a function that no status reports any
         // more.
         return Fail(Reason::FunctionLost, Action::Leave);
     }
@@ -145,8 +146,8 @@ MeasurementSession::Action MeasurementSession::ObserveMeasuring(const Measuremen
     return Action::None;
 }
 
-/// The library goes on to read for as long as there is something new, be it the mains. A single function may
-/// be over once its result is there.
+/// The library goes on reading as long as there is a new measurement, be it of the mains. A single function
+/// may be over once its result has been read.
 bool MeasurementSession::IsFunctionLost(const MeasurementPicture& picture) const
 {
     return picture.function != _activeFunction && !(_isSingle && picture.hasResult);
@@ -175,7 +176,7 @@ MeasurementSession::Action MeasurementSession::IdentityRead(const MeasurementPic
 
 MeasurementSession::Action MeasurementSession::Abort()
 {
-    if (_outcome != Outcome::None) { // it is ending already
+    if (_outcome != Outcome::None) { // the measurement is ending already
         return Action::None;
     }
     _outcome = Outcome::Aborted;

@@ -10,22 +10,22 @@
 namespace VesmarClient
 {
 
-/// What the library tells about a measurement, at one moment.
+/// The properties of the library that concern a measurement, at one moment.
 struct MeasurementPicture {
     Vesmar::Error error;
     Vesmar::MeasurementState status;
     Vesmar::FunctionState functionStatus;
-    Vesmar::MeasurementType function; ///< The one that is active at the instrument.
-    int seconds;                      ///< That the measurement has run.
-    bool hasResult;                   ///< Of the function that is measured.
-    bool isModeActive;                ///< Measurement mode.
+    Vesmar::MeasurementType function; ///< The function that is active at the instrument.
+    int seconds;                      ///< How long the measurement has run.
+    bool hasResult;                   ///< Whether a result of the function that is measured has been read.
+    bool isModeActive;                ///< Whether the library is in measurement mode.
 };
 
 /// Leads one measurement from an instrument that has just been connected to one that is confirmed to have
 /// stopped. It decides, and does nothing itself: every call returns what is to be done.
 ///
 /// The settings are handed over before measurement mode is entered: then the first thing that the library
-/// does there is to prepare, and what is left of an earlier function is never taken for the prepared one. At
+/// does there is to prepare, and a status that is left of an earlier function never counts as prepared. At
 /// the end measurement mode is left and the identity asked for, in one go. The library answers that only when
 /// it monitors again, after a fresh status: an active function after that is being stopped by the library
 /// itself, and no active function means that the instrument has stopped.
@@ -33,54 +33,55 @@ class MeasurementSession
 {
 public:
     enum class Phase {
-        AwaitingIdle, ///< Another function is active at the instrument; the library stops it.
+        AwaitingIdle, ///< Another function is active at the instrument, and the library stops it.
         Preparing,
-        Checking,      ///< Something may be wrong with the object under test; that is being found out.
-        AwaitingMains, ///< The mains voltage does not suit the test; it is checked without limit.
+        Checking,      ///< The library finds out whether something is wrong with the object under test.
+        AwaitingMains, ///< The mains voltage does not suit the test. It is checked without a time limit.
         Starting,
         Running,
         Stopping,   ///< The library ends the measurement.
-        CleaningUp, ///< The library is through with it, the instrument is not.
-        Leaving,    ///< Measurement mode is left, and the end awaits its confirmation.
+        CleaningUp, ///< The library has finished the clean-up, the instrument may not have.
+        Leaving,    ///< Measurement mode has been left, and the stop is not confirmed yet.
         Ended
     };
 
     enum class Outcome { None, Completed, Failed, Aborted, LinkLost };
 
-    /// Why it failed.
+    /// Why the measurement failed.
     enum class Reason {
         None,
-        Error,        ///< `Error()` tells.
-        NotPrepared,  ///< In the time given.
-        NotStarted,   ///< In the time given.
-        NoResult,     ///< It ended early or without a reading, and no error was seen.
-        FunctionLost, ///< While it ran, the instrument gave it up for something else, or restarted.
-        OtherFunction ///< One that was not started here does not stop.
+        Error,        ///< `FirstError()` is the reason.
+        NotPrepared,  ///< The instrument did not prepare it in the time given.
+        NotStarted,   ///< The instrument did not start it in the time given.
+        NoResult,     ///< The measurement ended early or without a reading, and no error was seen.
+        FunctionLost, ///< While it ran, the instrument gave it up for another function, or restarted.
+        OtherFunction ///< A function that was not started here does not stop.
     };
 
     enum class Action {
         None,
         Prepare,         ///< Hand over the settings, then enter measurement mode.
-        PrepareAndStart, ///< The same, and ask for the start as well.
+        PrepareAndStart, ///< The same as `Prepare`, and ask for the start as well.
         Start,
-        Abort, ///< Abort, then as `Leave`.
+        Abort, ///< Abort the measurement, then do the same as for `Leave`.
         Leave, ///< Leave measurement mode and ask for the identity.
-        Finish ///< It has ended.
+        Finish ///< The session has ended.
     };
 
-    /// A continuous function has a time after which it is complete, or none: then it runs until it is
-    /// aborted. A single one is complete with its result.
+    /// A continuous function is complete after so many seconds; without them, it runs until it is aborted. A
+    /// single function is complete with its result.
     MeasurementSession(Vesmar::MeasurementType function, bool isSingle, std::optional<int> seconds);
     virtual ~MeasurementSession() = default;
 
-    /// The link is up.
+    /// To be called when the link is up.
     Action Begin(const MeasurementPicture& picture) { return Observe(picture); }
-    /// Something has changed.
+    /// To be called whenever a part of the picture has changed.
     Action Observe(const MeasurementPicture& picture);
+    /// To be called when the instrument's identity has been read.
     Action IdentityRead(const MeasurementPicture& picture);
-    /// Somebody wants it to end.
+    /// To be called when somebody wants the measurement to end.
     Action Abort();
-    /// The present phase has taken too long.
+    /// To be called when the present phase has lasted too long.
     virtual Action TimeOver();
 
     /// What the instrument calls the function while it is active.
@@ -94,7 +95,7 @@ public:
     bool IsStopConfirmed() const { return _isStopConfirmed; }
 
 protected:
-    /// When the instrument does nothing else.
+    /// What is to be done once no other function is active at the instrument.
     virtual Action FirstAction() const;
     virtual Action ObservePreparing(const MeasurementPicture& picture);
     virtual Action ObserveMeasuring(const MeasurementPicture& picture);
@@ -102,7 +103,7 @@ protected:
     void Enter(Phase phase) { _phase = phase; }
     Action Complete();
     Action Fail(Reason reason, Action action);
-    /// The error is the one to be told, unless there was one before.
+    /// The error becomes `FirstError()`, unless there was one before.
     Action FailWith(Vesmar::Error error, Action action);
 
 private:

@@ -17,7 +17,7 @@ MeasurementType FunctionOf(RcdTest test)
     return isIec ? MeasurementType::RCDIEC : MeasurementType::RCD;
 }
 
-/// What a check of the object under test has found.
+/// Whether a check of the object under test has found this error.
 bool IsObjectError(Error error)
 {
     return error >= Error::RCDCheckObjectFailed && error <= Error::RCDCheckObjectULNIECInvalid;
@@ -47,7 +47,7 @@ MeasurementSession::Action RcdSession::ObserveMeasuring(const MeasurementPicture
     return ObserveTest(picture);
 }
 
-/// The watch withdraws the preparation with every error but those of the object.
+/// The library's watch withdraws the preparation with every error but those of the object under test.
 MeasurementSession::Action RcdSession::ObserveWatch(const MeasurementPicture& picture)
 {
     if (picture.error != Error::NoErrors && !IsObjectError(picture.error)) {
@@ -64,7 +64,7 @@ MeasurementSession::Action RcdSession::ObserveWatch(const MeasurementPicture& pi
     return picture.functionStatus == FunctionState::PrepareError ? ObserveCheck(picture) : Action::None;
 }
 
-/// A check that never finds anything cannot be told from one that has not been made yet.
+/// A check that finds nothing looks the same as one that has not been made yet.
 MeasurementSession::Action RcdSession::ObserveCheck(const MeasurementPicture& picture)
 {
     const bool isOvercome = _objectError != Error::NoErrors && picture.error == Error::NoErrors;
@@ -76,7 +76,7 @@ MeasurementSession::Action RcdSession::ObserveCheck(const MeasurementPicture& pi
 MeasurementSession::Action RcdSession::StartWatched()
 {
     _isStartAsked = true;
-    Enter(Phase::Preparing); // of the test, which prepares once more
+    Enter(Phase::Preparing); // the test itself prepares once more
     return Action::Start;
 }
 
@@ -90,7 +90,8 @@ MeasurementSession::Action RcdSession::ObserveTest(const MeasurementPicture& pic
     return Action::None;
 }
 
-/// It may go back: a silent test is started again, and one of the instrument's errors begins everything anew.
+/// The phase may go back: a silent test is started again, and one of the instrument's errors makes the test
+/// begin anew.
 MeasurementSession::Phase RcdSession::PhaseOf(const MeasurementPicture& picture) const
 {
     switch (picture.status) {
@@ -129,7 +130,7 @@ bool RcdSession::IsOver(const MeasurementPicture& picture) const
     }
 }
 
-/// An IEC test that the instrument's error ends before its start leaves no error behind.
+/// An IEC test that an error of the instrument ends before its start leaves no error behind, and no result.
 MeasurementSession::Action RcdSession::End(const MeasurementPicture& picture)
 {
     const bool isCleanUp = _test == RcdTest::CleanUp;
@@ -139,7 +140,7 @@ MeasurementSession::Action RcdSession::End(const MeasurementPicture& picture)
     if (!(isCleanUp ? _wasStartTried : picture.hasResult)) {
         return Fail(Reason::NoResult, Action::Leave);
     }
-    if (isCleanUp) { // the library does not wait for its end, and leaving would cut it short
+    if (isCleanUp) { // the library does not wait for the end of a clean-up, and leaving would cut it short
         Enter(Phase::CleaningUp);
         return Action::None;
     }

@@ -8,10 +8,10 @@ namespace VesmarClient
 
 /// Leads one test of a residual-current device.
 ///
-/// The library prepares and watches the Ub/Re test before it is started; only then does it tell what is wrong
-/// with the object under test. It leads the others to their end in one go. A test is over when
-/// `MeasurementStatus` is `Stopped`, or `Unknown` a moment later, and `ErrorCode` tells then whether anything
-/// went wrong: an error that was seen earlier may have been overcome.
+/// The library prepares and watches the Ub/Re test before it is started; only then does it report what is
+/// wrong with the object under test. It leads the other tests to their end in one go. A test is over when
+/// `MeasurementStatus` is `Stopped`, or `Unknown` a moment later. `ErrorCode` then says whether anything went
+/// wrong: an error that was seen earlier may have been overcome.
 class RcdSession : public MeasurementSession
 {
 public:
@@ -35,11 +35,12 @@ private:
     Action End(const MeasurementPicture& picture);
 
     RcdTest _test;
-    Vesmar::Error _objectError = Vesmar::Error::NoErrors; ///< What the last check has found.
+    Vesmar::Error _objectError =
+        Vesmar::Error::NoErrors; ///< What the last check of the object under test has found.
     bool _isStartAsked;
-    bool _isEndFresh = false;    ///< `Stopped` is not left from a test before.
-    bool _isUnderWay = false;    ///< `Unknown` is not from before the test.
-    bool _wasStartTried = false; ///< The preparation is behind it.
+    bool _isEndFresh = false;    ///< A status `Stopped` is not left from an earlier test.
+    bool _isUnderWay = false;    ///< A status `Unknown` is not from before the test.
+    bool _wasStartTried = false; ///< The test has been prepared, and its start was tried.
 };
 
 } // namespace VesmarClient

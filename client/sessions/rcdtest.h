@@ -12,8 +12,8 @@ enum class RcdTest { UbRe, IaTa, IecIaTa, CleanUp };
 
 /// A mode of such a test.
 struct RcdMode {
-    const char* name; ///< On the command line.
-    int number;       ///< In the settings.
+    const char* name; ///< As people call it, such as "ub-re".
+    int number;       ///< The mode's number in the settings.
     RcdTest test;
 };
 
@@ -24,7 +24,7 @@ constexpr RcdModes ModesOfRcd{
 constexpr RcdModes ModesOfRcdIec{
     {{"ia-ta-1", 1, RcdTest::IecIaTa}, {"ia-ta-2", 2, RcdTest::IecIaTa}, {"clean-up", 3, RcdTest::CleanUp}}};
 
-/// The mode of the settings; null where none is set, and for those of any other function.
+/// The mode of the settings. Null where none is set, and for the settings of any other function.
 const RcdMode* RcdModeOf(const Vesmar::MeasurementSettings& settings);
 
 } // namespace VesmarClient

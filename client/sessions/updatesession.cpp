@@ -75,7 +75,7 @@ void UpdateSession::EnterPhaseOf(OperationState status)
     }
 }
 
-/// The library has left the update, and what it told at the end was not seen.
+/// The library has left the update, and what it reported at the end was not seen.
 void UpdateSession::Conclude(Error error)
 {
     if (_progress < AllOfIt) {
@@ -87,7 +87,7 @@ void UpdateSession::Conclude(Error error)
     }
 }
 
-/// In another mode than these two, the library restarts it by itself.
+/// In another mode than these two, the library restarts the instrument by itself.
 void UpdateSession::IdentityRead(OperationMode mode)
 {
     if (_phase != Phase::Restarting) {
@@ -137,7 +137,7 @@ void UpdateSession::LinkClosed(const UpdatePicture& picture)
     }
 }
 
-/// As the library counts: in per cent, truncated.
+/// The library counts in per cent, truncated.
 int UpdateSession::ConfirmedSectors() const
 {
     const qint64 hundredths = static_cast<qint64>(_progress) * _sectors;

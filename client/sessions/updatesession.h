@@ -7,7 +7,7 @@
 namespace VesmarClient
 {
 
-/// What the library tells about a firmware update, at one moment.
+/// The properties of the library that concern a firmware update, at one moment.
 struct UpdatePicture {
     Vesmar::Error error;
     Vesmar::OperationState status;
@@ -15,62 +15,65 @@ struct UpdatePicture {
     Vesmar::OperationMode mode;
 };
 
-/// Follows one firmware update from the link that is up to the instrument that is back with its firmware. It
-/// judges, and does nothing itself.
+/// Observes one firmware update, from the link that is up to the instrument that is back with its firmware.
+/// It decides how the update stands, and does nothing itself.
 ///
 /// The library's errors last until the next status, and its operation state `Finished` for one exchange, so
-/// either may be gone before it is seen. What follows tells the same: an update that is left before all
+/// either may be gone before it is seen. What comes next shows the same: an update that is left before all
 /// sectors are confirmed has failed, and one that is left after that without an error of the link is
-/// confirmed. Whether it was taken is for the instrument to say, by coming back in its normal mode.
+/// confirmed. The instrument shows that it has accepted the firmware by coming back in its normal mode.
 class UpdateSession
 {
 public:
     enum class Phase {
         Connecting,
         ChangingMode, ///< Nothing has been sent yet.
-        Initializing, ///< From here to the end of `Sending` it must not be cut short.
+        Initializing, ///< From here to the end of `Sending`, the update must not be cut short.
         Sending,
-        Restarting, ///< All was confirmed; the instrument installs it and comes back.
+        Restarting, ///< All was confirmed. The instrument installs the firmware and comes back.
         Ended
     };
 
     enum class Outcome {
         None,
         Updated,
-        Failed, ///< `FirstError()` tells.
+        Failed, ///< `FirstError()` is the reason.
         ModeNotChanged,
-        StaysInUpdateMode, ///< All was confirmed, but it did not leave that mode.
-        NotBack,           ///< All was confirmed, but it was not seen again.
-        LinkLost,          ///< Before anything was sent.
-        Interrupted        ///< By the signal `SignalNumber()`, at a harmless moment.
+        StaysInUpdateMode, ///< All was confirmed, but the instrument did not leave update mode.
+        NotBack,           ///< All was confirmed, but the instrument was not seen again.
+        LinkLost,          ///< The link was lost before anything was sent.
+        Interrupted        ///< The signal `SignalNumber()` ended it, at a harmless moment.
     };
 
     UpdateSession(int sectors, bool isOffline);
 
-    /// The update has been asked for.
+    /// To be called when the update has been asked for.
     void Begin();
-    /// Something has changed.
+    /// To be called whenever a part of the picture has changed.
     void Observe(const UpdatePicture& picture);
-    /// Of the instrument, in the mode given.
+    /// To be called when the instrument's identity has been read, in the mode given.
     void IdentityRead(Vesmar::OperationMode mode);
-    /// A moment after the library has left the update, when a lost link would have shown.
+    /// To be called a moment after the library has left the update, when a lost link would have shown.
     void CheckMode(const UpdatePicture& picture);
-    /// The present phase has taken too long. The status is the present one, which may tell that it is over.
+    /// To be called when the present phase has lasted too long. The status is the present one, which may show
+    /// that the phase is over.
     void TimeOver(Vesmar::OperationState status);
-    /// Somebody wants it to end. False where that must not be; the status likewise.
+    /// To be called when somebody wants the update to end. False where it must not end. The status is the
+    /// present one.
     bool Interrupt(Vesmar::OperationState status, int signalNumber);
-    /// The link was taken down. The picture tells what was cut short all the same.
+    /// To be called when the link has been closed. The picture shows an update that was cut short all the
+    /// same.
     void LinkClosed(const UpdatePicture& picture);
 
     Phase CurrentPhase() const { return _phase; }
     Outcome CurrentOutcome() const { return _outcome; }
     Vesmar::Error FirstError() const { return _error; }
-    /// The phase in which it ended.
+    /// The phase in which the update ended.
     Phase EndedIn() const { return _endedIn; }
     int SignalNumber() const { return _signalNumber; }
     int Progress() const { return _progress; }
     int Sectors() const { return _sectors; }
-    /// How many sectors were confirmed, at least: a per cent may be more than one.
+    /// How many sectors were confirmed at least: one per cent may be more than one sector.
     int ConfirmedSectors() const;
 
 private:

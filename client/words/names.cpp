@@ -86,8 +86,8 @@ constexpr std::array<Named<MeasurementState>, 9> MeasurementStates{{
     {MeasurementState::Stopped, "Stopped"},
 }};
 
-/// Every error but the two numbered rows of the instrument's own, and of these the ones that may be the
-/// library's.
+/// Every error but the two numbered rows of errors of the instrument's own. Those of the second row that the
+/// library reports as well are in this table.
 constexpr std::array<NamedError, 26> Errors{{
     {Error::NoErrors, "NoErrors", "no error"},
     {Error::NoResponse, "NoResponse", "the link is lost: the instrument does not answer"},

@@ -22,7 +22,7 @@ QString Name(Vesmar::Error value);
 QString Name(Vesmar::OperationState value);
 QString Name(Vesmar::MeasurementState value);
 
-/// What the error means, in words that end a line.
+/// What the error means, in words that can end a line.
 QString Meaning(Vesmar::Error value);
 
 /// "CommunicationRecovery (103)"; the number alone for a value that has no name.

@@ -7,19 +7,19 @@
 namespace VesmarClient
 {
 
-/// One reading of a result. Its unit is the instrument's own.
+/// One reading of a result. Its unit is the instrument's own, which is not known.
 struct Reading {
     const char* name;
     float value;
 };
 
-/// Whether there is a reading at all.
+/// Whether the instrument has given a value for this reading.
 bool IsPresent(float reading);
 
 /// The names of a function's readings, in order; none for a function without named readings.
 QVector<const char*> ReadingNames(Vesmar::MeasurementType function);
 
-/// The readings that have names.
+/// The readings of a result that have names, in the order of `ReadingNames`.
 QVector<Reading> ReadingsOf(const Vesmar::MeasurementResults& results);
 
 } // namespace VesmarClient
