@@ -10,31 +10,10 @@
 #include <csignal>
 #include <cstdlib>
 
+#include "support/redirection.h"
+
 namespace
 {
-
-/// Puts one descriptor in the place of another for a while.
-class Diversion
-{
-public:
-    Diversion(int descriptor, int replacement) : _descriptor(descriptor), _own(::dup(descriptor))
-    {
-        ::dup2(replacement, descriptor);
-    }
-
-    ~Diversion()
-    {
-        ::dup2(_own, _descriptor);
-        ::close(_own);
-    }
-
-    Diversion(const Diversion&) = delete;
-    Diversion& operator=(const Diversion&) = delete;
-
-private:
-    int _descriptor;
-    int _own;
-};
 
 QByteArray ReadAll(int descriptor)
 {
@@ -91,8 +70,8 @@ void TestCliLiveScreen::NoLiveLineWithoutATerminal()
     bool hasLiveLine = true;
     bool isWhole = false;
     {
-        const Diversion output(STDOUT_FILENO, _output[1]);
-        const Diversion errors(STDERR_FILENO, _errors[1]);
+        const Redirection output(STDOUT_FILENO, _output[1]);
+        const Redirection errors(STDERR_FILENO, _errors[1]);
         Cli::LiveScreen screen(true);
         hasLiveLine = screen.HasLiveLine();
         screen.Write("one\ntwo\n");
@@ -109,8 +88,8 @@ void TestCliLiveScreen::LiveLineGivesWayToOtherLines()
 {
     bool hasLiveLine = false;
     {
-        const Diversion output(STDOUT_FILENO, _terminal);
-        const Diversion errors(STDERR_FILENO, _errors[1]);
+        const Redirection output(STDOUT_FILENO, _terminal);
+        const Redirection errors(STDERR_FILENO, _errors[1]);
         Cli::LiveScreen screen(true);
         hasLiveLine = screen.HasLiveLine();
         screen.Draw(QStringLiteral("10 %"));
@@ -131,7 +110,7 @@ void TestCliLiveScreen::NoLiveLineForPrograms()
 {
     bool hasLiveLine = true;
     {
-        const Diversion output(STDOUT_FILENO, _terminal);
+        const Redirection output(STDOUT_FILENO, _terminal);
         hasLiveLine = Cli::LiveScreen(false).HasLiveLine();
     }
     QVERIFY(!hasLiveLine);
@@ -143,8 +122,8 @@ void TestCliLiveScreen::ReaderThatIsGone()
     bool isLost = false;
     bool isWhole = true;
     {
-        const Diversion output(STDOUT_FILENO, _output[1]);
-        const Diversion errors(STDERR_FILENO, _errors[1]);
+        const Redirection output(STDOUT_FILENO, _output[1]);
+        const Redirection errors(STDERR_FILENO, _errors[1]);
         Cli::LiveScreen screen(true);
         QSignalSpy lost(&screen, &Cli::LiveScreen::Lost);
         ::close(_output[0]);

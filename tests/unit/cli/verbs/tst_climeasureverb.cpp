@@ -2,17 +2,11 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <atomic>
-#include <csignal>
-#include <functional>
-
 #include "unit/cli/kit/signaltest.h"
 #include "unit/cli/verbs/verbtest.h"
 
 namespace
 {
-
-constexpr char LongTimeout[] = "--timeout=3600";
 
 /// An instrument with a function that is prepared and started at once, and has a result whenever it runs.
 class Measurable
@@ -101,29 +95,23 @@ Measurable It()
     return {7, false};
 }
 
-QByteArrayList CommandsTo(const ScriptedPeer& peer)
+/// The instrument in a state of its own after it has answered this command.
+Instrument Falling(char command, const char* errorAndState)
 {
-    QByteArrayList commands;
-    for (const QByteArray& request : peer.RequestBytes()) {
-        if (QByteArray("PSh").contains(request.at(0))) {
-            commands.append(request.toHex());
+    return [it = It(), command, errorAndState](const QByteArray& request) mutable {
+        const QByteArray answer = it(request);
+        if (request.at(0) == command) {
+            it.Enter(errorAndState);
         }
-    }
-    return commands;
+        return answer;
+    };
 }
 
-int CountOf(const char* event, const Outcome& outcome)
+Instrument ThatDoesNotStop()
 {
-    int count = 0;
-    for (const QJsonObject& object : outcome.Objects()) {
-        count += object.value(QStringLiteral("event")) == QLatin1String(event) ? 1 : 0;
-    }
-    return count;
-}
-
-QString WordOf(const char* field, const Outcome& outcome)
-{
-    return outcome.Objects().last().value(QLatin1String(field)).toString();
+    return [rln = Rln()](const QByteArray& request) mutable {
+        return request.at(0) == 'h' ? Answers::Acknowledge() : rln(request);
+    };
 }
 
 } // namespace
@@ -133,47 +121,69 @@ class TestCliMeasureVerb : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void Ends_data();
+    void Ends();
     void SingleMeasurement();
     void ContinuousMeasurement();
     void ReadingsGoToTheFile();
     void FailureIsExplained();
     void FailureIsExplainedAsJson();
-    void PreparationThatTakesTooLong();
     void SignalAbortsIt();
-    void SignalBeforeTheLinkIsUp();
-    void StopThatIsNotConfirmed();
-    void LinkThatIsLost();
-    void UpdateMode();
 };
+
+void TestCliMeasureVerb::Ends_data()
+{
+    AddEndColumns();
+    QTest::addColumn<bool>("stopped");
+    QTest::addColumn<QByteArray>("lastCommand");
+    const QByteArray none;
+    const QByteArray stop = "68aeed";
+    AddEnd("preparation that lasts too long", Falling('P', "F1"), "measure it --prepare-timeout=0.5", 4,
+           "failed", "not-prepared", "did not prepare it in time")
+        << true << stop;
+    AddEnd("stop that is not confirmed", ThatDoesNotStop(), "measure rln --stop-timeout=0.5", 6, "failed",
+           "stop-not-confirmed", "Measurement rln done. STOP NOT CONFIRMED")
+        << false << stop;
+    AddEnd("link that is lost", LostAfter('e', It()), "measure it --stop-timeout=1", 7, "link-lost",
+           "link-lost", "the state of the instrument is unknown")
+        << false << QByteArray("53966a");
+    AddEnd("signal before the link is up", SignalAt('s', SIGTERM, Silent()), "measure it", 128 + SIGTERM,
+           "interrupted", "signal", "")
+        << false << none;
+    AddEnd("update mode", InUpdateMode(), "measure it", 3, "update-mode", "update-mode",
+           "vesmar update IMAGE --confirmation FILE")
+        << false << none;
+}
+
+void TestCliMeasureVerb::Ends()
+{
+    Outcome ended;
+    CheckEnd(&ended);
+    QTEST(ended.Result("stopped").toBool(), "stopped");
+    QTEST(ended.Sent("PSh").isEmpty() ? QByteArray() : ended.Sent("PSh").last(), "lastCommand");
+}
 
 void TestCliMeasureVerb::SingleMeasurement()
 {
-    Measurable rln = Rln();
-    ScriptedPeer peer;
-    peer.Answer(std::ref(rln));
-    const Outcome outcome = RunVerb({"vesmar", "measure", "rln", "--json", LongTimeout});
+    const Outcome outcome = RunWith(Rln(), "measure rln --json");
     QCOMPARE(outcome.status, 0);
     QCOMPARE(outcome.errors, QByteArray());
-    QCOMPARE(CountOf("reading", outcome), 1);
-    QVERIFY(CountOf("status", outcome) >= 5);
-    const QJsonObject result = outcome.Objects().last();
-    QCOMPARE(result.value(QStringLiteral("function")).toString(), QStringLiteral("rln"));
-    QVERIFY(result.value(QStringLiteral("stopped")).toBool());
+    QCOMPARE(outcome.CountOf("reading"), 1);
+    QVERIFY(outcome.CountOf("status") >= 5);
+    QCOMPARE(outcome.Result("function").toString(), QStringLiteral("rln"));
+    QVERIFY(outcome.Result("stopped").toBool());
     const QJsonObject readings{{QStringLiteral("resistance"), 0.5},
                                {QStringLiteral("voltage"), 230.5},
                                {QStringLiteral("current"), 0.25},
                                {QStringLiteral("ISUB voltage"), 2},
                                {QStringLiteral("ISUB current"), 4}};
-    QCOMPARE(result.value(QStringLiteral("readings")).toObject(), readings);
-    QCOMPARE(CommandsTo(peer), (QByteArrayList{"5001ff0100ffffffffea32", "53966a", "68aeed"}));
+    QCOMPARE(outcome.Result("readings").toObject(), readings);
+    QCOMPARE(outcome.Sent("PSh"), (QByteArrayList{"5001ff0100ffffffffea32", "53966a", "68aeed"}));
 }
 
 void TestCliMeasureVerb::ContinuousMeasurement()
 {
-    Measurable it = It();
-    ScriptedPeer peer;
-    peer.Answer(std::ref(it));
-    const Outcome outcome = RunVerb({"vesmar", "measure", "it", "--time", "1", LongTimeout});
+    const Outcome outcome = RunWith(It(), "measure it --time 1");
     QCOMPARE(outcome.status, 0);
     QCOMPARE(outcome.errors, QByteArray());
     QVERIFY2(outcome.output.count(" s  current 0.5\n") > 1, outcome.output.constData());
@@ -186,16 +196,12 @@ void TestCliMeasureVerb::ReadingsGoToTheFile()
 {
     const QTemporaryDir folder;
     QFile file(folder.filePath(QStringLiteral("readings.csv")));
-    const QByteArray option = "--csv=" + QFile::encodeName(file.fileName());
-    Measurable it = It();
-    ScriptedPeer peer;
-    peer.Answer(std::ref(it));
     const Outcome outcome =
-        RunVerb({"vesmar", "measure", "it", "--time=1", "--json", option.constData(), LongTimeout});
+        RunWith(It(), "measure it --time=1 --json --csv=" + QFile::encodeName(file.fileName()));
     QCOMPARE(outcome.status, 0);
     QVERIFY(file.open(QIODevice::ReadOnly));
     const QByteArrayList rows = file.readAll().split('\n');
-    QCOMPARE(rows.size(), CountOf("reading", outcome) + 2);
+    QCOMPARE(rows.size(), outcome.CountOf("reading") + 2);
     const QRegularExpression row(
         QStringLiteral(R"(\A\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d\.\d{3}Z,\d+\.\d{3},0\.5\z)"));
     for (const QByteArray& line : rows.mid(1, rows.size() - 2)) {
@@ -205,16 +211,7 @@ void TestCliMeasureVerb::ReadingsGoToTheFile()
 
 void TestCliMeasureVerb::FailureIsExplained()
 {
-    Measurable it = It();
-    ScriptedPeer peer;
-    peer.Answer([&it](const QByteArray& request) {
-        const QByteArray answer = it(request);
-        if (request.at(0) == 'S') {
-            it.Enter("F6");
-        }
-        return answer;
-    });
-    const Outcome outcome = RunVerb({"vesmar", "measure", "it", LongTimeout});
+    const Outcome outcome = RunWith(Falling('S', "F6"), "measure it");
     QCOMPARE(outcome.status, 4);
     QCOMPARE(outcome.errors,
              QByteArray("vesmar: Measurement it failed: StartFailed (201): the instrument could not start "
@@ -228,121 +225,26 @@ void TestCliMeasureVerb::FailureIsExplained()
 
 void TestCliMeasureVerb::FailureIsExplainedAsJson()
 {
-    Measurable it = It();
-    ScriptedPeer peer;
-    peer.Answer([&it](const QByteArray& request) {
-        const QByteArray answer = it(request);
-        if (request.at(0) == 'P') {
-            it.Enter("F3");
-        }
-        return answer;
-    });
-    const Outcome outcome = RunVerb({"vesmar", "measure", "it", "--json", LongTimeout});
+    const Outcome outcome = RunWith(Falling('P', "F3"), "measure it --json");
     QCOMPARE(outcome.status, 4);
     QCOMPARE(outcome.errors.count('\n'), 1);
-    const QJsonObject error = outcome.Objects().last().value(QStringLiteral("error")).toObject();
+    QVERIFY(outcome.CountOf("error") > 0);
+    const QJsonObject error = outcome.Result("error").toObject();
     QCOMPARE(error.value(QStringLiteral("name")).toString(), QStringLiteral("PrepareFailed"));
     QCOMPARE(error.value(QStringLiteral("nextStep")).toString(),
              QStringLiteral("Check the settings and the connection of the appliance, then prepare again."));
-    QVERIFY(outcome.Objects().last().value(QStringLiteral("reason")).isNull());
-}
-
-void TestCliMeasureVerb::PreparationThatTakesTooLong()
-{
-    Measurable it = It();
-    ScriptedPeer peer;
-    peer.Answer([&it](const QByteArray& request) {
-        const QByteArray answer = it(request);
-        if (request.at(0) == 'P') {
-            it.Enter("F1");
-        }
-        return answer;
-    });
-    const Outcome outcome =
-        RunVerb({"vesmar", "measure", "it", "--prepare-timeout=0.5", "--json", LongTimeout});
-    QCOMPARE(outcome.status, 4);
-    QCOMPARE(WordOf("reason", outcome), QStringLiteral("not-prepared"));
-    QVERIFY2(outcome.errors.contains("did not prepare it in time"), outcome.errors.constData());
-    QCOMPARE(CommandsTo(peer).last(), QByteArray("68aeed"));
+    QVERIFY(outcome.Result("reason").isNull());
 }
 
 void TestCliMeasureVerb::SignalAbortsIt()
 {
-    Measurable it = It();
-    std::atomic<int> readings{0};
-    ScriptedPeer peer;
-    peer.Answer([&it, &readings](const QByteArray& request) {
-        if (request.at(0) == 'e' && ++readings == 3) {
-            ::kill(::getpid(), SIGINT);
-        }
-        return it(request);
-    });
-    const Outcome outcome = RunVerb({"vesmar", "measure", "it", "--time=unlimited", "--json", LongTimeout});
+    const Outcome outcome = RunWith(SignalAt('e', SIGINT, It(), 3), "measure it --time=unlimited --json");
     QCOMPARE(outcome.status, 5);
-    QCOMPARE(WordOf("outcome", outcome), QStringLiteral("aborted"));
-    QVERIFY(outcome.Objects().last().value(QStringLiteral("reason")).isNull());
+    QCOMPARE(outcome.Result("outcome").toString(), QStringLiteral("aborted"));
+    QVERIFY(outcome.Result("reason").isNull());
     QVERIFY2(outcome.errors.startsWith("vesmar: Aborting the measurement (signal 2);"),
              outcome.errors.constData());
-    QCOMPARE(CommandsTo(peer).last(), QByteArray("68aeed"));
-}
-
-void TestCliMeasureVerb::SignalBeforeTheLinkIsUp()
-{
-    ScriptedPeer peer;
-    peer.Answer([](const QByteArray&) {
-        ::kill(::getpid(), SIGTERM);
-        return QByteArray();
-    });
-    const Outcome outcome = RunVerb({"vesmar", "measure", "it", "--json", LongTimeout});
-    QCOMPARE(outcome.status, 128 + SIGTERM);
-    QCOMPARE(WordOf("outcome", outcome), QStringLiteral("interrupted"));
-    QCOMPARE(outcome.errors, QByteArray());
-}
-
-void TestCliMeasureVerb::StopThatIsNotConfirmed()
-{
-    Measurable rln = Rln();
-    ScriptedPeer peer;
-    peer.Answer([&rln](const QByteArray& request) {
-        return request.at(0) == 'h' ? Answers::Acknowledge() : rln(request);
-    });
-    const Outcome outcome =
-        RunVerb({"vesmar", "measure", "rln", "--stop-timeout=0.5", "--json", LongTimeout});
-    QCOMPARE(outcome.status, 6);
-    QCOMPARE(WordOf("outcome", outcome), QStringLiteral("failed"));
-    QCOMPARE(WordOf("reason", outcome), QStringLiteral("stop-not-confirmed"));
-    QVERIFY(!outcome.Objects().last().value(QStringLiteral("stopped")).toBool(true));
-    QVERIFY2(outcome.errors.contains("Measurement rln done. STOP NOT CONFIRMED"), outcome.errors.constData());
-}
-
-void TestCliMeasureVerb::LinkThatIsLost()
-{
-    Measurable it = It();
-    std::atomic<bool> isLost{false};
-    ScriptedPeer peer;
-    peer.Answer([&it, &isLost](const QByteArray& request) {
-        const QByteArray answer = isLost ? Answers::Refusal() : it(request);
-        isLost = isLost || request.at(0) == 'e';
-        return answer;
-    });
-    const Outcome outcome = RunVerb({"vesmar", "measure", "it", "--stop-timeout=1", "--json", LongTimeout});
-    QCOMPARE(outcome.status, 7);
-    QCOMPARE(WordOf("outcome", outcome), QStringLiteral("link-lost"));
-    QCOMPARE(WordOf("reason", outcome), QStringLiteral("link-lost"));
-    QVERIFY(CountOf("error", outcome) > 0);
-    QVERIFY2(outcome.errors.contains("the state of the instrument is unknown"), outcome.errors.constData());
-}
-
-void TestCliMeasureVerb::UpdateMode()
-{
-    Answers answers;
-    answers.status = QByteArray::fromHex("60FE");
-    ScriptedPeer peer;
-    peer.Answer([answers](const QByteArray& request) { return answers.To(request); });
-    const Outcome outcome = RunVerb({"vesmar", "measure", "it", "--json", LongTimeout});
-    QCOMPARE(outcome.status, 3);
-    QCOMPARE(WordOf("outcome", outcome), QStringLiteral("update-mode"));
-    QCOMPARE(CommandsTo(peer), QByteArrayList());
+    QCOMPARE(outcome.Sent("PSh").last(), QByteArray("68aeed"));
 }
 
 int main(int argc, char** argv)

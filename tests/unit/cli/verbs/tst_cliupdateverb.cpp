@@ -3,16 +3,12 @@
 #include <QtTest>
 
 #include <array>
-#include <csignal>
-#include <functional>
 
 #include "unit/cli/kit/signaltest.h"
 #include "unit/cli/verbs/verbtest.h"
 
 namespace
 {
-
-constexpr char LongTimeout[] = "--timeout=3600";
 
 /// An instrument that takes firmware in update mode, and has a newer version afterwards.
 class Updatable
@@ -40,6 +36,14 @@ private:
     Answers _answers;
 };
 
+/// Accepts the confirmation without acting on it.
+Instrument ThatStaysInUpdateMode()
+{
+    return [updatable = Updatable()](const QByteArray& request) mutable {
+        return request.at(0) == 'Z' ? Answers::Acknowledge() : updatable(request);
+    };
+}
+
 } // namespace
 
 class TestCliUpdateVerb : public QObject
@@ -48,6 +52,8 @@ class TestCliUpdateVerb : public QObject
 
 private Q_SLOTS:
     void initTestCase();
+    void Ends_data();
+    void Ends();
     void SendsEverySectorAndTheConfirmation_data();
     void SendsEverySectorAndTheConfirmation();
     void FilesAreCheckedBeforeAnythingIsSent();
@@ -55,20 +61,14 @@ private Q_SLOTS:
     void SignalWhileSectorsAreSentIsRefused_data();
     void SignalWhileSectorsAreSentIsRefused();
     void InstrumentThatOnlyTakesFirmware();
-    void InstrumentThatDoesNotChangeItsMode();
     void InstrumentThatDoesNotComeBack();
     void RefusalIsExplained();
-    void InstrumentThatStaysInUpdateMode();
-    void LinkThatIsLostBeforeTheFirstSector();
-    void InstrumentThatDoesNotAnswer();
 
 private:
-    Outcome RunUpdate(const std::vector<const char*>& arguments) const;
-    QJsonObject ResultOf(const Outcome& outcome) const;
+    QByteArray Line(const QByteArray& options = {}) const { return "update " + _files + ' ' + options; }
 
     QTemporaryDir _folder;
-    QByteArray _imagePath;
-    QByteArray _confirmationOption;
+    QByteArray _files; ///< Both, as they stand on the command line.
     const std::array<QByteArray, 2> _sectors{QByteArray(512, 'a'), QByteArray(512, '\xFF')};
 };
 
@@ -80,89 +80,67 @@ void TestCliUpdateVerb::initTestCase()
     QFile confirmation(_folder.filePath(QStringLiteral("confirmation")));
     QVERIFY(confirmation.open(QIODevice::WriteOnly));
     confirmation.write(QByteArray::fromHex("0102ABCD"));
-    _imagePath = QFile::encodeName(image.fileName());
-    _confirmationOption = "--confirmation=" + QFile::encodeName(confirmation.fileName());
+    _files =
+        QFile::encodeName(image.fileName()) + " --confirmation=" + QFile::encodeName(confirmation.fileName());
 }
 
-Outcome TestCliUpdateVerb::RunUpdate(const std::vector<const char*>& arguments) const
+void TestCliUpdateVerb::Ends_data()
 {
-    std::vector<const char*> whole{"vesmar", "update", _imagePath.constData(),
-                                   _confirmationOption.constData(), "--json"};
-    whole.insert(whole.end(), arguments.begin(), arguments.end());
-    return RunVerb(whole);
+    AddEndColumns();
+    AddEnd("mode that does not change", Answering(), Line("--confirm-timeout=3"), 4, "failed",
+           "mode-not-changed", "did not change to update mode in time");
+    AddEnd("instrument that stays in update mode", ThatStaysInUpdateMode(), Line(), 4, "update-mode",
+           "update-mode", "the instrument stays in update mode; run the same command again.");
+    AddEnd("link lost before the first sector", LostAfter('x', Updatable()), Line(), 7, "link-lost",
+           "link-lost", "link was lost before the first sector");
+    AddEnd("no answer", Silent(), Line("--timeout=0.3"), 2, "failed", "no-answer",
+           "The instrument did not answer within 0.3 s.");
 }
 
-QJsonObject TestCliUpdateVerb::ResultOf(const Outcome& outcome) const
+void TestCliUpdateVerb::Ends()
 {
-    const QJsonObject result = outcome.Objects().last();
-    const bool isResult = result.value(QStringLiteral("event")).toString() == QStringLiteral("result") &&
-                          result.value(QStringLiteral("status")).toInt(-1) == outcome.status;
-    return isResult ? result : QJsonObject();
+    Outcome ended;
+    CheckEnd(&ended);
 }
 
 void TestCliUpdateVerb::SendsEverySectorAndTheConfirmation_data()
 {
-    QTest::addColumn<QByteArray>("option");
-    QTest::newRow("online") << QByteArray(LongTimeout);
-    QTest::newRow("offline") << QByteArray("--offline");
+    QTest::addColumn<QByteArray>("options");
+    QTest::newRow("online") << QByteArray("--json");
+    QTest::newRow("offline") << QByteArray("--json --offline --timeout=10");
 }
 
 void TestCliUpdateVerb::SendsEverySectorAndTheConfirmation()
 {
-    QFETCH(QByteArray, option);
-    Updatable updatable;
-    ScriptedPeer peer;
-    peer.Answer(std::ref(updatable));
-    const Outcome outcome = RunUpdate({option.constData()});
+    QFETCH(QByteArray, options);
+    const Outcome outcome = RunWith(Updatable(), Line(options));
     QCOMPARE(outcome.status, 0);
-    const QJsonObject result = ResultOf(outcome);
-    QCOMPARE(result.value(QStringLiteral("outcome")).toString(), QStringLiteral("done"));
-    QCOMPARE(result.value(QStringLiteral("versionBefore")).toString(), QStringLiteral("1.05"));
-    QCOMPARE(result.value(QStringLiteral("versionAfter")).toString(), QStringLiteral("1.06"));
-    QByteArrayList sent;
-    for (const QByteArray& request : peer.RequestBytes()) {
-        if (QByteArray("xVFZ").contains(request.at(0))) {
-            sent.append(request);
-        }
-    }
-    const QByteArrayList expected{QByteArray::fromHex("780393B1"), QByteArray::fromHex("56333A"),
-                                  WithChecksum("F" + _sectors[0]), WithChecksum("F" + _sectors[1]),
-                                  QByteArray::fromHex("5AABCD6A50")};
-    QCOMPARE(sent, expected);
+    QCOMPARE(outcome.Result("outcome").toString(), QStringLiteral("done"));
+    QCOMPARE(outcome.Result("versionBefore").toString(), QStringLiteral("1.05"));
+    QCOMPARE(outcome.Result("versionAfter").toString(), QStringLiteral("1.06"));
+    const QByteArrayList expected{"780393b1", "56333a", WithChecksum("F" + _sectors[0]).toHex(),
+                                  WithChecksum("F" + _sectors[1]).toHex(), "5aabcd6a50"};
+    QCOMPARE(outcome.Sent("xVFZ"), expected);
 }
 
 void TestCliUpdateVerb::FilesAreCheckedBeforeAnythingIsSent()
 {
-    Updatable updatable;
-    ScriptedPeer peer;
-    peer.Answer(std::ref(updatable));
-    const Outcome outcome =
-        RunVerb({"vesmar", "update", "/nowhere/image", _confirmationOption.constData(), "--json"});
+    const Outcome outcome = RunWith(
+        Updatable(), Line("--json").replace(_folder.path().toLocal8Bit() + "/image", "/nowhere/image"));
     QCOMPARE(outcome.status, 1);
     QCOMPARE(outcome.output, QByteArray());
     QCOMPARE(outcome.errors,
              QByteArray("vesmar: cannot read the image /nowhere/image: No such file or directory\n"));
-    QCOMPARE(peer.RequestBytes(), QList<QByteArray>());
+    QCOMPARE(outcome.requests, QList<QByteArray>());
 }
 
 void TestCliUpdateVerb::SignalBeforeTheFirstSectorEndsIt()
 {
-    Updatable updatable;
-    ScriptedPeer peer;
-    peer.Answer([&updatable](const QByteArray& request) {
-        if (request.at(0) == 'x') {
-            ::kill(::getpid(), SIGINT);
-        }
-        return updatable(request);
-    });
-    const Outcome outcome = RunUpdate({LongTimeout});
+    const Outcome outcome = RunWith(SignalAt('x', SIGINT, Updatable()), Line("--json"));
     QCOMPARE(outcome.status, 128 + SIGINT);
-    const QJsonObject result = ResultOf(outcome);
-    QCOMPARE(result.value(QStringLiteral("outcome")).toString(), QStringLiteral("interrupted"));
-    QVERIFY(result.value(QStringLiteral("message")).toString().contains(QStringLiteral("vesmar restart")));
-    for (const QByteArray& request : peer.RequestBytes()) {
-        QVERIFY2(!QByteArray("VFZ").contains(request.at(0)), request.toHex().constData());
-    }
+    QCOMPARE(outcome.Result("outcome").toString(), QStringLiteral("interrupted"));
+    QVERIFY(outcome.Result("message").toString().contains(QStringLiteral("vesmar restart")));
+    QCOMPARE(outcome.Sent("VFZ"), QByteArrayList());
 }
 
 void TestCliUpdateVerb::SignalWhileSectorsAreSentIsRefused_data()
@@ -172,84 +150,51 @@ void TestCliUpdateVerb::SignalWhileSectorsAreSentIsRefused_data()
 
 void TestCliUpdateVerb::SignalWhileSectorsAreSentIsRefused()
 {
-    QFETCH(QByteArray, option);
-    Updatable updatable;
-    ScriptedPeer peer;
-    peer.Answer([&updatable](const QByteArray& request) {
-        if (request.at(0) == 'F') {
-            ::kill(::getpid(), SIGTERM);
-        }
-        return updatable(request);
-    });
-    const Outcome outcome = RunUpdate({option.constData()});
+    QFETCH(QByteArray, options);
+    const Outcome outcome =
+        RunWith(SignalAt('F', SIGTERM, SignalAt('F', SIGTERM, Updatable(), 2)), Line(options));
     QCOMPARE(outcome.status, 0);
-    QCOMPARE(ResultOf(outcome).value(QStringLiteral("sectors")).toInt(), 2);
+    QCOMPARE(outcome.Result("sectors").toInt(), 2);
 }
 
 /// It does not even tell its version: the library would never come to sending it anything.
 void TestCliUpdateVerb::InstrumentThatOnlyTakesFirmware()
 {
-    Updatable updatable;
-    bool isStuck = true;
-    ScriptedPeer peer;
-    peer.Answer([&updatable, &isStuck](const QByteArray& request) {
+    const Instrument stuck = [updatable = Updatable(), isStuck = true](const QByteArray& request) mutable {
         if (isStuck && request.at(0) == 's') {
             return WithChecksum(QByteArray::fromHex("60FE"));
         }
         isStuck = isStuck && request.at(0) != 'Z';
         return isStuck && request.at(0) == 'W' ? Answers::Refusal() : updatable(request);
-    });
-    const Outcome outcome = RunUpdate({"--offline", "--timeout=0.5"});
+    };
+    const Outcome outcome = RunWith(stuck, Line("--offline --timeout=0.5 --json"));
     QCOMPARE(outcome.status, 0);
-    const QJsonObject result = ResultOf(outcome);
-    QVERIFY(result.value(QStringLiteral("versionBefore")).isNull());
-    QCOMPARE(result.value(QStringLiteral("versionAfter")).toString(), QStringLiteral("1.06"));
-}
-
-void TestCliUpdateVerb::InstrumentThatDoesNotChangeItsMode()
-{
-    ScriptedPeer peer;
-    peer.Answer([](const QByteArray& request) { return Answers().To(request); });
-    const Outcome outcome = RunUpdate({"--confirm-timeout=3", LongTimeout});
-    QCOMPARE(outcome.status, 4);
-    QVERIFY(ResultOf(outcome)
-                .value(QStringLiteral("message"))
-                .toString()
-                .contains(QStringLiteral("did not change to update mode in time")));
+    QVERIFY(outcome.Result("versionBefore").isNull());
+    QCOMPARE(outcome.Result("versionAfter").toString(), QStringLiteral("1.06"));
 }
 
 void TestCliUpdateVerb::InstrumentThatDoesNotComeBack()
 {
-    Updatable updatable;
-    bool isAway = false;
-    ScriptedPeer peer;
-    peer.Answer([&updatable, &isAway](const QByteArray& request) {
+    const Instrument leaving = [updatable = Updatable(), isAway = false](const QByteArray& request) mutable {
         const QByteArray answer = isAway ? QByteArray() : updatable(request);
         isAway = isAway || request.at(0) == 'Z';
         return answer;
-    });
-    const Outcome outcome = RunUpdate({"--confirm-timeout=8", LongTimeout});
+    };
+    const Outcome outcome = RunWith(leaving, Line("--confirm-timeout=8 --json"));
     QCOMPARE(outcome.status, 7);
-    const QJsonObject result = ResultOf(outcome);
-    QCOMPARE(result.value(QStringLiteral("outcome")).toString(), QStringLiteral("link-lost"));
-    QVERIFY(result.value(QStringLiteral("versionAfter")).isNull());
+    QCOMPARE(outcome.Result("outcome").toString(), QStringLiteral("link-lost"));
+    QVERIFY(outcome.Result("versionAfter").isNull());
 }
 
 void TestCliUpdateVerb::RefusalIsExplained()
 {
-    Updatable updatable;
-    ScriptedPeer peer;
-    peer.Answer([&updatable](const QByteArray& request) {
-        return request.at(0) == 'Z' ? Answers::Refusal() : updatable(request);
-    });
-    const Outcome json = RunUpdate({LongTimeout});
+    const Outcome json = RunWith(Refusing('Z', Updatable()), Line("--json"));
     QCOMPARE(json.status, 4);
-    const QJsonObject error = ResultOf(json).value(QStringLiteral("error")).toObject();
+    const QJsonObject error = json.Result("error").toObject();
     QCOMPARE(error.value(QStringLiteral("name")).toString(), QStringLiteral("UpdateConfirmationFailed"));
     QCOMPARE(json.errors.count('\n'), 1);
 
-    const Outcome text =
-        RunVerb({"vesmar", "update", _imagePath.constData(), _confirmationOption.constData(), LongTimeout});
+    const Outcome text = RunWith(Refusing('Z', Updatable()), Line());
     QCOMPARE(text.status, 4);
     QVERIFY2(
         text.errors.endsWith("2 of 2 sectors were confirmed. The instrument stays in update mode; run the "
@@ -259,48 +204,6 @@ void TestCliUpdateVerb::RefusalIsExplained()
                              "  Next step       The instrument waits in update mode: update it again with "
                              "the image and the confirmation that belong together.\n"),
         text.errors.constData());
-}
-
-void TestCliUpdateVerb::InstrumentThatStaysInUpdateMode()
-{
-    Updatable updatable;
-    ScriptedPeer peer;
-    peer.Answer([&updatable](const QByteArray& request) {
-        return request.at(0) == 'Z' ? Answers::Acknowledge() : updatable(request);
-    });
-    const Outcome outcome = RunUpdate({LongTimeout});
-    QCOMPARE(outcome.status, 4);
-    const QJsonObject result = ResultOf(outcome);
-    QCOMPARE(result.value(QStringLiteral("outcome")).toString(), QStringLiteral("update-mode"));
-    QCOMPARE(result.value(QStringLiteral("reason")).toString(), QStringLiteral("update-mode"));
-}
-
-void TestCliUpdateVerb::LinkThatIsLostBeforeTheFirstSector()
-{
-    Updatable updatable;
-    bool isLost = false;
-    ScriptedPeer peer;
-    peer.Answer([&updatable, &isLost](const QByteArray& request) {
-        const QByteArray answer = isLost ? Answers::Refusal() : updatable(request);
-        isLost = isLost || request.at(0) == 'x';
-        return answer;
-    });
-    const Outcome outcome = RunUpdate({LongTimeout});
-    QCOMPARE(outcome.status, 7);
-    QVERIFY(ResultOf(outcome)
-                .value(QStringLiteral("message"))
-                .toString()
-                .contains(QStringLiteral("link was lost before the first sector")));
-}
-
-void TestCliUpdateVerb::InstrumentThatDoesNotAnswer()
-{
-    const ScriptedPeer peer;
-    const Outcome outcome = RunUpdate({"--timeout=0.3"});
-    QCOMPARE(outcome.status, 2);
-    QCOMPARE(outcome.Objects().size(), 1);
-    QCOMPARE(outcome.Objects().last().value(QStringLiteral("reason")).toString(),
-             QStringLiteral("no-answer"));
 }
 
 int main(int argc, char** argv)

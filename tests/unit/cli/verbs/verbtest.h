@@ -4,8 +4,12 @@
 #include <QJsonObject>
 #include <QList>
 #include <QTemporaryFile>
+#include <QtTest>
+
+#include <unistd.h>
 
 #include <algorithm>
+#include <csignal>
 #include <sstream>
 
 #include "cli/program/program.h"
@@ -19,6 +23,7 @@ struct Outcome {
     int status;
     QByteArray output;
     QByteArray errors;
+    QList<QByteArray> requests = {}; ///< What came to the instrument.
 
     QList<QJsonObject> Objects() const
     {
@@ -29,6 +34,26 @@ struct Outcome {
             }
         }
         return objects;
+    }
+    /// A field of the first event.
+    QJsonValue First(const char* field) const { return Objects().value(0).value(QLatin1String(field)); }
+    /// A field of the result.
+    QJsonValue Result(const char* field) const
+    {
+        const QJsonObject last = Objects().isEmpty() ? QJsonObject() : Objects().last();
+        return last.value(QLatin1String(field));
+    }
+    int CountOf(const char* event) const { return output.count(QByteArray("\"event\":\"") + event + '"'); }
+    /// The requests that begin with one of these commands, in hexadecimal digits.
+    QByteArrayList Sent(const char* commands) const
+    {
+        QByteArrayList sent;
+        for (const QByteArray& request : requests) {
+            if (QByteArray(commands).contains(request.at(0))) {
+                sent.append(request.toHex());
+            }
+        }
+        return sent;
     }
 };
 
@@ -98,3 +123,104 @@ struct Answers {
     static QByteArray Acknowledge() { return QByteArray::fromHex("06C660"); }
     static QByteArray Refusal() { return QByteArray::fromHex("214334"); }
 };
+
+/// An instrument: its answer to each request.
+using Instrument = ScriptedPeer::Responder;
+Q_DECLARE_METATYPE(Instrument)
+
+inline Instrument Answering(const Answers& answers = {})
+{
+    return [answers](const QByteArray& request) { return answers.To(request); };
+}
+
+inline Instrument InUpdateMode()
+{
+    Answers answers;
+    answers.status = QByteArray::fromHex("60FE");
+    return Answering(answers);
+}
+
+inline Instrument Silent()
+{
+    return [](const QByteArray&) { return QByteArray(); };
+}
+
+inline Instrument Refusing(char command, const Instrument& instrument = Answering())
+{
+    return [command, instrument](const QByteArray& request) {
+        return request.at(0) == command ? Answers::Refusal() : instrument(request);
+    };
+}
+
+/// Refuses everything after this command.
+inline Instrument LostAfter(char command, const Instrument& instrument = Answering())
+{
+    return [command, instrument, isLost = false](const QByteArray& request) mutable {
+        const QByteArray answer = isLost ? Answers::Refusal() : instrument(request);
+        isLost = isLost || request.at(0) == command;
+        return answer;
+    };
+}
+
+/// Sends this process a signal when the command comes for the first, or another, time.
+inline Instrument SignalAt(char command, int signalNumber, const Instrument& instrument = Answering(),
+                           int time = 1)
+{
+    return [command, signalNumber, instrument, left = time](const QByteArray& request) mutable {
+        if (request.at(0) == command && --left == 0) {
+            ::kill(::getpid(), signalNumber);
+        }
+        return instrument(request);
+    };
+}
+
+/// Runs a command line, its words parted by blanks, with this instrument at the line. Unless it says
+/// something else, the link may take longer to come up than any test.
+inline Outcome RunWith(const Instrument& instrument, const QByteArray& line)
+{
+    ScriptedPeer peer;
+    peer.Answer(
+        [&instrument](const QByteArray& request) { return instrument(request); }); // not a copy each time
+    QByteArrayList words = ("vesmar " + line).simplified().split(' ');
+    if (!line.contains(" --timeout")) {
+        words.append("--timeout=3600");
+    }
+    Outcome outcome = RunVerb({words.cbegin(), words.cend()});
+    outcome.requests = peer.RequestBytes();
+    return outcome;
+}
+
+inline void AddEndColumns()
+{
+    QTest::addColumn<Instrument>("instrument");
+    QTest::addColumn<QByteArray>("line");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QString>("outcome");
+    QTest::addColumn<QString>("reason");
+    QTest::addColumn<QByteArray>("errors");
+}
+
+/// A verb that does not come to its proper end, and a part of what it then says; nothing for a verb that is
+/// silent.
+inline QTestData& AddEnd(const char* name, const Instrument& instrument, const QByteArray& line, int status,
+                         const char* outcome, const char* reason, const char* errors)
+{
+    return QTest::newRow(name) << instrument << line << status << QString::fromLatin1(outcome)
+                               << QString::fromLatin1(reason) << QByteArray(errors);
+}
+
+/// Runs the row's verb. It reports its end and nothing that it was asked for.
+inline void CheckEnd(Outcome* ended)
+{
+    QFETCH(const Instrument, instrument);
+    QFETCH(const QByteArray, line);
+    QFETCH(const QByteArray, errors);
+    *ended = RunWith(instrument, line + " --json");
+    QTEST(ended->status, "status");
+    QTEST(ended->Result("outcome").toString(), "outcome");
+    QTEST(ended->Result("reason").toString(), "reason");
+    QVERIFY(ended->Result("error").isNull());
+    QCOMPARE(ended->CountOf(line.left(line.indexOf(' ')).constData()), 0);
+    QVERIFY2(errors.isEmpty() ? ended->errors.isEmpty() : ended->errors.contains(errors),
+             ended->errors.constData());
+}

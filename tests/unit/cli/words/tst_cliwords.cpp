@@ -1,22 +1,25 @@
-#include "cli/words/format.h"
-
 #include <QTimeZone>
 #include <QtTest>
 
 #include <limits>
+#include <sstream>
 
 #include <Vesmar/monitoringresults.h>
 #include <Vesmar/rlnresults.h>
 #include <Vesmar/rpesettings.h>
 
 #include "cli/output/event.h"
+#include "cli/program/program.h"
 #include "cli/words/advice.h"
+#include "cli/words/exitstatus.h"
+#include "cli/words/format.h"
 
 using Vesmar::Error;
 using Vesmar::MeasurementResults;
 using Vesmar::MonitoringResults;
 using Vesmar::OperationMode;
 using Vesmar::TesterInformation;
+namespace ExitStatus = Cli::ExitStatus;
 
 namespace
 {
@@ -70,7 +73,7 @@ Cli::Condition GoodCondition()
 
 } // namespace
 
-class TestCliFormat : public QObject
+class TestCliWords : public QObject
 {
     Q_OBJECT
 
@@ -95,15 +98,18 @@ private Q_SLOTS:
     void InfoWithDatesThatDoNotExist();
     void AdviceAsText();
     void SentenceWithAdvice();
+    void EveryStatusIsExplainedOnce();
+    void HelpShowsEveryStatus();
+    void DocumentShowsEveryStatus();
 };
 
-void TestCliFormat::LongestPropertyKeepsItsColumn()
+void TestCliWords::LongestPropertyKeepsItsColumn()
 {
     QCOMPARE(Cli::ChangeText(Moment, QStringLiteral("MeasurementFunctionStatus"), Cli::Show(1)),
              QByteArray("2024-02-29 13:05:09.007  MeasurementFunctionStatus  1\n"));
 }
 
-void TestCliFormat::TimeIsInUtc()
+void TestCliWords::TimeIsInUtc()
 {
     const QDateTime local(QDate(2024, 7, 1), QTime(12, 0), QTimeZone("Asia/Kolkata"));
     QVERIFY(local.isValid());
@@ -113,21 +119,21 @@ void TestCliFormat::TimeIsInUtc()
                    "\n"));
 }
 
-void TestCliFormat::Enumeration()
+void TestCliWords::Enumeration()
 {
     const Cli::Shown shown = Cli::Show(OperationMode::Update);
     QCOMPARE(TextOf(shown), TextLine("Update (3)"));
     QCOMPARE(JsonOf(shown), JsonLineOf(R"({"name":"Update","number":3})"));
 }
 
-void TestCliFormat::UnnamedEnumeration()
+void TestCliWords::UnnamedEnumeration()
 {
     const Cli::Shown shown = Cli::Show(static_cast<Vesmar::FunctionState>(12));
     QCOMPARE(TextOf(shown), TextLine("12"));
     QCOMPARE(JsonOf(shown), JsonLineOf(R"({"name":null,"number":12})"));
 }
 
-void TestCliFormat::ErrorWithItsMeaning()
+void TestCliWords::ErrorWithItsMeaning()
 {
     const Cli::Shown shown = Cli::Show(Error::CommunicationRecovery);
     QCOMPARE(TextOf(shown), TextLine("CommunicationRecovery (103): the link is being re-established"));
@@ -140,7 +146,7 @@ void TestCliFormat::ErrorWithItsMeaning()
                         R"(to be started anew.","number":103})"));
 }
 
-void TestCliFormat::TruthAndNumber()
+void TestCliWords::TruthAndNumber()
 {
     QCOMPARE(TextOf(Cli::Show(true)), TextLine("yes"));
     QCOMPARE(TextOf(Cli::Show(false)), TextLine("no"));
@@ -149,14 +155,14 @@ void TestCliFormat::TruthAndNumber()
     QCOMPARE(JsonOf(Cli::Show(-3)), JsonLineOf("-3"));
 }
 
-void TestCliFormat::DateAndTime()
+void TestCliWords::DateAndTime()
 {
     const Cli::Shown shown = Cli::Show(QDateTime(QDate(2031, 4, 5), QTime(6, 7, 8)));
     QCOMPARE(TextOf(shown), TextLine("2031-04-05 06:07:08"));
     QCOMPARE(JsonOf(shown), JsonLineOf(R"("2031-04-05T06:07:08")"));
 }
 
-void TestCliFormat::InvalidDate()
+void TestCliWords::InvalidDate()
 {
     for (const QDateTime& date : {QDateTime(), QDateTime(QDate(2024, 2, 30), QTime(1, 0))}) {
         QCOMPARE(TextOf(Cli::Show(date)), TextLine("no valid date"));
@@ -164,7 +170,7 @@ void TestCliFormat::InvalidDate()
     }
 }
 
-void TestCliFormat::Identity()
+void TestCliWords::Identity()
 {
     TesterInformation identity(nullptr);
     Fill(identity);
@@ -177,7 +183,7 @@ void TestCliFormat::Identity()
                                        R"("VersionCode":"03"})"));
 }
 
-void TestCliFormat::IdentityWithControlCharacters()
+void TestCliWords::IdentityWithControlCharacters()
 {
     TesterInformation identity(nullptr);
     Fill(identity);
@@ -187,7 +193,7 @@ void TestCliFormat::IdentityWithControlCharacters()
     QVERIFY(JsonOf(Cli::Show(&identity)).contains(R"("DeviceName":"A\u001b\n")"));
 }
 
-void TestCliFormat::Settings()
+void TestCliWords::Settings()
 {
     const Vesmar::RPESettings settings;
     const Cli::Shown shown = Cli::Show(&settings);
@@ -195,7 +201,7 @@ void TestCliFormat::Settings()
     QCOMPARE(JsonOf(shown), JsonLineOf(R"({"name":"RPE","number":2})"));
 }
 
-void TestCliFormat::MainsReadings()
+void TestCliWords::MainsReadings()
 {
     const MonitoringResults results(230.5F, 0.25F, 50.0F);
     const Cli::Shown shown = Cli::Show(&results);
@@ -204,7 +210,7 @@ void TestCliFormat::MainsReadings()
                                        R"({"ULN":230.5,"UNPE":0.25,"frequency":50}})"));
 }
 
-void TestCliFormat::ReadingsThatAreAbsent()
+void TestCliWords::ReadingsThatAreAbsent()
 {
     const MonitoringResults results(std::numeric_limits<float>::quiet_NaN(), 3.4028235e38F,
                                     -std::numeric_limits<float>::infinity());
@@ -214,7 +220,7 @@ void TestCliFormat::ReadingsThatAreAbsent()
                                        R"({"ULN":null,"UNPE":null,"frequency":null}})"));
 }
 
-void TestCliFormat::ReadingIsTheShortestExactDecimal()
+void TestCliWords::ReadingIsTheShortestExactDecimal()
 {
     const MonitoringResults results(0.1F, -3.4028235e38F, 16777216.0F);
     const Cli::Shown shown = Cli::Show(&results);
@@ -223,7 +229,7 @@ void TestCliFormat::ReadingIsTheShortestExactDecimal()
                                        R"({"ULN":0.1,"UNPE":-3.4028235e+38,"frequency":16777216}})"));
 }
 
-void TestCliFormat::ResultsWithoutNamedReadings()
+void TestCliWords::ResultsWithoutNamedReadings()
 {
     const MeasurementResults results(Vesmar::MeasurementType::None, nullptr);
     const Cli::Shown shown = Cli::Show(&results);
@@ -231,7 +237,7 @@ void TestCliFormat::ResultsWithoutNamedReadings()
     QCOMPARE(JsonOf(shown), JsonLineOf(R"({"name":"None","number":-1,"readings":{}})"));
 }
 
-void TestCliFormat::Info()
+void TestCliWords::Info()
 {
     TesterInformation identity(nullptr);
     Fill(identity);
@@ -260,7 +266,7 @@ void TestCliFormat::Info()
                         "\n"));
 }
 
-void TestCliFormat::InfoWithoutClocks()
+void TestCliWords::InfoWithoutClocks()
 {
     TesterInformation identity(nullptr);
     Fill(identity);
@@ -279,7 +285,7 @@ void TestCliFormat::InfoWithoutClocks()
         InfoJson(identity, condition).startsWith(R"({"CalibrationDateTime":null,"CurrentDateTime":null,)"));
 }
 
-void TestCliFormat::InfoWithDatesThatDoNotExist()
+void TestCliWords::InfoWithDatesThatDoNotExist()
 {
     TesterInformation identity(nullptr);
     Cli::Condition condition = GoodCondition();
@@ -290,7 +296,7 @@ void TestCliFormat::InfoWithDatesThatDoNotExist()
         InfoJson(identity, condition).startsWith(R"({"CalibrationDateTime":null,"CurrentDateTime":null,)"));
 }
 
-void TestCliFormat::AdviceAsText()
+void TestCliWords::AdviceAsText()
 {
     QCOMPARE(
         Cli::AdviceText(Vesmar::Error::UpdateConfirmationFailed),
@@ -303,7 +309,7 @@ void TestCliFormat::AdviceAsText()
     QCOMPARE(Cli::AdviceText(static_cast<Vesmar::Error>(16)), QByteArray());
 }
 
-void TestCliFormat::SentenceWithAdvice()
+void TestCliWords::SentenceWithAdvice()
 {
     const QString sentence = QStringLiteral("It did not work.");
     QCOMPARE(Cli::WithAdvice(sentence, Vesmar::Error::NoErrors), sentence);
@@ -313,5 +319,48 @@ void TestCliFormat::SentenceWithAdvice()
                  QString::fromUtf8(Cli::AdviceText(Vesmar::Error::UpdateDataInvalid)).chopped(1));
 }
 
-QTEST_GUILESS_MAIN(TestCliFormat)
-#include "tst_cliformat.moc"
+void TestCliWords::EveryStatusIsExplainedOnce()
+{
+    QVector<int> statuses;
+    for (const ExitStatus::Explained& each : ExitStatus::All()) {
+        statuses.append(each.status);
+        QVERIFY(!each.words.empty());
+    }
+    QCOMPARE(statuses, (QVector<int>{0, 1, 2, 3, 4, 5, 6, 7, 128}));
+}
+
+void TestCliWords::HelpShowsEveryStatus()
+{
+    constexpr std::array<const char*, 2> Arguments{"vesmar", "--help"};
+    std::ostringstream output;
+    int status = -1;
+    Cli::Program().Parse(Arguments.size(), Arguments.data(), output, output, &status);
+    QCOMPARE(status, 0);
+    const QString help = QString::fromStdString(output.str());
+    for (const ExitStatus::Explained& each : ExitStatus::All()) {
+        const QString line =
+            QStringLiteral("\n  %1%2\n")
+                .arg(QString::number(each.status).leftJustified(5), QString::fromStdString(each.words));
+        QVERIFY2(help.contains(line), qPrintable(line));
+    }
+}
+
+void TestCliWords::DocumentShowsEveryStatus()
+{
+    QFile file(QStringLiteral(COMMANDLINE_DOCUMENT));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QStringList rows;
+    for (const QString& line : QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'))) {
+        if (line.startsWith(QLatin1String("| ")) && line.at(2).isDigit()) {
+            rows.append(line.section(QLatin1String(" | "), 0, 1));
+        }
+    }
+    QStringList expected;
+    for (const ExitStatus::Explained& each : ExitStatus::All()) {
+        expected.append(QStringLiteral("| %1 | %2").arg(each.status).arg(QString::fromStdString(each.words)));
+    }
+    QCOMPARE(rows, expected);
+}
+
+QTEST_GUILESS_MAIN(TestCliWords)
+#include "tst_cliwords.moc"

@@ -1,6 +1,7 @@
-#include "cli/measure/measurementformat.h"
+#include <CLI/CLI.hpp>
 
 #include <QTemporaryDir>
+#include <QTemporaryFile>
 #include <QtTest>
 
 #include <limits>
@@ -13,8 +14,11 @@
 #include <Vesmar/rcdresults.h>
 #include <Vesmar/rlnresults.h>
 
+#include "cli/measure/measurementformat.h"
+#include "cli/measure/measurementview.h"
 #include "cli/measure/readingsfile.h"
 #include "support/eventschema.h"
+#include "support/redirection.h"
 
 using Vesmar::Error;
 using Vesmar::FunctionState;
@@ -171,7 +175,7 @@ QByteArray ResultOf(const VesmarClient::MeasurementSession& session, const QVect
 
 } // namespace
 
-class TestCliMeasurementFormat : public QObject
+class TestCliMeasurement : public QObject
 {
     Q_OBJECT
 
@@ -196,9 +200,10 @@ private Q_SLOTS:
     void FileIsOverwritten();
     void FileThatCannotBeWritten_data();
     void FileThatCannotBeWritten();
+    void ResultIsTheLastLine();
 };
 
-void TestCliMeasurementFormat::NamedReadings()
+void TestCliMeasurement::NamedReadings()
 {
     QCOMPARE(Written(VesmarClient::ReadingsOf(Vesmar::RLNResults(1, 2, 3, 4, 5))),
              QByteArray("resistance 1, voltage 2, current 3, ISUB voltage 4, ISUB current 5\n"));
@@ -215,7 +220,7 @@ void TestCliMeasurementFormat::NamedReadings()
              QByteArray("Ia 0.25, Ta 0.5\n"));
 }
 
-void TestCliMeasurementFormat::EveryFunctionNamesItsReadings()
+void TestCliMeasurement::EveryFunctionNamesItsReadings()
 {
     for (int function = 1; function <= 11; ++function) {
         QVERIFY2(!VesmarClient::ReadingNames(static_cast<MeasurementType>(function)).isEmpty(),
@@ -224,7 +229,7 @@ void TestCliMeasurementFormat::EveryFunctionNamesItsReadings()
     QVERIFY(VesmarClient::ReadingNames(MeasurementType::None).isEmpty());
 }
 
-void TestCliMeasurementFormat::Live()
+void TestCliMeasurement::Live()
 {
     QCOMPARE(Cli::LiveLine({1300ms, 5000ms}, Readings, 200),
              QStringLiteral("   1.3 s of 5 s [=====               ]  current 0.25, voltage -"));
@@ -232,23 +237,23 @@ void TestCliMeasurementFormat::Live()
              QStringLiteral("   9.0 s of 8.5 s [====================]  "));
 }
 
-void TestCliMeasurementFormat::LiveWithoutATime()
+void TestCliMeasurement::LiveWithoutATime()
 {
     QCOMPARE(Cli::LiveLine({61000ms, std::nullopt}, Readings, 200),
              QStringLiteral("  61.0 s  current 0.25, voltage -"));
 }
 
-void TestCliMeasurementFormat::LiveIsCutToTheWidth()
+void TestCliMeasurement::LiveIsCutToTheWidth()
 {
     QCOMPARE(Cli::LiveLine({61000ms, std::nullopt}, Readings, 17), QStringLiteral("  61.0 s  current"));
 }
 
-void TestCliMeasurementFormat::LiveWithAPhase()
+void TestCliMeasurement::LiveWithAPhase()
 {
     QCOMPARE(Cli::PhaseLine(61000ms, QStringLiteral("running")), QStringLiteral("  61.0 s  running"));
 }
 
-void TestCliMeasurementFormat::PhasesHaveNames()
+void TestCliMeasurement::PhasesHaveNames()
 {
     using Phase = VesmarClient::MeasurementSession::Phase;
     QCOMPARE(Cli::PhaseName(Phase::AwaitingMains), QStringLiteral("waiting for a suitable mains voltage"));
@@ -256,7 +261,7 @@ void TestCliMeasurementFormat::PhasesHaveNames()
     QCOMPARE(Cli::PhaseName(Phase::Ended), QString());
 }
 
-void TestCliMeasurementFormat::ReadingAsJson()
+void TestCliMeasurement::ReadingAsJson()
 {
     QCOMPARE(Cli::ReadingJson(Noon(), 1500ms, Readings),
              QByteArray(R"({"elapsed":1.5,"event":"reading","readings":{"current":0.25,"voltage":null},)"
@@ -264,24 +269,24 @@ void TestCliMeasurementFormat::ReadingAsJson()
                         "\n"));
 }
 
-void TestCliMeasurementFormat::Csv()
+void TestCliMeasurement::Csv()
 {
     QCOMPARE(Cli::CsvHeader(MeasurementType::ISUB), QByteArray("time,elapsed,current,voltage\n"));
     QCOMPARE(Cli::CsvRow(Noon(), 1500ms, Readings), QByteArray("2024-05-06T10:00:00.007Z,1.500,0.25,\n"));
 }
 
-void TestCliMeasurementFormat::Table()
+void TestCliMeasurement::Table()
 {
     QCOMPARE(Cli::ResultText(Readings), QByteArray("  current           0.25\n  voltage           -\n"));
 }
 
-void TestCliMeasurementFormat::EndOfAnAbort()
+void TestCliMeasurement::EndOfAnAbort()
 {
     QCOMPARE(EndOf(Aborted(true)).message,
              QStringLiteral("Measurement it aborted. The instrument is confirmed to have stopped."));
 }
 
-void TestCliMeasurementFormat::EndOfAFailure()
+void TestCliMeasurement::EndOfAFailure()
 {
     QCOMPARE(
         EndOf(Failed()).message,
@@ -289,7 +294,7 @@ void TestCliMeasurementFormat::EndOfAFailure()
                        "measurement. The instrument is confirmed to have stopped."));
 }
 
-void TestCliMeasurementFormat::EndThatIsNotConfirmed()
+void TestCliMeasurement::EndThatIsNotConfirmed()
 {
     QCOMPARE(
         EndOf(Aborted(false)).message,
@@ -297,7 +302,7 @@ void TestCliMeasurementFormat::EndThatIsNotConfirmed()
                        "and high voltage may be on. Switch it off at the instrument."));
 }
 
-void TestCliMeasurementFormat::EndOfALostLink()
+void TestCliMeasurement::EndOfALostLink()
 {
     QCOMPARE(EndOf(LinkLost(MeasurementState::Preparing, true)).message,
              QStringLiteral("Link lost, or the measurement refused by the instrument, while preparing. It is "
@@ -311,7 +316,7 @@ void TestCliMeasurementFormat::EndOfALostLink()
 }
 
 /// The library's verdict on the link, as soon as there is one.
-void TestCliMeasurementFormat::ErrorOfALostLink()
+void TestCliMeasurement::ErrorOfALostLink()
 {
     const VesmarClient::MeasurementSession lost = LinkLost(MeasurementState::Starting, false);
     QVERIFY(EndOf(lost, Error::NoResponse).error == Error::NoResponse);
@@ -322,7 +327,7 @@ void TestCliMeasurementFormat::ErrorOfALostLink()
     QVERIFY(EndOf(Failed(), Error::NoResponse).error == Error::PrepareFailed);
 }
 
-void TestCliMeasurementFormat::ResultAsJson()
+void TestCliMeasurement::ResultAsJson()
 {
     QCOMPARE(
         ResultOf(Failed(), {{"current", 0.25F}}),
@@ -344,7 +349,7 @@ void TestCliMeasurementFormat::ResultAsJson()
                         "\n"));
 }
 
-void TestCliMeasurementFormat::ReasonsAndOutcomes()
+void TestCliMeasurement::ReasonsAndOutcomes()
 {
     using Outcome = Cli::Ending::Outcome;
     const auto check = [](const VesmarClient::MeasurementSession& session, int status, Outcome outcome,
@@ -366,7 +371,7 @@ void TestCliMeasurementFormat::ReasonsAndOutcomes()
     check(Run(true, false), 6, Outcome::Failed, "stop-not-confirmed");
 }
 
-void TestCliMeasurementFormat::FileIsOverwritten()
+void TestCliMeasurement::FileIsOverwritten()
 {
     const QTemporaryDir folder;
     QFile file(folder.filePath(QStringLiteral("readings.csv")));
@@ -380,7 +385,7 @@ void TestCliMeasurementFormat::FileIsOverwritten()
     QCOMPARE(file.readAll(), QByteArray("a,b\n1,2\n"));
 }
 
-void TestCliMeasurementFormat::FileThatCannotBeWritten_data()
+void TestCliMeasurement::FileThatCannotBeWritten_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("problem");
@@ -389,7 +394,7 @@ void TestCliMeasurementFormat::FileThatCannotBeWritten_data()
     QTest::newRow("a device") << QStringLiteral("/dev/null") << QStringLiteral("not a regular file");
 }
 
-void TestCliMeasurementFormat::FileThatCannotBeWritten()
+void TestCliMeasurement::FileThatCannotBeWritten()
 {
     QFETCH(QString, path);
     QFETCH(QString, problem);
@@ -397,5 +402,36 @@ void TestCliMeasurementFormat::FileThatCannotBeWritten()
     QVERIFY2(file.Problem().contains(problem), qPrintable(file.Problem()));
 }
 
-QTEST_GUILESS_MAIN(TestCliMeasurementFormat)
-#include "tst_climeasurementformat.moc"
+/// A change that was on its way when the measurement ended may still arrive.
+void TestCliMeasurement::ResultIsTheLastLine()
+{
+    CLI::App app;
+    const Cli::MeasureFunctions functions(app);
+    app.parse("it");
+    const VesmarClient::MeasurementSession session(Vesmar::MeasurementType::IT, false,
+                                                   5); // its stop is not confirmed
+    QTemporaryFile file;
+    QTemporaryFile errors;
+    QVERIFY(file.open() && errors.open());
+    {
+        const Redirection output(STDOUT_FILENO, file.handle());
+        const Redirection errorOutput(STDERR_FILENO, errors.handle());
+        Cli::MeasurementView view(*functions.Chosen(), true, nullptr);
+        const auto showAll = [&view] {
+            view.ShowStatus(Vesmar::MeasurementState::Stopped);
+            view.ShowError(Vesmar::Error::NoErrors);
+            view.ShowResults(Vesmar::ITResults(0.25F));
+        };
+        showAll();
+        QCOMPARE(view.ShowEnd(session, Vesmar::Error::NoErrors), 6);
+        showAll();
+        view.Finish();
+    }
+    file.seek(0);
+    const QByteArray shown = file.readAll();
+    QCOMPARE(shown.count('\n'), 4);
+    QCOMPARE(ProblemOfRun(shown, 6), QString());
+}
+
+QTEST_GUILESS_MAIN(TestCliMeasurement)
+#include "tst_climeasurement.moc"

@@ -1,5 +1,4 @@
-#include "client/line/device.h"
-
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTemporaryFile>
 #include <QtTest>
@@ -10,33 +9,123 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdlib>
 
+#include "client/line/device.h"
+#include "client/line/deviceholders.h"
 #include "client/line/diagnosis.h"
 #include "support/scriptedpeer.h"
 #include "support/serialdevice.h"
 
 using VesmarClient::Device;
 using VesmarClient::DeviceFindings;
+using VesmarClient::DeviceHolders;
+using VesmarClient::FindHolders;
 
-class TestClientDevice : public QObject
+namespace
+{
+
+constexpr int Patience = 90000;
+
+/// A pseudo-terminal with both ends open in this process. Without `O_CLOEXEC`, what it starts inherits its
+/// far end.
+class Line
+{
+public:
+    explicit Line(int inheritance = O_CLOEXEC) : _master(::posix_openpt(O_RDWR | O_NOCTTY | inheritance))
+    {
+        ::grantpt(_master);
+        ::unlockpt(_master);
+        _path = ::ptsname(_master);
+        _slave = ::open(_path.constData(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    }
+    ~Line()
+    {
+        ::close(_slave);
+        ::close(_master);
+    }
+    Line(const Line&) = delete;
+    Line& operator=(const Line&) = delete;
+
+    QString Path() const { return QString::fromLatin1(_path); }
+
+    struct stat Identity() const
+    {
+        struct stat identity = {};
+        ::fstat(_slave, &identity);
+        return identity;
+    }
+
+private:
+    int _master;
+    int _slave = -1;
+    QByteArray _path;
+};
+
+/// Another program that has the path open once it has started.
+class Holder
+{
+public:
+    explicit Holder(const QString& path)
+    {
+        const QString script = QStringLiteral("exec 0<>\"$0\"; echo open; exec sleep 600");
+        _process.start(QStringLiteral("sh"), {QStringLiteral("-c"), script, path});
+    }
+    ~Holder()
+    {
+        _process.kill();
+        _process.waitForFinished(Patience);
+    }
+    Holder(const Holder&) = delete;
+    Holder& operator=(const Holder&) = delete;
+
+    /// Until it has taken its last name, too.
+    bool WaitUntilItHolds()
+    {
+        while (!_process.canReadLine()) {
+            if (!_process.waitForReadyRead(Patience)) {
+                return false;
+            }
+        }
+        QFile name(QStringLiteral("/proc/%1/comm").arg(_process.processId()));
+        return QTest::qWaitFor(
+            [&name] {
+                QFile file(name.fileName());
+                return file.open(QIODevice::ReadOnly) && file.readAll() == "sleep\n";
+            },
+            Patience);
+    }
+    pid_t Process() const { return static_cast<pid_t>(_process.processId()); }
+
+private:
+    QProcess _process;
+};
+
+} // namespace
+
+class TestClientLine : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void Missing();
+    void DeviceThatIsMissing();
     void LinkThatLeadsNowhere();
     void LinkToATerminal();
     void ChangesNothing();
     void CharacterDeviceThatIsNoTerminal();
     void RegularFile();
-    void WithoutPermission();
+    void DeviceWithoutPermission();
     void OpeningTellsTheErrorNumber_data();
     void OpeningTellsTheErrorNumber();
     void OpeningADeviceThatIsThere();
     void LinkErrors();
+    void HeldByThisProgramOnly();
+    void HeldByAnotherProgram();
+    void AnotherLineIsHeld();
+    void HeldByTheOtherEnd();
 };
 
-void TestClientDevice::Missing()
+void TestClientLine::DeviceThatIsMissing()
 {
     const Device device("/dev/null/nothing/here");
     QVERIFY(!device.Findings().IsThere());
@@ -46,7 +135,7 @@ void TestClientDevice::Missing()
     QCOMPARE(device.Descriptor(), -1);
 }
 
-void TestClientDevice::LinkThatLeadsNowhere()
+void TestClientLine::LinkThatLeadsNowhere()
 {
     const QTemporaryDir folder;
     const QString link = folder.filePath(QStringLiteral("line"));
@@ -57,7 +146,7 @@ void TestClientDevice::LinkThatLeadsNowhere()
     QCOMPARE(device.Findings().target, target);
 }
 
-void TestClientDevice::LinkToATerminal()
+void TestClientLine::LinkToATerminal()
 {
     const ScriptedPeer peer;
     const QTemporaryDir folder;
@@ -75,7 +164,7 @@ void TestClientDevice::LinkToATerminal()
     QCOMPARE(::fcntl(device.Descriptor(), F_GETFL) & (O_ACCMODE | O_NONBLOCK), O_RDWR | O_NONBLOCK);
 }
 
-void TestClientDevice::ChangesNothing()
+void TestClientLine::ChangesNothing()
 {
     const ScriptedPeer peer;
     const Device device(peer.DevicePath().constData());
@@ -84,7 +173,7 @@ void TestClientDevice::ChangesNothing()
     QVERIFY(peer.Requests().isEmpty());
 }
 
-void TestClientDevice::CharacterDeviceThatIsNoTerminal()
+void TestClientLine::CharacterDeviceThatIsNoTerminal()
 {
     const Device device("/dev/null");
     QVERIFY(device.Findings().IsCharacterDevice());
@@ -92,7 +181,7 @@ void TestClientDevice::CharacterDeviceThatIsNoTerminal()
     QCOMPARE(device.Findings().target, QStringLiteral("/dev/null"));
 }
 
-void TestClientDevice::RegularFile()
+void TestClientLine::RegularFile()
 {
     QTemporaryFile file;
     QVERIFY(file.open());
@@ -103,7 +192,7 @@ void TestClientDevice::RegularFile()
     QCOMPARE(device.Findings().identity.st_mode & 0777U, 0600U);
 }
 
-void TestClientDevice::WithoutPermission()
+void TestClientLine::DeviceWithoutPermission()
 {
     if (::geteuid() == 0) {
         QSKIP("Nothing is forbidden to root.");
@@ -116,7 +205,7 @@ void TestClientDevice::WithoutPermission()
     QVERIFY(!device.Findings().isWritable);
 }
 
-void TestClientDevice::OpeningTellsTheErrorNumber_data()
+void TestClientLine::OpeningTellsTheErrorNumber_data()
 {
     QTest::addColumn<int>("error");
     QTest::newRow("missing") << ENOENT;
@@ -124,7 +213,7 @@ void TestClientDevice::OpeningTellsTheErrorNumber_data()
     QTest::newRow("busy") << EBUSY;
 }
 
-void TestClientDevice::OpeningTellsTheErrorNumber()
+void TestClientLine::OpeningTellsTheErrorNumber()
 {
     QFETCH(int, error);
     FailSerialDeviceOpen(error);
@@ -132,14 +221,14 @@ void TestClientDevice::OpeningTellsTheErrorNumber()
     RedirectSerialDevice(QByteArray());
 }
 
-void TestClientDevice::OpeningADeviceThatIsThere()
+void TestClientLine::OpeningADeviceThatIsThere()
 {
     const ScriptedPeer peer;
     QCOMPARE(VesmarClient::TryToOpenSerialDevice(), 0);
     QCOMPARE(RecordedSerialDevice().configurations, 0);
 }
 
-void TestClientDevice::LinkErrors()
+void TestClientLine::LinkErrors()
 {
     for (const int error : {100, 101, 102, 103}) {
         QVERIFY2(VesmarClient::IsLinkError(static_cast<Vesmar::Error>(error)),
@@ -151,5 +240,41 @@ void TestClientDevice::LinkErrors()
     }
 }
 
-QTEST_GUILESS_MAIN(TestClientDevice)
-#include "tst_clientdevice.moc"
+void TestClientLine::HeldByThisProgramOnly()
+{
+    const Line line;
+    const DeviceHolders holders = FindHolders(line.Identity());
+    QVERIFY(holders.programs.isEmpty());
+    QVERIFY(::geteuid() == 0 || !holders.isComplete);
+}
+
+void TestClientLine::HeldByAnotherProgram()
+{
+    const Line line;
+    Holder holder(line.Path());
+    QVERIFY(holder.WaitUntilItHolds());
+    const DeviceHolders holders = FindHolders(line.Identity());
+    QCOMPARE(holders.programs.size(), 1);
+    QCOMPARE(holders.programs.first().process, holder.Process());
+    QCOMPARE(holders.programs.first().program, QStringLiteral("sleep"));
+}
+
+void TestClientLine::AnotherLineIsHeld()
+{
+    const Line line;
+    const Line other;
+    Holder holder(other.Path());
+    QVERIFY(holder.WaitUntilItHolds());
+    QVERIFY(FindHolders(line.Identity()).programs.isEmpty());
+}
+
+void TestClientLine::HeldByTheOtherEnd()
+{
+    const Line line(0);
+    Holder holder(line.Path());
+    QVERIFY(holder.WaitUntilItHolds());
+    QVERIFY(FindHolders(line.Identity()).programs.isEmpty());
+}
+
+QTEST_GUILESS_MAIN(TestClientLine)
+#include "tst_clientline.moc"

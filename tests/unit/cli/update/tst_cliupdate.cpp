@@ -1,9 +1,13 @@
-#include "cli/update/updateformat.h"
-
+#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QTemporaryDir>
 #include <QtTest>
 
+#include <sys/stat.h>
+
+#include "cli/update/updatefiles.h"
+#include "cli/update/updateformat.h"
 #include "support/eventschema.h"
 
 using namespace std::chrono_literals;
@@ -53,11 +57,17 @@ QByteArray ResultOf(const VesmarClient::UpdateSession& session, const Cli::Updat
 
 } // namespace
 
-class TestCliUpdateFormat : public QObject
+class TestCliUpdate : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
+    void BothAreRead();
+    void Problems_data();
+    void Problems();
+    void MissingFiles();
+    void NoRegularFile();
+    void FarTooLarge();
     void Progress_data();
     void Progress();
     void LiveLineIsCut();
@@ -70,9 +80,99 @@ private Q_SLOTS:
     void Interruptions();
     void ResultAsJson();
     void ResultOfAFailureAsJson();
+
+private:
+    QString Path(const char* name) const { return _folder.filePath(QLatin1String(name)); }
+    QString WriteFile(const char* name, const QByteArray& content) const;
+
+    QTemporaryDir _folder;
 };
 
-void TestCliUpdateFormat::Progress_data()
+QString TestCliUpdate::WriteFile(const char* name, const QByteArray& content) const
+{
+    QFile file(Path(name));
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() ? file.fileName()
+                                                                                    : QString();
+}
+
+void TestCliUpdate::BothAreRead()
+{
+    const QByteArray image = QByteArray(512, 'a') + QByteArray(512, '\0') + QByteArray(512, '\n');
+    const Cli::UpdateFiles files = Cli::ReadUpdateFiles(
+        WriteFile("image", image), WriteFile("confirmation", QByteArray("\x00\xAB\xCD", 3)));
+    QCOMPARE(files.problem, QString());
+    QCOMPARE(files.image, image);
+    QCOMPARE(files.confirmation, QByteArray::fromHex("00ABCD"));
+    QCOMPARE(files.Sectors(), 3);
+}
+
+void TestCliUpdate::Problems_data()
+{
+    QTest::addColumn<int>("imageSize");
+    QTest::addColumn<int>("confirmationSize");
+    QTest::addColumn<QString>("problem");
+    QTest::newRow("empty image") << 0 << 2 << "the image %1 is empty; check that it is the right file";
+    QTest::newRow("a byte short")
+        << 511 << 2
+        << "the image %1 has 511 bytes, which is not a multiple of 512; check that it "
+           "is the right file and complete";
+    QTest::newRow("a byte too many")
+        << 1025 << 2
+        << "the image %1 has 1025 bytes, which is not a multiple of 512; check that "
+           "it is the right file and complete";
+    QTest::newRow("empty confirmation") << 512 << 0
+                                        << "the confirmation %2 has fewer than 2 bytes; check that it is the "
+                                           "right file";
+    QTest::newRow("one byte of confirmation")
+        << 512 << 1 << "the confirmation %2 has fewer than 2 bytes; check that it is the right file";
+    QTest::newRow("the least") << 512 << 2 << "";
+}
+
+void TestCliUpdate::Problems()
+{
+    QFETCH(int, imageSize);
+    QFETCH(int, confirmationSize);
+    QFETCH(QString, problem);
+    const QString image = WriteFile("image", QByteArray(imageSize, 'x'));
+    const QString confirmation = WriteFile("confirmation", QByteArray(confirmationSize, 'x'));
+    problem.replace(QLatin1String("%1"), image).replace(QLatin1String("%2"), confirmation);
+    QCOMPARE(Cli::ReadUpdateFiles(image, confirmation).problem, problem);
+}
+
+void TestCliUpdate::MissingFiles()
+{
+    const QString present = WriteFile("present", QByteArray(512, 'x'));
+    const QString missing = Path("missing");
+    QCOMPARE(Cli::ReadUpdateFiles(missing, present).problem,
+             QStringLiteral("cannot read the image %1: No such file or directory").arg(missing));
+    QCOMPARE(Cli::ReadUpdateFiles(present, missing).problem,
+             QStringLiteral("cannot read the confirmation %1: No such file or directory").arg(missing));
+}
+
+void TestCliUpdate::NoRegularFile()
+{
+    const QString present = WriteFile("present", QByteArray(512, 'x'));
+    const QString pipe = Path("pipe");
+    QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), S_IRUSR | S_IWUSR), 0);
+    QCOMPARE(Cli::ReadUpdateFiles(pipe, present).problem,
+             QStringLiteral("the image %1 is not a regular file").arg(pipe));
+    QCOMPARE(Cli::ReadUpdateFiles(present, _folder.path()).problem,
+             QStringLiteral("the confirmation %1 is not a regular file").arg(_folder.path()));
+}
+
+void TestCliUpdate::FarTooLarge()
+{
+    const QString present = WriteFile("present", QByteArray(512, 'x'));
+    QFile large(Path("large"));
+    QVERIFY(large.open(QIODevice::WriteOnly));
+    QVERIFY(large.resize(64 * 1024 * 1024 + 512)); // a hole, which takes no room
+    QCOMPARE(
+        Cli::ReadUpdateFiles(large.fileName(), present).problem,
+        QStringLiteral("the image %1 has 67109376 bytes, which is too much; check that it is the right file")
+            .arg(large.fileName()));
+}
+
+void TestCliUpdate::Progress_data()
 {
     QTest::addColumn<int>("percent");
     QTest::addColumn<int>("confirmed");
@@ -89,7 +189,7 @@ void TestCliUpdateFormat::Progress_data()
                          << QByteArray("100 %  8 of 8 sectors, 0 s left\n");
 }
 
-void TestCliUpdateFormat::Progress()
+void TestCliUpdate::Progress()
 {
     QFETCH(int, percent);
     QFETCH(int, confirmed);
@@ -99,12 +199,12 @@ void TestCliUpdateFormat::Progress()
     QTEST(Cli::UpdateProgressLine(progress), "line");
 }
 
-void TestCliUpdateFormat::LiveLineIsCut()
+void TestCliUpdate::LiveLineIsCut()
 {
     QCOMPARE(Cli::UpdateLiveLine({25, 2, 8, 1s}, 9), QStringLiteral(" 25 % [=="));
 }
 
-void TestCliUpdateFormat::ProgressAsJson()
+void TestCliUpdate::ProgressAsJson()
 {
     QCOMPARE(Cli::UpdateProgressJson(Evening, {25, 2, 8, 1s}),
              QByteArray(R"({"event":"progress","left":3,"percent":25,"sectors":2,)"
@@ -113,14 +213,14 @@ void TestCliUpdateFormat::ProgressAsJson()
     QVERIFY(Cli::UpdateProgressJson(Evening, {0, 0, 8, 1s}).contains(R"("left":null)"));
 }
 
-void TestCliUpdateFormat::Versions()
+void TestCliUpdate::Versions()
 {
     QCOMPARE(Cli::VersionText(QStringLiteral("1.05")), QStringLiteral("1.05"));
     QCOMPARE(Cli::VersionText(QStringLiteral("1\033")), QStringLiteral("1\\x1b"));
     QCOMPARE(Cli::VersionText(QString()), QStringLiteral("unknown"));
 }
 
-void TestCliUpdateFormat::FailuresSayWhatToDo_data()
+void TestCliUpdate::FailuresSayWhatToDo_data()
 {
     QTest::addColumn<int>("sectors");
     QTest::addColumn<int>("progress");
@@ -154,7 +254,7 @@ void TestCliUpdateFormat::FailuresSayWhatToDo_data()
            "instrument stays in update mode; run the same command again.";
 }
 
-void TestCliUpdateFormat::FailuresSayWhatToDo()
+void TestCliUpdate::FailuresSayWhatToDo()
 {
     QFETCH(int, sectors);
     QFETCH(int, progress);
@@ -162,7 +262,7 @@ void TestCliUpdateFormat::FailuresSayWhatToDo()
     QTEST(EndOf(FailedSession(sectors, progress, static_cast<Error>(error))).message, "message");
 }
 
-void TestCliUpdateFormat::OtherEnds()
+void TestCliUpdate::OtherEnds()
 {
     VesmarClient::UpdateSession done = FinishedSession();
     done.IdentityRead(OperationMode::Normal);
@@ -206,7 +306,7 @@ void TestCliUpdateFormat::OtherEnds()
 }
 
 /// Where the link is lost, the library's verdict tells why, as soon as there is one.
-void TestCliUpdateFormat::ErrorOfALostLink()
+void TestCliUpdate::ErrorOfALostLink()
 {
     VesmarClient::UpdateSession away = FinishedSession();
     away.TimeOver(OperationState::Finished);
@@ -218,7 +318,7 @@ void TestCliUpdateFormat::ErrorOfALostLink()
     QVERIFY(EndOf(failed, Error::NoResponse).error == Error::UpdateInitializationFailed);
 }
 
-void TestCliUpdateFormat::Interruptions()
+void TestCliUpdate::Interruptions()
 {
     VesmarClient::UpdateSession before(8, false);
     before.Begin();
@@ -239,7 +339,7 @@ void TestCliUpdateFormat::Interruptions()
                             "without firmware. Sending it goes on."));
 }
 
-void TestCliUpdateFormat::ResultAsJson()
+void TestCliUpdate::ResultAsJson()
 {
     VesmarClient::UpdateSession done = FinishedSession();
     done.IdentityRead(OperationMode::Normal);
@@ -252,7 +352,7 @@ void TestCliUpdateFormat::ResultAsJson()
                         "\n"));
 }
 
-void TestCliUpdateFormat::ResultOfAFailureAsJson()
+void TestCliUpdate::ResultOfAFailureAsJson()
 {
     const VesmarClient::UpdateSession failed = FailedSession(8, 25, Error::UpdateInitializationFailed);
     const QByteArray line = ResultOf(failed, {QStringLiteral("1.05"), QString()});
@@ -265,5 +365,5 @@ void TestCliUpdateFormat::ResultOfAFailureAsJson()
     QVERIFY(result.value(QStringLiteral("versionAfter")).isNull());
 }
 
-QTEST_GUILESS_MAIN(TestCliUpdateFormat)
-#include "tst_cliupdateformat.moc"
+QTEST_GUILESS_MAIN(TestCliUpdate)
+#include "tst_cliupdate.moc"
