@@ -13,11 +13,11 @@ public:
     IECResults(float result, float voltage, float uln, float step, float delay);
     ~IECResults() override;
 
-    int _result;    ///< The instrument's result number, truncated toward zero; its meaning is unknown.
+    int _result;    ///< Result number, without its fraction; the meaning is the instrument's own.
     float _voltage; ///< Voltage; the unit is the instrument's own and unknown.
     float _uln;     ///< ULN, the mains voltage; the unit is the instrument's own and unknown.
-    float _step;  ///< The step of the instrument's procedure; its scale is the instrument's own and unknown.
-    float _delay; ///< The instrument's delay divided by 1000; the unit is the instrument's own and unknown.
+    float _step;    ///< Step of the procedure; its scale is the instrument's own and unknown.
+    float _delay;   ///< Delay, divided by 1000; the unit is the instrument's own and unknown.
 };
 
 } // namespace Vesmar

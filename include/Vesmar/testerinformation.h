@@ -26,8 +26,8 @@ public:
     QString DeviceName;   ///< The name of the device, up to 3 characters. Default "PAT".
     QString DeviceCode;   ///< The code of the device, up to 3 characters. Default "000".
     QString SerialNumber; ///< The serial number, up to 6 characters. Default "000000".
-    QString Version;     ///< The firmware's version: a digit, a point and two digits ("1.05"). Default "000".
-    QString VersionCode; ///< The code of the version, up to 2 characters. Default "000".
+    QString Version;      ///< The version of the firmware, such as "1.05". Default "000".
+    QString VersionCode;  ///< The code of the version, up to 2 characters. Default "000".
     QString RevisionCode; ///< The code of the revision, up to 2 characters. Default "00".
     QString BuildNumber;  ///< The number of the firmware's build, in decimal. Default "0000".
 };
