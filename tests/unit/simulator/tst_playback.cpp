@@ -19,40 +19,51 @@ using std::chrono::milliseconds;
 namespace
 {
 
-const QByteArray NotRecorded("not recorded");
-
-RecordedEntry Exchange(const QByteArray& request, const char* answer)
+/// A recording in short: "s=01" is an exchange with the letter of its request and its answer, "5:77" bytes
+/// that come unasked after 5 ms.
+std::vector<RecordedEntry> Recorded(const QByteArray& text)
 {
-    return {request, QByteArray::fromHex(answer), milliseconds(0)};
+    std::vector<RecordedEntry> recording;
+    for (const QByteArray& entry : text.split(' ')) {
+        const int colon = entry.indexOf(':');
+        if (colon > 0) {
+            recording.push_back({{}, Bytes(entry.mid(colon + 1)), milliseconds(entry.left(colon).toInt())});
+        } else {
+            recording.push_back({entry.left(1) + "recorded", Bytes(entry.mid(2)), milliseconds(0)});
+        }
+    }
+    return recording;
 }
 
-RecordedEntry Unasked(const char* bytes, int after)
-{
-    return {{}, QByteArray::fromHex(bytes), milliseconds(after)};
-}
-
-/// A player and the time that it is given.
+/// A player and the time that it is told.
 class Deck
 {
 public:
-    explicit Deck(const std::vector<RecordedEntry>& recording) : _player(recording) {}
+    explicit Deck(const QByteArray& recording) : _player(Recorded(recording)) {}
 
     void Wait(int ms) { _now += milliseconds(ms); }
-    QByteArray Ask(const QByteArray& request)
+
+    /// The answers to requests that begin with these letters; "-" is silence, "?" stands for no answer at
+    /// all.
+    QByteArray Ask(const QByteArray& letters)
     {
-        const std::optional<QByteArray> answer = _player.Answer(request, _now);
-        return answer ? answer->toHex() : NotRecorded;
+        QByteArrayList answers;
+        for (const QByteArray& letter : letters.split(' ')) {
+            const std::optional<QByteArray> answer = _player.Answer(letter + "asked", _now);
+            answers.append(!answer ? "?" : answer->isEmpty() ? "-" : answer->toHex());
+        }
+        return answers.join(' ');
     }
 
     /// What goes out now, and how long the line is quiet before each: "0af73370/20".
-    QByteArrayList Frames()
+    QByteArray Frames()
     {
         QByteArrayList frames;
         for (const FramePiece& piece : _player.CollectFrames(_now)) {
             const auto pause = std::chrono::duration_cast<milliseconds>(piece.pauseBefore);
             frames.append(piece.bytes.toHex() + '/' + QByteArray::number(static_cast<int>(pause.count())));
         }
-        return frames;
+        return frames.join(' ');
     }
 
     /// In milliseconds from now; -1 for never.
@@ -91,40 +102,32 @@ class TestPlayback : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void ReadsInTheirOrder()
+    void Answers_data()
     {
-        Deck deck({Exchange(ReadStatus, "00fed10e"), Exchange(ReadStatus, "02fe0000")});
-        QCOMPARE(deck.Ask(ReadStatus), QByteArray("00fed10e"));
-        QCOMPARE(deck.Ask(ReadStatus), QByteArray("02fe0000"));
-        QCOMPARE(deck.Ask(ReadStatus), QByteArray("02fe0000"));
-        QCOMPARE(deck.Ask(ReadStatus), QByteArray("02fe0000"));
+        QTest::addColumn<QByteArray>("recording");
+        QTest::addColumn<QByteArray>("letters");
+        QTest::addColumn<QByteArray>("answers");
+        const auto row = [](const char* name, const char* recording, const char* letters,
+                            const char* answers) {
+            QTest::newRow(name) << QByteArray(recording) << QByteArray(letters) << QByteArray(answers);
+        };
+        row("reads in their order", "s=00fed10e s=02fe0000", "s s s s",
+            "00fed10e 02fe0000 02fe0000 02fe0000");
+        row("reads pass others over", "s=01 5:77 W=02 s=03", "W s", "02 03");
+        row("a read that was passed over is repeated", "W=01 W=02 s=03", "s W", "03 02");
+        row("reads wait for the next command", "s=01 S=06c660 s=02", "s s S s", "01 01 06c660 02");
+        row("a read that was not answered yet", "s=01 h=06c660 W=02", "W e s h W", "? ? 01 06c660 02");
+        row("silence is repeated", "s=01 s=", "s s s", "01 - -");
+        row("commands pass everything over", "s=01 S=214334 5:77 h=06c660 s=02", "h S s", "06c660 214334 02");
+        row("a command that is not there changes nothing", "s=01 h=06c660", "S s h", "? 01 06c660");
+        row("a command is repeated", "h=06c660 h=", "h h h", "06c660 - -");
     }
 
-    void ReadsPassOthersOver()
+    void Answers()
     {
-        Deck deck({Exchange(ReadStatus, "01"), Unasked("77", 5), Exchange(ReadVersion, "02"),
-                   Exchange(ReadStatus, "03")});
-        QCOMPARE(deck.Ask(ReadVersion), QByteArray("02"));
-        QCOMPARE(deck.Ask(ReadStatus), QByteArray("03"));
-        QCOMPARE(deck.NextFrameIn(), -1);
-    }
-
-    /// As it was answered last up to the position, whether that was played or passed over.
-    void PassedOverReadIsRepeated()
-    {
-        Deck deck({Exchange(ReadVersion, "01"), Exchange(ReadVersion, "02"), Exchange(ReadStatus, "03")});
-        QCOMPARE(deck.Ask(ReadStatus), QByteArray("03"));
-        QCOMPARE(deck.Ask(ReadVersion), QByteArray("02"));
-    }
-
-    void ReadsWaitForTheNextCommand()
-    {
-        Deck deck(
-            {Exchange(ReadStatus, "01"), Exchange(StartMeasurement, "06c660"), Exchange(ReadStatus, "02")});
-        QCOMPARE(deck.Ask(ReadStatus), QByteArray("01"));
-        QCOMPARE(deck.Ask(ReadStatus), QByteArray("01"));
-        QCOMPARE(deck.Ask(StartMeasurement), QByteArray("06c660"));
-        QCOMPARE(deck.Ask(ReadStatus), QByteArray("02"));
+        QFETCH(QByteArray, recording);
+        QFETCH(QByteArray, letters);
+        QTEST(Deck(recording).Ask(letters), "answers");
     }
 
     void EveryLetter_data()
@@ -138,153 +141,83 @@ private Q_SLOTS:
         }
     }
 
-    /// A read is not looked for beyond a command, a command is.
+    /// The search for a read ends at a command, that for a command does not.
     void EveryLetter()
     {
         QFETCH(bool, isRead);
-        const QByteArray request(QTest::currentDataTag());
-        Deck deck({Exchange(StopMeasurement, "06c660"), Exchange(request, "1234")});
-        QCOMPARE(deck.Ask(request), isRead ? NotRecorded : QByteArray("1234"));
-    }
-
-    void ReadThatWasNotAnsweredYet()
-    {
-        Deck deck(
-            {Exchange(ReadStatus, "01"), Exchange(StopMeasurement, "06c660"), Exchange(ReadVersion, "02")});
-        QCOMPARE(deck.Ask(ReadVersion), NotRecorded);
-        QCOMPARE(deck.Ask(ReadMeasurement), NotRecorded);
-        QCOMPARE(deck.Ask(ReadStatus), QByteArray("01"));
-        QCOMPARE(deck.Ask(StopMeasurement), QByteArray("06c660"));
-        QCOMPARE(deck.Ask(ReadVersion), QByteArray("02"));
-    }
-
-    void SilenceIsRepeated()
-    {
-        Deck deck({Exchange(ReadStatus, "01"), Exchange(ReadStatus, "")});
-        QCOMPARE(deck.Ask(ReadStatus), QByteArray("01"));
-        QCOMPARE(deck.Ask(ReadStatus), QByteArray());
-        QCOMPARE(deck.Ask(ReadStatus), QByteArray());
-    }
-
-    void CommandsPassEverythingOver()
-    {
-        Deck deck({Exchange(ReadStatus, "01"), Exchange(StartMeasurement, "214334"), Unasked("77", 5),
-                   Exchange(StopMeasurement, "06c660"), Exchange(ReadStatus, "02")});
-        QCOMPARE(deck.Ask(StopMeasurement), QByteArray("06c660"));
-        QCOMPARE(deck.Ask(StartMeasurement), QByteArray("214334"));
-        QCOMPARE(deck.Ask(ReadStatus), QByteArray("02"));
-    }
-
-    /// It changes nothing: what has not been played still is.
-    void CommandThatIsNotThere()
-    {
-        Deck deck({Exchange(ReadStatus, "01"), Exchange(StopMeasurement, "06c660")});
-        QCOMPARE(deck.Ask(StartMeasurement), NotRecorded);
-        QCOMPARE(deck.Ask(ReadStatus), QByteArray("01"));
-        QCOMPARE(deck.Ask(StopMeasurement), QByteArray("06c660"));
-    }
-
-    void CommandIsRepeated()
-    {
-        Deck deck({Exchange(StopMeasurement, "06c660"), Exchange(StopMeasurement, "")});
-        QCOMPARE(deck.Ask(StopMeasurement), QByteArray("06c660"));
-        QCOMPARE(deck.Ask(StopMeasurement), QByteArray());
-        QCOMPARE(deck.Ask(StopMeasurement), QByteArray());
-    }
-
-    void PayloadsMayDiffer()
-    {
-        Deck deck({Exchange(Bytes("720102030405060000"), "06c660")});
-        QCOMPARE(deck.Ask(Bytes("721111111111111111")), QByteArray("06c660"));
+        const QByteArray letter(QTest::currentDataTag());
+        QCOMPARE(Deck("h=06c660 " + letter + "=1234").Ask(letter), QByteArray(isRead ? "?" : "1234"));
     }
 
     void UnaskedComesByItself()
     {
-        Deck deck({Exchange(StartMeasurement, "06c660"), Unasked("0af73370", 200), Unasked("05024741", 100),
-                   Exchange(ReadStatus, "01"), Unasked("99", 1)});
+        Deck deck("S=06c660 200:0af73370 100:05024741 s=01 1:99");
         QCOMPARE(deck.NextFrameIn(), -1);
         deck.Wait(5000);
-        QCOMPARE(deck.Frames(), QByteArrayList());
-        QCOMPARE(deck.Ask(StartMeasurement), QByteArray("06c660"));
+        QCOMPARE(deck.Frames(), QByteArray());
+        QCOMPARE(deck.Ask("S"), QByteArray("06c660"));
         QCOMPARE(deck.NextFrameIn(), 200);
         deck.Wait(199);
-        QCOMPARE(deck.Frames(), QByteArrayList());
+        QCOMPARE(deck.Frames(), QByteArray());
         deck.Wait(1);
-        QCOMPARE(deck.Frames(), QByteArrayList{"0af73370/20"});
+        QCOMPARE(deck.Frames(), QByteArray("0af73370/20"));
         QCOMPARE(deck.NextFrameIn(), 100);
         deck.Wait(100);
-        QCOMPARE(deck.Frames(), QByteArrayList{"05024741/20"});
+        QCOMPARE(deck.Frames(), QByteArray("05024741/20"));
         QCOMPARE(deck.NextFrameIn(), -1);
-        QCOMPARE(deck.Ask(ReadStatus), QByteArray("01"));
-    }
-
-    void UnaskedBehindSilence()
-    {
-        Deck deck({Exchange(StartMeasurement, ""), Unasked("0af73370", 30)});
-        QCOMPARE(deck.Ask(StartMeasurement), QByteArray());
-        QCOMPARE(deck.NextFrameIn(), 30);
+        QCOMPARE(deck.Ask("s"), QByteArray("01"));
     }
 
     void UnaskedAtOnce()
     {
-        Deck deck({Exchange(StartMeasurement, "06c660"), Unasked("0af73370", 0), Unasked("05", 19)});
-        QCOMPARE(deck.Ask(StartMeasurement), QByteArray("06c660"));
-        QCOMPARE(deck.Frames(), QByteArrayList{"0af73370/0"});
+        Deck deck("S=06c660 0:0af73370 19:05");
+        deck.Ask("S");
+        QCOMPARE(deck.Frames(), QByteArray("0af73370/0"));
         deck.Wait(19);
-        QCOMPARE(deck.Frames(), QByteArrayList{"05/19"});
+        QCOMPARE(deck.Frames(), QByteArray("05/19"));
     }
 
-    /// A late one does not make those behind it later.
+    /// A frame that goes out late does not make those behind it later.
     void UnaskedWhenLate()
     {
-        Deck deck({Exchange(StartMeasurement, "06c660"), Unasked("01", 100), Unasked("02", 100),
-                   Unasked("03", 100)});
-        deck.Ask(StartMeasurement);
+        Deck deck("S=06c660 100:01 100:02 100:03");
+        deck.Ask("S");
         deck.Wait(250);
-        QCOMPARE(deck.Frames(), (QByteArrayList{"01/20", "02/20"}));
+        QCOMPARE(deck.Frames(), QByteArray("01/20 02/20"));
         QCOMPARE(deck.NextFrameIn(), 50);
+    }
+
+    void RequestInBetween_data()
+    {
+        QTest::addColumn<QByteArray>("recording");
+        QTest::addColumn<QByteArray>("letters");
+        QTest::addColumn<QByteArray>("between");
+        QTest::addColumn<int>("nextFrameIn");
+        const auto row = [](const char* name, const char* recording, const char* letters, const char* between,
+                            int nextFrameIn) {
+            QTest::newRow(name) << QByteArray(recording) << QByteArray(letters) << QByteArray(between)
+                                << nextFrameIn;
+        };
+        row("a recorded one", "S=06c660 100:01 s=02 100:03", "S", "s", 100);
+        row("a repeated read", "s=02 S=06c660 100:01", "s S", "s", 50);
+        row("a repeated command", "S=06c660 100:01", "S", "S", 50);
+        row("a later command", "S=06c660 100:01 h=06c660", "S", "h", -1);
+        row("after silence", "S= 100:01", "S", "S", 50);
+        row("a read in front of the frame", "s=01 5:77 W=02 s=03", "W", "s", -1);
     }
 
     void RequestInBetween()
     {
-        Deck deck({Exchange(StartMeasurement, "06c660"), Unasked("01", 100), Exchange(ReadStatus, "02"),
-                   Unasked("03", 100)});
-        deck.Ask(StartMeasurement);
+        QFETCH(QByteArray, recording);
+        QFETCH(QByteArray, letters);
+        QFETCH(QByteArray, between);
+        Deck deck(recording);
+        deck.Ask(letters);
         deck.Wait(50);
-        QCOMPARE(deck.Ask(ReadStatus), QByteArray("02"));
-        QCOMPARE(deck.NextFrameIn(), 100);
-        deck.Wait(100);
-        QCOMPARE(deck.Frames(), QByteArrayList{"03/20"});
-    }
-
-    void RepeatInBetween()
-    {
-        Deck deck({Exchange(ReadStatus, "02"), Exchange(StartMeasurement, "06c660"), Unasked("01", 100)});
-        deck.Ask(ReadStatus);
-        deck.Ask(StartMeasurement);
-        deck.Wait(50);
-        QCOMPARE(deck.Ask(ReadStatus), QByteArray("02"));
-        QCOMPARE(deck.NextFrameIn(), 50);
-    }
-
-    void RepeatedCommandInBetween()
-    {
-        Deck deck({Exchange(StartMeasurement, "06c660"), Unasked("01", 100)});
-        deck.Ask(StartMeasurement);
-        deck.Wait(50);
-        QCOMPARE(deck.Ask(StartMeasurement), QByteArray("06c660"));
-        QCOMPARE(deck.NextFrameIn(), 50);
-    }
-
-    void UnaskedPassedOver()
-    {
-        Deck deck(
-            {Exchange(StartMeasurement, "06c660"), Unasked("01", 100), Exchange(StopMeasurement, "06c660")});
-        deck.Ask(StartMeasurement);
-        QCOMPARE(deck.Ask(StopMeasurement), QByteArray("06c660"));
-        QCOMPARE(deck.NextFrameIn(), -1);
-        deck.Wait(1000);
-        QCOMPARE(deck.Frames(), QByteArrayList());
+        deck.Ask(between);
+        QTEST(deck.NextFrameIn(), "nextFrameIn");
+        deck.Wait(49);
+        QCOMPARE(deck.Frames(), QByteArray());
     }
 
     void AnswersAndWhatComesUnasked()
