@@ -9,6 +9,7 @@
 #include "lineclient.h"
 #include "simulator/faults/faultfile.h"
 #include "simulator/line/instrument.h"
+#include "support/wire.h"
 
 /// The command that a person would write like this.
 inline Simulator::ControlCommand Command(const char* text)
@@ -32,7 +33,7 @@ public:
     }
 
     /// The two bytes of the status that it answers, in hexadecimal.
-    QByteArray AskStatus() const { return client.Ask(QByteArray::fromHex("73f44e"), 4).left(2).toHex(); }
+    QByteArray AskStatus() const { return client.Ask(Wire::ReadStatus, 4).left(2).toHex(); }
 
     /// Sets the faults of a JSON text without its outermost brackets.
     bool Set(const char* faults)
@@ -50,8 +51,35 @@ public:
         return requests;
     }
 
+    /// How long the first request waited for its answer.
+    Simulator::Clock::duration AnswerTime() const
+    {
+        const Simulator::Exchange exchange = Exchanges().at(0);
+        return exchange.answeredAt - exchange.receivedAt;
+    }
+
+    /// Brings an RCD test to its run.
+    bool StartRcdTest() const
+    {
+        return Ask(QByteArray::fromHex("500a000005ffffffffc327"), 3) == Wire::Acknowledge &&
+               Ask(Wire::StartMeasurement, 3) == Wire::Acknowledge;
+    }
+
     LineClient client;
 };
+
+/// An instrument whose RCD tests are ready at once.
+inline Simulator::InstrumentOptions RcdOptions(std::chrono::milliseconds statusPeriod,
+                                               std::chrono::milliseconds run)
+{
+    Simulator::InstrumentOptions options;
+    options.model.rcdTimings.preparing = std::chrono::milliseconds(0);
+    options.model.rcdTimings.statusPeriod = statusPeriod;
+    options.model.rcdTimings.run = run;
+    return options;
+}
+
+constexpr std::chrono::milliseconds Long{600000};
 
 /// A log's file, and its lines without their times.
 class LogFile

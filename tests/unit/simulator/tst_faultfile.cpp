@@ -1,4 +1,3 @@
-#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTemporaryDir>
@@ -12,7 +11,6 @@ using namespace std::chrono_literals;
 using Simulator::ControlCommand;
 using Simulator::Fault;
 using Simulator::FaultEntry;
-using std::chrono::milliseconds;
 
 Q_DECLARE_METATYPE(Simulator::Fault)
 

@@ -1,6 +1,3 @@
-#include <atomic>
-#include <stdexcept>
-#include <thread>
 
 #include <QFile>
 #include <QFileInfo>
@@ -24,24 +21,6 @@ namespace
 const QByteArray PrepareUbRe = Bytes("500a000005ffffffffc327");
 const QByteArray Sector = 'F' + QByteArray(512, '\x11') + Bytes("093e");
 const QByteArray ConfirmSector = Bytes("5a8038cc35");
-
-/// An instrument whose RCD tests are ready at once.
-InstrumentOptions RcdOptions(milliseconds statusPeriod, milliseconds run)
-{
-    InstrumentOptions options;
-    options.model.rcdTimings.preparing = 0ms;
-    options.model.rcdTimings.statusPeriod = statusPeriod;
-    options.model.rcdTimings.run = run;
-    return options;
-}
-
-/// Brings an RCD test to its run.
-bool StartRcdTest(const LineClient& client)
-{
-    return client.Ask(PrepareUbRe, 3) == Acknowledge && client.Ask(StartMeasurement, 3) == Acknowledge;
-}
-
-constexpr milliseconds Long = 600000ms;
 
 } // namespace
 
@@ -142,8 +121,7 @@ private Q_SLOTS:
         AskedInstrument instrument;
         instrument.SetFault(Fault::Slow, 80ms);
         QCOMPARE(instrument.Ask(ReadVersion, 25), Version);
-        const Exchange exchange = instrument.Exchanges().at(0);
-        QVERIFY(exchange.answeredAt - exchange.receivedAt >= 80ms);
+        QVERIFY(instrument.AnswerTime() >= 80ms);
     }
 
     void AnswerAfter()
@@ -152,8 +130,7 @@ private Q_SLOTS:
         options.answerAfter = 60ms;
         AskedInstrument instrument(options);
         QCOMPARE(instrument.Ask(ReadVersion, 25), Version);
-        const Exchange exchange = instrument.Exchanges().at(0);
-        QVERIFY(exchange.answeredAt - exchange.receivedAt >= 60ms);
+        QVERIFY(instrument.AnswerTime() >= 60ms);
     }
 
     void HangUpAndComeBack()
@@ -260,7 +237,7 @@ private Q_SLOTS:
     void RcdTestOnTheLine()
     {
         AskedInstrument instrument(RcdOptions(50ms, 120ms));
-        QVERIFY(StartRcdTest(instrument.client));
+        QVERIFY(instrument.StartRcdTest());
         QCOMPARE(instrument.client.Read(4), RcdRunningStatus);
         QCOMPARE(instrument.client.Read(4), RcdRunningStatus);
         const QByteArray result = instrument.client.Read(26);
@@ -276,7 +253,7 @@ private Q_SLOTS:
     void LineIsQuietBeforeWhatNobodyAskedFor()
     {
         const AskedInstrument instrument(RcdOptions(1ms, 6ms));
-        QVERIFY(StartRcdTest(instrument.client));
+        QVERIFY(instrument.StartRcdTest());
         QCOMPARE(instrument.client.Read(4), RcdRunningStatus);
         const Simulator::TimePoint firstReadAt = Simulator::Clock::now();
         QCOMPARE(instrument.client.Read(4 * 4 + 26).size(), 4 * 4 + 26);
@@ -289,7 +266,7 @@ private Q_SLOTS:
     void NothingUnaskedBehindAStop()
     {
         AskedInstrument instrument(RcdOptions(30ms, Long));
-        QVERIFY(StartRcdTest(instrument.client));
+        QVERIFY(instrument.StartRcdTest());
         QCOMPARE(instrument.client.Read(4), RcdRunningStatus);
         QVERIFY(instrument.client.Write(StopMeasurement));
         QByteArray received = instrument.client.Read(3);
@@ -306,7 +283,7 @@ private Q_SLOTS:
     void NothingUnaskedWhileUnplugged()
     {
         AskedInstrument instrument(RcdOptions(Long, 1000ms));
-        QVERIFY(StartRcdTest(instrument.client));
+        QVERIFY(instrument.StartRcdTest());
         instrument.Unplug();
         QTRY_COMPARE(instrument.Status().functionState, 2);
         instrument.Plug();
@@ -317,7 +294,7 @@ private Q_SLOTS:
     {
         AskedInstrument instrument(RcdOptions(1ms, Long));
         instrument.SetScenario(Simulator::Scenario::RcdPieces, 30000);
-        QVERIFY(StartRcdTest(instrument.client));
+        QVERIFY(instrument.StartRcdTest());
         QCOMPARE(instrument.client.Read(4), RcdRunningStatus);
         QVERIFY(Simulator::Clock::now() - instrument.Exchanges().back().answeredAt >=
                 milliseconds(20 + 2 * 30));
@@ -327,7 +304,7 @@ private Q_SLOTS:
     {
         AskedInstrument instrument(RcdOptions(200ms, 300ms));
         instrument.SetScenario(Simulator::Scenario::RcdPieces, 50000);
-        QVERIFY(StartRcdTest(instrument.client));
+        QVERIFY(instrument.StartRcdTest());
         QCOMPARE(instrument.client.Read(1).toHex(), QByteArray("0a"));
         QVERIFY(instrument.client.Write(ReadVersion));
         const QByteArray received = instrument.client.Read(3 + 25 + 26);
@@ -342,7 +319,7 @@ private Q_SLOTS:
         InstrumentOptions options = RcdOptions(40ms, 60ms);
         options.logPath = log.Path();
         const AskedInstrument instrument(options);
-        QVERIFY(StartRcdTest(instrument.client));
+        QVERIFY(instrument.StartRcdTest());
         const QByteArray frames = instrument.client.Read(4 + 26);
         QCOMPARE(frames.left(4), RcdRunningStatus);
         QTRY_COMPARE(log.Lines(), "500a000005ffffffffc327 06c660\nfunction 10 preparing\n"
@@ -391,7 +368,7 @@ private Q_SLOTS:
         InstrumentOptions options = RcdOptions(1ms, Long);
         options.baud = 300;
         const AskedInstrument instrument(options);
-        QVERIFY(StartRcdTest(instrument.client));
+        QVERIFY(instrument.StartRcdTest());
         QCOMPARE(instrument.client.Read(4), RcdRunningStatus);
         QVERIFY(Simulator::Clock::now() - instrument.Exchanges().back().answeredAt >= milliseconds(20 + 146));
     }
@@ -403,8 +380,7 @@ private Q_SLOTS:
         const AskedInstrument instrument(options);
         QCOMPARE(instrument.Ask(Bytes("0102"), 3), Refusal);
         QTRY_COMPARE(instrument.Requests().size(), 1);
-        const Exchange exchange = instrument.Exchanges().at(0);
-        QVERIFY(exchange.answeredAt - exchange.receivedAt >= milliseconds(73 + 110));
+        QVERIFY(instrument.AnswerTime() >= milliseconds(73 + 110));
     }
 
     void PacedAnswersKeepTheOrderOfTheLog()

@@ -9,16 +9,15 @@
 using namespace Wire;
 using namespace std::chrono_literals;
 using Simulator::Clock;
-using Simulator::Exchange;
 using Simulator::Fault;
 using Simulator::Instrument;
 using Simulator::InstrumentOptions;
-using std::chrono::milliseconds;
 
 namespace
 {
 
-const QByteArray PrepareUbRe = Bytes("500a000005ffffffffc327");
+/// Requests and their answers.
+using Conversation = QVector<std::pair<QByteArray, QByteArray>>;
 
 /// True when the next request finds no answer.
 bool IsSwallowed(AskedInstrument& instrument, const QByteArray& request)
@@ -31,42 +30,59 @@ bool IsSwallowed(AskedInstrument& instrument, const QByteArray& request)
 
 } // namespace
 
+Q_DECLARE_METATYPE(Conversation)
+
 class TestInstrumentFaults : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void WhatBecomesOfAnAnswer_data()
+    void Conversations_data()
     {
-        QTest::addColumn<QByteArray>("fault");
-        QTest::addColumn<QByteArray>("answer");
-        const auto row = [](const char* fault, const char* answer) {
-            QTest::newRow(fault) << QByteArray(fault) << QByteArray(answer);
+        QTest::addColumn<QByteArray>("faults");
+        QTest::addColumn<Conversation>("conversation");
+        const auto row = [](const char* faults, const Conversation& conversation) {
+            QTest::newRow(faults) << QByteArray(faults) << conversation;
         };
-        row("{\"fault\":\"bad-crc\"}", "06c69f");
-        row("{\"fault\":\"wrong-length\"}", "0600a6aa");
-        row("{\"fault\":\"truncated\"}", "06c6");
-        row("{\"fault\":\"truncated\",\"length\":1}", "06");
-        row("{\"fault\":\"garbage-before\"}", "55aa06c660");
-        row("{\"fault\":\"garbage-before\",\"bytes\":\"0A0b\"}", "0a0b06c660");
-        row("{\"fault\":\"garbage-after\",\"bytes\":\"00\"}", "06c66000");
-        row("{\"fault\":\"flip\"}", "f9c660");
-        row("{\"fault\":\"flip\",\"position\":-2,\"length\":2,\"mask\":1}", "06c761");
-        row("{\"fault\":\"drop\",\"position\":1}", "0660");
-        row("{\"fault\":\"double\",\"position\":1,\"length\":2}", "06c660c660");
-        row("{\"fault\":\"split\"}", "06c660");
-        row("{\"fault\":\"slow\",\"delay\":1}", "06c660");
+        // The second answer shows that nothing more came with the first one, and that the count is kept.
+        const auto damage = [&row](const char* fault, const char* answer) {
+            row(fault, {{StopMeasurement, Bytes(answer)}, {ReadVersion, Version}});
+        };
+        damage(R"({"fault":"bad-crc","count":1})", "06c69f");
+        damage(R"({"fault":"wrong-length","count":1})", "0600a6aa");
+        damage(R"({"fault":"truncated","length":1,"count":1})", "06");
+        damage(R"({"fault":"garbage-before","bytes":"0A0b","count":1})", "0a0b06c660");
+        damage(R"({"fault":"garbage-after","bytes":"00","count":1})", "06c66000");
+        damage(R"({"fault":"flip","position":-2,"length":2,"mask":1,"count":1})", "06c761");
+        damage(R"({"fault":"drop","position":1,"count":1})", "0660");
+        damage(R"({"fault":"double","position":1,"length":2,"count":1})", "06c660c660");
+        damage(R"({"fault":"split","count":1})", "06c660");
+        damage(R"({"fault":"slow","delay":1,"count":1})", "06c660");
+        row(R"({"fault":"garbage-before","bytes":"00"},{"fault":"flip"},{"fault":"truncated","length":3})",
+            {{StopMeasurement, Bytes("ff06c6")}}); // one after the other, in their order
+        row(R"({"fault":"refuse","when":{"request":"h"}})",
+            {{ReadVersion, Version}, {StopMeasurement, Refusal}, {ReadVersion, Version}});
+        row(R"({"fault":"refuse","when":{"request":"h","from":2},"count":1})",
+            {{StopMeasurement, Acknowledge},
+             {ReadVersion, Version},
+             {StopMeasurement, Refusal},
+             {StopMeasurement, Acknowledge}});
+        row(R"({"command":"mode 2"},{"command":"function 9"})", // at once, before the first request
+            {{ReadStatus, WithChecksum(Bytes("49f7"))}});
+        row(R"({"command":"fault refuse","when":{"request":"h","from":2},"count":1},)"
+            R"({"command":"plug","when":{"request":"h","from":3},"count":1})",
+            {{StopMeasurement, Acknowledge}, {StopMeasurement, Refusal}, {StopMeasurement, Acknowledge}});
     }
 
-    /// The second answer shows that nothing more came with the first one, and that the count is kept.
-    void WhatBecomesOfAnAnswer()
+    void Conversations()
     {
-        QFETCH(QByteArray, fault);
-        QFETCH(QByteArray, answer);
+        QFETCH(QByteArray, faults);
+        QFETCH(Conversation, conversation);
         AskedInstrument instrument;
-        QVERIFY(instrument.Set(fault.replace(fault.size() - 1, 1, ",\"count\":1}").constData()));
-        QCOMPARE(instrument.Ask(StopMeasurement, answer.size() / 2).toHex(), answer);
-        QCOMPARE(instrument.Ask(ReadVersion, 25), Version);
+        QVERIFY(instrument.Set(faults.constData()));
+        for (const auto& [request, answer] : conversation) {
+            QCOMPARE(instrument.Ask(request, answer.size()), answer);
+        }
     }
 
     void Silent()
@@ -104,8 +120,7 @@ private Q_SLOTS:
         AskedInstrument instrument;
         QVERIFY(instrument.Set(R"({"fault":"slow","delay":80,"when":{"request":"W"}})"));
         QCOMPARE(instrument.Ask(ReadVersion, 25), Version);
-        const Exchange exchange = instrument.Exchanges().at(0);
-        QVERIFY(exchange.answeredAt - exchange.receivedAt >= 80ms);
+        QVERIFY(instrument.AnswerTime() >= 80ms);
     }
 
     void SlowWithAnotherFault()
@@ -113,8 +128,7 @@ private Q_SLOTS:
         AskedInstrument instrument;
         QVERIFY(instrument.Set(R"({"fault":"bad-crc"},{"fault":"slow","delay":60})"));
         QCOMPARE(instrument.Ask(StopMeasurement, 3).toHex(), QByteArray("06c69f"));
-        const Exchange exchange = instrument.Exchanges().at(0);
-        QVERIFY(exchange.answeredAt - exchange.receivedAt >= 60ms);
+        QVERIFY(instrument.AnswerTime() >= 60ms);
     }
 
     /// No byte of a piece is there before its time; with shorter pieces there would be more pauses.
@@ -142,14 +156,6 @@ private Q_SLOTS:
         QCOMPARE(instrument.client.Read(28), Version + Acknowledge);
     }
 
-    void SeveralInTheOrderOfTheFile()
-    {
-        AskedInstrument instrument;
-        QVERIFY(instrument.Set(
-            R"({"fault":"garbage-before","bytes":"00"},{"fault":"flip"},{"fault":"truncated","length":3})"));
-        QCOMPARE(instrument.Ask(StopMeasurement, 3).toHex(), QByteArray("ff06c6"));
-    }
-
     void BesideTheStandingFault()
     {
         AskedInstrument instrument;
@@ -158,25 +164,6 @@ private Q_SLOTS:
         QCOMPARE(instrument.Ask(StopMeasurement, 5).toHex(), QByteArray("55aaf9c660"));
         instrument.Plug();
         QCOMPARE(instrument.Ask(StopMeasurement, 3).toHex(), QByteArray("f9c660"));
-    }
-
-    void OneLetterOnly()
-    {
-        AskedInstrument instrument;
-        QVERIFY(instrument.Set(R"({"fault":"refuse","when":{"request":"h"}})"));
-        QCOMPARE(instrument.Ask(ReadVersion, 25), Version);
-        QCOMPARE(instrument.Ask(StopMeasurement, 3), Refusal);
-        QCOMPARE(instrument.Ask(ReadVersion, 25), Version);
-    }
-
-    void JustTheNth()
-    {
-        AskedInstrument instrument;
-        QVERIFY(instrument.Set(R"({"fault":"refuse","when":{"request":"h","from":2},"count":1})"));
-        QCOMPARE(instrument.Ask(StopMeasurement, 3), Acknowledge);
-        QCOMPARE(instrument.Ask(ReadVersion, 25), Version);
-        QCOMPARE(instrument.Ask(StopMeasurement, 3), Refusal);
-        QCOMPARE(instrument.Ask(StopMeasurement, 3), Acknowledge);
     }
 
     void ForATime()
@@ -303,14 +290,6 @@ private Q_SLOTS:
         QCOMPARE(instrument.Ask(ReadStatus, 4).mid(1, 1).toHex(), QByteArray("fe"));
     }
 
-    /// What is due at once is done before the first request.
-    void ModeAndFunctionAtOnce()
-    {
-        AskedInstrument instrument;
-        QVERIFY(instrument.Set(R"({"command":"mode 2"},{"command":"function 9"})"));
-        QCOMPARE(instrument.AskStatus(), QByteArray("49f7"));
-    }
-
     void ScenarioAtARequest()
     {
         AskedInstrument instrument;
@@ -321,16 +300,6 @@ private Q_SLOTS:
         QCOMPARE(instrument.Ask(PrepareRln, 3), Refusal);
         instrument.Execute(Command("scenario none"));
         QCOMPARE(instrument.Ask(PrepareRln, 3), Acknowledge);
-    }
-
-    void FaultByCommand()
-    {
-        AskedInstrument instrument;
-        QVERIFY(instrument.Set(R"({"command":"fault refuse","when":{"request":"h","from":2},"count":1},)"
-                               R"({"command":"plug","when":{"request":"h","from":3},"count":1})"));
-        QCOMPARE(instrument.Ask(StopMeasurement, 3), Acknowledge);
-        QCOMPARE(instrument.Ask(StopMeasurement, 3), Refusal);
-        QCOMPARE(instrument.Ask(StopMeasurement, 3), Acknowledge);
     }
 
     void HangUpAndPlugByCommand()
@@ -346,13 +315,8 @@ private Q_SLOTS:
 
     void SilenceSwallowsWhatNobodyAskedFor()
     {
-        InstrumentOptions options;
-        options.model.rcdTimings.preparing = 0ms;
-        options.model.rcdTimings.statusPeriod = 600000ms;
-        options.model.rcdTimings.run = 1000ms;
-        AskedInstrument instrument(options);
-        QCOMPARE(instrument.Ask(PrepareUbRe, 3), Acknowledge);
-        QCOMPARE(instrument.Ask(StartMeasurement, 3), Acknowledge);
+        AskedInstrument instrument(RcdOptions(Long, 1000ms));
+        QVERIFY(instrument.StartRcdTest());
         QVERIFY(instrument.Set(R"({"fault":"silent"})"));
         QTRY_COMPARE(instrument.Status().functionState, 2);
         instrument.ClearFaults();
@@ -361,14 +325,9 @@ private Q_SLOTS:
 
     void SilenceOfOneRequestDoesNot()
     {
-        InstrumentOptions options;
-        options.model.rcdTimings.preparing = 0ms;
-        options.model.rcdTimings.statusPeriod = 50ms;
-        options.model.rcdTimings.run = 600000ms;
-        AskedInstrument instrument(options);
+        AskedInstrument instrument(RcdOptions(50ms, Long));
         QVERIFY(instrument.Set(R"({"fault":"silent","when":{"request":"s"}})"));
-        QCOMPARE(instrument.Ask(PrepareUbRe, 3), Acknowledge);
-        QCOMPARE(instrument.Ask(StartMeasurement, 3), Acknowledge);
+        QVERIFY(instrument.StartRcdTest());
         QCOMPARE(instrument.client.Read(4).toHex(), QByteArray("0af73370"));
     }
 

@@ -3,7 +3,6 @@
 #include "simulator/model/measurementfunction.h"
 
 using namespace std::chrono_literals;
-using Simulator::FunctionState;
 using Simulator::FunctionTimings;
 using Simulator::Measurement;
 using Simulator::MeasurementFunction;

@@ -9,7 +9,6 @@
 using namespace Wire;
 using Simulator::Fault;
 using Simulator::FramePiece;
-using Simulator::Instrument;
 using Simulator::InstrumentOptions;
 using Simulator::Player;
 using Simulator::RecordedEntry;
