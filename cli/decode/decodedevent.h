@@ -7,16 +7,17 @@
 
 #include <optional>
 
-#include "cli/frames/framewords.h"
+#include "cli/frames/frame.h"
 
 namespace Cli
 {
 
+/// How often the link tries an exchange before it gives up.
+constexpr int MostAttempts = 3;
+
 /// Something that a log tells, with what is known about it from the lines before.
 struct DecodedEvent {
     enum class Kind { Exchange, Unasked, Note, State };
-    /// What became of an exchange.
-    enum class Outcome { Data, Acknowledge, Refusal, Damaged, None, Cut };
 
     Kind kind = Kind::Note;
     qint64 line = 0; ///< Counts from 1.
@@ -28,29 +29,33 @@ struct DecodedEvent {
     FrameWords requestWords;
     FrameWords answerWords;
     QVector<FrameWords> frames; ///< Of what was sent unasked.
-    Outcome outcome = Outcome::Data;
+    AnswerKind outcome = AnswerKind::Data;
     std::optional<int> within; ///< Milliseconds that the exchange took at most.
     int attempt = 1;           ///< Counts the same request after failures.
     bool isRepeatedByLink =
         true;                 ///< Three attempts belong to one exchange; else a state repeats it as it likes.
     bool isInNewLink = false; ///< The first exchange since the link was opened, or of the log.
     QString problem;          ///< Empty where there is none.
+
+    /// Tells a problem beside those that are told already; an empty text is none.
+    void AddProblem(const QString& added)
+    {
+        if (!added.isEmpty()) {
+            problem += (problem.isEmpty() ? QString() : QStringLiteral("; ")) + added;
+        }
+    }
+
+    bool HasFailed() const
+    {
+        return outcome == AnswerKind::Refusal || outcome == AnswerKind::Damaged ||
+               outcome == AnswerKind::None;
+    }
+
+    /// Whether the link has given the request up.
+    bool IsGivenUp() const
+    {
+        return kind == Kind::Exchange && HasFailed() && isRepeatedByLink && attempt == MostAttempts;
+    }
 };
-
-inline bool HasFailed(DecodedEvent::Outcome outcome)
-{
-    return outcome == DecodedEvent::Outcome::Refusal || outcome == DecodedEvent::Outcome::Damaged ||
-           outcome == DecodedEvent::Outcome::None;
-}
-
-/// How often the link tries an exchange before it gives up.
-constexpr int MostAttempts = 3;
-
-/// Whether the link has given the request up.
-inline bool IsGivenUp(const DecodedEvent& event)
-{
-    return event.kind == DecodedEvent::Kind::Exchange && HasFailed(event.outcome) && event.isRepeatedByLink &&
-           event.attempt == MostAttempts;
-}
 
 } // namespace Cli

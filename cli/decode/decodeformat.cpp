@@ -15,7 +15,6 @@ namespace
 {
 
 using Kind = DecodedEvent::Kind;
-using Outcome = DecodedEvent::Outcome;
 
 constexpr int Columns = 120;
 constexpr int TimeColumns = 12;
@@ -65,16 +64,16 @@ QString ShortHex(const QByteArray& bytes)
 QString AnswerText(const DecodedEvent& event)
 {
     switch (event.outcome) {
-    case Outcome::Refusal:
+    case AnswerKind::Refusal:
         return QStringLiteral("refused");
-    case Outcome::Damaged:
+    case AnswerKind::Damaged:
         return QStringLiteral("damaged checksum: ") + ShortHex(event.answer);
-    case Outcome::None:
+    case AnswerKind::None:
         return QStringLiteral("no answer");
-    case Outcome::Cut:
+    case AnswerKind::Cut:
         return QStringLiteral("no answer yet");
-    case Outcome::Data:
-    case Outcome::Acknowledge:
+    case AnswerKind::Data:
+    case AnswerKind::Acknowledge:
         break;
     }
     return event.answerWords.text.isEmpty() ? ShortHex(event.answer) : event.answerWords.text;
@@ -149,20 +148,20 @@ QJsonValue ProblemJson(const DecodedEvent& event)
     return event.problem.isEmpty() ? QJsonValue() : QJsonValue(event.problem);
 }
 
-QString OutcomeWord(Outcome outcome)
+QString OutcomeWord(AnswerKind outcome)
 {
     switch (outcome) {
-    case Outcome::Data:
+    case AnswerKind::Data:
         return QStringLiteral("data");
-    case Outcome::Acknowledge:
+    case AnswerKind::Acknowledge:
         return QStringLiteral("acknowledge");
-    case Outcome::Refusal:
+    case AnswerKind::Refusal:
         return QStringLiteral("refusal");
-    case Outcome::Damaged:
+    case AnswerKind::Damaged:
         return QStringLiteral("damaged");
-    case Outcome::Cut:
+    case AnswerKind::Cut:
         return QStringLiteral("cut");
-    case Outcome::None:
+    case AnswerKind::None:
         break;
     }
     return QStringLiteral("none");

@@ -2,56 +2,37 @@
 
 #include <utility>
 
+#include "protocol/checksum.h"
+#include "protocol/frames.h"
+
 namespace Cli
 {
 
 namespace
 {
 
-using Outcome = DecodedEvent::Outcome;
-
-/// How long the library waits for an answer, in milliseconds: by the link's own rule, and in a state that
-/// repeats requests by itself.
-constexpr int LinkTimeout = 4000;
-constexpr int StateTimeout = 500;
-
-Outcome OutcomeOf(const QByteArray& answer)
-{
-    switch (KindOf(answer)) {
-    case AnswerKind::Data:
-        return Outcome::Data;
-    case AnswerKind::Acknowledge:
-        return Outcome::Acknowledge;
-    case AnswerKind::Refusal:
-        return Outcome::Refusal;
-    case AnswerKind::Damaged:
-        return Outcome::Damaged;
-    case AnswerKind::None:
-        break;
-    }
-    return Outcome::None;
-}
+namespace Command = Vesmar::Command;
 
 /// What the log says of an exchange with this outcome.
-QString WordOf(Outcome outcome)
+QString WordOf(AnswerKind outcome)
 {
     switch (outcome) {
-    case Outcome::Acknowledge:
+    case AnswerKind::Acknowledge:
         return QStringLiteral("ACK");
-    case Outcome::Refusal:
+    case AnswerKind::Refusal:
         return QStringLiteral("NACK");
-    case Outcome::Damaged:
+    case AnswerKind::Damaged:
         return QStringLiteral("CRC Invalid");
-    case Outcome::None:
+    case AnswerKind::None:
         return QStringLiteral("No response");
-    case Outcome::Data:
-    case Outcome::Cut:
+    case AnswerKind::Data:
+    case AnswerKind::Cut:
         break;
     }
     return {};
 }
 
-QString Contradiction(const QString& word, Outcome outcome)
+QString Contradiction(const QString& word, AnswerKind outcome)
 {
     const QString due = WordOf(outcome);
     if (word == due) {
@@ -61,13 +42,6 @@ QString Contradiction(const QString& word, Outcome outcome)
         return text.isEmpty() ? QStringLiteral("nothing") : QLatin1Char('"') + text + QLatin1Char('"');
     };
     return QStringLiteral("the log says %1 where the bytes mean %2").arg(quoted(word), quoted(due));
-}
-
-void AddProblem(DecodedEvent& event, const QString& problem)
-{
-    if (!problem.isEmpty()) {
-        event.problem += (event.problem.isEmpty() ? QString() : QStringLiteral("; ")) + problem;
-    }
 }
 
 DecodedEvent EventOf(DecodedEvent::Kind kind, qint64 line, const LogEntry& entry)
@@ -84,21 +58,21 @@ DecodedEvent EventOf(DecodedEvent::Kind kind, qint64 line, const LogEntry& entry
 
 } // namespace
 
-void DecodeHistory::Take(qint64 line, const LogEntry& entry)
+void DecodeHistory::Read(qint64 line, const LogEntry& entry)
 {
-    SettleHeldBack(entry);
+    _events.Decide(entry);
     switch (entry.kind) {
     case LogEntry::Kind::Exchange:
-        TakeExchange(line, entry);
+        ReadExchange(line, entry);
         break;
     case LogEntry::Kind::Unasked:
-        TakeUnasked(line, entry);
+        ReadUnasked(line, entry);
         break;
     case LogEntry::Kind::Note:
-        TakeNote(line, entry);
+        ReadNote(line, entry);
         break;
     case LogEntry::Kind::State:
-        TakeState(line, entry);
+        ReadState(line, entry);
         break;
     case LogEntry::Kind::Echo:
         _previousTime = entry.at;
@@ -108,69 +82,24 @@ void DecodeHistory::Take(qint64 line, const LogEntry& entry)
     }
 }
 
-void DecodeHistory::Finish()
-{
-    ReleaseHeldBack(
-        Outcome::None,
-        QStringLiteral("too quick for a silence: the line itself failed, or the link was closed"));
-}
-
-/// The next line with a time shows whether the silence came of the closing.
-void DecodeHistory::SettleHeldBack(const LogEntry& entry)
-{
-    constexpr int MostHeldBack = 16;
-    const bool isDecided = entry.at.isValid() || _heldBack.size() >= MostHeldBack;
-    if (_heldBack.isEmpty() || !isDecided) {
-        return;
-    }
-    if (entry.kind == LogEntry::Kind::Note && entry.text == QLatin1String("Transciever::Close")) {
-        ReleaseHeldBack(Outcome::Cut, QStringLiteral("cut short by the closing of the link, not a silence"));
-    } else {
-        ReleaseHeldBack(Outcome::None, QStringLiteral("too quick for a silence: the line itself failed"));
-    }
-}
-
-void DecodeHistory::ReleaseHeldBack(Outcome outcome, const QString& problem)
-{
-    const QVector<DecodedEvent> released = std::exchange(_heldBack, {});
-    for (DecodedEvent event : released) {
-        if (event.kind == DecodedEvent::Kind::Exchange) {
-            event.outcome = outcome;
-            AddProblem(event, problem);
-        }
-        _listener(event);
-    }
-}
-
-void DecodeHistory::Tell(const DecodedEvent& event)
-{
-    const bool isToBeHeldBack =
-        event.outcome == Outcome::None && event.within && *event.within <= Timeout(event);
-    if (isToBeHeldBack || !_heldBack.isEmpty()) {
-        _heldBack.append(event);
-    } else {
-        _listener(event);
-    }
-}
-
-void DecodeHistory::TakeExchange(qint64 line, const LogEntry& entry)
+void DecodeHistory::ReadExchange(qint64 line, const LogEntry& entry)
 {
     DecodedEvent event = EventOf(DecodedEvent::Kind::Exchange, line, entry);
-    event.outcome = OutcomeOf(entry.answer);
+    event.outcome = KindOf(entry.answer);
     event.within = Within(entry.at);
     event.isInNewLink = std::exchange(_isNewLink, false);
     event.requestWords = WordsOfRequest(entry.request);
     CountAttempt(event);
     CountSector(event);
-    _context.isOfTest = IsOfTest(event);
-    if (event.outcome == Outcome::Data || event.outcome == Outcome::Acknowledge) {
+    _context.isOfTest = _rules.IsOfTest(event);
+    if (event.outcome == AnswerKind::Data || event.outcome == AnswerKind::Acknowledge) {
         event.answerWords = WordsOfAnswer(entry.request, entry.answer, _context);
     }
-    AddProblem(event, event.requestWords.problem);
-    AddProblem(event, event.answerWords.problem);
-    AddProblem(event, Contradiction(entry.word, event.outcome));
+    event.AddProblem(event.requestWords.problem);
+    event.AddProblem(event.answerWords.problem);
+    event.AddProblem(Contradiction(entry.word, event.outcome));
     Remember(event);
-    Tell(event);
+    _events.Tell(event, _rules.Timeout(event));
 }
 
 /// The pauses after the line before belong to nobody's exchange. A part of a millisecond counts as a whole
@@ -190,51 +119,19 @@ std::optional<int> DecodeHistory::Within(const QTime& at) const
 
 void DecodeHistory::CountAttempt(DecodedEvent& event)
 {
-    event.isRepeatedByLink = IsRepeatedByLink(event.request);
+    event.isRepeatedByLink = _rules.IsRepeatedByLink(event.request);
     const bool isRepeated =
         event.request == _failedRequest && !(event.isRepeatedByLink && _failedAttempts == MostAttempts);
     event.attempt = isRepeated ? _failedAttempts + 1 : 1;
 }
 
-/// What makes up recovery and an RCD test, their states send once and repeat by themselves. The rest goes the
-/// link's way: recovery's change of the mode, and the stopping of a function with the status reads behind it.
-bool DecodeHistory::IsRepeatedByLink(const QByteArray& request) const
-{
-    switch (_state) {
-    case State::Recovery:
-        return !request.startsWith('s');
-    case State::Test:
-        return request.startsWith('s') ? _statusReadsOfStop > 0
-                                       : !QByteArrayLiteral("PSe").contains(request.at(0));
-    case State::Unknown:
-    case State::Usual:
-        break;
-    }
-    return true;
-}
-
-/// The status reads behind a stop are no test's.
-std::optional<bool> DecodeHistory::IsOfTest(const DecodedEvent& event) const
-{
-    if (_state == State::Unknown) {
-        return std::nullopt;
-    }
-    return _state == State::Test && !event.isRepeatedByLink;
-}
-
-/// In milliseconds; the shorter one, until the state is known.
-int DecodeHistory::Timeout(const DecodedEvent& event) const
-{
-    return _state != State::Unknown && event.isRepeatedByLink ? LinkTimeout : StateTimeout;
-}
-
 /// An image may have the same sector twice in a row: only a failed one is sent again.
 void DecodeHistory::CountSector(DecodedEvent& event)
 {
-    if (event.request.startsWith('V')) {
+    if (event.request.startsWith(Command::InitializeUpdate)) {
         _sector = 0;
     }
-    if (!event.request.startsWith('F')) {
+    if (!event.request.startsWith(Command::ProgramFlashSector)) {
         return;
     }
     if (_sector && event.attempt == 1) {
@@ -245,34 +142,30 @@ void DecodeHistory::CountSector(DecodedEvent& event)
     event.requestWords.fields.insert(QStringLiteral("sector"), _sector ? QJsonValue(*_sector) : QJsonValue());
 }
 
-/// What the lines that follow depend on.
+/// The lines that follow depend on what is remembered.
 void DecodeHistory::Remember(const DecodedEvent& event)
 {
     constexpr int PauseAfterFailure = 200;
     constexpr int PauseAfterSuccess = 10;
     constexpr int CodeSize = 1;
-    constexpr int StatusReadsBehindStop = 2;
-    const bool hasFailed = HasFailed(event.outcome);
+    const bool hasFailed = event.HasFailed();
     _previousTime = event.at;
     _pause = hasFailed ? PauseAfterFailure : PauseAfterSuccess;
     _failedRequest = hasFailed ? event.request : QByteArray();
     _failedAttempts = hasFailed ? event.attempt : 0;
     _collected.clear();
-    if (event.request.startsWith('P') && event.outcome == Outcome::Acknowledge) {
-        _context.prepared = event.request.mid(CodeSize, event.request.size() - CodeSize - 2);
+    _rules.EndExchange(event);
+    if (event.request.startsWith(Command::PrepareMeasurement) && event.outcome == AnswerKind::Acknowledge) {
+        const int size = event.request.size() - CodeSize - Vesmar::ChecksumSize;
+        _context.prepared = Vesmar::DecodePayload(event.request.mid(CodeSize, size));
     }
-    if (!event.request.startsWith('s')) {
-        const bool isStop = event.request.startsWith('h') && event.outcome == Outcome::Acknowledge;
-        _statusReadsOfStop = isStop && _state == State::Test ? StatusReadsBehindStop : 0;
-    } else if (event.outcome == Outcome::Data) {
-        _statusReadsOfStop = qMax(_statusReadsOfStop - 1, 0);
-        if (event.answerWords.problem.isEmpty()) {
-            _context.function = StatusIn(event.answer).function;
-        }
+    if (event.request.startsWith(Command::Status) && event.outcome == AnswerKind::Data &&
+        event.answerWords.problem.isEmpty()) {
+        _context.function = Vesmar::DecodeStatus(event.answer).function;
     }
 }
 
-void DecodeHistory::TakeUnasked(qint64 line, const LogEntry& entry)
+void DecodeHistory::ReadUnasked(qint64 line, const LogEntry& entry)
 {
     constexpr int MostCollected = 2048;
     _previousTime = entry.at;
@@ -282,46 +175,45 @@ void DecodeHistory::TakeUnasked(qint64 line, const LogEntry& entry)
     }
     DecodedEvent event = EventOf(DecodedEvent::Kind::Unasked, line, entry);
     _collected += entry.answer;
-    event.frames = TakeFrames();
+    event.frames = ConsumeFrames();
     if (!_collected.isEmpty()) {
-        AddProblem(
-            event,
+        event.AddProblem(
             QStringLiteral("no whole frame yet, or a damaged one; bytes so far: %1").arg(_collected.size()));
     }
     if (_collected.size() > MostCollected) {
         _collected.clear();
     }
-    Tell(event);
+    _events.Tell(event);
 }
 
-/// The frames at the front of what was collected. The library looks at nothing behind a result, or behind a
-/// status that ends the test.
-QVector<FrameWords> DecodeHistory::TakeFrames()
+/// The whole frames at the front of what was collected. The library looks at nothing behind a result, or
+/// behind a status that ends the test.
+QVector<FrameWords> DecodeHistory::ConsumeFrames()
 {
     QVector<FrameWords> frames;
     while (true) {
-        if (const QByteArray result = _collected.left(MeasurementSize);
-            result.size() == MeasurementSize && IsIntact(result)) {
+        if (const QByteArray result = _collected.left(Vesmar::MeasurementFrameSize);
+            result.size() == Vesmar::MeasurementFrameSize && IsIntact(result)) {
             frames.append(WordsOfTestResult(result, _context));
             _collected.clear();
             return frames;
         }
-        const QByteArray frame = _collected.left(StatusSize);
-        if (frame.size() != StatusSize || !IsIntact(frame)) {
+        const QByteArray frame = _collected.left(Vesmar::StatusFrameSize);
+        const auto status = StatusIn(frame);
+        if (!status) {
             return frames;
         }
-        const InstrumentStatus status = StatusIn(frame);
         frames.append(WordsOfStatus(frame, true));
-        _context.function = status.function;
-        _collected.remove(0, StatusSize);
-        if (status.functionState == Vesmar::FunctionState::Terminated) {
+        _context.function = status->function;
+        _collected.remove(0, frame.size());
+        if (status->functionState == Vesmar::FunctionState::Terminated) {
             _collected.clear();
             return frames;
         }
     }
 }
 
-void DecodeHistory::TakeNote(qint64 line, const LogEntry& entry)
+void DecodeHistory::ReadNote(qint64 line, const LogEntry& entry)
 {
     if (entry.at.isValid()) { // The link was opened or closed.
         _previousTime = entry.at;
@@ -329,24 +221,16 @@ void DecodeHistory::TakeNote(qint64 line, const LogEntry& entry)
         _failedRequest.clear();
         _collected.clear();
         _isNewLink = true;
-        _state = State::Unknown;
-        _statusReadsOfStop = 0;
+        _rules.ForgetState();
     }
-    Tell(EventOf(DecodedEvent::Kind::Note, line, entry));
+    _events.Tell(EventOf(DecodedEvent::Kind::Note, line, entry));
 }
 
-void DecodeHistory::TakeState(qint64 line, const LogEntry& entry)
+void DecodeHistory::ReadState(qint64 line, const LogEntry& entry)
 {
-    const bool isRecovery = entry.text.contains(QLatin1String("COMMUNICATION RECOVERY"));
-    const bool isTest = entry.text.startsWith(QLatin1String("ENTERING RCD"));
-    if (isRecovery) {
-        _state = State::Recovery;
-    } else {
-        _state = isTest ? State::Test : State::Usual;
-    }
-    _statusReadsOfStop = 0;
+    _rules.EnterState(entry.text);
     _failedRequest.clear();
-    Tell(EventOf(DecodedEvent::Kind::State, line, entry));
+    _events.Tell(EventOf(DecodedEvent::Kind::State, line, entry));
 }
 
 } // namespace Cli

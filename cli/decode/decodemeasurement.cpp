@@ -2,33 +2,24 @@
 
 #include <utility>
 
-namespace Cli
-{
+#include "protocol/frames.h"
+#include "protocol/functionstatesets.h"
 
-namespace
+namespace Cli
 {
 
 using Vesmar::Error;
 using Vesmar::FunctionState;
 
-bool HasEndedWithoutResult(FunctionState state)
-{
-    return state == FunctionState::Idle || state == FunctionState::PrepareError ||
-           state == FunctionState::Prepared || state == FunctionState::StartError ||
-           state == FunctionState::Terminated;
-}
-
-} // namespace
-
-std::optional<FoundError> DecodeMeasurement::Take(const DecodedEvent& event)
+std::optional<FoundError> DecodeMeasurement::Watch(const DecodedEvent& event)
 {
     switch (event.kind) {
     case DecodedEvent::Kind::State:
-        return TakeState(event);
+        return EnterState(event.text);
     case DecodedEvent::Kind::Exchange:
-        return TakeExchange(event);
+        return ReadExchange(event);
     case DecodedEvent::Kind::Unasked:
-        _functionState.reset(); // It is another kind of test's.
+        _functionState.reset(); // An RCD test has a state of its own.
         break;
     case DecodedEvent::Kind::Note:
         break;
@@ -37,11 +28,11 @@ std::optional<FoundError> DecodeMeasurement::Take(const DecodedEvent& event)
 }
 
 /// The library aborts a measurement that has failed.
-std::optional<FoundError> DecodeMeasurement::TakeState(const DecodedEvent& event)
+std::optional<FoundError> DecodeMeasurement::EnterState(const QString& banner)
 {
-    const auto isEntered = [&event](const char* state) { return event.text.contains(QLatin1String(state)); };
+    const auto isEntered = [&banner](const char* state) { return banner.contains(QLatin1String(state)); };
     const std::optional<FoundError> suspected = std::exchange(_suspected, std::nullopt);
-    _isStarted = false;
+    _hasBeenStarting = false;
     _isStatusOfPrepare = false;
     if (isEntered("PREPARING MEASUREMENT")) {
         _stage = Stage::Preparing;
@@ -55,63 +46,50 @@ std::optional<FoundError> DecodeMeasurement::TakeState(const DecodedEvent& event
     return isEntered("ABORTING MEASUREMENT") ? suspected : std::nullopt;
 }
 
-std::optional<FoundError> DecodeMeasurement::TakeExchange(const DecodedEvent& event)
+std::optional<FoundError> DecodeMeasurement::ReadExchange(const DecodedEvent& event)
 {
-    if (event.request.startsWith('P')) {
+    if (event.request.startsWith(Vesmar::Command::PrepareMeasurement)) {
         _suspected.reset();
         _isStatusOfPrepare = true;
     }
-    return event.request.startsWith('s') && IsStatus(event.answer) ? TakeStatus(event) : std::nullopt;
+    const auto status = StatusIn(event.answer);
+    const bool isStatus = event.request.startsWith(Vesmar::Command::Status) && status;
+    return isStatus ? ReadStatus(*status, event.line) : std::nullopt;
 }
 
-/// A status that follows in the same state shows that the one before it was judged.
-std::optional<FoundError> DecodeMeasurement::TakeStatus(const DecodedEvent& event)
+/// A status that follows in the same state shows that the library has decided on the one before it.
+std::optional<FoundError> DecodeMeasurement::ReadStatus(const Vesmar::Status& status, qint64 line)
 {
     const std::optional<FoundError> suspected = std::exchange(_suspected, std::nullopt);
-    const InstrumentStatus status = StatusIn(event.answer);
     if (status.functionState) {
         _functionState = status.functionState;
     }
     const bool isStatusOfPrepare = std::exchange(_isStatusOfPrepare, false);
-    const bool isJudged = _functionState.has_value() && !isStatusOfPrepare;
-    const Error error = isJudged ? Judge(*_functionState, status.hasNewMeasurement) : Error::NoErrors;
+    const bool isDecided = _functionState.has_value() && !isStatusOfPrepare;
+    const Error error = isDecided ? ErrorOf(*_functionState, status.hasNewMeasurement) : Error::NoErrors;
     if (error != Error::NoErrors && status.error == Error::NoErrors) { // Of two errors the first is reported.
-        _suspected = FoundError{error, event.line};
+        _suspected = FoundError{error, line};
     }
     return suspected;
 }
 
-Error DecodeMeasurement::Judge(FunctionState state, bool hasNewMeasurement)
+Error DecodeMeasurement::ErrorOf(FunctionState state, bool hasNewMeasurement)
 {
+    namespace Sets = Vesmar::FunctionStateSets;
     switch (_stage) {
     case Stage::Preparing:
         return state == FunctionState::PrepareError ? Error::PrepareFailed : Error::NoErrors;
     case Stage::Starting:
-        return JudgeStart(state);
+        _hasBeenStarting = _hasBeenStarting || state == FunctionState::Starting;
+        return Sets::ErrorWhenStarting(state, _hasBeenStarting);
     case Stage::Running:
-        return HasEndedWithoutResult(state) && !hasNewMeasurement ? Error::MeasurementFailed
-                                                                  : Error::NoErrors;
+        return Sets::Contains(Sets::EndedWithoutResult, state) && !hasNewMeasurement
+                   ? Error::MeasurementFailed
+                   : Error::NoErrors;
     case Stage::Elsewhere:
         break;
     }
     return Error::NoErrors;
-}
-
-/// A function that falls back to where it was before its start has been dropped.
-Error DecodeMeasurement::JudgeStart(FunctionState state)
-{
-    switch (state) {
-    case FunctionState::PrepareError:
-    case FunctionState::StartError:
-        return Error::StartFailed;
-    case FunctionState::Starting:
-        _isStarted = true;
-        return Error::NoErrors;
-    case FunctionState::Prepared:
-        return _isStarted ? Error::MeasurementFailed : Error::NoErrors;
-    default:
-        return Error::NoErrors;
-    }
 }
 
 } // namespace Cli

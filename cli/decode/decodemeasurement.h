@@ -16,27 +16,26 @@ struct FoundError {
     qint64 line; ///< The first one that shows it.
 };
 
-/// Finds the errors with which the library ends an ordinary measurement by itself: what a log tells of states
-/// and statuses, taken as the library takes it.
+/// Finds the errors with which the library ends an ordinary measurement by itself. It reads the states and
+/// statuses of a log as the library reads them.
 class DecodeMeasurement
 {
 public:
     /// The error that is certain with this event, if any.
-    std::optional<FoundError> Take(const DecodedEvent& event);
+    std::optional<FoundError> Watch(const DecodedEvent& event);
 
 private:
     /// Where the library looks at the state of the function.
     enum class Stage { Elsewhere, Preparing, Starting, Running };
 
-    std::optional<FoundError> TakeState(const DecodedEvent& event);
-    std::optional<FoundError> TakeExchange(const DecodedEvent& event);
-    std::optional<FoundError> TakeStatus(const DecodedEvent& event);
-    Vesmar::Error Judge(Vesmar::FunctionState state, bool hasNewMeasurement);
-    Vesmar::Error JudgeStart(Vesmar::FunctionState state);
+    std::optional<FoundError> EnterState(const QString& banner);
+    std::optional<FoundError> ReadExchange(const DecodedEvent& event);
+    std::optional<FoundError> ReadStatus(const Vesmar::Status& status, qint64 line);
+    Vesmar::Error ErrorOf(Vesmar::FunctionState state, bool hasNewMeasurement);
 
     Stage _stage = Stage::Elsewhere;
-    std::optional<Vesmar::FunctionState> _functionState; ///< It stays when a status tells no function.
-    bool _isStarted = false;                             ///< While it starts.
+    std::optional<Vesmar::FunctionState> _functionState; ///< A status without a function keeps it.
+    bool _hasBeenStarting = false;                       ///< Since the state was entered.
     bool _isStatusOfPrepare = false;                     ///< The next status is read along with a prepare.
     std::optional<FoundError> _suspected;                ///< Reported unless a prepare was still to be sent.
 };

@@ -25,7 +25,7 @@ QDateTime Now()
     return QDateTime::currentDateTimeUtc();
 }
 
-/// Under whatever name.
+/// Whether the path leads to the open file, under whatever name.
 bool IsSameFile(int descriptor, const QString& path)
 {
     struct stat opened = {};
@@ -40,7 +40,7 @@ DecodeSession::DecodeSession(const Task& task, Output& output)
     : _task(task),
       _output(output),
       _reader(task.logDescriptor, task.stopDescriptor),
-      _history([this](const DecodedEvent& event) { TakeEvent(event); }),
+      _history([this](const DecodedEvent& event) { TellEvent(event); }),
       _ending(DoneWith({}))
 {
 }
@@ -49,20 +49,20 @@ int DecodeSession::Run()
 {
     if (Begin()) {
         for (auto line = _reader.Next(); line; line = _reader.Next()) {
-            TakeLine(*line);
+            DecodeLine(*line);
             if (_printed != Output::Result::Written) {
                 return PrintingStatus(_output, _printed);
             }
         }
         _history.Finish();
-        Judge();
+        DecideEnding();
     }
     PrintEnd();
     const int status = PrintingStatus(_output, _printed);
     return status != ExitStatus::Done ? status : _ending.status;
 }
 
-/// False when nothing is to be read.
+/// False when the log is not to be read.
 bool DecodeSession::Begin()
 {
     if (_task.logDescriptor < 0 && _task.openError == 0) {
@@ -85,31 +85,31 @@ bool DecodeSession::Begin()
     return _ending.status == ExitStatus::Done;
 }
 
-void DecodeSession::TakeLine(const LogLine& line)
+void DecodeSession::DecodeLine(const LogLine& line)
 {
     _isEmpty = false;
     if (!line.damage.isEmpty()) {
-        TakeDamage(line.number, line.damage);
+        ReportDamage(line.number, line.damage);
         return;
     }
     const LogEntry entry = ParseLogLine(line.text);
     if (!entry.damage.isEmpty()) {
-        TakeDamage(line.number, entry.damage);
+        ReportDamage(line.number, entry.damage);
         return;
     }
-    _history.Take(line.number, entry);
+    _history.Read(line.number, entry);
 }
 
-void DecodeSession::TakeEvent(const DecodedEvent& event)
+void DecodeSession::TellEvent(const DecodedEvent& event)
 {
-    _summary.Take(event);
+    _summary.Add(event);
     if (_recording) {
-        _recording->Take(event);
+        _recording->Record(event);
     }
     Print(_task.isJson ? DecodedJson(Now(), event) : DecodedText(event));
 }
 
-void DecodeSession::TakeDamage(qint64 line, const QString& damage)
+void DecodeSession::ReportDamage(qint64 line, const QString& damage)
 {
     ++_damagedLines;
     if (_damagedLines <= MostComplaints) {
@@ -127,8 +127,7 @@ void DecodeSession::Fail(const char* reason, const QString& message)
     WriteError(message);
 }
 
-/// What has become of the whole.
-void DecodeSession::Judge()
+void DecodeSession::DecideEnding()
 {
     const QString& log = _task.logName;
     if (_damagedLines > MostComplaints) {

@@ -35,12 +35,12 @@ public:
 
 private:
     bool Begin();
-    void TakeLine(const LogLine& line);
-    void TakeEvent(const DecodedEvent& event);
-    void TakeDamage(qint64 line, const QString& damage);
+    void DecodeLine(const LogLine& line);
+    void TellEvent(const DecodedEvent& event);
+    void ReportDamage(qint64 line, const QString& damage);
     void CloseRecording();
     void Fail(const char* reason, const QString& message);
-    void Judge();
+    void DecideEnding();
     void PrintEnd();
     void Print(const QByteArray& text);
     QString DoneText() const;

@@ -6,6 +6,7 @@
 #include <array>
 
 #include "cli/words/format.h"
+#include "protocol/frames.h"
 
 namespace Cli
 {
@@ -32,16 +33,17 @@ constexpr std::array<UpdateSentence, 6> UpdateSentences{{
     {"UPDATE ERROR - Confirmation error.", Error::UpdateConfirmationFailed},
 }};
 
-/// What comes of a request that the link has given up. A change of the mode that fails may be passed over.
+/// The error that the library reports when the link has given the request up. The library may pass over a
+/// change of the mode that fails.
 Error ErrorOfGivenUp(const QByteArray& request)
 {
     switch (request.at(0)) {
-    case 'V':
-    case 'F':
+    case Vesmar::Command::InitializeUpdate:
+    case Vesmar::Command::ProgramFlashSector:
         return Error::UpdateInitializationFailed;
-    case 'Z':
+    case Vesmar::Command::FinishUpdate:
         return Error::UpdateConfirmationFailed;
-    case 'x':
+    case Vesmar::Command::ChangeTesterMode:
         return Error::NoErrors;
     default:
         return Error::CommunicationRecovery;
@@ -56,92 +58,92 @@ QByteArray SummaryLine(const QString& label, const QString& text)
 
 } // namespace
 
-void DecodeSummary::Take(const DecodedEvent& event)
+void DecodeSummary::Add(const DecodedEvent& event)
 {
     switch (event.kind) {
     case DecodedEvent::Kind::Exchange:
-        TakeExchange(event);
+        AddExchange(event);
         break;
     case DecodedEvent::Kind::Unasked:
         ++_unasked;
         for (const FrameWords& frame : event.frames) {
-            Find(frame.error.value_or(Error::NoErrors), event.line);
+            AddError(frame.error.value_or(Error::NoErrors), event.line);
         }
         break;
     case DecodedEvent::Kind::Note:
-        TakeNote(event);
+        AddNote(event);
         break;
     case DecodedEvent::Kind::State:
-        TakeState(event);
+        AddState(event);
         break;
     }
-    if (const std::optional<FoundError> found = _measurement.Take(event)) {
-        Find(found->error, found->line);
+    if (const std::optional<FoundError> found = _measurement.Watch(event)) {
+        AddError(found->error, found->line);
     }
 }
 
-void DecodeSummary::TakeExchange(const DecodedEvent& event)
+void DecodeSummary::AddExchange(const DecodedEvent& event)
 {
     ++_exchanges;
     _links += event.isInNewLink ? 1 : 0;
-    _refused += event.outcome == DecodedEvent::Outcome::Refusal ? 1 : 0;
-    _damaged += event.outcome == DecodedEvent::Outcome::Damaged ? 1 : 0;
-    _silent += event.outcome == DecodedEvent::Outcome::None ? 1 : 0;
-    _cut += event.outcome == DecodedEvent::Outcome::Cut ? 1 : 0;
+    _refused += event.outcome == AnswerKind::Refusal ? 1 : 0;
+    _damaged += event.outcome == AnswerKind::Damaged ? 1 : 0;
+    _silent += event.outcome == AnswerKind::None ? 1 : 0;
+    _cut += event.outcome == AnswerKind::Cut ? 1 : 0;
     if (event.within.value_or(0) > _longest) {
         _longest = *event.within;
         _longestLine = event.line;
     }
-    Find(event.answerWords.error.value_or(Error::NoErrors), event.line);
-    JudgeFailure(event);
+    AddError(event.answerWords.error.value_or(Error::NoErrors), event.line);
+    FindErrorOfFailure(event);
 }
 
-/// An answer that the library does not take is a failure too, but one that it does not repeat.
-void DecodeSummary::JudgeFailure(const DecodedEvent& event)
+/// An answer that the library does not accept is a failure too, but the library does not repeat the request.
+void DecodeSummary::FindErrorOfFailure(const DecodedEvent& event)
 {
-    if (IsGivenUp(event) || (event.isRepeatedByLink && !event.answerWords.problem.isEmpty())) {
-        Find(ErrorOfGivenUp(event.request), event.line);
+    if (event.IsGivenUp() || (event.isRepeatedByLink && !event.answerWords.problem.isEmpty())) {
+        AddError(ErrorOfGivenUp(event.request), event.line);
     }
-    if (_isRecovering && HasFailed(event.outcome) && event.request.startsWith('s')) {
-        JudgeRecovery(event);
+    if (_isRecovering && event.HasFailed() && event.request.startsWith(Vesmar::Command::Status)) {
+        FindErrorOfRecovery(event);
     }
 }
 
-void DecodeSummary::JudgeRecovery(const DecodedEvent& event)
+void DecodeSummary::FindErrorOfRecovery(const DecodedEvent& event)
 {
     constexpr int MostChecks = 10;
     if (event.attempt <= MostChecks) {
         return;
     }
-    if (event.outcome == DecodedEvent::Outcome::None) {
-        Find(Error::NoResponse, event.line);
+    if (event.outcome == AnswerKind::None) {
+        AddError(Error::NoResponse, event.line);
     } else if (_hasResetMode) {
-        Find(event.outcome == DecodedEvent::Outcome::Refusal ? Error::RequestRefused : Error::InvalidResponse,
-             event.line);
+        AddError(event.outcome == AnswerKind::Refusal ? Error::RequestRefused : Error::InvalidResponse,
+                 event.line);
     }
-    _hasResetMode = _hasResetMode || event.outcome != DecodedEvent::Outcome::None;
+    _hasResetMode = _hasResetMode || event.outcome != AnswerKind::None;
 }
 
-void DecodeSummary::TakeNote(const DecodedEvent& event)
+void DecodeSummary::AddNote(const DecodedEvent& event)
 {
     for (const UpdateSentence& sentence : UpdateSentences) {
         if (event.text == QLatin1String(sentence.text)) {
-            Find(sentence.error, event.line);
+            AddError(sentence.error, event.line);
         }
     }
 }
 
-void DecodeSummary::TakeState(const DecodedEvent& event)
+void DecodeSummary::AddState(const DecodedEvent& event)
 {
     _isRecovering = event.text.contains(QLatin1String("COMMUNICATION RECOVERY"));
     _hasResetMode = false;
     if (_isRecovering) {
-        Find(Error::CommunicationRecovery, event.line);
+        AddError(Error::CommunicationRecovery, event.line);
     }
 }
 
-/// The first line of each counts.
-void DecodeSummary::Find(Error error, qint64 line)
+/// The first line that shows an error counts.
+void DecodeSummary::AddError(Error error, qint64 line)
 {
     const bool isKnown = std::any_of(_errors.cbegin(), _errors.cend(),
                                      [error](const FoundError& found) { return found.error == error; });

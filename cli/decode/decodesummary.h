@@ -10,12 +10,11 @@
 namespace Cli
 {
 
-/// Counts what a log tells, and finds the errors that the library reports for it, where its rules are
-/// certain.
+/// Counts what a log tells, and finds the errors that the library reports for it, where that is certain.
 class DecodeSummary
 {
 public:
-    void Take(const DecodedEvent& event);
+    void Add(const DecodedEvent& event);
 
     int Exchanges() const { return _exchanges; }
     int Links() const { return _links; }
@@ -24,12 +23,12 @@ public:
     QJsonObject Fields() const;
 
 private:
-    void TakeExchange(const DecodedEvent& event);
-    void TakeNote(const DecodedEvent& event);
-    void TakeState(const DecodedEvent& event);
-    void JudgeFailure(const DecodedEvent& event);
-    void JudgeRecovery(const DecodedEvent& event);
-    void Find(Vesmar::Error error, qint64 line);
+    void AddExchange(const DecodedEvent& event);
+    void AddNote(const DecodedEvent& event);
+    void AddState(const DecodedEvent& event);
+    void FindErrorOfFailure(const DecodedEvent& event);
+    void FindErrorOfRecovery(const DecodedEvent& event);
+    void AddError(Vesmar::Error error, qint64 line);
 
     int _exchanges = 0;
     int _refused = 0;

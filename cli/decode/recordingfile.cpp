@@ -37,11 +37,11 @@ RecordingFile::RecordingFile(const QString& path, const QString& comment)
     Write(head + ", \"exchanges\": [");
 }
 
-void RecordingFile::Take(const DecodedEvent& event)
+void RecordingFile::Record(const DecodedEvent& event)
 {
     const bool isExchange = event.kind == DecodedEvent::Kind::Exchange;
     const bool isUnasked = event.kind == DecodedEvent::Kind::Unasked && _entries > 0;
-    if ((!isExchange && !isUnasked) || event.outcome == DecodedEvent::Outcome::Cut || !_problem.isEmpty()) {
+    if ((!isExchange && !isUnasked) || event.outcome == AnswerKind::Cut || !_problem.isEmpty()) {
         return;
     }
     if (event.request.size() > LongestFrame || event.answer.size() > LongestFrame) {

@@ -9,8 +9,8 @@
 namespace Cli
 {
 
-/// A file that the simulated instrument can play back: what it was asked and what it said. It is there whole
-/// or not at all, and what was there before stays until then.
+/// A file that the simulated instrument can play back: what the instrument was asked and what it said. The
+/// file appears whole or not at all, and a file that was there before stays until then.
 class RecordingFile
 {
 public:
@@ -18,14 +18,14 @@ public:
     static constexpr qint64 LargestFile = qint64{16} * 1024 * 1024; ///< In bytes.
     static constexpr int LongestFrame = 2048;                       ///< In bytes.
 
-    /// The comment says for people where the recording comes from. `Problem()` tells what went wrong.
+    /// The comment tells people where the recording comes from. `Problem()` tells what went wrong.
     RecordingFile(const QString& path, const QString& comment);
 
     /// Only what went over the line is recorded. What was sent unasked before the first exchange is not, nor
     /// is an exchange that was cut short by the closing of the link.
-    void Take(const DecodedEvent& event);
+    void Record(const DecodedEvent& event);
 
-    /// Makes the file be there. False where a problem, of now or of before, prevents it.
+    /// Makes the file appear. False where a problem, of now or of before, prevents it.
     bool Commit();
 
     int Entries() const { return _entries; }

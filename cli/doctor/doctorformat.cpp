@@ -261,7 +261,7 @@ QJsonObject AnswersJson(const LineRecord& line)
             {QStringLiteral("problem"), ErrorText(line.LineError())}};
 }
 
-QByteArray ConditionText(const InstrumentStatus& status)
+QByteArray ConditionText(const Vesmar::Status& status)
 {
     QByteArray text = InfoLine(QStringLiteral("Mode"), Show(status.mode).text) +
                       InfoLine(QStringLiteral("Function"), Show(status.function).text);
@@ -275,7 +275,7 @@ QByteArray ConditionText(const InstrumentStatus& status)
     return status.error == Error::NoErrors ? text : text + AdviceText(status.error);
 }
 
-QJsonObject ConditionJson(const InstrumentStatus& status)
+QJsonObject ConditionJson(const Vesmar::Status& status)
 {
     return {{QStringLiteral("TesterMode"), Show(status.mode).json},
             {QStringLiteral("CurrentMeasurementType"), Show(status.function).json},

@@ -30,7 +30,7 @@ QByteArray AnswersText(const LineRecord& line);
 QJsonObject AnswersJson(const LineRecord& line);
 
 /// Of the instrument.
-QByteArray ConditionText(const InstrumentStatus& status);
-QJsonObject ConditionJson(const InstrumentStatus& status);
+QByteArray ConditionText(const Vesmar::Status& status);
+QJsonObject ConditionJson(const Vesmar::Status& status);
 
 } // namespace Cli

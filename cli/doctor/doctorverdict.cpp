@@ -213,7 +213,7 @@ std::optional<Ending> FindObstacle(const DeviceFindings& device, const DeviceHol
     return std::nullopt;
 }
 
-Ending Judge(const LineRecord& line)
+Ending DecideEnding(const LineRecord& line)
 {
     if (line.LineError() != 0) {
         return Failed(line.Status() ? ExitStatus::Failed : ExitStatus::NoLink, Broken(line));
@@ -221,7 +221,7 @@ Ending Judge(const LineRecord& line)
     if (!line.Status()) {
         return WithoutProperAnswer(line);
     }
-    const InstrumentStatus& status = *line.Status();
+    const Vesmar::Status& status = *line.Status();
     if (line.Count(LineAnswer::Proper) < line.Asked()) {
         return Failed(ExitStatus::Failed, Unreliable(line), status.error);
     }

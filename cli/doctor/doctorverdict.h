@@ -22,7 +22,7 @@ QString GroupToJoin(const DeviceFindings& device);
 /// Why the instrument cannot be asked, and what to do. None where nothing is in the way.
 std::optional<Ending> FindObstacle(const DeviceFindings& device, const DeviceHolders& holders);
 
-/// What is to be made of the answers.
-Ending Judge(const LineRecord& line);
+/// How the examination ends, by the answers.
+Ending DecideEnding(const LineRecord& line);
 
 } // namespace Cli

@@ -9,7 +9,7 @@
 #include <cerrno>
 #include <thread>
 
-#include "cli/doctor/lineanswer.h"
+#include "cli/frames/frame.h"
 
 namespace Cli
 {
@@ -24,8 +24,8 @@ constexpr milliseconds Gap{10};
 constexpr milliseconds Silence{1};
 constexpr milliseconds LongestCollecting{100};
 
-/// The results are not looked at: a pseudo-terminal takes the settings and still reports an error, because it
-/// has no parity.
+/// The result is ignored: a pseudo-terminal accepts the settings and still reports an error, because it has
+/// no parity.
 void SetUp(int descriptor)
 {
     termios settings{};
@@ -36,6 +36,21 @@ void SetUp(int descriptor)
 }
 
 } // namespace
+
+LineAnswer Classify(const QByteArray& answer)
+{
+    if (StatusIn(answer)) {
+        return LineAnswer::Proper;
+    }
+    switch (KindOf(answer)) {
+    case AnswerKind::None:
+        return LineAnswer::Silent;
+    case AnswerKind::Refusal:
+        return LineAnswer::Refused;
+    default:
+        return LineAnswer::Damaged;
+    }
+}
 
 LineProbe::LineProbe(int descriptor, milliseconds patience) : _descriptor(descriptor), _patience(patience)
 {
@@ -60,7 +75,7 @@ LineExchange LineProbe::AskForStatus() const
 
 bool LineProbe::Send(LineExchange& exchange) const
 {
-    const QByteArray request = StatusRequest();
+    const QByteArray request = QByteArrayLiteral("\x73\xF4\x4E");
     const ssize_t written =
         ::write(_descriptor, request.constData(), static_cast<std::size_t>(request.size()));
     if (written == request.size()) {
@@ -90,7 +105,7 @@ bool LineProbe::WaitForBytes(milliseconds limit) const
     return ready != 0;
 }
 
-/// For a line on which something has happened: where there are no bytes, it is broken.
+/// Something has happened on the line: if there are no bytes, the line is broken.
 bool LineProbe::Read(LineExchange& exchange) const
 {
     std::array<char, 256> buffer{};

@@ -7,10 +7,21 @@
 namespace Cli
 {
 
+/// What came back for a request for the status.
+enum class LineAnswer {
+    Proper,
+    Refused,
+    Damaged, ///< A wrong checksum or length.
+    Silent   ///< Nothing came.
+};
+
+/// What the bytes are that came back.
+LineAnswer Classify(const QByteArray& answer);
+
 /// One request for the status, and what came of it.
 struct LineExchange {
-    QByteArray answer;                 ///< Empty where none came.
-    std::chrono::microseconds time{0}; ///< From the request's being written to the answer's first byte.
+    QByteArray answer;                 ///< Empty where nothing came.
+    std::chrono::microseconds time{0}; ///< From the end of writing the request to the answer's first byte.
     int lineError = 0;                 ///< Why the line itself failed; 0, or an error number.
 };
 

@@ -28,8 +28,8 @@ void LineRecord::Add(const LineExchange& exchange)
     }
     _silentInARow = 0;
     _times.append(std::chrono::duration<double, std::milli>(exchange.time).count());
-    if (answer == LineAnswer::Proper) {
-        _status = StatusIn(exchange.answer);
+    if (const auto status = StatusIn(exchange.answer)) {
+        _status = status;
     }
 }
 

@@ -5,7 +5,6 @@
 #include <array>
 #include <optional>
 
-#include "cli/doctor/lineanswer.h"
 #include "cli/doctor/lineprobe.h"
 #include "cli/frames/frame.h"
 
@@ -42,7 +41,7 @@ public:
     std::optional<TimeRange> Times() const;
     QVector<TimeBucket> Histogram() const;
     /// Of the last proper answer.
-    const std::optional<InstrumentStatus>& Status() const { return _status; }
+    const std::optional<Vesmar::Status>& Status() const { return _status; }
     /// Why the line itself failed; 0, or an error number.
     int LineError() const { return _lineError; }
     /// Whether it makes no sense to ask on: too many requests in a row without an answer, or a broken line.
@@ -51,7 +50,7 @@ public:
 private:
     std::array<int, 4> _counts{};
     QVector<double> _times; ///< In milliseconds.
-    std::optional<InstrumentStatus> _status;
+    std::optional<Vesmar::Status> _status;
     int _silentInARow = 0;
     int _lineError = 0;
 };

@@ -2,13 +2,12 @@
 
 #include <QStringList>
 #include <QVector>
-#include <QtEndian>
 
 #include <utility>
 
-#include <Vesmar/measurementresults.h>
-
 #include "cli/words/format.h"
+#include "protocol/frames.h"
+#include "protocol/payload.h"
 
 namespace Cli
 {
@@ -17,110 +16,78 @@ namespace
 {
 
 using Vesmar::MeasurementType;
+using Vesmar::PreparePayload;
 
 using Settings = QVector<std::pair<const char*, QString>>;
 
-QString Number(unsigned value)
+QString Number(int value)
 {
     return QString::number(value);
 }
 
-QString Bit(unsigned code, unsigned mask, const char* set, const char* clear)
-{
-    return QString::fromLatin1((code & mask) != 0 ? set : clear);
-}
-
-QString TimeWord(const QByteArray& payload)
-{
-    constexpr unsigned Unlimited = 0xFF;
-    return ByteAt(payload, 1) == Unlimited ? QStringLiteral("none") : QStringLiteral("set");
-}
-
 /// Several combinations make the same code.
-Settings SettingsOfRPE(unsigned code)
+Settings SettingsOfRPE(int code)
 {
-    struct Row {
-        unsigned code;
-        const char* method;
-        const char* current;
-    };
-    constexpr Row Rows[] = {
-        {0x00, "0 with any current, or 1", "0 or 1 with method 1"},
-        {0x04, "1", "2"},
-        {0x06, "1", "3"},
-        {0x01, "2", "0 or 1"},
-        {0x05, "2", "2"},
-        {0x07, "2", "3"},
-        {0x08, "3", "0 or 1"},
-        {0x0C, "3", "2"},
-        {0x0E, "3", "3"},
-    };
-    for (const Row& row : Rows) {
-        if (row.code == code) {
-            return {{"method", QString::fromLatin1(row.method)},
-                    {"current", QString::fromLatin1(row.current)}};
-        }
+    const auto options = Vesmar::DecodeRPE(code);
+    if (!options) {
+        return {{"code", Number(code)}};
     }
-    return {{"code", Number(code)}};
+    const bool isAnyMethod = options->method == 1 && options->current == 1;
+    const QString firstCurrent =
+        isAnyMethod ? QStringLiteral("0 or 1 with method 1") : QStringLiteral("0 or 1");
+    return {{"method", isAnyMethod ? QStringLiteral("0 with any current, or 1") : Number(options->method)},
+            {"current", options->current == 1 ? firstCurrent : Number(options->current)}};
 }
 
-QString ModeOfRISO(unsigned code)
+Settings SettingsOfRISO(int code)
 {
-    switch (code & ~0x03U) {
-    case 0x04:
-        return QStringLiteral("1");
-    case 0x08:
-        return QStringLiteral("2");
-    case 0x10:
-        return QStringLiteral("4");
-    default:
-        return QStringLiteral("of code %1").arg(code & ~0x03U);
-    }
+    constexpr int NoMode = -1;
+    const auto [voltage, mode] = Vesmar::DecodeRISO(code);
+    return {{"voltage", Number(voltage)},
+            {"mode", mode == NoMode ? QStringLiteral("of code %1").arg(code - voltage) : Number(mode)}};
 }
 
-Settings TestOptions(const QByteArray& payload)
+Settings TestOptions(const Vesmar::RCDOptions& options)
 {
-    const unsigned options = ByteAt(payload, 3);
-    return {{"mode", Number(ModeOfTest(payload))},
-            {"phase", Number((options >> 4U) & 3U)},
-            {"quantity", Number((options >> 2U) & 3U)},
-            {"current", Number(options & 3U)},
-            {"type", Number(ByteAt(payload, 2) >> 6U)}};
+    return {{"mode", Number(options.mode)},
+            {"phase", Number(options.phase)},
+            {"quantity", Number(options.quantity)},
+            {"current", Number(options.current)},
+            {"type", Number(options.type)}};
 }
 
-Settings SettingsOfRCD(const QByteArray& payload)
+Settings SettingsOfRCD(const PreparePayload& payload)
 {
-    constexpr unsigned UbRe = 0;
-    Settings settings = TestOptions(payload);
-    if (ModeOfTest(payload) != UbRe) {
-        settings.append({"Re", ShowReading(ReOfTest(payload)).text});
+    constexpr int UbRe = 0;
+    Settings settings = TestOptions(payload.options);
+    if (payload.options.mode != UbRe) {
+        settings.append({"Re", ShowReading(payload.re).text});
     }
     return settings;
 }
 
-/// The swap takes the upper bit of the type.
-Settings SettingsOfRCDIEC(const QByteArray& payload)
+/// The swap of line and neutral shares the upper bit of the type.
+Settings SettingsOfRCDIEC(const Vesmar::RCDOptions& options)
 {
-    constexpr unsigned Swapped = 0x80;
-    const unsigned type = ByteAt(payload, 2);
-    Settings settings = TestOptions(payload);
-    if ((type & Swapped) != 0) {
-        settings.last().second = QStringLiteral("%1 or %2").arg((type >> 6U) & 1U).arg(type >> 6U);
+    constexpr int LowerBit = 1;
+    Settings settings = TestOptions(options);
+    if (options.isLNSwapped) {
+        settings.last().second = QStringLiteral("%1 or %2").arg(options.type & LowerBit).arg(options.type);
         settings.append({"L and N", QStringLiteral("swapped, unless the type says it")});
     }
     return settings;
 }
 
-Settings SettingsOf(MeasurementType function, const QByteArray& payload)
+Settings SettingsOf(const PreparePayload& payload)
 {
-    const unsigned code = ByteAt(payload, 2);
-    const Settings::value_type mode{"mode", Bit(code, 1, "2", "1")};
-    const Settings::value_type configuration{"configuration", Bit(code, 4, "2", "1")};
-    switch (function) {
+    const Settings::value_type mode{"mode", Number(Vesmar::DecodeMode(payload.code))};
+    const Settings::value_type configuration{"configuration",
+                                             Number(Vesmar::DecodeConfiguration(payload.code))};
+    switch (payload.function) {
     case MeasurementType::RPE:
-        return SettingsOfRPE(code);
+        return SettingsOfRPE(payload.code);
     case MeasurementType::RISO:
-        return {{"voltage", Number(code & 3U)}, {"mode", ModeOfRISO(code)}};
+        return SettingsOfRISO(payload.code);
     case MeasurementType::IPE:
     case MeasurementType::IDELTA:
         return {mode, configuration};
@@ -132,7 +99,7 @@ Settings SettingsOf(MeasurementType function, const QByteArray& payload)
     case MeasurementType::RCD:
         return SettingsOfRCD(payload);
     case MeasurementType::RCDIEC:
-        return SettingsOfRCDIEC(payload);
+        return SettingsOfRCDIEC(payload.options);
     default:
         return {};
     }
@@ -145,28 +112,17 @@ bool IsContinuous(MeasurementType function)
 
 } // namespace
 
-std::optional<MeasurementType> PreparedFunction(const QByteArray& payload)
+FrameWords WordsOfSettings(const QByteArray& bytes)
 {
-    constexpr unsigned VariantIEC = 2;
-    const auto function = static_cast<MeasurementType>(ByteAt(payload, 0));
-    if (function < MeasurementType::RLN || function > MeasurementType::RCDIEC) {
-        return std::nullopt;
+    const auto payload = Vesmar::DecodePayload(bytes);
+    if (!payload) {
+        return {QString(), {}, QStringLiteral("there is no function %1").arg(Vesmar::ByteAt(bytes, 0)), {}};
     }
-    const bool isIEC = function == MeasurementType::RLN && ByteAt(payload, 2) == VariantIEC;
-    return isIEC ? MeasurementType::IEC : function;
-}
-
-FrameWords WordsOfSettings(const QByteArray& payload)
-{
-    const auto function = PreparedFunction(payload);
-    if (!function) {
-        return {QString(), {}, QStringLiteral("there is no function %1").arg(ByteAt(payload, 0)), {}};
+    Settings settings = SettingsOf(*payload);
+    if (IsContinuous(payload->function)) {
+        settings.prepend({"time", payload->isTimeSet ? QStringLiteral("set") : QStringLiteral("none")});
     }
-    Settings settings = SettingsOf(*function, payload);
-    if (IsContinuous(*function)) {
-        settings.prepend({"time", TimeWord(payload)});
-    }
-    const Shown shown = Show(*function);
+    const Shown shown = Show(payload->function);
     QStringList texts;
     QJsonObject json;
     for (const auto& [name, value] : settings) {
@@ -178,18 +134,6 @@ FrameWords WordsOfSettings(const QByteArray& payload)
             {{QStringLiteral("function"), shown.json}, {QStringLiteral("settings"), json}},
             QString(),
             {}};
-}
-
-unsigned ModeOfTest(const QByteArray& payload)
-{
-    return ByteAt(payload, 3) >> 6U;
-}
-
-float ReOfTest(const QByteArray& payload)
-{
-    constexpr int Position = 4;
-    return payload.size() == PreparePayloadSize ? qFromLittleEndian<float>(payload.constData() + Position)
-                                                : Vesmar::MeasurementResults::NoValue;
 }
 
 } // namespace Cli

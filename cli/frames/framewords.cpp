@@ -1,29 +1,23 @@
 #include "cli/frames/framewords.h"
 
 #include <QDateTime>
-#include <QtEndian>
 
 #include <algorithm>
 #include <array>
 #include <memory>
 
-#include <Vesmar/hvtestresults.h>
-#include <Vesmar/ideltaresults.h>
-#include <Vesmar/iecresults.h>
-#include <Vesmar/iperesults.h>
-#include <Vesmar/isubresults.h>
-#include <Vesmar/itresults.h>
-#include <Vesmar/monitoringresults.h>
 #include <Vesmar/operationmode.h>
-#include <Vesmar/powerresults.h>
 #include <Vesmar/rcdiecresults.h>
 #include <Vesmar/rcdresults.h>
-#include <Vesmar/risoresults.h>
-#include <Vesmar/rlnresults.h>
-#include <Vesmar/rperesults.h>
 
 #include "cli/frames/framesettings.h"
 #include "cli/words/format.h"
+#include "protocol/checksum.h"
+#include "protocol/classification.h"
+#include "protocol/dates.h"
+#include "protocol/frames.h"
+#include "protocol/readings.h"
+#include "protocol/version.h"
 
 namespace Cli
 {
@@ -38,11 +32,9 @@ using Vesmar::OperationMode;
 using VesmarClient::Meaning;
 using VesmarClient::NameAndNumber;
 
-using Values = std::array<float, 6>;
+namespace Command = Vesmar::Command;
 
 constexpr int AnySize = -1;
-constexpr int VersionSize = 25;
-constexpr int DateSize = 8;
 
 /// A request: the size of its data, and what has to answer it.
 struct RequestKind {
@@ -53,20 +45,20 @@ struct RequestKind {
 };
 
 constexpr std::array<RequestKind, 14> RequestKinds{{
-    {'s', "read status", 0, AnswerKind::Data},
-    {'W', "read version", 0, AnswerKind::Data},
-    {'R', "read current date", 0, AnswerKind::Data},
-    {'T', "read calibration date", 0, AnswerKind::Data},
-    {'e', "read measurement", 0, AnswerKind::Data},
-    {'S', "start measurement", 0, AnswerKind::Acknowledge},
-    {'h', "stop measurement", 0, AnswerKind::Acknowledge},
-    {'V', "initialize update", 0, AnswerKind::Data},
-    {'P', "prepare measurement", PreparePayloadSize, AnswerKind::Acknowledge},
-    {'x', "change mode", 1, AnswerKind::Acknowledge},
-    {'r', "set current date", 6, AnswerKind::Acknowledge},
-    {'t', "set calibration date", 6, AnswerKind::Acknowledge},
-    {'F', "program flash sector", AnySize, AnswerKind::Acknowledge},
-    {'Z', "finish update", 2, AnswerKind::Acknowledge},
+    {Command::Status, "read status", 0, AnswerKind::Data},
+    {Command::Version, "read version", 0, AnswerKind::Data},
+    {Command::ReadCurrentDate, "read current date", 0, AnswerKind::Data},
+    {Command::ReadCalibrationDate, "read calibration date", 0, AnswerKind::Data},
+    {Command::ReadMeasurement, "read measurement", 0, AnswerKind::Data},
+    {Command::StartMeasurement, "start measurement", 0, AnswerKind::Acknowledge},
+    {Command::StopMeasurement, "stop measurement", 0, AnswerKind::Acknowledge},
+    {Command::InitializeUpdate, "initialize update", 0, AnswerKind::Data},
+    {Command::PrepareMeasurement, "prepare measurement", Vesmar::PreparePayloadSize, AnswerKind::Acknowledge},
+    {Command::ChangeTesterMode, "change mode", 1, AnswerKind::Acknowledge},
+    {Command::SetCurrentDate, "set current date", 6, AnswerKind::Acknowledge},
+    {Command::SetCalibrationDate, "set calibration date", 6, AnswerKind::Acknowledge},
+    {Command::ProgramFlashSector, "program flash sector", AnySize, AnswerKind::Acknowledge},
+    {Command::FinishUpdate, "finish update", 2, AnswerKind::Acknowledge},
 }};
 
 const RequestKind* KindOfRequest(const QByteArray& request)
@@ -89,37 +81,28 @@ FrameWords Value(const char* name, const Shown& value)
     return {value.text, {{QLatin1String(name), value.json}}, QString(), {}};
 }
 
-int DecimalAt(const QByteArray& frame, int position)
-{
-    const unsigned byte = ByteAt(frame, position);
-    return static_cast<int>((byte >> 4U) * 10 + (byte & 0x0FU));
-}
-
 QDateTime DateIn(const QByteArray& bytes)
 {
-    constexpr int FirstYear = 2000;
-    const QDate date(FirstYear + DecimalAt(bytes, 0), DecimalAt(bytes, 1), DecimalAt(bytes, 2));
-    const QTime time(DecimalAt(bytes, 3), DecimalAt(bytes, 4), DecimalAt(bytes, 5));
-    return {date, time, Qt::UTC};
+    return {Vesmar::DecodeDate(bytes), Vesmar::DecodeTime(bytes), Qt::UTC};
 }
 
 FrameWords WordsOfRequestData(char letter, const QByteArray& data)
 {
     switch (letter) {
-    case 'P':
+    case Command::PrepareMeasurement:
         return WordsOfSettings(data);
-    case 'x':
-        return Value("TesterMode", Show(static_cast<OperationMode>(ByteAt(data, 0))));
-    case 'r':
+    case Command::ChangeTesterMode:
+        return Value("TesterMode", Show(static_cast<OperationMode>(Vesmar::ByteAt(data, 0))));
+    case Command::SetCurrentDate:
         return Value("CurrentDateTime", Show(DateIn(data)));
-    case 't':
+    case Command::SetCalibrationDate:
         return Value("CalibrationDateTime", Show(DateIn(data)));
-    case 'F':
+    case Command::ProgramFlashSector:
         return {QStringLiteral("%1 bytes").arg(data.size()),
                 {{QStringLiteral("size"), data.size()}},
                 QString(),
                 {}};
-    case 'Z':
+    case Command::FinishUpdate:
         return {QStringLiteral("confirmation ") + Hex(data),
                 {{QStringLiteral("confirmation"), Hex(data)}},
                 QString(),
@@ -134,75 +117,28 @@ QString ErrorText(Error error)
     return error == Error::NoErrors ? Meaning(error) : Show(error).text;
 }
 
-/// What the instrument has found wrong with the object under test.
-Error ObjectError(unsigned code)
-{
-    struct Row {
-        unsigned code;
-        Error error;
-    };
-    constexpr std::array<Row, 8> Rows{{{0, Error::NoErrors},
-                                       {2, Error::RCDCheckObject2},
-                                       {3, Error::RCDCheckObject3},
-                                       {4, Error::RCDCheckObject4},
-                                       {7, Error::RCDCheckObject7},
-                                       {8, Error::RCDCheckObject8},
-                                       {9, Error::RCDCheckObject9},
-                                       {10, Error::RCDCheckObjectULNIECInvalid}}};
-    const auto* const row = std::find_if(Rows.cbegin(), Rows.cend(),
-                                         [code](const Row& candidate) { return candidate.code == code; });
-    return row != Rows.cend() ? row->error : Error::RCDCheckObjectFailed;
-}
-
 FrameWords WordsOfObjectCheck(const QByteArray& frame)
 {
-    const Error error = ObjectError(ByteAt(frame, 0));
+    const Error error = Vesmar::DecodeObjectCheck(frame);
     FrameWords words = Value("ErrorCode", Show(error));
     words.text = QStringLiteral("check of the object under test: ") + ErrorText(error);
     words.error = error;
     return words;
 }
 
-/// A text ends at a zero byte.
-QString TextAt(const QByteArray& frame, int position, int size)
-{
-    const QByteArray field = frame.mid(position, size);
-    return QString::fromLatin1(field.constData());
-}
-
-/// Digits, or else four numbers.
-QString BuildNumberOf(const QByteArray& field)
-{
-    const bool isText =
-        std::all_of(field.cbegin(), field.cend(), [](char byte) { return byte >= '0' && byte <= '9'; });
-    if (isText) {
-        return QString::fromLatin1(field);
-    }
-    return QString::number(1000 * ByteAt(field, 0) + 100 * ByteAt(field, 1) + 10 * ByteAt(field, 2) +
-                           ByteAt(field, 3));
-}
-
 FrameWords WordsOfVersion(const QByteArray& frame)
 {
     Vesmar::TesterInformation identity(nullptr);
-    identity.DeviceName = TextAt(frame, 0, 3);
-    identity.DeviceCode = TextAt(frame, 3, 3);
-    identity.SerialNumber = TextAt(frame, 6, 6);
-    identity.Version = TextAt(frame, 12, 1) + QLatin1Char('.') + TextAt(frame, 13, 2);
-    identity.VersionCode = TextAt(frame, 15, 2);
-    identity.RevisionCode = TextAt(frame, 17, 2);
-    identity.BuildNumber = BuildNumberOf(frame.mid(19, 4));
+    Vesmar::DecodeVersion(frame, identity);
     return Value("DeviceInformation", Show(&identity));
 }
 
-template <typename Results, typename... Numbers>
-FrameWords WordsOfResults(Numbers... numbers)
+FrameWords WordsOfResults(const MeasurementResults& results)
 {
-    const Results results(numbers...);
-    return Value("TestResults", Show(static_cast<const MeasurementResults*>(&results)));
+    return Value("TestResults", Show(&results));
 }
 
-FrameWords WordsOfUnknownValues(const Values& values)
+FrameWords WordsOfUnknownValues(const Vesmar::Readings& values)
 {
     QStringList texts;
     for (const float value : values) {
@@ -211,48 +147,23 @@ FrameWords WordsOfUnknownValues(const Values& values)
     return {QStringLiteral("values of an unknown function: ") + texts.join(QStringLiteral(", ")), {}, {}, {}};
 }
 
-FrameWords WordsOfValues(MeasurementType function, const Values& v)
+/// The status names IEC and RLN by the same number; the settings tell them apart.
+MeasurementType MeasuredFunction(const FrameContext& context)
 {
-    using namespace Vesmar;
-    switch (function) {
-    case MeasurementType::Monitoring:
-        return WordsOfResults<MonitoringResults>(v[0], v[1], v[2]);
-    case MeasurementType::RLN:
-        return WordsOfResults<RLNResults>(v[0], v[1], v[2], v[3], v[4]);
-    case MeasurementType::RPE:
-        return WordsOfResults<RPEResults>(v[0], v[1], v[2]);
-    case MeasurementType::RISO:
-        return WordsOfResults<RISOResults>(v[0], v[1], v[2]);
-    case MeasurementType::ISUB:
-        return WordsOfResults<ISUBResults>(v[0], v[1]);
-    case MeasurementType::IPE:
-        return WordsOfResults<IPEResults>(v[0], v[1]);
-    case MeasurementType::IDELTA:
-        return WordsOfResults<IDELTAResults>(v[0], v[1]);
-    case MeasurementType::IT:
-        return WordsOfResults<ITResults>(v[0]);
-    case MeasurementType::POWER:
-        return WordsOfResults<POWERResults>(v[0], v[1], v[2], v[3], v[4], v[5]);
-    case MeasurementType::HVTest:
-        return WordsOfResults<HVTestResults>(v[0], v[1], v[2], v[3], v[4], v[5]);
-    case MeasurementType::IEC:
-        return WordsOfResults<IECResults>(v[0], v[1], v[2], v[3], v[4]);
-    default:
-        return WordsOfUnknownValues(v);
-    }
+    const bool isIEC = context.function == MeasurementType::RLN && context.prepared &&
+                       context.prepared->function == MeasurementType::IEC;
+    return isIEC ? MeasurementType::IEC : context.function.value_or(MeasurementType::None);
 }
 
-/// The status tells IEC and RLN by the same number; the settings tell them apart.
 FrameWords WordsOfMeasurement(const QByteArray& frame, const FrameContext& context)
 {
-    Values values{};
-    qFromLittleEndian<float>(frame.constData(), static_cast<int>(values.size()), values.data());
-    MeasurementType function = context.function.value_or(MeasurementType::None);
-    if (function == MeasurementType::RLN) {
-        function =
-            PreparedFunction(context.prepared) == MeasurementType::IEC ? MeasurementType::IEC : function;
+    const Vesmar::Readings values = Vesmar::DecodeReadings(frame);
+    const Vesmar::ReadingsKind* const kind = Vesmar::FindReadingsKind(MeasuredFunction(context));
+    if (kind == nullptr) {
+        return WordsOfUnknownValues(values);
     }
-    return WordsOfValues(function, values);
+    const std::unique_ptr<const MeasurementResults> results(kind->create(values));
+    return WordsOfResults(*results);
 }
 
 FrameWords WrongSize(const char* what, int due, int size)
@@ -263,47 +174,42 @@ FrameWords WrongSize(const char* what, int due, int size)
                        .arg(size));
 }
 
-/// In a test of its own kind, a status may have any length.
-bool IsTakenAsStatus(const QByteArray& frame, const FrameContext& context)
+/// In an RCD test, the library accepts a status of any length.
+bool IsAcceptedAsStatus(const QByteArray& frame, const FrameContext& context)
 {
-    return frame.size() == StatusSize ||
-           (context.isOfTest.value_or(false) && IsRCD(StatusIn(frame).function));
+    return frame.size() == Vesmar::StatusFrameSize ||
+           (context.isOfTest.value_or(false) && Vesmar::IsRCD(Vesmar::DecodeStatus(frame).function));
 }
 
 FrameWords WordsOfData(char letter, const QByteArray& frame, const FrameContext& context)
 {
     switch (letter) {
-    case 's':
-        return IsTakenAsStatus(frame, context) ? WordsOfStatus(frame, context.isOfTest)
-                                               : WrongSize("a status", StatusSize, frame.size());
-    case 'W':
-        return frame.size() == VersionSize ? WordsOfVersion(frame)
-                                           : WrongSize("a version", VersionSize, frame.size());
-    case 'R':
-    case 'T':
-        return frame.size() == DateSize
-                   ? Value(letter == 'R' ? "CurrentDateTime" : "CalibrationDateTime", Show(DateIn(frame)))
-                   : WrongSize("a date", DateSize, frame.size());
-    case 'e':
-        if (IsRCD(context.function.value_or(MeasurementType::None))) {
+    case Command::Status:
+        return IsAcceptedAsStatus(frame, context)
+                   ? WordsOfStatus(frame, context.isOfTest)
+                   : WrongSize("a status", Vesmar::StatusFrameSize, frame.size());
+    case Command::Version:
+        return frame.size() == Vesmar::VersionFrameSize
+                   ? WordsOfVersion(frame)
+                   : WrongSize("a version", Vesmar::VersionFrameSize, frame.size());
+    case Command::ReadCurrentDate:
+    case Command::ReadCalibrationDate:
+        return frame.size() == Vesmar::DateFrameSize
+                   ? Value(letter == Command::ReadCurrentDate ? "CurrentDateTime" : "CalibrationDateTime",
+                           Show(DateIn(frame)))
+                   : WrongSize("a date", Vesmar::DateFrameSize, frame.size());
+    case Command::ReadMeasurement:
+        if (Vesmar::IsRCD(context.function.value_or(MeasurementType::None))) {
             return WordsOfObjectCheck(frame); // Of any length.
         }
-        return frame.size() == MeasurementSize ? WordsOfMeasurement(frame, context)
-                                               : WrongSize("a measurement", MeasurementSize, frame.size());
-    case 'V':
+        return frame.size() == Vesmar::MeasurementFrameSize
+                   ? WordsOfMeasurement(frame, context)
+                   : WrongSize("a measurement", Vesmar::MeasurementFrameSize, frame.size());
+    case Command::InitializeUpdate:
         return {QStringLiteral("ready for the image"), {}, {}, {}};
     default:
         return {QStringLiteral("%1 bytes of data").arg(frame.size()), {}, {}, {}};
     }
-}
-
-/// A reading in ten-thousandths, low byte first.
-float FixedPointAt(const QByteArray& frame, int position)
-{
-    constexpr unsigned NoReading = 0xEEEE;
-    constexpr float Parts = 10000.0F;
-    const unsigned value = ByteAt(frame, position) | (ByteAt(frame, position + 1) << 8U);
-    return value == NoReading ? MeasurementResults::NoValue : static_cast<float>(value) / Parts;
 }
 
 } // namespace
@@ -316,7 +222,7 @@ FrameWords WordsOfRequest(const QByteArray& request)
         words.problem = QStringLiteral("there is no such request");
     } else if (!IsIntact(request)) {
         words.problem = QStringLiteral("the request's checksum is wrong");
-    } else if (const QByteArray data = request.mid(1).chopped(ChecksumSize);
+    } else if (const QByteArray data = request.mid(1).chopped(Vesmar::ChecksumSize);
                kind->dataSize != AnySize && data.size() != kind->dataSize) {
         words.problem = QStringLiteral("the request's length is wrong");
     } else {
@@ -346,15 +252,16 @@ FrameWords WordsOfAnswer(const QByteArray& request, const QByteArray& answer, co
 
 FrameWords WordsOfStatus(const QByteArray& frame, std::optional<bool> isOfTest)
 {
-    InstrumentStatus status = StatusIn(frame);
+    Vesmar::Status status = Vesmar::DecodeStatus(frame);
     const Error error = status.error;
-    const bool hasErrorOfTest = IsRCD(status.function) && error != Error::NoErrors;
+    const bool hasErrorOfTest = Vesmar::IsRCD(status.function) && error != Error::NoErrors;
     const bool isCertain = !hasErrorOfTest || isOfTest.has_value();
     if (hasErrorOfTest && isOfTest.value_or(false)) {
-        status.error = InTest(error);
+        status.error = Vesmar::ErrorInRCDTest(error);
     }
     const QString inTest =
-        isCertain ? QString() : QStringLiteral("; or, in an RCD test, ") + NameAndNumber(InTest(error));
+        isCertain ? QString()
+                  : QStringLiteral("; or, in an RCD test, ") + NameAndNumber(Vesmar::ErrorInRCDTest(error));
     const bool isIdle = status.startTestResult.has_value();
     const Shown state = isIdle ? Show(*status.startTestResult) : Show(*status.functionState);
     const QString process =
@@ -378,19 +285,17 @@ FrameWords WordsOfStatus(const QByteArray& frame, std::optional<bool> isOfTest)
 
 FrameWords WordsOfTestResult(const QByteArray& frame, const FrameContext& context)
 {
-    constexpr unsigned UbRe = 0;
+    constexpr int UbRe = 0;
     constexpr float None = MeasurementResults::NoValue;
-    const float ia = FixedPointAt(frame, 4);
-    const float ta = FixedPointAt(frame, 6);
-    const auto re = qFromLittleEndian<float>(frame.constData());
-    const auto function = PreparedFunction(context.prepared);
-    if (function == MeasurementType::RCDIEC) {
-        return WordsOfResults<Vesmar::RCDIECResults>(ia, ta);
+    const float re = Vesmar::DecodeRe(frame);
+    const auto [ia, ta] = Vesmar::DecodeIaTa(frame);
+    const auto& prepared = context.prepared;
+    if (prepared && prepared->function == MeasurementType::RCDIEC) {
+        return WordsOfResults(Vesmar::RCDIECResults(ia, ta));
     }
-    if (function == MeasurementType::RCD) {
-        return ModeOfTest(context.prepared) == UbRe
-                   ? WordsOfResults<Vesmar::RCDResults>(re, None, None)
-                   : WordsOfResults<Vesmar::RCDResults>(ReOfTest(context.prepared), ia, ta);
+    if (prepared && prepared->function == MeasurementType::RCD) {
+        return WordsOfResults(prepared->options.mode == UbRe ? Vesmar::RCDResults(re, None, None)
+                                                             : Vesmar::RCDResults(prepared->re, ia, ta));
     }
     return {
         QStringLiteral("result of an RCD test that was prepared before the log: Re %1, or Ia %2 and Ta %3")

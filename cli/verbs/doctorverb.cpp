@@ -82,7 +82,7 @@ private:
         if (line.Status()) {
             Tell("condition", ConditionText(*line.Status()), ConditionJson(*line.Status()));
         }
-        return Judge(line);
+        return DecideEnding(line);
     }
 
     int Conclude(const Ending& ending)

@@ -33,7 +33,7 @@ inline QList<Cli::DecodedEvent> EventsOf(const QByteArrayList& lines)
     Cli::DecodeHistory history([&events](const Cli::DecodedEvent& event) { events.append(event); });
     qint64 number = 0;
     for (const QByteArray& line : lines) {
-        history.Take(++number, Cli::ParseLogLine(line));
+        history.Read(++number, Cli::ParseLogLine(line));
     }
     history.Finish();
     return events;

@@ -10,9 +10,9 @@
 
 using Cli::DecodedEvent;
 using Cli::DecodeSummary;
-using Outcome = Cli::DecodedEvent::Outcome;
+using Outcome = Cli::AnswerKind;
 
-Q_DECLARE_METATYPE(Cli::DecodedEvent::Outcome)
+Q_DECLARE_METATYPE(Cli::AnswerKind)
 Q_DECLARE_METATYPE(QList<Vesmar::Error>)
 
 namespace
@@ -37,7 +37,7 @@ QList<Vesmar::Error> ErrorsOf(const QByteArrayList& lines)
 {
     DecodeSummary summary;
     for (const DecodedEvent& event : EventsOf(lines)) {
-        summary.Take(event);
+        summary.Add(event);
     }
     QList<Vesmar::Error> errors;
     for (const QJsonValue& found : summary.Fields().value(QLatin1String("errors")).toArray()) {
@@ -134,7 +134,7 @@ void TestCliDecodeHistory::CountsAttempts()
     const QList<int> attempts{1, 2, 3, 1, 2, 1};
     for (int i = 0; i < attempts.size(); ++i) {
         QCOMPARE(events.at(i).attempt, attempts.at(i));
-        QCOMPARE(Cli::IsGivenUp(events.at(i)), i == 2);
+        QCOMPARE(events.at(i).IsGivenUp(), i == 2);
     }
     QCOMPARE(EventsOf({Silent("12:00:05.000"), Answered("12:00:05.300", "06c660[3b] ACK", "68aeed")})
                  .last()
@@ -149,7 +149,7 @@ void TestCliDecodeHistory::CountsAttemptsOfStates()
                  QByteArrayList{Entering("MONITORING")} + Checks(1, "[0b] No response"));
     QCOMPARE(events.at(5).attempt, 5);
     QVERIFY(!events.at(5).isRepeatedByLink);
-    QVERIFY(!Cli::IsGivenUp(events.at(3)));
+    QVERIFY(!events.at(3).IsGivenUp());
     QCOMPARE(events.last().attempt, 1);
     QVERIFY(events.last().isRepeatedByLink);
 }
@@ -361,7 +361,7 @@ void TestCliDecodeHistory::CountsLinks()
     for (const DecodedEvent& event : EventsOf(
              {Answered("12:00:00.000"), "12:00:01.000 Transciever::Close", "12:00:01.100 Transciever::Close",
               "12:00:02.000 Transciever::Open", Answered("12:00:03.000"), Answered("12:00:03.100")})) {
-        summary.Take(event);
+        summary.Add(event);
     }
     QCOMPARE(summary.Links(), 2);
     QCOMPARE(summary.Exchanges(), 3);

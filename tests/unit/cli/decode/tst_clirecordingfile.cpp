@@ -54,7 +54,7 @@ void TestCliRecordingFile::WritesWhatWentOverTheLine()
          EventsOf({"12:00:00.000 Transciever::Open", "12:00:00.100  73f44e 00f5babf[4b]",
                    "12:00:04.100  73f44e [0b] No response", "12:00:04.400  53966a 06c660[3b] ACK",
                    "12:00:04.600 ReadingBuffer: 0af73370", "12:00:04.700 ReadingBuffer: 0af7"})) {
-        recording.Take(event);
+        recording.Record(event);
     }
     QCOMPARE(recording.Entries(), 5);
     QVERIFY2(recording.Commit(), qPrintable(recording.Problem()));
@@ -73,7 +73,7 @@ void TestCliRecordingFile::LeavesOutWhatCannotBePlayed()
     for (const DecodedEvent& event :
          EventsOf({"12:00:00.000 ReadingBuffer: 0af73370", "12:00:00.100  73f44e 00f5babf[4b]",
                    "12:00:00.200  73f44e [0b] No response", "12:00:00.200 Transciever::Close"})) {
-        recording.Take(event);
+        recording.Record(event);
     }
     QVERIFY(recording.Commit());
     QCOMPARE(
@@ -89,7 +89,7 @@ void TestCliRecordingFile::IsNotThereBeforeItIsWhole()
     before.close();
     {
         RecordingFile recording(Path(), QString());
-        recording.Take(EventsOf({"12:00:00.100  73f44e 00f5babf[4b]"}).first());
+        recording.Record(EventsOf({"12:00:00.100  73f44e 00f5babf[4b]"}).first());
     }
     QCOMPARE(Content(), QByteArray("before"));
     QCOMPARE(QDir(_folder->path()).entryList(QDir::Files).size(), 1);
@@ -116,7 +116,7 @@ void TestCliRecordingFile::BoundsPauses()
     RecordingFile recording(Path(), QString());
     for (const DecodedEvent& event :
          EventsOf({before + "  73f44e 00f5babf[4b]", time + " ReadingBuffer: 0af73370"})) {
-        recording.Take(event);
+        recording.Record(event);
     }
     QVERIFY(recording.Commit());
     QVERIFY2(Content().contains("{\"after\":" + after + ",\"unasked\""), Content().constData());
@@ -127,10 +127,10 @@ void TestCliRecordingFile::RefusesTooManyEntries()
     RecordingFile recording(Path(), QString());
     const DecodedEvent event = EventsOf({"12:00:00.000  73f44e 00f5babf[4b]"}).first();
     for (int i = 0; i < 100000; ++i) {
-        recording.Take(event);
+        recording.Record(event);
     }
     QCOMPARE(recording.Problem(), QString());
-    recording.Take(event);
+    recording.Record(event);
     QVERIFY2(recording.Problem().contains(QLatin1String("cut it into parts")),
              qPrintable(recording.Problem()));
     QVERIFY(!recording.Commit());
@@ -144,11 +144,11 @@ void TestCliRecordingFile::RefusesTooManyBytes()
     event.request = QByteArray(2048, 'F');
     event.answer = QByteArray(2048, 'F');
     for (int i = 0; i < 2000; ++i) {
-        recording.Take(event);
+        recording.Record(event);
     }
     QCOMPARE(recording.Problem(), QString());
     for (int i = 0; i < 100; ++i) {
-        recording.Take(event);
+        recording.Record(event);
     }
     QVERIFY2(recording.Problem().contains(QLatin1String("16777216 bytes")), qPrintable(recording.Problem()));
     QVERIFY(!recording.Commit());
@@ -161,7 +161,7 @@ void TestCliRecordingFile::RefusesALongFrame()
     DecodedEvent event = EventsOf({"12:00:00.000  73f44e 00f5babf[4b]"}).first();
     event.line = 7;
     event.answer = QByteArray(2049, '\0');
-    recording.Take(event);
+    recording.Record(event);
     QVERIFY2(recording.Problem().startsWith(QLatin1String("line 7 has more than 2048 bytes")),
              qPrintable(recording.Problem()));
     QVERIFY(!recording.Commit());

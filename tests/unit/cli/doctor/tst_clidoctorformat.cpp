@@ -268,7 +268,7 @@ void TestCliDoctorFormat::BarsFitIntoTheLine()
 
 void TestCliDoctorFormat::ConditionWithoutAFunction()
 {
-    QCOMPARE(Cli::ConditionText(Cli::StatusIn(QByteArray::fromHex("00F5BABF"))),
+    QCOMPARE(Cli::ConditionText(Vesmar::DecodeStatus(QByteArray::fromHex("00F5BABF"))),
              QByteArray("Mode:             Normal (0)\n"
                         "Function:         Monitoring (0)\n"
                         "Start test:       Status5 (5)\n"
@@ -277,7 +277,7 @@ void TestCliDoctorFormat::ConditionWithoutAFunction()
 
 void TestCliDoctorFormat::ConditionWithAnError()
 {
-    const QByteArray text = Cli::ConditionText(Cli::StatusIn(QByteArray::fromHex("A3529A32")));
+    const QByteArray text = Cli::ConditionText(Vesmar::DecodeStatus(QByteArray::fromHex("A3529A32")));
     QVERIFY2(text.startsWith("Mode:             Calibration (1)\n"
                              "Function:         RISO (3)\n"
                              "Function state:   Completed (2)\n"
@@ -289,7 +289,7 @@ void TestCliDoctorFormat::ConditionWithAnError()
 
 void TestCliDoctorFormat::ConditionAsJson()
 {
-    const QJsonObject sound = Cli::ConditionJson(Cli::StatusIn(QByteArray::fromHex("00F5BABF")));
+    const QJsonObject sound = Cli::ConditionJson(Vesmar::DecodeStatus(QByteArray::fromHex("00F5BABF")));
     QCOMPARE(sound.keys(), (QStringList{QStringLiteral("CurrentMeasurementType"), QStringLiteral("ErrorCode"),
                                         QStringLiteral("MeasurementFunctionStatus"),
                                         QStringLiteral("StartTestStatus"), QStringLiteral("TesterMode")}));
@@ -297,7 +297,7 @@ void TestCliDoctorFormat::ConditionAsJson()
     QCOMPARE(sound.value(QLatin1String("StartTestStatus")).toObject().value(QLatin1String("number")).toInt(),
              5);
 
-    const QJsonObject failing = Cli::ConditionJson(Cli::StatusIn(QByteArray::fromHex("A3529A32")));
+    const QJsonObject failing = Cli::ConditionJson(Vesmar::DecodeStatus(QByteArray::fromHex("A3529A32")));
     QVERIFY(failing.value(QLatin1String("StartTestStatus")).isNull());
     QCOMPARE(Text(failing.value(QLatin1String("MeasurementFunctionStatus")).toObject(), "name"),
              QStringLiteral("Completed"));

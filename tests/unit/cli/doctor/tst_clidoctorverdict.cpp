@@ -249,7 +249,7 @@ void TestCliDoctorVerdict::Verdicts()
 {
     QFETCH(LineRecord, line);
     QFETCH(QString, part);
-    const Ending verdict = Cli::Judge(line);
+    const Ending verdict = Cli::DecideEnding(line);
     QTEST(verdict.status, "status");
     QCOMPARE(verdict.outcome,
              verdict.status == 0 ? Cli::Ending::Outcome::Done : Cli::Ending::Outcome::Failed);
@@ -260,7 +260,7 @@ void TestCliDoctorVerdict::Verdicts()
 
 void TestCliDoctorVerdict::SilenceTellsHowLongItLasted()
 {
-    const Ending verdict = Cli::Judge(Record(Nothing));
+    const Ending verdict = Cli::DecideEnding(Record(Nothing));
     QVERIFY2(verdict.message.contains(QLatin1String("within 12 s")), qPrintable(verdict.message));
 }
 

@@ -9,10 +9,10 @@
 #include <cstdlib>
 #include <thread>
 
-#include "cli/doctor/lineanswer.h"
 #include "support/scriptedpeer.h"
 #include "support/serialdevice.h"
 
+using Cli::LineAnswer;
 using Cli::LineExchange;
 using Cli::LineProbe;
 using std::chrono::milliseconds;
@@ -79,9 +79,11 @@ class TestCliLineProbe : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void AnswersHaveAKind_data();
+    void AnswersHaveAKind();
     void SetsTheLineUp();
-    void AsksAndTakesTheAnswer();
-    void TakesWhateverComes();
+    void AsksAndReceivesTheAnswer();
+    void ReceivesWhateverComes();
     void PassesOverWhatWasThereBefore();
     void MeasuresTheTime();
     void WaitsNoLongerThanItsPatience();
@@ -89,6 +91,27 @@ private Q_SLOTS:
     void CutsOffWhatHasNoEnd();
     void TellsOfABrokenLine();
 };
+
+void TestCliLineProbe::AnswersHaveAKind_data()
+{
+    QTest::addColumn<int>("kind");
+    const auto row = [](const char* answer, LineAnswer kind) {
+        QTest::newRow(answer) << static_cast<int>(kind);
+    };
+    row("00 F0 1F EF", LineAnswer::Proper);
+    row("A3 52 9A 32", LineAnswer::Proper);
+    row("", LineAnswer::Silent);
+    row("21 43 34", LineAnswer::Refused);
+    row("21 43 34 00", LineAnswer::Refused);
+    row("01 F0 1F EF", LineAnswer::Damaged);
+    row("00 F0 00 C1 13", LineAnswer::Damaged); // Too long, with a valid checksum.
+    row("06 C6 60", LineAnswer::Damaged);       // Too short, with a valid checksum.
+}
+
+void TestCliLineProbe::AnswersHaveAKind()
+{
+    QTEST(static_cast<int>(Cli::Classify(QByteArray::fromHex(QTest::currentDataTag()))), "kind");
+}
 
 void TestCliLineProbe::SetsTheLineUp()
 {
@@ -105,7 +128,7 @@ void TestCliLineProbe::SetsTheLineUp()
     QCOMPARE(static_cast<int>(record.configuration.c_cc[VTIME]), 0);
 }
 
-void TestCliLineProbe::AsksAndTakesTheAnswer()
+void TestCliLineProbe::AsksAndReceivesTheAnswer()
 {
     ScriptedPeer peer;
     peer.AnswerAlways(Status);
@@ -120,7 +143,7 @@ void TestCliLineProbe::AsksAndTakesTheAnswer()
     QCOMPARE(peer.RequestBytes(), (QList<QByteArray>{request, request, request}));
 }
 
-void TestCliLineProbe::TakesWhateverComes()
+void TestCliLineProbe::ReceivesWhateverComes()
 {
     const QByteArray answer(200, 'x');
     ScriptedPeer peer;
@@ -184,7 +207,7 @@ void TestCliLineProbe::CutsOffWhatHasNoEnd()
     const LineExchange exchange = LineProbe(line.Descriptor(), Patience).AskForStatus();
     QVERIFY(exchange.answer.contains("babble"));
     QCOMPARE(exchange.lineError, 0);
-    QVERIFY(Cli::Classify(exchange.answer) == Cli::LineAnswer::Damaged);
+    QVERIFY(Cli::Classify(exchange.answer) == LineAnswer::Damaged);
 }
 
 void TestCliLineProbe::TellsOfABrokenLine()
