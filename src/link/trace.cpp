@@ -4,6 +4,7 @@
 #include <QDebug>
 
 #include "protocol/frames.h"
+#include "protocol/payload.h"
 
 namespace Vesmar::Trace
 {
@@ -60,9 +61,9 @@ void WriteFailure(const QByteArray& request, const QByteArray& response, const Q
     Write(Exchange(request, response) + In(Colour::Red, word) + FunctionOf(request));
 }
 
-QString LineToNeutralVariant(const QByteArray& request)
+QString LineToNeutralVariant(int variant)
 {
-    switch (ByteAt(request, 3) | (ByteAt(request, 4) << 8U)) {
+    switch (variant) {
     case 1:
         return Last(QStringLiteral("Function variant: RLN"));
     case 2:
@@ -72,7 +73,7 @@ QString LineToNeutralVariant(const QByteArray& request)
     }
 }
 
-QString ResidualCurrentType(unsigned type)
+QString ResidualCurrentType(int type)
 {
     switch (type) {
     case 0:
@@ -86,36 +87,39 @@ QString ResidualCurrentType(unsigned type)
     }
 }
 
-QString ResidualCurrentFunction(const QByteArray& request)
+/// The log calls the mode of an RCD test its type.
+QString ResidualCurrentFunction(int type)
 {
-    const unsigned type = ByteAt(request, 4) >> 6U;
     return QStringLiteral("Function name: RCD_IEC (type=%1) ").arg(type) + ResidualCurrentType(type);
 }
 
 QString FunctionName(const QByteArray& request)
 {
-    switch (FunctionNumber(request)) {
-    case 1:
-        return QStringLiteral("Function name: RLN ") + LineToNeutralVariant(request);
-    case 2:
-    case 5: // It has the name of 2 on purpose.
+    constexpr int CodeSize = 1;
+    const auto payload = DecodePayload(request.mid(CodeSize, PreparePayloadSize));
+    switch (payload ? payload->function : MeasurementType::None) {
+    case MeasurementType::RLN:
+    case MeasurementType::IEC:
+        return QStringLiteral("Function name: RLN ") + LineToNeutralVariant(payload->variant);
+    case MeasurementType::RPE:
+    case MeasurementType::IPE: // It has the name of RPE on purpose.
         return Last(QStringLiteral("Function name: Rpe"));
-    case 3:
+    case MeasurementType::RISO:
         return Last(QStringLiteral("Function name: Riso"));
-    case 4:
+    case MeasurementType::ISUB:
         return Last(QStringLiteral("Function name: Isub"));
-    case 6:
+    case MeasurementType::IDELTA:
         return Last(QStringLiteral("Function name: Idelta"));
-    case 7:
+    case MeasurementType::IT:
         return Last(QStringLiteral("Function name: It"));
-    case 8:
+    case MeasurementType::POWER:
         return Last(QStringLiteral("Function name: S"));
-    case 9:
+    case MeasurementType::HVTest:
         return Last(QStringLiteral("Function name: HV"));
-    case 10:
+    case MeasurementType::RCD:
         return Last(QStringLiteral("Function name: RCD"));
-    case 11:
-        return ResidualCurrentFunction(request);
+    case MeasurementType::RCDIEC:
+        return ResidualCurrentFunction(payload->options.mode);
     default:
         return {};
     }

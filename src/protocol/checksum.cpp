@@ -51,8 +51,7 @@ bool EndsWithChecksum(const QVector<int>& table, const QByteArray& frame)
     if (size <= 0) {
         return false;
     }
-    const unsigned received = ByteAt(frame, size) | (ByteAt(frame, size + 1) << 8U);
-    return static_cast<unsigned>(Checksum(table, frame, size)) == received;
+    return static_cast<unsigned>(Checksum(table, frame, size)) == WordAt(frame, size);
 }
 
 } // namespace Vesmar

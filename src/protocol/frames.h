@@ -38,6 +38,12 @@ inline unsigned ByteAt(const QByteArray& frame, int position)
     return position < frame.size() ? static_cast<unsigned char>(frame.at(position)) : 0U;
 }
 
+/// Returns the two bytes at the position as a number, low byte first.
+inline unsigned WordAt(const QByteArray& frame, int position)
+{
+    return ByteAt(frame, position) | (ByteAt(frame, position + 1) << 8U);
+}
+
 /// Returns whether the answer begins like the acknowledge frame; what follows does not matter.
 inline bool IsAcknowledge(const QByteArray& answer)
 {

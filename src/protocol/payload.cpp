@@ -192,8 +192,12 @@ std::optional<PreparePayload> DecodePayload(const QByteArray& payload)
     if (function == MeasurementType::RLN && code == IECCode) {
         function = MeasurementType::IEC;
     }
-    return PreparePayload{function, ByteAt(payload, 1) != TimeNotSet, static_cast<int>(code),
-                          DecodeRCDOptions(code, ByteAt(payload, 3)), DecodeReOfSettings(payload)};
+    return PreparePayload{function,
+                          ByteAt(payload, 1) != TimeNotSet,
+                          static_cast<int>(code),
+                          static_cast<int>(WordAt(payload, 2)),
+                          DecodeRCDOptions(code, ByteAt(payload, 3)),
+                          DecodeReOfSettings(payload)};
 }
 
 } // namespace Vesmar

@@ -94,6 +94,7 @@ struct PreparePayload {
     MeasurementType function; ///< `IEC` too, which the payload calls a variant of RLN.
     bool isTimeSet;           ///< Of the continuous functions.
     int code;                 ///< Of every function but the RCD tests.
+    int variant;              ///< Of RLN and IEC: the code and the byte behind it, low byte first.
     RCDOptions options;       ///< Of the RCD tests.
     float re; ///< Of the RCD test; `MeasurementResults::NoValue` if the payload has not its size.
 };

@@ -68,7 +68,7 @@ const std::array<ReadingsKind, 11> Kinds{{
 float FixedPointAt(const QByteArray& frame, int position)
 {
     constexpr unsigned NoReading = 0xEEEE;
-    const unsigned value = ByteAt(frame, position) | (ByteAt(frame, position + 1) << 8U);
+    const unsigned value = WordAt(frame, position);
     return value == NoReading ? MeasurementResults::NoValue : static_cast<float>(value) / 10000.0F;
 }
 

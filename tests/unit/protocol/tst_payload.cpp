@@ -31,6 +31,7 @@ private Q_SLOTS:
     void TellsTheFunction_data();
     void TellsTheFunction();
     void TellsWhetherATimeIsSet();
+    void TellsTheVariantOfRLNInTwoBytes();
     void TellsTheOptionsOfRPE_data();
     void TellsTheOptionsOfRPE();
     void TellsTheOptionsOfRISO_data();
@@ -70,6 +71,14 @@ void TestPayload::TellsWhetherATimeIsSet()
     QVERIFY(Decode("02 05 00 00 FF FF FF FF")->isTimeSet);
     QVERIFY(Decode("02 00 00 00 FF FF FF FF")->isTimeSet);
     QVERIFY(!Decode("02 FF 00 00 FF FF FF FF")->isTimeSet);
+}
+
+void TestPayload::TellsTheVariantOfRLNInTwoBytes()
+{
+    QCOMPARE(Decode("01 FF 01 00 FF FF FF FF")->variant, 1);
+    QCOMPARE(Decode("01 FF 02 00 FF FF FF FF")->variant, 2);
+    QCOMPARE(Decode("01 FF 02 03 FF FF FF FF")->variant, 0x0302);
+    QCOMPARE(Decode("01 FF 02")->variant, 2);
 }
 
 /// Method and current, and nothing for a code that no options make.
