@@ -26,6 +26,9 @@ TimePoint At(milliseconds time)
 
 using States = QVector<int>;
 
+/// States, and when they are there.
+using Course = QVector<std::pair<milliseconds, int>>;
+
 /// A function whose status is read now and then.
 class WatchedFunction
 {
@@ -77,6 +80,8 @@ private:
 } // namespace
 
 Q_DECLARE_METATYPE(Measurement)
+Q_DECLARE_METATYPE(Scenario)
+Q_DECLARE_METATYPE(Course)
 
 class TestMeasurementFunction : public QObject
 {
@@ -94,6 +99,66 @@ private Q_SLOTS:
         QCOMPARE(function->CollectChanges(), QStringList());
     }
 
+    void Courses_data()
+    {
+        QTest::addColumn<Scenario>("scenario");
+        QTest::addColumn<Measurement>("measurement");
+        QTest::addColumn<Course>("course");
+        QTest::addColumn<QString>("lastChange");
+        const auto row = [](const char* name, Scenario scenario, Measurement measurement,
+                            const Course& course, const char* lastChange) {
+            QTest::newRow(name) << scenario << measurement << course << QString::fromLatin1(lastChange);
+        };
+        row("start after a delay", Scenario::None, Measurement::HvTest,
+            {{StartingAt - 1ms, 4}, {StartingAt, 5}, {RunningAt - 1ms, 5}, {RunningAt, 7}},
+            "function 9 running");
+        row("single", Scenario::None, Measurement::Rln,
+            {{RunningAt, 7}, {RunningAt + 999ms, 7}, {RunningAt + 1000ms, 2}, {3600000ms, 2}},
+            "function 1 completed");
+        row("prepare error", Scenario::PrepareError, Measurement::Rln,
+            {{0ms, 1}, {149ms, 1}, {150ms, 3}, {60000ms, 3}}, "function 1 failed to prepare");
+        row("never prepared", Scenario::NeverPrepared, Measurement::Rpe, {{0ms, 1}, {3600000ms, 1}},
+            "function 2 preparing");
+        row("start error", Scenario::StartError, Measurement::HvTest,
+            {{StartingAt, 5}, {RunningAt - 1ms, 5}, {RunningAt, 6}, {60000ms, 6}},
+            "function 9 failed to start");
+        row("fast single is nothing to continuous", Scenario::FastSingle, Measurement::Rpe,
+            {{StartingAt, 5}, {RunningAt, 7}}, "function 2 running");
+        for (const Measurement measurement : {Measurement::Rln, Measurement::Riso, Measurement::HvTest}) {
+            const int number = Simulator::FunctionNumber(measurement);
+            QTest::addRow("function %d without a result", number)
+                << Scenario::EndsWithoutResult << measurement
+                << Course{{RunningAt, 7}, {RunningAt + 299ms, 7}, {RunningAt + 300ms, 9}}
+                << QStringLiteral("function %1 terminated without a result").arg(number);
+        }
+    }
+
+    /// A function that has come to rest stays so, refuses a start, and is deselected by a stop.
+    void Courses()
+    {
+        QFETCH(Scenario, scenario);
+        QFETCH(Measurement, measurement);
+        QFETCH(Course, course);
+        QFETCH(QString, lastChange);
+        WatchedFunction function(scenario);
+        if (course.first().first > PreparedAt) {
+            QVERIFY(function.BringToStart(measurement));
+        } else {
+            QVERIFY(function->Prepare(measurement, At(0ms)));
+        }
+        for (const auto& [time, state] : course) {
+            QCOMPARE(function.StateAt(time), state);
+        }
+        QCOMPARE(function->CollectChanges().last(), lastChange);
+        if (!function->IsUnderWay()) {
+            QVERIFY(!function->NextChangeAt().has_value());
+            QVERIFY(!function->Start(At(course.last().first)));
+            function.StopAt(course.last().first);
+            QVERIFY(!function->IsSelected());
+            QVERIFY(!function->HasNewResult());
+        }
+    }
+
     void Prepares()
     {
         WatchedFunction function;
@@ -104,16 +169,9 @@ private Q_SLOTS:
         QVERIFY(!function->HasNewResult());
         QCOMPARE(function->CollectChanges(), (QStringList{QStringLiteral("function 8 preparing"),
                                                           QStringLiteral("function 8 prepared")}));
-    }
-
-    void StartsAfterADelay()
-    {
-        WatchedFunction function;
-        QVERIFY(function.BringToStart(Measurement::HvTest));
-        QCOMPARE(function.StatesAt({StartingAt - 1ms, StartingAt, RunningAt - 1ms, RunningAt}),
-                 (States{4, 5, 5, 7}));
-        QCOMPARE(function->CollectChanges().mid(2),
-                 (QStringList{QStringLiteral("function 9 starting"), QStringLiteral("function 9 running")}));
+        function.StopAt(3600000ms);
+        QVERIFY(!function->IsSelected());
+        QCOMPARE(function->CollectChanges(), QStringList{QStringLiteral("function 8 deselected")});
     }
 
     void DelayOfTheStartCanBeSet()
@@ -232,36 +290,6 @@ private Q_SLOTS:
         QCOMPARE(unseen.StateAt(5000ms), 4);
         QCOMPARE(unseen->Number(), 9);
         QCOMPARE(unseen->CollectChanges().last(), QStringLiteral("function 9 start cancelled by request"));
-    }
-
-    void StopTakesAFunctionAtRestOffTheStatus()
-    {
-        WatchedFunction preparing(Scenario::NeverPrepared);
-        QVERIFY(preparing->Prepare(Measurement::Rpe, At(0ms)));
-        QCOMPARE(preparing.StateAt(10ms), 1);
-        preparing.StopAt(20ms);
-        QVERIFY(!preparing->IsSelected());
-
-        WatchedFunction prepared;
-        QVERIFY(prepared->Prepare(Measurement::Rpe, At(0ms)));
-        QCOMPARE(prepared.StateAt(PreparedAt), 4);
-        prepared.StopAt(PreparedAt);
-        QVERIFY(!prepared->IsSelected());
-
-        WatchedFunction completed;
-        QVERIFY(completed.BringToStart(Measurement::Iec));
-        QCOMPARE(completed.StateAt(2000ms), 2);
-        completed.StopAt(2010ms);
-        QVERIFY(!completed->IsSelected());
-        QVERIFY(!completed->HasNewResult());
-
-        WatchedFunction terminated;
-        QVERIFY(terminated.BringToStart(Measurement::Power));
-        terminated.StopAt(2000ms);
-        QCOMPARE(terminated.StateAt(2150ms), 9);
-        terminated.StopAt(2160ms);
-        QVERIFY(!terminated->IsSelected());
-        QCOMPARE(terminated->CollectChanges().last(), QStringLiteral("function 8 deselected"));
     }
 
     /// Without this, a stop that meets a function that has just ended would hide the end: the status would
@@ -420,35 +448,6 @@ private Q_SLOTS:
         QCOMPARE(function->CollectChanges(), QStringList());
     }
 
-    void PrepareError()
-    {
-        WatchedFunction function(Scenario::PrepareError);
-        QVERIFY(function->Prepare(Measurement::Rln, At(0ms)));
-        QCOMPARE(function.StatesAt({149ms, 150ms, 60000ms}), (States{1, 3, 3}));
-        QVERIFY(!function->Start(At(60000ms)));
-        QCOMPARE(function->CollectChanges().last(), QStringLiteral("function 1 failed to prepare"));
-        function.StopAt(60000ms);
-        QVERIFY(!function->IsSelected());
-    }
-
-    void NeverPrepared()
-    {
-        WatchedFunction function(Scenario::NeverPrepared);
-        QVERIFY(function->Prepare(Measurement::Rln, At(0ms)));
-        QCOMPARE(function.StateAt(3600000ms), 1);
-        QVERIFY(!function->NextChangeAt().has_value());
-    }
-
-    void StartError()
-    {
-        WatchedFunction function(Scenario::StartError);
-        QVERIFY(function.BringToStart(Measurement::HvTest));
-        QCOMPARE(function.StatesAt({StartingAt, RunningAt - 1ms, RunningAt, 60000ms}), (States{5, 5, 6, 6}));
-        QCOMPARE(function->CollectChanges().last(), QStringLiteral("function 9 failed to start"));
-        function.StopAt(60000ms);
-        QVERIFY(!function->IsSelected());
-    }
-
     void StaysStarting()
     {
         WatchedFunction function(Scenario::StaysStarting);
@@ -486,13 +485,6 @@ private Q_SLOTS:
         QCOMPARE(unseen.UnseenStateAt(60000ms), 5);
     }
 
-    void FastSingleIsNothingToContinuous()
-    {
-        WatchedFunction function(Scenario::FastSingle);
-        QVERIFY(function.BringToStart(Measurement::Rpe));
-        QCOMPARE(function.StatesAt({StartingAt, RunningAt}), (States{5, 7}));
-    }
-
     void EndsWithoutResult_data()
     {
         QTest::addColumn<Measurement>("measurement");
@@ -512,10 +504,6 @@ private Q_SLOTS:
         QCOMPARE(function.StateAt(60002ms), 9);
         QVERIFY(!function->HasNewResult());
         QVERIFY(function->CollectChanges().last().endsWith(QLatin1String(" terminated without a result")));
-
-        WatchedFunction watched(Scenario::EndsWithoutResult);
-        QVERIFY(watched.BringToStart(measurement));
-        QCOMPARE(watched.StatesAt({RunningAt, RunningAt + 299ms, RunningAt + 300ms}), (States{7, 7, 9}));
     }
 
     void RunsOnAfterStop()
