@@ -13,7 +13,7 @@ namespace Manual
 namespace
 {
 
-/// What can be typed at some place.
+/// What can be typed at one place of a command line.
 struct Candidates {
     std::set<std::string> words;
     bool areFilesWanted = false;
@@ -26,7 +26,7 @@ struct Candidates {
     }
 };
 
-/// The places, each the words that lead to it, by what can be typed there.
+/// The places where the same can be typed. Each is given by the words that lead to it.
 using Places = std::map<Candidates, std::set<std::string>>;
 
 bool StandsForItself(const std::string& word)
@@ -50,7 +50,7 @@ void AddValues(const CLI::Option& option, const Placeholders& placeholders, Cand
     }
 }
 
-/// A command that passes what it does not know to the one above it takes the options of both.
+/// A command that passes unknown words to the one above it has the options of both.
 std::vector<const CLI::Option*> OptionsTaken(const CLI::App& app)
 {
     std::vector<const CLI::Option*> options = Options(app);
@@ -64,7 +64,7 @@ std::vector<const CLI::Option*> OptionsTaken(const CLI::App& app)
     return options;
 }
 
-/// Whether a program that it runs follows its options, behind "--".
+/// Whether "--" and a program that the command runs come after its options.
 bool RunsPrograms(const CLI::App& app, const std::string& place)
 {
     const std::vector<std::string> usage = UsageLines(app);
@@ -111,7 +111,7 @@ std::string Joined(const std::set<std::string>& words, const std::string& separa
     return text;
 }
 
-/// Sets a variable of the script, or nothing.
+/// A line that sets a variable of the script; empty where the variable is not to be set.
 std::string Set(const char* variable, bool isSet)
 {
     return isSet ? std::string("        ") + variable + "=yes\n" : std::string();
@@ -129,7 +129,7 @@ std::string PlaceFunction(const std::string& function, const Places& places)
     return text + "    *)\n        return 1\n        ;;\n    esac\n}\n";
 }
 
-/// The same in the scripts of all programs.
+/// The part that is the same in the scripts of all programs.
 constexpr char Engine[] = R"(
 # Completes the command line of another program, which begins at a word of this one, as that program's own does.
 _vesmar_complete_program()

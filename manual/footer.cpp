@@ -50,7 +50,7 @@ std::string Flowing(const Lines& lines)
     return Escaped(text) + "\n";
 }
 
-/// Lists keep their own indentation, but for that which all of them have.
+/// Lists lose the indentation that all their lines have, and keep the rest.
 std::string AsItStands(Lines lines)
 {
     constexpr size_t Indentation = 2;
@@ -85,7 +85,7 @@ std::string TitleOf(const Lines& paragraph)
     return std::regex_search(text, match, form) ? match.str() : std::string();
 }
 
-/// What is left of the first line when the title stands above it.
+/// Leaves what follows the title in the first line, because the title stands above it.
 void RemoveTitle(Lines& paragraph, const std::string& title)
 {
     std::string& line = paragraph.front();

@@ -8,8 +8,8 @@ namespace Manual
 
 /// A part of a page.
 struct Section {
-    std::string title; ///< in capitals
-    std::string text;  ///< for scdoc
+    std::string title; ///< In capitals.
+    std::string text;  ///< In the form that scdoc reads.
 };
 
 /// What a help has behind its options. A paragraph that begins with "Exit status", "JSON" or a word before an

@@ -18,8 +18,8 @@
 #include "simulator/control/scenarios.h"
 #include "simulator/program/commandline.h"
 
-// Writes what the programs' own command lines tell of them: sources of manual pages, for scdoc, and
-// completions for bash. Takes the folder for the pages and that for the completions; both have to be there.
+// Writes sources of manual pages, for scdoc, and completions for bash, made of the programs' own command
+// lines. The arguments are the folder for the pages and the folder for the completions. Both have to exist.
 
 namespace
 {

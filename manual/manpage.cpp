@@ -37,7 +37,7 @@ std::string Heading(const std::string& name, const std::string& version, std::st
     return name + "(1) \"" + version + "\"\n" + Titled("NAME", name + " - " + Escaped(description) + "\n");
 }
 
-/// What is given on a line, and below it what it is.
+/// An entry: what is typed, and below it what that means.
 std::string Entry(const std::string& given, const std::string& meaning)
 {
     return given + "\n\t" + Escaped(meaning) + "\n";
@@ -65,7 +65,7 @@ std::string OptionEntries(const std::vector<const CLI::Option*>& options)
     return text;
 }
 
-/// All but the one for help, which the page has already told of.
+/// All options but the one for help, which the page has named already.
 std::vector<const CLI::Option*> OwnOptions(const CLI::App& command)
 {
     std::vector<const CLI::Option*> options = Options(command);
@@ -95,7 +95,7 @@ std::string CommandReferences(const CLI::App& program)
     return text;
 }
 
-/// The description stands before the options and the commands, all else behind them.
+/// The description stands before the options and the commands, all other sections behind them.
 std::string Body(const CLI::App& app, const std::string& commands)
 {
     std::string before = Titled("SYNOPSIS", Literal(UsageLines(app)));

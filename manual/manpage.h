@@ -13,7 +13,7 @@ namespace Manual
 
 /// The source of a page of section 1, for scdoc.
 struct ManPage {
-    std::string name; ///< of the page, as in "vesmar-info"
+    std::string name; ///< The page's name, as in "vesmar-info".
     std::string text;
 };
 

@@ -11,7 +11,7 @@ bool IsOneOf(const char* characters, char character)
     return std::string(characters).find(character) != std::string::npos;
 }
 
-/// Not at the beginning of a line, where more is markup.
+/// Escapes a text that is not at the beginning of a line, where more characters are markup.
 std::string EscapedInside(const std::string& text)
 {
     std::string escaped;

@@ -15,19 +15,19 @@ struct Choice {
     int number;
 };
 
-/// "ub-re, ia-ta-1, ...", or with another separator.
+/// The words in one text: "ub-re, ia-ta-1, ...", or with another separator.
 std::string Listed(const std::vector<Choice>& choices, const char* separator = ", ");
 
-/// The error for a value that an option does not take; `allowed` is what it would.
+/// Throws the error for a value that an option does not accept. `allowed` names what it accepts.
 [[noreturn]] void Refuse(const char* option, const std::string& given, const std::string& allowed);
 
-/// Adds an option that takes one of the words.
+/// Adds an option that accepts one of the words.
 template <typename Settings, typename Value>
 CLI::Option& AddChoice(CLI::App& command, const char* option, Settings& settings,
                        void (Settings::*set)(Value), const std::vector<Choice>& allowed,
                        const std::string& description)
 {
-    const auto take = [option, &settings, set, allowed](const std::string& text) {
+    const auto accept = [option, &settings, set, allowed](const std::string& text) {
         const auto chosen = std::find_if(allowed.cbegin(), allowed.cend(),
                                          [&text](const Choice& choice) { return choice.word == text; });
         if (chosen == allowed.cend()) {
@@ -35,11 +35,11 @@ CLI::Option& AddChoice(CLI::App& command, const char* option, Settings& settings
         }
         (settings.*set)(static_cast<Value>(chosen->number));
     };
-    return *command.add_option_function<std::string>(option, take, description)
+    return *command.add_option_function<std::string>(option, accept, description)
                 ->type_name(Listed(allowed, "|"));
 }
 
-/// Adds an option that takes one of the instrument's numbers.
+/// Adds an option that accepts one of the instrument's numbers.
 template <typename Settings, typename Value>
 void AddChoice(CLI::App& command, const char* option, Settings& settings, void (Settings::*set)(Value),
                const std::vector<int>& allowed)

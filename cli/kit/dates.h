@@ -5,21 +5,22 @@
 #include <string>
 
 /// The instrument's dates have no time zone: they are what a clock on the wall shows. Here they are all in
-/// UTC, whatever zone the computer is in, so that they can be compared and no hour is missing or there twice.
+/// UTC, whatever zone the computer is in, so that they can be compared and no hour is missing or occurs
+/// twice.
 namespace Cli
 {
 
-/// What the wall clock shows at this place.
+/// What a clock on the wall shows now at this place.
 QDateTime WallClock();
 
-/// The fields of the date, as a wall clock's.
+/// The same fields, as a clock on the wall shows them.
 QDateTime AsWallClock(const QDateTime& value);
 
-/// "2026-11-21T18:00:00", or with a blank, in the years that the instrument knows. Throws
-/// CLI::ValidationError.
+/// Parses "2026-11-21T18:00:00", or the same with a blank, in the years that the instrument knows. Throws
+/// CLI::ValidationError for any other text.
 QDateTime ParseDateTime(const std::string& text);
 
-/// "2026-11-21", likewise.
+/// Parses "2026-11-21" likewise.
 QDate ParseDate(const std::string& text);
 
 } // namespace Cli

@@ -16,7 +16,7 @@ namespace Cli
 struct Failure {
     QString kind;
     QString message;
-    Vesmar::Error error = Vesmar::Error::NoErrors; ///< The error with which the library tells the same.
+    Vesmar::Error error = Vesmar::Error::NoErrors; ///< The error with which the library reports the same.
     Ending::Outcome outcome = Ending::Outcome::Failed;
 };
 
@@ -27,7 +27,7 @@ Failure LinkNotUp(const VesmarClient::Situation& situation, std::chrono::millise
 Failure InUpdateMode();
 
 /// The link was lost before something was done, which the sentence names. The library's present error may
-/// tell why.
+/// say why.
 Failure LinkLost(const QString& notDone, Vesmar::Error error);
 
 } // namespace Cli

@@ -23,7 +23,7 @@ Link::Link(const LinkOptions& options)
     connect(&_timeLimit, &QTimer::timeout, this, &Link::EndTimeLimit);
     connect(&_signalWatcher, &SignalWatcher::Received, this, &Link::Interrupted);
     connect(_tester.get(), &Tester::DeviceInformationChanged, this, [this] { _hasAnswer = true; });
-    // Later, so that the change is shown before the program ends over it.
+    // Queued, so that the change is shown before the program ends because of it.
     connect(_tester.get(), &Tester::ErrorCodeChanged, this, [this] {
         QMetaObject::invokeMethod(this, &Link::FailWhereDeviceCannotBeOpened, Qt::QueuedConnection);
     });

@@ -31,34 +31,34 @@ public:
     Vesmar::Tester& Instrument() const { return *_tester; }
     bool IsJson() const { return _options.isJson; }
 
-    /// Connects to the instrument and works until `Finish`; disconnects. The program's exit status.
+    /// Connects to the instrument, works until `Finish`, and disconnects. Returns the program's exit status.
     int Work();
 
-    /// A link that does not come up in time shall be no failure, but `TimeOver()`.
+    /// Lets a link that does not come up in time count as no failure: `TimeOver()` is emitted instead.
     void TolerateSilence() { _isSilenceTolerated = true; }
     /// Lets the link count as up, and emits `Ready` or `FoundInUpdateMode`, once the instrument's identity
     /// has been read.
     void AwaitReadiness();
-    /// The link is what the verb wanted it to be: the time limit is over.
+    /// Lets the link count as up: the time limit ends.
     void ConfirmUp();
     bool IsUp() const { return _isUp; }
-    /// The end has been told, or is left to the verb. A change that was on its way may still arrive.
+    /// Whether the end has been shown, or is left to the verb. A change that was on its way may still arrive.
     bool IsFinished() const { return _isFinished; }
 
-    /// Tells of signals at once, while the event loop has no time to.
-    void TellPendingSignals() { _signalWatcher.TellPending(); }
+    /// Emits `Interrupted` for the signals that wait, while the event loop has no time to.
+    void EmitPendingSignals() { _signalWatcher.EmitPending(); }
 
-    /// After the end, nothing is printed any more.
+    /// Prints the lines; after the end, nothing.
     void Print(const QByteArray& lines);
-    /// Tells how it has ended, and ends the work. The first end counts; nothing of the instrument's is told
-    /// after it.
+    /// Shows how the run has ended, and ends the work. The first end counts. No change of the instrument is
+    /// shown after it.
     void Finish(const Ending& ending);
-    /// The same for a verb that tells of the end itself.
+    /// The same for a verb that shows the end itself.
     void EndWork(int exitStatus);
     /// Says what went wrong, and ends the work.
     void Fail(int exitStatus, const Failure& failure);
-    /// Gives the instrument so long to do what it was asked for. Where that is not enough, it fails with what
-    /// was not done.
+    /// Gives the instrument so long to do what it was asked for. After that, the work fails with a sentence
+    /// that says what was not done.
     void FailAfter(std::chrono::milliseconds limit, const QString& notDone);
 
 Q_SIGNALS:
@@ -66,9 +66,9 @@ Q_SIGNALS:
     void Ready();
     /// The instrument's identity has been read. In update mode, its clocks cannot be.
     void FoundInUpdateMode();
-    /// Somebody wants the program to end. It is the verb's to finish.
+    /// Somebody wants the program to end. The verb has to finish.
     void Interrupted(int signalNumber);
-    /// The link did not come up in time, and that was to be tolerated.
+    /// The link did not come up in time, which the verb tolerates.
     void TimeOver();
 
 private:

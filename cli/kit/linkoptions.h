@@ -5,7 +5,7 @@
 namespace Cli
 {
 
-/// What every verb takes; all but the first are for those that talk to the instrument.
+/// The options of every verb. All but the first are for the verbs that talk to the instrument.
 struct LinkOptions {
     bool isJson = false;
     bool isTraceWanted = false;

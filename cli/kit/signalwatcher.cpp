@@ -44,7 +44,7 @@ int OpenSignals()
 SignalWatcher::SignalWatcher() : _descriptor(OpenSignals())
 {
     auto* notifier = new QSocketNotifier(_descriptor, QSocketNotifier::Read, this);
-    connect(notifier, &QSocketNotifier::activated, this, &SignalWatcher::TellPending);
+    connect(notifier, &QSocketNotifier::activated, this, &SignalWatcher::EmitPending);
 }
 
 SignalWatcher::~SignalWatcher()
@@ -52,7 +52,7 @@ SignalWatcher::~SignalWatcher()
     ::close(_descriptor);
 }
 
-void SignalWatcher::TellPending()
+void SignalWatcher::EmitPending()
 {
     signalfd_siginfo received{};
     while (::read(_descriptor, &received, sizeof(received)) == static_cast<ssize_t>(sizeof(received))) {

@@ -8,9 +8,9 @@ namespace Cli
 /// Turns the signals that end a program into Qt signals: SIGINT, SIGTERM and, unless it was ignored from the
 /// start (nohup), SIGHUP.
 ///
-/// From its construction on they are blocked in the thread that made it and in every thread started later, so
-/// make it before the library starts one. They stay blocked: it is made when the program begins and goes when
-/// the program ends.
+/// From its construction on, these signals are blocked in the thread that made the watcher and in every
+/// thread that is started later, so make it before the library starts one. They stay blocked: the watcher is
+/// made when the program begins, and lives until it ends.
 class SignalWatcher : public QObject
 {
     Q_OBJECT
@@ -19,11 +19,11 @@ public:
     SignalWatcher();
     ~SignalWatcher() override;
 
-    /// Readable while a signal waits to be told.
+    /// The descriptor is readable while a signal waits.
     int Descriptor() const { return _descriptor; }
 
-    /// Tells the signals that wait, now. The event loop does it too, where there is one.
-    void TellPending();
+    /// Emits `Received` now for the signals that wait. The event loop does that too, where there is one.
+    void EmitPending();
 
 Q_SIGNALS:
     void Received(int signalNumber);
@@ -32,8 +32,7 @@ private:
     int _descriptor;
 };
 
-/// For a program that must bring to an end what it has begun: a terminal that halts or kills it could not do
-/// so.
+/// For a program that must end what it has begun: a terminal shall neither halt it nor kill it.
 void IgnoreHaltingSignals();
 
 } // namespace Cli

@@ -85,10 +85,10 @@ void Verb::AddConfirmTimeout(std::chrono::milliseconds& target, double least)
 }
 
 void Verb::AddTime(const char* name, const char* description, double least,
-                   const std::function<void(std::chrono::milliseconds)>& take)
+                   const std::function<void(std::chrono::milliseconds)>& accept)
 {
     _app.add_option_function<std::string>(
-            name, [name, least, take](const std::string& text) { take(ParseSeconds(name, text, least)); },
+            name, [name, least, accept](const std::string& text) { accept(ParseSeconds(name, text, least)); },
             description)
         ->type_name("SECONDS");
 }

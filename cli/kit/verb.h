@@ -43,18 +43,19 @@ public:
     std::string Usage() const { return _usage; }
     const LinkOptions& Options() const { return _options; }
 
-    /// Does it, with a Qt application there. The program's exit status.
+    /// Does it, while there is a Qt application. Returns the program's exit status.
     virtual int Run() = 0;
 
 protected:
-    /// A verb that does not talk to the instrument takes no options for it.
+    /// A verb that does not talk to the instrument has no options for it.
     enum class Reach { Instrument, ProgramOnly };
 
     Verb(CLI::App& program, const VerbTexts& texts, Reach reach = Reach::Instrument);
 
     CLI::App& Command() const { return _app; }
 
-    /// Adds an option that takes seconds, in a range, and keeps them in `target`, a time or an optional one.
+    /// Adds an option for a number of seconds in a range, and keeps it in `target`, a time or an optional
+    /// one.
     template <typename Target>
     void AddSeconds(const char* name, const char* description, double least, Target& target)
     {
@@ -70,7 +71,7 @@ protected:
 private:
     void AddInstrumentOptions();
     void AddTime(const char* name, const char* description, double least,
-                 const std::function<void(std::chrono::milliseconds)>& take);
+                 const std::function<void(std::chrono::milliseconds)>& accept);
 
     CLI::App& _app;
     std::string _usage;

@@ -47,7 +47,7 @@ constexpr char Unlimited[] = "unlimited";
 
 void AddTime(CLI::App& command, ContinuousMeasurementSettings& settings)
 {
-    const auto take = [&settings](const std::string& text) {
+    const auto accept = [&settings](const std::string& text) {
         bool isNumber = false;
         const int seconds = QString::fromStdString(text).toInt(&isNumber);
         if (text == Unlimited) {
@@ -61,14 +61,14 @@ void AddTime(CLI::App& command, ContinuousMeasurementSettings& settings)
         }
     };
     command
-        .add_option_function<std::string>("--time", take,
+        .add_option_function<std::string>("--time", accept,
                                           "How long to measure (default 5), or \"unlimited\": until Ctrl-C")
         ->type_name("SECONDS|unlimited");
 }
 
 void AddTimeOffset(CLI::App& command, HVTestSettings& settings, float& secondsBefore)
 {
-    const auto take = [&settings, &secondsBefore](const std::string& text) {
+    const auto accept = [&settings, &secondsBefore](const std::string& text) {
         bool isNumber = false;
         const double seconds = QString::fromStdString(text).toDouble(&isNumber);
         if (!isNumber || !(seconds >= 0 && seconds <= LongestTimeOffset)) {
@@ -79,7 +79,7 @@ void AddTimeOffset(CLI::App& command, HVTestSettings& settings, float& secondsBe
     };
     secondsBefore = settings.GetMeasurementTimeOffset();
     command
-        .add_option_function<std::string>("--time-offset", take,
+        .add_option_function<std::string>("--time-offset", accept,
                                           "Added to the time for the voltage to rise (default 3.5)")
         ->type_name("SECONDS");
 }
@@ -97,7 +97,7 @@ std::optional<int> MeasureFunction::Seconds() const
 MeasureFunctions::MeasureFunctions(CLI::App& measure) : _measure(measure)
 {
     constexpr size_t Count = 12;
-    _functions.reserve(Count); // the options refer to what is in it
+    _functions.reserve(Count); // the options refer to its elements
     AddSingle();
     AddContinuous();
     AddRcd();
@@ -153,7 +153,7 @@ Settings& MeasureFunctions::Add(const char* name, const char* description)
     _functions.push_back({QString::fromLatin1(name), command, std::move(owned),
                           dynamic_cast<ContinuousMeasurementSettings*>(&settings)});
     const bool isSingle = _functions.back().continuous == nullptr;
-    const auto takeCsv = [this, isSingle, name](const std::string& file) {
+    const auto acceptCsv = [this, isSingle, name](const std::string& file) {
         if (isSingle) {
             throw CLI::ValidationError("--csv", std::string(name) +
                                                     " gives a single result; only continuous functions have "
@@ -161,7 +161,7 @@ Settings& MeasureFunctions::Add(const char* name, const char* description)
         }
         _csvFile = QFile::decodeName(file.c_str());
     };
-    auto* csv = command->add_option_function<std::string>("--csv", takeCsv,
+    auto* csv = command->add_option_function<std::string>("--csv", acceptCsv,
                                                           "Write every reading to this file as it comes");
     csv->type_name("FILE")->group(isSingle ? "" : "Options");
     if (!isSingle) {

@@ -22,11 +22,12 @@ struct MeasureFunction {
     QString name;
     CLI::App* command;
     std::unique_ptr<Vesmar::MeasurementSettings> settings;
-    Vesmar::ContinuousMeasurementSettings* continuous; ///< The settings, or null for a single measurement.
-    float secondsBefore = 0;   ///< By which the first second of the measurement time is lengthened.
-    bool isReMeasured = false; ///< A Ub/Re test before it gives the Re of its settings, those of an RCD test.
+    Vesmar::ContinuousMeasurementSettings*
+        continuous;          ///< The same settings, or null for a single measurement.
+    float secondsBefore = 0; ///< How much longer the first second of the measurement time lasts, in seconds.
+    bool isReMeasured = false; ///< Whether a Ub/Re test runs first, and gives the Re of this RCD test.
 
-    /// The measurement time; none where it is not known in advance.
+    /// The measurement time in seconds; none where it is not known in advance.
     std::optional<int> Seconds() const;
 };
 

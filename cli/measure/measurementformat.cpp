@@ -111,7 +111,7 @@ QString FailureReason(const MeasurementSession& session)
     return {};
 }
 
-/// The most urgent one.
+/// The most urgent reason.
 QString EndingReason(const MeasurementSession& session)
 {
     if (session.CurrentOutcome() == Outcome::LinkLost) {
@@ -123,7 +123,7 @@ QString EndingReason(const MeasurementSession& session)
     return QStringLiteral("stop-not-confirmed");
 }
 
-/// None where it is not the reason.
+/// The error that is the reason; none where no error is.
 Vesmar::Error EndingError(const MeasurementSession& session, Vesmar::Error presentError)
 {
     if (session.CurrentOutcome() == Outcome::LinkLost) {

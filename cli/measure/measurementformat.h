@@ -28,9 +28,9 @@ QString LiveLine(const MeasurementProgress& progress, const QVector<VesmarClient
                  int width);
 /// "  3.2 s  running", for a measurement that has no readings before its end.
 QString PhaseLine(std::chrono::milliseconds elapsed, const QString& phase);
-/// What the phase is called; empty for one that is passed over.
+/// What the phase is called. Empty for a phase that is not shown.
 QString PhaseName(VesmarClient::MeasurementSession::Phase phase);
-/// Elapsed time and readings, for an output that is no terminal.
+/// A line with the elapsed time and the readings, for an output that is no terminal.
 QByteArray ReadingLine(std::chrono::milliseconds elapsed, const QVector<VesmarClient::Reading>& readings);
 QByteArray ReadingJson(const QDateTime& time, std::chrono::milliseconds elapsed,
                        const QVector<VesmarClient::Reading>& readings);
@@ -41,13 +41,13 @@ QByteArray CsvRow(const QDateTime& time, std::chrono::milliseconds elapsed,
 
 /// Whether the measurement is done, and the instrument confirmed to have stopped.
 bool IsDone(const VesmarClient::MeasurementSession& session);
-/// How the measurement has ended, with a message of a few sentences. The library's present error may tell why
+/// How the measurement has ended, with a message of a few sentences. The library's present error may say why
 /// the link was lost.
 Ending EndingOf(const QString& function, const VesmarClient::MeasurementSession& session,
                 Vesmar::Error presentError);
 /// The result as a table.
 QByteArray ResultText(const QVector<VesmarClient::Reading>& readings);
-/// What the result in JSON has beside the ending; the readings are the last ones.
+/// What the result in JSON has besides the ending. The readings are the last ones.
 QJsonObject ResultFields(const QString& function, bool isStopConfirmed,
                          const QVector<VesmarClient::Reading>& readings);
 

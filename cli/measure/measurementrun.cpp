@@ -27,7 +27,7 @@ using VesmarClient::RcdSession;
 /// Enough for the library to check the object under test several times.
 constexpr std::chrono::milliseconds ObjectCheckTime{2000};
 
-/// The same as for the measurement, but for the mode.
+/// The settings of the measurement with the mode of a Ub/Re test.
 std::unique_ptr<RCDSettings> ReSettings(const MeasureFunction& function)
 {
     if (!function.isReMeasured) {
@@ -72,7 +72,7 @@ MeasurementRun::MeasurementRun(Link& link, MeasurementView& view, const MeasureF
     connect(&_limit, &QTimer::timeout, this, [this] { CarryOut(_session->TimeOver()); });
 }
 
-/// Everything that a session decides by is looked at whenever any of it changes.
+/// The session observes the whole picture whenever any part of it changes.
 void MeasurementRun::WatchInstrument()
 {
     const Tester* tester = &_tester;
@@ -97,8 +97,8 @@ void MeasurementRun::WatchInstrument()
     connect(tester, &Tester::MeasurementTimeChanged, this, &MeasurementRun::ObserveInstrument);
 }
 
-/// The function first: while it is another one, nothing is measured. Then the status: what it is the end of
-/// has been written before it.
+/// The function is read first: while it is another one, nothing is measured. The status is read next: the
+/// library writes it after everything that it ends.
 MeasurementPicture MeasurementRun::Picture()
 {
     const Vesmar::MeasurementType function = _tester.CurrentMeasurementType();
@@ -142,7 +142,7 @@ void MeasurementRun::ObserveInstrument()
     }
 }
 
-/// Said once, however often it is lost.
+/// Reports the loss of the link once, however often the link is lost.
 void MeasurementRun::ReportLoss()
 {
     if (_session->CurrentOutcome() == MeasurementSession::Outcome::LinkLost && !_isLossReported) {
@@ -174,15 +174,15 @@ void MeasurementRun::AcceptResults()
     _view.ShowResults(*results);
 }
 
-/// What is read while another function is active only looks like results of this one. The tests of
-/// residual-current devices send theirs by themselves, and may be off the status by now.
+/// Results that are read while another function is active only look like results of this one. The tests of
+/// residual-current devices send theirs by themselves, and the status may not show them any more.
 bool MeasurementRun::IsMeasured(Vesmar::MeasurementType results) const
 {
     const bool isRcd = results == Vesmar::MeasurementType::RCD || results == Vesmar::MeasurementType::RCDIEC;
     return isRcd || _tester.CurrentMeasurementType() == _session->ActiveFunction();
 }
 
-/// False if there is none.
+/// Puts the measured Re into the settings of the measurement. False if there is no Re.
 bool MeasurementRun::AdoptRe(const MeasurementResults& results)
 {
     const float resistance = static_cast<const RCDResults&>(results)._re;
@@ -199,7 +199,7 @@ void MeasurementRun::Interrupt(int signalNumber)
     }
 }
 
-/// What is to be done comes before what is to be said.
+/// The abort comes first, and the message about it after that.
 void MeasurementRun::Abort(const QString& reason)
 {
     const Action action = _session->Abort();
@@ -253,7 +253,7 @@ void MeasurementRun::Leave()
     _tester.RetrieveDeviceInformation();
 }
 
-/// Each phase has a time of its own, but for the measurement itself.
+/// Each phase has a time limit of its own, except the measurement itself.
 void MeasurementRun::EnterPhase()
 {
     const Phase phase = _session->CurrentPhase();

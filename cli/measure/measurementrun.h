@@ -18,11 +18,11 @@ namespace Cli
 struct MeasureLimits {
     std::chrono::milliseconds prepare{10000}; ///< For preparing, and then again for starting.
     std::chrono::milliseconds stop{15000};    ///< For stopping, and for its confirmation.
-    std::chrono::milliseconds cleanUp{5000};  ///< For a clean-up, whose end nobody tells.
+    std::chrono::milliseconds cleanUp{5000};  ///< For a clean-up, whose end nobody reports.
 };
 
-/// Carries out at the instrument what a session decides, tells it what happens, and shows it. A measurement
-/// that takes its Re from another test runs that first, in a session of its own.
+/// Carries out at the instrument what a session decides, lets the session observe the instrument, and shows
+/// what happens. A measurement whose Re another test measures runs that test first, in a session of its own.
 class MeasurementRun : public QObject
 {
     Q_OBJECT
@@ -57,11 +57,13 @@ private:
     MeasurementView& _view;
     const MeasureFunction& _function;
     MeasureLimits _limits;
-    std::unique_ptr<Vesmar::RCDSettings> _reSettings; ///< Of the test that measures Re; null without one.
-    Vesmar::MeasurementSettings* _settings = nullptr; ///< Of the test under way.
+    std::unique_ptr<Vesmar::RCDSettings>
+        _reSettings; ///< The settings of the test that measures Re; null without one.
+    Vesmar::MeasurementSettings* _settings = nullptr; ///< The settings of the test under way.
     std::unique_ptr<VesmarClient::MeasurementSession> _session;
-    QPointer<Vesmar::MeasurementResults> _accepted; ///< The last results of this function.
-    bool _hasResult = false;                        ///< Of the test under way.
+    QPointer<Vesmar::MeasurementResults>
+        _accepted;           ///< The results of the measured function that were read last.
+    bool _hasResult = false; ///< Whether the test under way has a result.
     Phase _phase = Phase::AwaitingIdle;
     QTimer _limit;
     bool _isLossReported = false;

@@ -130,7 +130,7 @@ int MeasurementView::ShowEnd(const MeasurementSession& session, Vesmar::Error pr
 {
     _redraw.stop();
     if (session.FailureReason() == MeasurementSession::Reason::FunctionLost) {
-        _readings.clear(); // The last one may have been read of something else.
+        _readings.clear(); // The last one may be a reading of another function.
     }
     _isEnded = true;
     const Ending ending = EndingWithFile(session, presentError);
@@ -150,7 +150,7 @@ int MeasurementView::ShowEnd(const MeasurementSession& session, Vesmar::Error pr
     return ending.status;
 }
 
-/// A measurement is not all that was asked for if its readings shall be in a file.
+/// Where the readings shall be in a file, a measurement alone is not all that was asked for.
 Ending MeasurementView::EndingWithFile(const MeasurementSession& session, Vesmar::Error presentError) const
 {
     const QString name = (_function.name + QLatin1Char(' ') + _mode).trimmed();

@@ -28,22 +28,23 @@ public:
     /// One of the measurement's tests begins; its mode distinguishes it, and its phases are shown.
     void BeginTest(const QString& mode);
     void ShowPhase(VesmarClient::MeasurementSession::Phase phase);
-    /// From here on counts the time, unless it does already.
+    /// Begins to count the time, unless that has begun already.
     void BeginTime();
-    /// Events, for programs.
+    /// Shows an event, for programs only.
     void ShowStatus(Vesmar::MeasurementState status);
     void ShowError(Vesmar::Error error);
     void ShowResults(const Vesmar::MeasurementResults& results);
-    /// A sentence for the person who watches, on the error output.
+    /// Writes a sentence for the person who watches to the error output.
     void Say(const QString& text);
-    /// The program's exit status. Nothing is shown after it but what is said. The error is the library's.
+    /// Shows the end, with the library's present error, and returns the program's exit status. After that,
+    /// nothing is shown but sentences.
     int ShowEnd(const VesmarClient::MeasurementSession& session, Vesmar::Error presentError);
 
     /// Writes what is left. False if not everything could be shown.
     bool Finish();
 
 Q_SIGNALS:
-    /// Nobody sees any more what goes on.
+    /// The output is lost: nobody sees any more what goes on.
     void OutputLost();
 
 private:

@@ -42,7 +42,7 @@ void AddSettings(CLI::App& command, Settings& settings, const RcdModes& modes)
     AddChoice(command, "--type", settings, &Settings::SetType, {0, 1, 2, 3});
 }
 
-/// The mode that was given. Without one the library would do nothing.
+/// The mode that was given. Without a mode, the library would do nothing.
 const RcdMode& GivenMode(const MeasurementSettings& settings, const RcdModes& modes)
 {
     const RcdMode* mode = VesmarClient::RcdModeOf(settings);
@@ -54,7 +54,7 @@ const RcdMode& GivenMode(const MeasurementSettings& settings, const RcdModes& mo
 
 CLI::Option& AddRe(CLI::App& command, RCDSettings& settings)
 {
-    const auto take = [&settings](const std::string& text) {
+    const auto accept = [&settings](const std::string& text) {
         bool isNumber = false;
         const float resistance = QString::fromStdString(text).toFloat(&isNumber);
         if (!isNumber || !(resistance >= 0 && resistance <= HighestResistance)) {
@@ -63,11 +63,11 @@ CLI::Option& AddRe(CLI::App& command, RCDSettings& settings)
         settings.SetRe(resistance);
     };
     auto* option = command.add_option_function<std::string>(
-        "--re", take, "For ia-ta-1 and ia-ta-2: the Re that ub-re has given (default 0)");
+        "--re", accept, "For ia-ta-1 and ia-ta-2: the Re that ub-re has given (default 0)");
     return *option->type_name("OHM");
 }
 
-/// Re comes from one place, and not from a test that measures it.
+/// Checks that Re comes from one place, and that no test is given the Re that it measures itself.
 void CheckRe(const RcdMode& mode, const CLI::Option& re, const CLI::Option& withUbRe)
 {
     const CLI::Option& given = re.count() > 0 ? re : withUbRe;

@@ -6,12 +6,12 @@
 namespace Cli
 {
 
-/// A regular file that readings are written to, row by row; an existing one is overwritten. Not a pipe or a
-/// terminal, whose reader could hold up the measurement.
+/// A regular file to which readings are written row by row. An existing file is overwritten. A pipe or a
+/// terminal is refused: its reader could hold up the measurement.
 class ReadingsFile
 {
 public:
-    /// Opens it, and starts it with the header. `Problem()` says what went wrong.
+    /// Opens the file, and writes the header. `Problem()` says what went wrong.
     ReadingsFile(const QString& path, const QByteArray& header);
     ~ReadingsFile();
     ReadingsFile(const ReadingsFile&) = delete;
@@ -19,7 +19,7 @@ public:
 
     /// After a problem, nothing more is written.
     void Write(const QByteArray& row);
-    /// Empty where there is none.
+    /// What went wrong first; empty where nothing did.
     const QString& Problem() const { return _problem; }
 
 private:

@@ -7,7 +7,7 @@
 
 #include <Vesmar/error.h>
 
-/// The one form of JSON output: a line for each event, the last of which tells how the run has ended.
+/// The one form of JSON output: a line for each event. The last line shows how the run has ended.
 /// docs/events.md describes every event.
 namespace Cli
 {
@@ -20,20 +20,22 @@ struct Ending {
     int status; ///< What the program ends with.
     Outcome outcome;
     QString message; ///< For people, in a sentence or two.
-    QString reason;  ///< A word for what went wrong; empty where nothing did, or where the error tells.
-    Vesmar::Error error = Vesmar::Error::NoErrors; ///< What the instrument or the library reports with it.
+    QString
+        reason; ///< A word for what went wrong. Empty where nothing did, or where the error is the reason.
+    Vesmar::Error error =
+        Vesmar::Error::NoErrors; ///< The error that the instrument or the library reports with it.
 };
 
-/// What was asked for was done.
+/// The ending of a run that has done what was asked for.
 Ending DoneWith(const QString& message);
 
-/// By a signal, before it was done.
+/// The ending of a run that a signal has ended before it was done.
 Ending EndedBySignal(int signalNumber);
 
-/// A line that tells what happened, and when it was told.
+/// A line that says what happened, and when it was shown.
 QByteArray EventLine(const QDateTime& time, const QString& event, const QJsonObject& fields);
 
-/// The last line, with the fields that a verb has to add.
+/// The last line, with the fields that the verb adds to it.
 QByteArray ResultLine(const QDateTime& time, const Ending& ending, const QJsonObject& fields = {});
 
 } // namespace Cli

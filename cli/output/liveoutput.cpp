@@ -61,7 +61,7 @@ void LiveOutput::Drain()
     _writable.setEnabled(!_kept.isEmpty());
 }
 
-/// False where nothing was written.
+/// Returns false where nothing was written.
 bool LiveOutput::WriteSome()
 {
     constexpr int MostAtOnce = 128; // a pipe or a terminal that can be written to takes this much at once

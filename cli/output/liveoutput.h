@@ -9,9 +9,9 @@
 namespace Cli
 {
 
-/// Writes without ever waiting: the event loop ends measurements, and nobody who has stopped to read may hold
-/// it up. What cannot be written at once is kept and written later. An output with far too much kept counts
-/// as lost, as one that has failed does.
+/// Writes without ever waiting: the event loop ends measurements, and a reader that has stopped to read must
+/// not hold it up. Bytes that cannot be written at once are kept and written later. An output that has failed
+/// counts as lost, and so does one with far too many bytes kept.
 class LiveOutput : public QObject
 {
     Q_OBJECT
@@ -20,13 +20,13 @@ public:
     explicit LiveOutput(int descriptor);
 
     void Write(const QByteArray& bytes);
-    /// Waits, but not for long, until all is written. True if it is.
+    /// Waits up to the limit until all is written. True if all is.
     bool Flush(std::chrono::milliseconds limit);
 
     bool IsLost() const { return _isLost; }
 
 Q_SIGNALS:
-    /// What is written from now on goes nowhere.
+    /// The output is lost: what is written from now on goes nowhere.
     void Lost();
 
 private:

@@ -16,7 +16,7 @@ constexpr std::chrono::milliseconds LongestFlush{1000};
 LiveScreen::LiveScreen(bool isText)
     : _output(STDOUT_FILENO), _errors(STDERR_FILENO), _hasLiveLine(isText && ::isatty(STDOUT_FILENO) == 1)
 {
-    // Later, so that it never comes in the middle of what is being done.
+    // Queued, so that the signal never arrives in the middle of another function.
     connect(&_output, &LiveOutput::Lost, this, &LiveScreen::Lost, Qt::QueuedConnection);
 }
 

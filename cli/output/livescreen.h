@@ -6,13 +6,13 @@ namespace Cli
 {
 
 /// The output and the error output of a verb that shows how something goes on. It never waits for a reader.
-/// On a terminal it has one line that is drawn anew again and again.
+/// On a terminal it has one live line, which is drawn over and over again.
 class LiveScreen : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Only a text for people has a live line.
+    /// Only a text for people, on a terminal, has a live line.
     explicit LiveScreen(bool isText);
 
     bool HasLiveLine() const { return _hasLiveLine; }
@@ -20,16 +20,16 @@ public:
     static int Width();
     void Draw(const QString& line);
 
-    /// What is written and said goes onto lines of its own, and the live line away.
+    /// Erases the live line, and writes the lines.
     void Write(const QByteArray& lines);
-    /// A sentence for the person who watches, on the error output.
+    /// Erases the live line, and writes a sentence for the person who watches to the error output.
     void Say(const QString& text);
 
-    /// Writes what is left. False if not all of the output could be written, which it says.
+    /// Writes what is left. If not all of the output could be written, it says so and returns false.
     bool Finish();
 
 Q_SIGNALS:
-    /// Nobody sees any more what goes on.
+    /// The output is lost: nobody sees any more what goes on.
     void Lost();
 
 private:

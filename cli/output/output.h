@@ -5,22 +5,23 @@
 namespace Cli
 {
 
-/// Writes whole lines at once, unbuffered. A reader that does not read holds the program up, but not against
-/// a signal to end.
+/// Writes whole lines at once, unbuffered. A reader that does not read holds the program up, but a signal
+/// still ends it.
 class Output
 {
 public:
     enum class Result {
         Written,
-        ReaderGone, ///< Nobody reads any more.
-        GivenUp,    ///< The descriptor given became readable while the reader held everything up.
+        ReaderGone, ///< The reader has gone away.
+        GivenUp,    ///< The other descriptor became readable while the reader held everything up.
         Failed      ///< `LastError()` says why.
     };
 
-    /// Writes to the one descriptor and gives up a held up line when the other becomes readable.
+    /// Writes to the first descriptor. Gives up a line that a reader holds up when the other becomes
+    /// readable.
     Output(int descriptor, int giveUpDescriptor);
 
-    /// After anything but `Written`, nothing more is written.
+    /// After a result other than `Written`, nothing more is written.
     Result Write(const QByteArray& lines);
 
     int LastError() const { return _error; }
@@ -36,10 +37,11 @@ private:
     Result _state = Result::Written;
 };
 
-/// What a program that only prints ends with, when its last output has come to this. Says why it failed.
+/// The exit status of a program that only prints, given the result of its last output. Says why the output
+/// failed.
 int PrintingStatus(const Output& output, Output::Result result);
 
-/// A line of the program's own on the error output.
+/// Writes a line of the program's own to the error output.
 void WriteError(const QString& text);
 
 } // namespace Cli

@@ -16,9 +16,9 @@
 namespace
 {
 
-/// The serial line must never get the number of a standard stream that was closed: what the program prints
-/// would go to the instrument. What is opened here cannot be written to, so that a closed output is still an
-/// error.
+/// The serial line must never get the number of a standard stream that was closed: the program's output would
+/// go to the instrument. The descriptors that are opened here cannot be written to, so that a closed output
+/// stays an error.
 void OccupyStandardStreams()
 {
     int descriptor = STDIN_FILENO;
@@ -51,9 +51,9 @@ int main(int argc, char** argv)
     if (verb == nullptr) {
         return exitStatus;
     }
-    std::signal(SIGPIPE, SIG_IGN); // a reader that went away shows as a failed write
+    std::signal(SIGPIPE, SIG_IGN); // a reader that has gone away shows as a failed write
     Cli::InstallTraceFilter(verb->Options().isTraceWanted);
-    int ownArgumentCount = 1; // the rest is not Qt's
+    int ownArgumentCount = 1; // the other arguments are not for Qt
     const QCoreApplication application(ownArgumentCount, argv);
     try {
         return verb->Run();

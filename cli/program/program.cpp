@@ -94,7 +94,7 @@ Verb* Program::Parse(int argumentCount, const char* const* arguments, std::ostre
     return nullptr;
 }
 
-/// What stands where a verb belongs is taken for one.
+/// A word that stands where a verb belongs is meant as one.
 std::string Program::Complaint(const std::string& usual) const
 {
     const std::vector<std::string> unknown = _app->remaining();

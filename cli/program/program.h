@@ -22,7 +22,7 @@ public:
     Verb* Parse(int argumentCount, const char* const* arguments, std::ostream& output, std::ostream& errors,
                 int* exitStatus);
 
-    /// As it is declared, for those who describe it.
+    /// The command line as it is declared, for a program that describes it.
     const CLI::App& CommandLine() const { return *_app; }
 
 private:

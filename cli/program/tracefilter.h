@@ -3,8 +3,8 @@
 namespace Cli
 {
 
-/// Sends the message log to the error output, the library's trace only if it is wanted: the warnings, and
-/// what is less than a warning, of the category "default".
+/// Sends the message log to the error output. The library's trace, which is the warnings and the milder
+/// messages of the category "default", is sent only if it is wanted.
 void InstallTraceFilter(bool isTraceWanted);
 
 } // namespace Cli

@@ -12,7 +12,7 @@ namespace
 constexpr qint64 LargestFile = qint64{64} * 1024 * 1024; // far more than any instrument takes
 constexpr int ShortestConfirmation = 2;
 
-/// The problem, or none. A pipe is refused: nobody knows when its writer is done.
+/// Returns the problem, or nothing. A pipe is refused: nobody knows when its writer is done.
 QString Read(const char* what, const QString& path, QByteArray* content)
 {
     const QString name = QLatin1String(what) + QLatin1Char(' ') + path;

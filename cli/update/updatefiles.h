@@ -6,14 +6,14 @@
 namespace Cli
 {
 
-/// The number of bytes in which the instrument takes its firmware.
+/// The number of bytes in each of the pieces in which the instrument receives its firmware.
 constexpr int SectorSize = 512;
 
 /// What an update sends.
 struct UpdateFiles {
     QByteArray image;
     QByteArray confirmation;
-    QString problem; ///< Why they cannot be used; empty if they can.
+    QString problem; ///< Why the files cannot be used; empty if they can.
 
     int Sectors() const { return image.size() / SectorSize; }
 };

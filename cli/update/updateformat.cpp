@@ -17,7 +17,7 @@ using Vesmar::Error;
 
 constexpr int AllOfIt = 100;
 
-/// Rounded up; negative where nothing is known yet.
+/// The number is rounded up. It is negative where nothing is known yet.
 qint64 SecondsLeft(const UpdateProgress& progress)
 {
     constexpr qint64 Second = 1000;
@@ -60,7 +60,7 @@ Ending::Outcome EndingOutcome(Outcome outcome)
     }
 }
 
-/// None where there is none that tells why.
+/// The error that is the reason; none where no error is.
 Error EndingError(const UpdateSession& session, Error presentError)
 {
     const bool isLinkLost = EndingOutcome(session.CurrentOutcome()) == Ending::Outcome::LinkLost;

@@ -14,10 +14,10 @@
 namespace Cli
 {
 
-/// How far the sending is.
+/// How much has been sent.
 struct UpdateProgress {
     int percent;
-    int confirmed; ///< Sectors.
+    int confirmed; ///< The number of sectors that the instrument has confirmed.
     int sectors;
     std::chrono::milliseconds elapsed; ///< Since the first sector was sent.
 };
@@ -37,14 +37,14 @@ struct UpdateVersions {
 /// "1.05", or "unknown".
 QString VersionText(const QString& version);
 
-/// What is said where a signal must not end it.
+/// What is said where a signal must not end the update.
 QString UpdateGoesOnMessage(int signalNumber);
 /// What the program ends with.
 int ExitStatusOf(const VesmarClient::UpdateSession& session);
-/// How it has ended, with a message of a few sentences. The library's present error may tell why the link was
-/// lost.
+/// How the update has ended, with a message of a few sentences. The library's present error may say why the
+/// link was lost.
 Ending EndingOf(const VesmarClient::UpdateSession& session, Vesmar::Error presentError);
-/// What the result in JSON has beside the ending.
+/// What the result in JSON has besides the ending.
 QJsonObject ResultFields(const VesmarClient::UpdateSession& session, const UpdateVersions& versions);
 
 } // namespace Cli

@@ -35,13 +35,13 @@ UpdateRun::UpdateRun(Link& link, UpdateView& view, const UpdateFiles& files, con
     });
 }
 
-/// While the library sends on this thread, its signals are the only chance to look after anything else.
+/// While the library sends on this thread, only its signals give the program a chance to do anything else.
 void UpdateRun::WatchInstrument()
 {
     const Tester* tester = &_tester;
     connect(tester, &Tester::DeviceInformationChanged, this, &UpdateRun::ReceiveIdentity);
     connect(tester, &Tester::OperationStatusChanged, this, [this](OperationState status) {
-        _link.TellPendingSignals();
+        _link.EmitPendingSignals();
         _view.ShowStatus(status);
         ObserveInstrument();
     });
@@ -52,7 +52,7 @@ void UpdateRun::WatchInstrument()
         ObserveInstrument();
     });
     connect(tester, &Tester::OperationProgressChanged, this, [this] {
-        _link.TellPendingSignals();
+        _link.EmitPendingSignals();
         ObserveInstrument();
     });
     connect(tester, &Tester::TesterModeChanged, this, &UpdateRun::ObserveInstrument);
@@ -64,7 +64,7 @@ VesmarClient::UpdatePicture UpdateRun::Picture() const
             _tester.TesterMode()};
 }
 
-/// In any other mode the library restarts the instrument, and reads its identity again.
+/// In a mode other than these two, the library restarts the instrument and reads its identity again.
 void UpdateRun::ReceiveIdentity()
 {
     if (_link.IsFinished()) {
@@ -86,7 +86,7 @@ void UpdateRun::Begin(const QString& version)
     _link.ConfirmUp();
     _view.ShowVersionBefore(version);
     if (_options.isOffline) {
-        // Not while the instrument's signal is being told.
+        // Not while the instrument's signal is being emitted.
         QMetaObject::invokeMethod(this, &UpdateRun::LeaveMachine, Qt::QueuedConnection);
         return;
     }
@@ -95,7 +95,7 @@ void UpdateRun::Begin(const QString& version)
     _tester.UpdateTester(_files.image, _files.confirmation);
 }
 
-/// The end of the machine cuts an exchange short, whose answer must not be taken for one of the update's.
+/// The end of the machine cuts an exchange short, whose late answer must not count as one of the update's.
 void UpdateRun::LeaveMachine()
 {
     constexpr std::chrono::milliseconds UntilTheLineIsQuiet{1000};
@@ -122,7 +122,7 @@ void UpdateRun::ObserveInstrument()
     AwaitMode();
 }
 
-/// Each phase has a time of its own, but for the sending.
+/// Each phase has a time limit of its own, except the sending.
 void UpdateRun::EnterPhase()
 {
     _view.Show(_session);
@@ -147,7 +147,8 @@ void UpdateRun::EnterPhase()
     }
 }
 
-/// The library has left the update. What the instrument reports then is its mode, unless the link is lost.
+/// The library has left the update. Unless the link is lost, the instrument then reports the mode that it
+/// stays in.
 void UpdateRun::AwaitMode()
 {
     if (_session.CurrentPhase() == Phase::Restarting && _tester.OperationStatus() == OperationState::Idle &&

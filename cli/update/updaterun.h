@@ -18,7 +18,7 @@ struct UpdateOptions {
     std::chrono::milliseconds confirmTimeout = UsualConfirmTimeout;
 };
 
-/// Carries out a firmware update at the instrument, tells a session what happens, and shows it.
+/// Carries out a firmware update at the instrument, lets a session observe it, and shows what happens.
 class UpdateRun : public QObject
 {
     Q_OBJECT
@@ -26,9 +26,9 @@ class UpdateRun : public QObject
 public:
     UpdateRun(Link& link, UpdateView& view, const UpdateFiles& files, const UpdateOptions& options);
 
-    /// Whether there was a link, or none was needed.
+    /// Whether the update has begun: there was a link, or none was needed.
     bool HasBegun() const { return _session.CurrentPhase() != Phase::Connecting; }
-    /// When the link has been taken down: shows the end. The program's exit status.
+    /// Shows the end, once the link has been closed. Returns the program's exit status.
     int Conclude();
 
 private:

@@ -15,14 +15,14 @@ public:
     explicit UpdateView(bool isJson);
 
     void ShowVersionBefore(const QString& version);
-    /// What the session has come to; nothing is shown twice.
+    /// Shows what has changed in the session since the last call.
     void Show(const VesmarClient::UpdateSession& session);
-    /// Events, for programs.
+    /// Shows an event, for programs only.
     void ShowStatus(Vesmar::OperationState status);
     void ShowError(Vesmar::Error error);
-    /// A sentence for the person who watches, on the error output.
+    /// Writes a sentence for the person who watches to the error output.
     void Say(const QString& text) { _screen.Say(text); }
-    /// The error is the library's.
+    /// Shows the end, with the library's present error.
     void ShowEnd(const VesmarClient::UpdateSession& session, const QString& versionAfter,
                  Vesmar::Error presentError);
 
@@ -39,7 +39,7 @@ private:
     LiveScreen _screen;
     UpdateVersions _versions;
     VesmarClient::UpdateSession::Phase _phase = VesmarClient::UpdateSession::Phase::Connecting;
-    QElapsedTimer _time; ///< Since the sending began.
+    QElapsedTimer _time; ///< Runs since the sending began.
     int _percent = -1;   ///< The percentage that was shown last.
     int _percentInALine = 0;
 };

@@ -101,7 +101,7 @@ private:
                                          : QStringLiteral("The date of the last calibration was read.")));
     }
 
-    /// In the midst of it, the instrument would stay in calibration mode.
+    /// A program that ended while the date is being set would leave the instrument in calibration mode.
     void Interrupt(int signalNumber)
     {
         if (_isSetting) {
@@ -129,7 +129,7 @@ CalibrationVerb::CalibrationVerb(CLI::App& program) : Verb(program, Texts)
             "DATE", [this](const std::string& text) { _wanted = ParseDate(text); }, "What to set it to")
         ->required()
         ->type_name("");
-    constexpr double Least = 5; // less would cut it short between the two restarts
+    constexpr double Least = 5; // a shorter time would end between the two restarts
     AddConfirmTimeout(_confirmTimeout, Least);
 }
 

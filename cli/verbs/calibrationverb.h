@@ -13,7 +13,7 @@ class CalibrationVerb : public Verb
 public:
     explicit CalibrationVerb(CLI::App& program);
 
-    /// What it is to be set to; invalid where it is only to be shown.
+    /// The date to be set; invalid where the date is only to be shown.
     const QDate& Wanted() const { return _wanted; }
     std::chrono::milliseconds ConfirmTimeout() const { return _confirmTimeout; }
 

@@ -94,7 +94,7 @@ private:
         _writer.Set(_value);
     }
 
-    /// A running clock shows something else than it was set to, but not much else.
+    /// A running clock shows a time shortly after the one that it was set to.
     void CheckReported(const QDateTime& shown)
     {
         constexpr qint64 Tolerance = 2000;

@@ -18,7 +18,7 @@ public:
 
     /// Whether the clock is to be set.
     bool IsSetting() const;
-    /// What it is to be set to; invalid for the present time.
+    /// The time to be set; invalid for the present time.
     const QDateTime& Wanted() const { return _wanted; }
     std::chrono::milliseconds ConfirmTimeout() const { return _confirmTimeout; }
 

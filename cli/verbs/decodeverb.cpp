@@ -43,7 +43,7 @@ constexpr VerbTexts Texts{
     "  vesmar-simulator run -- vesmar info --trace 2> log\n"
     "  vesmar decode log\n"};
 
-/// Such as /dev/zero, which has no end, or a serial line, whose bytes are another program's.
+/// A device is not read: /dev/zero has no end, and the bytes of a serial line are another program's.
 bool IsDevice(const QString& path)
 {
     struct stat file = {};
@@ -51,7 +51,7 @@ bool IsDevice(const QString& path)
            (S_ISCHR(file.st_mode) || S_ISBLK(file.st_mode));
 }
 
-/// The descriptor of the log, closed in the end.
+/// The descriptor of the log, which is closed in the end.
 class LogFile
 {
 public:

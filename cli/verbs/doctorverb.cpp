@@ -38,7 +38,7 @@ constexpr VerbTexts Texts{
 
 constexpr int Requests = 50;
 
-/// Looks at one thing after another, and tells of each.
+/// Examines one thing after another, and shows each.
 class Examination
 {
 public:
@@ -46,7 +46,7 @@ public:
 
     int Run()
     {
-        LookAtDevice();
+        ExamineDevice();
         const std::optional<Ending> obstacle = FindObstacle(_device.Findings(), _holders);
         if (!IsHeard()) {
             return PrintingStatus(_output, _outputResult);
@@ -55,16 +55,17 @@ public:
     }
 
 private:
-    void LookAtDevice()
+    void ExamineDevice()
     {
         const DeviceFindings& device = _device.Findings();
-        Tell("device", DeviceText(device), DeviceJson(device));
+        Show("device", DeviceText(device), DeviceJson(device));
         if (device.IsThere()) {
-            Tell("permissions", PermissionsText(device), PermissionsJson(device));
+            Show("permissions", PermissionsText(device), PermissionsJson(device));
         }
-        if (device.IsCharacterDevice() && !device.IsNoTerminal()) { // Dozens hold such as /dev/null.
+        if (device.IsCharacterDevice() &&
+            !device.IsNoTerminal()) { // Dozens of programs hold a device such as /dev/null.
             _holders = VesmarClient::FindHolders(device.identity);
-            Tell("holders", HoldersText(_holders), HoldersJson(_holders));
+            Show("holders", HoldersText(_holders), HoldersJson(_holders));
         }
     }
 
@@ -78,9 +79,9 @@ private:
         for (int request = 0; request < Requests && !line.IsHopeless(); ++request) {
             line.Add(probe.AskForStatus());
         }
-        Tell("answers", AnswersText(line), AnswersJson(line));
+        Show("answers", AnswersText(line), AnswersJson(line));
         if (line.Status()) {
-            Tell("condition", ConditionText(*line.Status()), ConditionJson(*line.Status()));
+            Show("condition", ConditionText(*line.Status()), ConditionJson(*line.Status()));
         }
         return DecideEnding(line);
     }
@@ -92,7 +93,7 @@ private:
         return IsHeard() ? ending.status : PrintingStatus(_output, _outputResult);
     }
 
-    void Tell(const char* event, const QByteArray& text, const QJsonObject& json)
+    void Show(const char* event, const QByteArray& text, const QJsonObject& json)
     {
         Write(_isJson ? EventLine(QDateTime::currentDateTime(), QString::fromLatin1(event), json) : text);
     }

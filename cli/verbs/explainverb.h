@@ -9,7 +9,7 @@
 namespace Cli
 {
 
-/// `vesmar explain`: tells what an error means, what may have caused it and what to do, or lists them all. It
+/// `vesmar explain`: says what an error means, what may have caused it and what to do, or lists them all. It
 /// talks to no instrument.
 class ExplainVerb : public Verb
 {

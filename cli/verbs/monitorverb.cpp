@@ -79,7 +79,7 @@ private:
                 [this, property](const Value& value) { Report(property, Show(value)); });
     }
 
-    /// Once the link is up, this is how it is meant to end.
+    /// Once the link is up, a signal is the end that is meant.
     void Interrupt(int signalNumber)
     {
         if (_link.IsUp()) {

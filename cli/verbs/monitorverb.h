@@ -13,7 +13,7 @@ class MonitorVerb : public Verb
 public:
     explicit MonitorVerb(CLI::App& program);
 
-    /// How long to monitor, counted from the moment that the link is up; without it, until a signal comes.
+    /// How long to monitor, counted from the moment that the link is up. Without it, until a signal comes.
     const std::optional<std::chrono::milliseconds>& Duration() const { return _duration; }
 
     int Run() override;

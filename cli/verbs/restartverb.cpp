@@ -44,7 +44,7 @@ public:
     }
 
 private:
-    /// What is asked for now comes before the identity is read again.
+    /// The library restarts the instrument before it reads the identity again.
     void ReceiveIdentity()
     {
         if (!_time.isValid()) {
@@ -58,7 +58,7 @@ private:
         }
     }
 
-    /// The library passes over a restart that takes its time. A loss is more than that.
+    /// The library reports no error for a restart that lasts long, but for a link that is lost.
     void ReceiveError(Vesmar::Error error)
     {
         if (_time.isValid() && VesmarClient::IsLinkError(error)) {

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-/// What the program ends with. One that is ended by a signal before it has done what was asked for ends with
-/// `Signalled` and the signal's number, as a shell would report it.
+/// What the program ends with. A program that a signal ends before it has done what was asked for ends with
+/// the sum of `Signalled` and the signal's number, as a shell would report it.
 namespace Cli::ExitStatus
 {
 
@@ -12,10 +12,10 @@ constexpr int Done = 0;
 constexpr int BadUsage = 1;
 constexpr int NoLink = 2;           ///< The link did not come up in time.
 constexpr int NotDone = 3;          ///< The link came up, but what was asked for was not done.
-constexpr int Failed = 4;           ///< By the instrument. A measurement is confirmed to have stopped.
-constexpr int Aborted = 5;          ///< A measurement was aborted; confirmed likewise.
+constexpr int Failed = 4;           ///< The instrument failed. A measurement is confirmed to have stopped.
+constexpr int Aborted = 5;          ///< A measurement was aborted, and is confirmed to have stopped.
 constexpr int StopNotConfirmed = 6; ///< A measurement may still be running at the instrument.
-constexpr int LinkLost = 7;         ///< The link was lost in the middle of it.
+constexpr int LinkLost = 7;         ///< The link was lost before what was asked for was done.
 constexpr int Signalled = 128;
 
 /// An exit status in words.

@@ -38,7 +38,7 @@ const std::array<IdentityText, 7> IdentityTexts{{
     {"BuildNumber", "Build number", &TesterInformation::BuildNumber},
 }};
 
-/// The shortest decimal number that is this float and no other.
+/// The shortest decimal number that stands for this float and no other.
 QString Decimal(float reading)
 {
     std::array<char, 32> buffer{};

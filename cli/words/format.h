@@ -25,7 +25,7 @@ struct Shown {
     QJsonValue json;
 };
 
-/// A reading; a dash and null where there is none.
+/// Shows a reading; a dash and null where there is none.
 Shown ShowReading(float reading);
 
 Shown Show(bool value);
@@ -36,7 +36,7 @@ Shown Show(const Vesmar::TesterInformation* value);
 Shown Show(const Vesmar::MeasurementSettings* value);
 Shown Show(const Vesmar::MeasurementResults* value);
 
-/// An enumerator with its name and number.
+/// Shows an enumerator with its name and number.
 template <typename Enumeration, std::enable_if_t<std::is_enum_v<Enumeration>, int> = 0>
 Shown Show(Enumeration value)
 {
@@ -46,7 +46,7 @@ Shown Show(Enumeration value)
                         {QStringLiteral("number"), static_cast<int>(value)}}};
 }
 
-/// The text with everything written out that a terminal or a reader of lines would take for a command.
+/// The text with every character written out that a terminal, or a reader of lines, would obey as a command.
 QString Printable(const QString& text);
 
 /// The time for programs: in UTC, with milliseconds.
@@ -55,7 +55,7 @@ QString TimeStamp(const QDateTime& time);
 /// One object on one line.
 QByteArray JsonLine(const QJsonObject& object);
 
-/// A property's change, and when it was told.
+/// A property's change, and when it was shown.
 QByteArray ChangeText(const QDateTime& time, const QString& property, const Shown& value);
 /// The fields of the same change in JSON.
 QJsonObject ChangeFields(const QString& property, const Shown& value);
@@ -66,9 +66,9 @@ struct Clocks {
     QDateTime calibration;
 };
 
-/// What `info` shows beside the identity.
+/// What `info` shows besides the identity.
 struct Condition {
-    std::optional<Clocks> clocks; ///< None where they cannot be read.
+    std::optional<Clocks> clocks; ///< None where the clocks cannot be read.
     Vesmar::OperationMode mode;
     Vesmar::Error error;
 };

@@ -79,13 +79,13 @@ void TestCliSignalWatcher::PendingSignalsAreToldWithoutAnEventLoop()
 {
     Cli::SignalWatcher watcher;
     QSignalSpy received(&watcher, &Cli::SignalWatcher::Received);
-    watcher.TellPending();
+    watcher.EmitPending();
     QCOMPARE(received.count(), 0);
     QCOMPARE(::kill(::getpid(), SIGINT), 0);
     QCOMPARE(::kill(::getpid(), SIGTERM), 0);
-    watcher.TellPending();
+    watcher.EmitPending();
     QCOMPARE(received.count(), 2);
-    watcher.TellPending();
+    watcher.EmitPending();
     QCOMPARE(received.count(), 2);
 }
 
