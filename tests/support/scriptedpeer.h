@@ -10,7 +10,7 @@
 #include <QByteArray>
 #include <QList>
 
-#include "support/checksum.h"
+#include "support/wire.h"
 
 /// The far end of the serial line, played from a script on a thread of its own. While it lives, the serial
 /// device of this process is its pseudo-terminal.

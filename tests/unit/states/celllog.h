@@ -7,7 +7,7 @@
 #include <QString>
 #include <QStringList>
 
-#include "context/statemachinecontext.h"
+#include "support/cells.h"
 
 /// Every change of every cell of a context in the order in which they happen, as "Name=value". Numbers stand
 /// for enumerators and flags; a cell of pointers shows its name alone. Writes of any thread are seen.
@@ -16,9 +16,7 @@ class CellLog
 public:
     explicit CellLog(Vesmar::StateMachineContext& context)
     {
-        WatchInstrument(context);
-        WatchRequests(context);
-        WatchProgress(context);
+        ForEachCell(context, [this](const char* name, auto& cell) { Watch(name, cell); });
     }
 
     QStringList Changes() const
@@ -34,47 +32,6 @@ public:
     }
 
 private:
-    void WatchInstrument(Vesmar::StateMachineContext& context)
-    {
-        Watch("DeviceInformation", context.DeviceInformation);
-        Watch("CurrentDateTime", context.CurrentDateTime);
-        Watch("CalibrationDateTime", context.CalibrationDateTime);
-        Watch("NewMeasurement", context.NewMeasurement);
-        Watch("TesterMode", context.TesterMode);
-        Watch("CurrentMeasurementType", context.CurrentMeasurementType);
-        Watch("StartTestStatus", context.StartTestStatus);
-        Watch("MeasurementFunctionStatus", context.MeasurementFunctionStatus);
-        Watch("ErrorCode", context.ErrorCode);
-        Watch("TestResults", context.TestResults);
-    }
-
-    void WatchRequests(Vesmar::StateMachineContext& context)
-    {
-        Watch("TestSettings", context.TestSettings);
-        Watch("CommunicationError", context.CommunicationError);
-        Watch("RestartRequested", context.RestartRequested);
-        Watch("PrepareMeasurementRequested", context.PrepareMeasurementRequested);
-        Watch("StartMeasurementRequested", context.StartMeasurementRequested);
-        Watch("AbortMeasurementRequested", context.AbortMeasurementRequested);
-        Watch("UpdateRequested", context.UpdateRequested);
-        Watch("CurrentDateTimeRequested", context.CurrentDateTimeRequested);
-        Watch("CurrentDateTimeConfigurationRequested", context.CurrentDateTimeConfigurationRequested);
-        Watch("CalibrationDateTimeRequested", context.CalibrationDateTimeRequested);
-        Watch("CalibrationDateTimeConfigurationRequested", context.CalibrationDateTimeConfigurationRequested);
-        Watch("DeviceInformationRequested", context.DeviceInformationRequested);
-    }
-
-    void WatchProgress(Vesmar::StateMachineContext& context)
-    {
-        Watch("IsMeasurementModeActive", context.IsMeasurementModeActive);
-        Watch("IsMeasurementRunning", context.IsMeasurementRunning);
-        Watch("MeasurementTime", context.MeasurementTime);
-        Watch("MeasurementTimeElapsed", context.MeasurementTimeElapsed);
-        Watch("MeasurementStatus", context.MeasurementStatus);
-        Watch("OperationProgress", context.OperationProgress);
-        Watch("OperationStatus", context.OperationStatus);
-    }
-
     template <typename T>
     void Watch(const char* name, Vesmar::ThreadSafeProperty<T>& cell)
     {

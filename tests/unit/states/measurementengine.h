@@ -63,12 +63,7 @@ public:
     static QByteArray Status(Vesmar::MeasurementType function, int functionState, bool isNewMeasurement,
                              int error)
     {
-        constexpr int NewMeasurementBit = 0x80;
-        QByteArray data;
-        data.append(
-            static_cast<char>((isNewMeasurement ? NewMeasurementBit : 0) | static_cast<int>(function)));
-        data.append(static_cast<char>(error << 4 | functionState));
-        return WithChecksum(data);
+        return Wire::Status(static_cast<int>(function), functionState, isNewMeasurement, error);
     }
 
 private:
