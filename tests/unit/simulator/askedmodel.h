@@ -11,7 +11,7 @@
 #include "simulator/model/instrumentmodel.h"
 #include "support/wire.h"
 
-/// What is asked so many milliseconds after the start, and the answer to it.
+/// A request, its time in milliseconds after the start, and its answer.
 struct TimedExchange {
     int time;
     QByteArray request;
@@ -42,7 +42,7 @@ public:
 
     QByteArray Ask(const QByteArray& request, int time = 0) { return model.Answer(request, At(time)); }
 
-    /// Has these exchanges; the test fails at the first one with another answer.
+    /// Sends these requests. The test fails at the first other answer.
     void Converse(std::initializer_list<TimedExchange> exchanges)
     {
         for (const TimedExchange& exchange : exchanges) {
@@ -54,7 +54,7 @@ public:
         }
     }
 
-    /// What it has sent unasked since the last call.
+    /// Returns what the model has sent unasked since the last call.
     QByteArrayList FramesUntil(int time)
     {
         model.Advance(At(time));
@@ -68,7 +68,7 @@ public:
     Simulator::InstrumentModel model;
 };
 
-/// The data, in hexadecimal, and its checksum.
+/// Returns the data, given in hexadecimal, and its checksum.
 inline QByteArray Sealed(const char* data)
 {
     return WithChecksum(Wire::Bytes(data));

@@ -11,7 +11,7 @@
 #include "simulator/line/instrument.h"
 #include "support/wire.h"
 
-/// The command that a person would write like this.
+/// Returns the command that a person would write like this.
 inline Simulator::ControlCommand Command(const char* text)
 {
     QString error;
@@ -32,16 +32,16 @@ public:
         return client.Ask(request, answerSize);
     }
 
-    /// The two bytes of the status that it answers, in hexadecimal.
+    /// Returns the two bytes of the status, in hexadecimal.
     QByteArray AskStatus() const { return client.Ask(Wire::ReadStatus, 4).left(2).toHex(); }
 
-    /// Sets the faults of a JSON text without its outermost brackets.
+    /// Adds the faults of a JSON text without its outermost brackets.
     bool Set(const char* faults)
     {
         return AddFaults(Simulator::ParseFaults(QByteArray("{\"faults\":[") + faults + "]}"));
     }
 
-    /// The requests that were received and dealt with so far, those without an answer included.
+    /// Returns the requests of the exchanges so far.
     QVector<QByteArray> Requests() const
     {
         QVector<QByteArray> requests;
@@ -51,7 +51,7 @@ public:
         return requests;
     }
 
-    /// How long the first request waited for its answer.
+    /// Returns how long the first request waited for its answer.
     Simulator::Clock::duration AnswerTime() const
     {
         const Simulator::Exchange exchange = Exchanges().at(0);
@@ -68,7 +68,7 @@ public:
     LineClient client;
 };
 
-/// An instrument whose RCD tests are ready at once.
+/// Returns the options of an instrument whose RCD tests are prepared at once.
 inline Simulator::InstrumentOptions RcdOptions(std::chrono::milliseconds statusPeriod,
                                                std::chrono::milliseconds run)
 {
@@ -81,7 +81,7 @@ inline Simulator::InstrumentOptions RcdOptions(std::chrono::milliseconds statusP
 
 constexpr std::chrono::milliseconds Long{600000};
 
-/// A log's file, and its lines without their times.
+/// The file of a log, whose lines are read without their times.
 class LogFile
 {
 public:

@@ -9,7 +9,7 @@
 #include <QJsonObject>
 #include <QTemporaryDir>
 
-/// What loading a path says; empty when the path is loaded.
+/// Returns the error of loading a path, or nothing when there is none.
 template <typename Load>
 QByteArray ErrorOfPath(Load load, const QString& path)
 {
@@ -21,7 +21,7 @@ QByteArray ErrorOfPath(Load load, const QString& path)
     return {};
 }
 
-/// What loading a file with this content says; empty when the file is loaded.
+/// Returns the error of loading a file with this content, or nothing when there is none.
 template <typename Load>
 QByteArray ErrorOfContent(Load load, const QByteArray& content)
 {
@@ -40,7 +40,7 @@ inline QByteArray ContentOf(const char* path)
     return file.readAll();
 }
 
-/// The first block of JSON in a document.
+/// Returns the first block of JSON in a document.
 inline QByteArray ExampleOf(const char* path)
 {
     const QByteArray document = ContentOf(path);
@@ -48,7 +48,7 @@ inline QByteArray ExampleOf(const char* path)
     return document.mid(first, document.indexOf("```", first) - first);
 }
 
-/// What an object has under these keys, each inside the one before.
+/// Returns what an object has under these keys, each inside the one before.
 inline QJsonObject Inside(QJsonObject object, std::initializer_list<const char*> keys)
 {
     for (const char* key : keys) {

@@ -29,7 +29,7 @@ public:
                bytes.size();
     }
 
-    /// Waits until so many bytes have come or the line has broken; less only after ten seconds of silence.
+    /// Waits until so many bytes have come or the line has broken. Gives up after ten seconds of silence.
     QByteArray Read(int count) const
     {
         QByteArray bytes;

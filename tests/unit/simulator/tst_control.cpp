@@ -158,7 +158,7 @@ private Q_SLOTS:
         QVERIFY(!Simulator::FindScenario(QString()).has_value());
     }
 
-    /// Where either is allowed, only "none" may be both.
+    /// A command may name a scenario or a fault, so that only "none" may be the name of both.
     void ANameMeansOneThing()
     {
         for (const Simulator::NamedScenario& scenario : Simulator::Scenarios) {

@@ -27,7 +27,7 @@ QJsonObject SchemaDefinitions()
     return Inside(SchemaOf(FAULTS_SCHEMA), {"definitions"});
 }
 
-/// What the schema says of a value, wherever it says it.
+/// Returns what the schema says of a value, even where it refers to another place.
 QJsonObject Resolved(const QJsonObject& definition)
 {
     const QString reference = definition.value(QLatin1String("$ref")).toString();
@@ -36,7 +36,7 @@ QJsonObject Resolved(const QJsonObject& definition)
                : SchemaDefinitions().value(reference.section(QLatin1Char('/'), -1)).toObject();
 }
 
-/// Each fault of the schema with the values that it takes.
+/// Returns each fault of the schema with the values that it may have.
 QMap<QString, QJsonObject> SchemaFaults()
 {
     QMap<QString, QJsonObject> faults;
@@ -393,7 +393,7 @@ private Q_SLOTS:
         }
     }
 
-    /// Each fault takes the keys that the schema gives it, and no other one's.
+    /// Each fault accepts the keys that the schema gives it, and no others.
     void SchemaAllowsWhatIsAllowed()
     {
         QFETCH(QString, fault);
@@ -413,7 +413,7 @@ private Q_SLOTS:
 
     void SchemaKeepsTheLimits_data() { SchemaAllowsWhatIsAllowed_data(); }
 
-    /// Whatever has limits in the schema has the same ones here.
+    /// A value that has limits in the schema has the same limits in the parser.
     void SchemaKeepsTheLimits()
     {
         QFETCH(QString, fault);

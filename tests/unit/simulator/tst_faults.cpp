@@ -19,7 +19,7 @@ namespace
 
 const TimePoint Start{};
 
-/// At which of these requests it happens, in one letter each.
+/// Returns an "x" for each of these requests at which the fault happens, and a dot for each other one.
 QByteArray Pattern(const FaultEntry& entry, const QVector<QByteArray>& requests)
 {
     ArmedFault fault(entry, Start);

@@ -86,7 +86,7 @@ private Q_SLOTS:
                                             ": its reader does not keep up; it ends here")
                                                .constData());
         for (int written = 0; written <= capacity; written += 1000) {
-            log.Write(QString(1000, QLatin1Char('x'))); // without waiting
+            log.Write(QString(1000, QLatin1Char('x'))); // This must not wait.
         }
         ::close(reader);
     }
@@ -98,7 +98,7 @@ private Q_SLOTS:
             "vesmar-simulator: cannot write the log /dev/full: No space left on device; it ends here");
         ExchangeLog log(QStringLiteral("/dev/full"));
         log.Write(QStringLiteral("function 9 running"));
-        log.Write(QStringLiteral("function 9 stopping")); // without another word
+        log.Write(QStringLiteral("function 9 stopping")); // This must not warn again.
     }
 
     void FirmwareHoldsTheLastImage()

@@ -94,7 +94,7 @@ private Q_SLOTS:
         instrument.AnswerNextWith(QByteArray());
         QVERIFY(instrument.client.Write(ReadStatus));
         QTRY_COMPARE(instrument.Requests().size(), 1);
-        QCOMPARE(instrument.Ask(ReadVersion, 25), Version); // nothing came before it
+        QCOMPARE(instrument.Ask(ReadVersion, 25), Version); // Nothing came before the version.
     }
 
     void UnaskedBytes()
@@ -248,8 +248,8 @@ private Q_SLOTS:
         QTRY_COMPARE(instrument.Requests(), (QVector<QByteArray>{PrepareUbRe, StartMeasurement, ReadStatus}));
     }
 
-    /// Five status frames and a result are due at once, and yet 20 ms apart from each other and from the
-    /// answer.
+    /// Five status frames and a result are due at once. They are nevertheless sent 20 ms apart from each
+    /// other and from the answer.
     void LineIsQuietBeforeWhatNobodyAskedFor()
     {
         const AskedInstrument instrument(RcdOptions(1ms, 6ms));
@@ -270,7 +270,7 @@ private Q_SLOTS:
         QCOMPARE(instrument.client.Read(4), RcdRunningStatus);
         QVERIFY(instrument.client.Write(StopMeasurement));
         QByteArray received = instrument.client.Read(3);
-        while (!received.endsWith(Acknowledge)) { // a frame may have been on its way
+        while (!received.endsWith(Acknowledge)) { // A frame may have been on its way.
             const QByteArray next = instrument.client.Read(1);
             QCOMPARE(next.size(), 1);
             received += next;
@@ -406,7 +406,7 @@ private Q_SLOTS:
             LineClient client(instrument.DevicePath());
             QTRY_VERIFY(instrument.Status().newMeasurement);
             QVERIFY(client.Write(ReadMeasurement));
-            QTRY_VERIFY(!instrument.Status().newMeasurement); // the answer takes 953 ms
+            QTRY_VERIFY(!instrument.Status().newMeasurement); // The answer takes 953 ms.
             instrument.SetFault(Fault::HangUp);
             instrument.Plug();
         }

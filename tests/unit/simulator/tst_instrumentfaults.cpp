@@ -19,7 +19,7 @@ namespace
 /// Requests and their answers.
 using Conversation = QVector<std::pair<QByteArray, QByteArray>>;
 
-/// True when the next request finds no answer.
+/// Returns whether the next request finds no answer.
 bool IsSwallowed(AskedInstrument& instrument, const QByteArray& request)
 {
     const int before = instrument.Requests().size();
@@ -59,7 +59,7 @@ private Q_SLOTS:
         damage(R"({"fault":"split","count":1})", "06c660");
         damage(R"({"fault":"slow","delay":1,"count":1})", "06c660");
         row(R"({"fault":"garbage-before","bytes":"00"},{"fault":"flip"},{"fault":"truncated","length":3})",
-            {{StopMeasurement, Bytes("ff06c6")}}); // one after the other, in their order
+            {{StopMeasurement, Bytes("ff06c6")}}); // They are applied in the order of the file.
         row(R"({"fault":"refuse","when":{"request":"h"}})",
             {{ReadVersion, Version}, {StopMeasurement, Refusal}, {ReadVersion, Version}});
         row(R"({"fault":"refuse","when":{"request":"h","from":2},"count":1})",
@@ -67,7 +67,7 @@ private Q_SLOTS:
              {ReadVersion, Version},
              {StopMeasurement, Refusal},
              {StopMeasurement, Acknowledge}});
-        row(R"({"command":"mode 2"},{"command":"function 9"})", // at once, before the first request
+        row(R"({"command":"mode 2"},{"command":"function 9"})", // Both happen before the first request.
             {{ReadStatus, WithChecksum(Bytes("49f7"))}});
         row(R"({"command":"fault refuse","when":{"request":"h","from":2},"count":1},)"
             R"({"command":"plug","when":{"request":"h","from":3},"count":1})",
@@ -105,7 +105,7 @@ private Q_SLOTS:
         QCOMPARE(instrument.Ask(StopMeasurement, 3), Acknowledge);
     }
 
-    /// Unlike with silence, the instrument has acted.
+    /// Unlike after silence, the instrument has acted.
     void CutToNothing()
     {
         AskedInstrument instrument;
@@ -131,7 +131,7 @@ private Q_SLOTS:
         QVERIFY(instrument.AnswerTime() >= 60ms);
     }
 
-    /// No byte of a piece is there before its time; with shorter pieces there would be more pauses.
+    /// No byte of a piece comes before its time. With shorter pieces there would be more pauses.
     void Split()
     {
         AskedInstrument instrument;
@@ -177,8 +177,9 @@ private Q_SLOTS:
         QVERIFY(instrument.Exchanges().back().receivedAt - setAt >= 500ms);
     }
 
-    /// Those of the first ten numbers of MT19937 with seed 1 and with seed 2 that are below 2147483648.
-    void ProbabilityTakesTheSameRequestsAgain()
+    /// A request is hit when its number is below 2147483648, among the first ten of MT19937 with seed 1 and
+    /// seed 2.
+    void ProbabilityHitsTheSameRequestsAgain()
     {
         const auto refusals = [](const char* fault) {
             AskedInstrument instrument;
@@ -241,7 +242,7 @@ private Q_SLOTS:
 
     void LineListener()
     {
-        QStringList paths; // written by the serving thread, read when that has told of the line
+        QStringList paths; // The serving thread writes these; they are read after it has done so.
         {
             Instrument instrument;
             const QString first = instrument.DevicePath();
@@ -360,7 +361,7 @@ private Q_SLOTS:
         QCOMPARE(instrument.Ask(StopMeasurement, 3).toHex(), QByteArray("06c69f"));
     }
 
-    void LogTellsOfAllPieces()
+    void LogHasAllPiecesInOneLine()
     {
         const LogFile log;
         InstrumentOptions options;
@@ -411,7 +412,7 @@ private Q_SLOTS:
         commands.join();
         observer.join();
         instrument.ClearFaults();
-        instrument.SetFault(Fault::HangUp); // a fresh line, without the answers of the rounds above
+        instrument.SetFault(Fault::HangUp); // The new line has no answers of the rounds above.
         instrument.Plug();
         LineClient client(instrument.DevicePath());
         QCOMPARE(client.Ask(ReadVersion, 25), Version);

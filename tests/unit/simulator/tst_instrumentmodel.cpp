@@ -64,7 +64,7 @@ private Q_SLOTS:
                              {0, ReadCurrentDate, Sealed("241231235958")}});
     }
 
-    void NewReadingsComeAndAreTaken()
+    void NewReadingsComeAndAreRead()
     {
         AskedModel instrument;
         const QByteArray first = instrument.Ask(ReadMeasurement);
@@ -156,7 +156,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, request);
         QFETCH(QByteArray, preparing);
         AskedModel instrument;
-        instrument.Converse({{600, ReadStatus, Sealed("80fe")}, // readings that the preparation makes void
+        instrument.Converse({{600, ReadStatus, Sealed("80fe")}, // The preparation discards these readings.
                              {600, request, Acknowledge}});
         QCOMPARE(instrument.Ask(ReadStatus, 600).left(2).toHex(), preparing);
         QCOMPARE(instrument.Ask(ReadStatus, 750).left(2).toHex(), preparing.left(3) + '4');

@@ -96,7 +96,7 @@ private Q_SLOTS:
         instrument.Converse({
             {0, PrepareUbRe, Acknowledge},
             {200, StartMeasurement, Acknowledge},
-            {400, StopMeasurement, Acknowledge} // together with the first frame
+            {400, StopMeasurement, Acknowledge} // The first frame is due at the same time.
         });
         QCOMPARE(instrument.FramesUntil(60000), QByteArrayList());
         QCOMPARE(instrument.model.Status().function, 0);
@@ -140,7 +140,7 @@ private Q_SLOTS:
         QCOMPARE(instrument.Ask(ReadStatus, 150), RcdPreparedStatus);
     }
 
-    void TakesThePlaceOfAFunctionAtRest()
+    void ReplacesAFunctionAtRest()
     {
         AskedModel instrument;
         instrument.Converse({{0, PrepareHvTest, Acknowledge},
@@ -148,7 +148,7 @@ private Q_SLOTS:
                              {200, ReadStatus, Preparing},
                              {400, StartMeasurement, Acknowledge},
                              {400, StopMeasurement, Acknowledge}});
-        QCOMPARE(instrument.model.Status().function, 0); // not even the one before
+        QCOMPARE(instrument.model.Status().function, 0); // The function before is gone as well.
     }
 
     void GivesWayToAFunction()

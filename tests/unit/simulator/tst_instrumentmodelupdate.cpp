@@ -26,7 +26,7 @@ struct LoaderInstrument : AskedModel {
         model.SetMode(3);
     }
 
-    /// Everything up to the confirmation.
+    /// Sends everything up to the confirmation.
     bool ReceiveBoth(int time = 0)
     {
         return Ask(InitializeUpdate, time) == UpdateInitialized && Ask(Ones, time) == Acknowledge &&
@@ -39,7 +39,7 @@ const QByteArray TwosImage(512, '\x22');
 const QByteArray OnesConfirmation = Bytes("8038");
 const QByteArray BothConfirmation = Bytes("cc5c");
 
-/// An update that has received these sectors.
+/// Returns an update that has received these sectors.
 FirmwareUpdate Received(const QByteArrayList& sectors)
 {
     FirmwareUpdate update({});
@@ -166,7 +166,7 @@ private Q_SLOTS:
         instrument.Converse({
             {0, ConfirmWrongly, Refusal},
             {0, ReadStatus, UpdateModeStatus},
-            {0, ConfirmBoth, Refusal} // what was received is gone
+            {0, ConfirmBoth, Refusal} // The received sectors are gone.
         });
         QVERIFY(!instrument.model.CollectConfirmedFirmware().has_value());
 
@@ -256,7 +256,7 @@ private Q_SLOTS:
                              {0, ReadStatus, UpdateModeStatus}});
         instrument.model.SetScenario(Scenario::None, 1);
         instrument.Converse({
-            {0, Twos, Acknowledge}, {0, ConfirmBoth, Acknowledge} // the lost ones were not stored
+            {0, Twos, Acknowledge}, {0, ConfirmBoth, Acknowledge} // The lost sectors were not stored.
         });
     }
 
@@ -327,7 +327,7 @@ private Q_SLOTS:
         QVERIFY(!instrument.model.NextChangeAt().has_value());
     }
 
-    /// As a master sets the calibration date: by way of calibration mode and back.
+    /// An application sets the calibration date like this: it changes to calibration mode and back.
     void DatesSurviveRestarts()
     {
         AskedModel instrument;
@@ -385,7 +385,7 @@ private Q_SLOTS:
     void NothingIsNoFirmware()
     {
         FirmwareUpdate update = Received({});
-        QVERIFY(!update.Finish(Bytes("0000")).has_value()); // the checksum of nothing
+        QVERIFY(!update.Finish(Bytes("0000")).has_value()); // This is the checksum of no bytes.
         FirmwareUpdate other(Bytes("abcd"));
         QVERIFY(other.Initialize());
         QVERIFY(!other.Finish(Bytes("abcd")).has_value());
@@ -403,7 +403,7 @@ private Q_SLOTS:
     {
         FirmwareUpdate update({});
         update.SetScenario(Scenario::LosesSector, 1);
-        QVERIFY(!update.LosesNextSector()); // it is refused
+        QVERIFY(!update.LosesNextSector()); // The sector is refused instead.
         QVERIFY(update.Initialize());
         QVERIFY(update.LosesNextSector());
         update.SetScenario(Scenario::LosesSector, 2);

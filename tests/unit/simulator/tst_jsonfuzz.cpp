@@ -18,7 +18,7 @@ using Simulator::TimePoint;
 namespace
 {
 
-/// What there is of JSON, and what there is not.
+/// Words of JSON, and some that JSON does not have.
 const QByteArrayList JsonWords{"{",
                                "}",
                                "[",
@@ -75,7 +75,7 @@ const QByteArrayList RecordingSeeds{
 {"answer": "214334", "request": "68aeed"}, {"request": "65033c", "answer": "00000000000000000000000000000000"}]})",
 };
 
-/// Empty when an error tells its place inside the text, in one line that is not too long.
+/// Returns nothing when an error tells its place inside the text, in one line that is not too long.
 QByteArray ObjectionTo(const Simulator::JsonError& error, const QByteArray& text)
 {
     const QByteArray sentence(error.what());
@@ -85,7 +85,7 @@ QByteArray ObjectionTo(const Simulator::JsonError& error, const QByteArray& text
     return hasPlace && isShort ? QByteArray() : "the error \"" + sentence + '"';
 }
 
-/// Empty when the text makes faults within their limits, or an error with a place inside it.
+/// Returns nothing when the text is read into faults within their limits, or into an error with its place.
 QByteArray ObjectionToFaults(const QByteArray& text, int* validCount)
 {
     try {
@@ -119,7 +119,7 @@ bool IsWithinLimits(const RecordedEntry& entry)
            entry.after.count() >= 0 && entry.after.count() <= 600000;
 }
 
-/// Asks for what was recorded, and for what was not.
+/// Asks for what was recorded, and for what was not recorded.
 void Play(const std::vector<RecordedEntry>& recording)
 {
     Simulator::Player player(recording);
@@ -131,7 +131,7 @@ void Play(const std::vector<RecordedEntry>& recording)
     }
 }
 
-/// Empty when the text makes a recording within its limits, or an error with a place inside it.
+/// Returns nothing when the text is read into a recording within its limits, or into an error with its place.
 QByteArray ObjectionToRecording(const QByteArray& text, int* validCount)
 {
     try {
@@ -150,9 +150,8 @@ QByteArray ObjectionToRecording(const QByteArray& text, int* validCount)
     return {};
 }
 
-/// What is read from JSON: seeds that are valid, and the words of its own that the mutations put in. The
-/// objection is empty when what a text is read into is within its limits, or the error tells its place; it
-/// counts the valid texts.
+/// A format that is read from JSON: valid seeds, and its own words for the mutations. The objection to a text
+/// is empty when everything is as it should be; it also counts the valid texts.
 struct Format {
     const char* name;
     QByteArrayList seeds;
@@ -214,7 +213,7 @@ private Q_SLOTS:
             const QByteArray objection = format->objectionTo(mutated, &validCount);
             QVERIFY2(objection.isEmpty(), (objection + " for " + mutated).constData());
         }
-        // Valid and invalid texts are both frequent, or the mutations are no good.
+        // If either valid or invalid texts are rare, the mutations are no good.
         QVERIFY2(validCount > Inputs / 100 && validCount < Inputs / 2,
                  QByteArray::number(validCount).constData());
     }

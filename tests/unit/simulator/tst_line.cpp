@@ -70,7 +70,7 @@ private Q_SLOTS:
     {
         PtyLine line;
         for (int round = 0; round < 100; ++round) {
-            line.Write(QByteArray(4096, 'x')); // would block for ever if the line waited
+            line.Write(QByteArray(4096, 'x')); // This would block for ever if the line waited.
         }
         LineClient client(line.DevicePath());
         client.DropInput();

@@ -26,7 +26,7 @@ TimePoint At(milliseconds time)
 
 using States = QVector<int>;
 
-/// States, and when they are there.
+/// States and the times at which they are reported.
 using Course = QVector<std::pair<milliseconds, int>>;
 
 /// A function whose status is read now and then.
@@ -37,7 +37,7 @@ public:
 
     MeasurementFunction* operator->() { return &_function; }
 
-    /// Reads the status and tells the state in it.
+    /// Reads the status and returns the state in it.
     int StateAt(milliseconds time)
     {
         const int state = UnseenStateAt(time);
@@ -66,7 +66,7 @@ public:
         _function.Stop(At(time));
     }
 
-    /// Prepares at 0 ms and starts at 200 ms; the status tells of prepared only.
+    /// Prepares at 0 ms and starts at 200 ms; the status reports nothing but prepared.
     bool BringToStart(Measurement measurement)
     {
         return _function.Prepare(measurement, At(0ms)) && StateAt(PreparedAt) == 4 &&
@@ -293,7 +293,7 @@ private Q_SLOTS:
     }
 
     /// Without this, a stop that meets a function that has just ended would hide the end: the status would
-    /// tell of no function, and not how the last one ended.
+    /// report no function instead of the end of the last one.
     void StopThatComesTooLateLeavesTheEndToBeSeen()
     {
         WatchedFunction function;
@@ -330,14 +330,14 @@ private Q_SLOTS:
     {
         WatchedFunction function;
         QVERIFY(function->Prepare(Measurement::Rpe, At(0ms)));
-        QVERIFY(function->Prepare(Measurement::Riso, At(100ms))); // another while preparing
+        QVERIFY(function->Prepare(Measurement::Riso, At(100ms))); // This replaces one that is preparing.
         QCOMPARE(function->Number(), 3);
         QCOMPARE(function.StatesAt({249ms, 250ms}), (States{1, 4}));
-        QVERIFY(function->Prepare(Measurement::HvTest, At(300ms))); // another when prepared
+        QVERIFY(function->Prepare(Measurement::HvTest, At(300ms))); // This replaces one that is prepared.
         QCOMPARE(function.StateAt(450ms), 4);
 
         QVERIFY(function->Start(At(500ms)));
-        QVERIFY(!function->Prepare(Measurement::Rpe, At(549ms))); // a start is on its way
+        QVERIFY(!function->Prepare(Measurement::Rpe, At(549ms))); // A start is on its way.
         QCOMPARE(function.StateAt(550ms), 5);
         QVERIFY(!function->Prepare(Measurement::Rpe, At(550ms)));
         QCOMPARE(function.StateAt(700ms), 7);
@@ -348,7 +348,7 @@ private Q_SLOTS:
 
         QCOMPARE(function.StateAt(1050ms), 9);
         QVERIFY(function->HasNewResult());
-        QVERIFY(function->Prepare(Measurement::Iec, At(1060ms))); // another when it is over
+        QVERIFY(function->Prepare(Measurement::Iec, At(1060ms))); // This replaces one that is over.
         QVERIFY(!function->HasNewResult());
         QCOMPARE(function->ReadResult(), QByteArray(24, '\0'));
         QCOMPARE(function->Number(), 1);
@@ -515,7 +515,7 @@ private Q_SLOTS:
         function->ReadResult();
         QCOMPARE(function.StateAt(1100ms), 7);
         QVERIFY(function->HasNewResult());
-        function.StopAt(2000ms); // puts it off no further
+        function.StopAt(2000ms); // This does not put the end off any further.
         QCOMPARE(function.StatesAt({2999ms, 3000ms, 3150ms}), (States{7, 8, 9}));
         QCOMPARE(function->CollectChanges().last(), QStringLiteral("function 9 stopped by request"));
 

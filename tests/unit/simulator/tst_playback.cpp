@@ -18,8 +18,8 @@ using std::chrono::milliseconds;
 namespace
 {
 
-/// A recording in short: "s=01" is an exchange with the letter of its request and its answer, "5:77" bytes
-/// that come unasked after 5 ms.
+/// Returns a recording that is written in short: "s=01" is an exchange with the letter of its request and its
+/// answer, "5:77" stands for bytes that come unasked after 5 ms.
 std::vector<RecordedEntry> Recorded(const QByteArray& text)
 {
     std::vector<RecordedEntry> recording;
@@ -42,8 +42,8 @@ public:
 
     void Wait(int ms) { _now += milliseconds(ms); }
 
-    /// The answers to requests that begin with these letters; "-" is silence, "?" stands for no answer at
-    /// all.
+    /// Returns the answers to requests that begin with these letters. "-" stands for silence, "?" for a
+    /// request that the recording does not contain.
     QByteArray Ask(const QByteArray& letters)
     {
         QByteArrayList answers;
@@ -54,7 +54,7 @@ public:
         return answers.join(' ');
     }
 
-    /// What goes out now, and how long the line is quiet before each: "0af73370/20".
+    /// Returns what goes out now, and how long the line is quiet before each frame: "0af73370/20".
     QByteArray Frames()
     {
         QByteArrayList frames;
@@ -65,7 +65,7 @@ public:
         return frames.join(' ');
     }
 
-    /// In milliseconds from now; -1 for never.
+    /// Returns the time in milliseconds from now, or -1 for never.
     int NextFrameIn() const
     {
         const std::optional<TimePoint> next = _player.NextFrameAt();
@@ -86,7 +86,7 @@ InstrumentOptions Playing(const char* exchanges)
     return options;
 }
 
-/// A start and what comes of it.
+/// A start and its consequences.
 const char Recording[] =
     "{\"request\": \"73f44e\", \"answer\": \"00fed10e\"},"
     "{\"request\": \"53966a\", \"answer\": \"06c660\"},"
@@ -140,7 +140,7 @@ private Q_SLOTS:
         }
     }
 
-    /// The search for a read ends at a command, that for a command does not.
+    /// The search for a read ends at a command, but the search for a command does not.
     void EveryLetter()
     {
         QFETCH(bool, isRead);
@@ -299,8 +299,8 @@ private Q_SLOTS:
         QCOMPARE(instrument.client.Read(4), RcdRunningStatus);
     }
 
-    /// Whatever is due before a request is dealt with before it. There is time enough to unplug it even on a
-    /// busy machine.
+    /// What is due before a request happens before it. The time is long enough to unplug the instrument even
+    /// on a busy machine.
     void UnaskedIsLostWhileUnplugged()
     {
         AskedInstrument instrument(Playing("{\"request\": \"53966a\", \"answer\": \"06c660\"},"

@@ -192,7 +192,7 @@ private Q_SLOTS:
         row("IEC", "0b0000", "00000000", 0x40, 0xFF);
     }
 
-    /// Phase, quantity and current may be anything; the mode decides.
+    /// The mode decides; phase, quantity and current may be anything.
     void RcdEveryOption()
     {
         QFETCH(QByteArray, start);

@@ -49,7 +49,7 @@ public:
 
     RcdTest* operator->() { return &_test; }
 
-    /// The two bytes of the status, in hexadecimal.
+    /// Returns the two bytes of the status, in hexadecimal.
     QByteArray StatusAt(milliseconds time)
     {
         _test.Advance(At(time));
@@ -65,7 +65,7 @@ public:
         return statuses;
     }
 
-    /// The frames that have been sent since the last call, pieces as they are.
+    /// Returns the frames that have been sent since the last call, or their pieces.
     QByteArrayList FramesUntil(milliseconds time)
     {
         _test.Advance(At(time));
@@ -86,7 +86,7 @@ public:
         return _test.Start(At(StartedAt));
     }
 
-    /// What the check has found, in hexadecimal; nothing when the answer gets lost.
+    /// Returns the result of the check, in hexadecimal, or nothing when the answer gets lost.
     QByteArray ReadCheckObject()
     {
         const std::optional<QByteArray> data = _test.ReadCheckObject();
@@ -131,7 +131,8 @@ private Q_SLOTS:
         QVERIFY(test->Prepare(UbRe, At(0ms)));
         QVERIFY(test->IsSelected());
         QCOMPARE(test.StatusesAt({149ms, PreparedAt, 60000ms}), (QByteArrayList{"0af1", "0af4", "0af4"}));
-        QCOMPARE(test.ReadCheckObject(), CheckObject("00")); // nothing to be read, and nothing comes of it
+        QCOMPARE(test.ReadCheckObject(),
+                 CheckObject("00")); // There is no result, and reading changes nothing.
         QCOMPARE(test.FramesUntil(60000ms), QByteArrayList());
         QCOMPARE(test.StatusAt(60000ms), QByteArray("0af4"));
     }
@@ -140,13 +141,13 @@ private Q_SLOTS:
     {
         WatchedTest test;
         QVERIFY(test->Prepare(UbRe, At(0ms)));
-        QVERIFY(test->Prepare(Iec, At(100ms))); // while preparing
+        QVERIFY(test->Prepare(Iec, At(100ms))); // This replaces one that is preparing.
         QCOMPARE(test.StatusesAt({249ms, 250ms}), (QByteArrayList{"0bf1", "0bf4"}));
-        QVERIFY(test->Prepare(Iec, At(300ms))); // when prepared
+        QVERIFY(test->Prepare(Iec, At(300ms))); // This replaces one that is prepared.
         QCOMPARE(test.StatusesAt({300ms, 450ms}), (QByteArrayList{"0bf1", "0bf4"}));
         QVERIFY(test->Start(At(500ms)));
         QCOMPARE(test.StatusAt(1400ms), QByteArray("0bf2"));
-        QVERIFY(test->Prepare(UbRe, At(1500ms))); // when completed
+        QVERIFY(test->Prepare(UbRe, At(1500ms))); // This replaces one that is completed.
         QCOMPARE(test.StatusAt(1650ms), QByteArray("0af4"));
     }
 
@@ -175,7 +176,7 @@ private Q_SLOTS:
     {
         WatchedTest test;
         QVERIFY(test.BringToRun(IaTa));
-        const QByteArrayList frames = test.FramesUntil(60000ms); // all at once, in its order
+        const QByteArrayList frames = test.FramesUntil(60000ms); // All frames come at once, in their order.
         QCOMPARE(frames.size(), 5);
         QCOMPARE(frames.mid(0, 4),
                  (QByteArrayList{RcdRunningStatus, RcdRunningStatus, RcdRunningStatus, RcdRunningStatus}));
@@ -279,7 +280,7 @@ private Q_SLOTS:
         QCOMPARE(test->CollectChanges(), QStringList());
     }
 
-    /// Without a check object, so that there is nothing that could become clean.
+    /// There is no check object, so that nothing can become clean.
     void PrepareError()
     {
         WatchedTest test(Scenario::PrepareError);
@@ -333,7 +334,7 @@ private Q_SLOTS:
         WatchedTest test(Scenario::RcdCheck, 0);
         QVERIFY(test->Prepare(UbRe, At(0ms)));
         QCOMPARE(test.StatusAt(PreparedAt), QByteArray("8af3"));
-        QVERIFY(!test->Start(At(StartedAt))); // nobody has looked
+        QVERIFY(!test->Start(At(StartedAt))); // Nobody has read the check object.
         QCOMPARE(test.ReadCheckObject(), CheckObject("00"));
         QCOMPARE(test->CollectChanges().last(), QStringLiteral("function 10 checked: 0"));
         QCOMPARE(test.StatusAt(StartedAt), QByteArray("0af3"));
@@ -367,7 +368,7 @@ private Q_SLOTS:
         QCOMPARE(test.ReadCheckObject(), CheckObject("00"));
         QVERIFY(test->Start(At(StartedAt)));
 
-        test->SetScenario(Scenario::RcdCheckOnce, 4); // once again
+        test->SetScenario(Scenario::RcdCheckOnce, 4); // The code appears once again.
         test->Advance(At(TrippedAt));
         QVERIFY(test->Prepare(UbRe, At(TrippedAt)));
         test->Advance(At(2000ms));

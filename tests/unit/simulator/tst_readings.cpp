@@ -17,11 +17,11 @@ using std::chrono::milliseconds;
 namespace
 {
 
-/// The bytes as this machine (little-endian like the line) sees them.
-Values ValuesOf(const Readings& readings)
+/// Returns the bytes as this machine, which is little-endian like the line, sees them.
+Values ValuesOf(const QByteArray& data)
 {
     Values values{};
-    std::memcpy(values.data(), readings.Data().constData(), sizeof(values));
+    std::memcpy(values.data(), data.constData(), sizeof(values));
     return values;
 }
 
@@ -30,7 +30,8 @@ bool IsNear(float value, float expected)
     return std::abs(value - expected) <= std::abs(expected) * 0.03F;
 }
 
-/// The mean of the first value at the same moment of many measurements: settling without the noise.
+/// Returns the mean of the first value at the same moment of many measurements: it settles, without the
+/// noise.
 float MeanOfFirst(Measurement measurement, milliseconds moment)
 {
     constexpr int Rounds = 200;
@@ -39,20 +40,12 @@ float MeanOfFirst(Measurement measurement, milliseconds moment)
     for (int round = 0; round < Rounds; ++round) {
         readings.Begin(measurement);
         readings.Advance(moment);
-        sum += ValuesOf(readings)[0];
+        sum += ValuesOf(readings.Data())[0];
     }
     return sum / Rounds;
 }
 
-/// The bytes as this machine (little-endian like the line) sees them.
-float ValueAt(const QByteArray& data, int index)
-{
-    float value = 0;
-    std::memcpy(&value, data.constData() + 4 * index, sizeof(value));
-    return value;
-}
-
-/// The bytes as this machine (little-endian like the line) sees them.
+/// Returns the bytes as this machine, which is little-endian like the line, sees them.
 template <typename Number>
 double NumberAt(const QByteArray& data, int index)
 {
@@ -109,7 +102,7 @@ private Q_SLOTS:
         QByteArray previous;
         for (int round = 0; round < 50; ++round) {
             readings.Advance(100ms);
-            const Values values = ValuesOf(readings);
+            const Values values = ValuesOf(readings.Data());
             for (int index = 0; index < expected.size(); ++index) {
                 QVERIFY2(
                     IsNear(values.at(static_cast<std::size_t>(index)), expected.at(index)),
@@ -162,7 +155,7 @@ private Q_SLOTS:
         readings.Begin(static_cast<Measurement>(measurement));
         for (int round = 0; round < 50; ++round) {
             readings.Advance(100ms);
-            const Values values = ValuesOf(readings);
+            const Values values = ValuesOf(readings.Data());
             QCOMPARE(values[0], values[1] / values[2]);
         }
     }
@@ -183,14 +176,14 @@ private Q_SLOTS:
         double energy = 0;
         for (int round = 0; round < 600; ++round) {
             readings.Advance(100ms);
-            const Values values = ValuesOf(readings);
+            const Values values = ValuesOf(readings.Data());
             energy += static_cast<double>(values[1]) / 36000; // a tenth of a second in hours
             QVERIFY(std::abs(static_cast<double>(values[0]) - energy) <= energy * 1e-4);
             QCOMPARE(values[5], values[2] * values[3]);
             QCOMPARE(values[1], values[5] * values[4]);
             QVERIFY(values[4] > 0.9F && values[4] <= 1.0F);
         }
-        const Values settled = ValuesOf(readings);
+        const Values settled = ValuesOf(readings.Data());
         QVERIFY(IsNear(settled[2], 1.85F));
         QVERIFY(IsNear(settled[3], 230.0F));
         QVERIFY(IsNear(settled[4], 0.968F));
@@ -203,7 +196,7 @@ private Q_SLOTS:
         float highest = 0;
         for (int tenth = 1; tenth <= 60; ++tenth) {
             readings.Advance(100ms);
-            const Values values = ValuesOf(readings);
+            const Values values = ValuesOf(readings.Data());
             const float ramp = tenth < 30 ? static_cast<float>(tenth) / 30.0F : 1.0F;
             highest = std::max(highest, values[1]);
             QCOMPARE(values[0], highest);
@@ -222,7 +215,7 @@ private Q_SLOTS:
         readings.Advance(5000ms);
         readings.Begin(Measurement::HvTest);
         readings.Advance(300ms);
-        QVERIFY(IsNear(ValuesOf(readings)[0], 150.0F));
+        QVERIFY(IsNear(ValuesOf(readings.Data())[0], 150.0F));
     }
 
     void SameSeedSameReadings()
@@ -254,9 +247,9 @@ private Q_SLOTS:
             readings.Advance();
             const QByteArray data = readings.Data();
             QVERIFY(data.left(12) != previous.left(12));
-            QVERIFY(qAbs(ValueAt(data, 0) - 230) < 20);
-            QVERIFY(ValueAt(data, 1) >= 0 && ValueAt(data, 1) < 2);
-            QVERIFY(qAbs(ValueAt(data, 2) - 50) < 1);
+            QVERIFY(qAbs(ValuesOf(data)[0] - 230) < 20);
+            QVERIFY(ValuesOf(data)[1] >= 0 && ValuesOf(data)[1] < 2);
+            QVERIFY(qAbs(ValuesOf(data)[2] - 50) < 1);
             QCOMPARE(data.right(12), QByteArray(12, '\0'));
             previous = data;
         }

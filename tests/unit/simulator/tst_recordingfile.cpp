@@ -20,7 +20,7 @@ QByteArray ErrorOf(const QByteArray& content)
     return ErrorOfContent(Simulator::LoadRecording, content);
 }
 
-/// Entries behind a first one that is good.
+/// Returns entries behind a first one that is good.
 QByteArray WithFirst(const QByteArray& entry)
 {
     return "{\"exchanges\": [{\"request\": \"73\"},\n" + entry + "]}";
@@ -181,7 +181,7 @@ private Q_SLOTS:
                  QByteArray("cannot read the recording FILE: it has more than 16777216 bytes"));
     }
 
-    /// It may not be read by anybody, and still what is wrong is its length.
+    /// The file may not be read by anybody, but the error is still its length.
     void EnormousFileIsNotRead()
     {
         const QTemporaryDir folder;
@@ -216,7 +216,7 @@ private Q_SLOTS:
         QTest::newRow("unasked") << QStringLiteral("unasked");
     }
 
-    /// Each kind takes the keys that the schema gives it, and no other one's.
+    /// Each kind accepts the keys that the schema gives it, and no others.
     void SchemaAllowsWhatIsAllowed()
     {
         QFETCH(QString, needed);
@@ -285,7 +285,7 @@ private Q_SLOTS:
         QCOMPARE(IsAccepted({{QStringLiteral("unasked"), bytes}}), isAccepted);
     }
 
-    /// The limits themselves are tried above.
+    /// The limits themselves are tested above.
     void SchemaKeepsTheLimitsOfTheWhole()
     {
         QCOMPARE(Schema().value(QLatin1String("required")),
@@ -305,5 +305,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(TestRecordingFile) // an application at the end frees what long matches need
+QTEST_GUILESS_MAIN(TestRecordingFile) // The end of an application frees what long matches need.
 #include "tst_recordingfile.moc"

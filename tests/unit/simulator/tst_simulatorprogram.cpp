@@ -22,7 +22,7 @@ using namespace Wire;
 namespace
 {
 
-/// How long a program may take on a machine that has much else to do. In milliseconds.
+/// A program may take this long on a busy machine, in milliseconds.
 constexpr int Patience = 60000;
 
 const QString SimulatorProgram = QStringLiteral(SIMULATOR_PROGRAM);
@@ -42,13 +42,13 @@ const QString AskConfirm =
     QStringLiteral("printf '\\132\\026\\155\\321\\215' >&3; head -c 3 <&3 | od -An -tx1; ");
 const QString AskStart = QStringLiteral("printf '\\123\\226\\152' >&3; head -c 3 <&3 | od -An -tx1; ");
 
-/// What stands between the bars.
+/// Returns the words between the bars.
 QStringList Words(const char* text)
 {
     return QString::fromUtf8(text).split(QLatin1Char('|'));
 }
 
-/// The options stand between bars.
+/// Returns the arguments that run a shell program. The options stand between bars.
 QStringList RunShell(const QString& script, const char* options = "")
 {
     QStringList arguments = Words("run|--|sh|-c") << script;
@@ -99,7 +99,7 @@ public:
         }
     }
 
-    /// Waits for the end; -1 when a signal brought it.
+    /// Waits for the end. Returns -1 when a signal brought it.
     int ExitStatus() const
     {
         int status = 0;
@@ -123,7 +123,7 @@ QByteArray FirstSector()
     return QByteArray(512, '\x11');
 }
 
-/// All bytes that there are, twice.
+/// Returns all 256 bytes, twice.
 QByteArray SecondSector()
 {
     QByteArray sector;
@@ -516,7 +516,7 @@ private Q_SLOTS:
             << QByteArray("\"answer\": must be 1 to 2048 bytes of two hexadecimal digits each\n");
     }
 
-    /// Nothing is served or run, and no log is begun.
+    /// Nothing is answered or run, and no log is begun.
     void FilesThatAreWrong()
     {
         QFETCH(QByteArray, content);
@@ -870,7 +870,7 @@ private Q_SLOTS:
     }
 
 private:
-    /// The exit status of what was started; -1 when it was killed or did not end.
+    /// Returns the exit status of the program, or -1 when it was killed or did not end.
     int Finish()
     {
         const bool hasEnded = _process->waitForFinished(Patience);
@@ -917,7 +917,7 @@ private:
 
     bool Exists(const char* name) { return QFileInfo::exists(_folder->filePath(QLatin1String(name))); }
 
-    /// An initialization whose second status was lost, and what follows it.
+    /// Writes an initialization whose second status was lost, and what followed.
     void WriteRecording()
     {
         QVERIFY(Write("recording", "{\"exchanges\": [\n"
@@ -932,7 +932,7 @@ private:
                                    "{\"request\": \"73f44e\", \"answer\": \"01fee93f\"}]}"));
     }
 
-    /// The requests that carry both sectors, each in a file.
+    /// Writes the requests that carry the two sectors, each into a file.
     void WriteSectors()
     {
         QVERIFY(Write("one", 'F' + FirstSector() + Bytes("093e")));
