@@ -1,7 +1,9 @@
 #include <QtTest>
 
 #include "simulator/model/preparepayload.h"
+#include "support/wire.h"
 
+using namespace Wire;
 using Simulator::Measurement;
 using Simulator::RcdKind;
 
@@ -10,48 +12,16 @@ class TestPreparePayload : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void Known_data()
+    void VariantsOfTheFirstFunction()
     {
-        QTest::addColumn<QByteArray>("payload");
-        QTest::addColumn<int>("measurement");
-        const auto row = [](const char* payload, Measurement measurement) {
-            QTest::newRow(payload) << QByteArray::fromHex(payload) << static_cast<int>(measurement);
-        };
-        row("01ff0100ffffffff", Measurement::Rln);
-        row("01ff0200ffffffff", Measurement::Iec);
-        row("02050000ffffffff", Measurement::Rpe);
-        row("02ff0e00ffffffff", Measurement::Rpe);
-        row("03050000ffffffff", Measurement::Riso);
-        row("03ff1300ffffffff", Measurement::Riso);
-        row("04050000ffffffff", Measurement::Isub);
-        row("04ff0000ffffffff", Measurement::Isub);
-        row("05050100ffffffff", Measurement::Ipe);
-        row("05ff0500ffffffff", Measurement::Ipe);
-        row("06050400ffffffff", Measurement::Idelta);
-        row("06ff0000ffffffff", Measurement::Idelta);
-        row("07050400ffffffff", Measurement::It);
-        row("07ff0000ffffffff", Measurement::It);
-        row("08050100ffffffff", Measurement::Power);
-        row("08ff0000ffffffff", Measurement::Power);
-        row("09050200ffffffff", Measurement::HvTest);
-        row("09ff0500ffffffff", Measurement::HvTest);
-    }
-
-    void Known()
-    {
-        QFETCH(QByteArray, payload);
-        QFETCH(int, measurement);
-        const auto recognized = Simulator::RecognizePayload(payload);
-        QVERIFY(recognized.has_value());
-        QCOMPARE(static_cast<int>(*recognized), measurement);
+        QVERIFY(Simulator::RecognizePayload(Bytes("01ff0100ffffffff")) == Measurement::Rln);
+        QVERIFY(Simulator::RecognizePayload(Bytes("01ff0200ffffffff")) == Measurement::Iec);
     }
 
     void CodesOfEachFunction_data()
     {
         QTest::addColumn<QByteArray>("codes");
-        const auto row = [](const char* start, const char* codes) {
-            QTest::newRow(start) << QByteArray::fromHex(codes);
-        };
+        const auto row = [](const char* start, const char* codes) { QTest::newRow(start) << Bytes(codes); };
         row("01ff", "0102");
         row("0205", "000104050607080c0e");
         row("02ff", "000104050607080c0e");
@@ -74,11 +44,12 @@ private Q_SLOTS:
     void CodesOfEachFunction()
     {
         QFETCH(QByteArray, codes);
-        const QByteArray start = QByteArray::fromHex(QTest::currentDataTag());
+        const QByteArray start = Bytes(QTest::currentDataTag());
         QByteArray accepted;
         for (int code = 0; code <= 0xFF; ++code) {
-            const QByteArray payload = start + static_cast<char>(code) + QByteArray::fromHex("00ffffffff");
-            if (Simulator::RecognizePayload(payload)) {
+            const QByteArray payload = start + static_cast<char>(code) + Bytes("00ffffffff");
+            if (const auto measurement = Simulator::RecognizePayload(payload)) {
+                QCOMPARE(Simulator::FunctionNumber(*measurement), static_cast<int>(start.at(0)));
                 accepted.append(static_cast<char>(code));
             }
         }
@@ -88,9 +59,7 @@ private Q_SLOTS:
     void Unknown_data()
     {
         QTest::addColumn<QByteArray>("payload");
-        const auto row = [](const char* name, const char* payload) {
-            QTest::newRow(name) << QByteArray::fromHex(payload);
-        };
+        const auto row = [](const char* name, const char* payload) { QTest::newRow(name) << Bytes(payload); };
         row("nothing", "");
         row("too short", "01ff0100ffffff");
         row("too long", "01ff0100ffffffffff");
@@ -155,7 +124,7 @@ private Q_SLOTS:
         QTest::addColumn<int>("function");
         QTest::addColumn<int>("kind");
         const auto row = [](const char* payload, int function, RcdKind kind) {
-            QTest::newRow(payload) << QByteArray::fromHex(payload) << function << static_cast<int>(kind);
+            QTest::newRow(payload) << Bytes(payload) << function << static_cast<int>(kind);
         };
         row("0a000000ffffffff", 10, RcdKind::UbRe);
         row("0a008005ffffffff", 10, RcdKind::UbRe);
@@ -185,7 +154,7 @@ private Q_SLOTS:
         QTest::addColumn<int>("first");
         QTest::addColumn<int>("last");
         const auto row = [](const char* name, const char* start, const char* end, int first, int last) {
-            QTest::newRow(name) << QByteArray::fromHex(start) << QByteArray::fromHex(end) << first << last;
+            QTest::newRow(name) << Bytes(start) << Bytes(end) << first << last;
         };
         row("Ub/Re", "0a0000", "ffffffff", 0x00, 0x3F);
         row("Ia/Ta", "0a0000", "0000c842", 0x40, 0xBF);
@@ -210,9 +179,7 @@ private Q_SLOTS:
     void RcdUnknown_data()
     {
         QTest::addColumn<QByteArray>("payload");
-        const auto row = [](const char* name, const char* payload) {
-            QTest::newRow(name) << QByteArray::fromHex(payload);
-        };
+        const auto row = [](const char* name, const char* payload) { QTest::newRow(name) << Bytes(payload); };
         row("nothing", "");
         row("too short", "0a000000ffffff");
         row("too long", "0a000000ffffffffff");
