@@ -1,7 +1,5 @@
 #include "simulator/model/instrumentmodel.h"
 
-#include <utility>
-
 #include "simulator/model/preparepayload.h"
 #include "simulator/wire/frames.h"
 #include "simulator/wire/packeddate.h"
@@ -92,16 +90,6 @@ void InstrumentModel::SetMode(int mode)
     }
 }
 
-void InstrumentModel::RestartInto(int mode, TimePoint now)
-{
-    Restart(mode, now + _restartTime);
-}
-
-void InstrumentModel::SetError(int error)
-{
-    _error = error;
-}
-
 void InstrumentModel::SetFunction(int function)
 {
     if (function == StatusWord::NoFunction) {
@@ -119,16 +107,6 @@ void InstrumentModel::SetScenario(Scenario scenario, int number)
     _rcdTest.SetScenario(scenario, number);
     _update.SetScenario(scenario, number);
     _startTestResult = scenario == Scenario::StartTest ? number : StatusWord::UsualStartTestResult;
-}
-
-QDateTime InstrumentModel::Date(TimePoint now) const
-{
-    return _clock.Date(now);
-}
-
-QDateTime InstrumentModel::CalibrationDate() const
-{
-    return _calibrationDate;
 }
 
 void InstrumentModel::Advance(TimePoint now)
@@ -161,11 +139,6 @@ QStringList InstrumentModel::CollectChanges()
     QStringList changes = _function.CollectChanges() + _rcdTest.CollectChanges() + _changes;
     _changes.clear();
     return changes;
-}
-
-std::optional<QByteArray> InstrumentModel::CollectConfirmedFirmware()
-{
-    return std::exchange(_confirmedFirmware, std::nullopt);
 }
 
 StatusWord InstrumentModel::Status() const

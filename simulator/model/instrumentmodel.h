@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include <QByteArray>
@@ -57,20 +58,23 @@ public:
     QStringList CollectChanges();
 
     /// Returns the image of an update that was confirmed since the last call, if there is one.
-    std::optional<QByteArray> CollectConfirmedFirmware();
+    std::optional<QByteArray> CollectConfirmedFirmware()
+    {
+        return std::exchange(_confirmedFirmware, std::nullopt);
+    }
 
     /// Returns the status that would be reported now.
     StatusWord Status() const;
 
     // These happen at the instrument itself, not over its line. Each value must be within its limits.
     void SetMode(int mode);
-    void RestartInto(int mode, TimePoint now);
-    void SetError(int error);
+    void RestartInto(int mode, TimePoint now) { Restart(mode, now + _restartTime); }
+    void SetError(int error) { _error = error; }
     void SetFunction(int function);
     void SetScenario(Scenario scenario, int number);
 
-    QDateTime Date(TimePoint now) const;
-    QDateTime CalibrationDate() const;
+    QDateTime Date(TimePoint now) const { return _clock.Date(now); }
+    QDateTime CalibrationDate() const { return _calibrationDate; }
 
 private:
     QByteArray AnswerKnown(const QByteArray& request, TimePoint now);
