@@ -3,43 +3,23 @@
 #include <QtTest>
 
 #include <memory>
-#include <sstream>
 
 #include <Vesmar/hvtestsettings.h>
 
-#include "cli/program/program.h"
+#include "unit/cli/program/parsedline.h"
 
 namespace
 {
 
-/// A command line `vesmar measure ...` that has been read.
-class Reading
-{
-public:
-    explicit Reading(const QString& arguments)
+/// A command line `vesmar measure ...` that has been parsed.
+struct Measure : ParsedLine {
+    explicit Measure(const QString& arguments)
+        : ParsedLine(QStringLiteral("measure ") + arguments), measure(dynamic_cast<Cli::MeasureVerb*>(verb))
     {
-        std::vector<std::string> texts{"vesmar", "measure"};
-        for (const QString& argument : arguments.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
-            texts.push_back(argument.toStdString());
-        }
-        std::vector<const char*> pointers;
-        for (const std::string& text : texts) {
-            pointers.push_back(text.c_str());
-        }
-        verb = dynamic_cast<Cli::MeasureVerb*>(
-            _program.Parse(static_cast<int>(pointers.size()), pointers.data(), _output, _errors, &status));
     }
+    const Cli::MeasureFunction& Function() const { return *measure->Functions().Chosen(); }
 
-    QByteArray Errors() const { return QByteArray::fromStdString(_errors.str()); }
-    QByteArray Output() const { return QByteArray::fromStdString(_output.str()); }
-
-    Cli::MeasureVerb* verb = nullptr;
-    int status = -1;
-
-private:
-    Cli::Program _program;
-    std::ostringstream _output;
-    std::ostringstream _errors;
+    Cli::MeasureVerb* measure;
 };
 
 constexpr char Usage[] = "Usage: vesmar measure FUNCTION [OPTIONS]\n"
@@ -111,9 +91,9 @@ void TestCliMeasureFunctions::Payloads()
 {
     QFETCH(QByteArray, payload);
     QFETCH(int, seconds);
-    const Reading reading(QString::fromLatin1(QTest::currentDataTag()));
-    QVERIFY2(reading.verb != nullptr, reading.Errors().constData());
-    const Cli::MeasureFunction& function = *reading.verb->Functions().Chosen();
+    const Measure line(QString::fromLatin1(QTest::currentDataTag()));
+    QVERIFY2(line.verb != nullptr, line.Errors().constData());
+    const Cli::MeasureFunction& function = line.Function();
     const std::unique_ptr<QByteArray> frame(function.settings->CreateMeasurementFrame());
     QCOMPARE(*frame, payload);
     QCOMPARE(function.Seconds().value_or(-1), seconds);
@@ -188,50 +168,50 @@ void TestCliMeasureFunctions::Refused_data()
 void TestCliMeasureFunctions::Refused()
 {
     QFETCH(QByteArray, complaint);
-    const Reading reading(QString::fromLatin1(QTest::currentDataTag()));
-    QVERIFY(reading.verb == nullptr);
-    QCOMPARE(reading.status, 1);
-    QCOMPARE(reading.Errors(), "vesmar: " + complaint + '\n' + Usage);
+    const Measure line(QString::fromLatin1(QTest::currentDataTag()));
+    QVERIFY(line.verb == nullptr);
+    QCOMPARE(line.status, 1);
+    QCOMPARE(line.Errors(), "vesmar: " + complaint + '\n' + Usage);
 }
 
 void TestCliMeasureFunctions::TimeOffset()
 {
-    const Reading usual(QStringLiteral("hv"));
-    QCOMPARE(usual.verb->Functions().Chosen()->secondsBefore, 3.5F);
-    const Reading given(QStringLiteral("hv --time-offset 0.5"));
-    const Cli::MeasureFunction& function = *given.verb->Functions().Chosen();
+    const Measure usual(QStringLiteral("hv"));
+    QCOMPARE(usual.Function().secondsBefore, 3.5F);
+    const Measure given(QStringLiteral("hv --time-offset 0.5"));
+    const Cli::MeasureFunction& function = given.Function();
     QCOMPARE(function.secondsBefore, 0.5F);
     QCOMPARE(dynamic_cast<Vesmar::HVTestSettings&>(*function.settings).GetMeasurementTimeOffset(), 0.5F);
 }
 
 void TestCliMeasureFunctions::ReMeasuredBefore()
 {
-    const Reading plain(QStringLiteral("rcd --mode ia-ta-1"));
-    QVERIFY(!plain.verb->Functions().Chosen()->isReMeasured);
-    const Reading withUbRe(QStringLiteral("rcd --mode ia-ta-1 --with-ub-re"));
-    QVERIFY(withUbRe.verb->Functions().Chosen()->isReMeasured);
+    const Measure plain(QStringLiteral("rcd --mode ia-ta-1"));
+    QVERIFY(!plain.Function().isReMeasured);
+    const Measure withUbRe(QStringLiteral("rcd --mode ia-ta-1 --with-ub-re"));
+    QVERIFY(withUbRe.Function().isReMeasured);
 }
 
 void TestCliMeasureFunctions::CommonOptions()
 {
-    const Reading reading(QStringLiteral(
+    const Measure line(QStringLiteral(
         "it --json --timeout 2 --prepare-timeout 3 --stop-timeout 4 --clean-up-time 6 --csv some/file"));
-    QVERIFY2(reading.verb != nullptr, reading.Errors().constData());
-    QVERIFY(reading.verb->Options().isJson);
-    QVERIFY(reading.verb->Options().timeout == std::chrono::seconds(2));
-    QVERIFY(reading.verb->Limits().prepare == std::chrono::seconds(3));
-    QVERIFY(reading.verb->Limits().stop == std::chrono::seconds(4));
-    QVERIFY(reading.verb->Limits().cleanUp == std::chrono::seconds(6));
-    QCOMPARE(reading.verb->Functions().CsvFile(), QStringLiteral("some/file"));
+    QVERIFY2(line.verb != nullptr, line.Errors().constData());
+    QVERIFY(line.verb->Options().isJson);
+    QVERIFY(line.verb->Options().timeout == std::chrono::seconds(2));
+    QVERIFY(line.measure->Limits().prepare == std::chrono::seconds(3));
+    QVERIFY(line.measure->Limits().stop == std::chrono::seconds(4));
+    QVERIFY(line.measure->Limits().cleanUp == std::chrono::seconds(6));
+    QCOMPARE(line.measure->Functions().CsvFile(), QStringLiteral("some/file"));
 }
 
 void TestCliMeasureFunctions::Help()
 {
-    const Reading measure(QStringLiteral("--help"));
+    const Measure measure(QStringLiteral("--help"));
     QCOMPARE(measure.status, 0);
     QVERIFY(measure.Output().contains(Usage));
     QVERIFY(measure.Output().contains("switch it off at the instrument"));
-    const Reading hv(QStringLiteral("hv --help"));
+    const Measure hv(QStringLiteral("hv --help"));
     QCOMPARE(hv.status, 0);
     QVERIFY(hv.Output().contains("Usage: vesmar measure hv [OPTIONS]\n"));
     QVERIFY(hv.Output().contains("--time-offset"));

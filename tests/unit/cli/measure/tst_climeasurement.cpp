@@ -24,21 +24,25 @@ using Vesmar::Error;
 using Vesmar::FunctionState;
 using Vesmar::MeasurementState;
 using Vesmar::MeasurementType;
+using VesmarClient::MeasurementPicture;
+using VesmarClient::MeasurementSession;
 using VesmarClient::Reading;
 using namespace std::chrono_literals;
+
+Q_DECLARE_METATYPE(Cli::Ending)
 
 namespace
 {
 
 const QVector<Reading> Readings{{"current", 0.25F}, {"voltage", 3.4028235e38F}};
 
-const VesmarClient::MeasurementPicture Idle{Error::NoErrors,
-                                            MeasurementState::Idle,
-                                            FunctionState::Unknown,
-                                            MeasurementType::Monitoring,
-                                            0,
-                                            false,
-                                            false};
+const MeasurementPicture Idle{Error::NoErrors,
+                              MeasurementState::Idle,
+                              FunctionState::Unknown,
+                              MeasurementType::Monitoring,
+                              0,
+                              false,
+                              false};
 
 QDateTime Noon()
 {
@@ -50,95 +54,9 @@ QByteArray Written(const QVector<Reading>& readings)
     return Cli::ReadingLine(0ms, readings).mid(10);
 }
 
-/// A session that was aborted while it was being prepared.
-VesmarClient::MeasurementSession Aborted(bool isConfirmed)
+/// How the instrument is seen to stop, or is not.
+MeasurementSession Left(MeasurementSession session, bool isConfirmed)
 {
-    VesmarClient::MeasurementSession session(MeasurementType::IT, false, 5);
-    const VesmarClient::MeasurementPicture idle{Error::NoErrors,
-                                                MeasurementState::Idle,
-                                                FunctionState::Unknown,
-                                                MeasurementType::Monitoring,
-                                                0,
-                                                false,
-                                                false};
-    session.Begin(idle);
-    session.Abort();
-    if (isConfirmed) {
-        session.IdentityRead(idle);
-    } else {
-        session.TimeOver();
-    }
-    return session;
-}
-
-VesmarClient::MeasurementSession Failed()
-{
-    VesmarClient::MeasurementSession session(MeasurementType::IT, false, 5);
-    VesmarClient::MeasurementPicture picture{Error::NoErrors,
-                                             MeasurementState::Idle,
-                                             FunctionState::Unknown,
-                                             MeasurementType::Monitoring,
-                                             0,
-                                             false,
-                                             false};
-    session.Begin(picture);
-    picture.isModeActive = true;
-    picture.error = Error::PrepareFailed;
-    session.Observe(picture);
-    session.IdentityRead(picture);
-    return session;
-}
-
-/// A session whose link was lost, and may be back.
-VesmarClient::MeasurementSession LinkLost(MeasurementState status, bool isBack)
-{
-    VesmarClient::MeasurementSession session(MeasurementType::IT, false, 5);
-    VesmarClient::MeasurementPicture picture{Error::NoErrors,
-                                             MeasurementState::Idle,
-                                             FunctionState::Unknown,
-                                             MeasurementType::Monitoring,
-                                             0,
-                                             false,
-                                             false};
-    session.Begin(picture);
-    if (status == MeasurementState::Starting) {
-        session.Observe({Error::NoErrors, MeasurementState::Prepared, FunctionState::Prepared,
-                         MeasurementType::IT, 0, false, true});
-    }
-    session.Observe(picture);
-    if (isBack) {
-        session.IdentityRead(picture);
-    } else {
-        session.TimeOver();
-    }
-    return session;
-}
-
-/// A session that is not prepared, or not started, in time.
-VesmarClient::MeasurementSession TooSlow(MeasurementState status)
-{
-    VesmarClient::MeasurementSession session(MeasurementType::IT, false, 5);
-    session.Begin(Idle);
-    if (status == MeasurementState::Starting) {
-        session.Observe({Error::NoErrors, MeasurementState::Prepared, FunctionState::Prepared,
-                         MeasurementType::IT, 0, false, true});
-    }
-    session.TimeOver();
-    session.IdentityRead(Idle);
-    return session;
-}
-
-/// A single measurement that has run, with its result or without.
-VesmarClient::MeasurementSession Run(bool hasResult, bool isConfirmed)
-{
-    VesmarClient::MeasurementSession session(MeasurementType::RLN, true, std::nullopt);
-    session.Begin(Idle);
-    for (const MeasurementState status : {MeasurementState::Prepared, MeasurementState::Running}) {
-        session.Observe(
-            {Error::NoErrors, status, FunctionState::Prepared, MeasurementType::RLN, 0, false, true});
-    }
-    session.Observe({Error::NoErrors, MeasurementState::Stopped, FunctionState::Completed,
-                     MeasurementType::Monitoring, 0, hasResult, true});
     if (isConfirmed) {
         session.IdentityRead(Idle);
     } else {
@@ -147,11 +65,80 @@ VesmarClient::MeasurementSession Run(bool hasResult, bool isConfirmed)
     return session;
 }
 
-/// A session that waits in vain for another function to end.
-VesmarClient::MeasurementSession Busy()
+MeasurementPicture At(MeasurementState status, MeasurementType function = MeasurementType::IT)
 {
-    VesmarClient::MeasurementSession session(MeasurementType::IT, false, 5);
-    VesmarClient::MeasurementPicture picture = Idle;
+    return {Error::NoErrors, status, FunctionState::Prepared, function, 0, false, true};
+}
+
+/// A session that is being prepared, or started.
+MeasurementSession Begun(MeasurementState status)
+{
+    MeasurementSession session(MeasurementType::IT, false, 5);
+    session.Begin(Idle);
+    if (status == MeasurementState::Starting) {
+        session.Observe(At(MeasurementState::Prepared));
+    }
+    return session;
+}
+
+MeasurementSession Aborted(bool isConfirmed)
+{
+    MeasurementSession session = Begun(MeasurementState::Preparing);
+    session.Abort();
+    return Left(session, isConfirmed);
+}
+
+MeasurementSession Failed()
+{
+    MeasurementSession session = Begun(MeasurementState::Preparing);
+    MeasurementPicture picture = At(MeasurementState::Idle);
+    picture.error = Error::PrepareFailed;
+    session.Observe(picture);
+    return Left(session, true);
+}
+
+/// A session whose link was lost, and may be back.
+MeasurementSession LinkLost(MeasurementState status, bool isBack)
+{
+    MeasurementSession session = Begun(status);
+    session.Observe(Idle);
+    return Left(session, isBack);
+}
+
+/// A session that is not prepared, or not started, in time.
+MeasurementSession TooSlow(MeasurementState status)
+{
+    MeasurementSession session = Begun(status);
+    session.TimeOver();
+    return Left(session, true);
+}
+
+/// A single measurement that has run, with its result or without.
+MeasurementSession Run(bool hasResult, bool isConfirmed)
+{
+    MeasurementSession session(MeasurementType::RLN, true, std::nullopt);
+    session.Begin(Idle);
+    session.Observe(At(MeasurementState::Prepared, MeasurementType::RLN));
+    session.Observe(At(MeasurementState::Running, MeasurementType::RLN));
+    MeasurementPicture stopped = At(MeasurementState::Stopped, MeasurementType::Monitoring);
+    stopped.hasResult = hasResult;
+    session.Observe(stopped);
+    return Left(session, isConfirmed);
+}
+
+/// A session whose function the instrument gave up for another one.
+MeasurementSession GivenUp()
+{
+    MeasurementSession session = Begun(MeasurementState::Starting);
+    session.Observe(At(MeasurementState::Measuring, MeasurementType::RPE));
+    return Left(session, true);
+}
+
+/// A session that waits in vain for another function to end.
+MeasurementSession Busy()
+{
+    MeasurementSession session(MeasurementType::IT, false, 5);
+    MeasurementPicture picture = Idle;
     picture.function = MeasurementType::RISO;
     session.Begin(picture);
     session.TimeOver();
@@ -160,12 +147,12 @@ VesmarClient::MeasurementSession Busy()
 
 const QString Function = QStringLiteral("it");
 
-Cli::Ending EndOf(const VesmarClient::MeasurementSession& session, Error presentError = Error::NoErrors)
+Cli::Ending EndOf(const MeasurementSession& session, Error presentError = Error::NoErrors)
 {
     return Cli::EndingOf(Function, session, presentError);
 }
 
-QByteArray ResultOf(const VesmarClient::MeasurementSession& session, const QVector<Reading>& readings)
+QByteArray ResultOf(const MeasurementSession& session, const QVector<Reading>& readings)
 {
     const QByteArray line = Cli::ResultLine(Noon(), EndOf(session),
                                             Cli::ResultFields(Function, session.IsStopConfirmed(), readings));
@@ -190,13 +177,10 @@ private Q_SLOTS:
     void ReadingAsJson();
     void Csv();
     void Table();
-    void EndOfAnAbort();
-    void EndOfAFailure();
-    void EndThatIsNotConfirmed();
-    void EndOfALostLink();
+    void Ends_data();
+    void Ends();
     void ErrorOfALostLink();
     void ResultAsJson();
-    void ReasonsAndOutcomes();
     void FileIsOverwritten();
     void FileThatCannotBeWritten_data();
     void FileThatCannotBeWritten();
@@ -255,7 +239,7 @@ void TestCliMeasurement::LiveWithAPhase()
 
 void TestCliMeasurement::PhasesHaveNames()
 {
-    using Phase = VesmarClient::MeasurementSession::Phase;
+    using Phase = MeasurementSession::Phase;
     QCOMPARE(Cli::PhaseName(Phase::AwaitingMains), QStringLiteral("waiting for a suitable mains voltage"));
     QCOMPARE(Cli::PhaseName(Phase::Leaving), QStringLiteral("waiting until the instrument has stopped"));
     QCOMPARE(Cli::PhaseName(Phase::Ended), QString());
@@ -280,45 +264,83 @@ void TestCliMeasurement::Table()
     QCOMPARE(Cli::ResultText(Readings), QByteArray("  current           0.25\n  voltage           -\n"));
 }
 
-void TestCliMeasurement::EndOfAnAbort()
+void TestCliMeasurement::Ends_data()
 {
-    QCOMPARE(EndOf(Aborted(true)).message,
-             QStringLiteral("Measurement it aborted. The instrument is confirmed to have stopped."));
+    using Outcome = Cli::Ending::Outcome;
+    QTest::addColumn<Cli::Ending>("ending");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<int>("outcome");
+    QTest::addColumn<QString>("reason");
+    QTest::addColumn<QString>("message");
+    const auto row = [](const char* name, const MeasurementSession& session, int status, Outcome outcome,
+                        const char* reason, const char* message) {
+        QTest::newRow(name) << EndOf(session) << status << static_cast<int>(outcome)
+                            << QString::fromLatin1(reason) << QString::fromLatin1(message);
+    };
+    row("done", Run(true, true), 0, Outcome::Done, "",
+        "Measurement it done. The instrument is confirmed to have stopped.");
+    row("done, stop not confirmed", Run(true, false), 6, Outcome::Failed, "stop-not-confirmed",
+        "Measurement it done. STOP NOT CONFIRMED: the instrument may still be running, and high voltage may "
+        "be on. "
+        "Switch it off at the instrument.");
+    row("aborted", Aborted(true), 5, Outcome::Aborted, "",
+        "Measurement it aborted. The instrument is confirmed to have stopped.");
+    row("aborted, stop not confirmed", Aborted(false), 6, Outcome::Aborted, "stop-not-confirmed",
+        "Measurement it aborted. STOP NOT CONFIRMED: the instrument may still be running, and high voltage "
+        "may be "
+        "on. Switch it off at the instrument.");
+    row("failed", Failed(), 4, Outcome::Failed, "",
+        "Measurement it failed: PrepareFailed (200): the instrument could not prepare the measurement. The "
+        "instrument is confirmed to have stopped.");
+    row("not prepared", TooSlow(MeasurementState::Preparing), 4, Outcome::Failed, "not-prepared",
+        "Measurement it failed: the instrument did not prepare it in time. The instrument is confirmed to "
+        "have "
+        "stopped.");
+    row("not started", TooSlow(MeasurementState::Starting), 4, Outcome::Failed, "not-started",
+        "Measurement it failed: the instrument did not start it in time. The instrument is confirmed to have "
+        "stopped.");
+    row("no result", Run(false, true), 4, Outcome::Failed, "no-result",
+        "Measurement it failed: it ended early or without a reading, and no error was seen. The instrument "
+        "is "
+        "confirmed to have stopped.");
+    row("given up", GivenUp(), 4, Outcome::Failed, "function-lost",
+        "Measurement it failed: the instrument gave it up in the middle, for another function or for a "
+        "restart; "
+        "measure again. The instrument is confirmed to have stopped.");
+    row("busy", Busy(), 6, Outcome::Failed, "other-function",
+        "Measurement it failed: the instrument is busy with a function that was not started here, and does "
+        "not "
+        "stop it. STOP NOT CONFIRMED: the instrument may still be running, and high voltage may be on. "
+        "Switch it "
+        "off at the instrument.");
+    row("link lost while preparing", LinkLost(MeasurementState::Preparing, true), 7, Outcome::LinkLost,
+        "link-lost",
+        "Link lost, or the measurement refused by the instrument, while preparing. It is back, and the "
+        "instrument "
+        "is confirmed to have stopped.");
+    row("link lost in the middle", LinkLost(MeasurementState::Starting, true), 7, Outcome::LinkLost,
+        "link-lost",
+        "Link lost in the middle of the measurement. It is back, and the instrument is confirmed to have "
+        "stopped.");
+    row("link lost for good", LinkLost(MeasurementState::Starting, false), 7, Outcome::LinkLost, "link-lost",
+        "Link lost, the state of the instrument is unknown: it may still be running, and high voltage may be "
+        "on. "
+        "Switch it off at the instrument.");
 }
 
-void TestCliMeasurement::EndOfAFailure()
+void TestCliMeasurement::Ends()
 {
-    QCOMPARE(
-        EndOf(Failed()).message,
-        QStringLiteral("Measurement it failed: PrepareFailed (200): the instrument could not prepare the "
-                       "measurement. The instrument is confirmed to have stopped."));
-}
-
-void TestCliMeasurement::EndThatIsNotConfirmed()
-{
-    QCOMPARE(
-        EndOf(Aborted(false)).message,
-        QStringLiteral("Measurement it aborted. STOP NOT CONFIRMED: the instrument may still be running, "
-                       "and high voltage may be on. Switch it off at the instrument."));
-}
-
-void TestCliMeasurement::EndOfALostLink()
-{
-    QCOMPARE(EndOf(LinkLost(MeasurementState::Preparing, true)).message,
-             QStringLiteral("Link lost, or the measurement refused by the instrument, while preparing. It is "
-                            "back, and the instrument is confirmed to have stopped."));
-    QCOMPARE(EndOf(LinkLost(MeasurementState::Starting, true)).message,
-             QStringLiteral("Link lost in the middle of the measurement. It is back, and the instrument is "
-                            "confirmed to have stopped."));
-    QCOMPARE(EndOf(LinkLost(MeasurementState::Starting, false)).message,
-             QStringLiteral("Link lost, the state of the instrument is unknown: it may still be running, and "
-                            "high voltage may be on. Switch it off at the instrument."));
+    QFETCH(const Cli::Ending, ending);
+    QTEST(ending.status, "status");
+    QTEST(static_cast<int>(ending.outcome), "outcome");
+    QTEST(ending.reason, "reason");
+    QTEST(ending.message, "message");
 }
 
 /// The library's verdict on the link, as soon as there is one.
 void TestCliMeasurement::ErrorOfALostLink()
 {
-    const VesmarClient::MeasurementSession lost = LinkLost(MeasurementState::Starting, false);
+    const MeasurementSession lost = LinkLost(MeasurementState::Starting, false);
     QVERIFY(EndOf(lost, Error::NoResponse).error == Error::NoResponse);
     QVERIFY(EndOf(lost, Error::InvalidResponse).error == Error::InvalidResponse);
     QVERIFY(EndOf(lost, Error::CommunicationRecovery).error == Error::NoErrors);
@@ -347,28 +369,6 @@ void TestCliMeasurement::ResultAsJson()
                         R"("outcome":"aborted","readings":null,"reason":null,"status":5,"stopped":true,)"
                         R"("time":"2024-05-06T10:00:00.007Z"})"
                         "\n"));
-}
-
-void TestCliMeasurement::ReasonsAndOutcomes()
-{
-    using Outcome = Cli::Ending::Outcome;
-    const auto check = [](const VesmarClient::MeasurementSession& session, int status, Outcome outcome,
-                          const char* reason) {
-        const Cli::Ending ending = EndOf(session);
-        QVERIFY(ending.outcome == outcome);
-        QCOMPARE(ending.reason, QLatin1String(reason));
-        QCOMPARE(ending.status, status);
-    };
-    check(Aborted(true), 5, Outcome::Aborted, "");
-    check(Aborted(false), 6, Outcome::Aborted, "stop-not-confirmed");
-    check(LinkLost(MeasurementState::Starting, true), 7, Outcome::LinkLost, "link-lost");
-    check(LinkLost(MeasurementState::Starting, false), 7, Outcome::LinkLost, "link-lost");
-    check(TooSlow(MeasurementState::Preparing), 4, Outcome::Failed, "not-prepared");
-    check(TooSlow(MeasurementState::Starting), 4, Outcome::Failed, "not-started");
-    check(Run(false, true), 4, Outcome::Failed, "no-result");
-    check(Busy(), 6, Outcome::Failed, "other-function");
-    check(Run(true, true), 0, Outcome::Done, "");
-    check(Run(true, false), 6, Outcome::Failed, "stop-not-confirmed");
 }
 
 void TestCliMeasurement::FileIsOverwritten()
@@ -408,8 +408,8 @@ void TestCliMeasurement::ResultIsTheLastLine()
     CLI::App app;
     const Cli::MeasureFunctions functions(app);
     app.parse("it");
-    const VesmarClient::MeasurementSession session(Vesmar::MeasurementType::IT, false,
-                                                   5); // its stop is not confirmed
+    const MeasurementSession session(Vesmar::MeasurementType::IT, false,
+                                     5); // its stop is not confirmed
     QTemporaryFile file;
     QTemporaryFile errors;
     QVERIFY(file.open() && errors.open());

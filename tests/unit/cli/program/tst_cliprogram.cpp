@@ -5,49 +5,19 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <sstream>
 
-#include "cli/program/program.h"
 #include "cli/program/tracefilter.h"
 #include "cli/verbs/calibrationverb.h"
 #include "cli/verbs/clockverb.h"
 #include "cli/verbs/monitorverb.h"
 #include "cli/verbs/restartverb.h"
 #include "cli/verbs/updateverb.h"
+#include "unit/cli/program/parsedline.h"
 
 using std::chrono::milliseconds;
 
 namespace
 {
-
-/// A command line that has been read.
-class Reading
-{
-public:
-    explicit Reading(const QStringList& arguments)
-    {
-        std::vector<std::string> texts{"vesmar"};
-        for (const QString& argument : arguments) {
-            texts.push_back(argument.toStdString());
-        }
-        std::vector<const char*> pointers;
-        for (const std::string& text : texts) {
-            pointers.push_back(text.c_str());
-        }
-        verb = _program.Parse(static_cast<int>(pointers.size()), pointers.data(), _output, _errors, &status);
-    }
-
-    QByteArray Output() const { return QByteArray::fromStdString(_output.str()); }
-    QByteArray Errors() const { return QByteArray::fromStdString(_errors.str()); }
-
-    Cli::Verb* verb = nullptr;
-    int status = -1;
-
-private:
-    Cli::Program _program;
-    std::ostringstream _output;
-    std::ostringstream _errors;
-};
 
 QStringList Words(const char* words)
 {
@@ -121,27 +91,27 @@ private Q_SLOTS:
 
 void TestCliProgram::InfoWithItsDefaults()
 {
-    const Reading reading(Words("info"));
-    QVERIFY(reading.verb != nullptr);
-    QVERIFY(!reading.verb->Options().isJson);
-    QVERIFY(!reading.verb->Options().isTraceWanted);
-    QVERIFY(reading.verb->Options().timeout == milliseconds(10000));
-    QCOMPARE(reading.Output() + reading.Errors(), QByteArray());
+    const ParsedLine line(Words("info"));
+    QVERIFY(line.verb != nullptr);
+    QVERIFY(!line.verb->Options().isJson);
+    QVERIFY(!line.verb->Options().isTraceWanted);
+    QVERIFY(line.verb->Options().timeout == milliseconds(10000));
+    QCOMPARE(line.Output() + line.Errors(), QByteArray());
 }
 
 void TestCliProgram::InfoWithEveryOption()
 {
-    const Reading reading(Words("info --json --trace --timeout 2.5"));
-    QVERIFY(reading.verb != nullptr);
-    QVERIFY(reading.verb->Options().isJson);
-    QVERIFY(reading.verb->Options().isTraceWanted);
-    QVERIFY(reading.verb->Options().timeout == milliseconds(2500));
+    const ParsedLine line(Words("info --json --trace --timeout 2.5"));
+    QVERIFY(line.verb != nullptr);
+    QVERIFY(line.verb->Options().isJson);
+    QVERIFY(line.verb->Options().isTraceWanted);
+    QVERIFY(line.verb->Options().timeout == milliseconds(2500));
 }
 
 void TestCliProgram::MonitorWithItsDefaults()
 {
-    const Reading reading(Words("monitor"));
-    const auto* monitor = dynamic_cast<Cli::MonitorVerb*>(reading.verb);
+    const ParsedLine line(Words("monitor"));
+    const auto* monitor = dynamic_cast<Cli::MonitorVerb*>(line.verb);
     QVERIFY(monitor != nullptr);
     QVERIFY(!monitor->Duration().has_value());
     QVERIFY(monitor->Options().timeout == milliseconds(10000));
@@ -149,8 +119,8 @@ void TestCliProgram::MonitorWithItsDefaults()
 
 void TestCliProgram::MonitorWithEveryOption()
 {
-    const Reading reading(Words("monitor --for=14 --json --timeout=1 --trace"));
-    const auto* monitor = dynamic_cast<Cli::MonitorVerb*>(reading.verb);
+    const ParsedLine line(Words("monitor --for=14 --json --timeout=1 --trace"));
+    const auto* monitor = dynamic_cast<Cli::MonitorVerb*>(line.verb);
     QVERIFY(monitor != nullptr);
     QVERIFY(monitor->Duration() == milliseconds(14000));
     QVERIFY(monitor->Options().isJson);
@@ -160,12 +130,12 @@ void TestCliProgram::MonitorWithEveryOption()
 
 void TestCliProgram::ClockToBeShownOrSet()
 {
-    const auto clock = [](const Reading& reading) { return dynamic_cast<Cli::ClockVerb*>(reading.verb); };
-    const Reading shown(Words("clock --json"));
+    const auto clock = [](const ParsedLine& line) { return dynamic_cast<Cli::ClockVerb*>(line.verb); };
+    const ParsedLine shown(Words("clock --json"));
     QVERIFY(clock(shown) != nullptr && !clock(shown)->IsSetting());
     QVERIFY(clock(shown)->ConfirmTimeout() == milliseconds(30000));
     for (const char* now : {"clock set", "clock set now", "clock --timeout 3 set --confirm-timeout 2"}) {
-        const Reading set(Words(now));
+        const ParsedLine set(Words(now));
         QVERIFY(clock(set) != nullptr && clock(set)->IsSetting());
         QVERIFY(!clock(set)->Wanted().isValid());
     }
@@ -174,7 +144,7 @@ void TestCliProgram::ClockToBeShownOrSet()
                                      Words("clock set 2026-11-21 18:00:01 --json"),
                                      {QStringLiteral("clock"), QStringLiteral("set"),
                                       QStringLiteral("2026-11-21 18:00:01"), QStringLiteral("--json")}}) {
-        const Reading set(given);
+        const ParsedLine set(given);
         QVERIFY2(clock(set) != nullptr, set.Errors().constData());
         QCOMPARE(clock(set)->Wanted(), wanted);
         QVERIFY(set.verb->Options().isJson);
@@ -183,10 +153,10 @@ void TestCliProgram::ClockToBeShownOrSet()
 
 void TestCliProgram::CalibrationToBeShownOrSet()
 {
-    const Reading shown(Words("calibration"));
+    const ParsedLine shown(Words("calibration"));
     const auto* calibration = dynamic_cast<Cli::CalibrationVerb*>(shown.verb);
     QVERIFY(calibration != nullptr && !calibration->Wanted().isValid());
-    const Reading set(Words("calibration set 2026-11-21 --confirm-timeout 12.5 --trace"));
+    const ParsedLine set(Words("calibration set 2026-11-21 --confirm-timeout 12.5 --trace"));
     calibration = dynamic_cast<Cli::CalibrationVerb*>(set.verb);
     QVERIFY(calibration != nullptr);
     QCOMPARE(calibration->Wanted(), QDate(2026, 11, 21));
@@ -196,8 +166,8 @@ void TestCliProgram::CalibrationToBeShownOrSet()
 
 void TestCliProgram::RestartWithItsOptions()
 {
-    const Reading reading(Words("restart --confirm-timeout 5 --json"));
-    const auto* restart = dynamic_cast<Cli::RestartVerb*>(reading.verb);
+    const ParsedLine line(Words("restart --confirm-timeout 5 --json"));
+    const auto* restart = dynamic_cast<Cli::RestartVerb*>(line.verb);
     QVERIFY(restart != nullptr);
     QVERIFY(restart->ConfirmTimeout() == milliseconds(5000));
     QVERIFY(restart->Options().isJson);
@@ -205,8 +175,8 @@ void TestCliProgram::RestartWithItsOptions()
 
 void TestCliProgram::UpdateWithItsDefaults()
 {
-    const Reading reading(Words("update image --confirmation file"));
-    const auto* update = dynamic_cast<Cli::UpdateVerb*>(reading.verb);
+    const ParsedLine line(Words("update image --confirmation file"));
+    const auto* update = dynamic_cast<Cli::UpdateVerb*>(line.verb);
     QVERIFY(update != nullptr);
     QCOMPARE(update->Update().image, QStringLiteral("image"));
     QCOMPARE(update->Update().confirmation, QStringLiteral("file"));
@@ -216,9 +186,9 @@ void TestCliProgram::UpdateWithItsDefaults()
 
 void TestCliProgram::UpdateWithEveryOption()
 {
-    const Reading reading(
+    const ParsedLine line(
         Words("update --offline --confirm-timeout 9 --json --timeout 2 --trace --confirmation=file image"));
-    const auto* update = dynamic_cast<Cli::UpdateVerb*>(reading.verb);
+    const auto* update = dynamic_cast<Cli::UpdateVerb*>(line.verb);
     QVERIFY(update != nullptr);
     QCOMPARE(update->Update().image, QStringLiteral("image"));
     QVERIFY(update->Update().isOffline);
@@ -241,9 +211,9 @@ void TestCliProgram::Seconds()
 {
     QFETCH(QString, given);
     QFETCH(int, timeout);
-    const Reading reading({QStringLiteral("info"), QStringLiteral("--timeout"), given});
-    QVERIFY(reading.verb != nullptr);
-    QVERIFY(reading.verb->Options().timeout == milliseconds(timeout));
+    const ParsedLine line({QStringLiteral("info"), QStringLiteral("--timeout"), given});
+    QVERIFY(line.verb != nullptr);
+    QVERIFY(line.verb->Options().timeout == milliseconds(timeout));
 }
 
 void TestCliProgram::BadUsage_data()
@@ -299,29 +269,29 @@ void TestCliProgram::BadUsage_data()
 void TestCliProgram::BadUsage()
 {
     QFETCH(QString, arguments);
-    const Reading reading(arguments.split(QLatin1Char(' '), Qt::SkipEmptyParts));
-    QVERIFY(reading.verb == nullptr);
-    QCOMPARE(reading.status, 1);
-    QCOMPARE(reading.Output(), QByteArray());
-    QTEST(reading.Errors(), "errors");
+    const ParsedLine line(arguments.split(QLatin1Char(' '), Qt::SkipEmptyParts));
+    QVERIFY(line.verb == nullptr);
+    QCOMPARE(line.status, 1);
+    QCOMPARE(line.Output(), QByteArray());
+    QTEST(line.Errors(), "errors");
 }
 
 void TestCliProgram::ErrorIsOneLine()
 {
-    const Reading reading({QStringLiteral("info"), QStringLiteral("--timeout"), QStringLiteral("1\n2")});
-    QCOMPARE(reading.status, 1);
-    QCOMPARE(reading.Errors(), QByteArray("vesmar: --timeout: \"1\\x0a2\" is not a number of seconds from "
-                                          "0.1 to 86400\n") +
-                                   InfoUsage);
+    const ParsedLine line({QStringLiteral("info"), QStringLiteral("--timeout"), QStringLiteral("1\n2")});
+    QCOMPARE(line.status, 1);
+    QCOMPARE(line.Errors(), QByteArray("vesmar: --timeout: \"1\\x0a2\" is not a number of seconds from "
+                                       "0.1 to 86400\n") +
+                                InfoUsage);
 }
 
 void TestCliProgram::Version()
 {
-    const Reading reading(Words("--version"));
-    QCOMPARE(reading.status, 0);
+    const ParsedLine line(Words("--version"));
+    QCOMPARE(line.status, 0);
     const QRegularExpression version(QStringLiteral(R"(\Avesmar \d+\.\d+\.\d+\n\z)"));
-    QVERIFY(version.match(QString::fromLatin1(reading.Output())).hasMatch());
-    QCOMPARE(reading.Errors(), QByteArray());
+    QVERIFY(version.match(QString::fromLatin1(line.Output())).hasMatch());
+    QCOMPARE(line.Errors(), QByteArray());
 }
 
 void TestCliProgram::Help_data()
@@ -361,14 +331,14 @@ void TestCliProgram::Help()
     QFETCH(QString, arguments);
     QFETCH(QByteArray, usage);
     QFETCH(QStringList, parts);
-    const Reading reading(arguments.split(QLatin1Char(' ')));
-    QVERIFY(reading.verb == nullptr);
-    QCOMPARE(reading.status, 0);
-    QVERIFY(reading.Output().contains(usage));
+    const ParsedLine line(arguments.split(QLatin1Char(' ')));
+    QVERIFY(line.verb == nullptr);
+    QCOMPARE(line.status, 0);
+    QVERIFY(line.Output().contains(usage));
     for (const QString& part : parts) {
-        QVERIFY2(reading.Output().contains(part.toLatin1()), qPrintable(part));
+        QVERIFY2(line.Output().contains(part.toLatin1()), qPrintable(part));
     }
-    QCOMPARE(reading.Errors(), QByteArray());
+    QCOMPARE(line.Errors(), QByteArray());
 }
 
 void TestCliProgram::TraceIsDropped()

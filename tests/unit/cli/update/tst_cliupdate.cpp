@@ -6,6 +6,8 @@
 
 #include <sys/stat.h>
 
+#include <functional>
+
 #include "cli/update/updatefiles.h"
 #include "cli/update/updateformat.h"
 #include "support/eventschema.h"
@@ -14,6 +16,8 @@ using namespace std::chrono_literals;
 using Vesmar::Error;
 using Vesmar::OperationMode;
 using Vesmar::OperationState;
+
+Q_DECLARE_METATYPE(Cli::Ending)
 
 namespace
 {
@@ -75,9 +79,10 @@ private Q_SLOTS:
     void Versions();
     void FailuresSayWhatToDo_data();
     void FailuresSayWhatToDo();
+    void OtherEnds_data();
     void OtherEnds();
     void ErrorOfALostLink();
-    void Interruptions();
+    void SignalThatIsRefused();
     void ResultAsJson();
     void ResultOfAFailureAsJson();
 
@@ -262,47 +267,77 @@ void TestCliUpdate::FailuresSayWhatToDo()
     QTEST(EndOf(FailedSession(sectors, progress, static_cast<Error>(error))).message, "message");
 }
 
+void TestCliUpdate::OtherEnds_data()
+{
+    using Outcome = Cli::Ending::Outcome;
+    using VesmarClient::UpdateSession;
+    QTest::addColumn<Cli::Ending>("ending");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<int>("outcome");
+    QTest::addColumn<QString>("reason");
+    QTest::addColumn<QString>("words");
+    const auto row = [](const char* name, UpdateSession session,
+                        const std::function<void(UpdateSession&)>& end, int status, Outcome outcome,
+                        const char* reason, const char* words) {
+        end(session);
+        QTest::newRow(name) << EndOf(session) << status << static_cast<int>(outcome)
+                            << QString::fromLatin1(reason) << QString::fromLatin1(words);
+    };
+    UpdateSession begun(8, false);
+    begun.Begin();
+    UpdateSession offline(8, true);
+    offline.Begin();
+    row(
+        "done", FinishedSession(),
+        [](UpdateSession& session) { session.IdentityRead(OperationMode::Normal); }, 0, Outcome::Done, "",
+        "Firmware update done. The instrument is back in its normal mode.");
+    row(
+        "stays in update mode", FinishedSession(),
+        [](UpdateSession& session) { session.IdentityRead(Update); }, 4, Outcome::UpdateMode, "update-mode",
+        "stays in update mode; run the same command again.");
+    row(
+        "not back", FinishedSession(),
+        [](UpdateSession& session) { session.TimeOver(OperationState::Finished); }, 7, Outcome::LinkLost,
+        "not-back", "sent and confirmed, but the instrument has not");
+    row(
+        "mode not changed", begun, [](UpdateSession& session) { session.TimeOver(OperationState::Idle); }, 4,
+        Outcome::Failed, "mode-not-changed", "did not change to update mode in time");
+    row(
+        "no sector sent", offline,
+        [](UpdateSession& session) {
+            session.Observe(
+                {Error::UpdateInitializationFailed, OperationState::Idle, 0, OperationMode::Normal});
+        },
+        4, Outcome::Failed, "",
+        " No sector was sent. The instrument may be in update mode; check cable and power, and run the same "
+        "command "
+        "again.");
+    row(
+        "link lost", begun,
+        [](UpdateSession& session) {
+            session.Observe({Error::CommunicationRecovery, OperationState::Idle, 0, OperationMode::Normal});
+        },
+        7, Outcome::LinkLost, "link-lost", "link was lost before the first sector");
+    row(
+        "signal before", begun, [](UpdateSession& session) { session.Interrupt(OperationState::Idle, 2); },
+        128 + 2, Outcome::Interrupted, "signal",
+        "Ended by signal 2 before the first sector was sent: the instrument keeps its firmware. It may be in "
+        "update "
+        "mode; vesmar restart brings it back.");
+    row(
+        "signal after", FinishedSession(),
+        [](UpdateSession& session) { session.Interrupt(OperationState::Idle, 15); }, 128 + 15,
+        Outcome::Interrupted, "signal", "Ended by signal 15 after the firmware was sent and confirmed.");
+}
+
 void TestCliUpdate::OtherEnds()
 {
-    VesmarClient::UpdateSession done = FinishedSession();
-    done.IdentityRead(OperationMode::Normal);
-    QCOMPARE(EndOf(done).status, 0);
-    QCOMPARE(EndOf(done).message,
-             QStringLiteral("Firmware update done. The instrument is back in its normal mode."));
-
-    VesmarClient::UpdateSession stuck = FinishedSession();
-    stuck.IdentityRead(Update);
-    QCOMPARE(EndOf(stuck).reason, QStringLiteral("update-mode"));
-    QCOMPARE(EndOf(stuck).status, 4);
-    QVERIFY(
-        EndOf(stuck).message.contains(QStringLiteral("stays in update mode; run the same command again.")));
-
-    VesmarClient::UpdateSession away = FinishedSession();
-    away.TimeOver(OperationState::Finished);
-    QCOMPARE(EndOf(away).reason, QStringLiteral("not-back"));
-    QCOMPARE(EndOf(away).status, 7);
-    QVERIFY(EndOf(away).message.contains(QStringLiteral("sent and confirmed, but the instrument has not")));
-
-    VesmarClient::UpdateSession unchanged(8, false);
-    unchanged.Begin();
-    unchanged.TimeOver(OperationState::Idle);
-    QCOMPARE(EndOf(unchanged).reason, QStringLiteral("mode-not-changed"));
-    QCOMPARE(EndOf(unchanged).status, 4);
-    QVERIFY(EndOf(unchanged).message.contains(QStringLiteral("did not change to update mode in time")));
-
-    VesmarClient::UpdateSession unheard(8, true);
-    unheard.Begin();
-    unheard.Observe({Error::UpdateInitializationFailed, OperationState::Idle, 0, OperationMode::Normal});
-    QVERIFY(EndOf(unheard).message.endsWith(QStringLiteral(
-        " No sector was sent. The instrument may be in update mode; check cable and power, and run the "
-        "same command again.")));
-
-    VesmarClient::UpdateSession lost(8, false);
-    lost.Begin();
-    lost.Observe({Error::CommunicationRecovery, OperationState::Idle, 0, OperationMode::Normal});
-    QCOMPARE(EndOf(lost).reason, QStringLiteral("link-lost"));
-    QCOMPARE(EndOf(lost).status, 7);
-    QVERIFY(EndOf(lost).message.contains(QStringLiteral("link was lost before the first sector")));
+    QFETCH(const Cli::Ending, ending);
+    QFETCH(const QString, words);
+    QTEST(ending.status, "status");
+    QTEST(static_cast<int>(ending.outcome), "outcome");
+    QTEST(ending.reason, "reason");
+    QVERIFY2(ending.message.contains(words), qPrintable(ending.message));
 }
 
 /// Where the link is lost, the library's verdict tells why, as soon as there is one.
@@ -318,22 +353,8 @@ void TestCliUpdate::ErrorOfALostLink()
     QVERIFY(EndOf(failed, Error::NoResponse).error == Error::UpdateInitializationFailed);
 }
 
-void TestCliUpdate::Interruptions()
+void TestCliUpdate::SignalThatIsRefused()
 {
-    VesmarClient::UpdateSession before(8, false);
-    before.Begin();
-    before.Interrupt(OperationState::Idle, 2);
-    QCOMPARE(EndOf(before).reason, QStringLiteral("signal"));
-    QCOMPARE(EndOf(before).status, 128 + 2);
-    QCOMPARE(EndOf(before).message,
-             QStringLiteral("Ended by signal 2 before the first sector was sent: the instrument keeps its "
-                            "firmware. It may be in update mode; vesmar restart brings it back."));
-
-    VesmarClient::UpdateSession after = FinishedSession();
-    after.Interrupt(OperationState::Idle, 15);
-    QVERIFY(EndOf(after).message.startsWith(
-        QStringLiteral("Ended by signal 15 after the firmware was sent and confirmed.")));
-
     QCOMPARE(Cli::UpdateGoesOnMessage(1),
              QStringLiteral("Signal 1 does not end this: an image that is cut short leaves the instrument "
                             "without firmware. Sending it goes on."));
