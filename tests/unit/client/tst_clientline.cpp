@@ -27,8 +27,8 @@ namespace
 
 constexpr int Patience = 90000;
 
-/// A pseudo-terminal with both ends open in this process. Without `O_CLOEXEC`, what it starts inherits its
-/// far end.
+/// A pseudo-terminal with both ends open in this process. Without `O_CLOEXEC`, programs that this process
+/// starts inherit its far end.
 class Line
 {
 public:
@@ -79,7 +79,7 @@ public:
     Holder(const Holder&) = delete;
     Holder& operator=(const Holder&) = delete;
 
-    /// Until it has taken its last name, too.
+    /// Waits, too, until the program has its last name.
     bool WaitUntilItHolds()
     {
         while (!_process.canReadLine()) {

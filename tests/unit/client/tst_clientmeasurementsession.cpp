@@ -81,7 +81,7 @@ VesmarClient::MeasurementSession SessionIn(Phase phase)
     return session;
 }
 
-/// The instrument stops, and the library tells of it.
+/// The instrument stops, and the library reports that.
 void Confirm(VesmarClient::MeasurementSession* session)
 {
     QVERIFY(session->CurrentPhase() == Phase::Leaving);
@@ -102,7 +102,7 @@ private Q_SLOTS:
     void IecIsRlnToTheInstrument();
     void OtherFunctionIsAwaited();
     void OtherFunctionThatDoesNotStop();
-    void LeftoversAreNotTakenForPrepared();
+    void LeftoversDoNotCountAsPrepared();
     void InstrumentWithAnErrorIsNotStarted();
     void ErrorsOfTheMeasurement_data();
     void ErrorsOfTheMeasurement();
@@ -194,7 +194,7 @@ void TestClientMeasurementSession::OtherFunctionThatDoesNotStop()
     QVERIFY(!session.IsStopConfirmed());
 }
 
-void TestClientMeasurementSession::LeftoversAreNotTakenForPrepared()
+void TestClientMeasurementSession::LeftoversDoNotCountAsPrepared()
 {
     VesmarClient::MeasurementSession session = SessionIn(Phase::Preparing);
     QVERIFY(session.Observe(Prepared(MeasurementType::Monitoring)) == Action::None);

@@ -20,13 +20,13 @@ Q_DECLARE_METATYPE(RcdTest)
 namespace
 {
 
-/// Of an instrument that does nothing.
+/// The picture of an instrument that does nothing.
 MeasurementPicture Idle(MeasurementState status = MeasurementState::Idle)
 {
     return {Error::NoErrors, status, FunctionState::Unknown, MeasurementType::Monitoring, 0, false, false};
 }
 
-/// In measurement mode.
+/// The picture in measurement mode.
 MeasurementPicture At(MeasurementState status, Error error = Error::NoErrors)
 {
     MeasurementPicture picture = Idle(status);
@@ -35,7 +35,7 @@ MeasurementPicture At(MeasurementState status, Error error = Error::NoErrors)
     return picture;
 }
 
-/// A Ub/Re test that is prepared, and not started yet.
+/// The picture of a Ub/Re test that is watched, and not started yet.
 MeasurementPicture Watched(FunctionState functionStatus, Error error = Error::NoErrors)
 {
     MeasurementPicture picture = At(MeasurementState::Idle, error);
@@ -66,7 +66,7 @@ void Run(RcdSession* session)
     QVERIFY(session->CurrentPhase() == Phase::Running);
 }
 
-/// One that is being prepared or, the Ub/Re test, run.
+/// A session whose test is being prepared, or for the Ub/Re test, has been started.
 RcdSession Begun(RcdTest test)
 {
     RcdSession session(test);
@@ -77,7 +77,7 @@ RcdSession Begun(RcdTest test)
     return session;
 }
 
-/// The instrument stops, and the library tells of it.
+/// The instrument stops, and the library reports that.
 void Confirm(RcdSession* session, Outcome outcome)
 {
     QVERIFY(session->CurrentPhase() == Phase::Leaving);
@@ -105,7 +105,7 @@ private Q_SLOTS:
     void ToItsEnd_data();
     void ToItsEnd();
     void UbReIsWatchedBeforeItsStart();
-    void LeftoversAreNotTakenForPrepared();
+    void LeftoversDoNotCountAsPrepared();
     void WatchThatFails_data();
     void WatchThatFails();
     void ObjectErrorThatIsOvercome();
@@ -118,7 +118,7 @@ private Q_SLOTS:
     void EndWithoutAResult_data();
     void EndWithoutAResult();
     void EndSeenOnlyAfterwards();
-    void EndOfTheTestBeforeIsNotTaken();
+    void EndOfAnEarlierTestDoesNotCount();
     void SilentTestIsStartedAgain();
     void CleanUpIsLeftAlone();
     void CleanUpThatWasNotStartedHasFailed();
@@ -163,7 +163,7 @@ void TestClientRcdSession::UbReIsWatchedBeforeItsStart()
     Confirm(&session, Outcome::Completed);
 }
 
-void TestClientRcdSession::LeftoversAreNotTakenForPrepared()
+void TestClientRcdSession::LeftoversDoNotCountAsPrepared()
 {
     RcdSession session(RcdTest::UbRe);
     session.Begin(Idle());
@@ -303,7 +303,7 @@ void TestClientRcdSession::EndSeenOnlyAfterwards()
     Confirm(&session, Outcome::Completed);
 }
 
-void TestClientRcdSession::EndOfTheTestBeforeIsNotTaken()
+void TestClientRcdSession::EndOfAnEarlierTestDoesNotCount()
 {
     RcdSession session(RcdTest::IaTa);
     QVERIFY(session.Begin(Idle(MeasurementState::Stopped)) == Action::PrepareAndStart);

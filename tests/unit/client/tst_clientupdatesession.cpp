@@ -104,7 +104,7 @@ void TestClientUpdateSession::ToItsEnd()
     QVERIFY(session.CurrentOutcome() == Outcome::Updated);
 }
 
-/// The operation state goes from idle to in progress there, and stays finished.
+/// Offline, the operation state goes from idle to in progress, and stays finished.
 void TestClientUpdateSession::OfflineToItsEnd()
 {
     VesmarClient::UpdateSession session(Sectors, true);
@@ -303,7 +303,7 @@ void TestClientUpdateSession::InterruptedOnlyWhereItDoesNoHarm()
     QCOMPARE(session.CurrentOutcome() == Outcome::Interrupted, ends);
 }
 
-/// The library began between the look at its state and the end of the link.
+/// The library began the update after its state was read and before the link was closed.
 void TestClientUpdateSession::InterruptedAMomentTooLate()
 {
     VesmarClient::UpdateSession session = SessionIn(Phase::ChangingMode);

@@ -3,8 +3,8 @@
 #include <QProcess>
 #include <QStringList>
 
-/// What a script for completion offers in a bash that knows nothing else, for the last of these words. A
-/// complaint of bash or of the script comes behind it.
+/// The words that a completion script offers for the last of these words, in a bash that knows nothing else.
+/// A complaint of bash or of the script follows them.
 inline QStringList Completed(const QString& script, const QStringList& words, const QString& folder = {})
 {
     const QString call = QStringLiteral(". \"$1\"; shift\n"
@@ -25,7 +25,7 @@ inline QStringList Completed(const QString& script, const QStringList& words, co
     return QString::fromLocal8Bit(bash.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }
 
-/// The same with everything on a line of its own; a last word that is empty is written as "''".
+/// The same, with every word on a line of its own. An empty last word is written as "''".
 inline QStringList Completed(const QString& script, const char* line, const QString& folder = {})
 {
     QStringList words = QString::fromLatin1(line).split(QLatin1Char(' '));

@@ -19,7 +19,7 @@ QByteArray HelpOf(const char* program, const QStringList& command)
     return process.readAllStandardOutput();
 }
 
-/// What begins the lines of a help's list.
+/// The words that begin the lines of a list in the help.
 QStringList Found(const QByteArray& text, const char* pattern)
 {
     const QRegularExpression form(QString::fromLatin1(pattern), QRegularExpression::MultilineOption);
@@ -63,7 +63,7 @@ QString SimulatorScript()
     return ManualFile(QStringLiteral("completions/vesmar-simulator"));
 }
 
-/// The page has every option of the help; the completion offers each, and each of the commands.
+/// The page has every option of the help. The completion offers every option and every command.
 void CompareWithHelp(const QByteArray& help, const QByteArray& page, const QString& script,
                      const QStringList& place)
 {

@@ -5,8 +5,8 @@
 
 #include <csignal>
 
-/// Runs a test that sends signals to its own process. They are blocked before there is any second thread, Qt
-/// Test's among them, so that they wait for the one who watches for them.
+/// Runs a test that sends signals to its own process. The signals are blocked before there is any second
+/// thread, Qt Test's included, so that they wait for the thread that watches for them.
 template <typename Test>
 int RunSignalTest(int argumentCount, char** arguments)
 {

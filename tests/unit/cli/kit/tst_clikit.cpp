@@ -139,7 +139,7 @@ void TestCliKit::LostLink()
              qPrintable(lost.message));
 }
 
-/// A place where the hour after two is missing once a year.
+/// Uses a time zone in which the hour after two is missing once a year.
 void TestCliKit::initTestCase()
 {
     qputenv("TZ", "CET-1CEST,M3.5.0,M10.5.0/3");

@@ -26,15 +26,15 @@ class TestCliSignalWatcher : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void SignalIsTold_data();
-    void SignalIsTold();
-    void DescriptorIsReadableUntilTheSignalIsTold();
-    void EverySignalIsTold();
-    void PendingSignalsAreToldWithoutAnEventLoop();
+    void SignalIsEmitted_data();
+    void SignalIsEmitted();
+    void DescriptorIsReadableUntilTheSignalIsEmitted();
+    void EverySignalIsEmitted();
+    void PendingSignalsAreEmittedWithoutAnEventLoop();
     void HaltingSignalsAreIgnored();
 };
 
-void TestCliSignalWatcher::SignalIsTold_data()
+void TestCliSignalWatcher::SignalIsEmitted_data()
 {
     QTest::addColumn<int>("signalNumber");
     QTest::newRow("SIGINT") << SIGINT;
@@ -42,7 +42,7 @@ void TestCliSignalWatcher::SignalIsTold_data()
     QTest::newRow("SIGHUP") << SIGHUP;
 }
 
-void TestCliSignalWatcher::SignalIsTold()
+void TestCliSignalWatcher::SignalIsEmitted()
 {
     QFETCH(int, signalNumber);
     std::signal(signalNumber, SIG_DFL);
@@ -53,7 +53,7 @@ void TestCliSignalWatcher::SignalIsTold()
     QCOMPARE(received.first().first().toInt(), signalNumber);
 }
 
-void TestCliSignalWatcher::DescriptorIsReadableUntilTheSignalIsTold()
+void TestCliSignalWatcher::DescriptorIsReadableUntilTheSignalIsEmitted()
 {
     const Cli::SignalWatcher watcher;
     QSignalSpy received(&watcher, &Cli::SignalWatcher::Received);
@@ -64,7 +64,7 @@ void TestCliSignalWatcher::DescriptorIsReadableUntilTheSignalIsTold()
     QVERIFY(!IsReadable(watcher.Descriptor()));
 }
 
-void TestCliSignalWatcher::EverySignalIsTold()
+void TestCliSignalWatcher::EverySignalIsEmitted()
 {
     const Cli::SignalWatcher watcher;
     QSignalSpy received(&watcher, &Cli::SignalWatcher::Received);
@@ -75,7 +75,7 @@ void TestCliSignalWatcher::EverySignalIsTold()
     QCOMPARE(received.at(1).first().toInt(), SIGTERM);
 }
 
-void TestCliSignalWatcher::PendingSignalsAreToldWithoutAnEventLoop()
+void TestCliSignalWatcher::PendingSignalsAreEmittedWithoutAnEventLoop()
 {
     Cli::SignalWatcher watcher;
     QSignalSpy received(&watcher, &Cli::SignalWatcher::Received);

@@ -54,7 +54,8 @@ QByteArray Written(const QVector<Reading>& readings)
     return Cli::ReadingLine(0ms, readings).mid(10);
 }
 
-/// How the instrument is seen to stop, or is not.
+/// The session when the instrument is confirmed to have stopped, or when the confirmation does not come in
+/// time.
 MeasurementSession Left(MeasurementSession session, bool isConfirmed)
 {
     if (isConfirmed) {
@@ -337,7 +338,7 @@ void TestCliMeasurement::Ends()
     QTEST(ending.message, "message");
 }
 
-/// The library's verdict on the link, as soon as there is one.
+/// The result has the library's final error of the link, once there is one.
 void TestCliMeasurement::ErrorOfALostLink()
 {
     const MeasurementSession lost = LinkLost(MeasurementState::Starting, false);

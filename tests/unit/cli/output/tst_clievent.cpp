@@ -183,7 +183,7 @@ void TestCliEvent::OtherEventsAreNot()
     QVERIFY(!ProblemOfEvent(line).isEmpty());
 }
 
-/// A definition counts for nothing until the schema allows its event and applies it.
+/// A definition has no effect until the schema allows its event and applies it.
 void TestCliEvent::EveryDefinitionIsInForce()
 {
     const QJsonObject schema = QJsonDocument::fromJson(ContentOf(EVENTS_SCHEMA)).object();
@@ -212,7 +212,7 @@ void TestCliEvent::ExamplesAreAsDocumented()
     QCOMPARE(examples.keys(), EventsOfTheSchema().keys());
 }
 
-/// Each in the section of its event.
+/// Each field is documented in the section of its event.
 void TestCliEvent::EveryFieldIsDocumented()
 {
     const QString document = QString::fromUtf8(ContentOf(EVENTS_DOCUMENT));

@@ -15,7 +15,7 @@ using Result = Cli::Output::Result;
 namespace
 {
 
-/// A pipe that tells when nobody is to be waited for.
+/// A pipe, with a descriptor that becomes readable when the writer shall give up.
 class Pipe
 {
 public:

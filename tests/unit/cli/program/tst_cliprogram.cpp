@@ -39,7 +39,7 @@ constexpr char UpdateUsage[] = "Usage: vesmar update IMAGE --confirmation FILE [
 
 Q_LOGGING_CATEGORY(OtherCategory, "other")
 
-/// What the filter lets through of one message of each kind.
+/// The messages that the filter lets through, of one message of each kind.
 QByteArray Passed(bool isTraceWanted)
 {
     QTemporaryFile file;

@@ -340,7 +340,7 @@ void TestCliUpdate::OtherEnds()
     QVERIFY2(ending.message.contains(words), qPrintable(ending.message));
 }
 
-/// Where the link is lost, the library's verdict tells why, as soon as there is one.
+/// Where the link is lost, the result has the library's final error of the link, once there is one.
 void TestCliUpdate::ErrorOfALostLink()
 {
     VesmarClient::UpdateSession away = FinishedSession();

@@ -95,7 +95,7 @@ Measurable It()
     return {7, false};
 }
 
-/// The instrument in a state of its own after it has answered this command.
+/// An instrument that falls into another state after it has answered this command.
 Instrument Falling(char command, const char* errorAndState)
 {
     return [it = It(), command, errorAndState](const QByteArray& request) mutable {

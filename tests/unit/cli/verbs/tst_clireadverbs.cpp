@@ -14,7 +14,7 @@
 namespace
 {
 
-/// "PROPERTY VALUE" of every change, enumerators by their number.
+/// "PROPERTY VALUE" of every change, with the numbers of enumerators.
 QStringList Changes(const Outcome& outcome)
 {
     QStringList changes;
@@ -37,7 +37,7 @@ QStringList PictureOfAnInstrument()
             QStringLiteral("ErrorCode 15")};
 }
 
-/// Refuses the requests with this command from one time to another.
+/// Refuses the requests with this command from the first to the last of these times.
 Instrument RefusingFor(char command, int first, int last, const Instrument& instrument = Answering())
 {
     return [=, time = 0](const QByteArray& request) mutable {
@@ -104,7 +104,7 @@ void TestCliReadVerbs::DeviceThatCannotBeOpened_data()
     QTest::newRow("broken") << EIO << QStringLiteral("device-unusable");
 }
 
-/// At once: the time limit here is longer than any test may last.
+/// The program ends at once: its time limit is longer than any test may last.
 void TestCliReadVerbs::DeviceThatCannotBeOpened()
 {
     QFETCH(int, error);
@@ -187,7 +187,7 @@ void TestCliReadVerbs::InfoSaysUpdateMode()
                    "IMAGE --confirmation FILE.\n"));
 }
 
-/// Once the library has found out, for which it needs ten seconds.
+/// The library needs ten seconds to find out.
 void TestCliReadVerbs::InfoExplainsARefusal()
 {
     const Outcome outcome = RunWith(Refusing('s'), "info --timeout 15");
@@ -313,7 +313,7 @@ void TestCliReadVerbs::MonitorWithoutADevice()
     QCOMPARE(outcome.Result("reason").toString(), QStringLiteral("device-missing"));
 }
 
-/// Once the library has found out, for which it needs ten seconds.
+/// The library needs ten seconds to find out.
 void TestCliReadVerbs::MonitorExplainsARefusal()
 {
     const Outcome outcome = RunWith(Refusing('s'), "monitor --json --timeout 15");

@@ -110,7 +110,7 @@ void TestCliSetVerbs::Ends_data()
            "2024-12-31 23:59:58.\n");
     AddEnd("clock that keeps its time", WithTime("261121180100"), setClock, 4, "failed", "not-set",
            "its clock shows 2026-11-21 18:01:00");
-    // What is shown must come from the instrument, and the value set might not.
+    // The time that is shown must come from the instrument, and the one that was set may not.
     AddEnd("clock that stands still", WithTime("261121180000"), setClock + " --confirm-timeout 2", 4,
            "failed", "not-confirmed",
            "vesmar: The instrument has not reported its clock as set and running.\n");
@@ -228,7 +228,7 @@ void TestCliSetVerbs::CalibrationIsSetToWhatTheInstrumentThenReports()
              QByteArrayList({"54711a", "7801d191", "74261121000000bf12", "7800f081", "54711a"}));
 }
 
-/// It reports the same as before, which must not count as silence.
+/// The instrument reports the same date as before, which must not count as silence.
 void TestCliSetVerbs::CalibrationIsSetToTheDateThatItHas()
 {
     const Outcome outcome = RunWith(Calibrated(), "calibration set 2023-01-02");

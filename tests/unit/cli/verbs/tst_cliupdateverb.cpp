@@ -10,7 +10,7 @@
 namespace
 {
 
-/// An instrument that takes firmware in update mode, and has a newer version afterwards.
+/// An instrument that accepts firmware in update mode, and has a newer version afterwards.
 class Updatable
 {
 public:
@@ -36,7 +36,7 @@ private:
     Answers _answers;
 };
 
-/// Accepts the confirmation without acting on it.
+/// An instrument that accepts the confirmation without acting on it.
 Instrument ThatStaysInUpdateMode()
 {
     return [updatable = Updatable()](const QByteArray& request) mutable {
@@ -157,7 +157,7 @@ void TestCliUpdateVerb::SignalWhileSectorsAreSentIsRefused()
     QCOMPARE(outcome.Result("sectors").toInt(), 2);
 }
 
-/// It does not even tell its version: the library would never come to sending it anything.
+/// The instrument does not even report its version: the library would never begin to send it anything.
 void TestCliUpdateVerb::InstrumentThatOnlyTakesFirmware()
 {
     const Instrument stuck = [updatable = Updatable(), isStuck = true](const QByteArray& request) mutable {

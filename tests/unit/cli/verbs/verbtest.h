@@ -80,7 +80,7 @@ inline Outcome RunVerb(const std::vector<const char*>& arguments, int outputDesc
     return {status, QByteArray(), QByteArray::fromStdString(errors.str()) + errorFile.readAll()};
 }
 
-/// The same with its output kept. What it writes as JSON is checked.
+/// The same with the output kept. JSON is checked against the schema.
 inline Outcome RunVerb(const std::vector<const char*>& arguments)
 {
     QTemporaryFile file;
@@ -152,7 +152,7 @@ inline Instrument Refusing(char command, const Instrument& instrument = Answerin
     };
 }
 
-/// Refuses everything after this command.
+/// An instrument that refuses everything after this command.
 inline Instrument LostAfter(char command, const Instrument& instrument = Answering())
 {
     return [command, instrument, isLost = false](const QByteArray& request) mutable {
@@ -162,7 +162,7 @@ inline Instrument LostAfter(char command, const Instrument& instrument = Answeri
     };
 }
 
-/// Sends this process a signal when the command comes for the first, or another, time.
+/// An instrument that sends this process a signal when the command comes for the given time.
 inline Instrument SignalAt(char command, int signalNumber, const Instrument& instrument = Answering(),
                            int time = 1)
 {
@@ -174,8 +174,8 @@ inline Instrument SignalAt(char command, int signalNumber, const Instrument& ins
     };
 }
 
-/// Runs a command line, its words parted by blanks, with this instrument at the line. Unless it says
-/// something else, the link may take longer to come up than any test.
+/// Runs a command line, whose words are parted by blanks, with this instrument at the line. Unless the
+/// command line says something else, the link may need longer to come up than any test lasts.
 inline Outcome RunWith(const Instrument& instrument, const QByteArray& line)
 {
     ScriptedPeer peer;
@@ -200,8 +200,8 @@ inline void AddEndColumns()
     QTest::addColumn<QByteArray>("errors");
 }
 
-/// A verb that does not come to its proper end, and a part of what it then says; nothing for a verb that is
-/// silent.
+/// A row for a verb that does not come to its proper end. `errors` is a part of its error output; empty for a
+/// verb that says nothing.
 inline QTestData& AddEnd(const char* name, const Instrument& instrument, const QByteArray& line, int status,
                          const char* outcome, const char* reason, const char* errors)
 {
@@ -209,7 +209,7 @@ inline QTestData& AddEnd(const char* name, const Instrument& instrument, const Q
                                << QString::fromLatin1(reason) << QByteArray(errors);
 }
 
-/// Runs the row's verb. It reports its end and nothing that it was asked for.
+/// Runs the row's verb. It must show how it ended, and nothing that it was asked for.
 inline void CheckEnd(Outcome* ended)
 {
     QFETCH(const Instrument, instrument);
