@@ -1,20 +1,23 @@
-#include "cli/doctor/lineprobe.h"
-
 #include <QtTest>
 
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <atomic>
+#include <cerrno>
 #include <cstdlib>
 #include <thread>
 
+#include "cli/doctor/lineprobe.h"
+#include "cli/doctor/linerecord.h"
 #include "support/scriptedpeer.h"
 #include "support/serialdevice.h"
 
 using Cli::LineAnswer;
 using Cli::LineExchange;
 using Cli::LineProbe;
+using Cli::LineRecord;
+using std::chrono::microseconds;
 using std::chrono::milliseconds;
 
 namespace
@@ -22,6 +25,30 @@ namespace
 
 constexpr milliseconds Patience{30000};
 const QByteArray Status = QByteArray::fromHex("00F01FEF");
+
+const QByteArray Refusal = QByteArray::fromHex("214334");
+
+LineExchange Answered(const QByteArray& answer, int micros)
+{
+    return {answer, microseconds(micros), 0};
+}
+
+void Add(LineRecord& record, const LineExchange& exchange, int times)
+{
+    for (int i = 0; i < times; ++i) {
+        record.Add(exchange);
+    }
+}
+
+/// The counts of all buckets, in order.
+QVector<int> Counts(const LineRecord& record)
+{
+    QVector<int> counts;
+    for (const Cli::TimeBucket& bucket : record.Histogram()) {
+        counts.append(bucket.count);
+    }
+    return counts;
+}
 
 /// The near end of the peer's line, opened as the probe needs it.
 class NearEnd
@@ -74,7 +101,8 @@ private:
 
 } // namespace
 
-class TestCliLineProbe : public QObject
+/// The asking of the instrument, and the record of its answers.
+class TestCliLine : public QObject
 {
     Q_OBJECT
 
@@ -90,9 +118,17 @@ private Q_SLOTS:
     void PausesBeforeEachRequest();
     void CutsOffWhatHasNoEnd();
     void TellsOfABrokenLine();
+    void IsEmptyBeforeAnythingIsAsked();
+    void CountsEachKind();
+    void KeepsTheLastProperStatus();
+    void CountsEachTimeInOneBucket_data();
+    void CountsEachTimeInOneBucket();
+    void CountsWhatIsLaterThanALostLinkWaits();
+    void IsHopelessAfterThreeSilencesInARow();
+    void IsHopelessWithABrokenLine();
 };
 
-void TestCliLineProbe::AnswersHaveAKind_data()
+void TestCliLine::AnswersHaveAKind_data()
 {
     QTest::addColumn<int>("kind");
     const auto row = [](const char* answer, LineAnswer kind) {
@@ -108,12 +144,12 @@ void TestCliLineProbe::AnswersHaveAKind_data()
     row("06 C6 60", LineAnswer::Damaged);       // Too short, with a valid checksum.
 }
 
-void TestCliLineProbe::AnswersHaveAKind()
+void TestCliLine::AnswersHaveAKind()
 {
     QTEST(static_cast<int>(Cli::Classify(QByteArray::fromHex(QTest::currentDataTag()))), "kind");
 }
 
-void TestCliLineProbe::SetsTheLineUp()
+void TestCliLine::SetsTheLineUp()
 {
     const ScriptedPeer peer;
     const NearEnd line(peer.DevicePath());
@@ -128,7 +164,7 @@ void TestCliLineProbe::SetsTheLineUp()
     QCOMPARE(static_cast<int>(record.configuration.c_cc[VTIME]), 0);
 }
 
-void TestCliLineProbe::AsksAndReceivesTheAnswer()
+void TestCliLine::AsksAndReceivesTheAnswer()
 {
     ScriptedPeer peer;
     peer.AnswerAlways(Status);
@@ -143,7 +179,7 @@ void TestCliLineProbe::AsksAndReceivesTheAnswer()
     QCOMPARE(peer.RequestBytes(), (QList<QByteArray>{request, request, request}));
 }
 
-void TestCliLineProbe::ReceivesWhateverComes()
+void TestCliLine::ReceivesWhateverComes()
 {
     const QByteArray answer(200, 'x');
     ScriptedPeer peer;
@@ -152,7 +188,7 @@ void TestCliLineProbe::ReceivesWhateverComes()
     QCOMPARE(LineProbe(line.Descriptor(), Patience).AskForStatus().answer, answer);
 }
 
-void TestCliLineProbe::PassesOverWhatWasThereBefore()
+void TestCliLine::PassesOverWhatWasThereBefore()
 {
     ScriptedPeer peer;
     peer.AnswerAlways(Status);
@@ -163,7 +199,7 @@ void TestCliLineProbe::PassesOverWhatWasThereBefore()
     QCOMPARE(probe.AskForStatus().answer, Status);
 }
 
-void TestCliLineProbe::MeasuresTheTime()
+void TestCliLine::MeasuresTheTime()
 {
     ScriptedPeer peer;
     peer.Answer([](const QByteArray&) {
@@ -176,7 +212,7 @@ void TestCliLineProbe::MeasuresTheTime()
     QVERIFY(exchange.time >= milliseconds(120));
 }
 
-void TestCliLineProbe::WaitsNoLongerThanItsPatience()
+void TestCliLine::WaitsNoLongerThanItsPatience()
 {
     const ScriptedPeer peer;
     const NearEnd line(peer.DevicePath());
@@ -186,7 +222,7 @@ void TestCliLineProbe::WaitsNoLongerThanItsPatience()
     QVERIFY(peer.WaitForRequests(1));
 }
 
-void TestCliLineProbe::PausesBeforeEachRequest()
+void TestCliLine::PausesBeforeEachRequest()
 {
     ScriptedPeer peer;
     peer.AnswerAlways(Status);
@@ -200,7 +236,7 @@ void TestCliLineProbe::PausesBeforeEachRequest()
     QVERIFY(timer.elapsed() >= 50);
 }
 
-void TestCliLineProbe::CutsOffWhatHasNoEnd()
+void TestCliLine::CutsOffWhatHasNoEnd()
 {
     const BabblingLine babbling;
     const NearEnd line(babbling.Path());
@@ -210,7 +246,7 @@ void TestCliLineProbe::CutsOffWhatHasNoEnd()
     QVERIFY(Cli::Classify(exchange.answer) == LineAnswer::Damaged);
 }
 
-void TestCliLineProbe::TellsOfABrokenLine()
+void TestCliLine::TellsOfABrokenLine()
 {
     ScriptedPeer peer;
     const NearEnd line(peer.DevicePath());
@@ -219,5 +255,95 @@ void TestCliLineProbe::TellsOfABrokenLine()
     QCOMPARE(probe.AskForStatus().lineError, EIO);
 }
 
-QTEST_GUILESS_MAIN(TestCliLineProbe)
-#include "tst_clilineprobe.moc"
+void TestCliLine::IsEmptyBeforeAnythingIsAsked()
+{
+    const LineRecord record;
+    QCOMPARE(record.Asked(), 0);
+    QCOMPARE(record.LateCount(), 0);
+    QVERIFY(!record.Times().has_value());
+    QVERIFY(!record.Status().has_value());
+    QVERIFY(!record.IsHopeless());
+    QCOMPARE(Counts(record), QVector<int>(13, 0));
+}
+
+void TestCliLine::CountsEachKind()
+{
+    LineRecord record;
+    Add(record, Answered(Status, 100), 4);
+    Add(record, Answered(Refusal, 100), 3);
+    Add(record, Answered("noise", 100), 2);
+    Add(record, Answered({}, 0), 1);
+    QCOMPARE(record.Asked(), 10);
+    QCOMPARE(record.Count(LineAnswer::Proper), 4);
+    QCOMPARE(record.Count(LineAnswer::Refused), 3);
+    QCOMPARE(record.Count(LineAnswer::Damaged), 2);
+    QCOMPARE(record.Count(LineAnswer::Silent), 1);
+    QCOMPARE(record.LineError(), 0);
+}
+
+void TestCliLine::KeepsTheLastProperStatus()
+{
+    LineRecord record;
+    record.Add(Answered(Status, 100));
+    record.Add(Answered(QByteArray::fromHex("A3529A32"), 100));
+    record.Add(Answered(Refusal, 100));
+    QVERIFY(record.Status()->function == Vesmar::MeasurementType::RISO);
+}
+
+void TestCliLine::CountsEachTimeInOneBucket_data()
+{
+    QTest::addColumn<int>("micros");
+    QTest::addColumn<int>("bucket");
+    QTest::newRow("at once") << 0 << 0;
+    QTest::newRow("just below the first limit") << 999 << 0;
+    QTest::newRow("at the first limit") << 1000 << 1;
+    QTest::newRow("in the middle") << 150000 << 7;
+    QTest::newRow("just below the last limit") << 3999999 << 11;
+    QTest::newRow("at the last limit") << 4000000 << 12;
+}
+
+void TestCliLine::CountsEachTimeInOneBucket()
+{
+    QFETCH(int, micros);
+    QFETCH(int, bucket);
+    LineRecord record;
+    Add(record, Answered(Status, micros), 7);
+    QVector<int> expected(13, 0);
+    expected[bucket] = 7;
+    QCOMPARE(Counts(record), expected);
+}
+
+void TestCliLine::CountsWhatIsLaterThanALostLinkWaits()
+{
+    LineRecord record;
+    record.Add(Answered(Status, 500000));
+    QCOMPARE(record.LateCount(), 0);
+    record.Add(Answered(Status, 500001));
+    record.Add(Answered(Refusal, 3000000));
+    QCOMPARE(record.LateCount(), 2);
+}
+
+void TestCliLine::IsHopelessAfterThreeSilencesInARow()
+{
+    LineRecord record;
+    Add(record, Answered({}, 0), 2);
+    QVERIFY(!record.IsHopeless());
+    record.Add(Answered("noise", 100));
+    Add(record, Answered({}, 0), 2);
+    QVERIFY(!record.IsHopeless());
+    record.Add(Answered({}, 0));
+    QVERIFY(record.IsHopeless());
+    QCOMPARE(record.Asked(), 6);
+}
+
+void TestCliLine::IsHopelessWithABrokenLine()
+{
+    LineRecord record;
+    record.Add({Status, microseconds(100), EIO});
+    QVERIFY(record.IsHopeless());
+    QCOMPARE(record.LineError(), EIO);
+    QCOMPARE(record.Asked(), 0);
+}
+
+QTEST_GUILESS_MAIN(TestCliLine)
+#include "tst_cliline.moc"
