@@ -52,6 +52,8 @@ FirmwareUpdate Received(const QByteArrayList& sectors)
 
 } // namespace
 
+Q_DECLARE_METATYPE(Scenario)
+
 class TestInstrumentModelUpdate : public QObject
 {
     Q_OBJECT
@@ -232,32 +234,28 @@ private Q_SLOTS:
             {{0, InitializeUpdate, Refusal}, {0, Ones, Refusal}, {0, ReadStatus, UpdateModeStatus}});
     }
 
-    void RefusesSector()
+    void SectorFails_data()
     {
+        QTest::addColumn<Scenario>("scenario");
+        QTest::addColumn<QByteArray>("answer");
+        QTest::newRow("refused") << Scenario::RefusesSector << Refusal;
+        QTest::newRow("lost") << Scenario::LosesSector << NoAnswer;
+    }
+
+    /// The sector is not stored, so that the confirmation fits once the sector has been accepted.
+    void SectorFails()
+    {
+        QFETCH(Scenario, scenario);
+        QFETCH(QByteArray, answer);
         LoaderInstrument instrument;
-        instrument.model.SetScenario(Scenario::RefusesSector, 2);
+        instrument.model.SetScenario(scenario, 2);
         instrument.Converse({{0, InitializeUpdate, UpdateInitialized},
                              {0, Ones, Acknowledge},
-                             {0, Twos, Refusal},
-                             {0, Twos, Refusal},
+                             {0, Twos, answer},
+                             {0, Twos, answer},
                              {0, ReadStatus, UpdateModeStatus}});
         instrument.model.SetScenario(Scenario::None, 1);
         instrument.Converse({{0, Twos, Acknowledge}, {0, ConfirmBoth, Acknowledge}});
-    }
-
-    void LosesSector()
-    {
-        LoaderInstrument instrument;
-        instrument.model.SetScenario(Scenario::LosesSector, 2);
-        instrument.Converse({{0, InitializeUpdate, UpdateInitialized},
-                             {0, Ones, Acknowledge},
-                             {0, Twos, NoAnswer},
-                             {0, Twos, NoAnswer},
-                             {0, ReadStatus, UpdateModeStatus}});
-        instrument.model.SetScenario(Scenario::None, 1);
-        instrument.Converse({
-            {0, Twos, Acknowledge}, {0, ConfirmBoth, Acknowledge} // The lost sectors were not stored.
-        });
     }
 
     void RefusesConfirmation()
