@@ -63,7 +63,7 @@ QByteArrayList LineInstrument::SentUnasked() const
     log.open(QIODevice::ReadOnly);
     QByteArrayList pieces;
     for (const QByteArray& line : log.readAll().split('\n')) {
-        const QByteArrayList words = line.split(' '); // the time, "unasked" and the bytes
+        const QByteArrayList words = line.split(' '); // The time, "unasked" and the bytes.
         if (words.value(1) == "unasked") {
             pieces.append(QByteArray::fromHex(words.value(2)));
         }

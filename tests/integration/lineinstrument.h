@@ -44,8 +44,8 @@ QByteArrayList Since(const QByteArray& first, const QByteArrayList& entries);
 /// An instrument that knows the time.
 Simulator::InstrumentOptions WithClock(const QDateTime& date);
 
-/// The same, but it keeps a log in this directory.
+/// The same options for an instrument that keeps a log in this directory.
 Simulator::InstrumentOptions WithLog(Simulator::InstrumentOptions options, const QTemporaryDir& directory);
 
-/// One that is back from a restart at once.
+/// An instrument that is back from a restart at once.
 Simulator::InstrumentOptions WithQuickRestart();

@@ -40,7 +40,7 @@ inline QByteArrayList EventsOf(const QByteArrayList& lines, const char* event)
     return events;
 }
 
-/// The result of a run with JSON, which is the last that it tells.
+/// The result of a run with JSON, which is the last line.
 inline QJsonObject ResultOf(MeasureRun& run)
 {
     const QByteArray last = run->Lines().value(run->Lines().size() - 1);

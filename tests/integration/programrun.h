@@ -17,6 +17,11 @@
 #include "integration/patience.h"
 #include "support/eventschema.h"
 
+// Each shows the text where the check fails.
+#define VERIFY_CONTAINS(text, part) QVERIFY2((text).contains(part), (text).constData())
+#define VERIFY_BEGINS(text, part) QVERIFY2((text).startsWith(part), (text).constData())
+#define VERIFY_ENDS(text, part) QVERIFY2((text).endsWith(part), (text).constData())
+
 inline QStringList Words(const QString& text)
 {
     return text.split(QLatin1Char(' '), Qt::SkipEmptyParts);
@@ -28,7 +33,7 @@ inline QStringList AtOnce(const char* command)
     return {QStringLiteral("--at"), QStringLiteral("0:") + QString::fromLatin1(command)};
 }
 
-/// The same for a scenario, with its number if it takes one.
+/// The simulator's options for a scenario; its number stands behind its name.
 inline QStringList InScenario(const char* scenario)
 {
     return {QStringLiteral("--scenario"), QString::fromLatin1(scenario)};
@@ -40,7 +45,7 @@ inline QByteArray ContentOf(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// A simulator's log without the times: what the instrument was asked and answered, and what it did.
+/// A simulator's log without the times: requests, answers, and what the instrument did.
 inline QByteArrayList LogIn(const QString& path)
 {
     QByteArrayList log;
@@ -92,7 +97,7 @@ public:
 
     ~ProgramRun()
     {
-        _process.terminate(); // which a simulator passes on
+        _process.terminate(); // A simulator passes this on.
         _process.waitForFinished(Patience);
     }
 
@@ -114,6 +119,13 @@ public:
         return isNormal ? _process.exitCode() : -1;
     }
 
+    /// The program ends with success and has no complaint.
+    void VerifySuccess()
+    {
+        QCOMPARE(Finish(), 0);
+        QCOMPARE(Errors(), QByteArray());
+    }
+
     bool IsRunning() const { return _process.state() == QProcess::Running; }
 
     QByteArray Output() { return _output += _process.readAllStandardOutput(); }
@@ -127,7 +139,7 @@ public:
         return lines;
     }
 
-    void Tell(const QByteArray& line) { _process.write(line + '\n'); }
+    void WriteLine(const QByteArray& line) { _process.write(line + '\n'); }
     void CloseInput() { _process.closeWriteChannel(); }
 
     bool Signal(int signalNumber) const

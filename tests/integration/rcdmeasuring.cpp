@@ -48,7 +48,7 @@ float Single(const QByteArray& frame)
     return qFromLittleEndian<float>(frame.constData());
 }
 
-/// Ten-thousandths, low byte first.
+/// The two bytes count ten-thousandths, the low byte first.
 float FixedPoint(const QByteArray& frame, int position)
 {
     const auto number = qFromLittleEndian<quint16>(frame.constData() + position);
@@ -80,7 +80,7 @@ void VerifyReadings(const Vesmar::RCDIECResults& results, const QByteArray& fram
     QCOMPARE(results._values.at(1), FixedPoint(frame, 6));
 }
 
-/// What comes of a test, in words that can be compared.
+/// The outcome of a test in words that can be compared.
 QByteArray OutcomeText(int error, int prepares, int starts, bool hasResults)
 {
     return QStringLiteral("error %1, prepared %2 times, started %3 times, results %4")

@@ -23,13 +23,13 @@ RcdKind CleanUp();
 
 } // namespace RcdKinds
 
-/// How a residual-current test goes wrong, and what comes of it.
+/// How a residual-current test goes wrong, and how the library reports it.
 struct RcdFailure {
     Simulator::Scenario scenario = Simulator::Scenario::None;
-    int number = 1;       ///< the scenario's
-    int deviceError = 15; ///< what the instrument reports before the test; 15 is none
-    int error = 15;       ///< what the library makes of it
-    int prepares = 0;     ///< so many requests of each kind reach the instrument
+    int number = 1;       ///< The parameter of the scenario.
+    int deviceError = 15; ///< What the instrument reports before the test; 15 is none.
+    int error = 15;       ///< What the library reports.
+    int prepares = 0;     ///< So many requests of each kind reach the instrument.
     int starts = 0;
 };
 
@@ -38,7 +38,7 @@ Q_DECLARE_METATYPE(RcdFailure)
 /// An instrument whose residual-current tests take no longer than they must.
 Simulator::InstrumentOptions WithQuickRcd();
 
-/// One whose tests go on and on, and tell so all the time.
+/// An instrument whose tests go on and on, and report it all the time.
 Simulator::InstrumentOptions WithEndlessRcd();
 
 /// An application that runs residual-current tests, at an instrument of its own.
@@ -61,7 +61,7 @@ public:
     /// The requests from the first of this kind on, without those for the status.
     QByteArrayList SentBesidesStatusSince(const QByteArray& request) const;
 
-    /// Runs the test, whatever has been before, and compares what comes of it.
+    /// Runs the test, whatever has been before, and compares the outcome.
     void VerifyFailure(const RcdKind& kind, const RcdFailure& failure);
     /// The same for a test that has to bring its result after so many starts.
     void VerifySuccess(const RcdKind& kind, Simulator::Scenario scenario, int number, int starts);

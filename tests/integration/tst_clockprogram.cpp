@@ -34,23 +34,22 @@ private Q_SLOTS:
     void CalibrationIsShown();
     void CalibrationIsSet();
     void CalibrationIsSetToWhatItIs();
-    void Restarted();
-    void SlowRestart();
-    void RestartedOutOfUpdateMode();
-    void InUpdateMode_data();
-    void InUpdateMode();
+    void InstrumentIsRestarted();
+    void SlowRestartIsWaitedFor();
+    void RestartLeavesUpdateMode();
+    void UpdateModeIsReported_data();
+    void UpdateModeIsReported();
     void SignalDoesNotLeaveItInCalibrationMode();
-    void LinkLostInTheMiddle();
-    void NoLink_data();
-    void NoLink();
+    void LinkLostInTheMiddleIsReported();
+    void MissingLinkIsReported_data();
+    void MissingLinkIsReported();
 };
 
 void TestClockProgram::ClockIsShown()
 {
-    const QDateTime before = QDateTime::currentDateTime().addSecs(-1); // the clock has no fractions
+    const QDateTime before = QDateTime::currentDateTime().addSecs(-1); // The clock has no fractions.
     VesmarRun run(QStringLiteral("clock"));
-    QCOMPARE(run->Finish(), 0);
-    QCOMPARE(run->Errors(), QByteArray());
+    run->VerifySuccess();
     QCOMPARE(run->Lines().size(), 2);
     const QDateTime clock = QDateTime::fromString(QString::fromLatin1(run->Lines().at(0)),
                                                   QStringLiteral("'Clock:            'yyyy-MM-dd HH:mm:ss"));
@@ -64,8 +63,7 @@ void TestClockProgram::ClockIsShown()
 void TestClockProgram::ClockIsSet()
 {
     VesmarRun run(QStringLiteral("clock set 2030-02-03 04:05:06 --json"));
-    QCOMPARE(run->Finish(), 0);
-    QCOMPARE(run->Errors(), QByteArray());
+    run->VerifySuccess();
     QCOMPARE(run->Lines().size(), 2);
     const QJsonObject shown = ObjectOf(run->Lines().first());
     const QDateTime set(QDate(2030, 2, 3), QTime(4, 5, 6));
@@ -100,8 +98,7 @@ void TestClockProgram::CalibrationIsShown()
 void TestClockProgram::CalibrationIsSet()
 {
     VesmarRun run(QStringLiteral("calibration set 2026-11-21"));
-    QCOMPARE(run->Finish(), 0);
-    QCOMPARE(run->Errors(), QByteArray());
+    run->VerifySuccess();
     QCOMPARE(run->Output(), QByteArray("Last calibrated:  2026-11-21 00:00:00\n"));
     QCOMPARE(CommandsOf(run).last(), QByteArray("7800f081"));
     QVERIFY2(CommandsOf(run).contains("74261121000000bf12"), CommandsOf(run).join(' ').constData());
@@ -117,31 +114,30 @@ void TestClockProgram::CalibrationIsSetToWhatItIs()
     QVERIFY2(CommandsOf(run).contains("742402150000006f95"), CommandsOf(run).join(' ').constData());
 }
 
-void TestClockProgram::Restarted()
+void TestClockProgram::InstrumentIsRestarted()
 {
     VesmarRun run(QStringLiteral("restart --json"));
-    QCOMPARE(run->Finish(), 0);
-    QCOMPARE(run->Errors(), QByteArray());
+    run->VerifySuccess();
     QVERIFY2(ValueOf(ObjectOf(run->Lines().first()), "seconds").toDouble() >= 2, run->Output().constData());
     QCOMPARE(CommandsOf(run), QByteArrayList{"7800f081"});
 }
 
-/// Longer than the library waits for a restart, but not as long as it waits for an answer.
-void TestClockProgram::SlowRestart()
+/// The restart takes longer than the library waits for it, but not as long as it waits for an answer.
+void TestClockProgram::SlowRestartIsWaitedFor()
 {
     VesmarRun run(QStringLiteral("restart --json"), Words(QStringLiteral("--restart-time 4000")));
     QCOMPARE(run->Finish(), 0);
     QVERIFY2(ValueOf(ObjectOf(run->Lines().first()), "seconds").toDouble() >= 4, run->Output().constData());
 }
 
-void TestClockProgram::RestartedOutOfUpdateMode()
+void TestClockProgram::RestartLeavesUpdateMode()
 {
     VesmarRun run(QStringLiteral("restart"), AtOnce("mode 3"));
     QCOMPARE(run->Finish(), 0);
-    QVERIFY2(run->Output().startsWith("The instrument has restarted; that took "), run->Output().constData());
+    VERIFY_BEGINS(run->Output(), "The instrument has restarted; that took ");
 }
 
-void TestClockProgram::InUpdateMode_data()
+void TestClockProgram::UpdateModeIsReported_data()
 {
     QTest::addColumn<QString>("arguments");
     for (const char* arguments : {"clock", "clock set", "calibration", "calibration set 2026-11-21"}) {
@@ -149,7 +145,7 @@ void TestClockProgram::InUpdateMode_data()
     }
 }
 
-void TestClockProgram::InUpdateMode()
+void TestClockProgram::UpdateModeIsReported()
 {
     QFETCH(QString, arguments);
     VesmarRun run(arguments, AtOnce("mode 3"));
@@ -167,21 +163,21 @@ void TestClockProgram::SignalDoesNotLeaveItInCalibrationMode()
     AWAIT(CommandsOf(run).contains("7801d191"));
     QVERIFY(run->Signal(SIGINT));
     QCOMPARE(run->Finish(), 0);
-    QVERIFY2(run->Errors().contains("waiting until it has left it (signal 2)"), run->Errors().constData());
+    VERIFY_CONTAINS(run->Errors(), "waiting until it has left it (signal 2)");
     QCOMPARE(CommandsOf(run).last(), QByteArray("7800f081"));
 }
 
-/// It breaks in the pause after the first change of the mode.
-void TestClockProgram::LinkLostInTheMiddle()
+/// The link breaks in the pause after the first change of the mode.
+void TestClockProgram::LinkLostInTheMiddleIsReported()
 {
     VesmarRun run(QStringLiteral("calibration set 2026-11-21 --confirm-timeout 20 --json"),
                   Words(QStringLiteral("--restart-time 600000")));
     QCOMPARE(run->Finish(), 7);
     QCOMPARE(TextOf(ObjectOf(run->Lines().last()), "outcome"), QByteArray("link-lost"));
-    QVERIFY2(run->Errors().contains("The link to it was lost"), run->Errors().constData());
+    VERIFY_CONTAINS(run->Errors(), "The link to it was lost");
 }
 
-void TestClockProgram::NoLink_data()
+void TestClockProgram::MissingLinkIsReported_data()
 {
     QTest::addColumn<QString>("arguments");
     for (const char* arguments :
@@ -190,7 +186,7 @@ void TestClockProgram::NoLink_data()
     }
 }
 
-void TestClockProgram::NoLink()
+void TestClockProgram::MissingLinkIsReported()
 {
     QFETCH(QString, arguments);
     VesmarRun run(arguments + QStringLiteral(" --timeout 0.5 --json"), InScenario("silent"));

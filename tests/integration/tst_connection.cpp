@@ -23,7 +23,7 @@ bool HasNewMeasurement(const Exchange& statusExchange)
     return (statusExchange.answer.at(0) & 0x80) != 0;
 }
 
-/// What an idle instrument is asked after the first requests: its status, again and again, and its readings
+/// The requests of monitoring after the first ones: the status, again and again, and the readings
 /// whenever the status says that there are new ones.
 QByteArrayList ExpectedMonitoring(const QVector<Exchange>& exchanges)
 {
@@ -77,7 +77,7 @@ private Q_SLOTS:
     void SignalsOnlyWhatHasChanged();
     void AsksInTheFixedOrder();
     void KeepsItsPauses();
-    void ReadingsFollowTheInstrument();
+    void ReadingsAreThoseOfTheInstrument();
     void ErrorOfTheInstrumentIsSignalled();
     void ResultOfTheStartTestIsSignalled();
     void ForeignFunctionIsStoppedOnEveryStep();
@@ -155,7 +155,7 @@ void TestConnection::KeepsItsPauses()
     }
 }
 
-void TestConnection::ReadingsFollowTheInstrument()
+void TestConnection::ReadingsAreThoseOfTheInstrument()
 {
     Bench bench;
     bench.tester->Enable();

@@ -44,35 +44,32 @@ class TestDoctorProgram : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void SoundLink();
-    void SetsTheLineUp();
-    void Verdicts_data();
-    void Verdicts();
-    void SilenceEndsTheAsking();
-    void AnswersTooLateForALostLink();
-    void HeldByAnotherProgram();
-    void MissingDevice();
-    void EndsWithASignal();
+    void SoundLinkIsConfirmed();
+    void LineIsSetUp();
+    void TroubleIsNamed_data();
+    void TroubleIsNamed();
+    void SilenceEndsTheRequests();
+    void LateAnswersAreReported();
+    void OtherProgramAtTheDeviceIsReported();
+    void MissingDeviceIsReported();
+    void SignalEndsIt();
 };
 
-void TestDoctorProgram::SoundLink()
+void TestDoctorProgram::SoundLinkIsConfirmed()
 {
     const auto inTime = RunInTime(QStringLiteral("doctor"));
     VesmarRun& run = *inTime;
-    QCOMPARE(run->Finish(), 0);
-    QCOMPARE(run->Errors(), QByteArray());
+    run->VerifySuccess();
     const QByteArray output = run->Output();
-    QVERIFY2(output.startsWith("Device:           /dev/ttycommunication leads to /dev/pts/"),
-             output.constData());
-    QVERIFY2(output.contains("\nHeld by:          nobody else"), output.constData());
-    QVERIFY2(output.contains("of 50 requests 50 proper, 0 refused, 0 damaged, 0 silent\n"),
-             output.constData());
+    VERIFY_BEGINS(output, "Device:           /dev/ttycommunication leads to /dev/pts/");
+    VERIFY_CONTAINS(output, "\nHeld by:          nobody else");
+    VERIFY_CONTAINS(output, "of 50 requests 50 proper, 0 refused, 0 damaged, 0 silent\n");
     QCOMPARE(output.count('#'), 50);
-    QVERIFY2(output.contains("\nMode:             Normal (0)\n"), output.constData());
-    QVERIFY2(output.contains("\nThe link is sound"), output.constData());
+    VERIFY_CONTAINS(output, "\nMode:             Normal (0)\n");
+    VERIFY_CONTAINS(output, "\nThe link is sound");
 }
 
-void TestDoctorProgram::SetsTheLineUp()
+void TestDoctorProgram::LineIsSetUp()
 {
     const QTemporaryDir folder;
     const QString log = folder.filePath(QStringLiteral("settings"));
@@ -85,7 +82,7 @@ void TestDoctorProgram::SetsTheLineUp()
     QCOMPARE(ContentOf(log), QByteArray("iflag=0 oflag=0 cflag=19b2 lflag=0 vmin=0 vtime=0\n"));
 }
 
-void TestDoctorProgram::Verdicts_data()
+void TestDoctorProgram::TroubleIsNamed_data()
 {
     QTest::addColumn<QStringList>("options");
     QTest::addColumn<int>("status");
@@ -107,7 +104,7 @@ void TestDoctorProgram::Verdicts_data()
     row("calibration mode", AtOnce("mode 1"), 3, "wrong-mode", "proper");
 }
 
-void TestDoctorProgram::Verdicts()
+void TestDoctorProgram::TroubleIsNamed()
 {
     QFETCH(QStringList, options);
     QFETCH(int, status);
@@ -126,7 +123,7 @@ void TestDoctorProgram::Verdicts()
     QVERIFY(!TextOf(result, "message").isEmpty());
 }
 
-void TestDoctorProgram::SilenceEndsTheAsking()
+void TestDoctorProgram::SilenceEndsTheRequests()
 {
     VesmarRun run(QStringLiteral("doctor --json"), InScenario("silent"));
     QCOMPARE(run->Finish(), 2);
@@ -137,7 +134,7 @@ void TestDoctorProgram::SilenceEndsTheAsking()
     QCOMPARE(TextOf(Event("result", run->Lines()), "reason"), QByteArray("no-answer"));
 }
 
-void TestDoctorProgram::AnswersTooLateForALostLink()
+void TestDoctorProgram::LateAnswersAreReported()
 {
     VesmarRun run(QStringLiteral("doctor --json"), AtOnce("fault slow 600"));
     QCOMPARE(run->Finish(), 4);
@@ -148,7 +145,7 @@ void TestDoctorProgram::AnswersTooLateForALostLink()
     QCOMPARE(TextOf(Event("result", run->Lines()), "reason"), QByteArray("late"));
 }
 
-void TestDoctorProgram::HeldByAnotherProgram()
+void TestDoctorProgram::OtherProgramAtTheDeviceIsReported()
 {
     const QTemporaryDir folder;
     const QString log = folder.filePath(QStringLiteral("log"));
@@ -170,23 +167,22 @@ void TestDoctorProgram::HeldByAnotherProgram()
     QCOMPARE(LogIn(log), QByteArrayList());
 }
 
-void TestDoctorProgram::MissingDevice()
+void TestDoctorProgram::MissingDeviceIsReported()
 {
     if (QFileInfo::exists(QStringLiteral("/dev/ttycommunication"))) {
         QSKIP("This machine has such a serial device.");
     }
     ProgramRun run(VesmarProgram, {QStringLiteral("doctor")});
     QCOMPARE(run.Finish(), 2);
-    QVERIFY2(run.Output().contains("\nThe serial device /dev/ttycommunication does not exist."),
-             run.Output().constData());
+    VERIFY_CONTAINS(run.Output(), "\nThe serial device /dev/ttycommunication does not exist.");
     QCOMPARE(run.Errors(), QByteArray());
 }
 
-void TestDoctorProgram::EndsWithASignal()
+void TestDoctorProgram::SignalEndsIt()
 {
     VesmarRun run(QStringLiteral("doctor"), InScenario("silent"));
     AWAIT(run->Output().contains("Asking for the status"));
-    QVERIFY(run->Signal(SIGINT)); // which the simulator passes on
+    QVERIFY(run->Signal(SIGINT)); // The simulator passes this on.
     QCOMPARE(run->Finish(), 128 + SIGINT);
 }
 

@@ -8,8 +8,8 @@
 namespace
 {
 
-/// Answers with all that should not come, and now and then with what should; never silent, so that many
-/// exchanges fit into a test. The same seed gives the same answers.
+/// Answers with everything that is wrong, and now and then with what is right. It is never silent, so that
+/// many exchanges fit into a test. The same seed gives the same answers.
 class GarbageSource
 {
 public:
@@ -38,12 +38,12 @@ public:
         case 8:
             return WithChecksum(Bytes(Number(1, LongestAnswer)));
         default:
-            return WithChecksum(Bytes(proper.size() - ChecksumSize)); // any values in a proper frame
+            return WithChecksum(Bytes(proper.size() - ChecksumSize)); // Any values in a proper frame.
         }
     }
 
 private:
-    static constexpr int LongestAnswer = 400; // more than any buffer that takes one answer at a time
+    static constexpr int LongestAnswer = 400; // More than any buffer for one answer holds.
     static constexpr int ChecksumSize = 2;
 
     int Number(int least, int most) { return std::uniform_int_distribution<int>(least, most)(_generator); }
@@ -90,7 +90,7 @@ void TestGarbage::LibrarySurvivesAndRecovers()
     QVERIFY(tester.Errors().contains("103"));
 
     peer.Answer([](const QByteArray& request) { return Wire::AnswerTo(request); });
-    tester->RestartTester(); // also out of the update mode, which the garbage may have brought about
+    tester->RestartTester(); // The garbage may have brought the update mode about.
     const int identities = tester.Signalled("DeviceInformation").size();
     AWAIT(tester.Signalled("DeviceInformation").size() > identities);
     AWAIT_EQUAL(tester.LastSignalled("CurrentDateTime"), QByteArray("2024-03-07 14:05:09"));

@@ -38,7 +38,7 @@ QByteArrayList Repeated(const QByteArray& request, int count)
 
 } // namespace
 
-/// What the library makes of a line or an instrument that fails.
+/// The library at a line or an instrument that fails.
 class TestLinkTrouble : public QObject
 {
     Q_OBJECT
@@ -85,7 +85,7 @@ void TestLinkTrouble::ReadsThatFailAreALoss()
     FailSerialDeviceReads(0);
     bench.AwaitErrors({"103", "100"});
 
-    bench.instrument.Attach(); // which ends the failures
+    bench.instrument.Attach(); // This ends the failures.
     bench.AwaitIdentity(2);
     QCOMPARE(bench.tester.Errors(), (QByteArrayList{"103", "100", "15"}));
 }
@@ -236,7 +236,7 @@ void TestLinkTrouble::AnswersAfterTheTimeOfACheckDoNotCount()
 void TestLinkTrouble::UnpluggedInstrumentIsLostAndFoundAgain()
 {
     Bench bench;
-    QMap<Error, int> unansweredAt; // requests, when the error was signalled
+    QMap<Error, int> unansweredAt; // How many requests were unanswered when the error was signalled.
     connect(bench.tester.operator->(), &Tester::ErrorCodeChanged, this,
             [&](Error error) { unansweredAt[error] = bench.instrument.SentSinceTheFirstFailure().size(); });
     bench.Connect();

@@ -92,7 +92,7 @@ void CheckResult(const QByteArray& line, const Function& function)
     CheckReadings(line, function.readings);
 }
 
-/// It was prepared as asked for, and it has ended.
+/// The function was prepared as asked for, and it has ended.
 void CheckLog(const MeasureRun& run, const Function& function)
 {
     int prepared = 0;
@@ -106,8 +106,7 @@ void CheckLog(const MeasureRun& run, const Function& function)
 
 void CheckFunction(MeasureRun& run, const Function& function)
 {
-    QCOMPARE(run->Finish(), 0);
-    QCOMPARE(run->Errors(), QByteArray());
+    run->VerifySuccess();
     const QByteArrayList lines = run->Lines();
     QVERIFY2(!lines.isEmpty(), function.name);
     CheckEvents(lines, function);
@@ -122,24 +121,24 @@ class TestMeasureProgram : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void EveryFunction();
-    void AsText();
-    void ReadingsFile();
-    void FileThatCannotBeWritten();
-    void FileThatCannotHoldAllReadings();
-    void FailedByTheInstrument_data();
-    void FailedByTheInstrument();
+    void EveryFunctionBringsItsReadings();
+    void ReadingsAreShownAsText();
+    void ReadingsAreWrittenToAFile();
+    void FileThatCannotBeWrittenIsBadUse();
+    void FileThatIsFullFailsTheMeasurement();
+    void FailureOfTheInstrumentIsReported_data();
+    void FailureOfTheInstrumentIsReported();
     void FailureIsFollowedByAdvice();
-    void GivenUpByTheInstrument_data();
-    void GivenUpByTheInstrument();
-    void Interrupted();
-    void AbortedWithItsReader();
-    void AbortedWithItsTerminal();
-    void StopNotConfirmed();
-    void UnpluggedForGood();
+    void FunctionThatTheInstrumentGivesUpIsReported_data();
+    void FunctionThatTheInstrumentGivesUpIsReported();
+    void SignalAbortsTheMeasurement();
+    void EndOfTheReaderAbortsTheMeasurement();
+    void EndOfTheTerminalAbortsTheMeasurement();
+    void UnconfirmedStopIsReported();
+    void UnpluggedInstrumentLosesTheLink();
 };
 
-void TestMeasureProgram::EveryFunction()
+void TestMeasureProgram::EveryFunctionBringsItsReadings()
 {
     CheckSideBySide(
         Functions(),
@@ -151,11 +150,10 @@ void TestMeasureProgram::EveryFunction()
         CheckFunction, [](const Function& function) { return function.name; });
 }
 
-void TestMeasureProgram::AsText()
+void TestMeasureProgram::ReadingsAreShownAsText()
 {
     MeasureRun run(QStringLiteral("isub --time 1"));
-    QCOMPARE(run->Finish(), 0);
-    QCOMPARE(run->Errors(), QByteArray());
+    run->VerifySuccess();
     QByteArrayList lines = run->Lines();
     QVERIFY2(lines.size() > 4, run->Output().constData());
     const QByteArrayList end = lines.mid(lines.size() - 3);
@@ -171,7 +169,7 @@ void TestMeasureProgram::AsText()
     QCOMPARE(end.at(2), "  voltage           " + match.captured(2).toUtf8());
 }
 
-void TestMeasureProgram::ReadingsFile()
+void TestMeasureProgram::ReadingsAreWrittenToAFile()
 {
     const QTemporaryDir folder;
     QFile file(folder.filePath(QStringLiteral("readings.csv")));
@@ -198,17 +196,17 @@ void TestMeasureProgram::ReadingsFile()
     }
 }
 
-void TestMeasureProgram::FileThatCannotBeWritten()
+void TestMeasureProgram::FileThatCannotBeWrittenIsBadUse()
 {
     MeasureRun run(QStringLiteral("rpe --csv /nowhere/readings"));
     QCOMPARE(run->Finish(), 1);
     QCOMPARE(run->Output(), QByteArray());
     QVERIFY2(run->Errors().startsWith("vesmar: ") && run->Errors().contains("/nowhere/readings"),
              run->Errors().constData());
-    QCOMPARE(run.Log(), QByteArrayList()); // nothing was sent
+    QCOMPARE(run.Log(), QByteArrayList()); // Nothing was sent.
 }
 
-void TestMeasureProgram::FileThatCannotHoldAllReadings()
+void TestMeasureProgram::FileThatIsFullFailsTheMeasurement()
 {
     const QTemporaryDir folder;
     const QString command =
@@ -222,11 +220,10 @@ void TestMeasureProgram::FileThatCannotHoldAllReadings()
     QCOMPARE(TextOf(result, "outcome"), QByteArray("failed"));
     QCOMPARE(TextOf(result, "reason"), QByteArray("file-not-written"));
     QVERIFY(ValueOf(result, "stopped").toBool());
-    QVERIFY2(run.Errors().contains(" Not every reading was kept: cannot write the file "),
-             run.Errors().constData());
+    VERIFY_CONTAINS(run.Errors(), " Not every reading was kept: cannot write the file ");
 }
 
-void TestMeasureProgram::FailedByTheInstrument_data()
+void TestMeasureProgram::FailureOfTheInstrumentIsReported_data()
 {
     QTest::addColumn<QString>("function");
     QTest::addColumn<QString>("error");
@@ -241,7 +238,7 @@ void TestMeasureProgram::FailedByTheInstrument_data()
                                          << "MeasurementFailed" << 202;
 }
 
-void TestMeasureProgram::FailedByTheInstrument()
+void TestMeasureProgram::FailureOfTheInstrumentIsReported()
 {
     QFETCH(QString, function);
     QFETCH(QString, error);
@@ -249,8 +246,8 @@ void TestMeasureProgram::FailedByTheInstrument()
     MeasureRun run(function + QStringLiteral(" --json"), InScenario(QTest::currentDataTag()));
     QCOMPARE(run->Finish(), 4);
     const QString named = QStringLiteral("%1 (%2): the ").arg(error).arg(number);
-    QVERIFY2(run->Errors().contains(named.toLatin1()), run->Errors().constData());
-    QVERIFY2(run->Errors().contains("confirmed to have stopped"), run->Errors().constData());
+    VERIFY_CONTAINS(run->Errors(), named.toLatin1());
+    VERIFY_CONTAINS(run->Errors(), "confirmed to have stopped");
     QCOMPARE(run->Errors().count('\n'), 1);
 
     const QJsonObject result = ResultOf(run);
@@ -259,7 +256,7 @@ void TestMeasureProgram::FailedByTheInstrument()
     const QJsonObject shown = PartOf(result, "error");
     QCOMPARE(ValueOf(shown, "name").toString(), error);
     QCOMPARE(NumberOf(shown, "number"), number);
-    QVERIFY2(run.Log().join('\n').contains(" deselected"), run.Log().join('\n').constData());
+    VERIFY_CONTAINS(run.Log().join('\n'), " deselected");
 }
 
 void TestMeasureProgram::FailureIsFollowedByAdvice()
@@ -277,7 +274,7 @@ void TestMeasureProgram::FailureIsFollowedByAdvice()
                  "and start again.\n"));
 }
 
-void TestMeasureProgram::GivenUpByTheInstrument_data()
+void TestMeasureProgram::FunctionThatTheInstrumentGivesUpIsReported_data()
 {
     QTest::addColumn<QString>("command");
     QTest::newRow("restart") << QStringLiteral("6:restart 0");
@@ -286,7 +283,7 @@ void TestMeasureProgram::GivenUpByTheInstrument_data()
 
 /// What is read afterwards, such as the mains, must not look like readings of the function. The one reading
 /// that was asked for before can come afterwards.
-void TestMeasureProgram::GivenUpByTheInstrument()
+void TestMeasureProgram::FunctionThatTheInstrumentGivesUpIsReported()
 {
     QFETCH(const QString, command);
     MeasureRun run(QStringLiteral("rpe --time 600 --json"), {QStringLiteral("--at"), command});
@@ -305,7 +302,7 @@ void TestMeasureProgram::GivenUpByTheInstrument()
     QVERIFY2(othersCount <= 1, run->Output().constData());
 }
 
-void TestMeasureProgram::Interrupted()
+void TestMeasureProgram::SignalAbortsTheMeasurement()
 {
     const QVector<int> signalNumbers{SIGINT, SIGTERM, SIGHUP};
     MeasureRuns runs; // side by side
@@ -318,9 +315,8 @@ void TestMeasureProgram::Interrupted()
         QVERIFY(!run.Log().contains("function 9 stopped by request"));
         QVERIFY(run->Signal(signalNumbers.at(i)));
         QCOMPARE(run->Finish(), 5);
-        QVERIFY2(run->Errors().contains("Aborting the measurement (signal " +
-                                        QByteArray::number(signalNumbers.at(i)) + ')'),
-                 run->Errors().constData());
+        VERIFY_CONTAINS(run->Errors(),
+                        "Aborting the measurement (signal " + QByteArray::number(signalNumbers.at(i)) + ')');
         QVERIFY2(
             run->Errors().endsWith("Measurement hv aborted. The instrument is confirmed to have stopped.\n"),
             run->Errors().constData());
@@ -329,17 +325,17 @@ void TestMeasureProgram::Interrupted()
     }
 }
 
-void TestMeasureProgram::AbortedWithItsReader()
+void TestMeasureProgram::EndOfTheReaderAbortsTheMeasurement()
 {
     MeasureRun run(QStringLiteral("hv --time 600 | head -n 1"));
     QCOMPARE(run->Finish(), 0);
     QCOMPARE(run->Lines().size(), 1);
-    QVERIFY2(run->Errors().contains("nobody reads the output"), run->Errors().constData());
+    VERIFY_CONTAINS(run->Errors(), "nobody reads the output");
     QVERIFY2(run.HasStopped(9), run.Log().join('\n').constData());
 }
 
-/// The terminal's own program is killed; with it goes all that could be written to.
-void TestMeasureProgram::AbortedWithItsTerminal()
+/// The program of the terminal is killed, and the output with it.
+void TestMeasureProgram::EndOfTheTerminalAbortsTheMeasurement()
 {
     const QTemporaryDir folder;
     const QString logPath = folder.filePath(QStringLiteral("log"));
@@ -355,18 +351,17 @@ void TestMeasureProgram::AbortedWithItsTerminal()
     QVERIFY(LogIn(logPath).contains("function 9 stopped by request"));
 }
 
-void TestMeasureProgram::StopNotConfirmed()
+void TestMeasureProgram::UnconfirmedStopIsReported()
 {
     MeasureRun run(QStringLiteral("hv --time 1 --time-offset 0 --stop-timeout 0.1"),
                    InScenario("runs-on-after-stop"));
     QCOMPARE(run->Finish(), 6);
-    QVERIFY2(run->Errors().contains("STOP NOT CONFIRMED: the instrument may still be running, and high "
-                                    "voltage may be on. Switch it off at the instrument."),
-             run->Errors().constData());
+    VERIFY_CONTAINS(run->Errors(), "STOP NOT CONFIRMED: the instrument may still be running, and high "
+                                   "voltage may be on. Switch it off at the instrument.");
     QVERIFY2(!run.HasStopped(9), run.Log().join('\n').constData());
 }
 
-void TestMeasureProgram::UnpluggedForGood()
+void TestMeasureProgram::UnpluggedInstrumentLosesTheLink()
 {
     MeasureRun run(QStringLiteral("hv --time 600 --stop-timeout 1 --json"),
                    Words(QStringLiteral("--at 8:unplug")));
@@ -375,7 +370,7 @@ void TestMeasureProgram::UnpluggedForGood()
     const QByteArray sentence =
         "Link lost, the state of the instrument is unknown: it may still be running, and high voltage may be "
         "on. Switch it off at the instrument.";
-    QVERIFY2(run->Errors().endsWith("vesmar: " + sentence + '\n'), run->Errors().constData());
+    VERIFY_ENDS(run->Errors(), "vesmar: " + sentence + '\n');
     const QJsonObject result = ResultOf(run);
     QCOMPARE(TextOf(result, "outcome"), QByteArray("link-lost"));
     QCOMPARE(NumberOf(result, "status"), 7);

@@ -337,7 +337,7 @@ void TestMeasuring::SettingsThatAreRefusedLoseTheLinkForAMoment()
     QCOMPARE(measuring.CountSent(prepare), 3); // One request is tried three times.
     QVERIFY(measuring.HasEntered(Trace::Recovery));
     QVERIFY(!measuring.tester->GetIsMeasurementModeActive());
-    AWAIT_EQUAL(measuring.tester.Errors().size(), 2); // lost and found
+    AWAIT_EQUAL(measuring.tester.Errors().size(), 2); // The link is lost and found again.
     QCOMPARE(measuring.tester.LastSignalled("ErrorCode"), QByteArray("15"));
 }
 
@@ -383,7 +383,8 @@ void TestMeasuring::FastSingleDeliversItsResult()
                                 Trace::Stopping, Trace::MeasurementMode, Trace::Preparing}));
     QCOMPARE(measuring.tester->TestResults()->GetMeasurementType(), Vesmar::MeasurementType::RLN);
     QCOMPARE(measuring.CountSent(Wire::StopMeasurement), 0);
-    QCOMPARE(measuring.tester.Signalled("IsMeasurementRunning"), QByteArrayList()); // Never seen to run.
+    QCOMPARE(measuring.tester.Signalled("IsMeasurementRunning"),
+             QByteArrayList()); // No status has shown the function running.
     QCOMPARE(measuring.tester.Errors(), QByteArrayList());
 }
 
@@ -410,7 +411,7 @@ void TestMeasuring::AbortWhilePreparing()
     run.Start();
     AWAIT_EQUAL(run.tester->MeasurementFunctionStatus(), FunctionState::Preparing);
     run.Abort();
-    QCOMPARE(run.CountSent(Wire::StopMeasurement), 0); // Not running counts as over.
+    QCOMPARE(run.CountSent(Wire::StopMeasurement), 0); // A function that does not run counts as over.
     run.Leave();
     QCOMPARE(run.CountSent(Wire::StartMeasurement), 0);
 }
@@ -453,7 +454,7 @@ void TestMeasuring::AbortBeforeTheStartShows()
     AWAIT_EQUAL(run.CountSent(Wire::StartMeasurement), 1);
     run.Abort();
     AWAIT(run.FunctionState() != StillPrepared);
-    run.Leave(); // It runs, though the abort is over: only leaving ends it.
+    run.Leave(); // The function runs although the abort is over: only leaving the mode ends it.
     QVERIFY(run.CountSent(Wire::StopMeasurement) > 0);
     QCOMPARE(run.CountSent(Wire::StartMeasurement), 1);
 }
@@ -493,7 +494,7 @@ void TestMeasuring::AbortWhileStopping()
     run.AwaitState(MeasurementState::Stopping);
     run.tester->AbortMeasurement();
     AWAIT(run.HasEntered(Trace::Preparing, 2));
-    QVERIFY(!run.HasEntered(Trace::Aborting)); // It is being stopped anyway.
+    QVERIFY(!run.HasEntered(Trace::Aborting)); // The function is being stopped anyway.
     QCOMPARE(run.FunctionState(), Terminated);
     QVERIFY(!run.tester->IsMeasurementRunning());
     run.Leave();

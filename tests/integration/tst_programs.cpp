@@ -114,10 +114,9 @@ private Q_SLOTS:
 
 void TestPrograms::InfoShowsIdentityAndClocks()
 {
-    const QDateTime before = QDateTime::currentDateTime().addSecs(-1); // the clock has no fractions
+    const QDateTime before = QDateTime::currentDateTime().addSecs(-1); // The clock has no fractions.
     ProgramRun run(SimulatorProgram, SimulatedVesmar("info"));
-    QCOMPARE(run.Finish(), 0);
-    QCOMPARE(run.Errors(), QByteArray());
+    run.VerifySuccess();
 
     const QByteArrayList lines = run.Lines();
     QCOMPARE(Shown(lines, "Device name"), QByteArray("PAT"));
@@ -138,8 +137,7 @@ void TestPrograms::InfoShowsIdentityAndClocks()
 void TestPrograms::InfoAsJson()
 {
     ProgramRun run(SimulatorProgram, SimulatedVesmar("info --json"));
-    QCOMPARE(run.Finish(), 0);
-    QCOMPARE(run.Errors(), QByteArray());
+    run.VerifySuccess();
     QCOMPARE(run.Lines().size(), 2);
 
     const QJsonObject info = ObjectOf(run.Lines().first());
@@ -159,7 +157,7 @@ void TestPrograms::InfoInUpdateMode()
     ProgramRun run(SimulatorProgram, SimulatedVesmar("info", AtOnce("mode 3")));
     QCOMPARE(run.Finish(), 3);
     QCOMPARE(Shown(run.Lines(), "Serial number"), QByteArray("204815"));
-    QVERIFY2(run.Errors().contains("update mode"), run.Errors().constData());
+    VERIFY_CONTAINS(run.Errors(), "update mode");
 }
 
 void TestPrograms::InfoExplainsTheError()
@@ -178,8 +176,7 @@ void TestPrograms::InfoExplainsTheError()
 void TestPrograms::MonitorShowsEveryChangeUntilItsTimeIsOver()
 {
     ProgramRun run(SimulatorProgram, SimulatedVesmar("monitor --json --for 8", AtOnce("error 6")));
-    QCOMPARE(run.Finish(), 0);
-    QCOMPARE(run.Errors(), QByteArray());
+    run.VerifySuccess();
 
     const QByteArrayList lines = run.Lines();
     QCOMPARE(TextOf(ObjectOf(lines.last()), "message"), QByteArray("Monitored for the time given."));
@@ -203,16 +200,15 @@ void TestPrograms::MonitorShowsEveryChangeUntilItsTimeIsOver()
 void TestPrograms::MonitorAsText()
 {
     ProgramRun run(SimulatorProgram, SimulatedVesmar("monitor --for 5"));
-    QCOMPARE(run.Finish(), 0);
-    QCOMPARE(run.Errors(), QByteArray());
+    run.VerifySuccess();
     QVERIFY(!run.Lines().isEmpty());
     const QRegularExpression form(
         QStringLiteral("^\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3} +[A-Za-z]+ +[^ ]"));
     for (const QByteArray& line : run.Lines()) {
         QVERIFY2(form.match(QString::fromUtf8(line)).hasMatch(), line.constData());
     }
-    QVERIFY2(run.Output().contains("serial number 204815"), run.Output().constData());
-    QVERIFY2(run.Output().contains("ULN 2"), run.Output().constData());
+    VERIFY_CONTAINS(run.Output(), "serial number 204815");
+    VERIFY_CONTAINS(run.Output(), "ULN 2");
 }
 
 void TestPrograms::MonitorEndsWithASignal_data()
@@ -230,8 +226,7 @@ void TestPrograms::MonitorEndsWithASignal()
     AWAIT(run.Output().contains("DeviceInformation"));
     QVERIFY(run.IsRunning());
     QVERIFY(run.Signal(signalNumber));
-    QCOMPARE(run.Finish(), 0);
-    QCOMPARE(run.Errors(), QByteArray());
+    run.VerifySuccess();
 }
 
 void TestPrograms::MonitorEndsWithItsReader()
@@ -256,7 +251,7 @@ void TestPrograms::TraceOnlyWhenWanted()
     QVERIFY2(
         trace.contains("\033[0;34m<<<                              ENTERING INITIALIZATION STATE\033[0m"),
         trace.constData());
-    QVERIFY2(trace.contains("57122a"), trace.constData());
+    VERIFY_CONTAINS(trace, "57122a");
     QVERIFY(!run.Output().contains('\033'));
     QCOMPARE(Shown(run.Lines(), "Serial number"), QByteArray("204815"));
 }
@@ -276,8 +271,7 @@ void TestPrograms::DeviceMissing()
     }
     ProgramRun run(VesmarProgram, {verb});
     QCOMPARE(run.Finish(), 2);
-    QVERIFY2(run.Errors().contains("The serial device /dev/ttycommunication does not exist."),
-             run.Errors().constData());
+    VERIFY_CONTAINS(run.Errors(), "The serial device /dev/ttycommunication does not exist.");
     QCOMPARE(run.Errors().count('\n'), 1);
 
     ProgramRun jsonRun(VesmarProgram, {verb, QStringLiteral("--json")});
@@ -307,7 +301,7 @@ void TestPrograms::LinkThatDoesNotComeUp()
     for (const char* verb : {"info --timeout 1.5", "monitor --timeout 1.5"}) {
         ProgramRun run(SimulatorProgram, SimulatedVesmar(verb, {QStringLiteral("--scenario"), scenario}));
         QCOMPARE(run.Finish(), 2);
-        QVERIFY2(run.Errors().contains(sentence), run.Errors().constData());
+        VERIFY_CONTAINS(run.Errors(), sentence);
         QCOMPARE(run.Errors().count('\n'), 1);
     }
 }
@@ -434,7 +428,7 @@ void TestPrograms::BadUseOfAVerb()
              run->Errors().constData());
     QVERIFY2(lines.value(1).startsWith("Usage: vesmar " + arguments.split(' ').first()),
              run->Errors().constData());
-    QCOMPARE(run.Log(), QByteArrayList()); // nothing was sent
+    QCOMPARE(run.Log(), QByteArrayList()); // Nothing was sent.
 }
 
 void TestPrograms::LineIsSetUpAsTheInstrumentNeedsIt()
@@ -464,15 +458,13 @@ void TestPrograms::SignalEndsTheReadingOfALog()
     ProgramRun run(QStringLiteral(VESMAR_PROGRAM),
                    {QStringLiteral("decode"), QStringLiteral("-"), QStringLiteral("--scenario"),
                     folder.filePath(QStringLiteral("recording"))});
-    run.Tell("20:51:40.316  73f44e 00fed10e[4b]");
-    run.Tell("20:51:40.416  73f44e 00fed10e[4b]");
+    run.WriteLine("20:51:40.316  73f44e 00fed10e[4b]");
+    run.WriteLine("20:51:40.416  73f44e 00fed10e[4b]");
     AWAIT(run.Output().count("read status") == 2);
     QVERIFY(run.Signal(signalNumber));
-    QCOMPARE(run.Finish(), 0);
-    QCOMPARE(run.Errors(), QByteArray());
-    QVERIFY2(run.Output().contains("\nSummary\n  exchanges          2\n"), run.Output().constData());
-    QVERIFY2(run.Output().endsWith("The log is decoded as far as it was read, and 2 entries are recorded.\n"),
-             run.Output().constData());
+    run.VerifySuccess();
+    VERIFY_CONTAINS(run.Output(), "\nSummary\n  exchanges          2\n");
+    VERIFY_ENDS(run.Output(), "The log is decoded as far as it was read, and 2 entries are recorded.\n");
     QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden),
              QStringList{QStringLiteral("recording")});
 }
@@ -483,7 +475,7 @@ void TestPrograms::SignalEndsTheReadingBeforeAnExchange()
     const QString recording = folder.filePath(QStringLiteral("recording"));
     ProgramRun run(QStringLiteral(VESMAR_PROGRAM),
                    {QStringLiteral("decode"), QStringLiteral("-"), QStringLiteral("--scenario"), recording});
-    run.Tell("20:51:40.212 Transciever::Open");
+    run.WriteLine("20:51:40.212 Transciever::Open");
     AWAIT(run.Output().contains("Transciever::Open"));
     QVERIFY(run.Signal(SIGINT));
     QCOMPARE(run.Finish(), 1);
@@ -505,8 +497,7 @@ void TestPrograms::MonitorShowsTheLossAndTheReturn()
     const int lost = Story(run.Lines()).indexOf("100");
     AWAIT(HasPictureSince(Story(run.Lines()), lost));
     QVERIFY(run.Signal(SIGINT));
-    QCOMPARE(run.Finish(), 0);
-    QCOMPARE(run.Errors(), QByteArray());
+    run.VerifySuccess();
 
     const QByteArrayList story = Story(run.Lines());
     QVERIFY(story.indexOf("103") < lost);

@@ -38,7 +38,7 @@ private Q_SLOTS:
     void CleansUpWithoutAResult();
     void UbReIsPreparedBeforehand();
     void OneTestFollowsAnotherWithItsRe();
-    void TestThatBeginsAnewTellsSo();
+    void TestThatBeginsAnewSignalsItsErrorAgain();
     void OrdinaryMeasurementGivesWayAndIsPreparedAgain();
     void ErrorEndsThePreparation_data();
     void ErrorEndsThePreparation();
@@ -86,12 +86,13 @@ void TestRcd::TestRunsToItsResult()
     QCOMPARE(rcd.FunctionState(), Completed);
     rcd.VerifyResults(kind);
 
-    AWAIT(rcd.tester.HasTold("MeasurementStatus", WholeTest));
-    QVERIFY(rcd.tester.HasTold("IsMeasurementRunning", {"1", "0"}));
-    QVERIFY(rcd.tester.HasTold("TestSettings", {type}));
-    QVERIFY(rcd.tester.HasTold("CurrentMeasurementType", {"0", type}));
+    AWAIT(rcd.tester.HasSignalled("MeasurementStatus", WholeTest));
+    QVERIFY(rcd.tester.HasSignalled("IsMeasurementRunning", {"1", "0"}));
+    QVERIFY(rcd.tester.HasSignalled("TestSettings", {type}));
+    QVERIFY(rcd.tester.HasSignalled("CurrentMeasurementType", {"0", type}));
     QCOMPARE(rcd.tester.LastSignalled("TestResults"), type);
-    QCOMPARE(rcd.tester.LastSignalled("MeasurementFunctionStatus"), QByteArray("7")); // It tells no end.
+    QCOMPARE(rcd.tester.LastSignalled("MeasurementFunctionStatus"),
+             QByteArray("7")); // The instrument does not report the end.
     QCOMPARE(rcd.tester.Errors(), QByteArrayList());
     QVERIFY(rcd.tester.HasStayedOnItsThread());
     rcd.Leave();
@@ -106,8 +107,8 @@ void TestRcd::CleansUpWithoutAResult()
     QCOMPARE(rcd.tester.LeftStates().count(Trace::RcdCleanUp), 1);
     QCOMPARE(rcd.SentBesidesStatusSince(kind.prepare),
              (QByteArrayList{kind.prepare, Wire::StartMeasurement}));
-    AWAIT_EQUAL(rcd.FunctionState(), Completed); // On its own.
-    AWAIT(rcd.tester.HasTold("MeasurementStatus", WholeTest));
+    AWAIT_EQUAL(rcd.FunctionState(), Completed); // The clean-up ends without a request.
+    AWAIT(rcd.tester.HasSignalled("MeasurementStatus", WholeTest));
     QCOMPARE(rcd.tester.Signalled("IsMeasurementRunning"), QByteArrayList());
     QCOMPARE(rcd.tester.Errors(), QByteArrayList());
     QCOMPARE(rcd.tester->TestResults()->GetMeasurementType(), MeasurementType::Monitoring);
@@ -132,8 +133,8 @@ void TestRcd::UbReIsPreparedBeforehand()
              (QByteArrayList{kind.prepare, kind.prepare, Wire::StartMeasurement}));
     rcd.VerifyResults(kind);
     const QByteArrayList preparedFirst{"-1", "1", "2", "0", "1", "2", "3", "4", "7", "-1"};
-    AWAIT(rcd.tester.HasTold("MeasurementStatus", preparedFirst));
-    QVERIFY(rcd.tester.HasTold("IsMeasurementRunning", {"1", "0"}));
+    AWAIT(rcd.tester.HasSignalled("MeasurementStatus", preparedFirst));
+    QVERIFY(rcd.tester.HasSignalled("IsMeasurementRunning", {"1", "0"}));
     QCOMPARE(rcd.tester.Errors(), QByteArrayList());
     rcd.Leave();
 }
@@ -152,18 +153,18 @@ void TestRcd::OneTestFollowsAnotherWithItsRe()
     rcd.Run(second);
     const QByteArrayList both = rcd.SentBesidesStatusSince(RcdKinds::UbRe().prepare);
     QCOMPARE(both.size(), 4);
-    QCOMPARE(both.at(2).mid(5, 4), re); // Behind the letter and the options.
+    QCOMPARE(both.at(2).mid(5, 4), re); // Re stands behind the letter and the options.
     QCOMPARE(both.at(3), Wire::StartMeasurement);
     rcd.VerifyResults(second);
 
     rcd.Run(RcdKinds::IecIaTa2());
     rcd.VerifyResults(RcdKinds::IecIaTa2());
     QCOMPARE(rcd.CountSent(Wire::StopMeasurement), 0);
-    AWAIT(rcd.tester.HasTold("IsMeasurementRunning", {"1", "0", "1", "0", "1", "0"}));
+    AWAIT(rcd.tester.HasSignalled("IsMeasurementRunning", {"1", "0", "1", "0", "1", "0"}));
     QCOMPARE(rcd.tester.Errors(), QByteArrayList());
 }
 
-void TestRcd::TestThatBeginsAnewTellsSo()
+void TestRcd::TestThatBeginsAnewSignalsItsErrorAgain()
 {
     const RcdKind kind = RcdKinds::IecIaTa1();
     const QTemporaryDir directory;
@@ -173,9 +174,9 @@ void TestRcd::TestThatBeginsAnewTellsSo()
     rcd.VerifyResults(kind);
     QCOMPARE(rcd.SentBesidesStatusSince(kind.prepare),
              (QByteArrayList{kind.prepare, Wire::StartMeasurement, kind.prepare, Wire::StartMeasurement}));
-    // The new beginning finds the error in the status once more, before the preparation has taken it away.
-    AWAIT(rcd.tester.HasTold("ErrorCode", {"525", "15", "525", "15"}));
-    QVERIFY(rcd.tester.HasTold("IsMeasurementRunning", {"1", "0"}));
+    // The new beginning finds the error in the status once more, before the preparation removes it.
+    AWAIT(rcd.tester.HasSignalled("ErrorCode", {"525", "15", "525", "15"}));
+    QVERIFY(rcd.tester.HasSignalled("IsMeasurementRunning", {"1", "0"}));
 }
 
 void TestRcd::OrdinaryMeasurementGivesWayAndIsPreparedAgain()
@@ -248,7 +249,7 @@ void TestRcd::CheckObjectErrorsAreReportedAsTheyCome()
     for (const auto& [code, error] : errors) {
         rcd.instrument.SetScenario(Scenario::RcdCheck, code);
         AWAIT_EQUAL(rcd.tester.ErrorCode(), QByteArray(error));
-        QVERIFY(rcd.IsInState(MeasurementState::Idle)); // It may still get better.
+        QVERIFY(rcd.IsInState(MeasurementState::Idle)); // The object under test may still become sound.
     }
     rcd.Leave();
 }
@@ -274,7 +275,7 @@ void TestRcd::NextPreparationReplacesTheWatchedOne()
     rcd.Prepare(*RcdKinds::UbRe().settings);
     rcd.AwaitWatch();
     rcd.tester->PrepareMeasurement(*RcdKinds::UbRe().settings);
-    AWAIT(rcd.tester.HasTold("MeasurementStatus", {"-1", "1", "2", "0", "-1", "1", "2", "0"}));
+    AWAIT(rcd.tester.HasSignalled("MeasurementStatus", {"-1", "1", "2", "0", "-1", "1", "2", "0"}));
     QCOMPARE(rcd.CountSent(RcdKinds::UbRe().prepare), 2);
     QCOMPARE(rcd.CountSent(Wire::StopMeasurement), 0);
     QCOMPARE(rcd.tester.Errors(), QByteArrayList());
@@ -324,12 +325,12 @@ void TestRcd::AbortedTestStaysPrepared()
     rcd.AwaitWatch();
     rcd.tester->AbortMeasurement();
     const QString step = QStringLiteral("RUNING RCD MONITORING STATE is abort");
-    AWAIT(rcd.tester.CountTraced(step) > 2); // It stays pending.
+    AWAIT(rcd.tester.CountTraced(step) > 2); // The abort stays pending.
     AWAIT_EQUAL(rcd.FunctionState(), Prepared);
     QVERIFY(rcd.IsInState(MeasurementState::Idle));
     QCOMPARE(rcd.CountSent(Wire::StopMeasurement), 0);
 
-    rcd.tester->StartMeasurement(); // Which withdraws it.
+    rcd.tester->StartMeasurement(); // The start withdraws the abort.
     rcd.AwaitEnd();
     QCOMPARE(rcd.tester->ErrorCode(), Error::NoErrors);
     QCOMPARE(rcd.tester->TestResults()->GetMeasurementType(), Vesmar::MeasurementType::RCD);
@@ -353,11 +354,11 @@ void TestRcd::NextPreparationAnswersAnAbort()
 void TestRcd::AbortedPreparationBeginsAnew()
 {
     RcdMeasuring rcd;
-    rcd.instrument.SetScenario(Scenario::StartTest, 13); // Not ready for 4 s.
+    rcd.instrument.SetScenario(Scenario::StartTest, 13); // The instrument is not ready for 4 s.
     rcd.Prepare(*RcdKinds::UbRe().settings);
     rcd.AwaitState(MeasurementState::Preparing);
     rcd.tester->AbortMeasurement();
-    AWAIT(rcd.tester.HasTold("MeasurementStatus", {"-1", "1", "-1", "1"}));
+    AWAIT(rcd.tester.HasSignalled("MeasurementStatus", {"-1", "1", "-1", "1"}));
     rcd.instrument.SetScenario(Scenario::None);
     rcd.AwaitWatch();
     QCOMPARE(rcd.tester.Errors(), QByteArrayList());
@@ -386,7 +387,8 @@ void TestRcd::AbortOfARunCountsWhenItFallsSilent_data()
 {
     QTest::addColumn<RcdKind>("kind");
     QTest::addColumn<QByteArray>("error");
-    QTest::newRow("Ub/Re") << RcdKinds::UbRe() << QByteArray("520"); // Its own error comes first.
+    QTest::newRow("Ub/Re") << RcdKinds::UbRe()
+                           << QByteArray("520"); // The error of the silent test comes first.
     QTest::newRow("Ia/Ta") << RcdKinds::IaTa1() << QByteArray("521");
     QTest::newRow("IEC Ia/Ta") << RcdKinds::IecIaTa1() << QByteArray("521");
 }
@@ -405,7 +407,7 @@ void TestRcd::AbortOfARunCountsWhenItFallsSilent()
     AWAIT(rcd.instrument.SentUnasked().size() > statuses + 5);
     QVERIFY(rcd.IsInState(MeasurementState::Running));
 
-    rcd.instrument.Unplug(); // It runs on, unheard.
+    rcd.instrument.Unplug(); // The test runs on, but its frames are lost.
     rcd.AwaitEnd();
     rcd.instrument.Plug();
     QCOMPARE(rcd.tester.ErrorCode(), error);
@@ -449,7 +451,7 @@ void TestRcd::LostLinkIsNoticedOnlyAfterTheTest()
     AWAIT_EQUAL(rcd.tester->MeasurementFunctionStatus(), FunctionState::Running);
     rcd.instrument.Unplug();
     rcd.AwaitEnd();
-    QCOMPARE(rcd.tester->ErrorCode(), Error::StartFailed); // Started again, in vain.
+    QCOMPARE(rcd.tester->ErrorCode(), Error::StartFailed); // The test was started again, in vain.
     QCOMPARE(rcd.CountSent(Wire::StartMeasurement), 3);
     QVERIFY(!rcd.tester->IsMeasurementRunning());
     QVERIFY(!rcd.tester.EnteredStates().contains(Trace::Recovery));
@@ -458,7 +460,7 @@ void TestRcd::LostLinkIsNoticedOnlyAfterTheTest()
     rcd.tester->SetIsMeasurementModeActive(false);
     AWAIT_EQUAL(rcd.tester->ErrorCode(), Error::CommunicationRecovery);
     rcd.instrument.Plug();
-    rcd.Leave(); // It still runs at the instrument: monitoring finds and stops it.
+    rcd.Leave(); // The test still runs at the instrument; monitoring finds and stops it.
     QCOMPARE(rcd.tester->ErrorCode(), Error::NoErrors);
     QCOMPARE(rcd.tester->TesterMode(), Vesmar::OperationMode::Normal);
     QVERIFY(rcd.CountSent(Wire::StopMeasurement) > 0);

@@ -57,8 +57,7 @@ QByteArrayList PrepareRequestsIn(const QByteArrayList& log)
 
 void CheckMode(MeasureRun& run, const Mode& mode)
 {
-    QCOMPARE(run->Finish(), 0);
-    QCOMPARE(run->Errors(), QByteArray());
+    run->VerifySuccess();
     const QJsonObject result = ResultOf(run);
     QCOMPARE(TextOf(result, "outcome"), QByteArray("done"));
     QCOMPARE(ValueOf(result, "stopped").toBool(), true);
@@ -72,7 +71,7 @@ void CheckMode(MeasureRun& run, const Mode& mode)
     QCOMPARE(PrepareRequestsIn(log),
              QByteArrayList(QVector<QByteArray>(mode.prepares, mode.prepare).toList()));
     const QByteArray function = "function " + QByteArray::number(mode.number);
-    const int completed = log.indexOf(function + " completed"); // it is not cut short
+    const int completed = log.indexOf(function + " completed"); // The test is not cut short.
     QVERIFY2(completed >= 0, log.join('\n').constData());
     QVERIFY2(log.indexOf(function + " deselected") > completed, log.join('\n').constData());
 }
@@ -153,7 +152,7 @@ std::vector<Failure> RunFailures()
     };
 }
 
-/// The last thing that a test did was to leave the status.
+/// Whether a test is still selected in the status when the log ends.
 bool IsAnyTestSelected(const QByteArrayList& log)
 {
     for (auto line = log.crbegin(); line != log.crend(); ++line) {
@@ -218,11 +217,9 @@ std::vector<Interruption> Interruptions()
 void CheckInterruption(MeasureRun& run, const Interruption& interruption)
 {
     QCOMPARE(run->Finish(), 5);
-    QVERIFY2(run->Errors().contains("Aborting the measurement (signal " +
-                                    QByteArray::number(interruption.signalNumber) + ')'),
-             run->Errors().constData());
-    QVERIFY2(run->Errors().endsWith(" aborted. The instrument is confirmed to have stopped.\n"),
-             run->Errors().constData());
+    VERIFY_CONTAINS(run->Errors(), "Aborting the measurement (signal " +
+                                       QByteArray::number(interruption.signalNumber) + ')');
+    VERIFY_ENDS(run->Errors(), " aborted. The instrument is confirmed to have stopped.\n");
     const QByteArrayList log = run.Log();
     QVERIFY2(log.lastIndexOf(StopRequest) > log.indexOf(interruption.moment), log.join('\n').constData());
     QVERIFY2(!IsAnyTestSelected(log), log.join('\n').constData());
@@ -236,21 +233,21 @@ class TestRcdProgram : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void EveryMode();
-    void AsText();
-    void OnATerminal();
-    void ReIsTakenFromTheTestBefore();
-    void AbsentReading();
-    void TroubleThatIsOvercome();
+    void EveryModeBringsItsReadings();
+    void PhasesAreShownAsText();
+    void LineIsRedrawnOnATerminal();
+    void ReComesFromTheTestBefore();
+    void AbsentReadingIsShownAsAbsent();
+    void TroubleThatEndsIsOvercome();
     void ObjectUnderTestFails() { VerifyFailures(CheckFailures()); }
     void PreparationFails() { VerifyFailures(PreparationFailures()); }
     void RunFails() { VerifyFailures(RunFailures()); }
-    void MainsThatDoNotSuitAreTold();
-    void Interrupted();
-    void StopNotConfirmed();
+    void UnsuitableMainsAreReported();
+    void SignalAbortsTheTest();
+    void UnconfirmedStopIsReported();
 };
 
-void TestRcdProgram::EveryMode()
+void TestRcdProgram::EveryModeBringsItsReadings()
 {
     CheckSideBySide(
         Modes(), [](const Mode& mode) { return StartJson(mode.arguments); }, CheckMode,
@@ -258,11 +255,10 @@ void TestRcdProgram::EveryMode()
 }
 
 /// A line for each phase, then the readings, and in the end the result.
-void TestRcdProgram::AsText()
+void TestRcdProgram::PhasesAreShownAsText()
 {
     MeasureRun run(QStringLiteral("rcd-iec --mode ia-ta-1"));
-    QCOMPARE(run->Finish(), 0);
-    QCOMPARE(run->Errors(), QByteArray());
+    run->VerifySuccess();
     const QRegularExpression time(QStringLiteral("^ *\\d+\\.\\d s  "), QRegularExpression::MultilineOption);
     const QRegularExpression number(QStringLiteral("0\\.0[-0-9e.]+"));
     QString shown = QString::fromUtf8(run->Output());
@@ -279,7 +275,7 @@ void TestRcdProgram::AsText()
                             "  Ta                X\n"));
 }
 
-void TestRcdProgram::OnATerminal()
+void TestRcdProgram::LineIsRedrawnOnATerminal()
 {
     const QString command = QStringLiteral("'%1' run -- '%2' measure rcd --mode ia-ta-1 --re 2.5")
                                 .arg(QStringLiteral(SIMULATOR_PROGRAM), QStringLiteral(VESMAR_PROGRAM));
@@ -288,23 +284,22 @@ void TestRcdProgram::OnATerminal()
                          command, QStringLiteral("/dev/null")});
     QCOMPARE(terminal.Finish(), 0);
     const QByteArray shown = terminal.Output();
-    QVERIFY2(shown.contains("\r   0.0 s  ia-ta-1: preparing\033[K"), shown.constData());
-    QVERIFY2(shown.contains(" s  ia-ta-1: running\033[K"), shown.constData());
-    QVERIFY2(shown.contains("Re                2.5\r\n"), shown.constData());
+    VERIFY_CONTAINS(shown, "\r   0.0 s  ia-ta-1: preparing\033[K");
+    VERIFY_CONTAINS(shown, " s  ia-ta-1: running\033[K");
+    VERIFY_CONTAINS(shown, "Re                2.5\r\n");
 }
 
-void TestRcdProgram::ReIsTakenFromTheTestBefore()
+void TestRcdProgram::ReComesFromTheTestBefore()
 {
     MeasureRun run(QStringLiteral("rcd --mode ia-ta-2 --quantity 3 --with-ub-re --json"));
-    QCOMPARE(run->Finish(), 0);
-    QCOMPARE(run->Errors(), QByteArray());
+    run->VerifySuccess();
     const QByteArrayList log = run.Log();
     const int completed = log.indexOf("function 10 completed");
     QVERIFY2(completed > 0, log.join('\n').constData());
     QByteArray re;
     for (const QByteArray& line : log.mid(0, completed)) {
         if (line.startsWith("unasked ")) {
-            re = line.mid(8, 8); // of the last one, which is the result
+            re = line.mid(8, 8); // The last one is the result.
         }
     }
     QCOMPARE(PrepareRequestsIn(log),
@@ -321,19 +316,19 @@ void TestRcdProgram::ReIsTakenFromTheTestBefore()
     QVERIFY(ValueOf(result, "Ta").isDouble());
 }
 
-void TestRcdProgram::AbsentReading()
+void TestRcdProgram::AbsentReadingIsShownAsAbsent()
 {
     MeasureRun text(QStringLiteral("rcd --mode ia-ta-1"), InScenario("rcd-no-ta"));
     MeasureRun json(QStringLiteral("rcd-iec --mode ia-ta-1 --json"), InScenario("rcd-no-ta"));
     QCOMPARE(text->Finish(), 0);
-    QVERIFY2(text->Output().endsWith("  Ta                -\n"), text->Output().constData());
+    VERIFY_ENDS(text->Output(), "  Ta                -\n");
     QCOMPARE(json->Finish(), 0);
     const QJsonObject readings = PartOf(ResultOf(json), "readings");
     QVERIFY(ValueOf(readings, "Ia").isDouble());
     QVERIFY(ValueOf(readings, "Ta").isNull());
 }
 
-void TestRcdProgram::TroubleThatIsOvercome()
+void TestRcdProgram::TroubleThatEndsIsOvercome()
 {
     using Trouble = std::pair<const char*, const char*>;
     const Trouble troubles[]{{UbRe, "rcd-check 0"},         {UbRe, "rcd-check-once 3"},
@@ -351,18 +346,17 @@ void TestRcdProgram::TroubleThatIsOvercome()
         [](const Trouble& trouble) { return trouble.second; });
 }
 
-void TestRcdProgram::MainsThatDoNotSuitAreTold()
+void TestRcdProgram::UnsuitableMainsAreReported()
 {
     MeasureRun run(QStringLiteral("rcd-iec --mode ia-ta-1"), InScenario("rcd-check-once 10"));
     QCOMPARE(run->Finish(), 0);
     QCOMPARE(run->Errors(),
              QByteArray("vesmar: RCDCheckObjectULNIECInvalid (507): the mains voltage does not suit the IEC "
                         "RCD test; waiting until it does. Ctrl-C aborts the measurement.\n"));
-    QVERIFY2(run->Output().contains("ia-ta-1: waiting for a suitable mains voltage\n"),
-             run->Output().constData());
+    VERIFY_CONTAINS(run->Output(), "ia-ta-1: waiting for a suitable mains voltage\n");
 }
 
-void TestRcdProgram::Interrupted()
+void TestRcdProgram::SignalAbortsTheTest()
 {
     const std::vector<Interruption> interruptions = Interruptions();
     MeasureRuns runs; // side by side
@@ -388,11 +382,11 @@ void TestRcdProgram::Interrupted()
     }
 }
 
-void TestRcdProgram::StopNotConfirmed()
+void TestRcdProgram::UnconfirmedStopIsReported()
 {
     MeasureRun run(QStringLiteral("rcd --mode ia-ta-1 --stop-timeout 0.1 --json"));
     QCOMPARE(run->Finish(), 6);
-    QVERIFY2(run->Errors().contains("STOP NOT CONFIRMED"), run->Errors().constData());
+    VERIFY_CONTAINS(run->Errors(), "STOP NOT CONFIRMED");
     QCOMPARE(ValueOf(ResultOf(run), "stopped").toBool(true), false);
 }
 

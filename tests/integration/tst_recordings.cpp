@@ -6,13 +6,13 @@
 namespace
 {
 
-/// Something that becomes of `vesmar` at an instrument with faults.
+/// A run of `vesmar` at an instrument with faults, and how it ends.
 struct RecordedKind {
     QByteArray name;
     QByteArray faults;      ///< A file of faults.
     QString arguments;      ///< Of `vesmar`; it finds the files "image" and "confirmation".
-    int status;             ///< What it ends with.
-    QByteArray told;        ///< What it tells on the way or at the end.
+    int status;             ///< The exit status.
+    QByteArray told;        ///< A part of the output.
     QByteArray decoded;     ///< What the decoded log contains.
     bool isCut = false;     ///< Only the second half of the log is left.
     bool isLasting = false; ///< The time decides which reading is the last one.
@@ -51,7 +51,7 @@ public:
         _run = std::make_unique<ProgramRun>(QStringLiteral("sh"), QStringList{Path("script")});
     }
 
-    /// What is not as it should be, when all is over; empty where all is.
+    /// Waits until all is over and describes what is wrong; empty where nothing is.
     QByteArray Problem()
     {
         if (_run->Finish() != 0 || !_run->Errors().isEmpty()) {
@@ -72,7 +72,7 @@ public:
         if (!Content("decoded").contains(_kind.decoded)) {
             return "the decoded log does not tell it: " + Content("decoded").right(2000);
         }
-        if (StatusOf("second") != _kind.status || Told("second") != Told("first") ||
+        if (StatusOf("second") != _kind.status || ResultOf("second") != ResultOf("first") ||
             !Content("second").contains(_kind.told)) {
             return "the second run ends otherwise: " + LastLine("first") + "\n" + LastLine("second") +
                    Content("errors").right(500);
@@ -101,8 +101,8 @@ private:
 
     QByteArray LastLine(const char* step) const { return Content(step).trimmed().split('\n').last(); }
 
-    /// The last object that a run has told, without what depends on the time.
-    QJsonObject Told(const char* step) const
+    /// The last object that a run has written, without what depends on the time.
+    QJsonObject ResultOf(const char* step) const
     {
         QJsonObject told = ObjectOf(LastLine(step));
         told.remove(QStringLiteral("time"));
@@ -117,7 +117,7 @@ private:
     std::unique_ptr<ProgramRun> _run;
 };
 
-/// All kinds side by side, and a row for each.
+/// Runs all kinds side by side, and adds a row for each.
 class RecordedRuns
 {
 public:
@@ -136,8 +136,8 @@ public:
         }
     }
 
-    /// Empty where there is none. What goes wrong is repeated alone: on a busy machine an answer can be too
-    /// late.
+    /// What is wrong with this run; empty where nothing is. A run that goes wrong is repeated alone: on a
+    /// busy machine an answer can be too late.
     QByteArray Problem(int kind)
     {
         constexpr int MostRepetitions = 2;
@@ -241,7 +241,7 @@ RecordedKinds UpdateKinds()
 
 } // namespace
 
-/// What becomes of `vesmar` at an instrument that plays what it recorded of another one.
+/// Runs of `vesmar` end at an instrument that plays a recording as they did at the recorded one.
 class TestRecordings : public QObject
 {
     Q_OBJECT

@@ -45,7 +45,7 @@ void CompareRestart(const LineInstrument& instrument, const QByteArrayList& requ
 
 } // namespace
 
-/// What an application asks of a connected instrument besides measurements.
+/// The requests of an application to a connected instrument, besides measurements.
 class TestRequests : public QObject
 {
     Q_OBJECT
@@ -88,12 +88,13 @@ void TestRequests::DateThatIsRefusedIsNotSentAgain()
     bench.tester->ConfigureCurrentDateTime(QDateTime(QDate(2100, 3, 7), QTime(14, 5, 9)));
     bench.AwaitIdentity(2);
 
-    const QByteArrayList expected{SetImpossibleDate, SetImpossibleDate, SetImpossibleDate, // one request
+    const QByteArrayList expected{SetImpossibleDate, SetImpossibleDate,
+                                  SetImpossibleDate, // This is one request.
                                   Wire::ReadStatus};
     AWAIT_EQUAL(bench.SentSince(SetImpossibleDate).mid(0, 8), expected + Wire::FirstRequests);
     QCOMPARE(bench.instrument.Sent().count(SetImpossibleDate), 3);
     AWAIT_EQUAL(bench.tester->CurrentDateTime().date(), QDate(2019, 1, 1));
-    AWAIT_EQUAL(bench.tester.Errors().size(), 2); // lost and found again
+    AWAIT_EQUAL(bench.tester.Errors().size(), 2); // The link is lost and found again.
     QCOMPARE(bench.tester.LastSignalled("ErrorCode"), QByteArray("15"));
 }
 
@@ -118,7 +119,7 @@ void TestRequests::CalibrationDateIsSetInCalibrationMode()
 
 void TestRequests::RefusedCalibrationDateEndsInARestart()
 {
-    bool isInCalibrationMode = false; // for the peer's thread alone
+    bool isInCalibrationMode = false; // Only the thread of the peer uses it.
     ScriptedPeer peer;
     peer.Answer([&isInCalibrationMode](const QByteArray& request) {
         return RefuseCalibrationDate(request, &isInCalibrationMode);
@@ -138,7 +139,7 @@ void TestRequests::RefusedCalibrationDateEndsInARestart()
     AWAIT_EQUAL(Since(Wire::ChangeToCalibrationMode, peer.RequestBytes()).mid(0, 11),
                 expected + Wire::FirstRequests);
     AWAIT_EQUAL(tester.Signalled("TesterMode"), (QByteArrayList{"1", "0"}));
-    AWAIT_EQUAL(tester.Errors().size(), 2); // lost and found again
+    AWAIT_EQUAL(tester.Errors().size(), 2); // The link is lost and found again.
     QCOMPARE(tester.LastSignalled("ErrorCode"), QByteArray("15"));
 }
 
@@ -187,7 +188,7 @@ void TestRequests::DatesAreSetBeforeTheyAreRead()
 
 void TestRequests::RefusedVersionIsNotAskedForAgainButTheDateIs()
 {
-    int versions = 0; // for the peer's thread alone
+    int versions = 0; // Only the thread of the peer uses it.
     ScriptedPeer peer;
     peer.Answer([&versions](const QByteArray& request) {
         versions += request == Wire::ReadVersion ? 1 : 0;
@@ -197,7 +198,7 @@ void TestRequests::RefusedVersionIsNotAskedForAgainButTheDateIs()
     WatchedTester tester;
     tester->Enable();
     AWAIT_EQUAL(tester.Signalled("CalibrationDateTime").size(), 1);
-    QVERIFY(peer.WaitForRequests(5)); // In monitoring by now.
+    QVERIFY(peer.WaitForRequests(5)); // The instrument is being monitored by now.
     tester->RetrieveCurrentDateTime();
     tester->RetrieveDeviceInformation();
 

@@ -163,8 +163,8 @@ class TestScenarioFiles : public QObject
 private Q_SLOTS:
     void ThereIsAFileForEachError();
     void EveryNamedErrorHasAFile();
-    void FileTellsHowItIsShown_data();
-    void FileTellsHowItIsShown();
+    void CommentNamesTheCommandThatShowsTheError_data();
+    void CommentNamesTheCommandThatShowsTheError();
     void StatusReportsTheError_data() { AddRows(ErrorsOfTheStatus); }
     void StatusReportsTheError();
     void SilenceLosesTheLink_data() { AddRows(ErrorsOfSilence); }
@@ -205,13 +205,13 @@ void TestScenarioFiles::EveryNamedErrorHasAFile()
     QCOMPARE(static_cast<int>(NamedErrors().size()), AllErrors.size() + 3);
 }
 
-void TestScenarioFiles::FileTellsHowItIsShown_data()
+void TestScenarioFiles::CommentNamesTheCommandThatShowsTheError_data()
 {
     AddRows(AllErrors);
 }
 
 /// The comment names the error and the command that shows it, and the document has both.
-void TestScenarioFiles::FileTellsHowItIsShown()
+void TestScenarioFiles::CommentNamesTheCommandThatShowsTheError()
 {
     QFETCH(const QString, file);
     const QString comment = CommentOf(file);

@@ -27,11 +27,11 @@ class TestSimulatorLink : public QObject
 private Q_SLOTS:
     void init();
     void cleanup();
-    void ServesTheLibraryAtTheLink();
-    void TakesCommands();
-    void LeadsToTheNewLineAfterAHangUp();
-    void IsGoneAtTheEnd_data();
-    void IsGoneAtTheEnd();
+    void LibraryFindsTheInstrumentAtTheLink();
+    void CommandsChangeTheInstrument();
+    void LinkLeadsToTheNewLineAfterAHangUp();
+    void LinkIsGoneAtTheEnd_data();
+    void LinkIsGoneAtTheEnd();
 
 private:
     std::unique_ptr<QTemporaryDir> _folder;
@@ -46,7 +46,7 @@ void TestSimulatorLink::init()
     _simulator = std::make_unique<ProgramRun>(QStringLiteral(SIMULATOR_PROGRAM),
                                               QStringList{QStringLiteral("--link"), _path});
     AWAIT_EQUAL(_simulator->Lines().size(), 1);
-    QVERIFY2(_simulator->Output().contains(QFile::encodeName(_path)), _simulator->Output().constData());
+    VERIFY_CONTAINS(_simulator->Output(), QFile::encodeName(_path));
     RedirectSerialDevice(QFile::encodeName(_path));
 }
 
@@ -57,7 +57,7 @@ void TestSimulatorLink::cleanup()
     QVERIFY(!IsThere(_path));
 }
 
-void TestSimulatorLink::ServesTheLibraryAtTheLink()
+void TestSimulatorLink::LibraryFindsTheInstrumentAtTheLink()
 {
     WatchedTester tester;
     tester->Enable();
@@ -65,26 +65,27 @@ void TestSimulatorLink::ServesTheLibraryAtTheLink()
     QCOMPARE(tester.Signalled("DeviceInformation"), QByteArrayList{"PAT 410 204815 1.05 03 02 2016"});
 }
 
-void TestSimulatorLink::TakesCommands()
+void TestSimulatorLink::CommandsChangeTheInstrument()
 {
     WatchedTester tester;
     tester->Enable();
     AWAIT(!tester.Signalled("TestResults").isEmpty());
-    _simulator->Tell("error 6");
+    _simulator->WriteLine("error 6");
     AWAIT_EQUAL(tester.Errors(), QByteArrayList{"6"});
-    _simulator->Tell("function 2");
+    _simulator->WriteLine("function 2");
     AWAIT_EQUAL(tester.Signalled("CurrentMeasurementType").size(), 3);
-    QCOMPARE(tester.LastSignalled("CurrentMeasurementType"), QByteArray("0")); // stopped at once
-    _simulator->Tell("fault refuse");
+    QCOMPARE(tester.LastSignalled("CurrentMeasurementType"),
+             QByteArray("0")); // The library stops it at once.
+    _simulator->WriteLine("fault refuse");
     AWAIT_EQUAL(tester.Errors(), (QByteArrayList{"6", "103"}));
-    _simulator->Tell("plug");
-    _simulator->CloseInput(); // no reason to end
+    _simulator->WriteLine("plug");
+    _simulator->CloseInput(); // This is no reason to end.
     AWAIT_EQUAL(tester.Signalled("DeviceInformation").size(), 2);
     QCOMPARE(tester.Errors(), (QByteArrayList{"6", "103", "6"}));
     QVERIFY(_simulator->IsRunning());
 }
 
-void TestSimulatorLink::LeadsToTheNewLineAfterAHangUp()
+void TestSimulatorLink::LinkLeadsToTheNewLineAfterAHangUp()
 {
     WatchedTester tester;
     tester->Enable();
@@ -92,16 +93,16 @@ void TestSimulatorLink::LeadsToTheNewLineAfterAHangUp()
     tester->Disable();
     // The path of the old line may be somebody else's by now, so the complaint tells that the new one is
     // there.
-    _simulator->Tell("fault hang-up");
-    _simulator->Tell("plug");
-    _simulator->Tell("jump");
+    _simulator->WriteLine("fault hang-up");
+    _simulator->WriteLine("plug");
+    _simulator->WriteLine("jump");
     AWAIT(_simulator->Errors().contains("no command \"jump\""));
     QVERIFY(IsThere(_path));
     tester->Enable();
     AWAIT_EQUAL(tester.Signalled("DeviceInformation").size(), 2);
 }
 
-void TestSimulatorLink::IsGoneAtTheEnd_data()
+void TestSimulatorLink::LinkIsGoneAtTheEnd_data()
 {
     QTest::addColumn<int>("signalNumber");
     QTest::newRow("quit") << 0;
@@ -110,12 +111,12 @@ void TestSimulatorLink::IsGoneAtTheEnd_data()
     QTest::newRow("SIGHUP") << SIGHUP;
 }
 
-void TestSimulatorLink::IsGoneAtTheEnd()
+void TestSimulatorLink::LinkIsGoneAtTheEnd()
 {
     QFETCH(int, signalNumber);
     QVERIFY(IsThere(_path));
     if (signalNumber == 0) {
-        _simulator->Tell("quit");
+        _simulator->WriteLine("quit");
     } else {
         QVERIFY(_simulator->Signal(signalNumber));
     }

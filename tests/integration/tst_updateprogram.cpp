@@ -103,7 +103,7 @@ void CheckFailure(UpdateRun& run, const Failure& failure)
     QCOMPARE(ValueOf(PartOf(result, "error"), "number").toInt(), failure.error);
     QCOMPARE(NumberOf(result, "sectors"), failure.sectors);
     const QByteArray message = TextOf(result, "message");
-    QVERIFY2(message.contains(failure.advice), message.constData());
+    VERIFY_CONTAINS(message, failure.advice);
     QCOMPARE(run->Errors(), "vesmar: " + message + '\n');
 }
 
@@ -125,7 +125,7 @@ private Q_SLOTS:
     void RejectsFilesThatCannotBeUsed_data();
     void RejectsFilesThatCannotBeUsed();
     void ReaderThatGoesAwayDoesNotEndIt();
-    void InfoAndMonitorTellOfAnInstrumentInUpdateMode();
+    void InfoAndMonitorReportUpdateMode();
     void FailsByTheInstrument_data();
     void FailsByTheInstrument();
     void FailureIsFollowedByAdvice();
@@ -138,8 +138,7 @@ private Q_SLOTS:
 void TestUpdateProgram::ShowsItsProgressAsText()
 {
     UpdateRun run;
-    QCOMPARE(run->Finish(), 0);
-    QCOMPARE(run->Errors(), QByteArray());
+    run->VerifySuccess();
     const QRegularExpression time(QStringLiteral(", \\d+ s left"));
     const QString shown = QString::fromUtf8(run->Output()).remove(time);
     QCOMPARE(shown, QStringLiteral("Version before:   1.05\n"
@@ -167,8 +166,7 @@ void TestUpdateProgram::ShowsItsProgressAsJson()
 {
     QFETCH(QString, options);
     UpdateRun run(options, QStringLiteral("--new-version 2.34"));
-    QCOMPARE(run->Finish(), 0);
-    QCOMPARE(run->Errors(), QByteArray());
+    run->VerifySuccess();
     QCOMPARE(run.Firmware(), Image());
     QCOMPARE(run.Requests(Initialize), 1);
     QCOMPARE(run.Requests(Sector), Sectors);
@@ -211,10 +209,9 @@ void TestUpdateProgram::ShowsABarOnATerminal()
                          command, QStringLiteral("/dev/null")});
     QCOMPARE(terminal.Finish(), 0);
     const QByteArray shown = terminal.Output();
-    QVERIFY2(shown.contains("\r  0 % [                    ]  0 of 5 sectors\033[K"), shown.constData());
-    QVERIFY2(shown.contains("\r100 % [====================]  5 of 5 sectors, 0 s left\033[K"),
-             shown.constData());
-    QVERIFY2(shown.contains("Version after:    1.06\r\n"), shown.constData());
+    VERIFY_CONTAINS(shown, "\r  0 % [                    ]  0 of 5 sectors\033[K");
+    VERIFY_CONTAINS(shown, "\r100 % [====================]  5 of 5 sectors, 0 s left\033[K");
+    VERIFY_CONTAINS(shown, "Version after:    1.06\r\n");
 }
 
 void TestUpdateProgram::BringsAnInstrumentHomeFromUpdateMode_data()
@@ -275,12 +272,12 @@ void TestUpdateProgram::RejectsFilesThatCannotBeUsed()
     ProgramRun run(QStringLiteral("sh"), {QStringLiteral("-c"), script});
     QCOMPARE(run.Finish(), 1);
     QCOMPARE(run.Output(), QByteArray());
-    QVERIFY2(run.Errors().startsWith("vesmar: " + complaint), run.Errors().constData());
+    VERIFY_BEGINS(run.Errors(), "vesmar: " + complaint);
     QCOMPARE(run.Errors().count('\n'), 1);
-    QCOMPARE(ContentOf(folder.filePath(QStringLiteral("log"))), QByteArray()); // nothing was sent
+    QCOMPARE(ContentOf(folder.filePath(QStringLiteral("log"))), QByteArray()); // Nothing was sent.
 }
 
-/// Nobody is there to see it, but the instrument needs all of its firmware.
+/// Nobody reads the output, but the instrument needs all of its firmware.
 void TestUpdateProgram::ReaderThatGoesAwayDoesNotEndIt()
 {
     UpdateRun run(QStringLiteral("| head -n 1"));
@@ -290,7 +287,7 @@ void TestUpdateProgram::ReaderThatGoesAwayDoesNotEndIt()
     QCOMPARE(run.Firmware(), Image());
 }
 
-void TestUpdateProgram::InfoAndMonitorTellOfAnInstrumentInUpdateMode()
+void TestUpdateProgram::InfoAndMonitorReportUpdateMode()
 {
     const QStringList inUpdateMode{QStringLiteral("--at"), QStringLiteral("0:mode 3")};
     const QByteArray sentence =
@@ -304,7 +301,7 @@ void TestUpdateProgram::InfoAndMonitorTellOfAnInstrumentInUpdateMode()
     ProgramRun monitor(QStringLiteral(SIMULATOR_PROGRAM),
                        run({QStringLiteral("monitor"), QStringLiteral("--for"), QStringLiteral("0.5")}));
     QCOMPARE(info.Finish(), 3);
-    QVERIFY2(info.Output().contains("Serial number:    204815"), info.Output().constData());
+    VERIFY_CONTAINS(info.Output(), "Serial number:    204815");
     QCOMPARE(info.Errors(), sentence);
     QCOMPARE(monitor.Finish(), 0);
     QCOMPARE(monitor.Errors(), sentence);
@@ -333,8 +330,7 @@ void TestUpdateProgram::FailureIsFollowedByAdvice()
 {
     UpdateRun run(QString(), QStringLiteral("--scenario refuses-confirmation"));
     QCOMPARE(run->Finish(), 4);
-    QVERIFY2(run->Errors().startsWith("vesmar: Firmware update failed: UpdateConfirmationFailed (304): "),
-             run->Errors().constData());
+    VERIFY_BEGINS(run->Errors(), "vesmar: Firmware update failed: UpdateConfirmationFailed (304): ");
     QVERIFY2(
         run->Errors().endsWith("  Likely causes   the confirmation file belongs to another image\n"
                                "                  the image arrived damaged\n"
@@ -343,7 +339,7 @@ void TestUpdateProgram::FailureIsFollowedByAdvice()
         run->Errors().constData());
 }
 
-/// The library sends it three times and waits for an answer each time.
+/// The library sends the sector three times and waits for an answer each time.
 void TestUpdateProgram::LostSectorIsSentThreeTimes()
 {
     UpdateRun run(QStringLiteral("--json"), QStringLiteral("--scenario 'loses-sector 2'"));
@@ -387,7 +383,7 @@ void TestUpdateProgram::SignalEndsItBeforeTheFirstSector()
     QVERIFY(run->Signal(SIGTERM));
     QCOMPARE(run->Finish(), 128 + SIGTERM);
     QCOMPARE(TextOf(run.Result(), "outcome"), QByteArray("interrupted"));
-    QVERIFY2(run->Errors().contains("vesmar restart brings it back"), run->Errors().constData());
+    VERIFY_CONTAINS(run->Errors(), "vesmar restart brings it back");
     QCOMPARE(run.Requests(Initialize), 0);
 }
 
@@ -395,7 +391,7 @@ void TestUpdateProgram::NoLink()
 {
     UpdateRun run(QStringLiteral("--json --timeout 0.5"), QStringLiteral("--scenario silent"));
     QCOMPARE(run->Finish(), 2);
-    QVERIFY2(run->Errors().contains("did not answer within 0.5 s"), run->Errors().constData());
+    VERIFY_CONTAINS(run->Errors(), "did not answer within 0.5 s");
 }
 
 QTEST_GUILESS_MAIN(TestUpdateProgram)

@@ -41,8 +41,8 @@ void TestUpdating::ImageArrivesByteForByte()
     bench.AwaitSignal("OperationStatus", 4);
 
     QCOMPARE(bench.instrument.Firmware(), image);
-    QVERIFY(bench.tester.HasTold("OperationStatus", WholeOperation));
-    QVERIFY(bench.tester.HasTold("OperationProgress", {"33", "66", "100"}));
+    QVERIFY(bench.tester.HasSignalled("OperationStatus", WholeOperation));
+    QVERIFY(bench.tester.HasSignalled("OperationProgress", {"33", "66", "100"}));
     QCOMPARE(bench.tester.Errors(), QByteArrayList());
     const QByteArrayList expected = QByteArrayList{Wire::ChangeToUpdateMode, Wire::ReadStatus} +
                                     UpdateRequests(image) + QByteArrayList{Wire::ReadStatus} +
@@ -69,7 +69,7 @@ void TestUpdating::InstrumentInUpdateModeWaitsToBeUpdated()
     QVERIFY(bench.Update(image));
     bench.AwaitState(Trace::Monitoring);
     QCOMPARE(bench.instrument.Firmware(), image);
-    QVERIFY(bench.tester.HasTold("OperationStatus", WholeOperation));
+    QVERIFY(bench.tester.HasSignalled("OperationStatus", WholeOperation));
     QCOMPARE(bench.tester.Signalled("OperationProgress"), QByteArrayList{"100"});
     QCOMPARE(bench.CountSent(Wire::ChangeToUpdateMode), 0);
 }
@@ -83,7 +83,7 @@ void TestUpdating::InstrumentThatStaysInUpdateModeWaitsForTheNextUpdate()
     bench.AwaitSignal("OperationStatus", 4);
     bench.AwaitState(Trace::Awaiting);
     QCOMPARE(bench.instrument.Firmware(), first);
-    QVERIFY(bench.tester.HasTold("OperationStatus", WholeOperation));
+    QVERIFY(bench.tester.HasSignalled("OperationStatus", WholeOperation));
     bench.AwaitMoreRequests(Wire::ReadStatus, 4);
     QCOMPARE(bench.CountSent(Wire::InitializeUpdate), 1);
 
@@ -92,7 +92,7 @@ void TestUpdating::InstrumentThatStaysInUpdateModeWaitsForTheNextUpdate()
     QVERIFY(bench.Update(second));
     bench.AwaitState(Trace::Monitoring);
     QCOMPARE(bench.instrument.Firmware(), second);
-    QVERIFY(bench.tester.HasTold("OperationStatus", WholeOperation, 4));
+    QVERIFY(bench.tester.HasSignalled("OperationStatus", WholeOperation, 4));
     QCOMPARE(bench.tester.Errors(), QByteArrayList());
 }
 
@@ -111,8 +111,8 @@ void TestUpdating::InstrumentThatComesBackInMode2IsRestarted()
         QByteArrayList{Wire::ReadStatus, Wire::ChangeToNormalMode, Wire::ReadStatus} + Wire::FirstRequests;
     const QByteArrayList expected = UpdateRequests(image) + afterwards;
     QCOMPARE(bench.SentSince(Wire::InitializeUpdate).mid(0, expected.size()), expected);
-    QVERIFY(bench.tester.HasTold("TesterMode", {"3", "2", "0"}));
-    QVERIFY(bench.tester.HasTold("OperationStatus", WholeOperation));
+    QVERIFY(bench.tester.HasSignalled("TesterMode", {"3", "2", "0"}));
+    QVERIFY(bench.tester.HasSignalled("OperationStatus", WholeOperation));
     QCOMPARE(bench.tester.Errors(), QByteArrayList());
 }
 
@@ -130,7 +130,7 @@ void TestUpdating::CallDuringAnUpdateIsForgottenWithIt()
     bench.AwaitMoreRequests(Wire::ReadStatus, 4);
     QCOMPARE(bench.instrument.Firmware(), image);
     QCOMPARE(bench.CountSent(Wire::InitializeUpdate), 1);
-    QVERIFY(bench.tester.HasTold("OperationProgress", {"33", "66", "100"}));
+    QVERIFY(bench.tester.HasSignalled("OperationProgress", {"33", "66", "100"}));
 }
 
 void TestUpdating::RefusedUpdateModeIsTriedUntilItIsAccepted()
@@ -139,7 +139,7 @@ void TestUpdating::RefusedUpdateModeIsTriedUntilItIsAccepted()
     bench.Connect();
     const QByteArray image = ImageOf(1);
     QVERIFY(bench.Update(image));
-    AWAIT(bench.CountSent(Wire::ChangeToUpdateMode) >= 6); // two requests
+    AWAIT(bench.CountSent(Wire::ChangeToUpdateMode) >= 6); // These are two requests.
     AWAIT(bench.tester.Errors().contains("300"));
     QCOMPARE(bench.CountSent(Wire::InitializeUpdate), 0);
     QCOMPARE(bench.tester.Signalled("OperationStatus"), QByteArrayList());
@@ -147,7 +147,7 @@ void TestUpdating::RefusedUpdateModeIsTriedUntilItIsAccepted()
     bench.instrument.SetScenario(Scenario::None);
     bench.AwaitSignal("OperationStatus", 4);
     QCOMPARE(bench.instrument.Firmware(), image);
-    QVERIFY(bench.tester.HasTold("OperationStatus", WholeOperation));
+    QVERIFY(bench.tester.HasSignalled("OperationStatus", WholeOperation));
     AWAIT_EQUAL(bench.tester.LastSignalled("ErrorCode"), QByteArray("15"));
 }
 
@@ -182,9 +182,9 @@ void TestUpdating::RefusalEndsTheUpdateInUpdateMode()
     bench.AwaitSignal("ErrorCode", 3);
     bench.AwaitState(Trace::Awaiting);
 
-    QVERIFY(bench.tester.HasTold("OperationStatus", status));
-    QVERIFY(bench.tester.HasTold("OperationProgress", progress));
-    QVERIFY(bench.tester.HasTold("ErrorCode", error));
+    QVERIFY(bench.tester.HasSignalled("OperationStatus", status));
+    QVERIFY(bench.tester.HasSignalled("OperationProgress", progress));
+    QVERIFY(bench.tester.HasSignalled("ErrorCode", error));
     QCOMPARE(bench.tester.EnteredStates(),
              (QByteArrayList{Trace::Awaiting, Trace::Updating, Trace::Recovery, Trace::Awaiting}));
     const QByteArrayList requests = UpdateRequests(image);
@@ -215,8 +215,8 @@ void TestUpdating::UnusableDataEndTheUpdateInUpdateMode()
     bench.ConnectInUpdateMode();
     QVERIFY(bench.tester->UpdateTester(image, confirmation));
     bench.AwaitSignal("ErrorCode", 2);
-    QVERIFY(bench.tester.HasTold("ErrorCode", {error, "15"}));
-    QVERIFY(bench.tester.HasTold("OperationStatus", {"1", "0"}));
+    QVERIFY(bench.tester.HasSignalled("ErrorCode", {error, "15"}));
+    QVERIFY(bench.tester.HasSignalled("OperationStatus", {"1", "0"}));
     QCOMPARE(bench.tester.EnteredStates(),
              (QByteArrayList{Trace::Awaiting, Trace::Updating, Trace::Awaiting}));
     QCOMPARE(bench.CountSent(Wire::InitializeUpdate), 0);
@@ -237,7 +237,7 @@ void TestUpdating::UpdateCanBeAskedForAgain()
     QVERIFY(bench.Update(image));
     bench.AwaitState(Trace::Monitoring);
     QCOMPARE(bench.instrument.Firmware(), image);
-    QVERIFY(bench.tester.HasTold("OperationStatus", WholeOperation, 3));
+    QVERIFY(bench.tester.HasSignalled("OperationStatus", WholeOperation, 3));
 }
 
 void TestUpdating::DisableInTheMiddleLeavesTheMachineUsable()
@@ -264,7 +264,7 @@ void TestUpdating::DisableInTheMiddleLeavesTheMachineUsable()
     QCOMPARE(bench.instrument.Firmware(), image);
 }
 
-/// The second of three sectors is sent three times, and nothing of the update after it.
+/// The second of three sectors was sent three times, and nothing of the update after it.
 static void CompareLoss(const UpdateBench& bench, const QByteArray& image)
 {
     const QByteArrayList requests = UpdateRequests(image);
@@ -285,8 +285,8 @@ void TestUpdating::LostSectorEndsTheUpdateOfAnEnabledTester()
     bench.AwaitSignal("ErrorCode", 3);
     bench.AwaitState(Trace::Awaiting);
     CompareLoss(bench, image);
-    QVERIFY(bench.tester.HasTold("ErrorCode", {"303", "103", "15"}));
-    QVERIFY(bench.tester.HasTold("OperationStatus", {"1", "2", "0"}));
+    QVERIFY(bench.tester.HasSignalled("ErrorCode", {"303", "103", "15"}));
+    QVERIFY(bench.tester.HasSignalled("OperationStatus", {"1", "2", "0"}));
 }
 
 void TestUpdating::LostSectorEndsTheUpdateOfADisabledTester()

@@ -17,7 +17,7 @@ constexpr char DateFormat[] = "yyyy-MM-dd HH:mm:ss";
 
 QByteArray TextOf(float value)
 {
-    constexpr int EnoughDigits = 9; // two floats that differ have different texts
+    constexpr int EnoughDigits = 9; // Two floats that differ have different texts.
     return QByteArray::number(static_cast<double>(value), 'g', EnoughDigits);
 }
 
@@ -125,7 +125,7 @@ int WatchedTester::CountTraced(const QString& part) const
     return _trace.Texts().filter(part).size();
 }
 
-bool WatchedTester::HasTold(const char* property, const QByteArrayList& values, int first) const
+bool WatchedTester::HasSignalled(const char* property, const QByteArrayList& values, int first) const
 {
     const QByteArrayList signalled = Signalled(property).mid(first);
     int reached = 0;

@@ -10,7 +10,7 @@
 
 #include "support/logcapture.h"
 
-/// The application's side in one test: a tester of its own, and all that it signals, written down in the
+/// The application's side in one test: a tester of its own, and all that it signals, recorded in the
 /// thread in which the signal came. The library's trace is collected meanwhile.
 class WatchedTester : public QObject
 {
@@ -41,7 +41,7 @@ public:
 
     /// Whether the property's signals, but for the first ones, are as many as these values and brought them
     /// in their order. A signal that comes late has a later value already.
-    bool HasTold(const char* property, const QByteArrayList& values, int first = 0) const;
+    bool HasSignalled(const char* property, const QByteArrayList& values, int first = 0) const;
 
     /// Whether every signal came on the thread in which the tester was made.
     bool HasStayedOnItsThread() const { return !_hasLeftItsThread; }
@@ -58,8 +58,8 @@ private:
     bool _hasLeftItsThread = false;
 };
 
-/// Readings, as `WatchedTester` writes them down, from the bytes of the instrument's answer.
+/// Readings, as `WatchedTester` records them, from the bytes of the instrument's answer.
 QByteArray ReadingsText(const QByteArray& answer);
 
-/// A date and time, as `WatchedTester` writes it down, from the bytes of the instrument's answer.
+/// A date and time, as `WatchedTester` records it, from the bytes of the instrument's answer.
 QByteArray DateText(const QByteArray& answer);
