@@ -10,10 +10,7 @@ class TestAbortingMeasurementState : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void EntryBeginsToStop();
     void EntryStopsTheTimer();
-    void ExitEndsTheAbort();
-    void ExitWritesOnlyChanges();
 
     void FollowsTheFunctionState_data();
     void FollowsTheFunctionState();
@@ -27,36 +24,9 @@ private Q_SLOTS:
 
 static const QList<int> Over = {0, 1, 2, 3, 4, 6, 9};
 
-void TestAbortingMeasurementState::EntryBeginsToStop()
-{
-    Engine engine;
-    AbortingMeasurementState state(&engine.context, nullptr);
-    engine.context.IsMeasurementRunning.Set(true);
-    CompareHook(engine, [&state]() { state.OnEntry(); }, "ENTERING ABORTING MEASUREMENT STATE ",
-                {QStringLiteral("MeasurementStatus=6"), QStringLiteral("IsMeasurementRunning=0")});
-}
-
 void TestAbortingMeasurementState::EntryStopsTheTimer()
 {
     EndingSteps::EntryStopsTheTimer<AbortingMeasurementState>();
-}
-
-void TestAbortingMeasurementState::ExitEndsTheAbort()
-{
-    Engine engine;
-    AbortingMeasurementState state(&engine.context, nullptr);
-    engine.context.AbortMeasurementRequested.Set(true);
-    CompareHook(engine, [&state]() { state.OnExit(); }, "LEAVING ABORTING MEASUREMENT STATE ",
-                {QStringLiteral("AbortMeasurementRequested=0"), QStringLiteral("MeasurementStatus=7")});
-}
-
-void TestAbortingMeasurementState::ExitWritesOnlyChanges()
-{
-    Engine engine;
-    AbortingMeasurementState state(&engine.context, nullptr);
-    engine.context.MeasurementStatus.Set(Vesmar::MeasurementState::Stopped);
-    CompareHook(
-        engine, [&state]() { state.OnExit(); }, "LEAVING ABORTING MEASUREMENT STATE ");
 }
 
 void TestAbortingMeasurementState::FollowsTheFunctionState_data()

@@ -12,10 +12,6 @@ class TestCommunicationRecoveryState : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void EntryWritesItsBannerAndClearsTheMeasurementRequestsInOrder();
-    void EntrySignalsOnlyWhatItChanges();
-    void ExitWritesItsBannerAlone();
-
     void CheckStatusReturnsTheResultAndLeavesCommunicationErrorAlone_data();
     void CheckStatusReturnsTheResultAndLeavesCommunicationErrorAlone();
     void CheckStatusWaitsHalfASecondAndSendsOnce();
@@ -66,37 +62,6 @@ int ErrorCodeOf(Engine& engine)
 }
 
 } // namespace
-
-void TestCommunicationRecoveryState::EntryWritesItsBannerAndClearsTheMeasurementRequestsInOrder()
-{
-    Engine engine;
-    engine.context.CommunicationError.Set(true);
-    engine.context.AbortMeasurementRequested.Set(true);
-    engine.context.PrepareMeasurementRequested.Set(true);
-    engine.context.StartMeasurementRequested.Set(true);
-    engine.context.IsMeasurementModeActive.Set(true);
-    CommunicationRecoveryState state(&engine.context, nullptr);
-    CompareHook(engine, [&state]() { state.OnEntry(); }, "ENTERING COMMUNICATION RECOVERY STATE ",
-                {QStringLiteral("AbortMeasurementRequested=0"),
-                 QStringLiteral("PrepareMeasurementRequested=0"),
-                 QStringLiteral("StartMeasurementRequested=0"), QStringLiteral("IsMeasurementModeActive=0")});
-}
-
-void TestCommunicationRecoveryState::EntrySignalsOnlyWhatItChanges()
-{
-    Engine engine;
-    CommunicationRecoveryState state(&engine.context, nullptr);
-    CompareHook(
-        engine, [&state]() { state.OnEntry(); }, "ENTERING COMMUNICATION RECOVERY STATE ");
-}
-
-void TestCommunicationRecoveryState::ExitWritesItsBannerAlone()
-{
-    Engine engine;
-    CommunicationRecoveryState state(&engine.context, nullptr);
-    CompareHook(
-        engine, [&state]() { state.OnExit(); }, "LEAVING COMMUNICATION RECOVERY STATE ");
-}
 
 void TestCommunicationRecoveryState::CheckStatusReturnsTheResultAndLeavesCommunicationErrorAlone_data()
 {

@@ -10,10 +10,6 @@ class TestInitializationState : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void EntryWritesItsBannerAndClearsTheMeasurementRequestsInOrder();
-    void EntrySignalsOnlyWhatItChanges();
-    void ExitWritesItsBannerAlone();
-
     void ReadsIdentityAndClocksInTheNormalMode();
     void PausesBetweenTheTwoDates();
     void ReadsNoClocksInAnotherMode_data();
@@ -21,39 +17,6 @@ private Q_SLOTS:
     void StopsAtTheFirstFailure_data();
     void StopsAtTheFirstFailure();
 };
-
-void TestInitializationState::EntryWritesItsBannerAndClearsTheMeasurementRequestsInOrder()
-{
-    Engine engine;
-    engine.context.AbortMeasurementRequested.Set(true);
-    engine.context.PrepareMeasurementRequested.Set(true);
-    engine.context.StartMeasurementRequested.Set(true);
-    engine.context.IsMeasurementModeActive.Set(true);
-    engine.context.RestartRequested.Set(true);
-    engine.context.UpdateRequested.Set(true);
-    InitializationState state(&engine.context, nullptr);
-    CompareHook(engine, [&state]() { state.OnEntry(); }, "ENTERING INITIALIZATION STATE",
-                {QStringLiteral("AbortMeasurementRequested=0"),
-                 QStringLiteral("PrepareMeasurementRequested=0"),
-                 QStringLiteral("StartMeasurementRequested=0"), QStringLiteral("IsMeasurementModeActive=0")});
-}
-
-void TestInitializationState::EntrySignalsOnlyWhatItChanges()
-{
-    Engine engine;
-    engine.context.StartMeasurementRequested.Set(true);
-    InitializationState state(&engine.context, nullptr);
-    CompareHook(engine, [&state]() { state.OnEntry(); }, "ENTERING INITIALIZATION STATE",
-                {QStringLiteral("StartMeasurementRequested=0")});
-}
-
-void TestInitializationState::ExitWritesItsBannerAlone()
-{
-    Engine engine;
-    InitializationState state(&engine.context, nullptr);
-    CompareHook(
-        engine, [&state]() { state.OnExit(); }, "LEAVING INITIALIZATION STATE");
-}
 
 static QMap<char, QByteArray> Instrument()
 {

@@ -12,9 +12,6 @@ class TestMonitoringState : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void EntryWritesItsBannerAlone();
-    void ExitWritesItsBannerAlone();
-
     void PollsTheStatusOnEveryStep();
     void FetchesNewReadingsAsMonitoringResults();
     void StopsAFunctionUntilTheInstrumentIsIdle();
@@ -26,22 +23,6 @@ private Q_SLOTS:
 };
 
 static const QByteArray SixValues = Wire::SixReadings;
-
-void TestMonitoringState::EntryWritesItsBannerAlone()
-{
-    Engine engine;
-    MonitoringState state(&engine.context, nullptr);
-    CompareHook(
-        engine, [&state]() { state.OnEntry(); }, "ENTERING MONITORING STATE ");
-}
-
-void TestMonitoringState::ExitWritesItsBannerAlone()
-{
-    Engine engine;
-    MonitoringState state(&engine.context, nullptr);
-    CompareHook(
-        engine, [&state]() { state.OnExit(); }, "LEAVING MONITORING STATE ");
-}
 
 void TestMonitoringState::PollsTheStatusOnEveryStep()
 {

@@ -16,9 +16,6 @@ class TestPreparingMeasurementState : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void EntryBeginsAPreparation();
-    void EntryWritesOnlyChanges();
-    void ExitWritesItsBannerAlone();
     void EveryStepWritesItsBannerFirst();
 
     void FollowsTheFunctionState_data();
@@ -42,32 +39,6 @@ static const QByteArray PrepareRpe = Wire::Bytes("5002050000ffffffffe963");
 static const QByteArray PrepareNothing = Wire::Bytes("50f55a");
 
 static const char* const RefusedOutcome = "ErrorCode=200 AbortMeasurementRequested=1";
-
-void TestPreparingMeasurementState::EntryBeginsAPreparation()
-{
-    Engine engine;
-    PreparingMeasurementState state(&engine.context, nullptr);
-    engine.context.MeasurementTime.Set(7);
-    CompareHook(engine, [&state]() { state.OnEntry(); }, "ENTERING PREPARING MEASUREMENT STATE ",
-                {QStringLiteral("MeasurementStatus=1"), QStringLiteral("MeasurementTime=0")});
-}
-
-void TestPreparingMeasurementState::EntryWritesOnlyChanges()
-{
-    Engine engine;
-    PreparingMeasurementState state(&engine.context, nullptr);
-    state.OnEntry();
-    CompareHook(
-        engine, [&state]() { state.OnEntry(); }, "ENTERING PREPARING MEASUREMENT STATE ");
-}
-
-void TestPreparingMeasurementState::ExitWritesItsBannerAlone()
-{
-    Engine engine;
-    PreparingMeasurementState state(&engine.context, nullptr);
-    CompareHook(
-        engine, [&state]() { state.OnExit(); }, "LEAVING PREPARING MEASUREMENT STATE ");
-}
 
 void TestPreparingMeasurementState::EveryStepWritesItsBannerFirst()
 {

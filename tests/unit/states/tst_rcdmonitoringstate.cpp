@@ -87,8 +87,6 @@ class TestRCDMonitoringState : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void EntryForgetsThePreparation();
-    void ExitWritesItsBannerAlone();
     void EntryResetsTheBudgets();
 
     void StepTellsHowFarItCame_data();
@@ -151,25 +149,6 @@ private Q_SLOTS:
     void RequestsWaitHalfASecond();
     void PreparationRunsThrough();
 };
-
-void TestRCDMonitoringState::EntryForgetsThePreparation()
-{
-    MeasurementEngine engine;
-    engine.Settings(RCDSettingsOfMode(0));
-    RCDMonitoringState state(&engine.context, nullptr);
-    CompareHook(engine, [&state]() { state.OnEntry(); }, "ENTERING RCD MONITORING STATE",
-                {QStringLiteral("MeasurementStatus=-1")});
-    CompareHook(
-        engine, [&state]() { state.OnEntry(); }, "ENTERING RCD MONITORING STATE");
-}
-
-void TestRCDMonitoringState::ExitWritesItsBannerAlone()
-{
-    MeasurementEngine engine;
-    RCDMonitoringState state(&engine.context, nullptr);
-    CompareHook(
-        engine, [&state]() { state.OnExit(); }, "LEAVING RCD MONITORING STATE");
-}
 
 void TestRCDMonitoringState::EntryResetsTheBudgets()
 {

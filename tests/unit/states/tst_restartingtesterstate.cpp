@@ -16,9 +16,6 @@ class TestRestartingTesterState : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void EntryWritesItsBannerAlone();
-    void ExitWritesItsBannerAlone();
-
     void ModeChangeIsTheOnlyFrameInNormalAndUpdateMode_data();
     void ModeChangeIsTheOnlyFrameInNormalAndUpdateMode();
     void AsksForTheStatusAfterThePauseInAnyOtherMode_data();
@@ -28,23 +25,6 @@ private Q_SLOTS:
     void ClearsAnEarlierCommunicationError();
     void ClearsTheRequestBeforeThePause();
 };
-
-void TestRestartingTesterState::EntryWritesItsBannerAlone()
-{
-    Engine engine;
-    engine.context.RestartRequested.Set(true);
-    RestartingTesterState state(&engine.context, nullptr);
-    CompareHook(
-        engine, [&state]() { state.OnEntry(); }, "ENTERING RESTARTING TESTER STATE ");
-}
-
-void TestRestartingTesterState::ExitWritesItsBannerAlone()
-{
-    Engine engine;
-    RestartingTesterState state(&engine.context, nullptr);
-    CompareHook(
-        engine, [&state]() { state.OnExit(); }, "LEAVING RESTARTING TESTER STATE ");
-}
 
 void TestRestartingTesterState::ModeChangeIsTheOnlyFrameInNormalAndUpdateMode_data()
 {

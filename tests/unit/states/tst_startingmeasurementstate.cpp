@@ -40,8 +40,6 @@ class TestStartingMeasurementState : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void EntryBeginsAStart();
-    void ExitWritesItsBannerAlone();
     void EveryStepIsFramedOnTheLog();
 
     void FollowsTheFunctionState_data();
@@ -59,24 +57,6 @@ private Q_SLOTS:
     void FailedStartIsNotTriedAgain();
     void FailedStatusDoesNotEndTheStep();
 };
-
-void TestStartingMeasurementState::EntryBeginsAStart()
-{
-    Engine engine;
-    StartingMeasurementState state(&engine.context, nullptr);
-    CompareHook(engine, [&state]() { state.OnEntry(); }, "ENTERING STARTING MEASUREMENT STATE ",
-                {QStringLiteral("MeasurementStatus=3")});
-    CompareHook(
-        engine, [&state]() { state.OnEntry(); }, "ENTERING STARTING MEASUREMENT STATE ");
-}
-
-void TestStartingMeasurementState::ExitWritesItsBannerAlone()
-{
-    Engine engine;
-    StartingMeasurementState state(&engine.context, nullptr);
-    CompareHook(
-        engine, [&state]() { state.OnExit(); }, "LEAVING STARTING MEASUREMENT STATE ");
-}
 
 void TestStartingMeasurementState::EveryStepIsFramedOnTheLog()
 {

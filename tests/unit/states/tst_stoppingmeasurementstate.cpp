@@ -10,9 +10,7 @@ class TestStoppingMeasurementState : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void EntryBeginsToStop();
     void EntryStopsTheTimer();
-    void ExitWritesItsBannerAlone();
 
     void FollowsTheFunctionState_data();
     void FollowsTheFunctionState();
@@ -22,27 +20,9 @@ private Q_SLOTS:
     void FailedStopIsALostLink();
 };
 
-void TestStoppingMeasurementState::EntryBeginsToStop()
-{
-    Engine engine;
-    StoppingMeasurementState state(&engine.context, nullptr);
-    engine.context.IsMeasurementRunning.Set(true);
-    CompareHook(engine, [&state]() { state.OnEntry(); }, "ENTERING STOPPING MEASUREMENT STATE ",
-                {QStringLiteral("MeasurementStatus=6")});
-}
-
 void TestStoppingMeasurementState::EntryStopsTheTimer()
 {
     EndingSteps::EntryStopsTheTimer<StoppingMeasurementState>();
-}
-
-void TestStoppingMeasurementState::ExitWritesItsBannerAlone()
-{
-    Engine engine;
-    StoppingMeasurementState state(&engine.context, nullptr);
-    engine.context.AbortMeasurementRequested.Set(true);
-    CompareHook(
-        engine, [&state]() { state.OnExit(); }, "LEAVING STOPPING MEASUREMENT STATE ");
 }
 
 void TestStoppingMeasurementState::FollowsTheFunctionState_data()

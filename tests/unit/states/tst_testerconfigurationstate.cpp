@@ -11,9 +11,6 @@ class TestTesterConfigurationState : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void EntryWritesItsBannerAlone();
-    void ExitWritesItsBannerAlone();
-
     void SendsNothingWithoutARequest();
     void ServesEachRequest_data();
     void ServesEachRequest();
@@ -78,24 +75,6 @@ QString Pending(Engine& engine)
 }
 
 } // namespace
-
-void TestTesterConfigurationState::EntryWritesItsBannerAlone()
-{
-    Engine engine;
-    RequestEverything(engine);
-    TesterConfigurationState state(&engine.context, nullptr);
-    CompareHook(
-        engine, [&state]() { state.OnEntry(); }, "ENTERING TESTER CONFIGURATION STATE ");
-}
-
-void TestTesterConfigurationState::ExitWritesItsBannerAlone()
-{
-    Engine engine;
-    RequestEverything(engine);
-    TesterConfigurationState state(&engine.context, nullptr);
-    CompareHook(
-        engine, [&state]() { state.OnExit(); }, "LEAVING TESTER CONFIGURATION STATE ");
-}
 
 void TestTesterConfigurationState::SendsNothingWithoutARequest()
 {
