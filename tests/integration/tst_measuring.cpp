@@ -1,5 +1,4 @@
 #include <array>
-#include <functional>
 #include <memory>
 
 #include <QtEndian>
@@ -25,9 +24,9 @@ using Vesmar::MeasurementSettings;
 using Vesmar::MeasurementState;
 using Vesmar::MeasurementType;
 
-using SettingsMaker = std::function<std::unique_ptr<MeasurementSettings>()>;
+using Settings = std::shared_ptr<MeasurementSettings>;
 
-Q_DECLARE_METATYPE(SettingsMaker)
+Q_DECLARE_METATYPE(Settings)
 
 namespace
 {
@@ -46,57 +45,22 @@ constexpr std::chrono::milliseconds SlowAnswer{400};
 
 const QByteArray PrepareRiso = Wire::Bytes("5003050600ffffffffdba9");
 
-std::unique_ptr<MeasurementSettings> Rpe()
+/// Settings that measure for a second, with the options that `choose` sets.
+template <typename FunctionSettings, typename Choose>
+Settings ForASecond(const Choose& choose)
 {
-    auto settings = ForSeconds<Vesmar::RPESettings>(1);
-    settings->SetMethod(Vesmar::RPESettings::RPEMethod::Method1);
-    settings->SetCurrent(Vesmar::RPESettings::RPECurrent::Current3);
+    auto settings = std::make_shared<FunctionSettings>();
+    settings->SetTime(1);
+    choose(*settings);
     return settings;
 }
 
-std::unique_ptr<MeasurementSettings> Riso()
+Settings Riso()
 {
-    auto settings = ForSeconds<Vesmar::RISOSettings>(1);
-    settings->SetMode(Vesmar::RISOSettings::RISOMode::Mode1);
-    settings->SetVoltage(Vesmar::RISOSettings::RISOVoltage::Voltage2);
-    return settings;
-}
-
-std::unique_ptr<MeasurementSettings> Ipe()
-{
-    auto settings = ForSeconds<Vesmar::IPESettings>(1);
-    settings->SetMode(Vesmar::IPESettings::IPEMode::Mode2);
-    settings->SetConfiguration(Vesmar::IPESettings::IPEConfiguration::Configuration2);
-    return settings;
-}
-
-std::unique_ptr<MeasurementSettings> Idelta()
-{
-    auto settings = ForSeconds<Vesmar::IDELTASettings>(1);
-    settings->SetMode(Vesmar::IDELTASettings::IDELTAMode::Mode2);
-    return settings;
-}
-
-std::unique_ptr<MeasurementSettings> It()
-{
-    auto settings = ForSeconds<Vesmar::ITSettings>(1);
-    settings->SetConfiguration(Vesmar::ITSettings::ITConfiguration::Configuration2);
-    return settings;
-}
-
-std::unique_ptr<MeasurementSettings> Power()
-{
-    auto settings = ForSeconds<Vesmar::POWERSettings>(1);
-    settings->SetMode(Vesmar::POWERSettings::POWERMode::Mode2);
-    return settings;
-}
-
-std::unique_ptr<MeasurementSettings> HighVoltage()
-{
-    auto settings = ForSeconds<Vesmar::HVTestSettings>(1);
-    settings->SetMode(Vesmar::HVTestSettings::HVMode::Mode2);
-    settings->SetMeasurementTimeOffset(0.5F);
-    return settings;
+    return ForASecond<Vesmar::RISOSettings>([](auto& settings) {
+        settings.SetMode(Vesmar::RISOSettings::RISOMode::Mode1);
+        settings.SetVoltage(Vesmar::RISOSettings::RISOVoltage::Voltage2);
+    });
 }
 
 Simulator::InstrumentOptions WithQuickSingles()
@@ -128,10 +92,10 @@ QByteArrayList WholeMeasurement(const char* runningState)
             Trace::Stopping,        Trace::MeasurementMode, Trace::Preparing};
 }
 
-void AddRow(const char* name, const SettingsMaker& settings, const QByteArray& prepare, MeasurementType type,
-            const char* runningState)
+void AddRow(const char* name, const Settings& settings, const QByteArray& prepare,
+            const char* runningState = Trace::Continuous)
 {
-    QTest::newRow(name) << settings << prepare << static_cast<int>(type) << QByteArray(runningState);
+    QTest::newRow(name) << settings << prepare << QByteArray(runningState);
 }
 
 const QByteArrayList BackInPreparing{Trace::Aborting, Trace::MeasurementMode, Trace::Preparing};
@@ -191,37 +155,48 @@ private Q_SLOTS:
 
 void TestMeasuring::MeasurementRunsToItsResult_data()
 {
-    QTest::addColumn<SettingsMaker>("settings");
+    using namespace Vesmar;
+    QTest::addColumn<Settings>("settings");
     QTest::addColumn<QByteArray>("prepare");
-    QTest::addColumn<int>("type");
     QTest::addColumn<QByteArray>("runningState");
-    AddRow("RLN", std::make_unique<Vesmar::RLNSettings>, Wire::PrepareRln, MeasurementType::RLN,
-           Trace::Single);
-    AddRow("IEC", std::make_unique<Vesmar::IECSettings>, Wire::Bytes("5001ff0200ffffffff0afc"),
-           MeasurementType::IEC, Trace::Single);
-    AddRow("RPE", Rpe, Wire::Bytes("5002050600ffffffff08ee"), MeasurementType::RPE, Trace::Continuous);
-    AddRow("RISO", Riso, PrepareRiso, MeasurementType::RISO, Trace::Continuous);
-    AddRow(
-        "ISUB", [] { return ForSeconds<Vesmar::ISUBSettings>(1); }, Wire::Bytes("5004050000ffffffff22e3"),
-        MeasurementType::ISUB, Trace::Continuous);
-    AddRow("IPE", Ipe, Wire::Bytes("5005050500fffffffff0e7"), MeasurementType::IPE, Trace::Continuous);
-    AddRow("IDELTA", Idelta, Wire::Bytes("5006050100ffffffff2429"), MeasurementType::IDELTA,
-           Trace::Continuous);
-    AddRow("IT", It, Wire::Bytes("5007050400fffffffff62d"), MeasurementType::IT, Trace::Continuous);
-    AddRow("POWER", Power, Wire::Bytes("5008050100ffffffff35b7"), MeasurementType::POWER, Trace::Continuous);
-    AddRow("HVTest", HighVoltage, Wire::Bytes("5009050500ffffffff47f6"), MeasurementType::HVTest,
+    AddRow("RLN", std::make_shared<RLNSettings>(), Wire::PrepareRln, Trace::Single);
+    AddRow("IEC", std::make_shared<IECSettings>(), Wire::Bytes("5001ff0200ffffffff0afc"), Trace::Single);
+    const auto rpe = [](RPESettings& settings) {
+        settings.SetMethod(RPESettings::RPEMethod::Method1);
+        settings.SetCurrent(RPESettings::RPECurrent::Current3);
+    };
+    AddRow("RPE", ForASecond<RPESettings>(rpe), Wire::Bytes("5002050600ffffffff08ee"));
+    AddRow("RISO", Riso(), PrepareRiso);
+    AddRow("ISUB", ForASecond<ISUBSettings>([](auto&) {}), Wire::Bytes("5004050000ffffffff22e3"));
+    const auto ipe = [](IPESettings& settings) {
+        settings.SetMode(IPESettings::IPEMode::Mode2);
+        settings.SetConfiguration(IPESettings::IPEConfiguration::Configuration2);
+    };
+    AddRow("IPE", ForASecond<IPESettings>(ipe), Wire::Bytes("5005050500fffffffff0e7"));
+    const auto idelta = [](auto& settings) { settings.SetMode(IDELTASettings::IDELTAMode::Mode2); };
+    AddRow("IDELTA", ForASecond<IDELTASettings>(idelta), Wire::Bytes("5006050100ffffffff2429"));
+    const auto it = [](auto& settings) {
+        settings.SetConfiguration(ITSettings::ITConfiguration::Configuration2);
+    };
+    AddRow("IT", ForASecond<ITSettings>(it), Wire::Bytes("5007050400fffffffff62d"));
+    const auto power = [](auto& settings) { settings.SetMode(POWERSettings::POWERMode::Mode2); };
+    AddRow("POWER", ForASecond<POWERSettings>(power), Wire::Bytes("5008050100ffffffff35b7"));
+    const auto highVoltage = [](HVTestSettings& settings) {
+        settings.SetMode(HVTestSettings::HVMode::Mode2);
+        settings.SetMeasurementTimeOffset(0.5F);
+    };
+    AddRow("HVTest", ForASecond<HVTestSettings>(highVoltage), Wire::Bytes("5009050500ffffffff47f6"),
            Trace::HighVoltage);
 }
 
 void TestMeasuring::MeasurementRunsToItsResult()
 {
-    QFETCH(const SettingsMaker, settings);
+    QFETCH(const Settings, settings);
     QFETCH(const QByteArray, prepare);
-    QFETCH(const int, type);
     QFETCH(const QByteArray, runningState);
     const bool isSingle = runningState == Trace::Single;
     Measuring measuring(WithQuickSingles());
-    measuring.Prepare(*settings());
+    measuring.Prepare(*settings);
     measuring.AwaitState(MeasurementState::Prepared);
     QCOMPARE(measuring.CountSent(prepare), 1);
     QCOMPARE(measuring.CountSent(Wire::StartMeasurement), 0);
@@ -234,7 +209,7 @@ void TestMeasuring::MeasurementRunsToItsResult()
     QCOMPARE(measuring.FunctionState(), isSingle ? Completed : Terminated);
 
     const Vesmar::MeasurementResults* results = measuring.tester->TestResults();
-    QCOMPARE(static_cast<int>(results->GetMeasurementType()), type);
+    QCOMPARE(results->GetMeasurementType(), settings->GetMeasurementType());
     QCOMPARE(results->_values, LastHandedOut(measuring.instrument));
     QVERIFY(results->_values.at(0) != 0.0F);
     AWAIT_EQUAL(measuring.tester.Signalled("IsMeasurementRunning"), (QByteArrayList{"1", "0"}));
