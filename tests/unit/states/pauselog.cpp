@@ -25,7 +25,7 @@ extern "C" __attribute__((visibility("default"))) int nanosleep(const timespec* 
     using Function = int(const timespec*, timespec*);
     static auto* const systemNanosleep = reinterpret_cast<Function*>(dlsym(RTLD_NEXT, "nanosleep"));
     if (currentLog != nullptr) {
-        currentLog->Note(Milliseconds(*duration));
+        currentLog->Record(Milliseconds(*duration));
         return 0;
     }
     return systemNanosleep(duration, remaining);

@@ -3,7 +3,7 @@
 #include <QString>
 #include <QStringList>
 
-/// The pauses that its thread takes while it lives: noted, and not waited for. One at a time on a thread.
+/// Records the pauses of its thread as long as it lives, and skips them. There is one at a time on a thread.
 ///
 /// It sees the sleeps of `QThread`. The waits of the serial line are of another kind and stay real.
 class PauseLog
@@ -17,7 +17,7 @@ public:
     /// Milliseconds, in order, blank between them.
     QString Text() const { return _pauses.join(QLatin1Char(' ')); }
 
-    void Note(qint64 milliseconds) { _pauses.append(QString::number(milliseconds)); }
+    void Record(qint64 milliseconds) { _pauses.append(QString::number(milliseconds)); }
 
 private:
     QStringList _pauses;
