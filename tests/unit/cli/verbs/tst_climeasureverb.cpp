@@ -29,12 +29,12 @@ public:
         case 'e':
             _hasResult = false;
             // 0.5, 230.5, 0.25, 2, 4 and 0 in little-endian single precision.
-            return WithChecksum(QByteArray::fromHex("0000003F"
-                                                    "00806643"
-                                                    "0000803E"
-                                                    "00000040"
-                                                    "00008040"
-                                                    "00000000"));
+            return WithChecksum(Wire::Bytes("0000003F"
+                                            "00806643"
+                                            "0000803E"
+                                            "00000040"
+                                            "00008040"
+                                            "00000000"));
         case 'h':
             Stop();
             break;
@@ -47,7 +47,7 @@ public:
     /// The function is active, with this error and state.
     void Enter(const QByteArray& errorAndState)
     {
-        _answers.status = QByteArray(1, _function) + QByteArray::fromHex(errorAndState);
+        _status = QByteArray(1, _function) + QByteArray::fromHex(errorAndState);
         _isSeenRunning = false;
     }
 
@@ -55,25 +55,25 @@ private:
     /// What runs is terminated; what does not any more is left.
     void Stop()
     {
-        const bool isRunning = _answers.status.endsWith('\xF7');
-        _answers.status = isRunning ? QByteArray(1, _function) + '\xF9' : QByteArray::fromHex("00FE");
+        const bool isRunning = _status.endsWith('\xF7');
+        _status = isRunning ? QByteArray(1, _function) + '\xF9' : Wire::Bytes("00fe");
         _hasResult = false;
     }
 
     /// There is a result after the first status of a function that runs.
     QByteArray Status()
     {
-        if (_answers.status.endsWith('\xF7')) {
+        if (_status.endsWith('\xF7')) {
             _hasResult = _hasResult || _isSeenRunning;
             _isSeenRunning = true;
         }
-        QByteArray status = _answers.status;
+        QByteArray status = _status;
         if (_hasResult) {
             status[0] = static_cast<char>(status.at(0) | 0x80);
         }
         if (_hasResult && _isSingle) {
             status[1] = '\xF2';
-            _answers.status = status.mid(1).prepend(_function);
+            _status = status.mid(1).prepend(_function);
         }
         return WithChecksum(status);
     }
@@ -83,6 +83,7 @@ private:
     bool _isSeenRunning = false;
     bool _hasResult = false;
     Answers _answers;
+    QByteArray _status = Wire::Bytes("00fe"); ///< Without its checksum.
 };
 
 Measurable Rln()
@@ -110,7 +111,7 @@ Instrument Falling(char command, const char* errorAndState)
 Instrument ThatDoesNotStop()
 {
     return [rln = Rln()](const QByteArray& request) mutable {
-        return request.at(0) == 'h' ? Answers::Acknowledge() : rln(request);
+        return request.at(0) == 'h' ? Wire::Acknowledge : rln(request);
     };
 }
 

@@ -43,7 +43,7 @@ Instrument RefusingFor(char command, int first, int last, const Instrument& inst
     return [=, time = 0](const QByteArray& request) mutable {
         time += request.at(0) == command ? 1 : 0;
         const bool isRefused = request.at(0) == command && time >= first && time <= last;
-        return isRefused ? Answers::Refusal() : instrument(request);
+        return isRefused ? Wire::Refusal : instrument(request);
     };
 }
 
@@ -125,9 +125,9 @@ void TestCliReadVerbs::InfoShowsWhatWasRead()
     QCOMPARE(outcome.status, 0);
     QCOMPARE(outcome.Objects().size(), 2);
     QCOMPARE(outcome.output.left(outcome.output.indexOf(R"("event":"info","time":)")),
-             QByteArray(R"({"CalibrationDateTime":"2023-01-02T00:00:00",)"
-                        R"("CurrentDateTime":"2024-12-31T23:59:58",)"
-                        R"("DeviceInformation":{"BuildNumber":"2016","DeviceCode":"410","DeviceName":"ABC",)"
+             QByteArray(R"({"CalibrationDateTime":"2024-02-15T00:00:00",)"
+                        R"("CurrentDateTime":"2024-03-07T14:05:09",)"
+                        R"("DeviceInformation":{"BuildNumber":"2016","DeviceCode":"410","DeviceName":"PAT",)"
                         R"("RevisionCode":"02","SerialNumber":"204815","Version":"1.05",)"
                         R"("VersionCode":"03"},)"
                         R"("ErrorCode":{"causes":[],"meaning":"no error","name":"NoErrors",)"
@@ -140,8 +140,8 @@ void TestCliReadVerbs::InfoShowsTextWithoutJson()
 {
     const Outcome outcome = RunWith(Answering(), "info");
     QCOMPARE(outcome.status, 0);
-    QVERIFY(outcome.output.startsWith("Device name:      ABC\n"));
-    QVERIFY(outcome.output.contains("Clock:            2024-12-31 23:59:58\n"));
+    QVERIFY(outcome.output.startsWith("Device name:      PAT\n"));
+    QVERIFY(outcome.output.contains("Clock:            2024-03-07 14:05:09\n"));
 }
 
 void TestCliReadVerbs::InfoWaitsUntilTheClocksAreRead_data()
@@ -149,17 +149,17 @@ void TestCliReadVerbs::InfoWaitsUntilTheClocksAreRead_data()
     QTest::addColumn<Instrument>("instrument");
     QTest::addColumn<QString>("clock");
     Answers initial; // the library then signals no change of the clock
-    initial.currentDateTime = QByteArray::fromHex("160101000000");
+    initial.currentDate = WithChecksum(Wire::Bytes("160101000000"));
     QTest::newRow("clock that reads as the initial value") << Answering(initial) << "2016-01-01T00:00:00";
     QTest::newRow("link lost before the clocks are read")
-        << RefusingFor('R', 1, 3) << "2024-12-31T23:59:58"; // the first request and its two repetitions
+        << RefusingFor('R', 1, 3) << "2024-03-07T14:05:09"; // the first request and its two repetitions
     const Instrument restarting = [isNormal = false](const QByteArray& request) mutable {
         Answers answers;
         isNormal = isNormal || request.at(0) == 'x';
-        answers.status = QByteArray::fromHex(isNormal ? "00FE" : "40FE");
+        answers.status = isNormal ? Wire::IdleStatus : Wire::Mode2Status;
         return answers.To(request);
     };
-    QTest::newRow("restart out of another mode") << restarting << "2024-12-31T23:59:58";
+    QTest::newRow("restart out of another mode") << restarting << "2024-03-07T14:05:09";
 }
 
 void TestCliReadVerbs::InfoWaitsUntilTheClocksAreRead()
@@ -167,7 +167,7 @@ void TestCliReadVerbs::InfoWaitsUntilTheClocksAreRead()
     QFETCH(const Instrument, instrument);
     const Outcome outcome = RunWith(instrument, "info --json");
     QCOMPARE(outcome.status, 0);
-    QCOMPARE(outcome.First("CalibrationDateTime").toString(), QStringLiteral("2023-01-02T00:00:00"));
+    QCOMPARE(outcome.First("CalibrationDateTime").toString(), QStringLiteral("2024-02-15T00:00:00"));
     QTEST(outcome.First("CurrentDateTime").toString(), "clock");
     QVERIFY(outcome.output.contains(R"("TesterMode":{"name":"Normal","number":0})"));
 }
@@ -223,7 +223,7 @@ void TestCliReadVerbs::MonitorShowsEveryChangeUntilASignal()
     const Instrument changing = [statuses = 0](const QByteArray& request) mutable {
         Answers answers;
         statuses += request.at(0) == 's' ? 1 : 0;
-        answers.status = QByteArray::fromHex(statuses >= 2 ? "003C" : "00FE"); // while monitoring
+        answers.status = statuses >= 2 ? Wire::Status(0, 12, false, 3) : Wire::IdleStatus; // while monitoring
         return answers.To(request);
     };
     const Outcome outcome = RunWith(SignalAt('s', SIGINT, changing, 4), "monitor --json");
@@ -232,8 +232,8 @@ void TestCliReadVerbs::MonitorShowsEveryChangeUntilASignal()
     const QStringList expected =
         QStringList{QStringLiteral("CurrentMeasurementType 0"), QStringLiteral("StartTestStatus 14")} +
         PictureOfAnInstrument() +
-        QStringList{QStringLiteral("CurrentDateTime 2024-12-31T23:59:58"),
-                    QStringLiteral("CalibrationDateTime 2023-01-02T00:00:00"), QStringLiteral("ErrorCode 3"),
+        QStringList{QStringLiteral("CurrentDateTime 2024-03-07T14:05:09"),
+                    QStringLiteral("CalibrationDateTime 2024-02-15T00:00:00"), QStringLiteral("ErrorCode 3"),
                     QStringLiteral("StartTestStatus 12")};
     QCOMPARE(Changes(outcome), expected);
     for (const QJsonObject& object : outcome.Objects()) {
@@ -250,7 +250,7 @@ void TestCliReadVerbs::MonitorEndsAfterTheTimeGiven()
     const Outcome outcome = RunWith(Answering(), "monitor --json --for 0.5");
     QVERIFY(timer.elapsed() >= 500);
     QCOMPARE(outcome.status, 0);
-    QVERIFY(Changes(outcome).contains(QStringLiteral("CalibrationDateTime 2023-01-02T00:00:00")));
+    QVERIFY(Changes(outcome).contains(QStringLiteral("CalibrationDateTime 2024-02-15T00:00:00")));
 }
 
 void TestCliReadVerbs::MonitorShowsTextWithoutJson()
@@ -264,13 +264,13 @@ void TestCliReadVerbs::MonitorShowsTextWithoutJson()
 void TestCliReadVerbs::MonitorShowsMainsReadings()
 {
     Answers answers;
-    answers.status = QByteArray::fromHex("80FE");
+    answers.status = Wire::ReadyStatus;
     const Instrument measuring = [answers](const QByteArray& request) {
         // 230.5, 0.25 and 50 in little-endian single precision, three values unused.
-        return request.at(0) == 'e' ? WithChecksum(QByteArray::fromHex("00806643"
-                                                                       "0000803E"
-                                                                       "00004842"
-                                                                       "000000000000000000000000"))
+        return request.at(0) == 'e' ? WithChecksum(Wire::Bytes("00806643"
+                                                               "0000803E"
+                                                               "00004842"
+                                                               "000000000000000000000000"))
                                     : answers.To(request);
     };
     const Outcome outcome = RunWith(SignalAt('e', SIGTERM, measuring, 2), "monitor --json");
@@ -290,7 +290,7 @@ void TestCliReadVerbs::MonitorShowsALossOfTheLinkAndGoesOn()
     const int loss = changes.indexOf(QStringLiteral("ErrorCode 103"));
     QVERIFY(loss > 0);
     const QStringList expected = QStringList{QStringLiteral("ErrorCode 15")} + PictureOfAnInstrument() +
-                                 QStringList{QStringLiteral("CalibrationDateTime 2023-01-02T00:00:00")};
+                                 QStringList{QStringLiteral("CalibrationDateTime 2024-02-15T00:00:00")};
     QCOMPARE(changes.mid(loss + 1), expected);
 }
 

@@ -23,8 +23,8 @@ public:
         Answers answers;
         if (_time.isValid()) {
             const QDateTime shown = _set.addMSecs(_time.elapsed());
-            answers.currentDateTime =
-                QByteArray::fromHex(shown.toString(QStringLiteral("yyMMddHHmmss")).toLatin1());
+            answers.currentDate =
+                WithChecksum(Wire::Bytes(shown.toString(QStringLiteral("yyMMddHHmmss")).toLatin1()));
         }
         return answers.To(request);
     }
@@ -39,7 +39,7 @@ private:
 Instrument WithTime(const char* hexadecimal)
 {
     Answers answers;
-    answers.currentDateTime = QByteArray::fromHex(hexadecimal);
+    answers.currentDate = WithChecksum(Wire::Bytes(hexadecimal));
     return Answering(answers);
 }
 
@@ -53,16 +53,16 @@ public:
     {
         switch (request.at(0)) {
         case 's':
-            _answers.status = QByteArray::fromHex(_isCalibrating ? "20FE" : "00FE");
+            _answers.status = _isCalibrating ? Wire::CalibrationModeStatus : Wire::IdleStatus;
             break;
         case 'x':
             _isCalibrating = request.at(1) == 1;
             break;
         case 't':
             if (_isObstinate || !_isCalibrating) {
-                return Answers::Refusal();
+                return Wire::Refusal;
             }
-            _answers.calibrationDateTime = request.mid(1, 6);
+            _answers.calibrationDate = WithChecksum(request.mid(1, 6));
             break;
         default:
             break;
@@ -107,7 +107,7 @@ void TestCliSetVerbs::Ends_data()
     const QByteArray setClock = "clock set 2026-11-21T18:00:00";
     AddEnd("clock refused", Refusing('r'), setClock, 4, "failed", "not-set",
            "vesmar: The instrument did not take the time 2026-11-21 18:00:00: its clock shows "
-           "2024-12-31 23:59:58.\n");
+           "2024-03-07 14:05:09.\n");
     AddEnd("clock that keeps its time", WithTime("261121180100"), setClock, 4, "failed", "not-set",
            "its clock shows 2026-11-21 18:01:00");
     // The time that is shown must come from the instrument, and the one that was set may not.
@@ -118,11 +118,11 @@ void TestCliSetVerbs::Ends_data()
            "The link to it was lost");
     AddEnd("clock in update mode", InUpdateMode(), "clock set", 3, "update-mode", "update-mode",
            "vesmar update IMAGE --confirmation FILE");
-    AddEnd("clock, signal", SignalAt('r', SIGINT), "clock set 2024-12-31T23:59:58", 128 + SIGINT,
+    AddEnd("clock, signal", SignalAt('r', SIGINT), "clock set 2024-03-07T14:05:09", 128 + SIGINT,
            "interrupted", "signal", "");
     AddEnd("calibration refused", Calibrated(true), "calibration set 2026-11-21", 4, "failed", "not-set",
            "vesmar: The instrument did not take the date 2026-11-21: it was last calibrated at "
-           "2023-01-02 00:00:00.\n");
+           "2024-02-15 00:00:00.\n");
     AddEnd("calibration, signal before", SignalAt('s', SIGTERM, Silent()), "calibration set 2026-11-21",
            128 + SIGTERM, "interrupted", "signal", "");
     AddEnd("restart, link lost", LostAfter('x'), "restart", 7, "link-lost", "link-lost",
@@ -140,12 +140,12 @@ void TestCliSetVerbs::Ends()
 
 void TestCliSetVerbs::ClockIsShown()
 {
-    const QDateTime shown(QDate(2024, 12, 31), QTime(23, 59, 58));
+    const QDateTime shown(QDate(2024, 3, 7), QTime(14, 5, 9));
     const qint64 before = QDateTime::currentDateTime().secsTo(shown);
     const Outcome outcome = RunWith(Answering(), "clock --json");
     QCOMPARE(outcome.status, 0);
     QCOMPARE(outcome.errors, QByteArray());
-    QCOMPARE(outcome.First("CurrentDateTime").toString(), QStringLiteral("2024-12-31T23:59:58"));
+    QCOMPARE(outcome.First("CurrentDateTime").toString(), QStringLiteral("2024-03-07T14:05:09"));
     const auto difference = static_cast<qint64>(outcome.First("difference").toDouble());
     const qint64 after = QDateTime::currentDateTime().secsTo(shown);
     constexpr qint64 AnHour = 3600; // of summer time, which a clock on the wall does not know
@@ -153,7 +153,7 @@ void TestCliSetVerbs::ClockIsShown()
              outcome.output.constData());
 
     const Outcome text = RunWith(Answering(), "clock");
-    QVERIFY2(text.output.startsWith("Clock:            2024-12-31 23:59:58\nDifference:       "),
+    QVERIFY2(text.output.startsWith("Clock:            2024-03-07 14:05:09\nDifference:       "),
              text.output.constData());
     QVERIFY2(text.output.endsWith(" s behind this computer\n"), text.output.constData());
 }
@@ -209,11 +209,11 @@ void TestCliSetVerbs::CalibrationIsShown()
 {
     const Outcome text = RunWith(Calibrated(), "calibration");
     QCOMPARE(text.status, 0);
-    QCOMPARE(text.output, QByteArray("Last calibrated:  2023-01-02 00:00:00\n"));
+    QCOMPARE(text.output, QByteArray("Last calibrated:  2024-02-15 00:00:00\n"));
     const Outcome json = RunWith(Calibrated(), "calibration --json");
     QCOMPARE(json.Objects().size(), 2);
     QVERIFY2(json.output.startsWith(
-                 R"({"CalibrationDateTime":"2023-01-02T00:00:00","event":"calibration","time":)"),
+                 R"({"CalibrationDateTime":"2024-02-15T00:00:00","event":"calibration","time":)"),
              json.output.constData());
 }
 
@@ -231,9 +231,9 @@ void TestCliSetVerbs::CalibrationIsSetToWhatTheInstrumentThenReports()
 /// The instrument reports the same date as before, which must not count as silence.
 void TestCliSetVerbs::CalibrationIsSetToTheDateThatItHas()
 {
-    const Outcome outcome = RunWith(Calibrated(), "calibration set 2023-01-02");
+    const Outcome outcome = RunWith(Calibrated(), "calibration set 2024-02-15");
     QCOMPARE(outcome.status, 0);
-    QCOMPARE(outcome.output, QByteArray("Last calibrated:  2023-01-02 00:00:00\n"));
+    QCOMPARE(outcome.output, QByteArray("Last calibrated:  2024-02-15 00:00:00\n"));
 }
 
 void TestCliSetVerbs::SignalDoesNotLeaveItInCalibrationMode()
@@ -251,9 +251,9 @@ void TestCliSetVerbs::RestartSaysHowLongItTook()
     QCOMPARE(outcome.errors, QByteArray());
     QCOMPARE(outcome.First("event").toString(), QStringLiteral("restart"));
     QVERIFY(outcome.First("seconds").toDouble() >= 2);
-    const int restart = outcome.requests.indexOf(QByteArray::fromHex("7800F081"));
+    const int restart = outcome.requests.indexOf(Wire::ChangeToNormalMode);
     QVERIFY(restart > 0);
-    QVERIFY(outcome.requests.indexOf(QByteArray::fromHex("57122A"), restart) > 0);
+    QVERIFY(outcome.requests.indexOf(Wire::ReadVersion, restart) > 0);
 
     const Outcome text = RunWith(Answering(), "restart");
     const QRegularExpression form(

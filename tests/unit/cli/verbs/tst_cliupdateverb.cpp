@@ -18,13 +18,13 @@ public:
     {
         switch (request.at(0)) {
         case 'x':
-            _answers.status = QByteArray::fromHex(request.at(1) == 3 ? "60FE" : "00FE");
+            _answers.status = request.at(1) == 3 ? Wire::UpdateModeStatus : Wire::IdleStatus;
             break;
         case 'V':
             return WithChecksum("ready");
         case 'Z':
-            _answers.status = QByteArray::fromHex("00FE");
-            _answers.version = "ABC4102048151060302" + QByteArray("2016");
+            _answers.status = Wire::IdleStatus;
+            _answers.version = WithChecksum("PAT41020481510603022016");
             break;
         default:
             break;
@@ -40,7 +40,7 @@ private:
 Instrument ThatStaysInUpdateMode()
 {
     return [updatable = Updatable()](const QByteArray& request) mutable {
-        return request.at(0) == 'Z' ? Answers::Acknowledge() : updatable(request);
+        return request.at(0) == 'Z' ? Wire::Acknowledge : updatable(request);
     };
 }
 
@@ -162,10 +162,10 @@ void TestCliUpdateVerb::InstrumentThatOnlyTakesFirmware()
 {
     const Instrument stuck = [updatable = Updatable(), isStuck = true](const QByteArray& request) mutable {
         if (isStuck && request.at(0) == 's') {
-            return WithChecksum(QByteArray::fromHex("60FE"));
+            return Wire::UpdateModeStatus;
         }
         isStuck = isStuck && request.at(0) != 'Z';
-        return isStuck && request.at(0) == 'W' ? Answers::Refusal() : updatable(request);
+        return isStuck && request.at(0) == 'W' ? Wire::Refusal : updatable(request);
     };
     const Outcome outcome = RunWith(stuck, Line("--offline --timeout=0.5 --json"));
     QCOMPARE(outcome.status, 0);

@@ -17,6 +17,7 @@
 #include "support/logcapture.h"
 #include "support/redirection.h"
 #include "support/scriptedpeer.h"
+#include "support/wire.h"
 
 /// What a verb did.
 struct Outcome {
@@ -99,29 +100,26 @@ inline Outcome RunVerb(const std::vector<const char*>& arguments)
 
 /// The answers of an instrument. Each may be changed before it is used.
 struct Answers {
-    QByteArray status = QByteArray::fromHex("00FE");
-    QByteArray version = "ABC4102048151050302" + QByteArray("2016");
-    QByteArray currentDateTime = QByteArray::fromHex("241231235958");
-    QByteArray calibrationDateTime = QByteArray::fromHex("230102000000");
+    QByteArray status = Wire::IdleStatus;
+    QByteArray version = Wire::Version;
+    QByteArray currentDate = Wire::CurrentDate;
+    QByteArray calibrationDate = Wire::CalibrationDate;
 
     QByteArray To(const QByteArray& request) const
     {
         switch (request.at(0)) {
         case 's':
-            return WithChecksum(status);
+            return status;
         case 'W':
-            return WithChecksum(version);
+            return version;
         case 'R':
-            return WithChecksum(currentDateTime);
+            return currentDate;
         case 'T':
-            return WithChecksum(calibrationDateTime);
+            return calibrationDate;
         default:
-            return Acknowledge();
+            return Wire::Acknowledge;
         }
     }
-
-    static QByteArray Acknowledge() { return QByteArray::fromHex("06C660"); }
-    static QByteArray Refusal() { return QByteArray::fromHex("214334"); }
 };
 
 /// An instrument: its answer to each request.
@@ -136,19 +134,19 @@ inline Instrument Answering(const Answers& answers = {})
 inline Instrument InUpdateMode()
 {
     Answers answers;
-    answers.status = QByteArray::fromHex("60FE");
+    answers.status = Wire::UpdateModeStatus;
     return Answering(answers);
 }
 
 inline Instrument Silent()
 {
-    return [](const QByteArray&) { return QByteArray(); };
+    return [](const QByteArray&) { return Wire::Silence; };
 }
 
 inline Instrument Refusing(char command, const Instrument& instrument = Answering())
 {
     return [command, instrument](const QByteArray& request) {
-        return request.at(0) == command ? Answers::Refusal() : instrument(request);
+        return request.at(0) == command ? Wire::Refusal : instrument(request);
     };
 }
 
@@ -156,7 +154,7 @@ inline Instrument Refusing(char command, const Instrument& instrument = Answerin
 inline Instrument LostAfter(char command, const Instrument& instrument = Answering())
 {
     return [command, instrument, isLost = false](const QByteArray& request) mutable {
-        const QByteArray answer = isLost ? Answers::Refusal() : instrument(request);
+        const QByteArray answer = isLost ? Wire::Refusal : instrument(request);
         isLost = isLost || request.at(0) == command;
         return answer;
     };
