@@ -10,16 +10,24 @@
 namespace
 {
 
+constexpr char LogName[] = "log";
+
 bool HasFailed(const Simulator::Exchange& exchange)
 {
     return exchange.answer.size() < 3 || exchange.answer == Wire::Refusal ||
            WithChecksum(exchange.answer.chopped(2)) != exchange.answer;
 }
 
+Simulator::InstrumentOptions WithLog(Simulator::InstrumentOptions options, const QString& path)
+{
+    options.logPath = path;
+    return options;
+}
+
 } // namespace
 
 LineInstrument::LineInstrument(const Simulator::InstrumentOptions& options)
-    : Instrument(options), _logPath(options.logPath)
+    : Instrument(WithLog(options, folder.filePath(QLatin1String(LogName))))
 {
     Attach();
 }
@@ -59,7 +67,7 @@ QVector<Simulator::Exchange> LineInstrument::RecordSinceTheFirstFailure() const
 
 QByteArrayList LineInstrument::SentUnasked() const
 {
-    QFile log(_logPath);
+    QFile log(folder.filePath(QLatin1String(LogName)));
     log.open(QIODevice::ReadOnly);
     QByteArrayList pieces;
     for (const QByteArray& line : log.readAll().split('\n')) {
@@ -90,12 +98,6 @@ Simulator::InstrumentOptions WithClock(const QDateTime& date)
 {
     Simulator::InstrumentOptions options;
     options.model.date = date;
-    return options;
-}
-
-Simulator::InstrumentOptions WithLog(Simulator::InstrumentOptions options, const QTemporaryDir& directory)
-{
-    options.logPath = directory.filePath(QStringLiteral("log"));
     return options;
 }
 

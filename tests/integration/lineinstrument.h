@@ -6,8 +6,13 @@
 
 #include "simulator/line/instrument.h"
 
-/// The simulated instrument at the serial device of this process, for as long as it lives.
-class LineInstrument : public Simulator::Instrument
+/// The folder of an instrument's log. It is there before the instrument and after it.
+struct LogFolder {
+    const QTemporaryDir folder;
+};
+
+/// The simulated instrument at the serial device of this process, for as long as it lives. It keeps a log.
+class LineInstrument : private LogFolder, public Simulator::Instrument
 {
 public:
     explicit LineInstrument(const Simulator::InstrumentOptions& options = {});
@@ -28,11 +33,8 @@ public:
     QByteArrayList SentSinceTheFirstFailure() const;
     /// The exchanges that they belong to.
     QVector<Simulator::Exchange> RecordSinceTheFirstFailure() const;
-    /// The pieces that it has sent unasked so far, if it keeps a log.
+    /// The pieces that it has sent unasked so far.
     QByteArrayList SentUnasked() const;
-
-private:
-    QString _logPath;
 };
 
 /// The requests of these exchanges.
@@ -43,9 +45,6 @@ QByteArrayList Since(const QByteArray& first, const QByteArrayList& entries);
 
 /// An instrument that knows the time.
 Simulator::InstrumentOptions WithClock(const QDateTime& date);
-
-/// The same options for an instrument that keeps a log in this directory.
-Simulator::InstrumentOptions WithLog(Simulator::InstrumentOptions options, const QTemporaryDir& directory);
 
 /// An instrument that is back from a restart at once.
 Simulator::InstrumentOptions WithQuickRestart();

@@ -69,7 +69,7 @@ public:
     void AwaitWatch(int prepares = 1);
     /// Waits until nothing is asked for any more and RCD monitoring leaves the line alone.
     void AwaitWithdrawal();
-    /// Compares the results with what the instrument has sent last; it has to keep a log.
+    /// Compares the results with what the instrument has sent last.
     void VerifyResults(const RcdKind& kind) const;
 
 private:

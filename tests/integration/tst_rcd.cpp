@@ -77,8 +77,7 @@ void TestRcd::TestRunsToItsResult()
     QFETCH(const RcdKind, kind);
     QFETCH(const QByteArray, type);
     QFETCH(const QByteArray, state);
-    const QTemporaryDir directory;
-    RcdMeasuring rcd(WithLog(WithQuickRcd(), directory));
+    RcdMeasuring rcd;
     rcd.Run(kind);
     QCOMPARE(rcd.tester.LeftStates().count(state), 1);
     QCOMPARE(rcd.SentBesidesStatusSince(kind.prepare),
@@ -118,8 +117,7 @@ void TestRcd::CleansUpWithoutAResult()
 void TestRcd::UbReIsPreparedBeforehand()
 {
     const RcdKind kind = RcdKinds::UbRe();
-    const QTemporaryDir directory;
-    RcdMeasuring rcd(WithLog(WithQuickRcd(), directory));
+    RcdMeasuring rcd;
     rcd.Prepare(*kind.settings);
     AWAIT_EQUAL(rcd.tester->MeasurementFunctionStatus(), FunctionState::Prepared);
     QVERIFY(rcd.IsInState(MeasurementState::Idle));
@@ -141,8 +139,7 @@ void TestRcd::UbReIsPreparedBeforehand()
 
 void TestRcd::OneTestFollowsAnotherWithItsRe()
 {
-    const QTemporaryDir directory;
-    RcdMeasuring rcd(WithLog(WithQuickRcd(), directory));
+    RcdMeasuring rcd;
     rcd.Run(RcdKinds::UbRe());
     const auto* results = dynamic_cast<const Vesmar::RCDResults*>(rcd.tester->TestResults());
     QVERIFY(results != nullptr);
@@ -167,8 +164,7 @@ void TestRcd::OneTestFollowsAnotherWithItsRe()
 void TestRcd::TestThatBeginsAnewSignalsItsErrorAgain()
 {
     const RcdKind kind = RcdKinds::IecIaTa1();
-    const QTemporaryDir directory;
-    RcdMeasuring rcd(WithLog(WithQuickRcd(), directory));
+    RcdMeasuring rcd;
     rcd.instrument.SetScenario(Simulator::Scenario::RcdErrorOnce, 5);
     rcd.Run(kind);
     rcd.VerifyResults(kind);
@@ -182,8 +178,7 @@ void TestRcd::TestThatBeginsAnewSignalsItsErrorAgain()
 void TestRcd::OrdinaryMeasurementGivesWayAndIsPreparedAgain()
 {
     const auto ordinary = ForSeconds<Vesmar::RPESettings>(LongTime);
-    const QTemporaryDir directory;
-    RcdMeasuring rcd(WithLog(WithQuickRcd(), directory));
+    RcdMeasuring rcd;
     rcd.Prepare(*ordinary);
     rcd.AwaitState(MeasurementState::Prepared);
 
@@ -397,8 +392,7 @@ void TestRcd::AbortOfARunCountsWhenItFallsSilent()
 {
     QFETCH(const RcdKind, kind);
     QFETCH(const QByteArray, error);
-    const QTemporaryDir directory;
-    RcdMeasuring rcd(WithLog(WithEndlessRcd(), directory));
+    RcdMeasuring rcd(WithEndlessRcd());
     rcd.Start(kind);
     AWAIT_EQUAL(rcd.tester->MeasurementFunctionStatus(), FunctionState::Running);
     QVERIFY(rcd.tester->IsMeasurementRunning());

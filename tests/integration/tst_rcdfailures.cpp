@@ -59,7 +59,7 @@ class TestRcdFailures : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { _rcd = std::make_unique<RcdMeasuring>(WithLog(WithQuickRcd(), _directory)); }
+    void initTestCase() { _rcd = std::make_unique<RcdMeasuring>(); }
     void cleanupTestCase() { _rcd.reset(); }
     void UbReEndsWithItsError_data();
     void UbReEndsWithItsError() { VerifyRow(); }
@@ -91,7 +91,6 @@ private:
     void VerifyRow();
     void StartPolling(const RcdKind& kind, Scenario scenario, int number);
 
-    const QTemporaryDir _directory;
     std::unique_ptr<RcdMeasuring> _rcd;
 };
 
