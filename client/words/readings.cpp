@@ -38,53 +38,111 @@ using Vesmar::RISOResults;
 using Vesmar::RLNResults;
 using Vesmar::RPEResults;
 
-template <typename Results, typename... Members>
-QVector<float> Values(const MeasurementResults& results, Members... members)
+template <typename Member>
+struct ClassOf;
+template <typename Class, typename Value>
+struct ClassOf<Value Class::*> {
+    using Type = Class;
+};
+
+template <auto Member>
+float ValueOf(const MeasurementResults& results)
 {
-    const auto& concrete = static_cast<const Results&>(results);
-    return {static_cast<float>(concrete.*members)...};
+    return static_cast<float>(static_cast<const typename ClassOf<decltype(Member)>::Type&>(results).*Member);
 }
 
-/// In the order of `ReadingNames`.
-QVector<float> ReadingValues(const MeasurementResults& results)
+/// A reading's name, and how it is found in the results of its function.
+struct NamedReading {
+    const char* name;
+    float (*valueOf)(const MeasurementResults& results);
+};
+
+template <typename Results>
+QVector<NamedReading> ResistanceReadings()
 {
-    switch (results.GetMeasurementType()) {
+    return {{"resistance", ValueOf<&Results::_resistance>},
+            {"voltage", ValueOf<&Results::_voltage>},
+            {"current", ValueOf<&Results::_current>}};
+}
+
+template <typename Results>
+QVector<NamedReading> LeakageReadings()
+{
+    return {{"current", ValueOf<&Results::_current>}, {"voltage", ValueOf<&Results::_voltage>}};
+}
+
+QVector<NamedReading> PowerReadings()
+{
+    return {{"energy", ValueOf<&POWERResults::_energy>},
+            {"power", ValueOf<&POWERResults::_power>},
+            {"current", ValueOf<&POWERResults::_current>},
+            {"voltage", ValueOf<&POWERResults::_voltage>},
+            {"power factor", ValueOf<&POWERResults::_powerFactor>},
+            {"apparent power", ValueOf<&POWERResults::_apparentPower>}};
+}
+
+QVector<NamedReading> HvTestReadings()
+{
+    return {{"maximum voltage", ValueOf<&HVTestResults::_maxVoltage>},
+            {"voltage", ValueOf<&HVTestResults::_voltage>},
+            {"current", ValueOf<&HVTestResults::_current>},
+            {"ULN", ValueOf<&HVTestResults::_uln>},
+            {"primary voltage", ValueOf<&HVTestResults::_upri>},
+            {"PWM", ValueOf<&HVTestResults::_pwm>}};
+}
+
+QVector<NamedReading> RlnReadings()
+{
+    return {{"resistance", ValueOf<&RLNResults::_resistance>},
+            {"voltage", ValueOf<&RLNResults::_voltage>},
+            {"current", ValueOf<&RLNResults::_current>},
+            {"ISUB voltage", ValueOf<&RLNResults::_isubVoltage>},
+            {"ISUB current", ValueOf<&RLNResults::_isubCurrent>}};
+}
+
+QVector<NamedReading> IecReadings()
+{
+    return {{"result", ValueOf<&IECResults::_result>},
+            {"voltage", ValueOf<&IECResults::_voltage>},
+            {"ULN", ValueOf<&IECResults::_uln>},
+            {"step", ValueOf<&IECResults::_step>},
+            {"delay", ValueOf<&IECResults::_delay>}};
+}
+
+/// The readings of a function, in the order in which they are shown.
+QVector<NamedReading> NamedReadings(MeasurementType function)
+{
+    switch (function) {
     case MeasurementType::Monitoring:
-        return Values<MonitoringResults>(results, &MonitoringResults::_uln, &MonitoringResults::_unpe,
-                                         &MonitoringResults::_frequency);
+        return {{"ULN", ValueOf<&MonitoringResults::_uln>},
+                {"UNPE", ValueOf<&MonitoringResults::_unpe>},
+                {"frequency", ValueOf<&MonitoringResults::_frequency>}};
     case MeasurementType::RLN:
-        return Values<RLNResults>(results, &RLNResults::_resistance, &RLNResults::_voltage,
-                                  &RLNResults::_current, &RLNResults::_isubVoltage,
-                                  &RLNResults::_isubCurrent);
+        return RlnReadings();
     case MeasurementType::RPE:
-        return Values<RPEResults>(results, &RPEResults::_resistance, &RPEResults::_voltage,
-                                  &RPEResults::_current);
+        return ResistanceReadings<RPEResults>();
     case MeasurementType::RISO:
-        return Values<RISOResults>(results, &RISOResults::_resistance, &RISOResults::_voltage,
-                                   &RISOResults::_current);
+        return ResistanceReadings<RISOResults>();
     case MeasurementType::ISUB:
-        return Values<ISUBResults>(results, &ISUBResults::_current, &ISUBResults::_voltage);
+        return LeakageReadings<ISUBResults>();
     case MeasurementType::IPE:
-        return Values<IPEResults>(results, &IPEResults::_current, &IPEResults::_voltage);
+        return LeakageReadings<IPEResults>();
     case MeasurementType::IDELTA:
-        return Values<IDELTAResults>(results, &IDELTAResults::_current, &IDELTAResults::_voltage);
+        return LeakageReadings<IDELTAResults>();
     case MeasurementType::IT:
-        return Values<ITResults>(results, &ITResults::_current);
+        return {{"current", ValueOf<&ITResults::_current>}};
     case MeasurementType::POWER:
-        return Values<POWERResults>(results, &POWERResults::_energy, &POWERResults::_power,
-                                    &POWERResults::_current, &POWERResults::_voltage,
-                                    &POWERResults::_powerFactor, &POWERResults::_apparentPower);
+        return PowerReadings();
     case MeasurementType::HVTest:
-        return Values<HVTestResults>(results, &HVTestResults::_maxVoltage, &HVTestResults::_voltage,
-                                     &HVTestResults::_current, &HVTestResults::_uln, &HVTestResults::_upri,
-                                     &HVTestResults::_pwm);
+        return HvTestReadings();
     case MeasurementType::RCD:
-        return Values<RCDResults>(results, &RCDResults::_re, &RCDResults::_ia, &RCDResults::_ta);
+        return {{"Re", ValueOf<&RCDResults::_re>},
+                {"Ia", ValueOf<&RCDResults::_ia>},
+                {"Ta", ValueOf<&RCDResults::_ta>}};
     case MeasurementType::RCDIEC:
-        return Values<RCDIECResults>(results, &RCDIECResults::_ia, &RCDIECResults::_ta);
+        return {{"Ia", ValueOf<&RCDIECResults::_ia>}, {"Ta", ValueOf<&RCDIECResults::_ta>}};
     case MeasurementType::IEC:
-        return Values<IECResults>(results, &IECResults::_result, &IECResults::_voltage, &IECResults::_uln,
-                                  &IECResults::_step, &IECResults::_delay);
+        return IecReadings();
     default:
         return {};
     }
@@ -99,43 +157,18 @@ bool IsPresent(float reading)
 
 QVector<const char*> ReadingNames(MeasurementType function)
 {
-    switch (function) {
-    case MeasurementType::Monitoring:
-        return {"ULN", "UNPE", "frequency"};
-    case MeasurementType::RLN:
-        return {"resistance", "voltage", "current", "ISUB voltage", "ISUB current"};
-    case MeasurementType::RPE:
-    case MeasurementType::RISO:
-        return {"resistance", "voltage", "current"};
-    case MeasurementType::ISUB:
-    case MeasurementType::IPE:
-    case MeasurementType::IDELTA:
-        return {"current", "voltage"};
-    case MeasurementType::IT:
-        return {"current"};
-    case MeasurementType::POWER:
-        return {"energy", "power", "current", "voltage", "power factor", "apparent power"};
-    case MeasurementType::HVTest:
-        return {"maximum voltage", "voltage", "current", "ULN", "primary voltage", "PWM"};
-    case MeasurementType::RCD:
-        return {"Re", "Ia", "Ta"};
-    case MeasurementType::RCDIEC:
-        return {"Ia", "Ta"};
-    case MeasurementType::IEC:
-        return {"result", "voltage", "ULN", "step", "delay"};
-    default:
-        return {};
+    QVector<const char*> names;
+    for (const NamedReading& reading : NamedReadings(function)) {
+        names.append(reading.name);
     }
+    return names;
 }
 
 QVector<Reading> ReadingsOf(const MeasurementResults& results)
 {
-    const QVector<const char*> names = ReadingNames(results.GetMeasurementType());
-    const QVector<float> values = ReadingValues(results);
     QVector<Reading> readings;
-    readings.reserve(names.size());
-    for (int i = 0; i < names.size(); ++i) {
-        readings.append({names.at(i), values.at(i)});
+    for (const NamedReading& reading : NamedReadings(results.GetMeasurementType())) {
+        readings.append({reading.name, reading.valueOf(results)});
     }
     return readings;
 }
