@@ -37,7 +37,7 @@ struct End : MeasurementEngine {
 };
 
 template <typename EndingState>
-void FollowsTheFunctionState()
+void FunctionStateDecides()
 {
     QFETCH(const int, functionState);
     QFETCH(const QByteArray, commands);

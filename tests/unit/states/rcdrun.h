@@ -16,22 +16,20 @@
 namespace RCDWire
 {
 
-constexpr int NoError = MeasurementEngine::NoError;
-
 /// Of function 10, RCD.
-inline QByteArray Status(int functionState, bool isNewMeasurement = false, int error = NoError)
+inline QByteArray Status(int functionState, bool isNewMeasurement = false, int error = Wire::NoError)
 {
     return MeasurementEngine::Status(Vesmar::MeasurementType::RCD, functionState, isNewMeasurement, error);
 }
 
 /// Of function 11, RCD IEC.
-inline QByteArray IECStatus(int functionState, bool isNewMeasurement = false, int error = NoError)
+inline QByteArray IECStatus(int functionState, bool isNewMeasurement = false, int error = Wire::NoError)
 {
     return MeasurementEngine::Status(Vesmar::MeasurementType::RCDIEC, functionState, isNewMeasurement, error);
 }
 
 /// Without a function.
-inline QByteArray StartTest(int result, bool isNewMeasurement, int error = NoError)
+inline QByteArray StartTest(int result, bool isNewMeasurement, int error = Wire::NoError)
 {
     return MeasurementEngine::Status(Vesmar::MeasurementType::Monitoring, result, isNewMeasurement, error);
 }
@@ -43,18 +41,11 @@ inline QByteArray ObjectCheck(int code)
     return WithChecksum(QByteArray(1, static_cast<char>(code)) + QByteArray(FurtherBytes, '\0'));
 }
 
-/// The instrument has no function, and the start test of a moment ago allows one.
-inline const QByteArray Ready = Wire::Bytes("80fe4915");
-/// The same, but the start test has not been done anew.
-inline const QByteArray NotReady = Wire::Bytes("00fed10e");
-
 /// Re 0.5, Ia 1.0, Ta 2.5.
 inline const QByteArray Result = Wire::Bytes("0000003f1027a861000000000000000000000000000000003dc3");
 
 inline const QByteArray PrepareUbRe = Wire::Bytes("500a000000ffffffff9404");
-inline const QByteArray PrepareIaTa = Wire::Bytes("500a00404b0000c842a7fd");
 inline const QByteArray PrepareIECIaTa = Wire::Bytes("500b00004000000000e0cb");
-inline const QByteArray PrepareIECCleanUp = Wire::Bytes("500b0000c00000000030e9");
 
 } // namespace RCDWire
 

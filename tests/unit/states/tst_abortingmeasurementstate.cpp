@@ -12,8 +12,8 @@ class TestAbortingMeasurementState : public QObject
 private Q_SLOTS:
     void EntryStopsTheTimer();
 
-    void FollowsTheFunctionState_data();
-    void FollowsTheFunctionState();
+    void FunctionStateDecides_data();
+    void FunctionStateDecides();
     void DropsAStartOfTheAbortedFunction_data();
     void DropsAStartOfTheAbortedFunction();
     void KeepsAStartThatFollowsAPreparation();
@@ -29,14 +29,14 @@ void TestAbortingMeasurementState::EntryStopsTheTimer()
     EndingSteps::EntryStopsTheTimer<AbortingMeasurementState>();
 }
 
-void TestAbortingMeasurementState::FollowsTheFunctionState_data()
+void TestAbortingMeasurementState::FunctionStateDecides_data()
 {
     EndingSteps::AddRows(Over, "MeasurementStatus=7 IsMeasurementRunning=0");
 }
 
-void TestAbortingMeasurementState::FollowsTheFunctionState()
+void TestAbortingMeasurementState::FunctionStateDecides()
 {
-    EndingSteps::FollowsTheFunctionState<AbortingMeasurementState>();
+    EndingSteps::FunctionStateDecides<AbortingMeasurementState>();
 }
 
 void TestAbortingMeasurementState::DropsAStartOfTheAbortedFunction_data()

@@ -18,8 +18,8 @@ class TestPreparingMeasurementState : public QObject
 private Q_SLOTS:
     void EveryStepWritesItsBannerFirst();
 
-    void FollowsTheFunctionState_data();
-    void FollowsTheFunctionState();
+    void FunctionStateDecides_data();
+    void FunctionStateDecides();
     void ReportsPreparedOnce();
     void RefusedFunctionLeavesAnEarlierError();
 
@@ -54,12 +54,12 @@ void TestPreparingMeasurementState::EveryStepWritesItsBannerFirst()
     QCOMPARE(Banners(engine.log), (QStringList{banner, banner}));
 }
 
-void TestPreparingMeasurementState::FollowsTheFunctionState_data()
+void TestPreparingMeasurementState::FunctionStateDecides_data()
 {
     AddFunctionStateRows({{3, RefusedOutcome}, {4, "MeasurementStatus=2"}});
 }
 
-void TestPreparingMeasurementState::FollowsTheFunctionState()
+void TestPreparingMeasurementState::FunctionStateDecides()
 {
     QFETCH(const int, functionState);
     QFETCH(const QString, outcome);

@@ -155,7 +155,7 @@ void TestRCDMonitoringState::EntryResetsTheBudgets()
     Monitoring run;
     for (int visit = 0; visit < 2; ++visit) {
         run.state->OnEntry();
-        run.peer.AnswerAlways(RCDWire::NotReady);
+        run.peer.AnswerAlways(Wire::IdleStatus);
         for (int status = 0; status < 9; ++status) {
             QCOMPARE(run.StepOfARequest(Awaiting), NoChange);
         }
@@ -214,7 +214,7 @@ void TestRCDMonitoringState::StepTellsHowFarItCame()
 void TestRCDMonitoringState::StepTellsWhatItFound()
 {
     Monitoring run;
-    run.peer.AnswerAlways(RCDWire::NotReady);
+    run.peer.AnswerAlways(Wire::IdleStatus);
     run.StepOfARequest(Awaiting);
     const QString status = LineWith(run.log, "RUNING RCD MONITORING STATE 1 - status=");
     const QRegularExpression values(QStringLiteral("status=\\W*(true|1)\\W+(false|0)\\W+1\\W*$"));
@@ -552,7 +552,7 @@ void TestRCDMonitoringState::RequestBeginsWithFullBudgets()
         run.SetError(error);
         QCOMPARE(run.StepOfARequest(NotAskedFor), QStringLiteral("MeasurementStatus=1"));
         run.SetError(15);
-        run.peer.AnswerAlways(RCDWire::NotReady);
+        run.peer.AnswerAlways(Wire::IdleStatus);
         for (int status = 0; status < 6; ++status) {
             QCOMPARE(run.StepOfARequest(Awaiting), NoChange);
         }
@@ -633,9 +633,9 @@ void TestRCDMonitoringState::AwaitingGivesUpAfterNineStatuses()
     Monitoring run;
     run.context.PrepareMeasurementRequested.Set(true);
     run.SetPhase(Awaiting);
-    run.peer.AnswerInTurn({RCDWire::NotReady, RCDWire::StartTest(13, true), Wire::Refusal,
-                           Wire::DamagedStatus, Wire::Acknowledge, RCDWire::NotReady, Wire::Acknowledge,
-                           RCDWire::NotReady, RCDWire::NotReady, RCDWire::Ready});
+    run.peer.AnswerInTurn({Wire::IdleStatus, RCDWire::StartTest(13, true), Wire::Refusal, Wire::DamagedStatus,
+                           Wire::Acknowledge, Wire::IdleStatus, Wire::Acknowledge, Wire::IdleStatus,
+                           Wire::IdleStatus, Wire::ReadyStatus});
     for (int status = 0; status < 9; ++status) {
         QCOMPARE(run.Step(), NoChange);
         QCOMPARE(run.Commands(), QByteArray("s"));
@@ -889,7 +889,7 @@ void TestRCDMonitoringState::PreparationRunsThrough()
     Monitoring run;
     run.context.PrepareMeasurementRequested.Set(true);
     run.peer.AnswerInTurn(
-        {RCDWire::NotReady, RCDWire::Ready, Wire::Acknowledge, RCDWire::Status(2), RCDWire::Status(4)});
+        {Wire::IdleStatus, Wire::ReadyStatus, Wire::Acknowledge, RCDWire::Status(2), RCDWire::Status(4)});
     QStringList outcomes;
     for (int step = 0; step < 6; ++step) {
         outcomes.append(run.Step());

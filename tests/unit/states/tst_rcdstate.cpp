@@ -64,7 +64,7 @@ const QList<Exchange>& Exchanges()
              settings.SetRe(100.0F);
              return state.PrepareRCDMeasurement(settings, timeout);
          },
-         RCDWire::PrepareIaTa},
+         Wire::PrepareIaTa},
         {"start", [](RCDState& state, int timeout) { return state.StartRCDMeasurement(timeout); },
          Wire::StartMeasurement},
         {"object check",
@@ -162,7 +162,7 @@ private Q_SLOTS:
     void StatusGoesToTheCells();
     void StatusWithTheErrorElsewhereLeavesErrorCodeAlone();
     void StatusWithoutAFunctionGoesToTheOrdinaryCells();
-    void StatusThatNoParserTakesIsDataAllTheSame();
+    void StatusThatNoParserAcceptsIsDataAllTheSame();
     void FailedStatusLeavesTheErrorElsewhereAlone_data();
     void FailedStatusLeavesTheErrorElsewhereAlone();
     void ObjectCheckGoesToErrorCode();
@@ -174,7 +174,7 @@ private Q_SLOTS:
     void AwaitReturnsTheFrameThatEndsTheTest();
     void AwaitParsesStatusFramesInOrder();
     void AwaitParsesNothingThatIsDamaged();
-    void AwaitTakesAStatusInFrontOfPartOfAResult();
+    void AwaitParsesAStatusInFrontOfPartOfAResult();
     void AwaitEndsAtAStatusWithoutAFunctionAfterATermination();
     void AwaitReturnsNothingAfterItsTime();
     void AwaitBeginsEachTimeWithNothing();
@@ -337,7 +337,7 @@ void TestRCDState::StatusWithoutAFunctionGoesToTheOrdinaryCells()
              QStringLiteral("CurrentMeasurementType=0 ErrorCode=3 StartTestStatus=14"));
 }
 
-void TestRCDState::StatusThatNoParserTakesIsDataAllTheSame()
+void TestRCDState::StatusThatNoParserAcceptsIsDataAllTheSame()
 {
     Base base;
     base.peer.AnswerAlways(Wire::Bytes("31323334356c54")); // Intact, of function 17, and too long.
@@ -477,7 +477,7 @@ void TestRCDState::AwaitParsesNothingThatIsDamaged()
     QCOMPARE(wait.cells.Changes(), QStringList());
 }
 
-void TestRCDState::AwaitTakesAStatusInFrontOfPartOfAResult()
+void TestRCDState::AwaitParsesAStatusInFrontOfPartOfAResult()
 {
     Wait wait;
     QVERIFY(wait.AwaitsInVain({Running + Result.left(25)}));
@@ -491,9 +491,9 @@ void TestRCDState::AwaitEndsAtAStatusWithoutAFunctionAfterATermination()
 {
     Wait wait;
     wait.context.MeasurementFunctionStatus.Set(FunctionState::Terminated);
-    QCOMPARE(wait.Await({RCDWire::NotReady})->toHex(), RCDWire::NotReady.toHex());
+    QCOMPARE(wait.Await({Wire::IdleStatus})->toHex(), Wire::IdleStatus.toHex());
     QVERIFY(wait.AwaitsInVain({Running}));
-    QVERIFY(wait.AwaitsInVain({RCDWire::NotReady}));
+    QVERIFY(wait.AwaitsInVain({Wire::IdleStatus}));
 }
 
 void TestRCDState::AwaitReturnsNothingAfterItsTime()

@@ -42,8 +42,8 @@ class TestStartingMeasurementState : public QObject
 private Q_SLOTS:
     void EveryStepIsFramedOnTheLog();
 
-    void FollowsTheFunctionState_data();
-    void FollowsTheFunctionState();
+    void FunctionStateDecides_data();
+    void FunctionStateDecides();
     void StartIsForgottenOnceItRan_data();
     void StartIsForgottenOnceItRan();
     void StartIsForgottenOnEntryAndExit();
@@ -72,7 +72,7 @@ void TestStartingMeasurementState::EveryStepIsFramedOnTheLog()
     QCOMPARE(starting.log.Messages().constFirst().type, QtWarningMsg);
 }
 
-void TestStartingMeasurementState::FollowsTheFunctionState_data()
+void TestStartingMeasurementState::FunctionStateDecides_data()
 {
     QTest::addColumn<int>("functionState");
     QTest::addColumn<bool>("isStarted");
@@ -93,7 +93,7 @@ void TestStartingMeasurementState::FollowsTheFunctionState_data()
     }
 }
 
-void TestStartingMeasurementState::FollowsTheFunctionState()
+void TestStartingMeasurementState::FunctionStateDecides()
 {
     QFETCH(const int, functionState);
     QFETCH(const bool, isStarted);

@@ -12,8 +12,8 @@ class TestStoppingMeasurementState : public QObject
 private Q_SLOTS:
     void EntryStopsTheTimer();
 
-    void FollowsTheFunctionState_data();
-    void FollowsTheFunctionState();
+    void FunctionStateDecides_data();
+    void FunctionStateDecides();
     void LeavesAStartRequested();
     void StopsOnEveryStepUntilTheFunctionIsOver();
     void FailedStatusEndsTheStep();
@@ -25,14 +25,14 @@ void TestStoppingMeasurementState::EntryStopsTheTimer()
     EndingSteps::EntryStopsTheTimer<StoppingMeasurementState>();
 }
 
-void TestStoppingMeasurementState::FollowsTheFunctionState_data()
+void TestStoppingMeasurementState::FunctionStateDecides_data()
 {
     EndingSteps::AddRows({0, 2, 4, 9}, "MeasurementStatus=7 IsMeasurementRunning=0");
 }
 
-void TestStoppingMeasurementState::FollowsTheFunctionState()
+void TestStoppingMeasurementState::FunctionStateDecides()
 {
-    EndingSteps::FollowsTheFunctionState<StoppingMeasurementState>();
+    EndingSteps::FunctionStateDecides<StoppingMeasurementState>();
 }
 
 void TestStoppingMeasurementState::LeavesAStartRequested()

@@ -12,16 +12,16 @@ class TestTesterConfigurationState : public QObject
 
 private Q_SLOTS:
     void SendsNothingWithoutARequest();
-    void ServesEachRequest_data();
-    void ServesEachRequest();
-    void ServesInformationBeforeTheCurrentDateInOneStep();
-    void ServesEveryRequestInTheFixedOrderInOneStep();
+    void AnswersEachRequest_data();
+    void AnswersEachRequest();
+    void ReadsInformationBeforeTheCurrentDateInOneStep();
+    void AnswersEveryRequestInTheFixedOrderInOneStep();
     void ClearsEachFlagBeforeItsRequestGoesOut();
     void CalibrationDatePausesAfterBothModeChanges();
     void StepLastsUntilTheInstrumentIsBackInItsNormalMode();
     void FailureEndsTheStepAndLeavesTheLaterRequests_data();
     void FailureEndsTheStepAndLeavesTheLaterRequests();
-    void FailedVersionIsNotRetriedAndTheRestIsServedInALaterStep();
+    void FailedVersionIsNotRetriedAndTheRestFollowsInALaterStep();
 };
 
 namespace
@@ -47,7 +47,7 @@ void SetDates(Engine& engine)
     engine.context.CalibrationDateTime.Set(QDateTime({2024, 3, 7}, {14, 5, 9}));
 }
 
-/// In the order in which they are served.
+/// The flags in the order in which the state answers them.
 QList<Vesmar::ThreadSafeProperty<bool>*> Requests(Engine& engine)
 {
     return {&engine.context.DeviceInformationRequested, &engine.context.CurrentDateTimeConfigurationRequested,
@@ -87,7 +87,7 @@ void TestTesterConfigurationState::SendsNothingWithoutARequest()
     QCOMPARE(engine.Commands(), QByteArray{});
 }
 
-void TestTesterConfigurationState::ServesEachRequest_data()
+void TestTesterConfigurationState::AnswersEachRequest_data()
 {
     QTest::addColumn<int>("request");
     QTest::addColumn<QList<QByteArray>>("frames");
@@ -111,7 +111,7 @@ void TestTesterConfigurationState::ServesEachRequest_data()
                        QStringLiteral("CalibrationDateTime=2020-02-29 00:00:00")};
 }
 
-void TestTesterConfigurationState::ServesEachRequest()
+void TestTesterConfigurationState::AnswersEachRequest()
 {
     QFETCH(const int, request);
     QFETCH(const QList<QByteArray>, frames);
@@ -129,7 +129,7 @@ void TestTesterConfigurationState::ServesEachRequest()
     QCOMPARE(Banners(engine.log), QStringList{});
 }
 
-void TestTesterConfigurationState::ServesInformationBeforeTheCurrentDateInOneStep()
+void TestTesterConfigurationState::ReadsInformationBeforeTheCurrentDateInOneStep()
 {
     Engine engine;
     const PauseLog pauses;
@@ -141,7 +141,7 @@ void TestTesterConfigurationState::ServesInformationBeforeTheCurrentDateInOneSte
     QCOMPARE(engine.peer.RequestBytes(), (QList<QByteArray>{Wire::ReadVersion, Wire::ReadCurrentDate}));
 }
 
-void TestTesterConfigurationState::ServesEveryRequestInTheFixedOrderInOneStep()
+void TestTesterConfigurationState::AnswersEveryRequestInTheFixedOrderInOneStep()
 {
     Engine engine;
     const PauseLog pauses;
@@ -246,7 +246,7 @@ void TestTesterConfigurationState::FailureEndsTheStepAndLeavesTheLaterRequests()
     QCOMPARE(engine.cells.Changes().constLast(), QStringLiteral("CommunicationError=1"));
 }
 
-void TestTesterConfigurationState::FailedVersionIsNotRetriedAndTheRestIsServedInALaterStep()
+void TestTesterConfigurationState::FailedVersionIsNotRetriedAndTheRestFollowsInALaterStep()
 {
     Engine engine;
     const PauseLog pauses;
