@@ -26,14 +26,14 @@ QString TimeText(const QTime& at)
     return at.toString(QStringLiteral("HH:mm:ss.zzz")).leftJustified(TimeColumns);
 }
 
-/// Where a line of so many columns is broken: at its last blank, or anywhere.
+/// Where a line is broken that may have so many columns: at its last blank or, without one, at its end.
 int BreakOf(const QString& text, int columns)
 {
     const int blank = text.lastIndexOf(QLatin1Char(' '), columns);
     return blank > 0 ? blank : columns;
 }
 
-/// The head, and beside it the pieces, each of which begins a line of its own.
+/// The head, and the pieces to the right of it. Each piece begins a line.
 QByteArray Block(const QString& head, const QStringList& pieces)
 {
     const int columns = Columns - head.size();

@@ -102,19 +102,11 @@ void DecodeHistory::ReadExchange(qint64 line, const LogEntry& entry)
     _events.Tell(event, _rules.Timeout(event));
 }
 
-/// The pauses after the line before belong to nobody's exchange. A part of a millisecond counts as a whole
-/// one.
+/// The pause after the line before belongs to no exchange. A part of a millisecond counts as a whole one.
 std::optional<int> DecodeHistory::Within(const QTime& at) const
 {
-    constexpr int Day = 24 * 60 * 60 * 1000;
-    if (!_previousTime.isValid()) {
-        return std::nullopt;
-    }
-    const int elapsed = (_previousTime.msecsTo(at) + Day) % Day;
-    if (elapsed > Day / 2) {
-        return std::nullopt; // The clock was set back.
-    }
-    return qMax(elapsed - _pause, 0) + 1;
+    const std::optional<int> elapsed = MillisecondsBetween(_previousTime, at);
+    return elapsed ? std::optional(qMax(*elapsed - _pause, 0) + 1) : std::nullopt;
 }
 
 void DecodeHistory::CountAttempt(DecodedEvent& event)
@@ -125,7 +117,7 @@ void DecodeHistory::CountAttempt(DecodedEvent& event)
     event.attempt = isRepeated ? _failedAttempts + 1 : 1;
 }
 
-/// An image may have the same sector twice in a row: only a failed one is sent again.
+/// An image may have the same sector twice in a row: the same request is a repetition only after a failure.
 void DecodeHistory::CountSector(DecodedEvent& event)
 {
     if (event.request.startsWith(Command::InitializeUpdate)) {
@@ -142,7 +134,7 @@ void DecodeHistory::CountSector(DecodedEvent& event)
     event.requestWords.fields.insert(QStringLiteral("sector"), _sector ? QJsonValue(*_sector) : QJsonValue());
 }
 
-/// The lines that follow depend on what is remembered.
+/// Keeps what the meaning of the next lines depends on.
 void DecodeHistory::Remember(const DecodedEvent& event)
 {
     constexpr int PauseAfterFailure = 200;

@@ -27,7 +27,7 @@ std::optional<FoundError> DecodeMeasurement::Watch(const DecodedEvent& event)
     return std::nullopt;
 }
 
-/// The library aborts a measurement that has failed.
+/// The library aborts a measurement that has failed: this confirms the suspected error.
 std::optional<FoundError> DecodeMeasurement::EnterState(const QString& banner)
 {
     const auto isEntered = [&banner](const char* state) { return banner.contains(QLatin1String(state)); };

@@ -17,7 +17,7 @@ namespace Cli
 namespace
 {
 
-/// A log that is no log at all does not flood the error output.
+/// Limits what is written about a file that is no log at all.
 constexpr int MostComplaints = 20;
 
 QDateTime Now()

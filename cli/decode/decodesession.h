@@ -15,22 +15,22 @@
 namespace Cli
 {
 
-/// Decodes one log: prints what it tells, says what is wrong with it, and records it where that is wanted.
+/// Decodes one log: prints what the log tells, says what is wrong with it, and records it if that is wanted.
 class DecodeSession
 {
 public:
     struct Task {
-        QString logName;       ///< As messages name it.
-        int logDescriptor;     ///< Open for reading, and the caller's; negative where it cannot be opened.
-        int openError;         ///< Why it cannot; 0 for a device, which is not opened.
+        QString logName;       ///< The name in messages.
+        int logDescriptor;     ///< Open for reading, and the caller's; negative if the log cannot be opened.
+        int openError;         ///< Why the log cannot be opened; 0 for a device, which is not opened.
         QString recordingPath; ///< Empty for none.
         bool isJson;
-        int stopDescriptor = -1; ///< The reading ends when it becomes readable; negative for none.
+        int stopDescriptor = -1; ///< The reading ends when this becomes readable; negative for none.
     };
 
     DecodeSession(const Task& task, Output& output);
 
-    /// What the program ends with.
+    /// Returns the exit status of the program.
     int Run();
 
 private:

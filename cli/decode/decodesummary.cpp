@@ -18,7 +18,7 @@ using Vesmar::Error;
 using VesmarClient::Meaning;
 using VesmarClient::NameAndNumber;
 
-/// What the library writes when an update fails.
+/// A sentence that the library writes when an update fails, and the error that it reports.
 struct UpdateSentence {
     const char* text;
     Error error;

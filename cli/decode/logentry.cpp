@@ -10,14 +10,14 @@ namespace
 
 using Match = QRegularExpressionMatch;
 
-/// The escape character as the library writes it, and as a system log writes it out.
+/// Removes colours. The library writes the escape character as it is, a system log writes it as #033.
 QString WithoutColours(QString text)
 {
     static const QRegularExpression colour(QStringLiteral("(?:\\x1b|#033)\\[[0-9;]*m"));
     return text.remove(colour);
 }
 
-/// The pattern behind a time of the day, which is captured first.
+/// The pattern, behind a time of day that is the first capture.
 QRegularExpression AfterTime(const char* pattern)
 {
     return QRegularExpression(QLatin1String("(\\d\\d:\\d\\d:\\d\\d\\.\\d{3})") + QLatin1String(pattern));
@@ -89,7 +89,8 @@ LogEntry UnaskedIn(const Match& match)
     return entry;
 }
 
-/// An exchange that something is missing of: it is known by its colour, or by the letter of a request.
+/// Whether the end of an exchange is missing. Its beginning is known by the colour, or by the code of a
+/// request.
 bool IsBeginningOfExchange(const QString& coloured, const QString& text)
 {
     static const QRegularExpression magenta = AfterTime(" {1,2}(?:\\x1b|#033)\\[0;35m");
@@ -157,6 +158,14 @@ LogEntry ParseLogLine(const QByteArray& line)
     const QString text = WithoutColours(coloured);
     const LogEntry entry = StampedEntry(coloured, text);
     return entry.kind == LogEntry::Kind::Other && entry.damage.isEmpty() ? UnstampedEntry(text) : entry;
+}
+
+std::optional<int> MillisecondsBetween(const QTime& before, const QTime& after)
+{
+    constexpr int Day = 24 * 60 * 60 * 1000;
+    const int elapsed = (before.msecsTo(after) + Day) % Day;
+    const bool isSetBack = elapsed > Day / 2;
+    return before.isValid() && !isSetBack ? std::optional(elapsed) : std::nullopt;
 }
 
 } // namespace Cli

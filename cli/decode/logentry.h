@@ -4,30 +4,35 @@
 #include <QString>
 #include <QTime>
 
+#include <optional>
+
 namespace Cli
 {
 
 /// What the library has written on one line of a log, if anything.
 struct LogEntry {
     enum class Kind {
-        Other,    ///< Somebody else's, or nothing that tells more than the lines beside it.
+        Other,    ///< From another program, or without anything that the lines beside it do not tell.
         Exchange, ///< A request and what came of it.
         Unasked,  ///< What the instrument has sent by itself.
-        Note,     ///< A sentence of the library's.
-        State,    ///< A state of the library's machine is entered.
-        Echo      ///< The exchange of the line before in words. Its time counts.
+        Note,     ///< A sentence of the library.
+        State,    ///< The library's machine enters a state.
+        Echo      ///< The words for the exchange of the line before. Its time counts.
     };
 
     Kind kind = Kind::Other;
-    QTime at;           ///< In UTC; invalid where the library writes none.
+    QTime at;           ///< In UTC; invalid if the library writes none.
     QByteArray request; ///< Of an exchange.
     QByteArray answer;  ///< Of an exchange, or what was sent unasked.
     QString word;       ///< Of an exchange: "ACK", "NACK", "CRC Invalid", "No response" or none.
     QString text;       ///< The note, or the banner of the state.
-    QString damage;     ///< What is wrong with the line; empty where nothing is.
+    QString damage;     ///< What is wrong with the line; empty if nothing is.
 };
 
-/// Whatever stands in front of what the library has written is passed over. Colours may be there or not.
+/// Reads a line with or without colours. What other programs put in front of the library's words is ignored.
 LogEntry ParseLogLine(const QByteArray& line);
+
+/// The milliseconds from one time of day to a later one; none if a time is unknown or the clock was set back.
+std::optional<int> MillisecondsBetween(const QTime& before, const QTime& after);
 
 } // namespace Cli

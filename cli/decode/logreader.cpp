@@ -12,7 +12,7 @@ namespace Cli
 namespace
 {
 
-/// Adds the bytes up to one more than a line may have, which shows that it is too long.
+/// Appends at most one byte more than a line may have; that byte shows that the line is too long.
 void AppendBounded(QByteArray& text, const char* bytes, int size)
 {
     text.append(bytes, qMin(size, LogReader::LongestLine + 1 - text.size()));
@@ -53,7 +53,7 @@ std::optional<LogLine> LogReader::Next()
     return LogLine{++_lineCount, text, damage};
 }
 
-/// False when there is no more, or nothing more can or is to be read.
+/// False when the log has ended, cannot be read, or is not to be read any more.
 bool LogReader::Fill()
 {
     constexpr int PieceSize = 65536;
@@ -71,7 +71,7 @@ bool LogReader::Fill()
     return received > 0;
 }
 
-/// False when it is to be stopped. Any trouble shows when it is read.
+/// False when the reading is to be stopped. An error of the descriptor shows when it is read.
 bool LogReader::WaitForBytes()
 {
     constexpr int WithoutLimit = -1;

@@ -12,30 +12,30 @@ namespace Cli
 struct LogLine {
     qint64 number;   ///< Counts from 1.
     QByteArray text; ///< Without its end.
-    QString damage;  ///< Why it cannot be used, and what to do; empty where it can.
+    QString damage;  ///< Why the line cannot be used, and what to do; empty if it can.
 };
 
-/// Reads a log line by line, in pieces: it takes the same memory for a log of any size, and gives out each
-/// line as soon as it is there.
+/// Reads a log line by line, in pieces: a log of any size needs the same memory, and each line is given out
+/// as soon as it is there.
 class LogReader
 {
 public:
     static constexpr int LongestLine = 65536; ///< In bytes; the library's own are far shorter.
 
-    /// Reads from the one descriptor until the other becomes readable; a negative one never does. Both stay
-    /// the caller's.
+    /// Reads from the first descriptor until the second becomes readable; a negative one never does. Both
+    /// stay the caller's.
     explicit LogReader(int descriptor, int stopDescriptor = -1)
         : _descriptor(descriptor), _stopDescriptor(stopDescriptor)
     {
     }
 
-    /// Nothing at the end, when it was stopped, or after a read that has failed: `LastError()` tells.
+    /// The next line; none at the end, after a stop, and after a failed read (see `LastError()`).
     std::optional<LogLine> Next();
 
-    /// The error number of the read that has failed, or 0.
+    /// The error number of the failed read, or 0.
     int LastError() const { return _error; }
 
-    /// Whether lines may be left. A line that was there in part is not given out.
+    /// Whether the reading was stopped, so that lines may be left. A part of a line is not given out.
     bool IsStopped() const { return _isStopped; }
 
 private:

@@ -4,6 +4,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include "cli/decode/logentry.h"
 #include "cli/frames/frame.h"
 #include "cli/words/format.h"
 
@@ -90,16 +91,11 @@ void RecordingFile::Write(const QByteArray& text)
     }
 }
 
-/// In milliseconds; a pause that is longer than any the player makes counts as the longest one.
+/// The pause in milliseconds; one that is longer than any that the player makes counts as the longest one.
 int RecordingFile::SinceEntryBefore(const QTime& at) const
 {
-    constexpr int Day = 24 * 60 * 60 * 1000;
     constexpr int LongestPause = 600000;
-    const int elapsed = (_previousTime.msecsTo(at) + Day) % Day;
-    if (elapsed > Day / 2) {
-        return 0; // The clock was set back.
-    }
-    return qMin(elapsed, LongestPause);
+    return qMin(MillisecondsBetween(_previousTime, at).value_or(0), LongestPause);
 }
 
 bool RecordingFile::Commit()

@@ -6,8 +6,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include <Vesmar/serialdevice.h>
-
 #include "cli/doctor/doctorverdict.h"
 #include "cli/words/advice.h"
 #include "cli/words/format.h"
@@ -25,11 +23,6 @@ constexpr mode_t WriteBit = 2;
 constexpr unsigned int OwnerShift = 6;
 constexpr unsigned int GroupShift = 3;
 constexpr mode_t PermissionBits = 07777;
-
-QString DevicePath()
-{
-    return QString::fromLatin1(Vesmar::SerialDevicePath);
-}
 
 QString Kind(const DeviceFindings& device)
 {
@@ -56,7 +49,7 @@ QString Rights(mode_t bits)
     return rights.isEmpty() ? QStringLiteral("nothing") : rights.join(QStringLiteral(" and "));
 }
 
-/// "may read and write", "may only read", "may neither read nor write".
+/// What this user may do.
 QString OwnRights(const DeviceFindings& device)
 {
     if (device.isReadable && device.isWritable) {
@@ -68,7 +61,7 @@ QString OwnRights(const DeviceFindings& device)
     return device.isReadable ? QStringLiteral("may only read") : QStringLiteral("may only write");
 }
 
-/// To a tenth of a millisecond.
+/// The time to a tenth of a millisecond.
 double Rounded(double milliseconds)
 {
     constexpr double Tenths = 10;
@@ -98,7 +91,7 @@ QByteArray BarLine(const TimeBucket& bucket)
         .toUtf8();
 }
 
-/// A mark for each answer, from the first bucket that holds one to the last.
+/// A mark for each answer, from the first bucket with an answer to the last one.
 QByteArray HistogramText(const QVector<TimeBucket>& histogram)
 {
     const auto* const first = std::find_if(histogram.cbegin(), histogram.cend(), IsFilled);
@@ -195,9 +188,7 @@ QByteArray HoldersText(const DeviceHolders& holders)
 {
     QByteArray text;
     for (const VesmarClient::DeviceHolder& holder : holders.programs) {
-        text += InfoLine(QStringLiteral("Held by"),
-                         QStringLiteral("%1 (process %2)")
-                             .arg(Printable(holder.program), QString::number(holder.process)));
+        text += InfoLine(QStringLiteral("Held by"), ShowHolder(holder));
     }
     const QString nobody =
         holders.isComplete

@@ -18,18 +18,18 @@ using VesmarClient::DeviceHolders;
 QByteArray DeviceText(const DeviceFindings& device);
 QJsonObject DeviceJson(const DeviceFindings& device);
 
-/// Of a device that is there.
+/// Who may use a device, which has to be there.
 QByteArray PermissionsText(const DeviceFindings& device);
 QJsonObject PermissionsJson(const DeviceFindings& device);
 
 QByteArray HoldersText(const DeviceHolders& holders);
 QJsonObject HoldersJson(const DeviceHolders& holders);
 
-/// How many answers there were of each kind, and how long they took.
+/// The number of answers of each kind, and how long they took.
 QByteArray AnswersText(const LineRecord& line);
 QJsonObject AnswersJson(const LineRecord& line);
 
-/// Of the instrument.
+/// The instrument's mode, function and error.
 QByteArray ConditionText(const Vesmar::Status& status);
 QJsonObject ConditionJson(const Vesmar::Status& status);
 

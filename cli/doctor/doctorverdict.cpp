@@ -24,11 +24,6 @@ using VesmarClient::NameAndNumber;
 
 constexpr gid_t GroupOfRoot = 0;
 
-QString DevicePath()
-{
-    return QString::fromLatin1(Vesmar::SerialDevicePath);
-}
-
 Ending Failed(int status, const Failure& failure, Error error = Error::NoErrors)
 {
     return {status, Ending::Outcome::Failed, failure.message, failure.kind, error};
@@ -83,14 +78,13 @@ Ending NotPermitted(const DeviceFindings& device)
                       .arg(DevicePath(), whatToDo));
 }
 
-/// The first few by name.
+/// The first few programs by name, and the number of the others.
 QString ProgramsOf(const DeviceHolders& holders)
 {
     constexpr int MostNamed = 3;
     QStringList programs;
     for (const VesmarClient::DeviceHolder& holder : holders.programs.mid(0, MostNamed)) {
-        programs.append(QStringLiteral("%1 (process %2)")
-                            .arg(Printable(holder.program), QString::number(holder.process)));
+        programs.append(ShowHolder(holder));
     }
     const int others = holders.programs.size() - programs.size();
     const QString last = others > 0 ? QStringLiteral("%1 more").arg(others) : programs.takeLast();
@@ -113,7 +107,7 @@ Failure Broken(const LineRecord& line)
                 .arg(qt_error_string(line.LineError()))};
 }
 
-/// Those without a proper answer, in words.
+/// What the requests got that have no proper answer.
 QString WhatOthersGot(const LineRecord& line)
 {
     return QStringLiteral("%1 got a refusal, %2 a damaged answer and %3 none")
@@ -180,6 +174,16 @@ Failure Reported(Error error)
 }
 
 } // namespace
+
+QString DevicePath()
+{
+    return QString::fromLatin1(Vesmar::SerialDevicePath);
+}
+
+QString ShowHolder(const VesmarClient::DeviceHolder& holder)
+{
+    return QStringLiteral("%1 (process %2)").arg(Printable(holder.program), QString::number(holder.process));
+}
 
 QString GroupToJoin(const DeviceFindings& device)
 {

@@ -15,14 +15,20 @@ namespace Cli
 using VesmarClient::DeviceFindings;
 using VesmarClient::DeviceHolders;
 
-/// The group that lets its members read and write the device; empty where this user may do so already, and
-/// where no group may that is not root's.
+/// The serial device, as messages name it.
+QString DevicePath();
+
+/// A program that holds the device, with the number of its process.
+QString ShowHolder(const VesmarClient::DeviceHolder& holder);
+
+/// The group whose members may read and write the device; empty if this user may do so already, or if no
+/// group may but that of root.
 QString GroupToJoin(const DeviceFindings& device);
 
-/// Why the instrument cannot be asked, and what to do. None where nothing is in the way.
+/// Why the instrument cannot be asked, and what to do; none if nothing is in the way.
 std::optional<Ending> FindObstacle(const DeviceFindings& device, const DeviceHolders& holders);
 
-/// How the examination ends, by the answers.
+/// How the examination ends after these answers.
 Ending DecideEnding(const LineRecord& line);
 
 } // namespace Cli

@@ -61,7 +61,7 @@ LineExchange LineProbe::AskForStatus() const
 {
     LineExchange exchange;
     std::this_thread::sleep_for(Gap);
-    ::tcflush(_descriptor, TCIFLUSH); // What is still there belongs to no request.
+    ::tcflush(_descriptor, TCIFLUSH); // Bytes that are still there belong to no request.
     if (!Send(exchange)) {
         return exchange;
     }
@@ -85,7 +85,7 @@ bool LineProbe::Send(LineExchange& exchange) const
     return false;
 }
 
-/// A frame has no length of its own: it ends with silence.
+/// A frame does not tell its length: it ends with silence.
 void LineProbe::Collect(LineExchange& exchange) const
 {
     const auto end = Clock::now() + LongestCollecting;

@@ -11,40 +11,41 @@
 namespace Cli
 {
 
-/// How many answers came in less than so many milliseconds, and not in less than the bucket before says.
+/// The number of answers that came in less than so many milliseconds, and that the bucket before does not
+/// count.
 struct TimeBucket {
-    std::optional<int> below; ///< None for all the others.
+    std::optional<int> below; ///< None for the answers that are later than all limits.
     int count;
 };
 
-/// The shortest, the middle and the longest time, in milliseconds.
+/// The shortest, the median and the longest time, in milliseconds.
 struct TimeRange {
     double fastest;
     double median;
     double slowest;
 };
 
-/// What came of all the requests.
+/// What came back for all the requests.
 class LineRecord
 {
 public:
-    /// An answer later than this one does not bring back a lost link. In milliseconds.
+    /// In milliseconds. An answer that is later than this does not bring back a lost link.
     static constexpr double LatestForRecovery = 500;
 
     void Add(const LineExchange& exchange);
 
     int Asked() const;
     int Count(LineAnswer answer) const { return _counts[static_cast<std::size_t>(answer)]; }
-    /// The answers, of whatever kind, that came later than `LatestForRecovery`.
+    /// The number of answers, of any kind, that came later than `LatestForRecovery`.
     int LateCount() const;
-    /// None where no answer came.
+    /// None if no answer came.
     std::optional<TimeRange> Times() const;
     QVector<TimeBucket> Histogram() const;
-    /// Of the last proper answer.
+    /// The status in the last proper answer.
     const std::optional<Vesmar::Status>& Status() const { return _status; }
     /// Why the line itself failed; 0, or an error number.
     int LineError() const { return _lineError; }
-    /// Whether it makes no sense to ask on: too many requests in a row without an answer, or a broken line.
+    /// Whether more requests make no sense: the line is broken, or too many requests in a row had no answer.
     bool IsHopeless() const;
 
 private:

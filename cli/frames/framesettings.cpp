@@ -25,7 +25,7 @@ QString Number(int value)
     return QString::number(value);
 }
 
-/// Several combinations make the same code.
+/// Several combinations of method and current make the same code.
 Settings SettingsOfRPE(int code)
 {
     const auto options = Vesmar::DecodeRPE(code);

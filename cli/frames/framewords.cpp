@@ -36,7 +36,7 @@ namespace Command = Vesmar::Command;
 
 constexpr int AnySize = -1;
 
-/// A request: the size of its data, and what has to answer it.
+/// A request, with the size of its data and the kind of answer that is due.
 struct RequestKind {
     char letter;
     const char* name;
@@ -75,7 +75,7 @@ FrameWords Problem(const QString& problem)
     return {QString(), {}, problem, {}};
 }
 
-/// One value under its name.
+/// The words of one value, which is a field of this name.
 FrameWords Value(const char* name, const Shown& value)
 {
     return {value.text, {{QLatin1String(name), value.json}}, QString(), {}};
