@@ -223,6 +223,9 @@ bool RCDMeasurementModeToRCDMonitoringTransition(StateMachineContext& /*context*
     return true;
 }
 
+// The application stores the settings before it requests the start. These four therefore read the request
+// before the settings: the other way round, a start could be taken together with the settings before it.
+
 bool RCDMonitoringToRCDUbReMeasurementRunningTransition(StateMachineContext& context)
 {
     return context.StartMeasurementRequested.Get() && ModeOfRCD(Settings(context)) == RCDMode::UbRe;
@@ -230,15 +233,20 @@ bool RCDMonitoringToRCDUbReMeasurementRunningTransition(StateMachineContext& con
 
 bool RCDMonitoringToRCDIaTaMeasurementRunningTransition(StateMachineContext& context)
 {
+    if (!context.StartMeasurementRequested.Get()) {
+        return false;
+    }
     const auto mode = ModeOfRCD(Settings(context));
-    return context.StartMeasurementRequested.Get() && (mode == RCDMode::IaTa2 || mode == RCDMode::IaTa1);
+    return mode == RCDMode::IaTa2 || mode == RCDMode::IaTa1;
 }
 
 bool RCDMonitoringToRCDIECIaTaMeasurementRunningTransition(StateMachineContext& context)
 {
+    if (!context.StartMeasurementRequested.Get()) {
+        return false;
+    }
     const auto mode = ModeOfRCDIEC(Settings(context));
-    return context.StartMeasurementRequested.Get() &&
-           (mode == RCDIECMode::IaTa2 || mode == RCDIECMode::IaTa1);
+    return mode == RCDIECMode::IaTa2 || mode == RCDIECMode::IaTa1;
 }
 
 bool RCDMonitoringToRCDIECCleanUpTransition(StateMachineContext& context)

@@ -1,3 +1,5 @@
+#include <array>
+#include <memory>
 #include <vector>
 
 #include <QTest>
@@ -259,6 +261,8 @@ class TestTransitions : public QObject
 private Q_SLOTS:
     void GuardHoldsForTheseValuesAlone_data();
     void GuardHoldsForTheseValuesAlone();
+    void StartOfAnRCDTestReadsTheSettingsOnlyWhenItIsRequested_data();
+    void StartOfAnRCDTestReadsTheSettingsOnlyWhenItIsRequested();
     void AbortEndsAnRCDTestAndLeavesAnErrorBehind_data();
     void AbortEndsAnRCDTestAndLeavesAnErrorBehind();
 };
@@ -296,6 +300,30 @@ void TestTransitions::GuardHoldsForTheseValuesAlone()
             QCOMPARE(cells.Changes(), QStringList{});
         }
     }
+}
+
+void TestTransitions::StartOfAnRCDTestReadsTheSettingsOnlyWhenItIsRequested_data()
+{
+    QTest::addColumn<Guard>("guard");
+    for (const Guard guard : {&Guards::RCDMonitoringToRCDUbReMeasurementRunningTransition,
+                              &Guards::RCDMonitoringToRCDIaTaMeasurementRunningTransition,
+                              &Guards::RCDMonitoringToRCDIECIaTaMeasurementRunningTransition,
+                              &Guards::RCDMonitoringToRCDIECCleanUpTransition}) {
+        QTest::newRow(qPrintable(NameOfGuard(guard))) << guard;
+    }
+}
+
+/// The application changes the settings before it requests the start. A guard that read them the other way
+/// round could see the old settings together with the new start; here it would read an object that is none.
+void TestTransitions::StartOfAnRCDTestReadsTheSettingsOnlyWhenItIsRequested()
+{
+    QFETCH(const Guard, guard);
+    StateMachineContext context(nullptr, nullptr, nullptr, nullptr, nullptr);
+    alignas(Vesmar::MeasurementSettings) std::array<char, sizeof(Vesmar::MeasurementSettings)> bytes{};
+    const std::unique_ptr<Vesmar::MeasurementSettings> previous(context.TestSettings.Get());
+    context.TestSettings.Set(static_cast<Vesmar::MeasurementSettings*>(static_cast<void*>(bytes.data())));
+    QVERIFY(!guard(context));
+    context.TestSettings.Set(nullptr);
 }
 
 void TestTransitions::AbortEndsAnRCDTestAndLeavesAnErrorBehind_data()
