@@ -60,6 +60,10 @@ void StateMachine::Disable()
     _runner->Disable();
     _transciever->Close();
     ReleaseWorker();
+    // A start of the timer that the worker has asked for may still wait in this thread's queue. This stop
+    // comes after it.
+    QMetaObject::invokeMethod(_context.get(), &StateMachineContext::OnStopMeasurementTimerRequested,
+                              Qt::QueuedConnection);
 }
 
 QObject* StateMachine::GetSteppingRunner() const

@@ -1,11 +1,15 @@
 #include <functional>
 #include <memory>
 
+#include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QPointer>
 #include <QSignalSpy>
 #include <QTest>
 #include <QThread>
+
+#include <Vesmar/rpesettings.h>
 
 #include "machine/statemachine.h"
 #include "support/serialdevice.h"
@@ -13,6 +17,7 @@
 #include "unit/machine/instrument.h"
 
 using Vesmar::Error;
+using Vesmar::MeasurementState;
 using Vesmar::StateMachine;
 using Vesmar::StateMachineContext;
 
@@ -88,6 +93,8 @@ private Q_SLOTS:
     void DisableOfADisabledMachineDoesNothing_data();
     void DisableOfADisabledMachineDoesNothing();
     void DisableEndsTheWorkerTheTimerAndThePort();
+    void DisableStopsATimerWhoseStartStillWaits();
+    void DisableOfASlotThatSeesTheMeasurementStopsTheTimer();
     void DisableKeepsTheValuesAndCallsNoExit();
     void DisableEndsAWaitingQuery();
 
@@ -234,6 +241,66 @@ void TestStateMachine::DisableEndsTheWorkerTheTimerAndThePort()
     QVERIFY(!plant.Context().GetMeasurementTimer()->isActive());
     QTRY_COMPARE(ThreadCount(), threads - 1);
     QVERIFY(plant.IsPortClosed());
+}
+
+namespace
+{
+
+/// An instrument that prepares and runs whatever it is told.
+ScriptedPeer::Responder Measuring()
+{
+    const auto state = std::make_shared<int>(0); // Only the peer's thread uses it.
+    return [state](const QByteArray& request) {
+        constexpr int Prepared = 4;
+        constexpr int Running = 7;
+        *state = request.startsWith('P') ? Prepared : request == Wire::StartMeasurement ? Running : *state;
+        return Wire::AnswerTo(request, Wire::Status(*state == 0 ? 0 : 2, *state));
+    };
+}
+
+/// Connects and asks for a measurement without a time limit.
+bool StartMeasuring(Plant& plant)
+{
+    auto* settings = new Vesmar::RPESettings;
+    settings->SetTime(-1);
+    Vesmar::ReplaceOwned<Vesmar::MeasurementSettings>(plant.Context().TestSettings, settings, nullptr);
+    const bool isMonitoring = plant.Connect();
+    SetCells(plant.Context(),
+             "IsMeasurementModeActive PrepareMeasurementRequested StartMeasurementRequested");
+    return isMonitoring;
+}
+
+} // namespace
+
+/// No event loop runs here until the machine is disabled, so that the worker's start of the timer waits.
+void TestStateMachine::DisableStopsATimerWhoseStartStillWaits()
+{
+    Plant plant(Measuring());
+    QVERIFY(StartMeasuring(plant));
+    const QDeadlineTimer deadline(Patience);
+    while (plant.Context().MeasurementStatus.Get() != MeasurementState::Measuring && !deadline.hasExpired()) {
+        QThread::msleep(1);
+    }
+    QCOMPARE(plant.Context().MeasurementStatus.Get(), MeasurementState::Measuring);
+    plant.machine->Disable();
+    QCoreApplication::processEvents();
+    QVERIFY(!plant.Context().GetMeasurementTimer()->isActive());
+}
+
+void TestStateMachine::DisableOfASlotThatSeesTheMeasurementStopsTheTimer()
+{
+    Plant plant(Measuring());
+    bool isDisabled = false;
+    connect(&plant.Context().MeasurementStatus, &Vesmar::Notifible::ValueChanged, plant.machine.get(), [&] {
+        if (plant.Context().MeasurementStatus.Get() == MeasurementState::Measuring) {
+            plant.machine->Disable();
+            isDisabled = true;
+        }
+    });
+    QVERIFY(StartMeasuring(plant));
+    QTRY_VERIFY_WITH_TIMEOUT(isDisabled, Patience);
+    QCoreApplication::processEvents();
+    QVERIFY(!plant.Context().GetMeasurementTimer()->isActive());
 }
 
 void TestStateMachine::DisableKeepsTheValuesAndCallsNoExit()
