@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "cli/frames/requests.h"
 #include "protocol/checksum.h"
 #include "protocol/frames.h"
 

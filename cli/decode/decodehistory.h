@@ -10,7 +10,7 @@
 #include "cli/decode/exchangerules.h"
 #include "cli/decode/heldback.h"
 #include "cli/decode/logentry.h"
-#include "cli/frames/framewords.h"
+#include "cli/frames/answers.h"
 
 namespace Cli
 {

@@ -6,6 +6,11 @@
 namespace Cli
 {
 
+FrameWords ValueWords(const char* name, const Shown& value)
+{
+    return {value.text, {{QLatin1String(name), value.json}}, QString(), {}};
+}
+
 QString Hex(const QByteArray& bytes)
 {
     return QString::fromLatin1(bytes.toHex());

@@ -8,6 +8,7 @@
 
 #include <Vesmar/error.h>
 
+#include "cli/words/format.h"
 #include "protocol/status.h"
 
 /// The instrument's frames as far as all of them are understood alike.
@@ -32,6 +33,9 @@ struct FrameWords {
     std::optional<Vesmar::Error>
         error; ///< What the library reports when it accepts the frame, where that is certain.
 };
+
+/// The words of one value, which is a field of this name.
+FrameWords ValueWords(const char* name, const Shown& value);
 
 /// Bytes as hexadecimal digits.
 QString Hex(const QByteArray& bytes);

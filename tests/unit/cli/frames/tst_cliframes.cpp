@@ -1,7 +1,8 @@
 #include <QtTest>
 
+#include "cli/frames/answers.h"
 #include "cli/frames/frame.h"
-#include "cli/frames/framewords.h"
+#include "cli/frames/requests.h"
 
 using Cli::AnswerKind;
 using Cli::FrameContext;

@@ -1,20 +1,13 @@
-#include "cli/frames/framewords.h"
+#include "cli/frames/answers.h"
 
-#include <QDateTime>
-
-#include <algorithm>
-#include <array>
 #include <memory>
 
-#include <Vesmar/operationmode.h>
 #include <Vesmar/rcdiecresults.h>
 #include <Vesmar/rcdresults.h>
 
-#include "cli/frames/framesettings.h"
+#include "cli/frames/requests.h"
 #include "cli/words/format.h"
-#include "protocol/checksum.h"
 #include "protocol/classification.h"
-#include "protocol/dates.h"
 #include "protocol/frames.h"
 #include "protocol/readings.h"
 #include "protocol/version.h"
@@ -28,88 +21,14 @@ namespace
 using Vesmar::Error;
 using Vesmar::MeasurementResults;
 using Vesmar::MeasurementType;
-using Vesmar::OperationMode;
 using VesmarClient::Meaning;
 using VesmarClient::NameAndNumber;
 
 namespace Command = Vesmar::Command;
 
-constexpr int AnySize = -1;
-
-/// A request, with the size of its data and the kind of answer that is due.
-struct RequestKind {
-    char letter;
-    const char* name;
-    int dataSize;
-    AnswerKind due;
-};
-
-constexpr std::array<RequestKind, 14> RequestKinds{{
-    {Command::Status, "read status", 0, AnswerKind::Data},
-    {Command::Version, "read version", 0, AnswerKind::Data},
-    {Command::ReadCurrentDate, "read current date", 0, AnswerKind::Data},
-    {Command::ReadCalibrationDate, "read calibration date", 0, AnswerKind::Data},
-    {Command::ReadMeasurement, "read measurement", 0, AnswerKind::Data},
-    {Command::StartMeasurement, "start measurement", 0, AnswerKind::Acknowledge},
-    {Command::StopMeasurement, "stop measurement", 0, AnswerKind::Acknowledge},
-    {Command::InitializeUpdate, "initialize update", 0, AnswerKind::Data},
-    {Command::PrepareMeasurement, "prepare measurement", Vesmar::PreparePayloadSize, AnswerKind::Acknowledge},
-    {Command::ChangeTesterMode, "change mode", 1, AnswerKind::Acknowledge},
-    {Command::SetCurrentDate, "set current date", 6, AnswerKind::Acknowledge},
-    {Command::SetCalibrationDate, "set calibration date", 6, AnswerKind::Acknowledge},
-    {Command::ProgramFlashSector, "program flash sector", AnySize, AnswerKind::Acknowledge},
-    {Command::FinishUpdate, "finish update", 2, AnswerKind::Acknowledge},
-}};
-
-const RequestKind* KindOfRequest(const QByteArray& request)
-{
-    const auto* const kind =
-        std::find_if(RequestKinds.cbegin(), RequestKinds.cend(), [&request](const RequestKind& candidate) {
-            return request.startsWith(candidate.letter);
-        });
-    return kind != RequestKinds.cend() ? kind : nullptr;
-}
-
 FrameWords Problem(const QString& problem)
 {
     return {QString(), {}, problem, {}};
-}
-
-/// The words of one value, which is a field of this name.
-FrameWords Value(const char* name, const Shown& value)
-{
-    return {value.text, {{QLatin1String(name), value.json}}, QString(), {}};
-}
-
-QDateTime DateIn(const QByteArray& bytes)
-{
-    return {Vesmar::DecodeDate(bytes), Vesmar::DecodeTime(bytes), Qt::UTC};
-}
-
-FrameWords WordsOfRequestData(char letter, const QByteArray& data)
-{
-    switch (letter) {
-    case Command::PrepareMeasurement:
-        return WordsOfSettings(data);
-    case Command::ChangeTesterMode:
-        return Value("TesterMode", Show(static_cast<OperationMode>(Vesmar::ByteAt(data, 0))));
-    case Command::SetCurrentDate:
-        return Value("CurrentDateTime", Show(DateIn(data)));
-    case Command::SetCalibrationDate:
-        return Value("CalibrationDateTime", Show(DateIn(data)));
-    case Command::ProgramFlashSector:
-        return {QStringLiteral("%1 bytes").arg(data.size()),
-                {{QStringLiteral("size"), data.size()}},
-                QString(),
-                {}};
-    case Command::FinishUpdate:
-        return {QStringLiteral("confirmation ") + Hex(data),
-                {{QStringLiteral("confirmation"), Hex(data)}},
-                QString(),
-                {}};
-    default:
-        return {};
-    }
 }
 
 QString ErrorText(Error error)
@@ -120,7 +39,7 @@ QString ErrorText(Error error)
 FrameWords WordsOfObjectCheck(const QByteArray& frame)
 {
     const Error error = Vesmar::DecodeObjectCheck(frame);
-    FrameWords words = Value("ErrorCode", Show(error));
+    FrameWords words = ValueWords("ErrorCode", Show(error));
     words.text = QStringLiteral("check of the object under test: ") + ErrorText(error);
     words.error = error;
     return words;
@@ -130,12 +49,12 @@ FrameWords WordsOfVersion(const QByteArray& frame)
 {
     Vesmar::TesterInformation identity(nullptr);
     Vesmar::DecodeVersion(frame, identity);
-    return Value("DeviceInformation", Show(&identity));
+    return ValueWords("DeviceInformation", Show(&identity));
 }
 
 FrameWords WordsOfResults(const MeasurementResults& results)
 {
-    return Value("TestResults", Show(&results));
+    return ValueWords("TestResults", Show(&results));
 }
 
 FrameWords WordsOfUnknownValues(const Vesmar::Readings& values)
@@ -195,8 +114,9 @@ FrameWords WordsOfData(char letter, const QByteArray& frame, const FrameContext&
     case Command::ReadCurrentDate:
     case Command::ReadCalibrationDate:
         return frame.size() == Vesmar::DateFrameSize
-                   ? Value(letter == Command::ReadCurrentDate ? "CurrentDateTime" : "CalibrationDateTime",
-                           Show(DateIn(frame)))
+                   ? ValueWords(letter == Command::ReadCurrentDate ? "CurrentDateTime"
+                                                                   : "CalibrationDateTime",
+                                Show(DateIn(frame)))
                    : WrongSize("a date", Vesmar::DateFrameSize, frame.size());
     case Command::ReadMeasurement:
         if (Vesmar::IsRCD(context.function.value_or(MeasurementType::None))) {
@@ -213,25 +133,6 @@ FrameWords WordsOfData(char letter, const QByteArray& frame, const FrameContext&
 }
 
 } // namespace
-
-FrameWords WordsOfRequest(const QByteArray& request)
-{
-    const RequestKind* const kind = KindOfRequest(request);
-    FrameWords words;
-    if (kind == nullptr) {
-        words.problem = QStringLiteral("there is no such request");
-    } else if (!IsIntact(request)) {
-        words.problem = QStringLiteral("the request's checksum is wrong");
-    } else if (const QByteArray data = request.mid(1).chopped(Vesmar::ChecksumSize);
-               kind->dataSize != AnySize && data.size() != kind->dataSize) {
-        words.problem = QStringLiteral("the request's length is wrong");
-    } else {
-        words = WordsOfRequestData(kind->letter, data);
-    }
-    words.fields.insert(QStringLiteral("name"), kind != nullptr ? QString::fromLatin1(kind->name)
-                                                                : QStringLiteral("unknown request"));
-    return words;
-}
 
 FrameWords WordsOfAnswer(const QByteArray& request, const QByteArray& answer, const FrameContext& context)
 {

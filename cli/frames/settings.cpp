@@ -1,4 +1,4 @@
-#include "cli/frames/framesettings.h"
+#include "cli/frames/settings.h"
 
 #include <QStringList>
 #include <QVector>

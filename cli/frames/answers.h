@@ -9,7 +9,7 @@
 #include "cli/frames/frame.h"
 #include "protocol/payload.h"
 
-/// The instrument's frames in words.
+/// What the instrument sends, in words.
 namespace Cli
 {
 
@@ -20,9 +20,6 @@ struct FrameContext {
     std::optional<bool>
         isOfTest; ///< Whether the library reads a status as one of an RCD test; none if unknown.
 };
-
-/// The fields hold the request's name.
-FrameWords WordsOfRequest(const QByteArray& request);
 
 /// The words of an answer of the kind `Data` or `Acknowledge`.
 FrameWords WordsOfAnswer(const QByteArray& request, const QByteArray& answer, const FrameContext& context);
