@@ -1,0 +1,547 @@
+#include "virtualtime/virtualtime.h"
+
+#include <dlfcn.h>
+#include <linux/futex.h>
+#include <poll.h>
+#include <pthread.h>
+#include <sched.h>
+#include <semaphore.h>
+#include <sys/ioctl.h>
+#include <sys/syscall.h>
+#include <sys/time.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cerrno>
+#include <cstdarg>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <limits>
+#include <list>
+#include <memory>
+#include <set>
+
+#include "virtualtime/ptytraffic.h"
+
+namespace
+{
+
+using Nanoseconds = std::int64_t;
+
+constexpr Nanoseconds Never = std::numeric_limits<Nanoseconds>::max();
+constexpr int All = std::numeric_limits<int>::max();
+constexpr Nanoseconds PerSecond = 1'000'000'000;
+constexpr Nanoseconds PerMillisecond = 1'000'000;
+constexpr Nanoseconds PerMicrosecond = 1'000;
+/// What a look takes that does not wait, so that one who only looks lets time go on.
+constexpr Nanoseconds Glance = PerMicrosecond;
+/// Virtual time begins here, so that a date looks like one: 2026-01-01 in UTC. The monotonic clock begins at
+/// 1000 s, which no date can be taken for.
+constexpr Nanoseconds FirstDate = 1'767'225'600 * PerSecond;
+constexpr Nanoseconds FirstMonotonic = 1000 * PerSecond;
+
+template <typename Function>
+Function* SystemFunction(const char* name)
+{
+    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+}
+
+/// What is ready now, with the bytes that are under way.
+int SystemPoll(pollfd* descriptors, nfds_t count)
+{
+    for (nfds_t index = 0; index < count; ++index) {
+        if ((descriptors[index].events & POLLIN) != 0) {
+            PtyTraffic::AwaitArrival(descriptors[index].fd);
+        }
+    }
+    static auto* const systemPoll = SystemFunction<int(pollfd*, nfds_t, int)>("poll");
+    return systemPoll(descriptors, count, 0);
+}
+
+/// A thread that does not run: it waits for a moment, for somebody who wakes those at an address, or for a
+/// descriptor; or it could go on, and waits for its turn.
+struct Waiter {
+    Nanoseconds deadline = Never;
+    const void* address = nullptr;
+    pollfd* descriptors = nullptr;
+    nfds_t descriptorCount = 0;
+    bool wasWoken = false; ///< Before the deadline.
+    sem_t turn = {};
+
+    Waiter() { sem_init(&turn, 0, 0); }
+    ~Waiter() { sem_destroy(&turn); }
+    Waiter(const Waiter&) = delete;
+    Waiter& operator=(const Waiter&) = delete;
+
+    void AwaitTurn()
+    {
+        while (sem_wait(&turn) != 0) {
+        }
+    }
+};
+
+class Lock
+{
+public:
+    explicit Lock(pthread_mutex_t& mutex) : _mutex(mutex) { pthread_mutex_lock(&_mutex); }
+    ~Lock() { pthread_mutex_unlock(&_mutex); }
+    Lock(const Lock&) = delete;
+    Lock& operator=(const Lock&) = delete;
+
+private:
+    pthread_mutex_t& _mutex;
+};
+
+/// Knows who waits for what. One thread runs at a time, until it waits; so every run of a program is the
+/// same.
+class Engine
+{
+public:
+    Nanoseconds Now() const { return _now; }
+
+    /// Waits. `prepare` runs before anybody can wake the caller or move time on; where it returns false, the
+    /// caller does not wait. True if it was woken before the deadline.
+    template <typename Prepare>
+    bool Wait(Waiter& waiter, Prepare prepare)
+    {
+        {
+            const Lock lock(_mutex);
+            if (!prepare()) {
+                return true;
+            }
+            _waiting.push_back(&waiter);
+            PassTurn();
+        }
+        waiter.AwaitTurn();
+        return waiter.wasWoken;
+    }
+
+    /// How many of those at the address were woken. They go on when it is their turn.
+    int Wake(const void* address, int most)
+    {
+        const Lock lock(_mutex);
+        return WakeThoseAt(address, most);
+    }
+
+    /// The new thread waits for its turn. The system may give it the identity of one that has ended.
+    template <typename Create>
+    int BeginThread(Waiter& waiter, const pthread_t* thread, Create create)
+    {
+        const Lock lock(_mutex);
+        const int result = create();
+        if (result == 0) {
+            _ended.erase(*thread);
+            _ready.push_back(&waiter);
+        }
+        return result;
+    }
+
+    void EndThread()
+    {
+        const Lock lock(_mutex);
+        _ended.insert(pthread_self());
+        WakeThoseAt(AddressOf(pthread_self()), All);
+        PassTurn();
+    }
+
+    void AwaitEnd(pthread_t thread)
+    {
+        Waiter waiter;
+        waiter.address = AddressOf(thread);
+        Wait(waiter, [&] { return _ended.count(thread) == 0; });
+        const Lock lock(_mutex);
+        _ended.erase(thread);
+    }
+
+private:
+    using Place = std::list<Waiter*>::iterator;
+
+    static const void* AddressOf(pthread_t thread) { return reinterpret_cast<const void*>(thread); }
+
+    int WakeThoseAt(const void* address, int most)
+    {
+        int woken = 0;
+        for (auto each = _waiting.begin(); each != _waiting.end() && woken < most;) {
+            const Place place = each++;
+            if ((*place)->address == address) {
+                (*place)->wasWoken = true;
+                _ready.splice(_ready.end(), _waiting, place);
+                ++woken;
+            }
+        }
+        return woken;
+    }
+
+    /// Nobody runs: the turn goes to the first who can go on, else to whoever can read, else time jumps to
+    /// the one who waits shortest.
+    void PassTurn()
+    {
+        if (_ready.empty() && !MakeReaderReady() && !MoveTimeOn()) {
+            return; // The program ends.
+        }
+        Waiter* const next = _ready.front();
+        _ready.pop_front();
+        sem_post(&next->turn);
+    }
+
+    bool MakeReaderReady()
+    {
+        const Place reader = std::find_if(_waiting.begin(), _waiting.end(), [](const Waiter* each) {
+            return each->descriptors != nullptr && SystemPoll(each->descriptors, each->descriptorCount) != 0;
+        });
+        if (reader == _waiting.end()) {
+            return false;
+        }
+        (*reader)->wasWoken = true;
+        _ready.splice(_ready.end(), _waiting, reader);
+        return true;
+    }
+
+    bool MoveTimeOn()
+    {
+        const Place next =
+            std::min_element(_waiting.begin(), _waiting.end(), [](const Waiter* left, const Waiter* right) {
+                return left->deadline < right->deadline;
+            });
+        if (next == _waiting.end()) {
+            return false;
+        }
+        if ((*next)->deadline == Never) {
+            std::fputs("VirtualTime: all threads wait, and nobody wakes them.\n", stderr);
+            std::abort();
+        }
+        _now = std::max(_now.load(), (*next)->deadline);
+        _ready.splice(_ready.end(), _waiting, next);
+        return true;
+    }
+
+    pthread_mutex_t _mutex = PTHREAD_MUTEX_INITIALIZER;
+    std::list<Waiter*> _waiting; ///< In the order in which they began to wait.
+    std::list<Waiter*> _ready;   ///< They could go on.
+    std::set<pthread_t> _ended;  ///< Threads that were not joined yet.
+    std::atomic<Nanoseconds> _now{0};
+};
+
+/// Threads and destructors may still need it at the very end.
+Engine& Time()
+{
+    static auto* const engine = new Engine;
+    return *engine;
+}
+
+/// The event loop shall wait in poll, and the watchdog of Qt Test must not take the jumps of time for a hang.
+const bool IsPrepared = [] {
+    setenv("QT_NO_GLIB", "1", 1);
+    setenv("QTEST_FUNCTION_TIMEOUT", "2147483647", 1);
+    return true;
+}();
+
+bool IsDate(clockid_t clock)
+{
+    return clock == CLOCK_REALTIME || clock == CLOCK_REALTIME_COARSE;
+}
+
+Nanoseconds FirstOf(clockid_t clock)
+{
+    return IsDate(clock) ? FirstDate : FirstMonotonic;
+}
+
+Nanoseconds Duration(const timespec& time)
+{
+    return time.tv_sec * PerSecond + time.tv_nsec;
+}
+
+/// The moment of an absolute time: dates are far above anything that the monotonic clock reaches.
+Nanoseconds Moment(const timespec& time)
+{
+    const Nanoseconds duration = Duration(time);
+    return duration - (duration >= FirstDate ? FirstDate : FirstMonotonic);
+}
+
+void SleepUntil(Nanoseconds deadline)
+{
+    Waiter waiter;
+    waiter.deadline = deadline;
+    Time().Wait(waiter, [] { return true; });
+}
+
+int WaitForCondition(pthread_cond_t* condition, pthread_mutex_t* mutex, Nanoseconds deadline)
+{
+    Waiter waiter;
+    waiter.address = condition;
+    waiter.deadline = deadline;
+    const bool wasWoken = Time().Wait(waiter, [mutex] {
+        pthread_mutex_unlock(mutex);
+        return true;
+    });
+    pthread_mutex_lock(mutex);
+    return wasWoken ? 0 : ETIMEDOUT;
+}
+
+int Poll(pollfd* descriptors, nfds_t count, Nanoseconds timeout)
+{
+    if (const int ready = SystemPoll(descriptors, count); ready != 0) {
+        return ready;
+    }
+    Waiter waiter;
+    waiter.descriptors = descriptors;
+    waiter.descriptorCount = count;
+    waiter.deadline = timeout < 0 ? Never : Time().Now() + std::max(timeout, Glance);
+    Time().Wait(waiter, [] { return true; });
+    return SystemPoll(descriptors, count);
+}
+
+long WaitOnFutex(const std::atomic<int>* word, int value, Nanoseconds deadline)
+{
+    Waiter waiter;
+    waiter.address = word;
+    waiter.deadline = deadline;
+    bool isChanged = false;
+    const bool wasWoken = Time().Wait(waiter, [&] {
+        isChanged = word->load() != value;
+        return !isChanged;
+    });
+    if (wasWoken && !isChanged) {
+        return 0;
+    }
+    errno = isChanged ? EAGAIN : ETIMEDOUT;
+    return -1;
+}
+
+/// The calls that Qt and the C++ library make.
+long Futex(int* word, int operation, int value, const timespec* timeout)
+{
+    switch (operation & FUTEX_CMD_MASK) {
+    case FUTEX_WAIT:
+        return WaitOnFutex(reinterpret_cast<const std::atomic<int>*>(word), value,
+                           timeout != nullptr ? Time().Now() + Duration(*timeout) : Never);
+    case FUTEX_WAIT_BITSET:
+        return WaitOnFutex(reinterpret_cast<const std::atomic<int>*>(word), value,
+                           timeout != nullptr ? Moment(*timeout) : Never);
+    case FUTEX_WAKE:
+        return Time().Wake(word, value);
+    default:
+        std::fprintf(stderr, "VirtualTime: the futex operation %d is not known here.\n", operation);
+        std::abort();
+    }
+}
+
+/// Tells at the end of a thread that it is over, however it ends.
+pthread_key_t EndOfThread()
+{
+    static const pthread_key_t key = [] {
+        pthread_key_t created = 0;
+        pthread_key_create(&created, [](void*) { Time().EndThread(); });
+        return created;
+    }();
+    return key;
+}
+
+struct ThreadStart {
+    void* (*routine)(void*);
+    void* argument;
+    Waiter waiter;
+};
+
+void* RunThread(void* argument)
+{
+    const std::unique_ptr<ThreadStart> start(static_cast<ThreadStart*>(argument));
+    start->waiter.AwaitTurn();
+    pthread_setspecific(EndOfThread(), &Time());
+    return start->routine(start->argument);
+}
+
+} // namespace
+
+// These take the place of the C library's for the whole program, whatever library calls them.
+extern "C" {
+
+#define TAKES_PLACE __attribute__((visibility("default")))
+
+TAKES_PLACE int clock_gettime(clockid_t clock, timespec* time) noexcept
+{
+    const Nanoseconds value = FirstOf(clock) + Time().Now();
+    time->tv_sec = value / PerSecond;
+    time->tv_nsec = value % PerSecond;
+    return 0;
+}
+
+TAKES_PLACE int gettimeofday(timeval* time, void* /*zone*/) noexcept
+{
+    const Nanoseconds value = FirstDate + Time().Now();
+    time->tv_sec = value / PerSecond;
+    time->tv_usec = value % PerSecond / PerMicrosecond;
+    return 0;
+}
+
+TAKES_PLACE time_t time(time_t* result) noexcept
+{
+    const time_t value = (FirstDate + Time().Now()) / PerSecond;
+    if (result != nullptr) {
+        *result = value;
+    }
+    return value;
+}
+
+TAKES_PLACE int nanosleep(const timespec* duration, timespec* /*remaining*/)
+{
+    SleepUntil(Time().Now() + Duration(*duration));
+    return 0;
+}
+
+TAKES_PLACE int clock_nanosleep(clockid_t /*clock*/, int flags, const timespec* time, timespec* /*remaining*/)
+{
+    SleepUntil((flags & TIMER_ABSTIME) != 0 ? Moment(*time) : Time().Now() + Duration(*time));
+    return 0;
+}
+
+TAKES_PLACE int usleep(useconds_t microseconds)
+{
+    SleepUntil(Time().Now() + microseconds * PerMicrosecond);
+    return 0;
+}
+
+TAKES_PLACE ssize_t read(int descriptor, void* buffer, size_t size)
+{
+    static auto* const systemRead = SystemFunction<ssize_t(int, void*, size_t)>("read");
+    PtyTraffic::AwaitArrival(descriptor);
+    const ssize_t count = systemRead(descriptor, buffer, size);
+    PtyTraffic::Received(descriptor, count);
+    return count;
+}
+
+TAKES_PLACE ssize_t write(int descriptor, const void* bytes, size_t size)
+{
+    static auto* const systemWrite = SystemFunction<ssize_t(int, const void*, size_t)>("write");
+    const ssize_t count = systemWrite(descriptor, bytes, size);
+    PtyTraffic::Written(descriptor, count);
+    return count;
+}
+
+TAKES_PLACE int ioctl(int descriptor, unsigned long request, ...) noexcept
+{
+    static auto* const systemIoctl = SystemFunction<int(int, unsigned long, void*)>("ioctl");
+    va_list list;
+    va_start(list, request);
+    void* const argument = va_arg(list, void*);
+    va_end(list);
+    if (request == FIONREAD) {
+        PtyTraffic::AwaitArrival(descriptor);
+    }
+    return systemIoctl(descriptor, request, argument);
+}
+
+TAKES_PLACE int tcflush(int descriptor, int queue) noexcept
+{
+    static auto* const systemFlush = SystemFunction<int(int, int)>("tcflush");
+    PtyTraffic::AwaitArrival(descriptor);
+    PtyTraffic::Forget(descriptor);
+    return systemFlush(descriptor, queue);
+}
+
+TAKES_PLACE int close(int descriptor)
+{
+    static auto* const systemClose = SystemFunction<int(int)>("close");
+    PtyTraffic::Close(descriptor);
+    return systemClose(descriptor);
+}
+
+TAKES_PLACE int poll(pollfd* descriptors, nfds_t count, int timeout)
+{
+    return Poll(descriptors, count, timeout * PerMillisecond);
+}
+
+TAKES_PLACE int ppoll(pollfd* descriptors, nfds_t count, const timespec* timeout, const sigset_t* /*signals*/)
+{
+    return Poll(descriptors, count, timeout != nullptr ? Duration(*timeout) : -1);
+}
+
+TAKES_PLACE int pthread_cond_wait(pthread_cond_t* condition, pthread_mutex_t* mutex)
+{
+    return WaitForCondition(condition, mutex, Never);
+}
+
+TAKES_PLACE int pthread_cond_timedwait(pthread_cond_t* condition, pthread_mutex_t* mutex,
+                                       const timespec* time)
+{
+    return WaitForCondition(condition, mutex, Moment(*time));
+}
+
+TAKES_PLACE int pthread_cond_clockwait(pthread_cond_t* condition, pthread_mutex_t* mutex, clockid_t /*clock*/,
+                                       const timespec* time)
+{
+    return WaitForCondition(condition, mutex, Moment(*time));
+}
+
+TAKES_PLACE int pthread_cond_signal(pthread_cond_t* condition) noexcept
+{
+    Time().Wake(condition, 1);
+    return 0;
+}
+
+TAKES_PLACE int pthread_cond_broadcast(pthread_cond_t* condition) noexcept
+{
+    Time().Wake(condition, All);
+    return 0;
+}
+
+TAKES_PLACE int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*routine)(void*),
+                               void* argument) noexcept
+{
+    using Create = int(pthread_t*, const pthread_attr_t*, void* (*)(void*), void*);
+    static auto* const create = SystemFunction<Create>("pthread_create");
+    auto* const start = new ThreadStart{routine, argument, {}};
+    return Time().BeginThread(start->waiter, thread,
+                              [&] { return create(thread, attributes, RunThread, start); });
+}
+
+TAKES_PLACE int sched_yield() noexcept
+{
+    SleepUntil(Time().Now() + Glance);
+    return 0;
+}
+
+TAKES_PLACE int pthread_join(pthread_t thread, void** result)
+{
+    static auto* const join = SystemFunction<int(pthread_t, void**)>("pthread_join");
+    Time().AwaitEnd(thread);
+    return join(thread, result);
+}
+
+TAKES_PLACE long syscall(long number, ...) noexcept
+{
+    static auto* const systemCall = SystemFunction<long(long, ...)>("syscall");
+    va_list list;
+    va_start(list, number);
+    long arguments[6];
+    for (long& argument : arguments) {
+        argument = va_arg(list, long);
+    }
+    va_end(list);
+    if (number == SYS_futex) {
+        return Futex(reinterpret_cast<int*>(arguments[0]), static_cast<int>(arguments[1]),
+                     static_cast<int>(arguments[2]), reinterpret_cast<const timespec*>(arguments[3]));
+    }
+    return systemCall(number, arguments[0], arguments[1], arguments[2], arguments[3], arguments[4],
+                      arguments[5]);
+}
+
+} // extern "C"
+
+namespace VirtualTime
+{
+
+std::chrono::nanoseconds Now()
+{
+    return std::chrono::nanoseconds(Time().Now());
+}
+
+void Sleep(std::chrono::nanoseconds time)
+{
+    SleepUntil(Time().Now() + time.count());
+}
+
+} // namespace VirtualTime
