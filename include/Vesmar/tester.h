@@ -72,7 +72,8 @@ public:
     /// Whether `Enable()` was called and `Disable()` was not called since. It does not tell whether the
     /// instrument answers.
     bool IsEnabled() const;
-    /// Opens the serial line and starts to talk to the instrument. Does nothing when enabled.
+    /// Opens the serial line and starts to talk to the instrument. Does nothing when enabled, nor in a slot
+    /// that is called while `UpdateTester` updates a disabled tester.
     ///
     /// `MeasurementStatus` becomes `Idle`; every other property keeps its value. Once the instrument answers,
     /// the library reads its status, its identity and, in the normal mode, both dates. When it does not
@@ -226,7 +227,8 @@ public:
     /// While disabled, does all of it before it returns, and returns whether `ErrorCode` is then `NoErrors`.
     /// It opens the serial line and blocks for 2 s for the change of mode, a good 100 ms for each sector and
     /// 2.5 s for the installation. `OperationStatus` never becomes `Started` and stays where the update
-    /// ended. After 300 the serial line stays open.
+    /// ended. After 300 the serial line stays open. A slot that calls `UpdateTester` during such an update
+    /// gets false, and nothing is done.
     bool UpdateTester(const QByteArray& data, const QByteArray& confirmation);
 
 Q_SIGNALS:
@@ -291,6 +293,7 @@ private:
 
     std::unique_ptr<StateMachine> _stateMachine;
     bool _enabled = false;
+    bool _isUpdating = false; ///< An update while disabled has not returned yet.
 };
 
 } // namespace Vesmar

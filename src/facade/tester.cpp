@@ -1,5 +1,7 @@
 #include <Vesmar/tester.h>
 
+#include <QScopedValueRollback>
+
 #include "context/replaceowned.h"
 #include "context/statemachinecontext.h"
 #include "link/trace.h"
@@ -66,7 +68,7 @@ bool Tester::IsEnabled() const
 
 void Tester::Enable()
 {
-    if (_enabled) {
+    if (_enabled || _isUpdating) {
         return;
     }
     _stateMachine->Enable();
@@ -261,7 +263,7 @@ void Tester::AbortMeasurement()
 
 bool Tester::UpdateTester(const QByteArray& data, const QByteArray& confirmation)
 {
-    if (data.isEmpty() || confirmation.isEmpty()) {
+    if (data.isEmpty() || confirmation.isEmpty() || _isUpdating) {
         return false;
     }
     Context().SetUpdate(data, confirmation);
@@ -379,6 +381,8 @@ void Tester::ConnectCells()
 /// Runs the step of each update state on this thread, without a machine around them.
 bool Tester::UpdateSynchronously()
 {
+    // The cells signal during the update, and a slot must not bring a second user to the serial line.
+    const QScopedValueRollback<bool> updating(_isUpdating, true);
     StateMachineContext& context = Context();
     context.ErrorCode.Set(Error::NoErrors);
     context.GetTransciever()->Open();

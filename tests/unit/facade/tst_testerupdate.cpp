@@ -67,6 +67,7 @@ private Q_SLOTS:
     void WhileEnabledAnEmptyArrayChangesNothing();
 
     void WhileDisabledItIsDoneBeforeTheCallReturns();
+    void SlotCanNeitherEnableNorUpdateUntilItHasReturned();
     void WorksBetweenTwoLinks();
     void FailureReturnsFalse_data();
     void FailureReturnsFalse();
@@ -174,6 +175,35 @@ void TestTesterUpdate::WhileDisabledItIsDoneBeforeTheCallReturns()
     QCOMPARE(RecordedSerialDevice().opens, 1);
     QVERIFY(!bench.IsLineOpen());
     QVERIFY(!facade.tester->IsEnabled());
+}
+
+void TestTesterUpdate::SlotCanNeitherEnableNorUpdateUntilItHasReturned()
+{
+    Bench bench({Wire::UpdateModeStatus});
+    Tester& tester = *bench.facade.tester;
+    int calls = 0;
+    const auto reenter = [&] {
+        ++calls;
+        tester.Enable();
+        QVERIFY(!tester.IsEnabled());
+        QVERIFY(!tester.UpdateTester(OneByte, OneByte));
+    };
+    const auto connections = {connect(&tester, &Tester::TesterModeChanged, this, reenter),
+                              connect(&tester, &Tester::OperationStatusChanged, this, reenter)};
+    QVERIFY(tester.UpdateTester(Wire::Sector(0), Wire::Confirmation));
+    QCOMPARE(calls, 3); // The mode, and the update in progress and finished.
+    QCOMPARE(bench.peer.RequestBytes(),
+             (QList<QByteArray>{Wire::ReadStatus, Wire::InitializeUpdate, Wire::SectorFrame(0), Wire::Finish,
+                                Wire::ReadStatus}));
+    QCOMPARE(bench.facade.context.GetUpdate().image, Wire::Sector(0));
+    QCOMPARE(RecordedSerialDevice().opens, 1);
+    for (const QMetaObject::Connection& connection : connections) {
+        disconnect(connection);
+    }
+    QVERIFY(!tester.UpdateTester(OneByte, Wire::Confirmation));
+    QCOMPARE(static_cast<int>(tester.ErrorCode()), 301); // This one was begun.
+    tester.Enable();
+    QVERIFY(tester.IsEnabled());
 }
 
 void TestTesterUpdate::WorksBetweenTwoLinks()
