@@ -2,28 +2,18 @@
 
 #include <memory>
 
-#include <QMetaObject>
-#include <QThread>
-
 #include "context/threadsafeproperty.h"
 
 namespace Vesmar
 {
 
-/// Publishes another object in the cell and deletes the one published before.
-///
-/// What runs on the reader's thread right now may still hold the old object: it is deleted there, between two
-/// events, or at once when that thread is this one. Without a reader, too, it is deleted at once.
+/// Publishes another object in the cell and returns the one published before, which the caller now owns.
 template <typename Object>
-void ReplaceOwned(ThreadSafeProperty<Object*>& cell, Object* object, QObject* reader)
+std::unique_ptr<Object> ReplaceOwned(ThreadSafeProperty<Object*>& cell, Object* object)
 {
-    const std::shared_ptr<Object> previous(cell.Get());
+    std::unique_ptr<Object> previous(cell.Get());
     cell.Set(object);
-    if (reader != nullptr && reader->thread() != QThread::currentThread()) {
-        // The posted call owns the object too, and lets go of it even when it is never delivered.
-        QMetaObject::invokeMethod(
-            reader, [previous] {}, Qt::QueuedConnection);
-    }
+    return previous;
 }
 
 } // namespace Vesmar

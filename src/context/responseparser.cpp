@@ -111,7 +111,7 @@ bool ResponseParser::ParseVersionFrame(const QByteArray& frame, StateMachineCont
     qWarning().noquote() << information->DeviceName << information->DeviceCode << information->SerialNumber
                          << information->Version << information->VersionCode << information->RevisionCode
                          << information->BuildNumber;
-    ReplaceOwned(context.DeviceInformation, information, &context);
+    context.Replaced.Release(ReplaceOwned(context.DeviceInformation, information));
     return true;
 }
 
@@ -153,7 +153,7 @@ bool ResponseParser::ParseMeasurementResults(const QByteArray& frame, StateMachi
     auto* results = kind->create(readings);
     results->_values = readings;
     TraceReadings(*kind, readings);
-    ReplaceOwned(context.TestResults, results, &context);
+    context.Replaced.Release(ReplaceOwned(context.TestResults, results));
     return true;
 }
 
@@ -200,7 +200,7 @@ bool ResponseParser::ParseUbReMeasurementResponse(const QByteArray& data, StateM
     auto* results = new RCDResults(re, MeasurementResults::NoValue, MeasurementResults::NoValue);
     results->_values.at(0) = re;
     qWarning().noquote() << QStringLiteral("Re: ") + ReadingText(re);
-    ReplaceOwned<MeasurementResults>(context.TestResults, results, &context);
+    context.Replaced.Release(ReplaceOwned<MeasurementResults>(context.TestResults, results));
     return true;
 }
 
@@ -215,7 +215,7 @@ bool ResponseParser::ParseIaTaMeasurementResponse(const QByteArray& data, StateM
     results->_values.at(1) = readings.ta;
     qWarning().noquote() << QStringLiteral("Ia: ") + ReadingText(readings.ia) + QStringLiteral(" Ta: ") +
                                 ReadingText(readings.ta);
-    ReplaceOwned(context.TestResults, results, &context);
+    context.Replaced.Release(ReplaceOwned(context.TestResults, results));
     return true;
 }
 

@@ -17,6 +17,7 @@
 #include <Vesmar/starttestresult.h>
 #include <Vesmar/testerinformation.h>
 
+#include "context/replacedobjects.h"
 #include "context/threadsafeproperty.h"
 
 namespace Vesmar
@@ -70,6 +71,9 @@ public:
     /// Stores the next update's data. The application may do so while the worker copies the present ones.
     void SetUpdate(const QByteArray& image, const QByteArray& confirmation);
     FirmwareUpdate GetUpdate() const;
+
+    /// What `DeviceInformation`, `TestSettings` and `TestResults` published before.
+    ReplacedObjects Replaced;
 
     // What the instrument reports.
     ThreadSafeProperty<TesterInformation*> DeviceInformation;

@@ -205,7 +205,10 @@ void Tester::PrepareMeasurement(MeasurementSettings& settings)
 {
     TraceOperation(QStringLiteral("PREPARE MEASUREMENT") +
                    FunctionText(settings.GetMeasurementType(), QStringLiteral(" : "), QStringLiteral(" : ")));
-    ReplaceOwned(Context().TestSettings, settings.Clone(), _stateMachine->GetSteppingRunner());
+    Context().Replaced.Hold(ReplaceOwned(Context().TestSettings, settings.Clone()));
+    if (_stateMachine->GetSteppingRunner() == nullptr) {
+        Context().Replaced.ReleaseHeld(); // There is no worker that could.
+    }
     Context().PrepareMeasurementRequested.Set(true);
 }
 

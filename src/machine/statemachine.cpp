@@ -64,6 +64,7 @@ void StateMachine::Disable()
     // comes after it.
     QMetaObject::invokeMethod(_context.get(), &StateMachineContext::OnStopMeasurementTimerRequested,
                               Qt::QueuedConnection);
+    _context->Replaced.ReleaseHeld();
 }
 
 QObject* StateMachine::GetSteppingRunner() const

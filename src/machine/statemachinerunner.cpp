@@ -113,6 +113,7 @@ void StateMachineRunner::RunStateMachineWorker()
     if (ConsumeDisableRequest() || !_enabled) {
         return;
     }
+    _context->Replaced.ReleaseHeld();
     if (_entryPending) {
         _currentState->OnEntry();
         _entryPending = false;

@@ -80,7 +80,7 @@ private:
     bool ParseIaTa(const QByteArray& data) { return _parser.ParseIaTaMeasurementResponse(data, *_context); }
     void SetSettings(MeasurementSettings* settings)
     {
-        Vesmar::ReplaceOwned(_context->TestSettings, settings, nullptr);
+        Vesmar::ReplaceOwned(_context->TestSettings, settings);
     }
     template <typename Results>
     const Results* Published() const

@@ -1,3 +1,4 @@
+#include <functional>
 #include <memory>
 #include <thread>
 
@@ -5,114 +6,118 @@
 
 #include <Vesmar/testerinformation.h>
 
+#include "context/replacedobjects.h"
 #include "context/replaceowned.h"
 
+using Vesmar::ReplacedObjects;
 using Vesmar::TesterInformation;
 
 namespace
 {
 
-void ReplaceOnAnotherThread(Vesmar::ThreadSafeProperty<TesterInformation*>& cell, TesterInformation* object,
-                            QObject* reader)
+void OnAnotherThread(const std::function<void()>& call)
 {
-    std::thread writer([&] { Vesmar::ReplaceOwned(cell, object, reader); });
-    writer.join();
+    std::thread(call).join();
 }
 
 } // namespace
 
-class TestReplaceOwned : public QObject
+class TestReplacedObjects : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void init();
-    void cleanup();
-    void PublishesBeforeItDeletes();
-    void DeletesAtOnceOnTheReadersOwnThread();
-    void DeletesAtOnceWithoutAReader();
-    void DeletesOnTheReadersThreadWhenAnotherWrites();
-    void DeletesEvenWhenTheReaderGoesFirst();
-    void ReplacesNothing();
+    void CellPublishesTheNextObjectAndHandsBackThePreviousOne();
+    void CellThatWasEmptyHandsBackNothing();
+    void ReleasedOnItsOwnThreadItIsDeletedAtOnce();
+    void ReleasedOnAnotherThreadItIsDeletedHereBetweenTwoEvents();
+    void HeldItLivesUntilTheWorkerLetsGoAndIsDeletedHere();
+    void HeldItIsDeletedAtOnceWhenThisThreadLetsGo();
+    void WhatIsLeftIsDeletedWithTheOwner();
 
 private:
-    Vesmar::ThreadSafeProperty<TesterInformation*> _cell;
-    std::unique_ptr<QObject> _reader;
-    std::unique_ptr<TesterInformation> _next;
-    QStringList _events;
-    std::thread::id _destroyedOn;
+    std::unique_ptr<ReplacedObjects> _replaced;
+    std::unique_ptr<TesterInformation> _object;
+    int _deletions = 0;
+    std::thread::id _deletedOn;
 };
 
-void TestReplaceOwned::init()
+void TestReplacedObjects::init()
 {
-    _reader = std::make_unique<QObject>();
-    _next = std::make_unique<TesterInformation>(nullptr);
-    auto* previous = new TesterInformation(nullptr);
-    _cell.Set(previous);
-    _events.clear();
-    _destroyedOn = {};
+    _replaced = std::make_unique<ReplacedObjects>();
+    _object = std::make_unique<TesterInformation>(nullptr);
+    _deletions = 0;
+    _deletedOn = {};
     connect(
-        previous, &QObject::destroyed, this,
+        _object.get(), &QObject::destroyed, this,
         [this] {
-            _destroyedOn = std::this_thread::get_id();
-            _events.append(QStringLiteral("destroyed"));
+            _deletedOn = std::this_thread::get_id();
+            ++_deletions;
         },
         Qt::DirectConnection);
-    connect(
-        &_cell, &Vesmar::Notifible::ValueChanged, _reader.get(),
-        [this] { _events.append(QStringLiteral("changed")); }, Qt::DirectConnection);
 }
 
-void TestReplaceOwned::cleanup()
+void TestReplacedObjects::CellPublishesTheNextObjectAndHandsBackThePreviousOne()
 {
-    _cell.Set(nullptr);
+    TesterInformation next(nullptr);
+    Vesmar::ThreadSafeProperty<TesterInformation*> cell;
+    cell.Set(_object.get());
+    const QSignalSpy changes(&cell, &Vesmar::Notifible::ValueChanged);
+    const std::unique_ptr<TesterInformation> previous = Vesmar::ReplaceOwned(cell, &next);
+    QCOMPARE(previous.get(), _object.release());
+    QCOMPARE(cell.Get(), &next);
+    QCOMPARE(changes.count(), 1);
+    QCOMPARE(_deletions, 0);
 }
 
-void TestReplaceOwned::PublishesBeforeItDeletes()
+void TestReplacedObjects::CellThatWasEmptyHandsBackNothing()
 {
-    Vesmar::ReplaceOwned(_cell, _next.get(), _reader.get());
-    QCOMPARE(_cell.Get(), _next.get());
-    QCOMPARE(_events, QStringList({QStringLiteral("changed"), QStringLiteral("destroyed")}));
+    Vesmar::ThreadSafeProperty<TesterInformation*> cell;
+    QVERIFY(Vesmar::ReplaceOwned(cell, _object.get()) == nullptr);
+    QCOMPARE(cell.Get(), _object.get());
 }
 
-void TestReplaceOwned::DeletesAtOnceOnTheReadersOwnThread()
+void TestReplacedObjects::ReleasedOnItsOwnThreadItIsDeletedAtOnce()
 {
-    Vesmar::ReplaceOwned(_cell, _next.get(), _reader.get());
-    QVERIFY(_destroyedOn == std::this_thread::get_id());
+    _replaced->Release(std::move(_object));
+    QCOMPARE(_deletions, 1);
 }
 
-void TestReplaceOwned::DeletesAtOnceWithoutAReader()
+void TestReplacedObjects::ReleasedOnAnotherThreadItIsDeletedHereBetweenTwoEvents()
 {
-    ReplaceOnAnotherThread(_cell, _next.get(), nullptr);
-    QVERIFY(_events.contains(QStringLiteral("destroyed")));
-    QVERIFY(_destroyedOn != std::this_thread::get_id());
+    OnAnotherThread([this] { _replaced->Release(std::move(_object)); });
+    QCOMPARE(_deletions, 0);
+    QTRY_COMPARE(_deletions, 1);
+    QVERIFY(_deletedOn == std::this_thread::get_id());
 }
 
-void TestReplaceOwned::DeletesOnTheReadersThreadWhenAnotherWrites()
+void TestReplacedObjects::HeldItLivesUntilTheWorkerLetsGoAndIsDeletedHere()
 {
-    ReplaceOnAnotherThread(_cell, _next.get(), _reader.get());
-    QCOMPARE(_events, QStringList(QStringLiteral("changed")));
-    QCOMPARE(_cell.Get(), _next.get());
-    QTRY_COMPARE(_events.size(), 2);
-    QVERIFY(_destroyedOn == std::this_thread::get_id());
+    _replaced->Hold(std::move(_object));
+    QCoreApplication::processEvents();
+    QCOMPARE(_deletions, 0);
+    OnAnotherThread([this] { _replaced->ReleaseHeld(); });
+    QCOMPARE(_deletions, 0);
+    QTRY_COMPARE(_deletions, 1);
+    QVERIFY(_deletedOn == std::this_thread::get_id());
 }
 
-void TestReplaceOwned::DeletesEvenWhenTheReaderGoesFirst()
+void TestReplacedObjects::HeldItIsDeletedAtOnceWhenThisThreadLetsGo()
 {
-    ReplaceOnAnotherThread(_cell, _next.get(), _reader.get());
-    QCOMPARE(_events, QStringList(QStringLiteral("changed")));
-    _reader.reset();
-    QCOMPARE(_events.size(), 2);
+    _replaced->Hold(std::move(_object));
+    _replaced->ReleaseHeld();
+    QCOMPARE(_deletions, 1);
 }
 
-void TestReplaceOwned::ReplacesNothing()
+void TestReplacedObjects::WhatIsLeftIsDeletedWithTheOwner()
 {
-    const std::unique_ptr<TesterInformation> previous(_cell.Get());
-    _cell.Set(nullptr);
-    Vesmar::ReplaceOwned(_cell, _next.get(), _reader.get());
-    QCOMPARE(_cell.Get(), _next.get());
-    QCOMPARE(_events.count(QStringLiteral("destroyed")), 0);
+    OnAnotherThread([this] { _replaced->Release(std::move(_object)); });
+    _replaced->Hold(std::make_unique<TesterInformation>(nullptr));
+    QCOMPARE(_deletions, 0);
+    _replaced.reset();
+    QCOMPARE(_deletions, 1);
 }
 
-QTEST_GUILESS_MAIN(TestReplaceOwned)
-#include "tst_replaceowned.moc"
+QTEST_GUILESS_MAIN(TestReplacedObjects)
+#include "tst_replacedobjects.moc"

@@ -1,3 +1,4 @@
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <thread>
@@ -62,7 +63,7 @@ const QList<Property> Properties = {
 void Change(StateMachineContext& context, const QByteArray& change)
 {
     if (change == "DeviceInformation") {
-        Vesmar::ReplaceOwned(context.DeviceInformation, new Vesmar::TesterInformation(nullptr), nullptr);
+        Vesmar::ReplaceOwned(context.DeviceInformation, new Vesmar::TesterInformation(nullptr));
     } else if (change == "CurrentDateTime") {
         context.CurrentDateTime.Set(QDateTime({2024, 3, 7}, {14, 5, 9}));
     } else if (change == "CalibrationDateTime") {
@@ -129,7 +130,8 @@ private Q_SLOTS:
     void PrepareStoresACloneBeforeItIsRequested();
     void PrepareTwiceWithEqualSettingsReplacesThem();
     void PrepareKeepsTheOldSettingsUntilTheNewOnesAreSignalled();
-    void PrepareDeletesTheOldSettingsWhileEnabledToo();
+    void PrepareDeletesTheOldSettingsOnThisThreadWhileEnabledToo();
+    void PreparedSettingsThatWereReplacedAreDeletedWithTheDisable();
     void StartWithdrawsAnAbortAndSetsItsFlagOnce();
     void QuickStartPreparesAndThenStarts_data();
     void QuickStartPreparesAndThenStarts();
@@ -511,7 +513,7 @@ void TestTester::PrepareKeepsTheOldSettingsUntilTheNewOnesAreSignalled()
     QVERIFY(previous.isNull());
 }
 
-void TestTester::PrepareDeletesTheOldSettingsWhileEnabledToo()
+void TestTester::PrepareDeletesTheOldSettingsOnThisThreadWhileEnabledToo()
 {
     ScriptedPeer peer;
     peer.Answer(&AnswerInNormalMode);
@@ -520,9 +522,28 @@ void TestTester::PrepareDeletesTheOldSettingsWhileEnabledToo()
     QTRY_VERIFY_WITH_TIMEOUT(peer.RequestBytes().contains(Wire::ReadCalibrationDate), Patience);
     Vesmar::RLNSettings settings;
     facade.tester->PrepareMeasurement(settings);
+    std::atomic<QThread*> deletedOn{nullptr};
+    QObject::connect(
+        facade.tester->TestSettings(), &QObject::destroyed, facade.tester.get(),
+        [&deletedOn] { deletedOn = QThread::currentThread(); }, Qt::DirectConnection);
+    facade.tester->PrepareMeasurement(settings);
+    QVERIFY(deletedOn == nullptr); // The worker may still hold it.
+    QTRY_VERIFY_WITH_TIMEOUT(deletedOn != nullptr, Patience);
+    QCOMPARE(deletedOn.load(), QThread::currentThread());
+}
+
+void TestTester::PreparedSettingsThatWereReplacedAreDeletedWithTheDisable()
+{
+    const ScriptedPeer peer; // It answers nothing, so that the worker ends no step.
+    const Facade facade;
+    facade.tester->Enable();
+    QVERIFY(peer.WaitForRequests(1));
+    Vesmar::RLNSettings settings;
     const QPointer<MeasurementSettings> previous(facade.tester->TestSettings());
     facade.tester->PrepareMeasurement(settings);
-    QTRY_VERIFY_WITH_TIMEOUT(previous.isNull(), Patience);
+    QVERIFY(!previous.isNull());
+    facade.tester->Disable();
+    QVERIFY(previous.isNull());
 }
 
 void TestTester::StartWithdrawsAnAbortAndSetsItsFlagOnce()

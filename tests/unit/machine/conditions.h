@@ -20,23 +20,22 @@ inline void SetCell(Vesmar::StateMachineContext& context, const QByteArray& name
     if (name == "Settings") {
         Vesmar::ReplaceOwned(
             context.TestSettings,
-            new Vesmar::MeasurementSettings(static_cast<Vesmar::MeasurementType>(number), nullptr), nullptr);
+            new Vesmar::MeasurementSettings(static_cast<Vesmar::MeasurementType>(number), nullptr));
     } else if (name == "RCD") {
         auto* settings = new Vesmar::RCDSettings;
         settings->SetMode(static_cast<Vesmar::RCDSettings::RCDMode>(number));
-        Vesmar::ReplaceOwned<Vesmar::MeasurementSettings>(context.TestSettings, settings, nullptr);
+        Vesmar::ReplaceOwned<Vesmar::MeasurementSettings>(context.TestSettings, settings);
     } else if (name == "RCDIEC") {
         auto* settings = new Vesmar::RCDIECSettings;
         settings->SetMode(static_cast<Vesmar::RCDIECSettings::RCDIECMode>(number));
-        Vesmar::ReplaceOwned<Vesmar::MeasurementSettings>(context.TestSettings, settings, nullptr);
+        Vesmar::ReplaceOwned<Vesmar::MeasurementSettings>(context.TestSettings, settings);
     } else if (name == "Results") {
-        Vesmar::ReplaceOwned(
-            context.TestResults,
-            new Vesmar::MeasurementResults(static_cast<Vesmar::MeasurementType>(number), nullptr), nullptr);
+        Vesmar::ReplaceOwned(context.TestResults, new Vesmar::MeasurementResults(
+                                                      static_cast<Vesmar::MeasurementType>(number), nullptr));
     } else if (name == "IECResult") {
         auto* results = new Vesmar::IECResults(value, 0.0F, 0.0F, 0.0F, 0.0F);
         results->_values[0] = value;
-        Vesmar::ReplaceOwned<Vesmar::MeasurementResults>(context.TestResults, results, nullptr);
+        Vesmar::ReplaceOwned<Vesmar::MeasurementResults>(context.TestResults, results);
     } else {
         bool isFound = false;
         ForEachCell(context, [&](const char* cellName, auto& cell) {

@@ -263,7 +263,7 @@ bool StartMeasuring(Plant& plant)
 {
     auto* settings = new Vesmar::RPESettings;
     settings->SetTime(-1);
-    Vesmar::ReplaceOwned<Vesmar::MeasurementSettings>(plant.Context().TestSettings, settings, nullptr);
+    Vesmar::ReplaceOwned<Vesmar::MeasurementSettings>(plant.Context().TestSettings, settings);
     const bool isMonitoring = plant.Connect();
     SetCells(plant.Context(),
              "IsMeasurementModeActive PrepareMeasurementRequested StartMeasurementRequested");

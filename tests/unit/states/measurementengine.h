@@ -38,7 +38,7 @@ public:
 
     void Settings(Vesmar::MeasurementSettings* settings)
     {
-        Vesmar::ReplaceOwned(context.TestSettings, settings, nullptr);
+        Vesmar::ReplaceOwned(context.TestSettings, settings);
     }
 
     /// Forgets what has happened so far.
