@@ -1,8 +1,12 @@
 #include "link/transciever.h"
 
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
 
 #include <Vesmar/serialdevice.h>
 
@@ -20,17 +24,20 @@ constexpr int Closed = 0;
 constexpr int DefaultTimeoutMs = 4000;
 constexpr int GapMs = 10;
 constexpr int SilenceMs = 1;
+constexpr int MaxCollectedBytes = 4096; // Several times the longest answer.
 constexpr useconds_t PollUs = 1000;
+constexpr useconds_t SendPollUs = 100;
 constexpr useconds_t CollectPollUs = 100;
 constexpr useconds_t RetryPauseUs = 200000;
 
 constexpr tcflag_t ControlFlags = B115200 | CS8 | CREAD | PARENB | CLOCAL;
 static_assert(ControlFlags == 0x19B2, "115200 baud, 8 data bits, even parity, 1 stop bit");
 
-/// Makes the line raw, and every read return at once with what is there. The results are ignored: a
-/// pseudo-terminal applies the settings and still reports an error, because it has no parity.
+/// Makes the line raw, and every read and write return at once with what is there and what fits. The results
+/// are ignored: a pseudo-terminal applies the settings and still reports an error, because it has no parity.
 void Configure(int port)
 {
+    fcntl(port, F_SETFL, O_NONBLOCK);
     termios settings{};
     settings.c_cflag = ControlFlags;
     settings.c_cc[VMIN] = 0;
@@ -83,17 +90,16 @@ bool Transciever::Open()
 
 void Transciever::PrepareToClose()
 {
+    const QMutexLocker lock(&_portMutex); // Waits for the end of a write that has begun.
     _closing = true;
 }
 
 void Transciever::Close()
 {
     Trace::Write(QStringLiteral("Transciever::Close"));
-    {
-        const QMutexLocker lock(&_portMutex);
-        if (_handle > Closed) {
-            ::close(_handle.exchange(Closed));
-        }
+    const QMutexLocker lock(&_portMutex);
+    if (_handle > Closed) {
+        ::close(_handle.exchange(Closed));
     }
     _closing = false;
 }
@@ -135,9 +141,10 @@ int Transciever::RunQuery(const QByteArray& request, QByteArray** response)
 int Transciever::StartQuery(const QByteArray& request)
 {
     const int port = _handle;
-    AcquireLine(false);
-    Write(port, request);
-    ReleaseLine();
+    if (AcquireLine()) {
+        Send(port, request, DefaultTimeoutMs);
+        ReleaseLine();
+    }
     return 1;
 }
 
@@ -162,29 +169,32 @@ QByteArray* Transciever::ReadBuffer(int timeoutMs)
 int Transciever::Attempt(int port, const QByteArray& request, int timeoutMs, QByteArray& response)
 {
     response.clear();
-    AcquireLine(true);
-    Read(port); // Discards input that belongs to no request.
-    Write(port, request);
-    Receive(port, timeoutMs, response);
-    ReleaseLine();
-    return Classify(request, response);
+    bool isWhole = true;
+    if (AcquireLine()) {
+        Read(port); // Discards input that belongs to no request.
+        if (Send(port, request, timeoutMs)) {
+            isWhole = Receive(port, timeoutMs, response);
+        }
+        ReleaseLine();
+    }
+    return Classify(request, response, isWhole);
 }
 
-int Transciever::Classify(const QByteArray& request, const QByteArray& response) const
+int Transciever::Classify(const QByteArray& request, const QByteArray& response, bool isWhole) const
 {
     if (response.isEmpty()) {
         Trace::NoResponse(request, response);
         return QueryResult::NoResponse;
     }
-    if (IsRefusal(response)) {
+    if (isWhole && IsRefusal(response)) {
         Trace::Refused(request, response);
         return QueryResult::Refused;
     }
-    if (IsAcknowledge(response)) {
+    if (isWhole && IsAcknowledge(response)) {
         Trace::Acknowledged(request, response);
         return QueryResult::Acknowledged;
     }
-    if (!_crc16->Check(response)) {
+    if (!isWhole || !_crc16->Check(response)) {
         Trace::BadChecksum(request, response);
         return QueryResult::BadChecksum;
     }
@@ -192,16 +202,20 @@ int Transciever::Classify(const QByteArray& request, const QByteArray& response)
     return QueryResult::Data;
 }
 
-/// Waits for the end of any other exchange and of the pause that the instrument needs after it.
-void Transciever::AcquireLine(bool closingEndsWait)
+/// Waits for the end of any other exchange and of the pause that the instrument needs after it. Returns
+/// whether the line was acquired: it is not when the port is about to close.
+bool Transciever::AcquireLine()
 {
-    const auto isWaitOver = [this, closingEndsWait] { return closingEndsWait && _closing; };
-    while (!_lineFree.exchange(false) && !isWaitOver()) {
+    while (!_lineFree.exchange(false)) {
+        if (_closing) {
+            return false;
+        }
         usleep(PollUs);
     }
-    while (_gapTimer.elapsed() < GapMs && !isWaitOver()) {
+    while (_gapTimer.elapsed() < GapMs && !_closing) {
         usleep(PollUs);
     }
+    return true;
 }
 
 void Transciever::ReleaseLine()
@@ -210,14 +224,32 @@ void Transciever::ReleaseLine()
     _lineFree = true;
 }
 
+/// Sends a request, and waits until it has left. Returns false when the line did not accept it in time.
+bool Transciever::Send(int port, const QByteArray& request, int timeoutMs)
+{
+    _responseTimer.start();
+    int written = 0;
+    while (!Write(port, request, written)) {
+        if (_responseTimer.elapsed() >= timeoutMs) {
+            return false;
+        }
+        usleep(SendPollUs);
+    }
+    return true;
+}
+
 /// Waits for the first bytes, then reads on until the line is silent: a frame has no length of its own.
-void Transciever::Receive(int port, int timeoutMs, QByteArray& response)
+/// Nothing is left of a response that the closing of the port cuts short. Returns false when the line did not
+/// fall silent, so that the response is no frame.
+bool Transciever::Receive(int port, int timeoutMs, QByteArray& response)
 {
     const int received = AwaitFirstBytes(port, timeoutMs);
-    if (received > 0) {
-        Append(received, response);
-        CollectUntilSilence(port, response);
+    Append(received, response);
+    const bool isWhole = received <= 0 || CollectUntilSilence(port, timeoutMs, response);
+    if (!IsUsable(port)) {
+        response.clear();
     }
+    return isWhole;
 }
 
 /// Returns the count of the first bytes: 0 when none came in time, negative when the read failed.
@@ -227,56 +259,72 @@ int Transciever::AwaitFirstBytes(int port, int timeoutMs)
     int received = 0;
     do {
         received = Read(port);
-        if (_closing) {
-            break;
-        }
         usleep(PollUs);
     } while (received == 0 && _responseTimer.elapsed() < timeoutMs);
     return received;
 }
 
-void Transciever::CollectUntilSilence(int port, QByteArray& response)
+/// Returns false when bytes still came after this time, or came to the limit.
+bool Transciever::CollectUntilSilence(int port, int timeoutMs, QByteArray& response)
 {
+    QElapsedTimer collecting;
+    collecting.start();
     _responseTimer.start();
-    while (!_closing) {
-        const int received = Read(port);
+    int received = 0;
+    do {
+        received = Read(port);
         if (received > 0) {
             Append(received, response);
+            if (response.size() >= MaxCollectedBytes || collecting.elapsed() >= timeoutMs) {
+                return false;
+            }
             _responseTimer.start();
         }
         usleep(CollectPollUs);
-        const bool isSilent = received == 0 && _responseTimer.elapsed() >= SilenceMs;
-        if (isSilent || received < 0) {
-            return;
-        }
-    }
+    } while (received > 0 || _responseTimer.elapsed() < SilenceMs);
+    return true;
 }
 
-/// Appends what the last read received. A failed read, whose count is negative, adds nothing.
+/// Appends what the last read received, up to the limit. A failed read, whose count is negative, adds
+/// nothing.
 void Transciever::Append(int received, QByteArray& response) const
 {
     if (received > 0) {
-        response.append(_receiveBuffer.data(), received);
+        response.append(_receiveBuffer.data(), std::min(received, MaxCollectedBytes - response.size()));
     }
 }
 
-/// Whether the descriptor still leads to the port: once the port is closed, its number may belong to any
-/// other file.
+/// Whether the port may be read and written. It may not when it is about to close; and once it is closed, the
+/// descriptor's number may belong to any other file.
 bool Transciever::IsUsable(int port) const
 {
-    return port > Closed && _handle == port;
+    return port > Closed && _handle == port && !_closing;
 }
 
-void Transciever::Write(int port, const QByteArray& request)
+/// Writes what the line accepts of a request at once, behind the bytes that are written already. Returns
+/// whether there is nothing left to do: the request has left, or will never get through, so that no answer
+/// comes.
+bool Transciever::Write(int port, const QByteArray& request, int& written)
 {
     const QMutexLocker lock(&_portMutex);
     if (!IsUsable(port)) {
-        return;
+        return true;
     }
-    // The result is ignored: no answer comes to a request that does not get through.
-    [[maybe_unused]] const auto written =
-        ::write(port, request.constData(), static_cast<size_t>(request.size()));
-    tcdrain(port);
+    if (written < request.size()) {
+        const auto count = static_cast<int>(
+            ::write(port, request.constData() + written, static_cast<size_t>(request.size() - written)));
+        if (count < 0) {
+            return errno != EINTR && errno != EAGAIN;
+        }
+        written += count;
+    }
+    int queued = 0;
+    ioctl(port, TIOCOUTQ, &queued);
+    if (written < request.size() || queued > 0) {
+        return false;
+    }
+    tcdrain(port); // What the hardware has taken from the queue leaves by itself.
+    return true;
 }
 
 int Transciever::Read(int port)
@@ -286,7 +334,8 @@ int Transciever::Read(int port)
     if (!IsUsable(port)) {
         return Failed;
     }
-    return static_cast<int>(::read(port, _receiveBuffer.data(), _receiveBuffer.size()));
+    const auto received = static_cast<int>(::read(port, _receiveBuffer.data(), _receiveBuffer.size()));
+    return received < 0 && errno == EAGAIN ? 0 : received;
 }
 
 } // namespace Vesmar

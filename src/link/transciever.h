@@ -40,7 +40,8 @@ public:
 
     /// Opens and configures the port, unless it is open already. Returns whether it is open afterwards.
     bool Open();
-    /// Makes every wait of an exchange under way end at once, until `Close`.
+    /// From its return until `Close`, nothing is written, and every exchange, one under way included, ends at
+    /// once as without an answer.
     void PrepareToClose();
     void Close();
 
@@ -67,15 +68,16 @@ public:
 
 private:
     int Attempt(int port, const QByteArray& request, int timeoutMs, QByteArray& response);
-    int Classify(const QByteArray& request, const QByteArray& response) const;
-    void AcquireLine(bool closingEndsWait);
+    int Classify(const QByteArray& request, const QByteArray& response, bool isWhole) const;
+    bool AcquireLine();
     void ReleaseLine();
-    void Receive(int port, int timeoutMs, QByteArray& response);
+    bool Send(int port, const QByteArray& request, int timeoutMs);
+    bool Receive(int port, int timeoutMs, QByteArray& response);
     int AwaitFirstBytes(int port, int timeoutMs);
-    void CollectUntilSilence(int port, QByteArray& response);
+    bool CollectUntilSilence(int port, int timeoutMs, QByteArray& response);
     void Append(int received, QByteArray& response) const;
     bool IsUsable(int port) const;
-    void Write(int port, const QByteArray& request);
+    bool Write(int port, const QByteArray& request, int& written);
     int Read(int port);
 
     CRC16* _crc16;
@@ -83,7 +85,7 @@ private:
     std::array<char, 128> _receiveBuffer{};
     std::atomic<int> _handle{0};
     QMutex _portMutex; ///< No read or write meets a descriptor that is being closed, or another file under
-                       ///< its number.
+                       ///< its number. Nobody waits for the other end while holding it.
     QElapsedTimer _responseTimer;
     QElapsedTimer _gapTimer;
     int _maxRetransmissions = 2;

@@ -1,5 +1,6 @@
 #include <fcntl.h>
 #include <sys/socket.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <array>
@@ -7,6 +8,7 @@
 #include <chrono>
 #include <future>
 #include <memory>
+#include <optional>
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -80,6 +82,37 @@ public:
 
 private:
     int _saved;
+};
+
+/// Stops the output of a line at its near end for as long as it lives: nothing fits into it.
+class StoppedOutput
+{
+public:
+    explicit StoppedOutput(const ScriptedPeer& peer)
+        : _line(open(peer.DevicePath().constData(), O_RDWR | O_NOCTTY | O_CLOEXEC))
+    {
+        tcflow(_line, TCOOFF);
+    }
+    ~StoppedOutput()
+    {
+        tcflow(_line, TCOON);
+        close(_line);
+    }
+    StoppedOutput(const StoppedOutput&) = delete;
+    StoppedOutput& operator=(const StoppedOutput&) = delete;
+
+private:
+    int _line;
+};
+
+/// Keeps what is written in the near end of a line for as long as it lives.
+class HeldOutput
+{
+public:
+    HeldOutput() { HoldSerialDeviceOutput(true); }
+    ~HeldOutput() { HoldSerialDeviceOutput(false); }
+    HeldOutput(const HeldOutput&) = delete;
+    HeldOutput& operator=(const HeldOutput&) = delete;
 };
 
 /// Whether work on a thread of its own ends, within a generous time.
@@ -174,14 +207,14 @@ private Q_SLOTS:
 
     void StartQuerySendsAndReadsNothing();
     void StartQueriesAreTenMillisecondsApart();
-    void StartQueryLooksAtNoClosingFlag();
     void ReadBufferReadsOnceWithoutWaiting();
     void ReadBufferWaitsForData();
     void ReadBufferGivesUpAtTheTimeout();
     void ReadBufferCollectsUntilSilence();
 
     void ClosingEndsTheWaitForAnAnswer();
-    void ClosingEndsEveryWaitUntilClose();
+    void NothingIsWrittenOrReadFromPrepareToCloseUntilClose();
+    void AnAnswerThatClosingCutsShortCountsAsNone();
     void CloseClearsTheClosingFlag_data();
     void CloseClearsTheClosingFlag();
     void ACloseBetweenAttemptsEndsTheQuery();
@@ -190,6 +223,19 @@ private Q_SLOTS:
     void AFailingReadEndsTheWaitAndCountsAsNothing();
     void AFailingReadAddsNothingToTheResponse();
     void AFailingReadLeavesTheBufferEmpty();
+    void AFailingReadDoesNotEndTheResponse();
+    void AResponseThatReachesFourKiBIsDamaged_data();
+    void AResponseThatReachesFourKiBIsDamaged();
+    void ABabblingLineEndsAQueryAtItsTimeLimit();
+    void ABabblingLineEndsTheReadingOfTheBuffer();
+    void ALineThatKeepsItsSettingsBlocksNoRead();
+    void AnInterruptedAndShortWriteGoesOn();
+    void AFailedWriteIsNotTriedAgain();
+    void ABlockedLineEndsAQueryAtItsTimeLimit_data();
+    void ABlockedLineEndsAQueryAtItsTimeLimit();
+    void ClosingEndsABlockedWrite_data();
+    void ClosingEndsABlockedWrite();
+    void ALineThatComesFreeCarriesTheRequest();
     void AHangUpEndsAQuery_data();
     void AHangUpEndsAQuery();
     void AHangUpIsOvercomeByOpeningAgain();
@@ -728,20 +774,6 @@ void TestTransciever::StartQueriesAreTenMillisecondsApart()
     QVERIFY(timer.elapsed() >= 10 * 10);
 }
 
-void TestTransciever::StartQueryLooksAtNoClosingFlag()
-{
-    Line line;
-    line.transciever.PrepareToClose();
-    QElapsedTimer timer;
-    timer.start();
-    for (int query = 0; query < 6; ++query) {
-        QCOMPARE(line.transciever.StartQuery(Wire::ReadStatus), 1);
-    }
-    QVERIFY(timer.elapsed() >= 5 * 10);
-    QVERIFY(line.peer.WaitForRequests(1));
-    QVERIFY(line.peer.RequestBytes().first().startsWith(Wire::ReadStatus));
-}
-
 void TestTransciever::ReadBufferReadsOnceWithoutWaiting()
 {
     Line line;
@@ -798,15 +830,41 @@ void TestTransciever::ClosingEndsTheWaitForAnAnswer()
     QCOMPARE(outcome.Bytes(), QByteArray());
 }
 
-void TestTransciever::ClosingEndsEveryWaitUntilClose()
+void TestTransciever::NothingIsWrittenOrReadFromPrepareToCloseUntilClose()
 {
     Line line;
+    line.peer.Send("waiting");
+    QVERIFY(line.peer.WaitUntilReadable(7));
     line.transciever.PrepareToClose();
-    auto queries = std::async(std::launch::async, [&] {
-        return line.Query(EndlessMs, 0).result * 10 + line.Query(EndlessMs, 0).result;
+    auto exchanges = std::async(std::launch::async, [&] {
+        const Outcome outcome = line.Query(EndlessMs, 2);
+        return QString::number(outcome.result) + QString::number(outcome.Bytes().size()) +
+               QString::number(line.transciever.StartQuery(Wire::StartMeasurement)) +
+               QString::number(Owned(line.transciever.ReadBuffer()).size()) +
+               QString::number(Owned(line.transciever.ReadBuffer(EndlessMs)).size());
     });
-    QVERIFY(EndsInTime(queries));
-    QCOMPARE(queries.get(), 33);
+    QVERIFY(EndsInTime(exchanges));
+    QCOMPARE(exchanges.get(), QStringLiteral("30100"));
+    QVERIFY(line.peer.WaitUntilReadable(7));
+
+    line.transciever.Close();
+    QVERIFY(line.transciever.Open());
+    line.peer.AnswerAlways(Data);
+    QCOMPARE(line.Query(Wire::ReadVersion, GenerousMs, 0).result, 0);
+    QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>({Wire::ReadVersion}));
+}
+
+void TestTransciever::AnAnswerThatClosingCutsShortCountsAsNone()
+{
+    Line line;
+    LetSerialDeviceBabble();
+    auto query = line.BeginQuery(EndlessMs, 2);
+    QVERIFY(line.peer.WaitForRequests(1));
+    line.transciever.PrepareToClose();
+    QVERIFY(EndsInTime(query));
+    const Outcome outcome = query.get();
+    QCOMPARE(outcome.result, 3);
+    QCOMPARE(outcome.Bytes(), QByteArray());
 }
 
 void TestTransciever::CloseClearsTheClosingFlag_data()
@@ -888,6 +946,162 @@ void TestTransciever::AFailingReadLeavesTheBufferEmpty()
     FailSerialDeviceReads(0);
     QCOMPARE(Owned(line.transciever.ReadBuffer()), QByteArray());
     QCOMPARE(Owned(line.transciever.ReadBuffer(20)), QByteArray());
+}
+
+/// On a busy machine, a failing read itself may last longer than the silence that ends a response.
+void TestTransciever::AFailingReadDoesNotEndTheResponse()
+{
+    Line line;
+    const QByteArray answer = WithChecksum(QByteArray(300, '\xA5'));
+    line.peer.AnswerAlways(answer);
+    const auto queryWithAFailingRead = [&line] {
+        FailSerialDeviceReads(1, 1);
+        return line.Query(200, 0).Bytes();
+    };
+    QTRY_COMPARE(queryWithAFailingRead(), answer);
+}
+
+void TestTransciever::AResponseThatReachesFourKiBIsDamaged_data()
+{
+    QTest::addColumn<QByteArray>("beginning");
+    QTest::newRow("no frame") << QByteArray(4096, 'x');
+    QTest::newRow("an acknowledge") << Wire::Acknowledge + QByteArray(4093, 'x');
+    QTest::newRow("a refusal") << Wire::Refusal + QByteArray(4093, 'x');
+    QTest::newRow("a valid checksum") << WithChecksum(QByteArray(4094, 'x'));
+}
+
+void TestTransciever::AResponseThatReachesFourKiBIsDamaged()
+{
+    QFETCH(const QByteArray, beginning);
+    Line line;
+    line.peer.AnswerAlways(beginning + QByteArray(1000, 'y'));
+    const LogCapture log;
+    const Outcome outcome = line.Query();
+    QCOMPARE(outcome.result, 4);
+    QCOMPARE(outcome.Bytes(), beginning);
+    QVERIFY(log.Contains(QStringLiteral("[4096b]\033[0;31m CRC Invalid\033[0m")));
+}
+
+void TestTransciever::ABabblingLineEndsAQueryAtItsTimeLimit()
+{
+    Line line;
+    LetSerialDeviceBabble();
+    QElapsedTimer timer;
+    timer.start();
+    const Outcome outcome = line.Query(50, 1);
+    QVERIFY(timer.elapsed() >= 2 * (50 + 200));
+    QCOMPARE(outcome.result, 4);
+    QVERIFY(outcome.Bytes().size() < 4096);
+    QVERIFY(line.peer.WaitForRequests(2));
+}
+
+void TestTransciever::ABabblingLineEndsTheReadingOfTheBuffer()
+{
+    Line line;
+    LetSerialDeviceBabble();
+    QElapsedTimer timer;
+    timer.start();
+    const QByteArray byTime = Owned(line.transciever.ReadBuffer(50));
+    QVERIFY(timer.elapsed() >= 50);
+    QVERIFY(!byTime.isEmpty() && byTime.size() < 4096);
+    QCOMPARE(Owned(line.transciever.ReadBuffer(EndlessMs)), QByteArray(4096, 'x'));
+}
+
+void TestTransciever::ALineThatKeepsItsSettingsBlocksNoRead()
+{
+    ScriptedPeer peer; // Its line waits for a byte with each read.
+    FailSerialDeviceConfiguration();
+    Port port;
+    auto query = std::async(std::launch::async, [&port] {
+        port.transciever.Open();
+        return port.Query().result;
+    });
+    QVERIFY(peer.WaitForRequests(1));
+    QCOMPARE(query.wait_for(std::chrono::milliseconds(50)), std::future_status::timeout);
+    peer.Send(Data);
+    QVERIFY(EndsInTime(query));
+    QCOMPARE(query.get(), 0);
+}
+
+void TestTransciever::AnInterruptedAndShortWriteGoesOn()
+{
+    Line line;
+    LimitSerialDeviceWrites({-EINTR, 1, -EINTR, -EAGAIN, 1});
+    line.transciever.StartQuery(Wire::ReadStatus);
+    QTRY_COMPARE(line.peer.RequestBytes().join(), Wire::ReadStatus);
+}
+
+void TestTransciever::AFailedWriteIsNotTriedAgain()
+{
+    Line line;
+    LimitSerialDeviceWrites({-EIO});
+    QCOMPARE(line.Query(20, 0).result, 3);
+    line.peer.AnswerAlways(Data);
+    QCOMPARE(line.Query(Wire::ReadVersion, GenerousMs, 0).result, 0);
+    QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>({Wire::ReadVersion}));
+}
+
+void TestTransciever::ABlockedLineEndsAQueryAtItsTimeLimit_data()
+{
+    QTest::addColumn<bool>("isAccepted");
+    QTest::newRow("nothing is accepted") << false;
+    QTest::newRow("what is accepted does not leave") << true;
+}
+
+void TestTransciever::ABlockedLineEndsAQueryAtItsTimeLimit()
+{
+    QFETCH(const bool, isAccepted);
+    Line line;
+    std::future<Outcome> query; // Ends after the line is free again.
+    std::optional<StoppedOutput> stopped;
+    std::optional<HeldOutput> held;
+    isAccepted ? void(held.emplace()) : void(stopped.emplace(line.peer));
+    QElapsedTimer timer;
+    timer.start();
+    query = line.BeginQuery(300, 1);
+    QVERIFY(EndsInTime(query));
+    QVERIFY(timer.elapsed() >= 2 * (300 + 200));
+    QCOMPARE(query.get().result, 3);
+}
+
+void TestTransciever::ClosingEndsABlockedWrite_data()
+{
+    ABlockedLineEndsAQueryAtItsTimeLimit_data();
+}
+
+void TestTransciever::ClosingEndsABlockedWrite()
+{
+    QFETCH(const bool, isAccepted);
+    Line line;
+    std::future<Outcome> query; // Both end after the line is free again.
+    std::future<void> closing;
+    std::optional<StoppedOutput> stopped;
+    std::optional<HeldOutput> held;
+    isAccepted ? void(held.emplace()) : void(stopped.emplace(line.peer));
+    query = line.BeginQuery(EndlessMs, 2);
+    QCOMPARE(query.wait_for(std::chrono::milliseconds(50)), std::future_status::timeout);
+    closing = std::async(std::launch::async, [&line] {
+        line.transciever.PrepareToClose();
+        line.transciever.Close();
+    });
+    QVERIFY(EndsInTime(closing));
+    QVERIFY(EndsInTime(query));
+    QCOMPARE(query.get().result, 3);
+}
+
+void TestTransciever::ALineThatComesFreeCarriesTheRequest()
+{
+    Line line;
+    line.peer.AnswerAlways(Data);
+    std::future<Outcome> query;
+    {
+        const StoppedOutput stopped(line.peer);
+        query = line.BeginQuery(EndlessMs, 0);
+        QCOMPARE(query.wait_for(std::chrono::milliseconds(50)), std::future_status::timeout);
+    }
+    QVERIFY(EndsInTime(query));
+    QCOMPARE(query.get().result, 0);
+    QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>({Wire::ReadStatus}));
 }
 
 void TestTransciever::AHangUpEndsAQuery_data()
