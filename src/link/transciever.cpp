@@ -105,7 +105,7 @@ void Transciever::Close()
 }
 
 int Transciever::RunQuery(const QByteArray& request, int timeoutMs, int maxRetransmissions,
-                          QByteArray** response)
+                          QByteArray** response, const std::function<bool()>& mayRetransmit)
 {
     const int port = _handle;
     if (port == Closed) {
@@ -123,6 +123,9 @@ int Transciever::RunQuery(const QByteArray& request, int timeoutMs, int maxRetra
             break;
         }
         usleep(RetryPauseUs);
+        if (mayRetransmit && !mayRetransmit()) {
+            break;
+        }
     }
     Read(port);
     return result;
@@ -133,9 +136,10 @@ int Transciever::RunQuery(const QByteArray& request, int timeoutMs, QByteArray**
     return RunQuery(request, timeoutMs, _maxRetransmissions, response);
 }
 
-int Transciever::RunQuery(const QByteArray& request, QByteArray** response)
+int Transciever::RunQuery(const QByteArray& request, QByteArray** response,
+                          const std::function<bool()>& mayRetransmit)
 {
-    return RunQuery(request, DefaultTimeoutMs, _maxRetransmissions, response);
+    return RunQuery(request, DefaultTimeoutMs, _maxRetransmissions, response, mayRetransmit);
 }
 
 int Transciever::StartQuery(const QByteArray& request)

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <atomic>
+#include <functional>
 
 #include <QByteArray>
 #include <QElapsedTimer>
@@ -52,10 +53,12 @@ public:
     /// Sends a request, up to `maxRetransmissions` times more after a failure, and waits up to `timeoutMs`
     /// for each answer. Returns a `QueryResult`; a negative `maxRetransmissions` sends nothing and returns
     /// `Data`. `*response` is a new array, which the caller deletes; it is left untouched when the port is
-    /// closed.
-    int RunQuery(const QByteArray& request, int timeoutMs, int maxRetransmissions, QByteArray** response);
+    /// closed. If there is a `mayRetransmit`, the request is sent again only while it returns true.
+    int RunQuery(const QByteArray& request, int timeoutMs, int maxRetransmissions, QByteArray** response,
+                 const std::function<bool()>& mayRetransmit = {});
     int RunQuery(const QByteArray& request, int timeoutMs, QByteArray** response);
-    int RunQuery(const QByteArray& request, QByteArray** response);
+    int RunQuery(const QByteArray& request, QByteArray** response,
+                 const std::function<bool()>& mayRetransmit = {});
 
     /// Sends a request and reads no answer. Always returns 1. No state calls it.
     int StartQuery(const QByteArray& request);

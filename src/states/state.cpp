@@ -92,7 +92,9 @@ bool State::PrepareMeasurement(MeasurementSettings& settings)
 
 bool State::StartMeasurement()
 {
-    return Send(*_context->GetCommandBuilder()->GetStartMeasurementFrame());
+    const auto isNotAborted = [this] { return !_context->AbortMeasurementRequested.Get(); };
+    const Answer answer = Query(*_context->GetCommandBuilder()->GetStartMeasurementFrame(), isNotAborted);
+    return RaiseErrorUnless(answer.result == QueryResult::Acknowledged);
 }
 
 bool State::StopMeasurement()
@@ -121,10 +123,10 @@ void State::ClearMeasurementRequests()
     _context->IsMeasurementModeActive.Set(false);
 }
 
-Answer State::Query(const QByteArray& frame)
+Answer State::Query(const QByteArray& frame, const std::function<bool()>& mayRetransmit)
 {
     QByteArray* response = nullptr;
-    const int result = _context->GetTransciever()->RunQuery(frame, &response);
+    const int result = _context->GetTransciever()->RunQuery(frame, &response, mayRetransmit);
     return {result, std::unique_ptr<QByteArray>(response)};
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include <QByteArray>
@@ -59,6 +60,7 @@ public:
     bool ConfigureCalibrationDateTime(const QDateTime& dateTime);
     bool ChangeTesterMode(OperationMode mode);
     bool PrepareMeasurement(MeasurementSettings& settings);
+    /// A start is not sent again once an abort is requested.
     bool StartMeasurement();
     bool StopMeasurement();
 
@@ -69,8 +71,8 @@ protected:
     /// Writes a blue line that tells what the state is doing.
     static void TraceBanner(const char* text);
 
-    /// Runs one exchange, with retransmissions.
-    Answer Query(const QByteArray& frame);
+    /// Runs one exchange, with retransmissions; if there is a `mayRetransmit`, only while it returns true.
+    Answer Query(const QByteArray& frame, const std::function<bool()>& mayRetransmit = {});
     /// Runs one exchange without retransmissions, in which the instrument has this time to answer.
     Answer QueryOnce(const QByteArray& frame, int timeoutMs);
     /// Sends a read request, and ignores the contents of the answer.

@@ -55,6 +55,9 @@ private Q_SLOTS:
     void DoesNotStartWhileAnAbortIsPending();
     void DoesNotStartUnasked();
     void FailedStartIsNotTriedAgain();
+    void StartIsNotSentAgainOnceAnAbortIsPending_data();
+    void StartIsNotSentAgainOnceAnAbortIsPending();
+    void SendsNoStartOnceThePortIsAboutToClose();
     void FailedStatusDoesNotEndTheStep();
 };
 
@@ -205,6 +208,54 @@ void TestStartingMeasurementState::FailedStartIsNotTriedAgain()
     QCOMPARE(starting.Outcome(), QStringLiteral("CommunicationError=1 StartMeasurementRequested=0"));
     starting.state.OnRunning();
     QCOMPARE(starting.Commands(), QByteArray("sSs"));
+}
+
+void TestStartingMeasurementState::StartIsNotSentAgainOnceAnAbortIsPending_data()
+{
+    QTest::addColumn<int>("abortedStart");
+    QTest::addColumn<QByteArray>("commands");
+    QTest::newRow("never aborted") << 0 << QByteArray("sSSS");
+    QTest::newRow("aborted while the first start is answered") << 1 << QByteArray("sS");
+    QTest::newRow("aborted while the second start is answered") << 2 << QByteArray("sSS");
+}
+
+void TestStartingMeasurementState::StartIsNotSentAgainOnceAnAbortIsPending()
+{
+    QFETCH(const int, abortedStart);
+    QFETCH(const QByteArray, commands);
+    Starting starting;
+    starting.transciever.SetMaxRetransmissions(2);
+    starting.context.StartMeasurementRequested.Set(true);
+    int starts = 0;
+    starting.peer.Answer([&](const QByteArray& request) {
+        if (request == Wire::ReadStatus) {
+            return Wire::Status(2, 4);
+        }
+        if (++starts == abortedStart) {
+            starting.context.AbortMeasurementRequested.Set(true);
+        }
+        return Wire::Refusal;
+    });
+    starting.state.OnRunning();
+    QCOMPARE(starting.Commands(), commands);
+    QVERIFY(starting.context.CommunicationError.Get());
+    QVERIFY(!starting.context.StartMeasurementRequested.Get());
+}
+
+void TestStartingMeasurementState::SendsNoStartOnceThePortIsAboutToClose()
+{
+    Starting starting;
+    starting.context.StartMeasurementRequested.Set(true);
+    starting.peer.Answer([&starting](const QByteArray&) {
+        starting.transciever.PrepareToClose();
+        return Wire::Status(2, 4);
+    });
+    starting.state.OnRunning();
+    starting.transciever.Close();
+    QVERIFY(starting.transciever.Open());
+    starting.Report(4);
+    QVERIFY(starting.state.RequestStatus());
+    QCOMPARE(starting.Commands(), QByteArray("ss"));
 }
 
 void TestStartingMeasurementState::FailedStatusDoesNotEndTheStep()
