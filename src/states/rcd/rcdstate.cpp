@@ -11,6 +11,13 @@
 namespace Vesmar
 {
 
+namespace
+{
+
+constexpr int MaxBytesWithoutFrame = 4096;
+
+} // namespace
+
 RCDState::RCDState(StateMachineContext* context, State* parentState, QObject* parent, const char* banner)
     : State(context, parentState, parent, banner)
 {
@@ -69,7 +76,7 @@ int RCDState::RequestRCDCheckObjectError(int timeoutMs, Error* error)
 QByteArray* RCDState::AwaitResults(int timeoutMs)
 {
     QByteArray collected;
-    while (Collect(collected, timeoutMs)) {
+    while (collected.size() < MaxBytesWithoutFrame && Collect(collected, timeoutMs)) {
         const QByteArray frame = FindFinalFrame(collected);
         if (!frame.isEmpty()) {
             return new QByteArray(frame);

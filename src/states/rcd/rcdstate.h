@@ -30,8 +30,8 @@ public:
 
     /// Collects the frames that the instrument sends by itself while a test runs: status frames, which are
     /// published, and the result frame. Returns the result frame, a status frame that says that the function
-    /// was terminated, or an empty array once the line has been silent for this time. The caller deletes the
-    /// array.
+    /// was terminated, or an empty array once the line has been silent for this time or has brought too much
+    /// that is no frame. The caller deletes the array.
     QByteArray* AwaitResults(int timeoutMs);
     /// Wait for results and publish them. True when results were published. `*received` is true also when a
     /// status frame said that the function was terminated.

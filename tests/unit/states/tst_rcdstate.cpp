@@ -9,6 +9,7 @@
 #include <Vesmar/rcdresults.h>
 
 #include "states/rcd/rcdstate.h"
+#include "support/serialdevice.h"
 #include "unit/states/rcdrun.h"
 
 using Vesmar::Error;
@@ -179,6 +180,7 @@ private Q_SLOTS:
     void AwaitReturnsNothingAfterItsTime();
     void AwaitBeginsEachTimeWithNothing();
     void AwaitSendsNothing();
+    void AwaitGivesABabblingLineUp();
 
     void AwaitedResultsAreParsed_data();
     void AwaitedResultsAreParsed();
@@ -422,6 +424,7 @@ void TestRCDState::AwaitReturnsTheFrameThatEndsTheTest_data()
 
     row("glued: two status frames, result", {Running + RCDWire::Status(8) + Result}, Result);
     row("glued: many status frames, result", {Running.repeated(9) + Result}, Result);
+    row("glued: 5 KiB of status frames, result", {Running.repeated(1280) + Result}, Result);
     row("glued: status, terminated", {Running + Terminated}, Terminated);
     row("glued: terminated, result", {Terminated + Result}, Terminated);
     row("glued: many status frames, terminated, result", {Running.repeated(9) + Terminated + Result},
@@ -520,6 +523,15 @@ void TestRCDState::AwaitSendsNothing()
     Wait wait;
     wait.Await({Running, Result});
     QCOMPARE(wait.Commands(), QByteArray());
+}
+
+void TestRCDState::AwaitGivesABabblingLineUp()
+{
+    Base base;
+    LetSerialDeviceBabble();
+    const std::unique_ptr<QByteArray> result(base.state.AwaitResults(Patience));
+    QVERIFY(result->isEmpty());
+    QCOMPARE(base.cells.Changes(), QStringList());
 }
 
 void TestRCDState::AwaitedResultsAreParsed_data()
