@@ -1,5 +1,7 @@
 #include "machine/statemachine.h"
 
+#include <csignal>
+
 #include "context/responseparser.h"
 #include "context/statemachinecontext.h"
 #include "link/commandbuilder.h"
@@ -9,6 +11,27 @@
 
 namespace Vesmar
 {
+
+namespace
+{
+
+/// Starts a thread with the signals blocked, so that the application's threads receive them, and none cuts a
+/// wait of an exchange short. The signals of a thread's own faults stay, for the application's crash handler.
+void StartWithoutSignals(QThread& thread)
+{
+    sigset_t signals{};
+    sigset_t previous{};
+    sigfillset(&signals);
+    for (const int fault : {SIGBUS, SIGFPE, SIGILL, SIGSEGV}) {
+        sigdelset(&signals, fault);
+    }
+    // A thread begins with the mask of the one that starts it.
+    pthread_sigmask(SIG_BLOCK, &signals, &previous);
+    thread.start(QThread::InheritPriority);
+    pthread_sigmask(SIG_SETMASK, &previous, nullptr);
+}
+
+} // namespace
 
 StateMachine::StateMachine(QObject* parent)
     : QObject(parent),
@@ -36,7 +59,7 @@ void StateMachine::PrepareNewStateMachine()
     _context = std::make_unique<StateMachineContext>(_crc16.get(), _transciever.get(), _commandBuilder.get(),
                                                      _responseParser.get(), nullptr);
     CreateWorker();
-    _workerThread->start(QThread::InheritPriority);
+    StartWithoutSignals(*_workerThread);
 }
 
 void StateMachine::Enable()
@@ -48,7 +71,7 @@ void StateMachine::Enable()
     // The runner is enabled before the thread starts: a first step that found it disabled would be the last
     // one.
     _runner->Enable();
-    _workerThread->start(QThread::InheritPriority);
+    StartWithoutSignals(*_workerThread);
 }
 
 void StateMachine::Disable()

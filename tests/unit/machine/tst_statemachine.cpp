@@ -1,3 +1,4 @@
+#include <csignal>
 #include <functional>
 #include <memory>
 
@@ -97,6 +98,7 @@ private Q_SLOTS:
     void DisableOfASlotThatSeesTheMeasurementStopsTheTimer();
     void DisableKeepsTheValuesAndCallsNoExit();
     void DisableEndsAWaitingQuery();
+    void TheWorkerLeavesSignalsToTheApplication();
 
     void SecondEnableStartsAnewAndKeepsEverythingButTheStatus();
     void EnableAfterACutShortExchangeRecoversTheLinkFirst();
@@ -330,6 +332,25 @@ void TestStateMachine::DisableEndsAWaitingQuery()
     plant.machine->Disable();
     QVERIFY(time.elapsed() < 12000); // Without the disable the query waits for 4 s three times.
     QVERIFY(plant.IsPortClosed());
+}
+
+void TestStateMachine::TheWorkerLeavesSignalsToTheApplication()
+{
+    Plant plant;
+    sigset_t ofTheWorker{};
+    const auto readSignals = [&ofTheWorker] { pthread_sigmask(SIG_BLOCK, nullptr, &ofTheWorker); };
+    QObject::connect(&plant.Context().DeviceInformation, &Vesmar::Notifible::ValueChanged,
+                     plant.machine.get(), readSignals, Qt::DirectConnection);
+    QVERIFY(plant.Connect());
+    sigset_t ofTheApplication{};
+    pthread_sigmask(SIG_BLOCK, nullptr, &ofTheApplication);
+    for (const int signal : {SIGHUP, SIGINT, SIGTERM, SIGALRM, SIGCHLD, SIGUSR1, SIGUSR2, SIGIO}) {
+        QCOMPARE(sigismember(&ofTheWorker, signal), 1);
+        QCOMPARE(sigismember(&ofTheApplication, signal), 0);
+    }
+    for (const int fault : {SIGBUS, SIGFPE, SIGILL, SIGSEGV}) {
+        QCOMPARE(sigismember(&ofTheWorker, fault), 0);
+    }
 }
 
 void TestStateMachine::SecondEnableStartsAnewAndKeepsEverythingButTheStatus()
