@@ -121,14 +121,16 @@ public:
     /// Whether the instrument has confirmed that a measurement runs. Default false.
     ///
     /// An Ia/Ta test of an RCD counts from its start request on, and the clean-up never counts. A single
-    /// measurement that is over at once may never count either. A link that is lost, or measurement mode that
-    /// is left in the middle, does not clear the value; the next measurement does.
+    /// measurement that is over at once may never count either. When the link is lost, the instrument is
+    /// restarted or measurement mode is left in the middle, the value is cleared once the instrument says
+    /// that no function is active.
     bool IsMeasurementRunning() const;
     /// How far the present measurement has come. Default `Idle`.
     MeasurementState MeasurementStatus() const;
     /// The whole seconds that the present continuous measurement has run, 0 while it is being prepared. The
-    /// first second of a high-voltage test is longer by its offset. The value stays after the end, and it
-    /// counts on to the end of the time when the link is lost. Other functions do not count. Default 0.
+    /// first second of a high-voltage test is longer by its offset. The value stays after the end. When
+    /// the link is lost, it counts on to the end of the time, or until the instrument says that no function
+    /// is active. Other functions do not count. Default 0.
     int MeasurementTime() const;
     /// The per cent of the firmware image that the instrument has acknowledged, 0 to 100. The value stays
     /// after the end. Default 0.

@@ -92,17 +92,26 @@ void StateMachineContext::StopMeasurementTimer()
     Q_EMIT StopMeasurementTimerRequested();
 }
 
+void StateMachineContext::StopMeasurementTimerIfRunning()
+{
+    if (_isMeasurementTimerRunning.exchange(false)) {
+        StopMeasurementTimer();
+    }
+}
+
 void StateMachineContext::OnStartMeasurementTimerRequested(int time, int msOffset)
 {
     _timeLimit = time;
     _elapsedSeconds = 0;
     MeasurementTimeElapsed.Set(false);
     _measurementTimer->start(FirstTickMs(msOffset));
+    _isMeasurementTimerRunning = true;
 }
 
 void StateMachineContext::OnStopMeasurementTimerRequested()
 {
     _measurementTimer->stop();
+    _isMeasurementTimerRunning = false;
 }
 
 void StateMachineContext::MeasurementTimerTick()
@@ -112,7 +121,7 @@ void StateMachineContext::MeasurementTimerTick()
     MeasurementTime.Set(_elapsedSeconds);
     if (_timeLimit >= 0 && _timeLimit <= _elapsedSeconds) {
         MeasurementTimeElapsed.Set(true);
-        _measurementTimer->stop();
+        OnStopMeasurementTimerRequested();
     }
 }
 

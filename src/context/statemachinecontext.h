@@ -1,5 +1,7 @@
 #pragma once
 
+#include <atomic>
+
 #include <QByteArray>
 #include <QDateTime>
 #include <QMutex>
@@ -67,6 +69,8 @@ public:
     /// As above, with the first second longer by `offsetSeconds`.
     void StartMeasurementTimer(int time, float offsetSeconds);
     void StopMeasurementTimer();
+    /// As above, but asks for nothing when the timer does not run.
+    void StopMeasurementTimerIfRunning();
 
     /// Stores the next update's data. The application may do so while the worker copies the present ones.
     void SetUpdate(const QByteArray& image, const QByteArray& confirmation);
@@ -126,6 +130,8 @@ private:
     Transciever* _transciever;
     mutable QMutex _updateMutex;
     QTimer* _measurementTimer;
+    std::atomic<bool> _isMeasurementTimerRunning{
+        false}; ///< The timer itself may be asked on its thread alone.
     int _elapsedSeconds = 0;
     int _timeLimit = 0;
 };

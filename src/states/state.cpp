@@ -115,6 +115,16 @@ void State::TraceBanner(const char* text)
                    QStringLiteral("<<<                              ") + QLatin1String(text));
 }
 
+void State::ClearPrepareRequest(const MeasurementSettings& sent)
+{
+    // The application stores its settings before it raises the request. The request is cleared first here:
+    // after the comparison, it could be cleared together with one that was raised in between.
+    _context->PrepareMeasurementRequested.Set(false);
+    if (_context->TestSettings.Get() != &sent) {
+        _context->PrepareMeasurementRequested.Set(true);
+    }
+}
+
 void State::ClearMeasurementRequests()
 {
     _context->AbortMeasurementRequested.Set(false);

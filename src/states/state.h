@@ -80,6 +80,9 @@ protected:
     /// Sends a command, which the instrument answers with an acknowledge.
     bool Send(const QByteArray& frame);
 
+    /// Clears the request to prepare that these settings have fulfilled, unless the application has prepared
+    /// others meanwhile.
+    void ClearPrepareRequest(const MeasurementSettings& sent);
     /// Withdraws every request of a measurement and leaves measurement mode, for which the application has to
     /// ask anew.
     void ClearMeasurementRequests();

@@ -25,11 +25,12 @@ void RestartingTesterState::OnRunning()
     ChangeTesterMode(OperationMode::Normal);
     GetContext()->RestartRequested.Set(false);
     QThread::msleep(RestartPauseMs);
+    GetContext()->CommunicationError.Set(false);
     if (!IsWorkingMode(GetContext()->TesterMode.Get())) {
         // Only a status tells the new mode. Without it the machine would restart the instrument for ever.
+        // When it fails after the pause, the link is lost, and link recovery has to begin.
         RequestStatus();
     }
-    GetContext()->CommunicationError.Set(false);
 }
 
 } // namespace Vesmar

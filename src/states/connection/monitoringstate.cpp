@@ -19,6 +19,9 @@ void MonitoringState::OnRunning()
         StopMeasurement();
         return;
     }
+    // A link that was lost, a restart, or measurement mode left in the middle may have left these two behind.
+    GetContext()->IsMeasurementRunning.Set(false);
+    GetContext()->StopMeasurementTimerIfRunning();
     if (GetContext()->NewMeasurement.Get()) {
         RequestMeasurementResults(MeasurementType::Monitoring);
     }

@@ -14,6 +14,7 @@ AbortingMeasurementState::AbortingMeasurementState(StateMachineContext* context,
 void AbortingMeasurementState::OnEntry()
 {
     State::OnEntry();
+    _isStopAcknowledged = false;
     GetContext()->MeasurementStatus.Set(MeasurementState::Stopping);
     GetContext()->StopMeasurementTimer();
     GetContext()->IsMeasurementRunning.Set(false);
@@ -32,13 +33,22 @@ void AbortingMeasurementState::OnRunning()
         return;
     }
     const FunctionState state = GetContext()->MeasurementFunctionStatus.Get();
-    if (FunctionStateSets::Contains(FunctionStateSets::OverWhenAborting, state)) {
+    if (IsFunctionOver(state)) {
         GetContext()->MeasurementStatus.Set(MeasurementState::Stopped);
         GetContext()->IsMeasurementRunning.Set(false);
         DropStartOfAbortedFunction();
     } else if (FunctionStateSets::Contains(FunctionStateSets::StillRunning, state)) {
-        StopMeasurement();
+        _isStopAcknowledged = StopMeasurement() || _isStopAcknowledged;
     }
+}
+
+/// A status that names no function says nothing of a function's state, which stays as it was. A function that
+/// ended just before the stop would therefore be stopped for ever.
+bool AbortingMeasurementState::IsFunctionOver(FunctionState state) const
+{
+    const bool isNoFunctionActive = GetContext()->CurrentMeasurementType.Get() == MeasurementType::Monitoring;
+    return FunctionStateSets::Contains(FunctionStateSets::OverWhenAborting, state) ||
+           (_isStopAcknowledged && isNoFunctionActive);
 }
 
 /// A start that was requested together with a preparation is meant for the next function, and stays.

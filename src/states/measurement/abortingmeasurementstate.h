@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Vesmar/functionstate.h>
+
 #include "states/state.h"
 
 namespace Vesmar
@@ -9,8 +11,9 @@ namespace Vesmar
 ///
 /// Sends status on every step, and stop while the function still runs. Stops the measurement timer, clears
 /// `IsMeasurementRunning` and sets `MeasurementStatus` to `Stopping` on entry. When the instrument reports
-/// the function over, sets `MeasurementStatus` to `Stopped` and withdraws a start that was requested for the
-/// function. Clears `AbortMeasurementRequested` on exit. Left for measurement mode when the function is over.
+/// the function over, or after an acknowledged stop no function at all, sets `MeasurementStatus` to `Stopped`
+/// and withdraws a start that was requested for the function. Clears `AbortMeasurementRequested` on exit.
+/// Left for measurement mode when the function is over.
 class AbortingMeasurementState : public State
 {
 public:
@@ -21,7 +24,10 @@ public:
     void OnRunning() override;
 
 private:
+    bool IsFunctionOver(FunctionState state) const;
     void DropStartOfAbortedFunction();
+
+    bool _isStopAcknowledged = false; ///< A stop of this visit was.
 };
 
 } // namespace Vesmar

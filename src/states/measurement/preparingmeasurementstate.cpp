@@ -49,7 +49,7 @@ void PreparingMeasurementState::Prepare()
     if (!PrepareMeasurement(*settings)) {
         return;
     }
-    GetContext()->PrepareMeasurementRequested.Set(false);
+    ClearPrepareRequest(*settings);
     // The guards of this step must see how the instrument answers the settings.
     QThread::msleep(PauseAfterPrepareMs);
     RequestStatus();

@@ -82,7 +82,7 @@ void RCDRunningState::RunPreparing()
 {
     if (_prepareAttempts >= _maxPrepareAttempts) {
         Fail(Error::PrepareFailed);
-    } else if (AttemptPrepare() == QueryResult::Acknowledged) {
+    } else if (AttemptPrepare(*GetContext()->TestSettings.Get()) == QueryResult::Acknowledged) {
         if (RCDRules::PreparationRestoresPolls[GetRun()]) {
             RestorePolls();
         }

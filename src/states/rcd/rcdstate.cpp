@@ -125,9 +125,9 @@ int RCDState::AttemptStatus()
     return result;
 }
 
-int RCDState::AttemptPrepare()
+int RCDState::AttemptPrepare(MeasurementSettings& settings)
 {
-    const int result = PrepareRCDMeasurement(*GetContext()->TestSettings.Get(), _requestTimeout);
+    const int result = PrepareRCDMeasurement(settings, _requestTimeout);
     ++_prepareAttempts;
     PauseIfRetryable(result);
     return result;

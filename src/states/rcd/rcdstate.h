@@ -46,9 +46,9 @@ protected:
     void ResetAttempts();
     /// Requests the status, counts the attempt, and pauses if the exchange was refused or damaged.
     int AttemptStatus();
-    /// Prepares the test of the present settings, counts the attempt, and pauses if the exchange was refused
-    /// or damaged.
-    int AttemptPrepare();
+    /// Prepares the test of these settings, counts the attempt, and pauses if the exchange was refused or
+    /// damaged.
+    int AttemptPrepare(MeasurementSettings& settings);
     /// Waits as long as before another attempt and between polls.
     void Pause() const;
     /// Pauses if the exchange was refused or damaged.

@@ -86,9 +86,12 @@ void RCDUbRePreparation::Prepare()
 {
     if (_prepareAttempts >= _maxPrepareAttempts) {
         Fail(Error::PrepareFailed);
-    } else if (AttemptPrepare() == QueryResult::Acknowledged) {
+        return;
+    }
+    MeasurementSettings& settings = *GetContext()->TestSettings.Get();
+    if (AttemptPrepare(settings) == QueryResult::Acknowledged) {
         GetContext()->MeasurementStatus.Set(MeasurementState::Idle);
-        GetContext()->PrepareMeasurementRequested.Set(false);
+        ClearPrepareRequest(settings);
     }
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 #include <QMap>
 #include <QStringList>
 #include <QTest>
@@ -41,6 +43,20 @@ public:
         Vesmar::ReplaceOwned(context.TestSettings, settings);
     }
 
+    /// The application prepares these settings while the first frame that prepares others is on the line.
+    /// Every request is acknowledged.
+    void PrepareWhilePreparing(Vesmar::MeasurementSettings* settings)
+    {
+        _next.reset(settings);
+        peer.Answer([this](const QByteArray& request) {
+            if (request.startsWith('P') && _next != nullptr) {
+                _previous = Vesmar::ReplaceOwned(context.TestSettings, _next.release());
+                context.PrepareMeasurementRequested.Set(true);
+            }
+            return Wire::AnswerTo(request);
+        });
+    }
+
     /// Forgets what has happened so far.
     void Restart()
     {
@@ -67,6 +83,10 @@ public:
     }
 
 private:
+    // Those that are replaced on the peer's thread outlive the step.
+    std::unique_ptr<Vesmar::MeasurementSettings> _next;
+    std::unique_ptr<Vesmar::MeasurementSettings> _previous;
+
     static QMap<char, QByteArray> WithService(char command, const QByteArray& answer)
     {
         QMap<char, QByteArray> answers{{'P', Wire::Acknowledge},

@@ -18,6 +18,9 @@ private Q_SLOTS:
     void DropsAStartOfTheAbortedFunction();
     void KeepsAStartThatFollowsAPreparation();
     void StopsOnEveryStepUntilTheFunctionIsOver();
+    void NoFunctionAfterAnAcknowledgedStopIsTheEnd();
+    void NoFunctionWithoutAnAcknowledgedStopIsNoEnd();
+    void StopOfAnEarlierVisitDoesNotCount();
     void FailedStatusEndsTheStep();
     void FailedStopIsALostLink();
 };
@@ -72,6 +75,47 @@ void TestAbortingMeasurementState::KeepsAStartThatFollowsAPreparation()
 void TestAbortingMeasurementState::StopsOnEveryStepUntilTheFunctionIsOver()
 {
     EndingSteps::StopsOnEveryStepUntilTheFunctionIsOver<AbortingMeasurementState>();
+}
+
+/// The function ends between a status and the stop that follows it.
+void TestAbortingMeasurementState::NoFunctionAfterAnAcknowledgedStopIsTheEnd()
+{
+    for (const int functionState : {5, 7}) {
+        EndingSteps::End<AbortingMeasurementState> end;
+        end.Report(functionState);
+        end.state.OnRunning();
+        end.AnswerByCommand({{'s', Wire::IdleStatus}});
+        end.state.OnRunning();
+        QCOMPARE(end.Commands(), QByteArray("shs"));
+        QCOMPARE(end.Outcome(), QStringLiteral("MeasurementStatus=7 IsMeasurementRunning=0"));
+    }
+}
+
+void TestAbortingMeasurementState::NoFunctionWithoutAnAcknowledgedStopIsNoEnd()
+{
+    EndingSteps::End<AbortingMeasurementState> end;
+    end.context.MeasurementFunctionStatus.Set(Vesmar::FunctionState::Running);
+    end.AnswerByCommand({{'s', Wire::IdleStatus}, {'h', Wire::Refusal}});
+    for (int step = 0; step < 3; ++step) {
+        end.Restart();
+        end.state.OnRunning();
+        QCOMPARE(end.Commands(), QByteArray("sh"));
+        QCOMPARE(static_cast<int>(end.context.MeasurementStatus.Get()), 6);
+    }
+}
+
+void TestAbortingMeasurementState::StopOfAnEarlierVisitDoesNotCount()
+{
+    EndingSteps::End<AbortingMeasurementState> end;
+    end.Report(7);
+    end.state.OnRunning();
+    end.state.OnExit();
+    end.state.OnEntry();
+    end.AnswerByCommand({{'s', Wire::IdleStatus}, {'h', Wire::Acknowledge}});
+    end.Restart();
+    end.state.OnRunning();
+    QCOMPARE(end.Commands(), QByteArray("sh"));
+    QCOMPARE(static_cast<int>(end.context.MeasurementStatus.Get()), 6);
 }
 
 void TestAbortingMeasurementState::FailedStatusEndsTheStep()

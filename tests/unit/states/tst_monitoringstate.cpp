@@ -1,3 +1,4 @@
+#include <QSignalSpy>
 #include <QTest>
 
 #include <Vesmar/monitoringresults.h>
@@ -16,6 +17,8 @@ private Q_SLOTS:
     void FetchesNewReadingsAsMonitoringResults();
     void StopsAFunctionUntilTheInstrumentIsIdle();
     void StopsAFunctionEvenWithNewReadings();
+    void MeasurementEndsWhenNoFunctionIsActiveAndNotBefore();
+    void TimerThatDoesNotRunIsNotStopped();
     void FailedStatusEndsTheStep();
     void FailedStatusEndsTheStepWhateverTheCellsHold();
     void FailedStopRaisesCommunicationError();
@@ -76,6 +79,38 @@ void TestMonitoringState::StopsAFunctionEvenWithNewReadings()
     state.OnRunning();
     QVERIFY(engine.context.NewMeasurement.Get());
     QCOMPARE(engine.Commands(), QByteArray("sh"));
+}
+
+void TestMonitoringState::MeasurementEndsWhenNoFunctionIsActiveAndNotBefore()
+{
+    Engine engine;
+    engine.transciever.SetMaxRetransmissions(0);
+    engine.peer.AnswerInTurn({Wire::Refusal, Wire::RcdRunningStatus, Wire::Acknowledge, Wire::IdleStatus});
+    MonitoringState state(&engine.context, nullptr);
+    engine.context.IsMeasurementRunning.Set(true);
+    engine.context.StartMeasurementTimer(-1);
+    for (int step = 0; step < 2; ++step) {
+        state.OnRunning();
+        QVERIFY(engine.context.IsMeasurementRunning.Get());
+        QVERIFY(engine.context.GetMeasurementTimer()->isActive());
+    }
+    state.OnRunning();
+    QCOMPARE(engine.Commands(), QByteArray("sshs"));
+    QVERIFY(!engine.context.IsMeasurementRunning.Get());
+    QVERIFY(!engine.context.GetMeasurementTimer()->isActive());
+}
+
+void TestMonitoringState::TimerThatDoesNotRunIsNotStopped()
+{
+    Engine engine;
+    engine.AnswerByCommand({{'s', Wire::IdleStatus}});
+    MonitoringState state(&engine.context, nullptr);
+    const QSignalSpy stops(&engine.context, &Vesmar::StateMachineContext::StopMeasurementTimerRequested);
+    state.OnRunning();
+    engine.context.StartMeasurementTimer(-1);
+    engine.context.StopMeasurementTimer();
+    state.OnRunning();
+    QCOMPARE(stops.count(), 1);
 }
 
 void TestMonitoringState::FailedStatusEndsTheStep()

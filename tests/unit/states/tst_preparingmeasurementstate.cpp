@@ -1,5 +1,6 @@
 #include <QTest>
 
+#include <Vesmar/hvtestsettings.h>
 #include <Vesmar/rcdiecsettings.h>
 #include <Vesmar/rcdsettings.h>
 #include <Vesmar/rpesettings.h>
@@ -24,6 +25,7 @@ private Q_SLOTS:
     void RefusedFunctionLeavesAnEarlierError();
 
     void PreparesOnceForEachRequest();
+    void SettingsPreparedMeanwhileStayRequested();
     void PrepareDecidesNothingInItsOwnStep_data();
     void PrepareDecidesNothingInItsOwnStep();
     void LeavesResidualCurrentDevicesAlone_data();
@@ -110,6 +112,23 @@ void TestPreparingMeasurementState::PreparesOnceForEachRequest()
     QCOMPARE(engine.Outcome(), QStringLiteral("PrepareMeasurementRequested=0"));
     state.OnRunning();
     QCOMPARE(engine.Commands(), QByteArray("sPss"));
+}
+
+void TestPreparingMeasurementState::SettingsPreparedMeanwhileStayRequested()
+{
+    MeasurementEngine engine;
+    engine.Settings(new Vesmar::RPESettings);
+    engine.context.PrepareMeasurementRequested.Set(true);
+    PreparingMeasurementState state(&engine.context, nullptr);
+    engine.PrepareWhilePreparing(new Vesmar::HVTestSettings);
+    engine.Restart();
+    state.OnRunning();
+    QVERIFY(engine.context.PrepareMeasurementRequested.Get());
+    state.OnRunning();
+    QVERIFY(!engine.context.PrepareMeasurementRequested.Get());
+    QCOMPARE(engine.peer.RequestBytes(),
+             (QList<QByteArray>{Wire::ReadStatus, PrepareRpe, Wire::ReadStatus, Wire::ReadStatus,
+                                Wire::PrepareHvTest, Wire::ReadStatus}));
 }
 
 void TestPreparingMeasurementState::PrepareDecidesNothingInItsOwnStep_data()

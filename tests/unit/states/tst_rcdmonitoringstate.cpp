@@ -132,6 +132,7 @@ private Q_SLOTS:
 
     void PreparesTheTest_data();
     void PreparesTheTest();
+    void SettingsPreparedMeanwhileStayRequested();
     void PreparingGivesUpAfterThreeRequests();
 
     void WatchesThePreparedTest_data();
@@ -686,6 +687,16 @@ void TestRCDMonitoringState::PreparesTheTest()
     QCOMPARE(run.StepOfARequest(Preparing), outcome);
     QCOMPARE(run.peer.RequestBytes(), QList<QByteArray>{RCDWire::PrepareUbRe});
     QCOMPARE(run.Pauses(), pauses);
+}
+
+void TestRCDMonitoringState::SettingsPreparedMeanwhileStayRequested()
+{
+    Monitoring run;
+    run.PrepareWhilePreparing(RCDSettingsOfMode(1));
+    QCOMPARE(run.StepOfARequest(Preparing),
+             QStringLiteral("TestSettings MeasurementStatus=0 PrepareMeasurementRequested=0 "
+                            "PrepareMeasurementRequested=1"));
+    QCOMPARE(run.peer.RequestBytes(), QList<QByteArray>{RCDWire::PrepareUbRe});
 }
 
 void TestRCDMonitoringState::PreparingGivesUpAfterThreeRequests()
