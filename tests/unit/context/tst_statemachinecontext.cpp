@@ -117,6 +117,7 @@ private Q_SLOTS:
     void KeepsTheMeasurementTimeUntilTheFirstTick();
     void TicksOnceASecondUntilTheLimit();
     void ALimitOfZeroEndsWithTheFirstTick();
+    void ABlockedEventLoopProlongsTheTime();
     void TheOffsetDelaysTheFirstTickAlone();
     void ANegativeLimitCountsUntilItIsStopped();
     void AnotherStartCountsFromZeroWithItsOwnOffset();
@@ -428,6 +429,20 @@ void TestStateMachineContext::ALimitOfZeroEndsWithTheFirstTick()
     QTRY_VERIFY_WITH_TIMEOUT(context.MeasurementTimeElapsed.Get(), GenerousLimitMs);
     QCOMPARE(context.MeasurementTime.Get(), 1);
     QVERIFY(!context.GetMeasurementTimer()->isActive());
+}
+
+/// Seconds in which no event loop runs become one tick.
+void TestStateMachineContext::ABlockedEventLoopProlongsTheTime()
+{
+    constexpr unsigned long BlockedMs = 2100;
+    Components components;
+    StateMachineContext& context = components.context;
+    context.StartMeasurementTimer(2);
+    QThread::msleep(BlockedMs);
+    QCoreApplication::processEvents();
+    QCOMPARE(context.MeasurementTime.Get(), 1);
+    QVERIFY(!context.MeasurementTimeElapsed.Get());
+    QTRY_VERIFY_WITH_TIMEOUT(context.MeasurementTimeElapsed.Get(), GenerousLimitMs);
 }
 
 void TestStateMachineContext::TheOffsetDelaysTheFirstTickAlone()

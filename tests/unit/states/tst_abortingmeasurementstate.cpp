@@ -21,6 +21,7 @@ private Q_SLOTS:
     void NoFunctionAfterAnAcknowledgedStopIsTheEnd();
     void NoFunctionWithoutAnAcknowledgedStopIsNoEnd();
     void StopOfAnEarlierVisitDoesNotCount();
+    void FreshInstrumentWithNothingPreparedIsWaitedForWithoutEnd();
     void FailedStatusEndsTheStep();
     void FailedStopIsALostLink();
 };
@@ -116,6 +117,19 @@ void TestAbortingMeasurementState::StopOfAnEarlierVisitDoesNotCount()
     end.state.OnRunning();
     QCOMPARE(end.Commands(), QByteArray("sh"));
     QCOMPARE(static_cast<int>(end.context.MeasurementStatus.Get()), 6);
+}
+
+/// No function has ever been active, so that the state of the function is still unknown.
+void TestAbortingMeasurementState::FreshInstrumentWithNothingPreparedIsWaitedForWithoutEnd()
+{
+    EndingSteps::End<AbortingMeasurementState> end;
+    end.AnswerByCommand({{'s', Wire::IdleStatus}});
+    for (int step = 0; step < 5; ++step) {
+        end.state.OnRunning();
+    }
+    QCOMPARE(end.Commands(), QByteArray("sssss"));
+    QCOMPARE(end.Outcome(), QString());
+    QCOMPARE(static_cast<int>(end.context.MeasurementFunctionStatus.Get()), -1);
 }
 
 void TestAbortingMeasurementState::FailedStatusEndsTheStep()

@@ -114,6 +114,7 @@ private Q_SLOTS:
     void FailedPollAfterAnErrorOfTheObjectForgetsIt();
 
     void IECIaTaReportsAndLogsCode10();
+    void IECIaTaLeavesCode10BehindWhenItIsPreparedAfterAll();
     void IECIaTaKeepsAnEarlierErrorBesideCode10();
     void IECIaTaLogsNoOtherCode();
     void IECIaTaMayEndWithCode10();
@@ -395,6 +396,16 @@ void TestRCDPreparedPhase::IECIaTaReportsAndLogsCode10()
     QVERIFY(run.log.Texts().contains(InvalidVoltage));
     run.SetError(Wire::NoError);
     QCOMPARE(run.Step(), QStringLiteral("ErrorCode=507"));
+}
+
+void TestRCDPreparedPhase::IECIaTaLeavesCode10BehindWhenItIsPreparedAfterAll()
+{
+    Run run(IECIaTa);
+    run.AnswerCheck(RCDWire::ObjectCheck(10));
+    run.StepIn(Prepared);
+    run.peer.AnswerAlways(run.Status(4));
+    QCOMPARE(run.Step(), QStringLiteral("MeasurementStatus=3"));
+    QCOMPARE(static_cast<int>(run.context.ErrorCode.Get()), 507);
 }
 
 void TestRCDPreparedPhase::IECIaTaKeepsAnEarlierErrorBesideCode10()

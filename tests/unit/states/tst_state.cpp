@@ -122,6 +122,7 @@ class TestState : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void ZerosPassAsAStatus();
     void KeepsContextAndParents();
     void HooksOfTheBaseDoNothing();
     void HasAMetaObjectWithoutMembersWhichConcreteStatesShare();
@@ -378,6 +379,16 @@ void TestState::ReportErrorStoresTheFirstErrorOnly()
     state.ReportError(static_cast<Error>(reported));
     QCOMPARE(engine.cells.Changes(), changes);
     QCOMPARE(static_cast<int>(engine.context.ErrorCode.Get()), changes.isEmpty() ? stored : reported);
+}
+
+/// The checksum of zeros is zero.
+void TestState::ZerosPassAsAStatus()
+{
+    Engine engine;
+    engine.peer.AnswerAlways(QByteArray(4, '\0'));
+    State state(&engine.context, nullptr, nullptr);
+    QVERIFY(state.RequestStatus());
+    QCOMPARE(engine.cells.Changes(), Changes("CurrentMeasurementType=0 ErrorCode=0 StartTestStatus=0"));
 }
 
 QTEST_GUILESS_MAIN(TestState)

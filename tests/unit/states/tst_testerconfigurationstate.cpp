@@ -22,6 +22,7 @@ private Q_SLOTS:
     void FailureEndsTheStepAndLeavesTheLaterRequests_data();
     void FailureEndsTheStepAndLeavesTheLaterRequests();
     void FailedVersionIsNotRetriedAndTheRestFollowsInALaterStep();
+    void DateConfiguredWhileItIsReadIsReplacedByTheOneThatIsRead();
 };
 
 namespace
@@ -263,6 +264,24 @@ void TestTesterConfigurationState::FailedVersionIsNotRetriedAndTheRestFollowsInA
     state.OnRunning();
     QCOMPARE(engine.Commands(), QByteArray("WR"));
     QVERIFY(!engine.context.CurrentDateTimeRequested.Get());
+}
+
+void TestTesterConfigurationState::DateConfiguredWhileItIsReadIsReplacedByTheOneThatIsRead()
+{
+    Engine engine;
+    engine.context.CurrentDateTimeRequested.Set(true);
+    engine.peer.Answer([&engine](const QByteArray& request) {
+        if (request == Wire::ReadCurrentDate) {
+            engine.context.CurrentDateTime.Set(QDateTime({2031, 5, 6}, {7, 8, 9}));
+            engine.context.CurrentDateTimeConfigurationRequested.Set(true);
+        }
+        return Wire::AnswerTo(request);
+    });
+    TesterConfigurationState state(&engine.context, nullptr);
+    state.OnRunning();
+    state.OnRunning();
+    QCOMPARE(engine.peer.RequestBytes(), (QList<QByteArray>{Wire::ReadCurrentDate, SetCurrentDate}));
+    QCOMPARE(engine.context.CurrentDateTime.Get(), QDateTime({2024, 3, 7}, {14, 5, 9}));
 }
 
 QTEST_GUILESS_MAIN(TestTesterConfigurationState)
