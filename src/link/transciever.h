@@ -21,8 +21,8 @@ namespace QueryResult
 constexpr int Data = 0;         ///< A data answer with a valid checksum.
 constexpr int Acknowledged = 1; ///< The acknowledge frame.
 constexpr int Refused = 2;      ///< The refusal frame, on the last attempt.
-constexpr int NoResponse = 3;   ///< Nothing came on the last attempt, or the port is closed.
-constexpr int BadChecksum = 4;  ///< An answer with a wrong checksum, on the last attempt.
+constexpr int NoResponse = 3;   ///< Nothing came on the last attempt, or the port is closed or closing.
+constexpr int BadChecksum = 4;  ///< An answer with a wrong checksum or without an end, on the last attempt.
 
 } // namespace QueryResult
 
@@ -51,9 +51,10 @@ public:
     void SetMaxRetransmissions(int maxRetransmissions) { _maxRetransmissions = maxRetransmissions; }
 
     /// Sends a request, up to `maxRetransmissions` times more after a failure, and waits up to `timeoutMs`
-    /// for each answer. Returns a `QueryResult`; a negative `maxRetransmissions` sends nothing and returns
-    /// `Data`. `*response` is a new array, which the caller deletes; it is left untouched when the port is
-    /// closed. If there is a `mayRetransmit`, the request is sent again only while it returns true.
+    /// for each answer. An answer that still goes on after as long, or reaches 4 KiB, has no end. Returns a
+    /// `QueryResult`; a negative `maxRetransmissions` sends nothing and returns `Data`. `*response` is a new
+    /// array, which the caller deletes; it is left untouched when the port is closed. If there is a
+    /// `mayRetransmit`, the request is sent again only while it returns true.
     int RunQuery(const QByteArray& request, int timeoutMs, int maxRetransmissions, QByteArray** response,
                  const std::function<bool()>& mayRetransmit = {});
     int RunQuery(const QByteArray& request, int timeoutMs, QByteArray** response);
@@ -66,7 +67,7 @@ public:
     /// Returns what is waiting on the line, in a new array that the caller deletes. No state calls it.
     QByteArray* ReadBuffer();
     /// Returns a new array as well, but waits up to `timeoutMs` for data and reads on until the line is
-    /// silent.
+    /// silent, for as long again and up to 4 KiB at the most.
     QByteArray* ReadBuffer(int timeoutMs);
 
 private:
