@@ -14,7 +14,8 @@ enum class FunctionState : int {
     Idle = 0,
     /// The function is being prepared. An abort counts it as over, because it does not run.
     Preparing = 1,
-    /// The function has completed. The library reads the result, or takes the stop as confirmed.
+    /// The function has completed. A running measurement waits for its result. While the function is to be
+    /// stopped, it counts as over.
     Completed = 2,
     /// The function could not be prepared: `PrepareFailed` (200), `StartFailed` (201) while it is being
     /// started, `MeasurementFailed` (202) while it runs. In an RCD test, the library asks what is wrong with

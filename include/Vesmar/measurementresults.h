@@ -35,7 +35,7 @@ public:
     MeasurementType GetMeasurementType() const { return _measurementType; }
 
     /// The six values that the instrument sent, before the scaling that a member's comment names. In RCD
-    /// tests they are decoded readings: Re alone, or Ia and Ta. Values that there are not are zero.
+    /// tests they are decoded readings: Re alone, or Ia and Ta. All others are zero.
     std::array<float, 6> _values{};
 
 private:

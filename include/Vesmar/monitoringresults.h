@@ -5,7 +5,7 @@
 namespace Vesmar
 {
 
-/// The mains readings that the instrument takes while no measurement function is active.
+/// The mains readings that the instrument measures while no measurement function is active.
 class VESMAR_EXPORT MonitoringResults : public MeasurementResults
 {
 public:

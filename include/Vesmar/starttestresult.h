@@ -8,7 +8,7 @@ namespace Vesmar
 /// What 0 to 13 mean is known to the instrument alone. The library looks at the value in RCD tests only: with
 /// 14 or 15 it goes on, with any other value it asks again.
 enum class StartTestResult : int {
-    Unknown = -1,  ///< No result has arrived yet, or the preparation of an RCD test failed with 400.
+    Unknown = -1,  ///< No result has arrived yet, or the preparation of a Ub/Re test failed with 400.
     Status0 = 0,   ///< Result 0; its meaning is the instrument's own.
     Status1 = 1,   ///< Result 1; its meaning is the instrument's own.
     Status2 = 2,   ///< Result 2; its meaning is the instrument's own.

@@ -128,9 +128,9 @@ public:
     /// How far the present measurement has come. Default `Idle`.
     MeasurementState MeasurementStatus() const;
     /// The whole seconds that the present continuous measurement has run, 0 while it is being prepared. The
-    /// first second of a high-voltage test is longer by its offset. The value stays after the end. When
-    /// the link is lost, it counts on to the end of the time, or until the instrument says that no function
-    /// is active. Other functions do not count. Default 0.
+    /// first second of a high-voltage test is longer by its offset. The value stays after the end until
+    /// `MeasurementStatus` is `Preparing` again. When the link is lost, it counts on to the end of the time,
+    /// or until the instrument says that no function is active. Other functions do not count. Default 0.
     int MeasurementTime() const;
     /// The per cent of the firmware image that the instrument has acknowledged, 0 to 100. The value stays
     /// after the end. Default 0.
@@ -208,7 +208,8 @@ public:
     /// An RCD test that runs ends with `ErrorCode` 521 (`RCDDeviceError1`) unless there is another error.
     /// Nothing is sent to the instrument: it stops when measurement mode is left. The clean-up cannot be
     /// aborted. Before the start of a Ub/Re test, an abort during its preparation stops the instrument and
-    /// prepares it anew; otherwise the abort waits, and `StartMeasurement()` withdraws it.
+    /// prepares it anew; without a preparation the abort waits, and `StartMeasurement()` withdraws it. Before
+    /// the start of an IEC test, an abort changes nothing.
     void AbortMeasurement();
 
     /// Updates the instrument's firmware with the image `data`, a multiple of 512 bytes, and the last two

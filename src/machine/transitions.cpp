@@ -224,7 +224,7 @@ bool RCDMeasurementModeToRCDMonitoringTransition(StateMachineContext& /*context*
 }
 
 // The application stores the settings before it requests the start. These four therefore read the request
-// before the settings: the other way round, a start could be taken together with the settings before it.
+// before the settings: the other way round, a new start could meet the settings before it.
 
 bool RCDMonitoringToRCDUbReMeasurementRunningTransition(StateMachineContext& context)
 {

@@ -25,10 +25,10 @@ struct RCDRule {
     }
 };
 
-/// All in which the four runs differ, phase by phase. Each rule has four values, which stand in this order:
-/// the Ub/Re test, the Ia/Ta test, the IEC Ia/Ta test, the IEC clean-up. Whatever no rule mentions is the
-/// same in all four: budgets, time limits, error codes, and a pause after a refused or damaged status,
-/// prepare or start.
+/// All in which the phases of the four runs differ. Each rule has four values, which stand in this order: the
+/// Ub/Re test, the Ia/Ta test, the IEC Ia/Ta test, the IEC clean-up. Whatever no rule mentions is the same in
+/// all four: budgets, time limits, error codes, and a pause after a refused or damaged status, prepare or
+/// start. Each state decides by itself with which settings its run does anything.
 namespace RCDRules
 {
 
@@ -65,7 +65,8 @@ inline constexpr RCDRule<MeasurementType> Function{MeasurementType::RCD, Measure
                                                    MeasurementType::RCDIEC, MeasurementType::RCDIEC};
 /// The instrument's error in a poll goes to `ErrorCode`. It ends the run in any case.
 inline constexpr RCDRule<bool> ReportsPollError{true, true, false, false};
-/// The polls that use up the budget. After an object error that does not count, a run polls without limit.
+/// The polls that use up the budget. As long as every poll finds an object error after which none counts, a
+/// run polls without limit.
 inline constexpr RCDRule<Counted> CountsPolls{Counted::EveryPoll, Counted::EveryPoll,
                                               Counted::AllButThoseAfter507, Counted::NoneAfterAnObjectError};
 /// Each poll is told on the log, with its number and its result.
@@ -96,8 +97,8 @@ inline constexpr RCDRule<bool> AbortHoldsStart{true, false, false, false};
 inline constexpr RCDRule<Results> Awaits{Results::UbRe, Results::IaTa, Results::IaTa, Results::None};
 /// A test that stays silent ends with 520, and has no starts left. In the other runs it is started again.
 inline constexpr RCDRule<bool> SilenceEndsTheRun{true, false, false, false};
-/// A function that was terminated with 525 begins the run anew, with what is left of its budgets. Any other
-/// termination ends a run with 521.
+/// When the function was terminated with 525, the run begins anew, with what is left of its budgets. Any
+/// other termination ends a run with 521.
 inline constexpr RCDRule<bool> Error525BeginsAnew{false, false, true, false};
 
 } // namespace RCDRules
