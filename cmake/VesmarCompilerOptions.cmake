@@ -28,6 +28,11 @@ if(VESMAR_SANITIZE)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
+if(VESMAR_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -g1)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+
 if(VESMAR_COVERAGE)
   add_compile_options(--coverage -fprofile-update=atomic -g0)
   add_link_options(--coverage)

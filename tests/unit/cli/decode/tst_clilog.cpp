@@ -39,6 +39,7 @@ private Q_SLOTS:
     void FindsOtherLines();
     void FindsDamage_data();
     void FindsDamage();
+    void FindsDamageInLongLines();
 };
 
 void TestCliLog::GivesOutLines_data()
@@ -305,6 +306,18 @@ void TestCliLog::FindsDamage()
     QFETCH(const QString, damage);
     const QString found = ParseLogLine(line).damage;
     QVERIFY2(found.contains(damage), qPrintable(found));
+}
+
+void TestCliLog::FindsDamageInLongLines()
+{
+    for (const QByteArray& filling :
+         {QByteArray("0"), QByteArray("12:00:00.000  "), QByteArray("12:00:00.000  73f44e "),
+          QByteArray("\033[0;35m"), QByteArray("<<<          "), QByteArray("\xC3"), QByteArray("[4b]"),
+          QByteArray("UPDATE ERROR - ")}) {
+        const int most = LogReader::LongestLine / filling.size();
+        const LogEntry entry = ParseLogLine("12:00:00.000  73f44e " + filling.repeated(most));
+        QVERIFY2(entry.kind != LogEntry::Kind::Exchange || !entry.damage.isEmpty(), filling.constData());
+    }
 }
 
 QTEST_APPLESS_MAIN(TestCliLog)
