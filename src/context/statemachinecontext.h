@@ -130,8 +130,8 @@ private:
     Transciever* _transciever;
     mutable QMutex _updateMutex;
     QTimer* _measurementTimer;
-    std::atomic<bool> _isMeasurementTimerRunning{
-        false}; ///< The timer itself may be asked on its thread alone.
+    /// Tells every thread what only the timer's own thread may ask the timer.
+    std::atomic<bool> _isMeasurementTimerRunning{false};
     int _elapsedSeconds = 0;
     int _timeLimit = 0;
 };

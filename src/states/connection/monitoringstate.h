@@ -9,8 +9,7 @@ namespace Vesmar
 ///
 /// Sends status on every step. After it, sends stop as long as the instrument runs a function, which nobody
 /// here started. When it runs none, clears `IsMeasurementRunning`, stops the measurement timer, and reads the
-/// readings when there are new ones. Left for configuration, for the update
-/// states, and for measurement mode.
+/// readings when there are new ones. Left for configuration, for the update states, and for measurement mode.
 class MonitoringState : public State
 {
 public:

@@ -86,7 +86,8 @@ inline constexpr RCDRule<bool> PausesWhileNotPrepared{false, true, true, false};
 inline constexpr RCDRule<bool> PausesAfterFailedCheck{true, true, false, false};
 /// A clean object check, which overrides the prepare error and leads to the start, clears `ErrorCode`.
 inline constexpr RCDRule<bool> CleanCheckClearsError{false, false, true, true};
-/// An object error is followed by a pause, or, where it is 507, reported and named on the log.
+/// An object error, and a check without an answer counts as one, is followed by a pause, or, where it is 507,
+/// reported and named on the log.
 inline constexpr RCDRule<bool> WaitsForObject{false, false, true, false};
 
 // Starting and running: what ends the run.
