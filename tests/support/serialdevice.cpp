@@ -1,6 +1,5 @@
 #include "support/serialdevice.h"
 
-#include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -13,6 +12,8 @@
 #include <cstring>
 #include <mutex>
 #include <thread>
+
+#include "support/systemfunction.h"
 
 namespace
 {
@@ -40,12 +41,6 @@ std::atomic<int> readFailures{Never};
 std::atomic<bool> isBabbling{false};
 std::atomic<bool> isOutputHeld{false};
 std::atomic<bool> isConfigurationFailing{false};
-
-template <typename Function>
-Function* SystemFunction(const char* name)
-{
-    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
-}
 
 int OpenFile(const char* path, int flags, mode_t mode)
 {

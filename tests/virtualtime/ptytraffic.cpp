@@ -1,14 +1,17 @@
 #include "virtualtime/ptytraffic.h"
 
-#include <dlfcn.h>
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 
+#include <algorithm>
+#include <ctime>
 #include <map>
 #include <mutex>
 #include <optional>
+
+#include "support/systemfunction.h"
 
 namespace
 {
@@ -18,8 +21,12 @@ constexpr unsigned int MultiplexerMinor = 2;
 constexpr unsigned int FirstPtyMajor = 136;
 constexpr unsigned int LastPtyMajor = 143;
 constexpr unsigned int MinorsPerMajor = 256;
-/// Bytes that have not arrived by then were lost, as those to an end that is closed.
-constexpr int PatienceMs = 1000;
+/// An end holds no more than so many bytes at a time.
+constexpr ssize_t MostThatWait = 4000;
+constexpr timespec BetweenLooks{0, 10000};
+/// Bytes that have not arrived by then, a second at least later, were lost, as those to an end that is
+/// closed.
+constexpr int MostLooks = 20000;
 
 /// One end of a pseudo-terminal.
 struct End {
@@ -60,10 +67,10 @@ public:
         _counts[end] += count;
     }
 
-    bool IsUnderWay(const End& end)
+    ssize_t CountTo(const End& end)
     {
         const std::lock_guard<std::mutex> lock(_mutex);
-        return _counts[end] > 0;
+        return _counts[end];
     }
 
     void Forget(const End& end)
@@ -81,6 +88,17 @@ Traffic& AllTraffic()
 {
     static auto* const traffic = new Traffic;
     return *traffic;
+}
+
+/// Whether so many bytes can be read, or nothing more comes because the other end is closed.
+bool HaveArrived(int descriptor, ssize_t count)
+{
+    static auto* const systemIoctl = SystemFunction<int(int, unsigned long, ...)>("ioctl");
+    static auto* const systemPoll = SystemFunction<int(pollfd*, nfds_t, int)>("poll");
+    int waiting = 0;
+    pollfd source{descriptor, POLLIN, 0};
+    return systemIoctl(descriptor, FIONREAD, &waiting) != 0 || waiting >= count ||
+           (systemPoll(&source, 1, 0) != 0 && (source.revents & POLLHUP) != 0);
 }
 
 } // namespace
@@ -104,15 +122,18 @@ void Received(int descriptor, ssize_t count)
 
 void AwaitArrival(int descriptor)
 {
-    using Poll = int(pollfd*, nfds_t, int);
-    static auto* const systemPoll = reinterpret_cast<Poll*>(dlsym(RTLD_NEXT, "poll"));
+    static auto* const systemSleep = SystemFunction<int(const timespec*, timespec*)>("nanosleep");
     const auto end = EndOf(descriptor);
-    if (!end || !AllTraffic().IsUnderWay(*end)) {
+    if (!end) {
         return;
     }
-    pollfd source{descriptor, POLLIN, 0};
-    if (systemPoll(&source, 1, PatienceMs) == 0) {
-        AllTraffic().Forget(*end);
+    const ssize_t count = std::min(AllTraffic().CountTo(*end), MostThatWait);
+    for (int looks = 0; count > 0 && !HaveArrived(descriptor, count); ++looks) {
+        if (looks == MostLooks) {
+            AllTraffic().Forget(*end);
+            return;
+        }
+        systemSleep(&BetweenLooks, nullptr);
     }
 }
 

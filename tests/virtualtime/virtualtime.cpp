@@ -1,6 +1,5 @@
 #include "virtualtime/virtualtime.h"
 
-#include <dlfcn.h>
 #include <linux/futex.h>
 #include <poll.h>
 #include <pthread.h>
@@ -12,6 +11,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <cerrno>
 #include <cstdarg>
@@ -24,6 +24,7 @@
 #include <memory>
 #include <set>
 
+#include "support/systemfunction.h"
 #include "virtualtime/ptytraffic.h"
 
 namespace
@@ -42,12 +43,6 @@ constexpr Nanoseconds Glance = PerMicrosecond;
 /// 1000 s, which no date can be taken for.
 constexpr Nanoseconds FirstDate = 1'767'225'600 * PerSecond;
 constexpr Nanoseconds FirstMonotonic = 1000 * PerSecond;
-
-template <typename Function>
-Function* SystemFunction(const char* name)
-{
-    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
-}
 
 /// What is ready now, with the bytes that are under way.
 int SystemPoll(pollfd* descriptors, nfds_t count)
@@ -102,16 +97,13 @@ class Engine
 public:
     Nanoseconds Now() const { return _now; }
 
-    /// Waits. `prepare` runs before anybody can wake the caller or move time on; where it returns false, the
-    /// caller does not wait. True if it was woken before the deadline.
-    template <typename Prepare>
-    bool Wait(Waiter& waiter, Prepare prepare)
+    int ThreadCount() const { return _threadCount; }
+
+    /// Nobody else runs until the caller waits. True if it was woken before the deadline.
+    bool Wait(Waiter& waiter)
     {
         {
             const Lock lock(_mutex);
-            if (!prepare()) {
-                return true;
-            }
             _waiting.push_back(&waiter);
             PassTurn();
         }
@@ -133,6 +125,7 @@ public:
         const Lock lock(_mutex);
         const int result = create();
         if (result == 0) {
+            ++_threadCount;
             _ended.erase(*thread);
             _ready.push_back(&waiter);
         }
@@ -142,6 +135,7 @@ public:
     void EndThread()
     {
         const Lock lock(_mutex);
+        --_threadCount;
         _ended.insert(pthread_self());
         WakeThoseAt(AddressOf(pthread_self()), All);
         PassTurn();
@@ -149,10 +143,11 @@ public:
 
     void AwaitEnd(pthread_t thread)
     {
-        Waiter waiter;
-        waiter.address = AddressOf(thread);
-        Wait(waiter, [&] { return _ended.count(thread) == 0; });
-        const Lock lock(_mutex);
+        if (_ended.count(thread) == 0) {
+            Waiter waiter;
+            waiter.address = AddressOf(thread);
+            Wait(waiter);
+        }
         _ended.erase(thread);
     }
 
@@ -223,6 +218,7 @@ private:
     std::list<Waiter*> _ready;   ///< They could go on.
     std::set<pthread_t> _ended;  ///< Threads that were not joined yet.
     std::atomic<Nanoseconds> _now{0};
+    std::atomic<int> _threadCount{1};
 };
 
 /// Threads and destructors may still need it at the very end.
@@ -265,7 +261,7 @@ void SleepUntil(Nanoseconds deadline)
 {
     Waiter waiter;
     waiter.deadline = deadline;
-    Time().Wait(waiter, [] { return true; });
+    Time().Wait(waiter);
 }
 
 int WaitForCondition(pthread_cond_t* condition, pthread_mutex_t* mutex, Nanoseconds deadline)
@@ -273,10 +269,8 @@ int WaitForCondition(pthread_cond_t* condition, pthread_mutex_t* mutex, Nanoseco
     Waiter waiter;
     waiter.address = condition;
     waiter.deadline = deadline;
-    const bool wasWoken = Time().Wait(waiter, [mutex] {
-        pthread_mutex_unlock(mutex);
-        return true;
-    });
+    pthread_mutex_unlock(mutex);
+    const bool wasWoken = Time().Wait(waiter);
     pthread_mutex_lock(mutex);
     return wasWoken ? 0 : ETIMEDOUT;
 }
@@ -290,39 +284,51 @@ int Poll(pollfd* descriptors, nfds_t count, Nanoseconds timeout)
     waiter.descriptors = descriptors;
     waiter.descriptorCount = count;
     waiter.deadline = timeout < 0 ? Never : Time().Now() + std::max(timeout, Glance);
-    Time().Wait(waiter, [] { return true; });
+    Time().Wait(waiter);
     return SystemPoll(descriptors, count);
+}
+
+/// What the C library's syscall does.
+template <typename... Arguments>
+long SystemCall(long number, Arguments... arguments)
+{
+    static auto* const systemCall = SystemFunction<long(long, ...)>("syscall");
+    return systemCall(number, arguments...);
 }
 
 long WaitOnFutex(const std::atomic<int>* word, int value, Nanoseconds deadline)
 {
+    if (word->load() != value) {
+        errno = EAGAIN;
+        return -1;
+    }
     Waiter waiter;
     waiter.address = word;
     waiter.deadline = deadline;
-    bool isChanged = false;
-    const bool wasWoken = Time().Wait(waiter, [&] {
-        isChanged = word->load() != value;
-        return !isChanged;
-    });
-    if (wasWoken && !isChanged) {
+    if (Time().Wait(waiter)) {
         return 0;
     }
-    errno = isChanged ? EAGAIN : ETIMEDOUT;
+    errno = ETIMEDOUT;
     return -1;
 }
 
-/// The calls that Qt and the C++ library make.
-long Futex(int* word, int operation, int value, const timespec* timeout)
+/// The calls that Qt and the C++ library make. Whoever is woken without need waits again.
+long Futex(const std::array<long, 6>& arguments)
 {
-    switch (operation & FUTEX_CMD_MASK) {
+    const auto* const word = reinterpret_cast<const std::atomic<int>*>(arguments[0]);
+    const auto value = static_cast<int>(arguments[2]);
+    const auto* const timeout = reinterpret_cast<const timespec*>(arguments[3]);
+    switch (const auto operation = static_cast<int>(arguments[1]); operation & FUTEX_CMD_MASK) {
     case FUTEX_WAIT:
-        return WaitOnFutex(reinterpret_cast<const std::atomic<int>*>(word), value,
-                           timeout != nullptr ? Time().Now() + Duration(*timeout) : Never);
+        return WaitOnFutex(word, value, timeout != nullptr ? Time().Now() + Duration(*timeout) : Never);
     case FUTEX_WAIT_BITSET:
-        return WaitOnFutex(reinterpret_cast<const std::atomic<int>*>(word), value,
-                           timeout != nullptr ? Moment(*timeout) : Never);
+        return WaitOnFutex(word, value, timeout != nullptr ? Moment(*timeout) : Never);
     case FUTEX_WAKE:
         return Time().Wake(word, value);
+    case FUTEX_WAKE_OP: // The system changes the second word. The fourth argument is a count here.
+        SystemCall(SYS_futex, arguments[0], arguments[1], 0L, 0L, arguments[4], arguments[5]);
+        return Time().Wake(word, value) +
+               Time().Wake(reinterpret_cast<const void*>(arguments[4]), static_cast<int>(arguments[3]));
     default:
         std::fprintf(stderr, "VirtualTime: the futex operation %d is not known here.\n", operation);
         std::abort();
@@ -513,20 +519,16 @@ TAKES_PLACE int pthread_join(pthread_t thread, void** result)
 
 TAKES_PLACE long syscall(long number, ...) noexcept
 {
-    static auto* const systemCall = SystemFunction<long(long, ...)>("syscall");
     va_list list;
     va_start(list, number);
-    long arguments[6];
+    std::array<long, 6> arguments{};
     for (long& argument : arguments) {
         argument = va_arg(list, long);
     }
     va_end(list);
-    if (number == SYS_futex) {
-        return Futex(reinterpret_cast<int*>(arguments[0]), static_cast<int>(arguments[1]),
-                     static_cast<int>(arguments[2]), reinterpret_cast<const timespec*>(arguments[3]));
-    }
-    return systemCall(number, arguments[0], arguments[1], arguments[2], arguments[3], arguments[4],
-                      arguments[5]);
+    return number == SYS_futex ? Futex(arguments)
+                               : SystemCall(number, arguments[0], arguments[1], arguments[2], arguments[3],
+                                            arguments[4], arguments[5]);
 }
 
 } // extern "C"
@@ -542,6 +544,11 @@ std::chrono::nanoseconds Now()
 void Sleep(std::chrono::nanoseconds time)
 {
     SleepUntil(Time().Now() + time.count());
+}
+
+int ThreadCount()
+{
+    return Time().ThreadCount();
 }
 
 } // namespace VirtualTime

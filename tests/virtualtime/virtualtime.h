@@ -9,31 +9,34 @@
 ///
 /// It covers the sleeps, the clocks, the condition variables, the futexes that Qt's mutexes and semaphores
 /// are made of, polls, and the joining of threads. A mutex of the C library may be held while a thread runs,
-/// but not while it sleeps. Nothing outside of the process is waited for: a bytes of a pseudo-terminal inside
-/// of it are waited for in real time (see ptytraffic.h).
-namespace VirtualTime
+/// but not while it sleeps. Nothing outside of the process is waited for: the bytes of a pseudo-terminal
+/// inside of it are waited for in real time (see ptytraffic.h).
+namespace __attribute__((visibility("default"))) VirtualTime
 {
 
-/// The time since the program was started.
-std::chrono::nanoseconds Now();
+    /// The time since the program was started.
+    std::chrono::nanoseconds Now();
 
-/// Lets the caller wait until the condition holds; looks at it every virtual millisecond. False after the
-/// time limit.
-template <typename Condition>
-bool WaitUntil(Condition condition, std::chrono::milliseconds limit);
+    /// Lets the caller wait until the condition holds; looks at it every virtual millisecond. False after the
+    /// time limit.
+    template <typename Condition>
+    bool WaitUntil(Condition condition, std::chrono::milliseconds limit);
 
-/// Sleeps in virtual time.
-void Sleep(std::chrono::nanoseconds time);
+    /// Sleeps in virtual time.
+    void Sleep(std::chrono::nanoseconds time);
 
-template <typename Condition>
-bool WaitUntil(Condition condition, std::chrono::milliseconds limit)
-{
-    for (const auto end = Now() + limit; !condition(); Sleep(std::chrono::milliseconds(1))) {
-        if (Now() >= end) {
-            return false;
+    /// How many threads have begun and have not ended.
+    int ThreadCount();
+
+    template <typename Condition>
+    bool WaitUntil(Condition condition, std::chrono::milliseconds limit)
+    {
+        for (const auto end = Now() + limit; !condition(); Sleep(std::chrono::milliseconds(1))) {
+            if (Now() >= end) {
+                return false;
+            }
         }
+        return true;
     }
-    return true;
-}
 
 } // namespace VirtualTime
