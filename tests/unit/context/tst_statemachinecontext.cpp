@@ -1,4 +1,3 @@
-#include <atomic>
 #include <functional>
 #include <memory>
 #include <thread>
@@ -106,7 +105,6 @@ private Q_SLOTS:
     void ResetChangesTheMeasurementStatusAlone();
     void StoresAnUpdateWithoutTouchingACell();
     void SharesTheUpdateUntilOneSideWrites();
-    void UpdateStaysInOnePieceBetweenTwoThreads();
     void DeletesThePublishedObjectsAtItsEnd();
     void AsksForTheTimerWithTheOffsetInMilliseconds_data();
     void AsksForTheTimerWithTheOffsetInMilliseconds();
@@ -278,31 +276,6 @@ void TestStateMachineContext::SharesTheUpdateUntilOneSideWrites()
     update.confirmation[1] = 'z';
     QCOMPARE(components.context.GetUpdate().image, QByteArray(512, 'i'));
     QCOMPARE(components.context.GetUpdate().confirmation, QByteArray("cc"));
-}
-
-void TestStateMachineContext::UpdateStaysInOnePieceBetweenTwoThreads()
-{
-    Components components;
-    StateMachineContext& context = components.context;
-    std::atomic<bool> isWriting{true};
-    std::thread application([&context, &isWriting] {
-        for (int size = 1; size <= 20000; ++size) {
-            context.SetUpdate(QByteArray(size % 512, 'i'), QByteArray(size % 512, 'c'));
-        }
-        isWriting = false;
-    });
-    int reads = 0;
-    int mixed = 0;
-    do {
-        const Vesmar::FirmwareUpdate update = context.GetUpdate();
-        const int size = update.image.size();
-        const bool isOne =
-            update.image == QByteArray(size, 'i') && update.confirmation == QByteArray(size, 'c');
-        mixed += isOne ? 0 : 1;
-        ++reads;
-    } while (isWriting);
-    application.join();
-    QVERIFY2(mixed == 0, qPrintable(QStringLiteral("%1 of %2 reads").arg(mixed).arg(reads)));
 }
 
 void TestStateMachineContext::DeletesThePublishedObjectsAtItsEnd()

@@ -21,6 +21,7 @@
 #include "context/replaceowned.h"
 #include "unit/facade/facadefixture.h"
 #include "unit/machine/conditions.h"
+#include "virtualtime/virtualtime.h"
 
 using Vesmar::MeasurementSettings;
 using Vesmar::MeasurementState;
@@ -28,6 +29,7 @@ using Vesmar::MeasurementType;
 using Vesmar::StateMachineContext;
 using Vesmar::Tester;
 using Vesmar::TesterInformation;
+using VirtualTime::ThreadCount;
 
 Q_DECLARE_METATYPE(Operation)
 

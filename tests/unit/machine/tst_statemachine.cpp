@@ -16,11 +16,13 @@
 #include "support/serialdevice.h"
 #include "unit/machine/conditions.h"
 #include "unit/machine/instrument.h"
+#include "virtualtime/virtualtime.h"
 
 using Vesmar::Error;
 using Vesmar::MeasurementState;
 using Vesmar::StateMachine;
 using Vesmar::StateMachineContext;
+using VirtualTime::ThreadCount;
 
 namespace
 {

@@ -704,7 +704,6 @@ struct Plant : Engine {
         }
     }
 
-    PauseLog pauses;
     StateMachineRunner runner{&context, nullptr};
     QStringList visited;
 };

@@ -299,18 +299,15 @@ private Q_SLOTS:
         QCOMPARE(instrument.client.Read(4), RcdRunningStatus);
     }
 
-    /// What is due before a request happens before it. The time is long enough to unplug the instrument even
-    /// on a busy machine.
+    /// What is due before a request happens before it.
     void UnaskedIsLostWhileUnplugged()
     {
         AskedInstrument instrument(Playing("{\"request\": \"53966a\", \"answer\": \"06c660\"},"
                                            "{\"unasked\": \"0af73370\", \"after\": 2000},"
                                            "{\"request\": \"68aeed\", \"answer\": \"06c660\"}"));
         QCOMPARE(instrument.Ask(StartMeasurement, 3), Acknowledge);
-        QElapsedTimer timer;
-        timer.start();
         instrument.Unplug();
-        QTRY_VERIFY(timer.elapsed() >= 2000);
+        QTest::qWait(2000);
         QVERIFY(instrument.client.Write(ReadStatus));
         QTRY_COMPARE(instrument.Requests().size(), 2);
         instrument.Plug();

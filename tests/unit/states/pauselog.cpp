@@ -1,8 +1,8 @@
 #include "unit/states/pauselog.h"
 
-#include <dlfcn.h>
-
 #include <ctime>
+
+#include "support/systemfunction.h"
 
 namespace
 {
@@ -22,11 +22,9 @@ qint64 Milliseconds(const timespec& duration)
 // NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the C library's have reserved names.
 extern "C" __attribute__((visibility("default"))) int nanosleep(const timespec* duration, timespec* remaining)
 {
-    using Function = int(const timespec*, timespec*);
-    static auto* const systemNanosleep = reinterpret_cast<Function*>(dlsym(RTLD_NEXT, "nanosleep"));
+    static auto* const systemNanosleep = SystemFunction<int(const timespec*, timespec*)>("nanosleep");
     if (currentLog != nullptr) {
         currentLog->Record(Milliseconds(*duration));
-        return 0;
     }
     return systemNanosleep(duration, remaining);
 }

@@ -3,9 +3,9 @@
 #include <QString>
 #include <QStringList>
 
-/// Records the pauses of its thread as long as it lives, and skips them. There is one at a time on a thread.
+/// Records the pauses of its thread as long as it lives. There is one at a time on a thread.
 ///
-/// It sees the sleeps of `QThread`. The waits of the serial line are of another kind and stay real.
+/// It sees the sleeps of `QThread`. The waits of the serial line are of another kind.
 class PauseLog
 {
 public:

@@ -3,7 +3,6 @@
 
 #include "states/connection/communicationrecoverystate.h"
 #include "unit/states/enginefixture.h"
-#include "unit/states/pauselog.h"
 
 using Vesmar::CommunicationRecoveryState;
 using Vesmar::Error;
@@ -282,7 +281,6 @@ void TestCommunicationRecoveryState::PersistentFailureResetsTheModeOnceAndThenRe
 void TestCommunicationRecoveryState::ResultOfTheModeResetIsNotLookedAt()
 {
     Engine engine;
-    const PauseLog pauses;
     engine.context.CommunicationError.Set(true);
     engine.transciever.SetMaxRetransmissions(0);
     CommunicationRecoveryState state(&engine.context, nullptr);
@@ -298,7 +296,6 @@ void TestCommunicationRecoveryState::ResultOfTheModeResetIsNotLookedAt()
 void TestCommunicationRecoveryState::SilenceAfterTheModeResetSets100()
 {
     Engine engine;
-    const PauseLog pauses;
     CommunicationRecoveryState state(&engine.context, nullptr);
     state.OnEntry();
     FailElevenTimes(engine, state, Wire::Refusal);
@@ -312,7 +309,6 @@ void TestCommunicationRecoveryState::SilenceAfterTheModeResetSets100()
 void TestCommunicationRecoveryState::FurtherFailuresChangeNothingMore()
 {
     Engine engine;
-    const PauseLog pauses;
     engine.transciever.Close();
     CommunicationRecoveryState state(&engine.context, nullptr);
     state.OnEntry();
@@ -338,7 +334,6 @@ void TestCommunicationRecoveryState::EntryStartsTheCountAnew()
 void TestCommunicationRecoveryState::EntryAllowsAnotherModeReset()
 {
     Engine engine;
-    const PauseLog pauses;
     engine.transciever.SetMaxRetransmissions(0);
     CommunicationRecoveryState state(&engine.context, nullptr);
     for (int visit = 1; visit <= 2; ++visit) {

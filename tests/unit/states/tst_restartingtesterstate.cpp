@@ -77,7 +77,6 @@ void TestRestartingTesterState::AsksForTheStatusAfterThePauseInAnyOtherMode()
 void TestRestartingTesterState::ClearsTheRequestWhenTheModeChangeFailedToo()
 {
     Engine engine;
-    const PauseLog pauses;
     engine.transciever.SetMaxRetransmissions(0);
     engine.context.RestartRequested.Set(true);
     engine.AnswerByCommand({{'x', Wire::Refusal}});
@@ -93,7 +92,6 @@ void TestRestartingTesterState::ClearsTheRequestWhenTheModeChangeFailedToo()
 void TestRestartingTesterState::FailedStatusIsALostLink()
 {
     Engine engine;
-    const PauseLog pauses;
     engine.transciever.SetMaxRetransmissions(0);
     engine.context.TesterMode.Set(OperationMode::Mode2);
     engine.AnswerByCommand({{'x', Wire::Refusal}, {'s', Wire::Refusal}});
@@ -108,7 +106,6 @@ void TestRestartingTesterState::FailedStatusIsALostLink()
 void TestRestartingTesterState::ClearsAnEarlierCommunicationError()
 {
     Engine engine;
-    const PauseLog pauses;
     engine.context.CommunicationError.Set(true);
     engine.context.RestartRequested.Set(true);
     engine.AnswerByCommand({{'x', Wire::Acknowledge}});
@@ -122,7 +119,6 @@ void TestRestartingTesterState::ClearsAnEarlierCommunicationError()
 void TestRestartingTesterState::ClearsTheRequestBeforeThePause()
 {
     Engine engine;
-    const PauseLog pauses;
     engine.context.TesterMode.Set(OperationMode::Mode2);
     engine.context.RestartRequested.Set(true);
     std::atomic<bool> requestedAtModeChange{false};

@@ -118,7 +118,6 @@ void TestTesterConfigurationState::AnswersEachRequest()
     QFETCH(const QList<QByteArray>, frames);
     QFETCH(const QStringList, changes);
     Engine engine;
-    const PauseLog pauses;
     SetDates(engine);
     Requests(engine).at(request)->Set(true);
     engine.cells.Clear();
@@ -133,7 +132,6 @@ void TestTesterConfigurationState::AnswersEachRequest()
 void TestTesterConfigurationState::ReadsInformationBeforeTheCurrentDateInOneStep()
 {
     Engine engine;
-    const PauseLog pauses;
     engine.context.CurrentDateTimeRequested.Set(true);
     engine.context.DeviceInformationRequested.Set(true);
     engine.AnswerByCommand(Instrument());
@@ -145,7 +143,6 @@ void TestTesterConfigurationState::ReadsInformationBeforeTheCurrentDateInOneStep
 void TestTesterConfigurationState::AnswersEveryRequestInTheFixedOrderInOneStep()
 {
     Engine engine;
-    const PauseLog pauses;
     RequestEverything(engine);
     engine.AnswerByCommand(Instrument());
     TesterConfigurationState state(&engine.context, nullptr);
@@ -167,7 +164,6 @@ void TestTesterConfigurationState::AnswersEveryRequestInTheFixedOrderInOneStep()
 void TestTesterConfigurationState::ClearsEachFlagBeforeItsRequestGoesOut()
 {
     Engine engine;
-    const PauseLog pauses;
     RequestEverything(engine);
     QStringList pending; // Written on the peer's thread, read after the last answer.
     const QMap<char, QByteArray> answers = Instrument();
@@ -233,7 +229,6 @@ void TestTesterConfigurationState::FailureEndsTheStepAndLeavesTheLaterRequests()
     QFETCH(const QByteArray, sent);
     QFETCH(const QString, pending);
     Engine engine;
-    const PauseLog pauses;
     engine.transciever.SetMaxRetransmissions(0);
     RequestEverything(engine);
     const QMap<char, QByteArray> answers = Instrument();
@@ -250,7 +245,6 @@ void TestTesterConfigurationState::FailureEndsTheStepAndLeavesTheLaterRequests()
 void TestTesterConfigurationState::FailedVersionIsNotRetriedAndTheRestFollowsInALaterStep()
 {
     Engine engine;
-    const PauseLog pauses;
     engine.transciever.SetMaxRetransmissions(0);
     engine.context.DeviceInformationRequested.Set(true);
     engine.context.CurrentDateTimeRequested.Set(true);
