@@ -52,15 +52,15 @@ RcdFailure ErrorWhenPrepared(int number)
 
 } // namespace
 
-/// Residual-current tests that go wrong, are aborted, or come to their result in an unusual way. One
-/// instrument serves for all rows.
+/// Residual-current tests that go wrong, are aborted, or come to their result in an unusual way. Each row has
+/// an instrument of its own.
 class TestRcdFailures : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { _rcd = std::make_unique<RcdMeasuring>(); }
-    void cleanupTestCase() { _rcd.reset(); }
+    void init() { _rcd = std::make_unique<RcdMeasuring>(); }
+    void cleanup() { _rcd.reset(); }
     void UbReEndsWithItsError_data();
     void UbReEndsWithItsError() { VerifyRow(); }
     void IaTaEndsWithItsError_data();
@@ -187,9 +187,7 @@ void TestRcdFailures::SilentRunEndsWithItsError_data()
 /// Starts a test whose object check fails, and waits until it has been polled again and again.
 void TestRcdFailures::StartPolling(const RcdKind& kind, Scenario scenario, int number)
 {
-    _rcd->instrument.SetFunction(0);
     _rcd->instrument.SetScenario(scenario, number);
-    _rcd->instrument.ClearRequests();
     _rcd->Start(kind);
     AWAIT(_rcd->CountSent(Wire::ReadMeasurement) >= MorePollsThanTheBudget);
     QVERIFY(_rcd->IsInState(MeasurementState::Prepared));
@@ -293,7 +291,6 @@ void TestRcdFailures::AbortEndsThePhase()
     QFETCH(const int, functionState);
     QFETCH(const QByteArray, error);
     _rcd->instrument.SetScenario(scenario, number);
-    _rcd->instrument.ClearRequests();
     _rcd->Start(kind);
     _rcd->instrument.SetAnswerAfter(SlowAnswer);
     AWAIT(_rcd->StartedRuns() > _rcd->EndedRuns() && _rcd->IsInState(phase));
@@ -325,7 +322,6 @@ void TestRcdFailures::ErrorOfTheInstrumentEndsTheWatch()
     QFETCH(const int, number);
     const RcdKind kind = RcdKinds::UbRe();
     _rcd->instrument.SetScenario(Scenario::RcdError, number);
-    _rcd->instrument.ClearRequests();
     _rcd->Prepare(*kind.settings);
     AWAIT_EQUAL(_rcd->tester.ErrorCode(), QByteArray::number(520 + number));
     _rcd->AwaitWithdrawal();

@@ -21,8 +21,10 @@ constexpr unsigned int MultiplexerMinor = 2;
 constexpr unsigned int FirstPtyMajor = 136;
 constexpr unsigned int LastPtyMajor = 143;
 constexpr unsigned int MinorsPerMajor = 256;
-/// An end holds no more than so many bytes at a time.
-constexpr ssize_t MostThatWait = 4000;
+/// An end holds no more than so many bytes at a time. Once it is full, more come when fewer than so many are
+/// left.
+constexpr ssize_t MostThatWait = 4095;
+constexpr ssize_t FewAreLeft = 128;
 constexpr timespec BetweenLooks{0, 10000};
 /// Bytes that have not arrived by then, a second at least later, were lost, as those to an end that is
 /// closed.
@@ -57,31 +59,43 @@ std::optional<End> EndOf(int descriptor)
     return End{(major - FirstPtyMajor) * MinorsPerMajor + minor(file.st_rdev), false};
 }
 
-/// How many bytes are on their way to each end.
+/// What is on its way to an end.
+struct Backlog {
+    ssize_t count = 0;
+    bool isHeldUp = false; ///< The end was full.
+};
+
+/// What is on its way to each end.
 class Traffic
 {
 public:
     void Add(const End& end, ssize_t count)
     {
         const std::lock_guard<std::mutex> lock(_mutex);
-        _counts[end] += count;
+        _backlogs[end].count += count;
     }
 
-    ssize_t CountTo(const End& end)
+    Backlog To(const End& end)
     {
         const std::lock_guard<std::mutex> lock(_mutex);
-        return _counts[end];
+        return _backlogs[end];
+    }
+
+    void HoldUp(const End& end, bool isHeldUp)
+    {
+        const std::lock_guard<std::mutex> lock(_mutex);
+        _backlogs[end].isHeldUp = isHeldUp;
     }
 
     void Forget(const End& end)
     {
         const std::lock_guard<std::mutex> lock(_mutex);
-        _counts.erase(end);
+        _backlogs.erase(end);
     }
 
 private:
     std::mutex _mutex;
-    std::map<End, ssize_t> _counts;
+    std::map<End, Backlog> _backlogs;
 };
 
 Traffic& AllTraffic()
@@ -127,14 +141,19 @@ void AwaitArrival(int descriptor)
     if (!end) {
         return;
     }
-    const ssize_t count = std::min(AllTraffic().CountTo(*end), MostThatWait);
-    for (int looks = 0; count > 0 && !HaveArrived(descriptor, count); ++looks) {
+    const Backlog backlog = AllTraffic().To(*end);
+    if (backlog.count <= 0 || (backlog.isHeldUp && HaveArrived(descriptor, FewAreLeft))) {
+        return;
+    }
+    const ssize_t count = std::min(backlog.count, MostThatWait);
+    for (int looks = 0; !HaveArrived(descriptor, count); ++looks) {
         if (looks == MostLooks) {
             AllTraffic().Forget(*end);
             return;
         }
         systemSleep(&BetweenLooks, nullptr);
     }
+    AllTraffic().HoldUp(*end, backlog.count > count);
 }
 
 void Forget(int descriptor)

@@ -365,9 +365,7 @@ void* RunThread(void* argument)
 // These take the place of the C library's for the whole program, whatever library calls them.
 extern "C" {
 
-#define TAKES_PLACE __attribute__((visibility("default")))
-
-TAKES_PLACE int clock_gettime(clockid_t clock, timespec* time) noexcept
+int clock_gettime(clockid_t clock, timespec* time) noexcept
 {
     const Nanoseconds value = FirstOf(clock) + Time().Now();
     time->tv_sec = value / PerSecond;
@@ -375,7 +373,7 @@ TAKES_PLACE int clock_gettime(clockid_t clock, timespec* time) noexcept
     return 0;
 }
 
-TAKES_PLACE int gettimeofday(timeval* time, void* /*zone*/) noexcept
+int gettimeofday(timeval* time, void* /*zone*/) noexcept
 {
     const Nanoseconds value = FirstDate + Time().Now();
     time->tv_sec = value / PerSecond;
@@ -383,7 +381,7 @@ TAKES_PLACE int gettimeofday(timeval* time, void* /*zone*/) noexcept
     return 0;
 }
 
-TAKES_PLACE time_t time(time_t* result) noexcept
+time_t time(time_t* result) noexcept
 {
     const time_t value = (FirstDate + Time().Now()) / PerSecond;
     if (result != nullptr) {
@@ -392,25 +390,25 @@ TAKES_PLACE time_t time(time_t* result) noexcept
     return value;
 }
 
-TAKES_PLACE int nanosleep(const timespec* duration, timespec* /*remaining*/)
+int nanosleep(const timespec* duration, timespec* /*remaining*/)
 {
     SleepUntil(Time().Now() + Duration(*duration));
     return 0;
 }
 
-TAKES_PLACE int clock_nanosleep(clockid_t /*clock*/, int flags, const timespec* time, timespec* /*remaining*/)
+int clock_nanosleep(clockid_t /*clock*/, int flags, const timespec* time, timespec* /*remaining*/)
 {
     SleepUntil((flags & TIMER_ABSTIME) != 0 ? Moment(*time) : Time().Now() + Duration(*time));
     return 0;
 }
 
-TAKES_PLACE int usleep(useconds_t microseconds)
+int usleep(useconds_t microseconds)
 {
     SleepUntil(Time().Now() + microseconds * PerMicrosecond);
     return 0;
 }
 
-TAKES_PLACE ssize_t read(int descriptor, void* buffer, size_t size)
+ssize_t read(int descriptor, void* buffer, size_t size)
 {
     static auto* const systemRead = SystemFunction<ssize_t(int, void*, size_t)>("read");
     PtyTraffic::AwaitArrival(descriptor);
@@ -419,7 +417,7 @@ TAKES_PLACE ssize_t read(int descriptor, void* buffer, size_t size)
     return count;
 }
 
-TAKES_PLACE ssize_t write(int descriptor, const void* bytes, size_t size)
+ssize_t write(int descriptor, const void* bytes, size_t size)
 {
     static auto* const systemWrite = SystemFunction<ssize_t(int, const void*, size_t)>("write");
     const ssize_t count = systemWrite(descriptor, bytes, size);
@@ -427,7 +425,7 @@ TAKES_PLACE ssize_t write(int descriptor, const void* bytes, size_t size)
     return count;
 }
 
-TAKES_PLACE int ioctl(int descriptor, unsigned long request, ...) noexcept
+int ioctl(int descriptor, unsigned long request, ...) noexcept
 {
     static auto* const systemIoctl = SystemFunction<int(int, unsigned long, void*)>("ioctl");
     va_list list;
@@ -440,7 +438,7 @@ TAKES_PLACE int ioctl(int descriptor, unsigned long request, ...) noexcept
     return systemIoctl(descriptor, request, argument);
 }
 
-TAKES_PLACE int tcflush(int descriptor, int queue) noexcept
+int tcflush(int descriptor, int queue) noexcept
 {
     static auto* const systemFlush = SystemFunction<int(int, int)>("tcflush");
     PtyTraffic::AwaitArrival(descriptor);
@@ -448,54 +446,53 @@ TAKES_PLACE int tcflush(int descriptor, int queue) noexcept
     return systemFlush(descriptor, queue);
 }
 
-TAKES_PLACE int close(int descriptor)
+int close(int descriptor)
 {
     static auto* const systemClose = SystemFunction<int(int)>("close");
     PtyTraffic::Close(descriptor);
     return systemClose(descriptor);
 }
 
-TAKES_PLACE int poll(pollfd* descriptors, nfds_t count, int timeout)
+int poll(pollfd* descriptors, nfds_t count, int timeout)
 {
     return Poll(descriptors, count, timeout * PerMillisecond);
 }
 
-TAKES_PLACE int ppoll(pollfd* descriptors, nfds_t count, const timespec* timeout, const sigset_t* /*signals*/)
+int ppoll(pollfd* descriptors, nfds_t count, const timespec* timeout, const sigset_t* /*signals*/)
 {
     return Poll(descriptors, count, timeout != nullptr ? Duration(*timeout) : -1);
 }
 
-TAKES_PLACE int pthread_cond_wait(pthread_cond_t* condition, pthread_mutex_t* mutex)
+int pthread_cond_wait(pthread_cond_t* condition, pthread_mutex_t* mutex)
 {
     return WaitForCondition(condition, mutex, Never);
 }
 
-TAKES_PLACE int pthread_cond_timedwait(pthread_cond_t* condition, pthread_mutex_t* mutex,
-                                       const timespec* time)
+int pthread_cond_timedwait(pthread_cond_t* condition, pthread_mutex_t* mutex, const timespec* time)
 {
     return WaitForCondition(condition, mutex, Moment(*time));
 }
 
-TAKES_PLACE int pthread_cond_clockwait(pthread_cond_t* condition, pthread_mutex_t* mutex, clockid_t /*clock*/,
-                                       const timespec* time)
+int pthread_cond_clockwait(pthread_cond_t* condition, pthread_mutex_t* mutex, clockid_t /*clock*/,
+                           const timespec* time)
 {
     return WaitForCondition(condition, mutex, Moment(*time));
 }
 
-TAKES_PLACE int pthread_cond_signal(pthread_cond_t* condition) noexcept
+int pthread_cond_signal(pthread_cond_t* condition) noexcept
 {
     Time().Wake(condition, 1);
     return 0;
 }
 
-TAKES_PLACE int pthread_cond_broadcast(pthread_cond_t* condition) noexcept
+int pthread_cond_broadcast(pthread_cond_t* condition) noexcept
 {
     Time().Wake(condition, All);
     return 0;
 }
 
-TAKES_PLACE int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*routine)(void*),
-                               void* argument) noexcept
+int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*routine)(void*),
+                   void* argument) noexcept
 {
     using Create = int(pthread_t*, const pthread_attr_t*, void* (*)(void*), void*);
     static auto* const create = SystemFunction<Create>("pthread_create");
@@ -504,20 +501,20 @@ TAKES_PLACE int pthread_create(pthread_t* thread, const pthread_attr_t* attribut
                               [&] { return create(thread, attributes, RunThread, start); });
 }
 
-TAKES_PLACE int sched_yield() noexcept
+int sched_yield() noexcept
 {
     SleepUntil(Time().Now() + Glance);
     return 0;
 }
 
-TAKES_PLACE int pthread_join(pthread_t thread, void** result)
+int pthread_join(pthread_t thread, void** result)
 {
     static auto* const join = SystemFunction<int(pthread_t, void**)>("pthread_join");
     Time().AwaitEnd(thread);
     return join(thread, result);
 }
 
-TAKES_PLACE long syscall(long number, ...) noexcept
+long syscall(long number, ...) noexcept
 {
     va_list list;
     va_start(list, number);

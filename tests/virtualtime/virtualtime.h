@@ -11,32 +11,16 @@
 /// are made of, polls, and the joining of threads. A mutex of the C library may be held while a thread runs,
 /// but not while it sleeps. Nothing outside of the process is waited for: the bytes of a pseudo-terminal
 /// inside of it are waited for in real time (see ptytraffic.h).
-namespace __attribute__((visibility("default"))) VirtualTime
+namespace VirtualTime
 {
 
-    /// The time since the program was started.
-    std::chrono::nanoseconds Now();
+/// The time since the program was started.
+std::chrono::nanoseconds Now();
 
-    /// Lets the caller wait until the condition holds; looks at it every virtual millisecond. False after the
-    /// time limit.
-    template <typename Condition>
-    bool WaitUntil(Condition condition, std::chrono::milliseconds limit);
+/// Sleeps in virtual time.
+void Sleep(std::chrono::nanoseconds time);
 
-    /// Sleeps in virtual time.
-    void Sleep(std::chrono::nanoseconds time);
-
-    /// How many threads have begun and have not ended.
-    int ThreadCount();
-
-    template <typename Condition>
-    bool WaitUntil(Condition condition, std::chrono::milliseconds limit)
-    {
-        for (const auto end = Now() + limit; !condition(); Sleep(std::chrono::milliseconds(1))) {
-            if (Now() >= end) {
-                return false;
-            }
-        }
-        return true;
-    }
+/// How many threads have begun and have not ended.
+int ThreadCount();
 
 } // namespace VirtualTime

@@ -68,7 +68,7 @@ private:
     int _descriptor;
 };
 
-/// A far end that sends without a pause and without an end.
+/// A far end that sends without an end, and with no pause that is worth the name.
 class BabblingLine
 {
 public:
@@ -79,6 +79,7 @@ public:
         _thread = std::thread([this] {
             while (!_isEnding) {
                 [[maybe_unused]] const ssize_t written = ::write(_master, "babble", 6);
+                std::this_thread::sleep_for(std::chrono::microseconds(100));
             }
         });
     }
