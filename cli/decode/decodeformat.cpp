@@ -4,9 +4,12 @@
 #include <QJsonObject>
 #include <QStringList>
 
+#include <array>
+
 #include "cli/frames/frame.h"
 #include "cli/output/event.h"
 #include "cli/words/format.h"
+#include "client/words/named.h"
 
 namespace Cli
 {
@@ -148,31 +151,21 @@ QJsonValue ProblemJson(const DecodedEvent& event)
     return event.problem.isEmpty() ? QJsonValue() : QJsonValue(event.problem);
 }
 
-QString OutcomeWord(AnswerKind outcome)
-{
-    switch (outcome) {
-    case AnswerKind::Data:
-        return QStringLiteral("data");
-    case AnswerKind::Acknowledge:
-        return QStringLiteral("acknowledge");
-    case AnswerKind::Refusal:
-        return QStringLiteral("refusal");
-    case AnswerKind::Damaged:
-        return QStringLiteral("damaged");
-    case AnswerKind::Cut:
-        return QStringLiteral("cut");
-    case AnswerKind::None:
-        break;
-    }
-    return QStringLiteral("none");
-}
+constexpr std::array<VesmarClient::Named<AnswerKind>, 6> AnswerKinds{{
+    {AnswerKind::Data, "data"},
+    {AnswerKind::Acknowledge, "acknowledge"},
+    {AnswerKind::Refusal, "refusal"},
+    {AnswerKind::Damaged, "damaged"},
+    {AnswerKind::None, "none"},
+    {AnswerKind::Cut, "cut"},
+}};
 
 QJsonObject ExchangeFields(const DecodedEvent& event)
 {
     QJsonObject request = event.requestWords.fields;
     request.insert(QStringLiteral("bytes"), Hex(event.request));
     QJsonObject answer = event.answerWords.fields;
-    answer.insert(QStringLiteral("kind"), OutcomeWord(event.outcome));
+    answer.insert(QStringLiteral("kind"), VesmarClient::NameIn(AnswerKinds, event.outcome));
     answer.insert(QStringLiteral("bytes"), Hex(event.answer));
     return {{QStringLiteral("request"), request},
             {QStringLiteral("answer"), answer},

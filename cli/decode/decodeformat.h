@@ -11,7 +11,7 @@ namespace Cli
 /// An event of a log for people, in lines of 120 columns at most.
 QByteArray DecodedText(const DecodedEvent& event);
 
-/// The same for programs, on one line. The time is that at which it is told.
+/// The same for programs, on one line. The time is that at which the event is shown.
 QByteArray DecodedJson(const QDateTime& time, const DecodedEvent& event);
 
 } // namespace Cli

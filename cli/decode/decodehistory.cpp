@@ -1,8 +1,10 @@
 #include "cli/decode/decodehistory.h"
 
+#include <array>
 #include <utility>
 
 #include "cli/frames/requests.h"
+#include "client/words/named.h"
 #include "protocol/checksum.h"
 #include "protocol/frames.h"
 
@@ -14,28 +16,17 @@ namespace
 
 namespace Command = Vesmar::Command;
 
-/// What the log says of an exchange with this outcome.
-QString WordOf(AnswerKind outcome)
-{
-    switch (outcome) {
-    case AnswerKind::Acknowledge:
-        return QStringLiteral("ACK");
-    case AnswerKind::Refusal:
-        return QStringLiteral("NACK");
-    case AnswerKind::Damaged:
-        return QStringLiteral("CRC Invalid");
-    case AnswerKind::None:
-        return QStringLiteral("No response");
-    case AnswerKind::Data:
-    case AnswerKind::Cut:
-        break;
-    }
-    return {};
-}
+/// What the log says of an exchange with this outcome; nothing of the others.
+constexpr std::array<VesmarClient::Named<AnswerKind>, 4> WordsInLog{{
+    {AnswerKind::Acknowledge, "ACK"},
+    {AnswerKind::Refusal, "NACK"},
+    {AnswerKind::Damaged, "CRC Invalid"},
+    {AnswerKind::None, "No response"},
+}};
 
 QString Contradiction(const QString& word, AnswerKind outcome)
 {
-    const QString due = WordOf(outcome);
+    const QString due = VesmarClient::NameIn(WordsInLog, outcome);
     if (word == due) {
         return {};
     }
@@ -100,7 +91,7 @@ void DecodeHistory::ReadExchange(qint64 line, const LogEntry& entry)
     event.AddProblem(event.answerWords.problem);
     event.AddProblem(Contradiction(entry.word, event.outcome));
     Remember(event);
-    _events.Tell(event, _rules.Timeout(event));
+    _events.Add(event, _rules.Timeout(event));
 }
 
 /// The pause after the line before belongs to no exchange. A part of a millisecond counts as a whole one.
@@ -176,7 +167,7 @@ void DecodeHistory::ReadUnasked(qint64 line, const LogEntry& entry)
     if (_collected.size() > MostCollected) {
         _collected.clear();
     }
-    _events.Tell(event);
+    _events.Add(event);
 }
 
 /// The whole frames at the front of what was collected. The library looks at nothing behind a result, or
@@ -216,14 +207,14 @@ void DecodeHistory::ReadNote(qint64 line, const LogEntry& entry)
         _isNewLink = true;
         _rules.ForgetState();
     }
-    _events.Tell(EventOf(DecodedEvent::Kind::Note, line, entry));
+    _events.Add(EventOf(DecodedEvent::Kind::Note, line, entry));
 }
 
 void DecodeHistory::ReadState(qint64 line, const LogEntry& entry)
 {
     _rules.EnterState(entry.text);
     _failedRequest.clear();
-    _events.Tell(EventOf(DecodedEvent::Kind::State, line, entry));
+    _events.Add(EventOf(DecodedEvent::Kind::State, line, entry));
 }
 
 } // namespace Cli

@@ -40,7 +40,7 @@ DecodeSession::DecodeSession(const Task& task, Output& output)
     : _task(task),
       _output(output),
       _reader(task.logDescriptor, task.stopDescriptor),
-      _history([this](const DecodedEvent& event) { TellEvent(event); }),
+      _history([this](const DecodedEvent& event) { ShowEvent(event); }),
       _ending(DoneWith({}))
 {
 }
@@ -100,7 +100,7 @@ void DecodeSession::DecodeLine(const LogLine& line)
     _history.Read(line.number, entry);
 }
 
-void DecodeSession::TellEvent(const DecodedEvent& event)
+void DecodeSession::ShowEvent(const DecodedEvent& event)
 {
     _summary.Add(event);
     if (_recording) {

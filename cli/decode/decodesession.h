@@ -36,7 +36,7 @@ public:
 private:
     bool Begin();
     void DecodeLine(const LogLine& line);
-    void TellEvent(const DecodedEvent& event);
+    void ShowEvent(const DecodedEvent& event);
     void ReportDamage(qint64 line, const QString& damage);
     void CloseRecording();
     void Fail(const char* reason, const QString& message);

@@ -5,7 +5,7 @@
 namespace Cli
 {
 
-void HeldBack::Tell(const DecodedEvent& event, int timeout)
+void HeldBack::Add(const DecodedEvent& event, int timeout)
 {
     const bool isTooQuick = event.outcome == AnswerKind::None && event.within && *event.within <= timeout;
     if (isTooQuick || !_events.isEmpty()) {

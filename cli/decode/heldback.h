@@ -20,8 +20,8 @@ public:
 
     explicit HeldBack(Listener listener) : _listener(std::move(listener)) {}
 
-    /// The timeout is that of an exchange, in milliseconds.
-    void Tell(const DecodedEvent& event, int timeout = 0);
+    /// Passes the event on, or holds it back. The timeout is that of an exchange, in milliseconds.
+    void Add(const DecodedEvent& event, int timeout = 0);
 
     /// Passes on what the next line of the log decides.
     void Decide(const LogEntry& next);

@@ -1,10 +1,12 @@
 #include "cli/measure/measurementformat.h"
 
 #include <algorithm>
+#include <array>
 
 #include "cli/words/exitstatus.h"
 #include "cli/words/format.h"
 #include "client/line/diagnosis.h"
+#include "client/words/named.h"
 
 namespace Cli
 {
@@ -91,25 +93,22 @@ Ending::Outcome EndingOutcome(const MeasurementSession& session)
     }
 }
 
-QString FailureReason(const MeasurementSession& session)
-{
-    switch (session.FailureReason()) {
-    case Reason::NotPrepared:
-        return QStringLiteral("not-prepared");
-    case Reason::NotStarted:
-        return QStringLiteral("not-started");
-    case Reason::NoResult:
-        return QStringLiteral("no-result");
-    case Reason::FunctionLost:
-        return QStringLiteral("function-lost");
-    case Reason::OtherFunction:
-        return QStringLiteral("other-function");
-    case Reason::None:
-    case Reason::Error:
-        break;
-    }
-    return {};
-}
+/// A reason other than an error: for programs, and for people.
+struct NamedReason {
+    Reason value;
+    const char* name;
+    const char* message;
+};
+
+constexpr std::array<NamedReason, 5> FailureReasons{{
+    {Reason::NotPrepared, "not-prepared", "the instrument did not prepare it in time"},
+    {Reason::NotStarted, "not-started", "the instrument did not start it in time"},
+    {Reason::NoResult, "no-result", "it ended early or without a reading, and no error was seen"},
+    {Reason::FunctionLost, "function-lost",
+     "the instrument gave it up in the middle, for another function or for a restart; measure again"},
+    {Reason::OtherFunction, "other-function",
+     "the instrument is busy with a function that was not started here, and does not stop it"},
+}};
 
 /// The most urgent reason.
 QString EndingReason(const MeasurementSession& session)
@@ -118,7 +117,7 @@ QString EndingReason(const MeasurementSession& session)
         return QStringLiteral("link-lost");
     }
     if (session.IsStopConfirmed() || session.FailureReason() == Reason::OtherFunction) {
-        return FailureReason(session);
+        return VesmarClient::NameIn(FailureReasons, session.FailureReason());
     }
     return QStringLiteral("stop-not-confirmed");
 }
@@ -134,24 +133,8 @@ Vesmar::Error EndingError(const MeasurementSession& session, Vesmar::Error prese
 
 QString FailureMessage(const MeasurementSession& session)
 {
-    switch (session.FailureReason()) {
-    case Reason::Error:
-        return Show(session.FirstError()).text;
-    case Reason::NotPrepared:
-        return QStringLiteral("the instrument did not prepare it in time");
-    case Reason::NotStarted:
-        return QStringLiteral("the instrument did not start it in time");
-    case Reason::OtherFunction:
-        return QStringLiteral(
-            "the instrument is busy with a function that was not started here, and does not "
-            "stop it");
-    case Reason::FunctionLost:
-        return QStringLiteral(
-            "the instrument gave it up in the middle, for another function or for a restart; "
-            "measure again");
-    default:
-        return QStringLiteral("it ended early or without a reading, and no error was seen");
-    }
+    const auto* const reason = VesmarClient::FindRow(FailureReasons, session.FailureReason());
+    return reason != nullptr ? QString::fromLatin1(reason->message) : Show(session.FirstError()).text;
 }
 
 QString LossMessage(const MeasurementSession& session)
@@ -194,6 +177,16 @@ QString EndMessage(const QString& function, const MeasurementSession& session)
                           "may be on. Switch it off at the instrument.");
 }
 
+constexpr std::array<VesmarClient::Named<Phase>, 7> PhaseNames{{
+    {Phase::Preparing, "preparing"},
+    {Phase::Checking, "checking the object under test"},
+    {Phase::AwaitingMains, "waiting for a suitable mains voltage"},
+    {Phase::Starting, "starting"},
+    {Phase::Running, "running"},
+    {Phase::CleaningUp, "cleaning up"},
+    {Phase::Leaving, "waiting until the instrument has stopped"},
+}};
+
 } // namespace
 
 QString LiveLine(const MeasurementProgress& progress, const QVector<Reading>& readings, int width)
@@ -212,27 +205,7 @@ QString PhaseLine(milliseconds elapsed, const QString& phase)
 
 QString PhaseName(Phase phase)
 {
-    switch (phase) {
-    case Phase::Preparing:
-        return QStringLiteral("preparing");
-    case Phase::Checking:
-        return QStringLiteral("checking the object under test");
-    case Phase::AwaitingMains:
-        return QStringLiteral("waiting for a suitable mains voltage");
-    case Phase::Starting:
-        return QStringLiteral("starting");
-    case Phase::Running:
-        return QStringLiteral("running");
-    case Phase::CleaningUp:
-        return QStringLiteral("cleaning up");
-    case Phase::Leaving:
-        return QStringLiteral("waiting until the instrument has stopped");
-    case Phase::AwaitingIdle:
-    case Phase::Stopping:
-    case Phase::Ended:
-        break;
-    }
-    return {};
+    return VesmarClient::NameIn(PhaseNames, phase);
 }
 
 QByteArray ReadingLine(milliseconds elapsed, const QVector<Reading>& readings)

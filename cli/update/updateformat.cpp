@@ -1,8 +1,11 @@
 #include "cli/update/updateformat.h"
 
+#include <array>
+
 #include "cli/words/exitstatus.h"
 #include "cli/words/format.h"
 #include "client/line/diagnosis.h"
+#include "client/words/named.h"
 
 namespace Cli
 {
@@ -43,46 +46,48 @@ QString Rest(const UpdateProgress& progress)
     return text;
 }
 
-Ending::Outcome EndingOutcome(Outcome outcome)
+/// How an update ends with this outcome.
+struct KnownEnding {
+    Outcome value;
+    Ending::Outcome outcome;
+    int status;
+    const char* reason;
+    const char* message; ///< Empty where it depends on the course of the update.
+};
+
+constexpr std::array<KnownEnding, 7> Endings{{
+    {Outcome::Updated, Ending::Outcome::Done, ExitStatus::Done, "",
+     "Firmware update done. The instrument is back in its normal mode."},
+    {Outcome::Failed, Ending::Outcome::Failed, ExitStatus::Failed, "", ""},
+    {Outcome::ModeNotChanged, Ending::Outcome::Failed, ExitStatus::Failed, "mode-not-changed",
+     "Firmware update failed: the instrument did not change to update mode in time. Nothing was sent; run "
+     "the same command again."},
+    {Outcome::StaysInUpdateMode, Ending::Outcome::UpdateMode, ExitStatus::Failed, "update-mode",
+     "Firmware update failed: all sectors and the confirmation were accepted, but the instrument stays in "
+     "update mode; run the same command again."},
+    {Outcome::NotBack, Ending::Outcome::LinkLost, ExitStatus::LinkLost, "not-back",
+     "The firmware was sent and confirmed, but the instrument has not come back in time. Check cable and "
+     "power; vesmar info tells what became of it."},
+    {Outcome::LinkLost, Ending::Outcome::LinkLost, ExitStatus::LinkLost, "link-lost",
+     "Firmware update failed: the link was lost before the first sector was sent. Check cable and power, "
+     "and run the same command again."},
+    {Outcome::Interrupted, Ending::Outcome::Interrupted, ExitStatus::Signalled, "signal", ""},
+}};
+
+/// The ending of an update that goes on when the program ends it.
+constexpr KnownEnding NoEnding{Outcome::None, Ending::Outcome::Failed, ExitStatus::NotDone, "", ""};
+
+const KnownEnding& FindEnding(const UpdateSession& session)
 {
-    switch (outcome) {
-    case Outcome::Updated:
-        return Ending::Outcome::Done;
-    case Outcome::StaysInUpdateMode:
-        return Ending::Outcome::UpdateMode;
-    case Outcome::NotBack:
-    case Outcome::LinkLost:
-        return Ending::Outcome::LinkLost;
-    case Outcome::Interrupted:
-        return Ending::Outcome::Interrupted;
-    default:
-        return Ending::Outcome::Failed;
-    }
+    const KnownEnding* const ending = VesmarClient::FindRow(Endings, session.CurrentOutcome());
+    return ending != nullptr ? *ending : NoEnding;
 }
 
 /// The error that is the reason; none where no error is.
 Error EndingError(const UpdateSession& session, Error presentError)
 {
-    const bool isLinkLost = EndingOutcome(session.CurrentOutcome()) == Ending::Outcome::LinkLost;
+    const bool isLinkLost = FindEnding(session).outcome == Ending::Outcome::LinkLost;
     return isLinkLost ? VesmarClient::ReasonForLoss(presentError) : session.FirstError();
-}
-
-QString EndingReason(Outcome outcome)
-{
-    switch (outcome) {
-    case Outcome::ModeNotChanged:
-        return QStringLiteral("mode-not-changed");
-    case Outcome::StaysInUpdateMode:
-        return QStringLiteral("update-mode");
-    case Outcome::NotBack:
-        return QStringLiteral("not-back");
-    case Outcome::LinkLost:
-        return QStringLiteral("link-lost");
-    case Outcome::Interrupted:
-        return QStringLiteral("signal");
-    default:
-        return {};
-    }
 }
 
 QString Confirmed(const UpdateSession& session)
@@ -129,32 +134,13 @@ QString InterruptionMessage(const UpdateSession& session)
 QString EndMessage(const UpdateSession& session)
 {
     switch (session.CurrentOutcome()) {
-    case Outcome::Updated:
-        return QStringLiteral("Firmware update done. The instrument is back in its normal mode.");
     case Outcome::Failed:
         return FailureMessage(session);
-    case Outcome::ModeNotChanged:
-        return QStringLiteral(
-            "Firmware update failed: the instrument did not change to update mode in time. Nothing "
-            "was sent; run the same command again.");
-    case Outcome::StaysInUpdateMode:
-        return QStringLiteral(
-            "Firmware update failed: all sectors and the confirmation were accepted, but the "
-            "instrument stays in update mode; run the same command again.");
-    case Outcome::NotBack:
-        return QStringLiteral(
-            "The firmware was sent and confirmed, but the instrument has not come back in time. "
-            "Check cable and power; vesmar info tells what became of it.");
-    case Outcome::LinkLost:
-        return QStringLiteral(
-            "Firmware update failed: the link was lost before the first sector was sent. Check "
-            "cable and power, and run the same command again.");
     case Outcome::Interrupted:
         return InterruptionMessage(session);
-    case Outcome::None:
-        break;
+    default:
+        return QString::fromLatin1(FindEnding(session).message);
     }
-    return {};
 }
 
 } // namespace
@@ -197,28 +183,14 @@ QString UpdateGoesOnMessage(int signalNumber)
 
 int ExitStatusOf(const UpdateSession& session)
 {
-    switch (session.CurrentOutcome()) {
-    case Outcome::Updated:
-        return ExitStatus::Done;
-    case Outcome::Failed:
-    case Outcome::ModeNotChanged:
-    case Outcome::StaysInUpdateMode:
-        return ExitStatus::Failed;
-    case Outcome::NotBack:
-    case Outcome::LinkLost:
-        return ExitStatus::LinkLost;
-    case Outcome::Interrupted:
-        return ExitStatus::Signalled + session.SignalNumber();
-    case Outcome::None:
-        break;
-    }
-    return ExitStatus::NotDone;
+    const bool isInterrupted = session.CurrentOutcome() == Outcome::Interrupted;
+    return FindEnding(session).status + (isInterrupted ? session.SignalNumber() : 0);
 }
 
 Ending EndingOf(const UpdateSession& session, Error presentError)
 {
-    const Outcome outcome = session.CurrentOutcome();
-    return {ExitStatusOf(session), EndingOutcome(outcome), EndMessage(session), EndingReason(outcome),
+    const KnownEnding& ending = FindEnding(session);
+    return {ExitStatusOf(session), ending.outcome, EndMessage(session), QString::fromLatin1(ending.reason),
             EndingError(session, presentError)};
 }
 

@@ -1,7 +1,8 @@
 #include "client/words/names.h"
 
-#include <algorithm>
 #include <array>
+
+#include "client/words/named.h"
 
 namespace VesmarClient
 {
@@ -16,12 +17,6 @@ using Vesmar::MeasurementType;
 using Vesmar::OperationMode;
 using Vesmar::OperationState;
 using Vesmar::StartTestResult;
-
-template <typename Enumeration>
-struct Named {
-    Enumeration value;
-    const char* name;
-};
 
 struct NamedError {
     Error value;
@@ -127,22 +122,6 @@ constexpr std::array<NamedError, 26> Errors{{
      "the RCD test ended without a result, or the instrument reports its error 1 in it"},
 }};
 
-/// The entry of the value, or null.
-template <typename Table>
-auto Find(const Table& table, decltype(table.front().value) value) -> decltype(table.data())
-{
-    const auto* const entry = std::find_if(
-        table.cbegin(), table.cend(), [value](const auto& candidate) { return candidate.value == value; });
-    return entry != table.cend() ? entry : nullptr;
-}
-
-template <typename Table>
-QString NameIn(const Table& table, decltype(table.front().value) value)
-{
-    const auto* const entry = Find(table, value);
-    return entry != nullptr ? QString::fromLatin1(entry->name) : QString();
-}
-
 /// The position in a row of numbered enumerators, or -1.
 template <typename Enumeration>
 int PositionInRow(Enumeration value, Enumeration first, Enumeration last)
@@ -209,8 +188,8 @@ QString Name(MeasurementState value)
 
 QString Meaning(Error value)
 {
-    if (const auto* const entry = Find(Errors, value); entry != nullptr) {
-        return QString::fromLatin1(entry->meaning);
+    if (const auto* const row = FindRow(Errors, value); row != nullptr) {
+        return QString::fromLatin1(row->meaning);
     }
     if (const int number = DeviceErrorNumber(value); number >= 0) {
         return QStringLiteral("the instrument reports its error %1").arg(number);
