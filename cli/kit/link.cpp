@@ -48,6 +48,8 @@ void Link::AwaitReadiness()
     connect(_readiness.get(), &Readiness::Ready, this, &Link::Ready);
     connect(_readiness.get(), &Readiness::FoundInUpdateMode, this, &Link::ConfirmUp);
     connect(_readiness.get(), &Readiness::FoundInUpdateMode, this, &Link::FoundInUpdateMode);
+    connect(_readiness.get(), &Readiness::FoundInUpdateMode, this,
+            [this] { Fail(ExitStatus::NotDone, InUpdateMode()); });
 }
 
 void Link::ConfirmUp()

@@ -36,8 +36,8 @@ public:
 
     /// Lets a link that does not come up in time count as no failure: `TimeOver()` is emitted instead.
     void TolerateSilence() { _isSilenceTolerated = true; }
-    /// Lets the link count as up, and emits `Ready` or `FoundInUpdateMode`, once the instrument's identity
-    /// has been read.
+    /// Lets the link count as up once the instrument's identity has been read, and emits `Ready` or
+    /// `FoundInUpdateMode`. In update mode the work then fails.
     void AwaitReadiness();
     /// Lets the link count as up: the time limit ends.
     void ConfirmUp();

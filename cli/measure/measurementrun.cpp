@@ -2,7 +2,6 @@
 
 #include <Vesmar/rcdresults.h>
 
-#include "cli/words/exitstatus.h"
 #include "cli/words/format.h"
 #include "client/sessions/rcdsession.h"
 #include "client/words/readings.h"
@@ -63,8 +62,6 @@ MeasurementRun::MeasurementRun(Link& link, MeasurementView& view, const MeasureF
     link.AwaitReadiness();
     WatchInstrument();
     connect(&link, &Link::Ready, this, &MeasurementRun::Begin);
-    connect(&link, &Link::FoundInUpdateMode, this,
-            [this] { _link.Fail(ExitStatus::NotDone, InUpdateMode()); });
     connect(&link, &Link::Interrupted, this, &MeasurementRun::Interrupt);
     connect(&view, &MeasurementView::OutputLost, this,
             [this] { Abort(QStringLiteral("nobody reads the output")); });

@@ -57,8 +57,6 @@ public:
     {
         link.AwaitReadiness();
         connect(&link, &Link::Ready, this, [this] { Begin(); });
-        connect(&link, &Link::FoundInUpdateMode, this,
-                [this] { _link.Fail(ExitStatus::NotDone, InUpdateMode()); });
         connect(&_writer, &DateWriter::Reported, this,
                 [this](const QDateTime& shown) { CheckReported(shown); });
         connect(&link, &Link::Interrupted, this, [this](int signalNumber) { Interrupt(signalNumber); });

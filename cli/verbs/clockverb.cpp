@@ -72,8 +72,6 @@ public:
         link.AwaitReadiness();
         connect(&link.Instrument(), &Tester::CurrentDateTimeChanged, this, [this] { _readAt = WallClock(); });
         connect(&link, &Link::Ready, this, [this] { Begin(); });
-        connect(&link, &Link::FoundInUpdateMode, this,
-                [this] { _link.Fail(ExitStatus::NotDone, InUpdateMode()); });
         connect(&_writer, &DateWriter::Reported, this,
                 [this](const QDateTime& shown) { CheckReported(shown); });
         connect(&link, &Link::Interrupted, this,

@@ -1,7 +1,6 @@
 #include "cli/verbs/infoverb.h"
 
 #include "cli/kit/link.h"
-#include "cli/words/exitstatus.h"
 #include "cli/words/format.h"
 
 namespace Cli
@@ -35,10 +34,7 @@ public:
     {
         link.AwaitReadiness();
         connect(&link, &Link::Ready, this, [this] { ShowWithClocks(); });
-        connect(&link, &Link::FoundInUpdateMode, this, [this] {
-            Show(std::nullopt);
-            _link.Fail(ExitStatus::NotDone, InUpdateMode());
-        });
+        connect(&link, &Link::FoundInUpdateMode, this, [this] { Show(std::nullopt); });
         connect(&link, &Link::Interrupted, this,
                 [this](int signalNumber) { _link.Finish(EndedBySignal(signalNumber)); });
     }
