@@ -23,8 +23,6 @@ public:
     /// Waits up to the limit until all is written. True if all is.
     bool Flush(std::chrono::milliseconds limit);
 
-    bool IsLost() const { return _isLost; }
-
 Q_SIGNALS:
     /// The output is lost: what is written from now on goes nowhere.
     void Lost();

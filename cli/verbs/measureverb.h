@@ -13,6 +13,7 @@ class MeasureVerb : public Verb
 public:
     explicit MeasureVerb(CLI::App& program);
 
+    // What the command line asks for.
     const MeasureFunctions& Functions() const { return _functions; }
     const MeasureLimits& Limits() const { return _limits; }
 

@@ -12,6 +12,7 @@ class UpdateVerb : public Verb
 public:
     explicit UpdateVerb(CLI::App& program);
 
+    /// What the command line asks for.
     const UpdateOptions& Update() const { return _update; }
 
     int Run() override;

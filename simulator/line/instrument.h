@@ -20,7 +20,8 @@ namespace Simulator
 {
 
 /// A simulated instrument at a pseudo-terminal, served by a thread of its own from construction to
-/// destruction. Every operation may be called from any thread.
+/// destruction. Every operation may be called from any thread. The simulator needs few of the operations; the
+/// others are for tests that hold an instrument in their own process.
 class Instrument
 {
 public:
