@@ -1,0 +1,201 @@
+#include "storm/checks.h"
+
+#include <numeric>
+
+#include <QString>
+
+#include "support/wire.h"
+#include "virtualtime/virtualtime.h"
+
+namespace
+{
+
+using std::chrono::milliseconds;
+
+/// Two steps of 100 ms, and the exchanges between them.
+constexpr milliseconds LongestAbort{225};
+/// A request that was decided upon waits for the pause after the exchange before it.
+constexpr milliseconds OnItsWay{15};
+/// A request, and two repetitions of it.
+constexpr int TransmissionsOfStart = 3;
+/// Two responses of the largest size, one of which ends a wait, and the reads that empty the line.
+constexpr int MostBytesBetweenWrites = 2 * 4096 + 1024;
+constexpr std::size_t LinesKept = 60;
+
+QByteArray currentState;
+std::function<void()> entryHook;
+
+void ReadBanner(QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QString& text)
+{
+    static const QString entering = QStringLiteral("ENTERING ");
+    const int place = text.indexOf(entering);
+    const int end = text.indexOf(QStringLiteral(" STATE"), place);
+    if (place >= 0 && end > place) {
+        currentState = text.mid(place + entering.size(), end - place - entering.size()).toLatin1();
+        entryHook();
+    }
+}
+
+double Milliseconds(Nanoseconds time)
+{
+    return static_cast<double>(time.count()) / 1e6;
+}
+
+} // namespace
+
+QByteArray CurrentState()
+{
+    return currentState;
+}
+
+void WatchLog(const std::function<void()>& onEntry)
+{
+    entryHook = onEntry;
+    qInstallMessageHandler(ReadBanner);
+}
+
+void Checks::Disabling()
+{
+    _isEnabled = false;
+    _abortDeadline.reset();
+}
+
+void Checks::RevokeStarts()
+{
+    _startsAllowed = 0;
+    _startsRevoked = VirtualTime::Now();
+}
+
+/// These states drop what was requested before they were entered.
+void Checks::Entered()
+{
+    const QByteArray state = CurrentState();
+    if (state == "COMMUNICATION RECOVERY" || state == "INITIALIZATION") {
+        RevokeStarts();
+        _isAbortPending = false;
+    } else if (state == "MEASUREMENT MODE" || state == "RCD MONITORING") {
+        _isAbortPending = false;
+    }
+}
+
+void Checks::Prepared(const QByteArray& payload)
+{
+    _payload = payload;
+    _prepared = VirtualTime::Now();
+}
+
+void Checks::StartRequested()
+{
+    // The start before it may still be repeated.
+    _startsAllowed = std::min(_startsAllowed + TransmissionsOfStart, 2 * TransmissionsOfStart);
+    _isAbortPending = false;
+    _abortDeadline.reset();
+}
+
+void Checks::AbortRequested(bool withdraws, bool isStopDue)
+{
+    if (withdraws) {
+        RevokeStarts();
+    } else if (!_isAbortPending && CurrentState() != "RCD MONITORING") {
+        // In RCD monitoring it begins the preparation anew, or is forgotten (docs/oddities.md).
+        _isAbortPending = true;
+        _startsRevoked = VirtualTime::Now();
+    }
+    if (isStopDue && SerialLine::Get().IsCalm() && !_abortDeadline) {
+        _abortDeadline = VirtualTime::Now() + LongestAbort;
+    }
+}
+
+void Checks::Record(const std::string& operation)
+{
+    _lines.push_back("  " + std::to_string(Milliseconds(VirtualTime::Now())) + " ms  " +
+                     CurrentState().toStdString() + "  " + operation + "\n");
+    if (_lines.size() > LinesKept) {
+        _lines.pop_front();
+    }
+}
+
+void Checks::Requested(const QByteArray& request, const char* fault)
+{
+    const Nanoseconds now = VirtualTime::Now();
+    Record(request.left(12).toHex().toStdString() + (fault != nullptr ? std::string("  <- ") + fault : ""));
+    _instrument.Advance(now);
+    if (!_isEnabled) {
+        Report("a request while the library closes or is disabled");
+    }
+    if (CurrentState() == "PREPARING MEASUREMENT") {
+        _preparingPolled = now;
+    }
+    if (request == Wire::StartMeasurement) {
+        CheckStart(now);
+    }
+    CheckMemory();
+    _lastRequest = request;
+}
+
+void Checks::CheckStart(Nanoseconds now)
+{
+    // An Ia/Ta test and those of the IEC are started although an abort is pending (docs/oddities.md).
+    const bool isHeldByAbort =
+        CurrentState() == "STARTING MEASUREMENT" || CurrentState() == "RCD UbRe MEASUREMENT";
+    const bool isOnItsWay =
+        now - _startsRevoked <= OnItsWay || SerialLine::Get().LastStall() >= _startsRevoked;
+    if (_startsAllowed <= 0 && !isOnItsWay) {
+        Report("a start that nobody asked for");
+    } else if (isHeldByAbort && _isAbortPending && !isOnItsWay) {
+        Report("a start while an abort is pending");
+    }
+    --_startsAllowed;
+    if (_lastRequest != Wire::StartMeasurement && CurrentState() == "STARTING MEASUREMENT") {
+        CheckPayload();
+    }
+}
+
+/// A start must be for what was prepared last. The machine decides to start after the last poll of the
+/// preparation; a preparation that is asked for after that comes too late.
+void Checks::CheckPayload()
+{
+    if (_instrument.IsPrepared() && _prepared < _preparingPolled && _instrument.Payload() != _payload) {
+        Report("a start of another function than the one that was asked for last");
+    }
+}
+
+void Checks::CheckMemory()
+{
+    // A wait for the results of an RCD test goes on as long as frames come.
+    if (SerialLine::Get().BytesReadSinceWrite() > MostBytesBetweenWrites) {
+        Report("an exchange that collects without end");
+    }
+}
+
+void Checks::Poll()
+{
+    const Nanoseconds now = VirtualTime::Now();
+    _instrument.Advance(now);
+    CheckMemory();
+    if (!_abortDeadline) {
+        return;
+    }
+    // The instrument reports a function as prepared that it has started (docs/oddities.md).
+    if (!SerialLine::Get().IsCalm() || _instrument.IsStartHidden(now)) {
+        _abortDeadline.reset();
+    } else if (!_instrument.IsOutputOn() && _instrument.OutputChanged() <= *_abortDeadline) {
+        _abortDeadline.reset();
+    } else if (now > *_abortDeadline) {
+        Report("the output is on " + std::to_string(Milliseconds(now - *_abortDeadline + LongestAbort)) +
+               " ms after an abort");
+    }
+}
+
+void Checks::Report(const std::string& what)
+{
+    if (_finding.empty()) {
+        _finding = what + ", in state " + CurrentState().toStdString() + ", at " +
+                   std::to_string(Milliseconds(VirtualTime::Now())) + " ms";
+    }
+}
+
+std::string Checks::LastLines() const
+{
+    return std::accumulate(_lines.begin(), _lines.end(), std::string());
+}

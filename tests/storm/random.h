@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <random>
+
+#include <QByteArray>
+
+/// Random numbers that are the same for a seed everywhere: the distributions of the C++ library are not.
+class Random
+{
+public:
+    explicit Random(std::uint64_t seed) : _engine(seed) {}
+
+    /// From 0 to one below the count.
+    int Below(int count) { return static_cast<int>(_engine() % static_cast<std::uint64_t>(count)); }
+    /// From the first to the last, both included.
+    int Between(int first, int last) { return first + Below(last - first + 1); }
+    bool IsOneIn(int count) { return Below(count) == 0; }
+
+    QByteArray Bytes(int count)
+    {
+        QByteArray bytes;
+        for (int index = 0; index < count; ++index) {
+            bytes.append(static_cast<char>(Below(256)));
+        }
+        return bytes;
+    }
+
+private:
+    std::mt19937_64 _engine;
+};
