@@ -115,8 +115,8 @@ private Q_SLOTS:
     void CharacterDeviceThatIsNoTerminal();
     void RegularFile();
     void DeviceWithoutPermission();
-    void OpeningTellsTheErrorNumber_data();
-    void OpeningTellsTheErrorNumber();
+    void OpeningReturnsTheErrorNumber_data();
+    void OpeningReturnsTheErrorNumber();
     void OpeningADeviceThatIsThere();
     void LinkErrors();
     void HeldByThisProgramOnly();
@@ -205,7 +205,7 @@ void TestClientLine::DeviceWithoutPermission()
     QVERIFY(!device.Findings().isWritable);
 }
 
-void TestClientLine::OpeningTellsTheErrorNumber_data()
+void TestClientLine::OpeningReturnsTheErrorNumber_data()
 {
     QTest::addColumn<int>("error");
     QTest::newRow("missing") << ENOENT;
@@ -213,7 +213,7 @@ void TestClientLine::OpeningTellsTheErrorNumber_data()
     QTest::newRow("busy") << EBUSY;
 }
 
-void TestClientLine::OpeningTellsTheErrorNumber()
+void TestClientLine::OpeningReturnsTheErrorNumber()
 {
     QFETCH(int, error);
     FailSerialDeviceOpen(error);

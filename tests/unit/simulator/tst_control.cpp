@@ -184,7 +184,7 @@ private Q_SLOTS:
         QCOMPARE(limits("loses-sector"), qMakePair(1, 65535));
     }
 
-    void SynopsisTellsOfTheNumber()
+    void SynopsisNamesTheNumber()
     {
         QCOMPARE(Simulator::Synopsis(Simulator::Scenarios.at(0)), QStringLiteral("none"));
         const auto losesSector = Simulator::FindScenario(QStringLiteral("loses-sector"));

@@ -341,7 +341,7 @@ private Q_SLOTS:
         QCOMPARE(Simulator::ParseFaults(ExampleOf(FAULTS_DOCUMENT)).size(), std::size_t(5));
     }
 
-    void DocumentTellsOfEveryKey()
+    void DocumentDescribesEveryKey()
     {
         const QByteArray document = ContentOf(FAULTS_DOCUMENT);
         const QMap<QString, QJsonObject> faults = SchemaFaults();

@@ -248,7 +248,7 @@ private Q_SLOTS:
                               QStringLiteral("restarted into mode 0")}));
     }
 
-    void TellsWhatAndWhenItChanges()
+    void ReportsWhatAndWhenItChanges()
     {
         AskedModel instrument;
         QVERIFY(!instrument.model.NextChangeAt().has_value());

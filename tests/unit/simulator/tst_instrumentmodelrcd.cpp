@@ -249,7 +249,7 @@ private Q_SLOTS:
         QCOMPARE(instrument.Ask(ReadStatus, 0), Bytes("00fed10e"));
     }
 
-    void TellsWhatAndWhenItChanges()
+    void ReportsWhatAndWhenItChanges()
     {
         AskedModel instrument;
         instrument.Converse({{0, PrepareHvTest, Acknowledge}, {100, PrepareUbRe, Acknowledge}});

@@ -295,7 +295,7 @@ private Q_SLOTS:
                              {2600, ReadVersion, NewVersion}});
     }
 
-    void TellsItsChanges()
+    void ReportsItsChanges()
     {
         LoaderInstrument instrument;
         QVERIFY(instrument.ReceiveBoth());
@@ -313,7 +313,7 @@ private Q_SLOTS:
         QCOMPARE(instrument.model.CollectChanges(), QStringList());
     }
 
-    void TellsWhenItIsBack()
+    void KnowsWhenItIsBack()
     {
         AskedModel instrument;
         QCOMPARE(instrument.Ask(ChangeToCalibrationMode, 0), Acknowledge);

@@ -111,7 +111,7 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(Path("device")));
     }
 
-    void FollowsANewDevice()
+    void PointsToANewDevice()
     {
         DeviceLink link(Path("link"), Path("device"));
         link.PointTo(Path("other"));

@@ -421,7 +421,7 @@ private Q_SLOTS:
         QCOMPARE(function->CollectChanges().last(), QStringLiteral("function 9 ended by a restart"));
     }
 
-    void TellsWhenItChanges()
+    void KnowsWhenItChanges()
     {
         WatchedFunction function;
         QVERIFY(function->Prepare(Measurement::Rpe, At(0ms)));

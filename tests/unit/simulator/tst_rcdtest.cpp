@@ -151,7 +151,7 @@ private Q_SLOTS:
         QCOMPARE(test.StatusAt(1650ms), QByteArray("0af4"));
     }
 
-    void UbReTellsProgressAndResult()
+    void UbReSendsProgressAndResult()
     {
         WatchedTest test;
         QVERIFY(test.BringToRun(UbRe));
@@ -172,7 +172,7 @@ private Q_SLOTS:
         QCOMPARE(test.StatusAt(60000ms), QByteArray("0af2"));
     }
 
-    void IaTaTellsProgressAndResult()
+    void IaTaSendsProgressAndResult()
     {
         WatchedTest test;
         QVERIFY(test.BringToRun(IaTa));
@@ -257,7 +257,7 @@ private Q_SLOTS:
         }
     }
 
-    void TellsWhenItGoesOn()
+    void KnowsWhenItGoesOn()
     {
         WatchedTest test;
         QVERIFY(test->Prepare(UbRe, At(0ms)));

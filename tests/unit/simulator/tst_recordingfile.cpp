@@ -191,7 +191,7 @@ private Q_SLOTS:
         QCOMPARE(Simulator::ParseRecording(ExampleOf(SIMULATOR_DOCUMENT)).size(), std::size_t(6));
     }
 
-    void DocumentTellsOfEveryKey()
+    void DocumentDescribesEveryKey()
     {
         const QByteArray document = ContentOf(SIMULATOR_DOCUMENT);
         for (const char* kind : {"exchange", "unasked"}) {

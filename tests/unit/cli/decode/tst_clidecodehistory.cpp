@@ -79,11 +79,11 @@ private Q_SLOTS:
     void BoundsTheTime();
     void CountsAttempts();
     void CountsAttemptsOfStates();
-    void TellsWhatTheLinkRepeats_data();
-    void TellsWhatTheLinkRepeats();
+    void KnowsWhatTheLinkRepeats_data();
+    void KnowsWhatTheLinkRepeats();
     void StopInATestGoesTheLinksWay();
-    void TellsCutFromSilent_data();
-    void TellsCutFromSilent();
+    void DistinguishesCutFromSilent_data();
+    void DistinguishesCutFromSilent();
     void KeepsTheOrderOfWhatItHoldsBack();
     void FindsContradictions_data();
     void FindsContradictions();
@@ -154,7 +154,7 @@ void TestCliDecodeHistory::CountsAttemptsOfStates()
     QVERIFY(events.last().isRepeatedByLink);
 }
 
-void TestCliDecodeHistory::TellsWhatTheLinkRepeats_data()
+void TestCliDecodeHistory::KnowsWhatTheLinkRepeats_data()
 {
     QTest::addColumn<QByteArray>("state");
     QTest::addColumn<QByteArray>("request");
@@ -176,7 +176,7 @@ void TestCliDecodeHistory::TellsWhatTheLinkRepeats_data()
     row("status in an unknown state", "", "73f44e", true);
 }
 
-void TestCliDecodeHistory::TellsWhatTheLinkRepeats()
+void TestCliDecodeHistory::KnowsWhatTheLinkRepeats()
 {
     QFETCH(const QByteArray, state);
     QFETCH(const QByteArray, request);
@@ -207,7 +207,7 @@ void TestCliDecodeHistory::StopInATestGoesTheLinksWay()
     QCOMPARE(errors, (QList<int>{524, 15, 15, 15, 4, 4, 524}));
 }
 
-void TestCliDecodeHistory::TellsCutFromSilent_data()
+void TestCliDecodeHistory::DistinguishesCutFromSilent_data()
 {
     QTest::addColumn<QByteArrayList>("lines");
     QTest::addColumn<AnswerKind>("outcome");
@@ -240,7 +240,7 @@ void TestCliDecodeHistory::TellsCutFromSilent_data()
         AnswerKind::None, "");
 }
 
-void TestCliDecodeHistory::TellsCutFromSilent()
+void TestCliDecodeHistory::DistinguishesCutFromSilent()
 {
     QFETCH(const QByteArrayList, lines);
     QFETCH(const QString, problem);

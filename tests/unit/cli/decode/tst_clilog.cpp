@@ -31,7 +31,7 @@ private Q_SLOTS:
     void GivesOutALineBeforeTheNextIsThere();
     void StopsInTheMiddleOfALine();
     void StopsInTheMiddleOfAFile();
-    void TellsWhyItCannotRead();
+    void SaysWhyItCannotRead();
     void FindsExchanges_data();
     void FindsExchanges();
     void FindsWhatIsSentUnasked();
@@ -172,7 +172,7 @@ void TestCliLog::StopsInTheMiddleOfAFile()
     ::close(stop[1]);
 }
 
-void TestCliLog::TellsWhyItCannotRead()
+void TestCliLog::SaysWhyItCannotRead()
 {
     const int folder = ::open("/", O_RDONLY);
     QVERIFY(folder >= 0);

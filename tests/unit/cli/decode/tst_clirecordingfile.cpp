@@ -27,7 +27,7 @@ private Q_SLOTS:
     void RefusesTooManyBytes();
     void RefusesALongFrame();
     void RefusesToBeEmpty();
-    void TellsWhyItCannotWrite();
+    void SaysWhyItCannotWrite();
 
 private:
     QString Path() const { return _folder->filePath(QStringLiteral("recording")); }
@@ -175,7 +175,7 @@ void TestCliRecordingFile::RefusesToBeEmpty()
     QVERIFY(!QFile::exists(Path()));
 }
 
-void TestCliRecordingFile::TellsWhyItCannotWrite()
+void TestCliRecordingFile::SaysWhyItCannotWrite()
 {
     const RecordingFile nowhere(_folder->filePath(QStringLiteral("no/folder")), QString());
     QVERIFY2(nowhere.Problem().contains(QLatin1String("No such file or directory")),

@@ -125,17 +125,17 @@ class TestCliDoctor : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void TellsOfTheDevice_data();
-    void TellsOfTheDevice();
-    void TellsOfThePermissions_data();
-    void TellsOfThePermissions();
-    void TellsOfTheHolders_data();
-    void TellsOfTheHolders();
-    void TellsOfTheAnswers_data();
-    void TellsOfTheAnswers();
+    void DescribesTheDevice_data();
+    void DescribesTheDevice();
+    void DescribesThePermissions_data();
+    void DescribesThePermissions();
+    void DescribesTheHolders_data();
+    void DescribesTheHolders();
+    void DescribesTheAnswers_data();
+    void DescribesTheAnswers();
     void BarsFitIntoTheLine();
-    void TellsOfTheCondition_data();
-    void TellsOfTheCondition();
+    void DescribesTheCondition_data();
+    void DescribesTheCondition();
     void FindsNothingInTheWay();
     void FindsObstacles_data();
     void FindsObstacles();
@@ -144,10 +144,10 @@ private Q_SLOTS:
     void DoesNotJoinTheGroupOfRoot();
     void DecidesOnTheEnding_data();
     void DecidesOnTheEnding();
-    void TellsHowLongASilenceLasted();
+    void SaysHowLongASilenceLasted();
 };
 
-void TestCliDoctor::TellsOfTheDevice_data()
+void TestCliDoctor::DescribesTheDevice_data()
 {
     QTest::addColumn<DeviceFindings>("device");
     AddForms();
@@ -179,14 +179,14 @@ void TestCliDoctor::TellsOfTheDevice_data()
         R"("target":"/dev/tty\nUSB7","terminal":null})");
 }
 
-void TestCliDoctor::TellsOfTheDevice()
+void TestCliDoctor::DescribesTheDevice()
 {
     QFETCH(const DeviceFindings, device);
     QTEST(Cli::DeviceText(device), "text");
     QTEST(Compact(Cli::DeviceJson(device)), "json");
 }
 
-void TestCliDoctor::TellsOfThePermissions_data()
+void TestCliDoctor::DescribesThePermissions_data()
 {
     QTest::addColumn<DeviceFindings>("device");
     AddForms();
@@ -211,14 +211,14 @@ void TestCliDoctor::TellsOfThePermissions_data()
     row("may nothing", false, false, "may neither read nor write", R"("readable":false,"writable":false})");
 }
 
-void TestCliDoctor::TellsOfThePermissions()
+void TestCliDoctor::DescribesThePermissions()
 {
     QFETCH(const DeviceFindings, device);
     QTEST(Cli::PermissionsText(device), "text");
     QTEST(Compact(Cli::PermissionsJson(device)), "json");
 }
 
-void TestCliDoctor::TellsOfTheHolders_data()
+void TestCliDoctor::DescribesTheHolders_data()
 {
     QTest::addColumn<DeviceHolders>("holders");
     AddForms();
@@ -239,14 +239,14 @@ void TestCliDoctor::TellsOfTheHolders_data()
                             << QByteArray(R"({"complete":true,"programs":[]})");
 }
 
-void TestCliDoctor::TellsOfTheHolders()
+void TestCliDoctor::DescribesTheHolders()
 {
     QFETCH(const DeviceHolders, holders);
     QTEST(Cli::HoldersText(holders), "text");
     QTEST(Compact(Cli::HoldersJson(holders)), "json");
 }
 
-void TestCliDoctor::TellsOfTheAnswers_data()
+void TestCliDoctor::DescribesTheAnswers_data()
 {
     QTest::addColumn<LineRecord>("line");
     AddForms();
@@ -297,7 +297,7 @@ void TestCliDoctor::TellsOfTheAnswers_data()
                R"("problem":"Input/output error","proper":0,"refused":0,"silent":0,"slowest":null})";
 }
 
-void TestCliDoctor::TellsOfTheAnswers()
+void TestCliDoctor::DescribesTheAnswers()
 {
     QFETCH(const LineRecord, line);
     QTEST(Cli::AnswersText(line), "text");
@@ -317,7 +317,7 @@ void TestCliDoctor::BarsFitIntoTheLine()
     }
 }
 
-void TestCliDoctor::TellsOfTheCondition_data()
+void TestCliDoctor::DescribesTheCondition_data()
 {
     AddForms();
     QTest::newRow("00 F5 BA BF")
@@ -340,7 +340,7 @@ void TestCliDoctor::TellsOfTheCondition_data()
 }
 
 /// The advice for an error, at the end, has a test of its own.
-void TestCliDoctor::TellsOfTheCondition()
+void TestCliDoctor::DescribesTheCondition()
 {
     QFETCH(const QByteArray, text);
     QFETCH(const QByteArray, json);
@@ -509,7 +509,7 @@ void TestCliDoctor::DecidesOnTheEnding()
     QVERIFY2(verdict.message.contains(part), qPrintable(verdict.message));
 }
 
-void TestCliDoctor::TellsHowLongASilenceLasted()
+void TestCliDoctor::SaysHowLongASilenceLasted()
 {
     const Ending verdict = Cli::DecideEnding(Record(Nothing));
     QVERIFY2(verdict.message.contains(QLatin1String("within 12 s")), qPrintable(verdict.message));

@@ -118,7 +118,7 @@ private Q_SLOTS:
     void WaitsNoLongerThanItsPatience();
     void PausesBeforeEachRequest();
     void CutsOffWhatHasNoEnd();
-    void TellsOfABrokenLine();
+    void ReportsABrokenLine();
     void IsEmptyBeforeAnythingIsAsked();
     void CountsEachKind();
     void KeepsTheLastProperStatus();
@@ -247,7 +247,7 @@ void TestCliLine::CutsOffWhatHasNoEnd()
     QVERIFY(Cli::Classify(exchange.answer) == LineAnswer::Damaged);
 }
 
-void TestCliLine::TellsOfABrokenLine()
+void TestCliLine::ReportsABrokenLine()
 {
     ScriptedPeer peer;
     const NearEnd line(peer.DevicePath());

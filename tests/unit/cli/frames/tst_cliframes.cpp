@@ -214,21 +214,21 @@ void TestCliFrames::TheStateDecidesOnTheErrorOfAStatus_data()
     QTest::addColumn<int>("isOfTest");
     QTest::addColumn<int>("error");
     constexpr int Unknown = -1;
-    constexpr int NotTaken = -1;
+    constexpr int NotAccepted = -1;
     const auto row = [](const char* name, const char* answer, int isOfTest, int error) {
         QTest::newRow(name) << Hex(answer) << isOfTest << error;
     };
     row("in a test", "0a47e8d7", 1, 524);
     row("in no test", "0a47e8d7", 0, 4);
-    row("state unknown", "0a47e8d7", Unknown, NotTaken);
+    row("state unknown", "0a47e8d7", Unknown, NotAccepted);
     row("state unknown, no error", "2af03206", Unknown, 15);
     row("in a test, no error", "2af03206", 1, 15);
     row("in a test, other function", "a3529a32", 1, 5);
     row("too long, in a test", "0a4755ca59", 1, 524);
-    row("too long, in no test", "0a4755ca59", 0, NotTaken);
-    row("too long, other function in a test", "00f1f2adef", 1, NotTaken);
+    row("too long, in no test", "0a4755ca59", 0, NotAccepted);
+    row("too long, other function in a test", "00f1f2adef", 1, NotAccepted);
     row("too short, in a test", "0a4aa1", 1, 524); // The checksum's first byte stands for the second one.
-    row("too short, state unknown", "0a4aa1", Unknown, NotTaken);
+    row("too short, state unknown", "0a4aa1", Unknown, NotAccepted);
 }
 
 void TestCliFrames::TheStateDecidesOnTheErrorOfAStatus()

@@ -67,7 +67,7 @@ private Q_SLOTS:
     void WallClockHasTheFieldsOfTheLocalTime();
     void ResultIsTheLastLine();
     void FirstEndCounts();
-    void VerbMayTellOfTheEndItself();
+    void VerbMayShowTheEndItself();
     void TextHasNoResult();
 };
 
@@ -258,7 +258,7 @@ void TestCliKit::FirstEndCounts()
     QCOMPARE(ProblemOfRun(printed, 130), QString());
 }
 
-void TestCliKit::VerbMayTellOfTheEndItself()
+void TestCliKit::VerbMayShowTheEndItself()
 {
     const QByteArray printed = Printed(Json(), [](Cli::Link& link) {
         link.EndWork(0);

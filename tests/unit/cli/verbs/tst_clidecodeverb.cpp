@@ -64,18 +64,18 @@ class TestCliDecodeVerb : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void TellsRealLogs_data();
-    void TellsRealLogs();
+    void DecodesRealLogs_data();
+    void DecodesRealLogs();
     void NamesTheErrorOfAFailedMeasurement_data();
     void NamesTheErrorOfAFailedMeasurement();
-    void TellsTheSameOfAJournal();
-    void TellsEventsAsJson();
+    void DecodesAJournalLikeALog();
+    void PrintsEventsAsJson();
     void ReadsTheStandardInput();
     void ReadsANamedPipe();
     void EscapesWhatCouldCommandATerminal();
     void Complains_data();
     void Complains();
-    void TellsWhatIsWholeOfADamagedLog();
+    void DecodesWhatIsWholeInADamagedLog();
     void NamesFilesAsTheyAre();
     void LimitsComplaints();
     void Records();
@@ -84,18 +84,18 @@ private Q_SLOTS:
     void RefusesToRecordOverTheLog();
     void RefusesBadUse_data();
     void RefusesBadUse();
-    void TellsThatTheOutputCannotBeWritten();
+    void SaysThatTheOutputCannotBeWritten();
     void IsSilentWhenNobodyReadsTheOutput();
 };
 
-void TestCliDecodeVerb::TellsRealLogs_data()
+void TestCliDecodeVerb::DecodesRealLogs_data()
 {
     QTest::addColumn<QByteArray>("name");
     QTest::newRow("a measurement") << QByteArray("measurement");
     QTest::newRow("a monitoring with trouble") << QByteArray("trouble");
 }
 
-void TestCliDecodeVerb::TellsRealLogs()
+void TestCliDecodeVerb::DecodesRealLogs()
 {
     QFETCH(const QByteArray, name);
     const Outcome outcome = Decode(DataFile(name + ".log"));
@@ -135,7 +135,7 @@ void TestCliDecodeVerb::NamesTheErrorOfAFailedMeasurement()
 }
 
 /// A journal has no colours, and has beginnings of lines and other line ends.
-void TestCliDecodeVerb::TellsTheSameOfAJournal()
+void TestCliDecodeVerb::DecodesAJournalLikeALog()
 {
     QByteArray journal;
     for (QByteArray line : ContentOf(DataFile("trouble.log")).trimmed().split('\n')) {
@@ -150,7 +150,7 @@ void TestCliDecodeVerb::TellsTheSameOfAJournal()
     QCOMPARE(outcome.output.split('\n'), ContentOf(DataFile("trouble.txt")).split('\n'));
 }
 
-void TestCliDecodeVerb::TellsEventsAsJson()
+void TestCliDecodeVerb::PrintsEventsAsJson()
 {
     const Outcome outcome = DecodeText(
         "20:51:40.212 Transciever::Open\n" + Status +
@@ -268,7 +268,7 @@ void TestCliDecodeVerb::Complains()
     QTEST(outcome.Result("reason").toString(), "reason");
 }
 
-void TestCliDecodeVerb::TellsWhatIsWholeOfADamagedLog()
+void TestCliDecodeVerb::DecodesWhatIsWholeInADamagedLog()
 {
     const Outcome outcome =
         DecodeText(Status + "20:51:40.416  73f44e 00fe[4b]\n20:51:40.516  53966a 06c660[3b] ACK\n");
@@ -383,7 +383,7 @@ void TestCliDecodeVerb::RefusesBadUse()
     QVERIFY(outcome.errors.contains("Usage: vesmar decode FILE"));
 }
 
-void TestCliDecodeVerb::TellsThatTheOutputCannotBeWritten()
+void TestCliDecodeVerb::SaysThatTheOutputCannotBeWritten()
 {
     const int full = ::open("/dev/full", O_WRONLY);
     QVERIFY(full >= 0);

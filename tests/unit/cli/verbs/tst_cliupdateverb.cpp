@@ -60,7 +60,7 @@ private Q_SLOTS:
     void SignalBeforeTheFirstSectorEndsIt();
     void SignalWhileSectorsAreSentIsRefused_data();
     void SignalWhileSectorsAreSentIsRefused();
-    void InstrumentThatOnlyTakesFirmware();
+    void InstrumentThatOnlyAcceptsFirmware();
     void InstrumentThatDoesNotComeBack();
     void RefusalIsExplained();
 
@@ -158,7 +158,7 @@ void TestCliUpdateVerb::SignalWhileSectorsAreSentIsRefused()
 }
 
 /// The instrument does not even report its version: the library would never begin to send it anything.
-void TestCliUpdateVerb::InstrumentThatOnlyTakesFirmware()
+void TestCliUpdateVerb::InstrumentThatOnlyAcceptsFirmware()
 {
     const Instrument stuck = [updatable = Updatable(), isStuck = true](const QByteArray& request) mutable {
         if (isStuck && request.at(0) == 's') {
