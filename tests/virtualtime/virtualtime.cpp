@@ -3,7 +3,6 @@
 #include <linux/futex.h>
 #include <poll.h>
 #include <pthread.h>
-#include <sched.h>
 #include <semaphore.h>
 #include <sys/ioctl.h>
 #include <sys/syscall.h>
@@ -503,12 +502,6 @@ int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*
     auto* const start = new ThreadStart{routine, argument, {}};
     return Time().BeginThread(start->waiter, thread,
                               [&] { return create(thread, attributes, RunThread, start); });
-}
-
-int sched_yield() noexcept
-{
-    SleepUntil(Time().Now() + Glance);
-    return 0;
 }
 
 int pthread_join(pthread_t thread, void** result)

@@ -9,8 +9,8 @@
 ///
 /// It covers the sleeps, the clocks, the condition variables, the futexes that Qt's mutexes and semaphores
 /// are made of, polls, and the joining of threads. A mutex of the C library may be held while a thread runs,
-/// but not while it sleeps. Nothing outside of the process is waited for: the bytes of a pseudo-terminal
-/// inside of it are waited for in real time (see ptytraffic.h).
+/// but not while it sleeps. A loop that only yields never ends. Nothing outside of the process is waited for:
+/// the bytes of a pseudo-terminal inside of it are waited for in real time (see ptytraffic.h).
 namespace VirtualTime
 {
 

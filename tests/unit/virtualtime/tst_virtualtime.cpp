@@ -3,7 +3,6 @@
 #include <fcntl.h>
 #include <linux/futex.h>
 #include <poll.h>
-#include <sched.h>
 #include <sys/ioctl.h>
 #include <sys/syscall.h>
 #include <sys/time.h>
@@ -176,7 +175,6 @@ private Q_SLOTS:
     void TimeStandsStillWhileAThreadRuns();
     void SleepersWakeInTheOrderOfTheirMoments();
     void SleepersOfOneMomentWakeInTheOrderOfTheirSleep();
-    void YieldingLetsTimeGoOn();
 
     void ConditionVariableWaitsForItsTimeLimit();
     void ConditionVariableIsNotifiedBeforeItsTimeLimit();
@@ -314,18 +312,6 @@ void TestVirtualTime::SleepersOfOneMomentWakeInTheOrderOfTheirSleep()
         thread.join();
     }
     QCOMPARE(woken, (std::vector<int>{0, 1, 2, 3, 4, 5, 6, 7}));
-}
-
-void TestVirtualTime::YieldingLetsTimeGoOn()
-{
-    bool isOver = false;
-    std::thread thread = Later(milliseconds(3), [&isOver] { isOver = true; });
-    VERIFY_LASTS(milliseconds(3), [&isOver] {
-        while (!isOver) {
-            sched_yield();
-        }
-    });
-    thread.join();
 }
 
 namespace
