@@ -202,7 +202,6 @@ private Q_SLOTS:
 
     void BytesArriveAtOnceAndInOnePiece_data();
     void BytesArriveAtOnceAndInOnePiece();
-    void MoreThanALineHoldsArrivesInPieces();
     void PollEndsWithTheBytesOfAPseudoTerminal();
     void FlushDropsTheBytesThatAreUnderWay();
     void NothingIsAwaitedThatWasNotWritten();
@@ -577,20 +576,6 @@ void TestVirtualTime::BytesArriveAtOnceAndInOnePiece()
             QCOMPARE(ReadFrom(line.reading), bytes);
         }
     });
-}
-
-void TestVirtualTime::MoreThanALineHoldsArrivesInPieces()
-{
-    const PseudoTerminal line;
-    const QByteArray bytes(9999, 'b');
-    for (int round = 0; round < 20; ++round) {
-        QVERIFY(WriteTo(line.writing, bytes));
-        QByteArray received;
-        while (received.size() < bytes.size()) {
-            received.append(ReadFrom(line.reading));
-        }
-        QCOMPARE(received, bytes);
-    }
 }
 
 void TestVirtualTime::PollEndsWithTheBytesOfAPseudoTerminal()
