@@ -51,8 +51,15 @@ ScriptedLine::~ScriptedLine()
     line = nullptr;
 }
 
+void ScriptedLine::Expect(const QByteArray& request)
+{
+    _request = request;
+    _rest.clear();
+}
+
 ssize_t ScriptedLine::Read(char* buffer, std::size_t size)
 {
+    _isDiscarded = true;
     if (!_readErrors.empty()) {
         errno = _readErrors.front();
         _readErrors.pop_front();
@@ -67,19 +74,23 @@ ssize_t ScriptedLine::Read(char* buffer, std::size_t size)
 
 ssize_t ScriptedLine::Write(const char* bytes, std::size_t size)
 {
+    const QByteArray offered(bytes, static_cast<int>(size));
     Require(!_isClosing, "nothing is written once the port is about to close");
+    Require(offered == _rest || (offered == _request && _isDiscarded),
+            "a write goes on behind the one before, or begins with a request behind a read");
     _read.clear();
-    auto accepted = static_cast<int>(size);
+    _rest = offered;
+    int accepted = offered.size();
     if (!_writeResults.empty()) {
         accepted = std::min(accepted, _writeResults.front());
         _writeResults.pop_front();
-        _hasWriteFailed = true;
     }
     if (accepted < 0) {
         errno = -accepted;
         return -1;
     }
-    _written.append(bytes, accepted);
+    _rest.remove(0, accepted);
+    _written += offered.left(accepted);
     if (std::exchange(_awaitsRequest, false)) {
         _nextStepAt = _now;
     }
@@ -89,6 +100,7 @@ ssize_t ScriptedLine::Write(const char* bytes, std::size_t size)
 void ScriptedLine::Sleep(std::int64_t microseconds)
 {
     _now += microseconds;
+    _isDiscarded = false;
     Play();
 }
 

@@ -29,11 +29,13 @@ public:
     /// In microseconds, from the beginning of the script.
     std::int64_t Now() const { return _now; }
     bool IsClosing() const { return _isClosing; }
-    bool HasWriteFailed() const { return _hasWriteFailed; }
 
     /// Everything that was written, and everything that was read since something was written last.
     const QByteArray& Written() const { return _written; }
     const QByteArray& ReadSinceWritten() const { return _read; }
+
+    /// Tells what will be written, once or more.
+    void Expect(const QByteArray& request);
 
     // The system calls.
     ssize_t Read(char* buffer, std::size_t size);
@@ -51,12 +53,14 @@ private:
     std::int64_t _nextStepAt = 0;
     bool _awaitsRequest = false;
     bool _isClosing = false;
-    bool _hasWriteFailed = false;
-    int _copies = 0; ///< How often the last bytes are still to arrive.
+    bool _isDiscarded = false; ///< What had arrived was read, and no time has passed since.
+    int _copies = 0;           ///< How often the last bytes are still to arrive.
     QByteArray _lastBytes;
     QByteArray _arrived;
     std::deque<int> _readErrors;
     std::deque<int> _writeResults; ///< How many bytes are accepted; an error as a negative number.
+    QByteArray _request;
+    QByteArray _rest; ///< What the last write left over.
     QByteArray _written;
     QByteArray _read;
 };
