@@ -12,15 +12,16 @@ namespace
 
 using std::chrono::milliseconds;
 
-/// Two steps of 100 ms, and the exchanges between them.
-constexpr milliseconds LongestAbort{225};
+/// Two steps of 100 ms with their exchanges, on an instrument that answers at once; and three answers of this
+/// one.
+constexpr milliseconds LongestAbort{225 + 3 * 3};
 /// A request that was decided upon waits for the pause after the exchange before it.
 constexpr milliseconds OnItsWay{15};
 /// A request, and two repetitions of it.
 constexpr int TransmissionsOfStart = 3;
 /// Two responses of the largest size, one of which ends a wait, and the reads that empty the line.
 constexpr int MostBytesBetweenWrites = 2 * 4096 + 1024;
-constexpr std::size_t LinesKept = 60;
+constexpr std::size_t LinesKept = 120;
 
 QByteArray currentState;
 std::function<void()> entryHook;
@@ -64,6 +65,9 @@ void Checks::RevokeStarts()
 {
     _startsAllowed = 0;
     _startsRevoked = VirtualTime::Now();
+    // The preparation is withdrawn, too, while its settings stay: what the instrument had prepared before
+    // runs.
+    _payload.clear();
 }
 
 /// These states drop what was requested before they were entered.
@@ -80,7 +84,8 @@ void Checks::Entered()
 
 void Checks::Prepared(const QByteArray& payload)
 {
-    _payload = payload;
+    // A preparation that is asked for during an RCD test may be forgotten (docs/oddities.md).
+    _payload = CurrentState().startsWith("RCD ") ? QByteArray() : payload;
     _prepared = VirtualTime::Now();
 }
 
@@ -155,7 +160,8 @@ void Checks::CheckStart(Nanoseconds now)
 /// preparation; a preparation that is asked for after that comes too late.
 void Checks::CheckPayload()
 {
-    if (_instrument.IsPrepared() && _prepared < _preparingPolled && _instrument.Payload() != _payload) {
+    if (_instrument.IsPrepared() && !_payload.isEmpty() && _prepared < _preparingPolled &&
+        _instrument.Payload() != _payload) {
         Report("a start of another function than the one that was asked for last");
     }
 }

@@ -416,10 +416,12 @@ void Round::ComeToRest()
     if (AwaitRest()) {
         return;
     }
-    // An abort with nothing prepared waits for ever, and an instrument stays in update mode
+    // An abort waits for ever while the state of no function is known, and an instrument stays in update mode
     // (docs/oddities.md). A restart is the way out of both.
-    const bool isOddity = CurrentState() == "ABORTING MEASUREMENT" ||
+    const bool isFunctionUnknown = _tester->MeasurementFunctionStatus() == FunctionState::Unknown;
+    const bool isOddity = (CurrentState() == "ABORTING MEASUREMENT" && isFunctionUnknown) ||
                           CurrentState() == "AWAIT UPDATE ACTION" || CurrentState() == "UPDATING";
+    _checks.Record("restarts");
     _tester->RestartTester();
     if (!isOddity || !AwaitRest()) {
         _checks.Report("the machine does not come back to monitoring");
