@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <random>
+#include <vector>
 
 #include <QByteArray>
 
@@ -29,3 +30,10 @@ public:
 private:
     std::mt19937_64 _engine;
 };
+
+/// One of the values.
+template <typename Value>
+const Value& Pick(const std::vector<Value>& values, Random& random)
+{
+    return values.at(static_cast<std::size_t>(random.Below(static_cast<int>(values.size()))));
+}

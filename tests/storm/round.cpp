@@ -98,13 +98,6 @@ const std::vector<QByteArray>& AllStates()
     return states;
 }
 
-/// One of them.
-template <typename Value>
-const Value& Pick(const std::vector<Value>& values, Random& random)
-{
-    return values.at(static_cast<std::size_t>(random.Below(static_cast<int>(values.size()))));
-}
-
 /// In these the next step sees an abort.
 bool RunsMeasurement(const QByteArray& state)
 {
@@ -160,8 +153,7 @@ bool Round::InjectInto(Exchange& exchange)
     const Kind* const kind = _kind != nullptr ? _kind : &Pick(AllKinds(), _random);
     _checks.Requested(exchange.request, isFaulty ? kind->name : nullptr);
     if (isFaulty) {
-        ++_counts.kinds[kind->name];
-        ++_counts.pairs[{kind->name, CurrentState()}];
+        _counts.Add(kind->name, CurrentState().toStdString());
         kind->apply(exchange);
     }
     return isFaulty;

@@ -1,25 +1,15 @@
 #pragma once
 
-#include <map>
 #include <memory>
 #include <string>
-#include <utility>
 
 #include <QByteArray>
 
 #include <Vesmar/tester.h>
 
 #include "storm/checks.h"
+#include "storm/counts.h"
 #include "storm/kinds.h"
-
-/// How often what was brought upon the library.
-struct Counts {
-    std::map<std::string, long> kinds;
-    std::map<std::pair<std::string, QByteArray>, long> pairs; ///< Of a kind and a state.
-    long operations = 0;
-    long starts = 0;
-    long aborts = 0; ///< Those whose time was watched.
-};
 
 /// One life of the library: it is enabled, the application does what comes to its mind while the line does
 /// its worst, and then the line is faultless and everything must come to rest. The seed decides about all.

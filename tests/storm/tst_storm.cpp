@@ -9,6 +9,7 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 
+#include "storm/exchangeround.h"
 #include "storm/round.h"
 
 namespace
@@ -111,22 +112,30 @@ bool IsEnough(const Counts& counts, const Options& options)
                                 ArePairsMet(counts, options));
 }
 
-/// True if all held.
-bool RunRound(std::uint64_t seed, const Options& options, Counts& counts)
+/// Prints what did not hold, and how to see it again. True if all held.
+bool IsHeld(const std::string& finding, std::uint64_t seed, const Kind* kind, const Options& options)
 {
-    const Kind* const kind = KindOf(seed, options);
-    Round round(seed, kind, counts);
-    const std::string finding = round.Run();
     if (finding.empty()) {
         return true;
     }
-    const std::string replay =
-        options.kind != nullptr ? std::string(" --kind \"") + options.kind->name + "\"" : "";
-    std::printf("seed %llu, kind %s: %s\n%s  replay: --seed %llu%s\n", static_cast<unsigned long long>(seed),
-                kind != nullptr ? kind->name : "all", finding.c_str(), round.LastLines().c_str(),
-                static_cast<unsigned long long>(seed), replay.c_str());
+    std::printf("seed %llu, kind %s: %s\n  replay: --seed %llu", static_cast<unsigned long long>(seed),
+                kind != nullptr ? kind->name : "all", finding.c_str(), static_cast<unsigned long long>(seed));
+    std::printf(options.kind != nullptr ? " --kind \"%s\"\n" : "\n", kind != nullptr ? kind->name : "");
     std::fflush(stdout);
     return false;
+}
+
+/// Every fifth round has single exchanges, the others have the whole machine. True if all held.
+bool RunRound(std::uint64_t seed, const Options& options, Counts& counts)
+{
+    constexpr std::uint64_t RoundsWithExchanges = 5;
+    const Kind* const kind = KindOf(seed, options);
+    if (seed % RoundsWithExchanges == 0) {
+        return IsHeld(ExchangeRound(seed, kind, counts).Run(), seed, kind, options);
+    }
+    Round round(seed, kind, counts);
+    const std::string finding = round.Run();
+    return IsHeld(finding.empty() ? finding : finding + "\n" + round.LastLines(), seed, kind, options);
 }
 
 void PrintTable(const Counts& counts, long findings)
