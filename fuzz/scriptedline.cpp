@@ -17,7 +17,7 @@
 namespace
 {
 
-constexpr std::int64_t FirstSecond = 1000000000; // Of both clocks.
+constexpr std::int64_t FirstSecond = 1000000000;
 constexpr std::int64_t PerSecond = 1000000;
 
 ScriptedLine* line = nullptr;
@@ -200,7 +200,7 @@ TAKES_PLACE int usleep(useconds_t microseconds)
 
 TAKES_PLACE int clock_gettime(clockid_t clock, timespec* time) noexcept
 {
-    if (line == nullptr) {
+    if (line == nullptr || clock != CLOCK_MONOTONIC) { // The fuzzer watches the date for its own time limits.
         return static_cast<int>(syscall(SYS_clock_gettime, clock, time));
     }
     time->tv_sec = FirstSecond + line->Now() / PerSecond;
