@@ -10,12 +10,18 @@ using std::chrono::milliseconds;
 using std::chrono::seconds;
 
 /// The longest that a fault of the whole line lasts.
-constexpr int LongestMs = 20000;
+constexpr int LongestMs = 120000;
 
 milliseconds SomeTime(Exchange& exchange)
 {
-    return milliseconds(exchange.random.IsOneIn(4) ? exchange.random.Between(1000, LongestMs)
-                                                   : exchange.random.Between(1, 1000));
+    switch (exchange.random.Below(8)) {
+    case 0:
+        return milliseconds(exchange.random.Between(1000, LongestMs));
+    case 1:
+        return milliseconds(exchange.random.Between(1000, LongestMs / 6));
+    default:
+        return milliseconds(exchange.random.Between(1, 1000));
+    }
 }
 
 Nanoseconds Until(Exchange& exchange)
@@ -254,7 +260,7 @@ void JumpClock(Exchange& exchange)
 
 void Stall(Exchange& exchange)
 {
-    exchange.trouble.stall = SomeTime(exchange);
+    exchange.trouble.stall = SomeTime(exchange) / 10;
 }
 
 } // namespace

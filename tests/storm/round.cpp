@@ -164,7 +164,7 @@ std::string Round::Run()
     Enable();
     for (int count = 0; count < OperationsOfRound && _checks.Finding().empty(); ++count) {
         Operate();
-        Wait(SomeTime());
+        Wait(SomeTime(), _random.IsOneIn(4));
     }
     if (_checks.Finding().empty()) {
         ComeToRest();
@@ -269,7 +269,7 @@ void Round::Toggle()
 {
     if (_tester->IsEnabled()) {
         Disable();
-        Wait(milliseconds(_random.Below(1500)));
+        Wait(milliseconds(_random.Below(3000)));
     }
     Enable();
 }
@@ -347,12 +347,14 @@ void Round::Update()
     }
 }
 
-/// Lets the application's event loop run, and looks at what must hold.
-void Round::Wait(Nanoseconds time)
+/// Looks at what must hold, and lets the application's event loop run, which may be blocked.
+void Round::Wait(Nanoseconds time, bool isBlocked)
 {
     const Nanoseconds end = VirtualTime::Now() + time;
     do {
-        QCoreApplication::processEvents();
+        if (!isBlocked) {
+            QCoreApplication::processEvents();
+        }
         VirtualTime::Sleep(std::min<Nanoseconds>(Tick, std::max(end - VirtualTime::Now(), Nanoseconds(1))));
         _checks.Poll();
         CheckWhileDisabled();

@@ -37,7 +37,7 @@ private:
     void Start();
     void StartAnew();
     void Update();
-    void Wait(Nanoseconds time);
+    void Wait(Nanoseconds time, bool isBlocked = false);
     Nanoseconds SomeTime();
     void CheckWhileDisabled();
     void CheckSilence();
