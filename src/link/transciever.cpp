@@ -24,11 +24,11 @@ constexpr int Closed = 0;
 constexpr int DefaultTimeoutMs = 4000;
 constexpr int GapMs = 10;
 constexpr int SilenceMs = 1;
+constexpr int RetryPauseMs = 200;
 constexpr int MaxCollectedBytes = 4096; // Several times the longest answer.
 constexpr useconds_t PollUs = 1000;
 constexpr useconds_t SendPollUs = 100;
 constexpr useconds_t CollectPollUs = 100;
-constexpr useconds_t RetryPauseUs = 200000;
 
 constexpr tcflag_t ControlFlags = B115200 | CS8 | CREAD | PARENB | CLOCAL;
 static_assert(ControlFlags == 0x19B2, "115200 baud, 8 data bits, even parity, 1 stop bit");
@@ -114,7 +114,8 @@ int Transciever::RunQuery(const QByteArray& request, int timeoutMs, int maxRetra
     *response = new QByteArray;
     int result = QueryResult::Data;
     for (int attempt = 0; attempt <= maxRetransmissions; ++attempt) {
-        if (_handle != port) {
+        if (attempt > 0 && !IsUsable(port)) {
+            (*response)->clear();
             return QueryResult::NoResponse;
         }
         result = Attempt(port, request, timeoutMs, **response);
@@ -122,7 +123,7 @@ int Transciever::RunQuery(const QByteArray& request, int timeoutMs, int maxRetra
         if (result == QueryResult::Data || result == QueryResult::Acknowledged || _closing) {
             break;
         }
-        usleep(RetryPauseUs);
+        PauseAfterFailure(port);
         if (mayRetransmit && !mayRetransmit()) {
             break;
         }
@@ -204,6 +205,15 @@ int Transciever::Classify(const QByteArray& request, const QByteArray& response,
     }
     Trace::Data(request, response);
     return QueryResult::Data;
+}
+
+void Transciever::PauseAfterFailure(int port) const
+{
+    QElapsedTimer pause;
+    pause.start();
+    while (IsUsable(port) && pause.elapsed() < RetryPauseMs) {
+        usleep(PollUs);
+    }
 }
 
 /// Waits for the end of any other exchange and of the pause that the instrument needs after it. Returns

@@ -72,6 +72,7 @@ public:
 
 private:
     int Attempt(int port, const QByteArray& request, int timeoutMs, QByteArray& response);
+    void PauseAfterFailure(int port) const;
     int Classify(const QByteArray& request, const QByteArray& response, bool isWhole) const;
     bool AcquireLine();
     void ReleaseLine();

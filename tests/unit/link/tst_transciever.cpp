@@ -218,6 +218,7 @@ private Q_SLOTS:
     void CloseClearsTheClosingFlag_data();
     void CloseClearsTheClosingFlag();
     void ACloseBetweenAttemptsEndsTheQuery();
+    void ClosingEndsThePauseBeforeARetransmission();
     void AQueryNeverWritesToTheFileThatTookItsDescriptor();
 
     void AFailingReadEndsTheWaitAndCountsAsNothing();
@@ -901,6 +902,25 @@ void TestTransciever::ACloseBetweenAttemptsEndsTheQuery()
     line.transciever.Close();
     QVERIFY(EndsInTime(query));
     QCOMPARE(query.get().result, 3);
+}
+
+void TestTransciever::ClosingEndsThePauseBeforeARetransmission()
+{
+    Line line;
+    line.peer.AnswerAlways(Wire::Refusal);
+    const LogCapture log;
+    auto query = line.BeginQuery(EndlessMs, 2);
+    QVERIFY(line.peer.WaitForRequests(1));
+    QTRY_COMPARE(log.Texts().size(), 1); // The pause begins once the refusal has been traced.
+    QElapsedTimer timer;
+    timer.start();
+    line.transciever.PrepareToClose();
+    const Outcome outcome = query.get();
+    QVERIFY(timer.elapsed() < 10);
+    QCOMPARE(outcome.result, 3);
+    QCOMPARE(outcome.Bytes(), QByteArray());
+    QCOMPARE(log.Texts().size(), 1);
+    QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>({Wire::ReadStatus}));
 }
 
 void TestTransciever::AQueryNeverWritesToTheFileThatTookItsDescriptor()
