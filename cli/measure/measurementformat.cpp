@@ -14,8 +14,8 @@ namespace Cli
 namespace
 {
 
+using VesmarClient::DriverReading;
 using VesmarClient::MeasurementSession;
-using VesmarClient::Reading;
 using Outcome = MeasurementSession::Outcome;
 using Phase = MeasurementSession::Phase;
 using Reason = MeasurementSession::Reason;
@@ -42,20 +42,20 @@ QString Bar(const MeasurementProgress& progress)
         .arg(QString(filled, QLatin1Char('=')).leftJustified(Width));
 }
 
-QString Listed(const QVector<Reading>& readings)
+QString Listed(const QVector<DriverReading>& readings)
 {
     QString text;
-    for (const Reading& reading : readings) {
+    for (const DriverReading& reading : readings) {
         text += (text.isEmpty() ? QString() : QStringLiteral(", ")) + QLatin1String(reading.name) +
                 QLatin1Char(' ') + ShowReading(reading.value).text;
     }
     return text;
 }
 
-QJsonObject Json(const QVector<Reading>& readings)
+QJsonObject Json(const QVector<DriverReading>& readings)
 {
     QJsonObject json;
-    for (const Reading& reading : readings) {
+    for (const DriverReading& reading : readings) {
         json.insert(QLatin1String(reading.name), ShowReading(reading.value).json);
     }
     return json;
@@ -189,7 +189,7 @@ constexpr std::array<VesmarClient::Named<Phase>, 7> PhaseNames{{
 
 } // namespace
 
-QString LiveLine(const MeasurementProgress& progress, const QVector<Reading>& readings, int width)
+QString LiveLine(const MeasurementProgress& progress, const QVector<DriverReading>& readings, int width)
 {
     QString line = Elapsed(progress.elapsed).rightJustified(8);
     if (progress.total) {
@@ -208,12 +208,12 @@ QString PhaseName(Phase phase)
     return VesmarClient::NameIn(PhaseNames, phase);
 }
 
-QByteArray ReadingLine(milliseconds elapsed, const QVector<Reading>& readings)
+QByteArray ReadingLine(milliseconds elapsed, const QVector<DriverReading>& readings)
 {
     return (PhaseLine(elapsed, Listed(readings)) + QLatin1Char('\n')).toUtf8();
 }
 
-QByteArray ReadingJson(const QDateTime& time, milliseconds elapsed, const QVector<Reading>& readings)
+QByteArray ReadingJson(const QDateTime& time, milliseconds elapsed, const QVector<DriverReading>& readings)
 {
     return EventLine(
         time, QStringLiteral("reading"),
@@ -230,10 +230,10 @@ QByteArray CsvHeader(Vesmar::MeasurementType function)
     return header + '\n';
 }
 
-QByteArray CsvRow(const QDateTime& time, milliseconds elapsed, const QVector<Reading>& readings)
+QByteArray CsvRow(const QDateTime& time, milliseconds elapsed, const QVector<DriverReading>& readings)
 {
     QString row = TimeStamp(time) + QLatin1Char(',') + QString::number(Seconds(elapsed), 'f', 3);
-    for (const Reading& reading : readings) {
+    for (const DriverReading& reading : readings) {
         const Shown shown = ShowReading(reading.value);
         row += QLatin1Char(',') + (shown.json.isNull() ? QString() : shown.text);
     }
@@ -251,18 +251,19 @@ Ending EndingOf(const QString& function, const MeasurementSession& session, Vesm
             EndingReason(session), EndingError(session, presentError)};
 }
 
-QByteArray ResultText(const QVector<Reading>& readings)
+QByteArray ResultText(const QVector<DriverReading>& readings)
 {
     constexpr int Width = 18;
     QString text;
-    for (const Reading& reading : readings) {
+    for (const DriverReading& reading : readings) {
         text += QStringLiteral("  ") + QString::fromLatin1(reading.name).leftJustified(Width) +
                 ShowReading(reading.value).text + QLatin1Char('\n');
     }
     return text.toUtf8();
 }
 
-QJsonObject ResultFields(const QString& function, bool isStopConfirmed, const QVector<Reading>& readings)
+QJsonObject ResultFields(const QString& function, bool isStopConfirmed,
+                         const QVector<DriverReading>& readings)
 {
     return {{QStringLiteral("function"), function},
             {QStringLiteral("stopped"), isStopConfirmed},

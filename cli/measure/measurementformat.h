@@ -24,20 +24,21 @@ struct MeasurementProgress {
 };
 
 /// "  3.2 s of 5 s [======    ]  current 0.5, voltage 230", cut to the width.
-QString LiveLine(const MeasurementProgress& progress, const QVector<VesmarClient::Reading>& readings,
+QString LiveLine(const MeasurementProgress& progress, const QVector<VesmarClient::DriverReading>& readings,
                  int width);
 /// "  3.2 s  running", for a measurement that has no readings before its end.
 QString PhaseLine(std::chrono::milliseconds elapsed, const QString& phase);
 /// What the phase is called. Empty for a phase that is not shown.
 QString PhaseName(VesmarClient::MeasurementSession::Phase phase);
 /// A line with the elapsed time and the readings, for an output that is no terminal.
-QByteArray ReadingLine(std::chrono::milliseconds elapsed, const QVector<VesmarClient::Reading>& readings);
+QByteArray ReadingLine(std::chrono::milliseconds elapsed,
+                       const QVector<VesmarClient::DriverReading>& readings);
 QByteArray ReadingJson(const QDateTime& time, std::chrono::milliseconds elapsed,
-                       const QVector<VesmarClient::Reading>& readings);
+                       const QVector<VesmarClient::DriverReading>& readings);
 
 QByteArray CsvHeader(Vesmar::MeasurementType function);
 QByteArray CsvRow(const QDateTime& time, std::chrono::milliseconds elapsed,
-                  const QVector<VesmarClient::Reading>& readings);
+                  const QVector<VesmarClient::DriverReading>& readings);
 
 /// Whether the measurement is done, and the instrument confirmed to have stopped.
 bool IsDone(const VesmarClient::MeasurementSession& session);
@@ -46,9 +47,9 @@ bool IsDone(const VesmarClient::MeasurementSession& session);
 Ending EndingOf(const QString& function, const VesmarClient::MeasurementSession& session,
                 Vesmar::Error presentError);
 /// The result as a table.
-QByteArray ResultText(const QVector<VesmarClient::Reading>& readings);
+QByteArray ResultText(const QVector<VesmarClient::DriverReading>& readings);
 /// What the result in JSON has besides the ending. The readings are the last ones.
 QJsonObject ResultFields(const QString& function, bool isStopConfirmed,
-                         const QVector<VesmarClient::Reading>& readings);
+                         const QVector<VesmarClient::DriverReading>& readings);
 
 } // namespace Cli

@@ -63,7 +63,7 @@ private:
     QTimer _redraw;
     QElapsedTimer _time;
     std::optional<std::chrono::milliseconds> _total;
-    QVector<VesmarClient::Reading> _readings;
+    QVector<VesmarClient::DriverReading> _readings;
     bool _isEnded = false; ///< A change that was on its way may still arrive.
 };
 

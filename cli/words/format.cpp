@@ -18,8 +18,8 @@ namespace
 
 using Vesmar::MeasurementResults;
 using Vesmar::TesterInformation;
+using VesmarClient::DriverReading;
 using VesmarClient::Meaning;
-using VesmarClient::Reading;
 
 /// A text of the instrument's identity: its field, and what people call it.
 struct IdentityText {
@@ -126,7 +126,7 @@ Shown Show(const MeasurementResults* value)
     Shown shown = Show(value->GetMeasurementType());
     QJsonObject readings;
     QString separator = QStringLiteral(": ");
-    for (const Reading& reading : VesmarClient::ReadingsOf(*value)) {
+    for (const DriverReading& reading : VesmarClient::ReadingsOf(*value)) {
         const Shown number = ShowReading(reading.value);
         shown.text += separator + QLatin1String(reading.name) + QLatin1Char(' ') + number.text;
         readings.insert(QLatin1String(reading.name), number.json);

@@ -164,9 +164,9 @@ QVector<const char*> ReadingNames(MeasurementType function)
     return names;
 }
 
-QVector<Reading> ReadingsOf(const MeasurementResults& results)
+QVector<DriverReading> ReadingsOf(const MeasurementResults& results)
 {
-    QVector<Reading> readings;
+    QVector<DriverReading> readings;
     for (const NamedReading& reading : NamedReadings(results.GetMeasurementType())) {
         readings.append({reading.name, reading.valueOf(results)});
     }

@@ -7,8 +7,8 @@
 namespace VesmarClient
 {
 
-/// One reading of a result. Its unit is the instrument's own, which is not known.
-struct Reading {
+/// One reading of a result, as the driver gives it. Its unit is the instrument's own, which is not known.
+struct DriverReading {
     const char* name;
     float value;
 };
@@ -20,6 +20,6 @@ bool IsPresent(float reading);
 QVector<const char*> ReadingNames(Vesmar::MeasurementType function);
 
 /// The readings of a result that have names, in the order of `ReadingNames`.
-QVector<Reading> ReadingsOf(const Vesmar::MeasurementResults& results);
+QVector<DriverReading> ReadingsOf(const Vesmar::MeasurementResults& results);
 
 } // namespace VesmarClient

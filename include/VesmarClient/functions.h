@@ -86,7 +86,7 @@ public:
     /// Whether this describes a function at all.
     bool isValid() const { return function != Function::None; }
     /// The option with this identifier; one without an identifier where there is none.
-    Option option(const QString& identifier) const;
+    Option option(const QString& name) const;
 };
 
 /// The catalogue of the twelve functions that can be measured, and of the mains readings. Forms, columns and
@@ -110,6 +110,19 @@ public:
     /// Why the default file of units was not used; empty when it was, or is not there.
     static Failure unitsFailure();
 };
+
+VESMARCLIENT_EXPORT bool operator==(const Choice& left, const Choice& right);
+VESMARCLIENT_EXPORT bool operator!=(const Choice& left, const Choice& right);
+VESMARCLIENT_EXPORT QDebug operator<<(QDebug debug, const Choice& choice);
+VESMARCLIENT_EXPORT bool operator==(const Option& left, const Option& right);
+VESMARCLIENT_EXPORT bool operator!=(const Option& left, const Option& right);
+VESMARCLIENT_EXPORT QDebug operator<<(QDebug debug, const Option& option);
+VESMARCLIENT_EXPORT bool operator==(const ReadingInfo& left, const ReadingInfo& right);
+VESMARCLIENT_EXPORT bool operator!=(const ReadingInfo& left, const ReadingInfo& right);
+VESMARCLIENT_EXPORT QDebug operator<<(QDebug debug, const ReadingInfo& reading);
+VESMARCLIENT_EXPORT bool operator==(const FunctionInfo& left, const FunctionInfo& right);
+VESMARCLIENT_EXPORT bool operator!=(const FunctionInfo& left, const FunctionInfo& right);
+VESMARCLIENT_EXPORT QDebug operator<<(QDebug debug, const FunctionInfo& function);
 
 } // namespace VesmarClient
 

@@ -2,6 +2,7 @@
 
 #include <QVector>
 
+#include <VesmarClient/gap.h>
 #include <VesmarClient/job.h>
 #include <VesmarClient/result.h>
 #include <VesmarClient/settings.h>
@@ -10,17 +11,6 @@ namespace VesmarClient
 {
 
 struct MeasurementState;
-
-/// A time without a reading in a measurement that was running.
-struct VESMARCLIENT_EXPORT Gap {
-    Q_GADGET
-    Q_PROPERTY(qint64 begin MEMBER begin)
-    Q_PROPERTY(qint64 duration MEMBER duration)
-
-public:
-    qint64 begin = 0;    ///< `Job::elapsed` of the last reading before the gap, in milliseconds.
-    qint64 duration = 0; ///< Until the next reading, or so far, in milliseconds.
-};
 
 /// A measurement, from the instrument that is up to the proof that it has stopped.
 class VESMARCLIENT_EXPORT Measurement : public Job
@@ -79,10 +69,4 @@ private:
     std::unique_ptr<MeasurementState> _measurement;
 };
 
-VESMARCLIENT_EXPORT bool operator==(const Gap& left, const Gap& right);
-VESMARCLIENT_EXPORT bool operator!=(const Gap& left, const Gap& right);
-VESMARCLIENT_EXPORT QDebug operator<<(QDebug debug, const Gap& gap);
-
 } // namespace VesmarClient
-
-Q_DECLARE_METATYPE(VesmarClient::Gap)

@@ -16,6 +16,7 @@ struct VESMARCLIENT_EXPORT Reading {
     Q_PROPERTY(double value MEMBER value)
     Q_PROPERTY(bool isPresent MEMBER isPresent)
     Q_PROPERTY(QString unit MEMBER unit)
+    Q_PROPERTY(int decimals MEMBER decimals)
     Q_PROPERTY(QString text READ text)
 
 public:
@@ -23,6 +24,7 @@ public:
     double value = 0;       ///< In the instrument's own unit, which is known only from a file of units.
     bool isPresent = false; ///< False where the instrument has no value; `value` is 0 then.
     QString unit;           ///< Empty unless a file of units names it.
+    int decimals = -1;      ///< How many decimals a file of units asks for; -1 where it asks for none.
 
     /// The value for people, with its unit and decimals where a file of units names them: "0.12", "230.1 V".
     /// A dash where there is none.

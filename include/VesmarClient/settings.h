@@ -56,6 +56,7 @@ private:
 };
 
 VESMARCLIENT_EXPORT bool operator==(const SettingsProblem& left, const SettingsProblem& right);
+VESMARCLIENT_EXPORT bool operator!=(const SettingsProblem& left, const SettingsProblem& right);
 VESMARCLIENT_EXPORT QDebug operator<<(QDebug debug, const SettingsProblem& problem);
 VESMARCLIENT_EXPORT bool operator==(const Settings& left, const Settings& right);
 VESMARCLIENT_EXPORT bool operator!=(const Settings& left, const Settings& right);

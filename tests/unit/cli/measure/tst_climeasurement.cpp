@@ -24,9 +24,9 @@ using Vesmar::Error;
 using Vesmar::FunctionState;
 using Vesmar::MeasurementState;
 using Vesmar::MeasurementType;
+using VesmarClient::DriverReading;
 using VesmarClient::MeasurementPicture;
 using VesmarClient::MeasurementSession;
-using VesmarClient::Reading;
 using namespace std::chrono_literals;
 
 Q_DECLARE_METATYPE(Cli::Ending)
@@ -34,7 +34,7 @@ Q_DECLARE_METATYPE(Cli::Ending)
 namespace
 {
 
-const QVector<Reading> Readings{{"current", 0.25F}, {"voltage", 3.4028235e38F}};
+const QVector<DriverReading> Readings{{"current", 0.25F}, {"voltage", 3.4028235e38F}};
 
 const MeasurementPicture Idle{Error::NoErrors,
                               MeasurementState::Idle,
@@ -49,7 +49,7 @@ QDateTime Noon()
     return {QDate(2024, 5, 6), QTime(12, 0, 0, 7), Qt::OffsetFromUTC, 7200};
 }
 
-QByteArray Written(const QVector<Reading>& readings)
+QByteArray Written(const QVector<DriverReading>& readings)
 {
     return Cli::ReadingLine(0ms, readings).mid(10);
 }
@@ -153,7 +153,7 @@ Cli::Ending EndOf(const MeasurementSession& session, Error presentError = Error:
     return Cli::EndingOf(Function, session, presentError);
 }
 
-QByteArray ResultOf(const MeasurementSession& session, const QVector<Reading>& readings)
+QByteArray ResultOf(const MeasurementSession& session, const QVector<DriverReading>& readings)
 {
     const QByteArray line = Cli::ResultLine(Noon(), EndOf(session),
                                             Cli::ResultFields(Function, session.IsStopConfirmed(), readings));

@@ -1,0 +1,57 @@
+#include "client/values/registration.h"
+
+#include <QDebug>
+
+#include <VesmarClient/functions.h>
+#include <VesmarClient/gap.h>
+#include <VesmarClient/identity.h>
+#include <VesmarClient/linkstatistics.h>
+#include <VesmarClient/result.h>
+#include <VesmarClient/settings.h>
+
+namespace VesmarClient
+{
+
+namespace
+{
+
+template <typename... Enumeration>
+void RegisterEnumerations()
+{
+    (qRegisterMetaType<Enumeration>(), ...);
+}
+
+/// A list of the values reaches QML as a sequence.
+template <typename Value>
+void RegisterValue()
+{
+    qRegisterMetaType<Value>();
+    qRegisterMetaType<QVector<Value>>();
+    QMetaType::registerEqualsComparator<Value>();
+    QMetaType::registerDebugStreamOperator<Value>();
+}
+
+template <typename... Value>
+void RegisterValues()
+{
+    (RegisterValue<Value>(), ...);
+}
+
+bool RegisterAll()
+{
+    RegisterEnumerations<Error, Function, FunctionKind, GuardPolicy, LinkState, Mode, OptionKind, Outcome,
+                         Phase>();
+    RegisterValues<Choice, Failure, FunctionInfo, Gap, Identity, LinkStatistics, Option, Reading, ReadingInfo,
+                   Result, Settings, SettingsProblem>();
+    return true;
+}
+
+} // namespace
+
+void RegisterTypes()
+{
+    static const bool isDone = RegisterAll();
+    Q_UNUSED(isDone)
+}
+
+} // namespace VesmarClient
