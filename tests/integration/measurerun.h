@@ -14,8 +14,9 @@ inline bool HasFunctionStopped(const QByteArrayList& log, int function)
 class MeasureRun : public VesmarRun
 {
 public:
-    explicit MeasureRun(const QString& arguments, const QStringList& simulatorOptions = {})
-        : VesmarRun(QStringLiteral("measure ") + arguments, simulatorOptions)
+    explicit MeasureRun(const QString& arguments, const QStringList& simulatorOptions = {},
+                        Time time = Time::Virtual)
+        : VesmarRun(QStringLiteral("measure ") + arguments, simulatorOptions, time)
     {
     }
 

@@ -172,15 +172,25 @@ void CheckSideBySide(const Rows& rows, const Start& start, const Check& check, c
     }
 }
 
+/// A run in virtual time is over at once. One that a test watches or sends a signal needs real time.
+enum class Time { Virtual, Real };
+
+/// The simulator's program for such a run.
+inline QString SimulatorIn(Time time)
+{
+    return time == Time::Virtual ? QStringLiteral(VIRTUAL_PROGRAMS) : QStringLiteral(SIMULATOR_PROGRAM);
+}
+
 /// `vesmar`, with a simulated instrument of its own that keeps a log. The arguments go through a shell.
 class VesmarRun
 {
 public:
-    explicit VesmarRun(const QString& arguments, const QStringList& simulatorOptions = {})
-        : _run(QStringLiteral(SIMULATOR_PROGRAM),
-               QStringList{QStringLiteral("run"), QStringLiteral("--log"), LogPath()} + simulatorOptions +
-                   QStringList{QStringLiteral("--"), QStringLiteral("sh"), QStringLiteral("-c"),
-                               QStringLiteral("exec \"$0\" ") + arguments, QStringLiteral(VESMAR_PROGRAM)})
+    explicit VesmarRun(const QString& arguments, const QStringList& simulatorOptions = {},
+                       Time time = Time::Virtual)
+        : _run(QStringLiteral("sh"),
+               QStringList{QStringLiteral("-c"), QStringLiteral("exec \"$0\" \"$@\" ") + arguments,
+                           SimulatorIn(time), QStringLiteral("run"), QStringLiteral("--log"), LogPath()} +
+                   simulatorOptions + QStringList{QStringLiteral("--"), QStringLiteral(VESMAR_PROGRAM)})
     {
     }
 

@@ -48,7 +48,7 @@ private Q_SLOTS:
 void TestClockProgram::ClockIsShown()
 {
     const QDateTime before = QDateTime::currentDateTime().addSecs(-1); // The clock has no fractions.
-    VesmarRun run(QStringLiteral("clock"));
+    VesmarRun run(QStringLiteral("clock"), {}, Time::Real);
     run->VerifySuccess();
     QCOMPARE(run->Lines().size(), 2);
     const QDateTime clock = QDateTime::fromString(QString::fromLatin1(run->Lines().at(0)),
@@ -76,7 +76,7 @@ void TestClockProgram::ClockIsSet()
 void TestClockProgram::ClockIsSetToNow()
 {
     const QDateTime before = QDateTime::currentDateTime();
-    VesmarRun run(QStringLiteral("clock set"));
+    VesmarRun run(QStringLiteral("clock set"), {}, Time::Real);
     QCOMPARE(run->Finish(), 0);
     const QDateTime after = QDateTime::currentDateTime();
     const QByteArrayList commands = CommandsOf(run);
@@ -159,7 +159,7 @@ void TestClockProgram::UpdateModeIsReported()
 
 void TestClockProgram::SignalDoesNotLeaveItInCalibrationMode()
 {
-    VesmarRun run(QStringLiteral("calibration set 2026-11-21"));
+    VesmarRun run(QStringLiteral("calibration set 2026-11-21"), {}, Time::Real);
     AWAIT(CommandsOf(run).contains("7801d191"));
     QVERIFY(run->Signal(SIGINT));
     QCOMPARE(run->Finish(), 0);

@@ -307,7 +307,8 @@ void TestMeasureProgram::SignalAbortsTheMeasurement()
     const QVector<int> signalNumbers{SIGINT, SIGTERM, SIGHUP};
     MeasureRuns runs; // side by side
     for (int i = 0; i < signalNumbers.size(); ++i) {
-        runs.push_back(std::make_unique<MeasureRun>(QStringLiteral("hv --time 600")));
+        runs.push_back(
+            std::make_unique<MeasureRun>(QStringLiteral("hv --time 600"), QStringList(), Time::Real));
     }
     for (int i = 0; i < signalNumbers.size(); ++i) {
         MeasureRun& run = *runs.at(static_cast<size_t>(i));

@@ -69,11 +69,10 @@ QByteArrayList Story(const QByteArrayList& lines)
 }
 
 /// The parts of the picture that every connection brings: identity, clock, readings.
-bool HasPictureSince(const QByteArrayList& story, int position)
+bool HasPicture(const QByteArrayList& story)
 {
-    const QByteArrayList since = story.mid(position);
-    return since.contains("DeviceInformation") && since.contains("CurrentDateTime") &&
-           since.contains("TestResults");
+    return story.contains("DeviceInformation") && story.contains("CurrentDateTime") &&
+           story.contains("TestResults");
 }
 
 } // namespace
@@ -175,7 +174,7 @@ void TestPrograms::InfoExplainsTheError()
 
 void TestPrograms::MonitorShowsEveryChangeUntilItsTimeIsOver()
 {
-    ProgramRun run(SimulatorProgram, SimulatedVesmar("monitor --json --for 8", AtOnce("error 6")));
+    ProgramRun run(SimulatorIn(Time::Virtual), SimulatedVesmar("monitor --json --for 8", AtOnce("error 6")));
     run.VerifySuccess();
 
     const QByteArrayList lines = run.Lines();
@@ -199,7 +198,7 @@ void TestPrograms::MonitorShowsEveryChangeUntilItsTimeIsOver()
 
 void TestPrograms::MonitorAsText()
 {
-    ProgramRun run(SimulatorProgram, SimulatedVesmar("monitor --for 5"));
+    ProgramRun run(SimulatorIn(Time::Virtual), SimulatedVesmar("monitor --for 5"));
     run.VerifySuccess();
     QVERIFY(!run.Lines().isEmpty());
     const QRegularExpression form(
@@ -299,7 +298,8 @@ void TestPrograms::LinkThatDoesNotComeUp()
     QFETCH(QString, scenario);
     QFETCH(QByteArray, sentence);
     for (const char* verb : {"info --timeout 1.5", "monitor --timeout 1.5"}) {
-        ProgramRun run(SimulatorProgram, SimulatedVesmar(verb, {QStringLiteral("--scenario"), scenario}));
+        ProgramRun run(SimulatorIn(Time::Virtual),
+                       SimulatedVesmar(verb, {QStringLiteral("--scenario"), scenario}));
         QCOMPARE(run.Finish(), 2);
         VERIFY_CONTAINS(run.Errors(), sentence);
         QCOMPARE(run.Errors().count('\n'), 1);
@@ -486,21 +486,14 @@ void TestPrograms::SignalEndsTheReadingBeforeAnExchange()
 
 void TestPrograms::MonitorShowsTheLossAndTheReturn()
 {
-    const QStringList arguments{
-        QStringLiteral("run"),          QStringLiteral("--at"),    QStringLiteral("3:unplug"),
-        QStringLiteral("--at"),         QStringLiteral("36:plug"), QStringLiteral("--"),
-        QStringLiteral(VESMAR_PROGRAM), QStringLiteral("monitor"), QStringLiteral("--json")};
-    ProgramRun run(QStringLiteral(SIMULATOR_PROGRAM), arguments);
-    AWAIT(Story(run.Lines()).contains("103"));
-    QVERIFY(HasPictureSince(Story(run.Lines()), 0));
-    AWAIT(Story(run.Lines()).contains("100"));
-    const int lost = Story(run.Lines()).indexOf("100");
-    AWAIT(HasPictureSince(Story(run.Lines()), lost));
-    QVERIFY(run.Signal(SIGINT));
-    run.VerifySuccess();
-
-    const QByteArrayList story = Story(run.Lines());
+    VesmarRun run(QStringLiteral("monitor --json --for 60"),
+                  Words(QStringLiteral("--at 3:unplug --at 36:plug")));
+    run->VerifySuccess();
+    const QByteArrayList story = Story(run->Lines());
+    const int lost = story.indexOf("100");
     QVERIFY(story.indexOf("103") < lost);
+    QVERIFY(HasPicture(story.mid(0, story.indexOf("103"))));
+    QVERIFY(HasPicture(story.mid(lost)));
     QCOMPARE(story.at(lost + 1), QByteArray("15"));
     QCOMPARE(story.count("103"), 1);
     QCOMPARE(story.count("DeviceInformation"), 2);

@@ -278,7 +278,7 @@ void TestRcdProgram::PhasesAreShownAsText()
 void TestRcdProgram::LineIsRedrawnOnATerminal()
 {
     const QString command = QStringLiteral("'%1' run -- '%2' measure rcd --mode ia-ta-1 --re 2.5")
-                                .arg(QStringLiteral(SIMULATOR_PROGRAM), QStringLiteral(VESMAR_PROGRAM));
+                                .arg(SimulatorIn(Time::Virtual), QStringLiteral(VESMAR_PROGRAM));
     ProgramRun terminal(QStringLiteral("script"),
                         {QStringLiteral("--quiet"), QStringLiteral("--return"), QStringLiteral("--command"),
                          command, QStringLiteral("/dev/null")});
@@ -361,8 +361,8 @@ void TestRcdProgram::SignalAbortsTheTest()
     const std::vector<Interruption> interruptions = Interruptions();
     MeasureRuns runs; // side by side
     for (const Interruption& interruption : interruptions) {
-        runs.push_back(
-            std::make_unique<MeasureRun>(QLatin1String(interruption.arguments), interruption.simulator));
+        runs.push_back(std::make_unique<MeasureRun>(QLatin1String(interruption.arguments),
+                                                    interruption.simulator, Time::Real));
     }
     QVector<bool> isInterrupted(static_cast<int>(runs.size()));
     const auto interruptInTime = [&] {

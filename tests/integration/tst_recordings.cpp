@@ -42,7 +42,7 @@ public:
                                               "echo $? > decoded.status; "
                                               "'%2' run --playback recording -- %3 > second 2> errors; "
                                               "echo $? > second.status")
-                                   .arg(_folder.path(), QStringLiteral(SIMULATOR_PROGRAM), vesmar,
+                                   .arg(_folder.path(), QStringLiteral(VIRTUAL_PROGRAMS), vesmar,
                                         kind.isCut ? cut : QString(), Program());
         WriteFile("script", script.toUtf8());
         ProgramRun run(QStringLiteral("sh"), {Path("script")});

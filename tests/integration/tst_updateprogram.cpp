@@ -29,17 +29,17 @@ QByteArray Image()
 class UpdateRun
 {
 public:
-    explicit UpdateRun(const QString& options = QString(), const QString& simulatorOptions = QString())
+    explicit UpdateRun(const QString& options = QString(), const QString& simulatorOptions = QString(),
+                       Time time = Time::Virtual)
     {
         WriteFile("image", Image());
         WriteFile("confirmation", QByteArray::fromHex("00FFAB12"));
-        const QString simulator =
-            QStringLiteral("'%1' run --confirmation AB12 --log log --save-firmware firmware %2")
-                .arg(QStringLiteral(SIMULATOR_PROGRAM), simulatorOptions);
-        const QString vesmar =
-            QStringLiteral("exec \"$0\" update image --confirmation confirmation %1").arg(options);
-        const QString script = QStringLiteral("cd '%1' && exec %2 -- sh -c '%3' '%4'")
-                                   .arg(_folder.path(), simulator, vesmar, QStringLiteral(VESMAR_PROGRAM));
+        const QString script =
+            QStringLiteral(
+                "cd '%1' && exec '%2' run --confirmation AB12 --log log --save-firmware firmware %3 "
+                "-- '%4' update image --confirmation confirmation %5")
+                .arg(_folder.path(), SimulatorIn(time), simulatorOptions, QStringLiteral(VESMAR_PROGRAM),
+                     options);
         _run = std::make_unique<ProgramRun>(QStringLiteral("sh"), QStringList{QStringLiteral("-c"), script});
     }
 
@@ -202,7 +202,7 @@ void TestUpdateProgram::ShowsABarOnATerminal()
     file.close();
     const QString command =
         QStringLiteral("'%1' run --confirmation %4 -- '%2' update '%3' --confirmation '%3'")
-            .arg(QStringLiteral(SIMULATOR_PROGRAM), QStringLiteral(VESMAR_PROGRAM), image,
+            .arg(SimulatorIn(Time::Virtual), QStringLiteral(VESMAR_PROGRAM), image,
                  QString::fromLatin1(Image().right(2).toHex()));
     ProgramRun terminal(QStringLiteral("script"),
                         {QStringLiteral("--quiet"), QStringLiteral("--return"), QStringLiteral("--command"),
@@ -357,7 +357,8 @@ void TestUpdateProgram::SignalDoesNotEndTheSectors()
         {SIGINT, ""}, {SIGTERM, ""}, {SIGHUP, ""}, {SIGINT, "--offline"}};
     std::vector<std::unique_ptr<UpdateRun>> runs; // side by side
     for (const auto& [signalNumber, option] : interruptions) {
-        runs.push_back(std::make_unique<UpdateRun>(QLatin1String(option), QStringLiteral("--baud 4800")));
+        runs.push_back(
+            std::make_unique<UpdateRun>(QLatin1String(option), QStringLiteral("--baud 4800"), Time::Real));
     }
     for (size_t i = 0; i < runs.size(); ++i) {
         AWAIT(runs.at(i)->Requests(Sector) > 0);
@@ -378,7 +379,7 @@ void TestUpdateProgram::SignalDoesNotEndTheSectors()
 
 void TestUpdateProgram::SignalEndsItBeforeTheFirstSector()
 {
-    UpdateRun run(QStringLiteral("--json"));
+    UpdateRun run(QStringLiteral("--json"), QString(), Time::Real);
     AWAIT(run.Requests("780393b1") == 1);
     QVERIFY(run->Signal(SIGTERM));
     QCOMPARE(run->Finish(), 128 + SIGTERM);
