@@ -3,7 +3,7 @@
 #include <QString>
 
 #include "cli/kit/choice.h"
-#include "client/sessions/rcdtest.h"
+#include "client/values/rcdtest.h"
 
 namespace Cli
 {

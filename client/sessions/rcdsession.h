@@ -1,7 +1,7 @@
 #pragma once
 
 #include "client/sessions/measurementsession.h"
-#include "client/sessions/rcdtest.h"
+#include "client/values/rcdtest.h"
 
 namespace VesmarClient
 {

@@ -1,4 +1,4 @@
-#include "client/sessions/rcdtest.h"
+#include "client/values/rcdtest.h"
 
 #include <algorithm>
 
