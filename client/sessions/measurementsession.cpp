@@ -36,8 +36,9 @@ MeasurementSession::MeasurementSession(MeasurementType function, bool isSingle, 
 {
 }
 
-MeasurementSession::Action MeasurementSession::Observe(const MeasurementPicture& picture)
+MeasurementSession::Action MeasurementSession::Observe(const MeasurementPicture& observed)
 {
+    const MeasurementPicture picture = WithoutLeftovers(observed);
     if (IsLinkLost(picture)) {
         return LoseLink();
     }
@@ -60,6 +61,21 @@ MeasurementSession::Action MeasurementSession::Observe(const MeasurementPicture&
         break;
     }
     return Action::None;
+}
+
+/// A status that is left of an earlier measurement says nothing of this one. It is this one's as soon as it
+/// has changed, or the instrument reports the function.
+MeasurementPicture MeasurementSession::WithoutLeftovers(MeasurementPicture picture)
+{
+    const bool isActive = _phase != Phase::AwaitingIdle && picture.function == _activeFunction;
+    _wasActive = _wasActive || isActive;
+    if (isActive || picture.status != _leftover) {
+        _leftover.reset();
+    }
+    if (_leftover) {
+        picture.status = MeasurementState::Idle;
+    }
+    return picture;
 }
 
 /// A loss of the link that was over before it could be seen still shows: the library leaves measurement mode
@@ -98,6 +114,7 @@ MeasurementSession::Action MeasurementSession::ObserveIdle(const MeasurementPict
         return Action::None;
     }
     _phase = Phase::Preparing;
+    _leftover = picture.status;
     return FirstAction();
 }
 
@@ -106,8 +123,14 @@ MeasurementSession::Action MeasurementSession::FirstAction() const
     return Action::Prepare;
 }
 
+/// A start that an earlier measurement was aborted over is still pending, and the library carries it out as
+/// soon as this one is prepared.
 MeasurementSession::Action MeasurementSession::ObservePreparing(const MeasurementPicture& picture)
 {
+    if (IsStarted(picture.status)) {
+        _phase = Phase::Starting;
+        return ObserveMeasuring(picture);
+    }
     const bool hasFailed = IsMeasurementError(picture.error) ||
                            picture.status == MeasurementState::Stopping ||
                            picture.status == MeasurementState::Stopped;
@@ -123,6 +146,11 @@ MeasurementSession::Action MeasurementSession::ObservePreparing(const Measuremen
     }
     _phase = Phase::Starting;
     return Action::Start;
+}
+
+bool MeasurementSession::IsStarted(MeasurementState status)
+{
+    return status >= MeasurementState::Starting && status <= MeasurementState::Measuring;
 }
 
 MeasurementSession::Action MeasurementSession::ObserveMeasuring(const MeasurementPicture& picture)
@@ -155,7 +183,8 @@ bool MeasurementSession::IsFunctionLost(const MeasurementPicture& picture) const
 
 MeasurementSession::Action MeasurementSession::ObserveStopping(const MeasurementPicture& picture)
 {
-    return IsOver(picture.status) ? LeaveWith(Action::Leave) : Action::None;
+    const bool isGone = picture.function == MeasurementType::Monitoring; // which the library does not notice
+    return isGone || IsOver(picture.status) ? LeaveWith(Action::Leave) : Action::None;
 }
 
 MeasurementSession::Action MeasurementSession::ObserveLeaving(const MeasurementPicture& picture)
@@ -249,8 +278,16 @@ void MeasurementSession::Decide(const MeasurementPicture& picture)
 
 MeasurementSession::Action MeasurementSession::LeaveWith(Action action)
 {
+    const bool isAborted = action == Action::Abort && MayAbort();
     _phase = Phase::Leaving;
-    return action;
+    return action == Action::Abort && !isAborted ? Action::Leave : action;
+}
+
+/// Where no function has been active yet, the library would wait without end for the state of the one that it
+/// aborts.
+bool MeasurementSession::MayAbort() const
+{
+    return _wasActive;
 }
 
 } // namespace VesmarClient

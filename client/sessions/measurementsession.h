@@ -76,7 +76,7 @@ public:
     /// To be called when the link is up.
     Action Begin(const MeasurementPicture& picture) { return Observe(picture); }
     /// To be called whenever a part of the picture has changed.
-    Action Observe(const MeasurementPicture& picture);
+    Action Observe(const MeasurementPicture& observed);
     /// To be called when the instrument's identity has been read.
     Action IdentityRead(const MeasurementPicture& picture);
     /// To be called when somebody wants the measurement to end.
@@ -99,7 +99,11 @@ protected:
     virtual Action FirstAction() const;
     virtual Action ObservePreparing(const MeasurementPicture& picture);
     virtual Action ObserveMeasuring(const MeasurementPicture& picture);
+    /// Whether the library can abort what it does now. Leaving measurement mode ends it in any case.
+    virtual bool MayAbort() const;
 
+    /// Whether the library is starting or running a function.
+    static bool IsStarted(Vesmar::MeasurementState status);
     void Enter(Phase phase) { _phase = phase; }
     Action Complete();
     Action Fail(Reason reason, Action action);
@@ -107,6 +111,7 @@ protected:
     Action FailWith(Vesmar::Error error, Action action);
 
 private:
+    MeasurementPicture WithoutLeftovers(MeasurementPicture picture);
     bool IsLinkLost(const MeasurementPicture& picture) const;
     bool IsFunctionLost(const MeasurementPicture& picture) const;
     void RecordError(Vesmar::Error error);
@@ -125,6 +130,9 @@ private:
     Outcome _outcome = Outcome::None;
     Reason _reason = Reason::None;
     Vesmar::Error _error = Vesmar::Error::NoErrors;
+    std::optional<Vesmar::MeasurementState>
+        _leftover;                ///< The status of before the preparation, while it has not changed since.
+    bool _wasActive = false;      ///< The instrument has reported the function since it was prepared.
     int _secondsRun = 0;          ///< The library counts from 0 again once it is over.
     bool _isIdentityRead = false; ///< Since measurement mode was left.
     bool _isStopConfirmed = false;

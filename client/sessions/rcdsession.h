@@ -23,6 +23,7 @@ protected:
     Action FirstAction() const override;
     Action ObservePreparing(const MeasurementPicture& picture) override;
     Action ObserveMeasuring(const MeasurementPicture& picture) override;
+    bool MayAbort() const override { return CurrentPhase() != Phase::AwaitingIdle; }
 
 private:
     Action ObserveWatch(const MeasurementPicture& picture);
@@ -38,7 +39,6 @@ private:
     Vesmar::Error _objectError =
         Vesmar::Error::NoErrors; ///< What the last check of the object under test has found.
     bool _isStartAsked;
-    bool _isEndFresh = false;    ///< A status `Stopped` is not left from an earlier test.
     bool _isUnderWay = false;    ///< A status `Unknown` is not from before the test.
     bool _wasStartTried = false; ///< The test has been prepared, and its start was tried.
 };

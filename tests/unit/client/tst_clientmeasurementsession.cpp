@@ -81,6 +81,13 @@ VesmarClient::MeasurementSession SessionIn(Phase phase)
     return session;
 }
 
+/// The library is never asked to abort where the instrument has not reported the function yet: it would wait
+/// without end.
+Action EndingFrom(Phase phase)
+{
+    return phase < Phase::Starting ? Action::Leave : Action::Abort;
+}
+
 /// The instrument stops, and the library reports that.
 void Confirm(VesmarClient::MeasurementSession* session)
 {
@@ -103,6 +110,10 @@ private Q_SLOTS:
     void OtherFunctionIsAwaited();
     void OtherFunctionThatDoesNotStop();
     void LeftoversDoNotCountAsPrepared();
+    void LeftoversAreNoEnd_data();
+    void LeftoversAreNoEnd();
+    void PendingStartIsCarriedOut();
+    void FunctionBeingPreparedIsAborted();
     void InstrumentWithAnErrorIsNotStarted();
     void ErrorsOfTheMeasurement_data();
     void ErrorsOfTheMeasurement();
@@ -112,6 +123,7 @@ private Q_SLOTS:
     void FunctionThatIsLost();
     void SingleFunctionMayBeOverWithItsResult();
     void EndSeenOnlyAfterwards();
+    void FunctionThatIsGoneNeedsNoStop();
     void TooSlow_data();
     void TooSlow();
     void AbortInEveryPhase_data();
@@ -201,6 +213,46 @@ void TestClientMeasurementSession::LeftoversDoNotCountAsPrepared()
     QVERIFY(session.Observe(Prepared(MeasurementType::RPE)) == Action::None);
     QVERIFY(session.Observe(Active(MeasurementState::Prepared, FunctionState::Preparing)) == Action::None);
     QVERIFY(session.Observe(Prepared()) == Action::Start);
+}
+
+void TestClientMeasurementSession::LeftoversAreNoEnd_data()
+{
+    QTest::addColumn<int>("leftover");
+    QTest::newRow("stopped") << int(MeasurementState::Stopped);
+    QTest::newRow("stopping, when the link was lost") << int(MeasurementState::Stopping);
+    QTest::newRow("measuring, when the link was lost") << int(MeasurementState::Measuring);
+}
+
+/// The status stays as the measurement before has left it until the library prepares.
+void TestClientMeasurementSession::LeftoversAreNoEnd()
+{
+    QFETCH(int, leftover);
+    MeasurementPicture picture = Idle();
+    picture.status = static_cast<MeasurementState>(leftover);
+    VesmarClient::MeasurementSession session(MeasurementType::HVTest, false, 5);
+    QVERIFY(session.Begin(picture) == Action::Prepare);
+    picture.isModeActive = true;
+    QVERIFY(session.Observe(picture) == Action::None);
+    QVERIFY(session.CurrentPhase() == Phase::Preparing);
+    session.Observe(Active(MeasurementState::Preparing, FunctionState::Preparing));
+    QVERIFY(session.Observe(Active(MeasurementState::Stopped, FunctionState::PrepareError)) == Action::Abort);
+}
+
+/// The library carries out a start that the measurement before was aborted over.
+void TestClientMeasurementSession::PendingStartIsCarriedOut()
+{
+    VesmarClient::MeasurementSession session = SessionIn(Phase::Preparing);
+    QVERIFY(session.Observe(Active(MeasurementState::Starting, FunctionState::Starting)) == Action::None);
+    QVERIFY(session.CurrentPhase() == Phase::Starting);
+    QVERIFY(session.Observe(Measuring(0)) == Action::None);
+    QVERIFY(session.CurrentPhase() == Phase::Running);
+}
+
+void TestClientMeasurementSession::FunctionBeingPreparedIsAborted()
+{
+    VesmarClient::MeasurementSession session = SessionIn(Phase::Preparing);
+    session.Observe(Active(MeasurementState::Preparing, FunctionState::Preparing));
+    QVERIFY(session.Abort() == Action::Abort);
 }
 
 void TestClientMeasurementSession::InstrumentWithAnErrorIsNotStarted()
@@ -301,6 +353,17 @@ void TestClientMeasurementSession::EndSeenOnlyAfterwards()
     QVERIFY(session.CurrentOutcome() == Outcome::Completed);
 }
 
+/// The library would go on to stop it without end.
+void TestClientMeasurementSession::FunctionThatIsGoneNeedsNoStop()
+{
+    VesmarClient::MeasurementSession session = SessionIn(Phase::Stopping);
+    MeasurementPicture gone = Stopping();
+    gone.function = MeasurementType::Monitoring;
+    QVERIFY(session.Observe(gone) == Action::Leave);
+    Confirm(&session);
+    QVERIFY(session.CurrentOutcome() == Outcome::Completed);
+}
+
 void TestClientMeasurementSession::TooSlow_data()
 {
     QTest::addColumn<int>("phase");
@@ -314,7 +377,7 @@ void TestClientMeasurementSession::TooSlow()
     QFETCH(int, phase);
     QFETCH(int, reason);
     VesmarClient::MeasurementSession session = SessionIn(static_cast<Phase>(phase));
-    QVERIFY(session.TimeOver() == Action::Abort);
+    QVERIFY(session.TimeOver() == EndingFrom(static_cast<Phase>(phase)));
     QCOMPARE(int(session.FailureReason()), reason);
     Confirm(&session);
     QVERIFY(session.CurrentOutcome() == Outcome::Failed);
@@ -333,7 +396,7 @@ void TestClientMeasurementSession::AbortInEveryPhase()
 {
     QFETCH(int, phase);
     VesmarClient::MeasurementSession session = SessionIn(static_cast<Phase>(phase));
-    QVERIFY(session.Abort() == Action::Abort);
+    QVERIFY(session.Abort() == EndingFrom(static_cast<Phase>(phase)));
     QVERIFY(session.Abort() == Action::None);
     QVERIFY(session.Observe(Prepared()) == Action::None); // it is never started after that
     Confirm(&session);

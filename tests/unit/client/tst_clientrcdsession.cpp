@@ -113,12 +113,15 @@ private Q_SLOTS:
     void CheckThatFindsNothing();
     void ErrorAtTheEnd_data();
     void ErrorAtTheEnd();
+    void ErrorLeftBehindByAGoodTestDoesNotCount();
     void ErrorBeforeTheTest();
     void ErrorThatIsOvercomeDoesNotCount();
     void EndWithoutAResult_data();
     void EndWithoutAResult();
     void EndSeenOnlyAfterwards();
-    void EndOfAnEarlierTestDoesNotCount();
+    void EarlierTestDoesNotCount_data();
+    void EarlierTestDoesNotCount();
+    void PendingStartIsCarriedOut();
     void SilentTestIsStartedAgain();
     void CleanUpIsLeftAlone();
     void CleanUpThatWasNotStartedHasFailed();
@@ -257,6 +260,16 @@ void TestClientRcdSession::ErrorAtTheEnd()
     Confirm(&session, Outcome::Failed);
 }
 
+/// The mains have come to suit the test, and the library has left its error behind.
+void TestClientRcdSession::ErrorLeftBehindByAGoodTestDoesNotCount()
+{
+    RcdSession session = Begun(RcdTest::IecIaTa);
+    Run(&session);
+    QVERIFY(session.Observe(Stopped(true, Error::RCDCheckObjectULNIECInvalid)) == Action::Leave);
+    QVERIFY(session.FirstError() == Error::NoErrors);
+    Confirm(&session, Outcome::Completed);
+}
+
 /// An instrument with an error of its own ends the test in its first step.
 void TestClientRcdSession::ErrorBeforeTheTest()
 {
@@ -303,11 +316,30 @@ void TestClientRcdSession::EndSeenOnlyAfterwards()
     Confirm(&session, Outcome::Completed);
 }
 
-void TestClientRcdSession::EndOfAnEarlierTestDoesNotCount()
+void TestClientRcdSession::EarlierTestDoesNotCount_data()
 {
+    QTest::addColumn<int>("leftover");
+    QTest::newRow("to its end") << int(MeasurementState::Stopped);
+    QTest::newRow("aborted while it ran") << int(MeasurementState::Running);
+}
+
+void TestClientRcdSession::EarlierTestDoesNotCount()
+{
+    QFETCH(int, leftover);
     RcdSession session(RcdTest::IaTa);
-    QVERIFY(session.Begin(Idle(MeasurementState::Stopped)) == Action::PrepareAndStart);
-    QVERIFY(session.Observe(Stopped(false)) == Action::None);
+    const auto status = static_cast<MeasurementState>(leftover);
+    QVERIFY(session.Begin(Idle(status)) == Action::PrepareAndStart);
+    QVERIFY(session.Observe(At(status)) == Action::None);
+    Run(&session);
+    QVERIFY(session.Observe(Stopped(true)) == Action::Leave);
+    Confirm(&session, Outcome::Completed);
+}
+
+/// The library carries out a start that the measurement before was aborted over, and does not watch the test.
+void TestClientRcdSession::PendingStartIsCarriedOut()
+{
+    RcdSession session(RcdTest::UbRe);
+    QVERIFY(session.Begin(Idle()) == Action::Prepare);
     Run(&session);
     QVERIFY(session.Observe(Stopped(true)) == Action::Leave);
     Confirm(&session, Outcome::Completed);
