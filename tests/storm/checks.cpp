@@ -28,6 +28,7 @@ std::function<void()> entryHook;
 
 void ReadBanner(QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QString& text)
 {
+    const auto lock = SerialLine::Lock();
     static const QString entering = QStringLiteral("ENTERING ");
     const int place = text.indexOf(entering);
     const int end = text.indexOf(QStringLiteral(" STATE"), place);
@@ -55,9 +56,17 @@ void WatchLog(const std::function<void()>& onEntry)
     qInstallMessageHandler(ReadBanner);
 }
 
+void Checks::Enabled()
+{
+    const auto lock = SerialLine::Lock();
+    _isEnabled = true;
+}
+
 void Checks::Disabling()
 {
+    const auto lock = SerialLine::Lock();
     _isEnabled = false;
+    _disabling = VirtualTime::Now();
     _abortDeadline.reset();
 }
 
@@ -107,12 +116,13 @@ void Checks::AbortRequested(bool withdraws, bool isStopDue)
         _startsRevoked = VirtualTime::Now();
     }
     if (isStopDue && SerialLine::Get().IsCalm() && !_abortDeadline) {
-        _abortDeadline = VirtualTime::Now() + LongestAbort;
+        _abortDeadline = VirtualTime::Now() + LongestAbort + _slack.tolerance;
     }
 }
 
 void Checks::Record(const std::string& operation)
 {
+    const auto lock = SerialLine::Lock();
     _lines.push_back("  " + std::to_string(Milliseconds(VirtualTime::Now())) + " ms  " +
                      CurrentState().toStdString() + "  " + operation + "\n");
     if (_lines.size() > LinesKept) {
@@ -125,7 +135,7 @@ void Checks::Requested(const QByteArray& request, const char* fault)
     const Nanoseconds now = VirtualTime::Now();
     Record(request.left(12).toHex().toStdString() + (fault != nullptr ? std::string("  <- ") + fault : ""));
     _instrument.Advance(now);
-    if (!_isEnabled) {
+    if (!_isEnabled && now - _disabling >= _slack.tolerance) {
         Report("a request while the library closes or is disabled");
     }
     if (CurrentState() == "PREPARING MEASUREMENT") {
@@ -143,8 +153,8 @@ void Checks::CheckStart(Nanoseconds now)
     // An Ia/Ta test and those of the IEC are started although an abort is pending (docs/oddities.md).
     const bool isHeldByAbort =
         CurrentState() == "STARTING MEASUREMENT" || CurrentState() == "RCD UbRe MEASUREMENT";
-    const bool isOnItsWay =
-        now - _startsRevoked <= OnItsWay || SerialLine::Get().LastStall() >= _startsRevoked;
+    const bool isOnItsWay = now - _startsRevoked <= OnItsWay + _slack.tolerance ||
+                            SerialLine::Get().LastStall() >= _startsRevoked;
     if (_startsAllowed <= 0 && !isOnItsWay) {
         Report("a start that nobody asked for");
     } else if (isHeldByAbort && _isAbortPending && !isOnItsWay) {
@@ -187,14 +197,16 @@ void Checks::Poll()
         _abortDeadline.reset();
     } else if (!_instrument.IsOutputOn() && _instrument.OutputChanged() <= *_abortDeadline) {
         _abortDeadline.reset();
-    } else if (now > *_abortDeadline) {
-        Report("the output is on " + std::to_string(Milliseconds(now - *_abortDeadline + LongestAbort)) +
-               " ms after an abort");
+    } else if (now > *_abortDeadline + _slack.patience) {
+        const Nanoseconds end = _instrument.IsOutputOn() ? now : _instrument.OutputChanged();
+        const Nanoseconds aborted = *_abortDeadline - LongestAbort - _slack.tolerance;
+        Report("the output is on " + std::to_string(Milliseconds(end - aborted)) + " ms after an abort");
     }
 }
 
 void Checks::Report(const std::string& what)
 {
+    const auto lock = SerialLine::Lock();
     if (_finding.empty()) {
         _finding = what + ", in state " + CurrentState().toStdString() + ", at " +
                    std::to_string(Milliseconds(VirtualTime::Now())) + " ms";

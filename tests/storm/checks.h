@@ -15,16 +15,22 @@ QByteArray CurrentState();
 /// Begins to read the log, which goes nowhere else, and tells whenever a state is entered.
 void WatchLog(const std::function<void()>& onEntry);
 
+/// What the checks allow for in real time. Virtual time is exact.
+struct Slack {
+    Nanoseconds tolerance{0}; ///< For what the processor and the system's terminal need.
+    Nanoseconds patience{0};  ///< How much later they look, as a thread's stall is known once it is over.
+};
+
 /// What must hold at any time. It sees every request of the driver and every operation of the application,
 /// and keeps the first thing that did not hold.
 class Checks
 {
 public:
-    explicit Checks(Instrument& instrument) : _instrument(instrument) {}
+    Checks(Instrument& instrument, Slack slack) : _instrument(instrument), _slack(slack) {}
 
     /// The application does something.
     void Record(const std::string& operation);
-    void Enabled() { _isEnabled = true; }
+    void Enabled();
     void Disabling();
     void Prepared(const QByteArray& payload);
     void StartRequested();
@@ -52,10 +58,12 @@ private:
     void CheckMemory();
 
     Instrument& _instrument;
+    Slack _slack;
     std::string _finding;
     std::deque<std::string> _lines; ///< What happened last.
     QByteArray _lastRequest;
     bool _isEnabled = false;
+    Nanoseconds _disabling{0};
     int _startsAllowed = 0;
     bool _isAbortPending = false;
     Nanoseconds _startsRevoked{0};   ///< Or an abort became pending.

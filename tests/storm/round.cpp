@@ -124,18 +124,20 @@ bool WithdrawsRequests(const Tester& tester)
 
 } // namespace
 
-Round::Round(std::uint64_t seed, const Kind* kind, Counts& counts)
-    : _counts(counts), _kind(kind), _random(seed)
+Round::Round(std::uint64_t seed, Faults faults, Slack slack, Counts& counts)
+    : _counts(counts), _faults(faults), _random(seed), _lineRandom(~seed), _checks(_instrument, slack)
 {
-    // Qt rounds its timers to parts of the second, so every round begins with a whole one.
-    constexpr seconds Alignment{10};
-    VirtualTime::Sleep(Alignment - VirtualTime::Now() % Alignment);
-    SerialLine::Get().Connect(_instrument, _random);
+    SerialLine::Get().Connect(_instrument, _lineRandom);
     SerialLine::Get().onRequest = [this](Exchange& exchange) { return InjectInto(exchange); };
     WatchLog([this] { _checks.Entered(); });
-    _oneIn = Pick<int>({1, 2, 5, 20}, _random);
-    _target = _random.IsOneIn(2) ? Pick(AllStates(), _random) : QByteArray();
-    _isArmed = !_target.isEmpty();
+    if (IsSteady()) {
+        _oneIn = _faults.steadyOneIn;
+        _isArmed = true;
+    } else {
+        _oneIn = Pick<int>({1, 2, 5, 20}, _random);
+        _target = _random.IsOneIn(2) ? Pick(AllStates(), _random) : QByteArray();
+        _isArmed = !_target.isEmpty();
+    }
     _tester = std::make_unique<Tester>(nullptr);
 }
 
@@ -146,11 +148,18 @@ Round::~Round()
     QCoreApplication::processEvents();
 }
 
+/// True as long as all holds.
+bool Round::IsHeld() const
+{
+    const auto lock = SerialLine::Lock();
+    return _checks.Finding().empty();
+}
+
 bool Round::InjectInto(Exchange& exchange)
 {
     const bool isPlace = _target.isEmpty() || _target == CurrentState();
-    const bool isFaulty = _isArmed && isPlace && _random.IsOneIn(_oneIn);
-    const Kind* const kind = _kind != nullptr ? _kind : &Pick(AllKinds(), _random);
+    const bool isFaulty = _isArmed && isPlace && _lineRandom.IsOneIn(_oneIn);
+    const Kind* const kind = _faults.kind != nullptr ? _faults.kind : &Pick(AllKinds(), _lineRandom);
     _checks.Requested(exchange.request, isFaulty ? kind->name : nullptr);
     if (isFaulty) {
         _counts.Add(kind->name, CurrentState().toStdString());
@@ -162,14 +171,14 @@ bool Round::InjectInto(Exchange& exchange)
 std::string Round::Run()
 {
     Enable();
-    for (int count = 0; count < OperationsOfRound && _checks.Finding().empty(); ++count) {
+    for (int count = 0; count < OperationsOfRound && IsHeld(); ++count) {
         Operate();
         Wait(SomeTime(), _random.IsOneIn(4));
     }
-    if (_checks.Finding().empty()) {
+    if (IsHeld()) {
         ComeToRest();
     }
-    SerialLine::Get().EndTrouble();
+    EndTrouble();
     Disable();
     Wait(seconds(2));
     return _checks.Finding();
@@ -197,13 +206,15 @@ Nanoseconds Round::SomeTime()
 
 void Round::Operate()
 {
+    auto lock = SerialLine::Lock();
     ++_counts.operations;
     const int choice = _random.Below(100);
     if (choice < 70) {
         OperateMeasurement(choice);
     } else if (choice < 82) {
-        _isArmed = !_isArmed;
+        _isArmed = IsSteady() || !_isArmed;
     } else if (choice < 86 || !SerialLine::Get().IsOpen()) {
+        lock.unlock(); // It waits for the worker.
         Toggle();
     } else {
         OperateTester(choice);
@@ -330,12 +341,15 @@ void Round::StartAnew()
 
 void Round::Abort()
 {
+    const auto lock = SerialLine::Lock();
     const bool isStopDue = _tester->IsEnabled() && _instrument.IsOutputOn() &&
                            RunsMeasurement(CurrentState()) && IsStopDue(_tester->MeasurementStatus());
     _counts.aborts += isStopDue ? 1 : 0;
+    const bool withdraws = WithdrawsRequests(*_tester);
     _checks.Record("aborts while " + std::to_string(static_cast<int>(_tester->MeasurementStatus())));
-    _checks.AbortRequested(WithdrawsRequests(*_tester), isStopDue);
     _tester->AbortMeasurement();
+    // In real time, a preparation may have begun meanwhile.
+    _checks.AbortRequested(withdraws && WithdrawsRequests(*_tester), isStopDue);
 }
 
 void Round::Update()
@@ -356,10 +370,11 @@ void Round::Wait(Nanoseconds time, bool isBlocked)
             QCoreApplication::processEvents();
         }
         VirtualTime::Sleep(std::min<Nanoseconds>(Tick, std::max(end - VirtualTime::Now(), Nanoseconds(1))));
+        const auto lock = SerialLine::Lock();
         _checks.Poll();
         CheckWhileDisabled();
         CheckSilence();
-    } while (VirtualTime::Now() < end && _checks.Finding().empty());
+    } while (VirtualTime::Now() < end && IsHeld());
 }
 
 void Round::CheckWhileDisabled()
@@ -383,6 +398,7 @@ void Round::CheckSilence()
 
 bool Round::IsAtRest() const
 {
+    const auto lock = SerialLine::Lock();
     return CurrentState() == "MONITORING" && !_instrument.IsOutputOn() && !_instrument.IsFunctionActive() &&
            !_tester->IsMeasurementRunning() && SerialLine::Get().IsCalm();
 }
@@ -391,17 +407,33 @@ bool Round::AwaitRest()
 {
     _tester->SetIsMeasurementModeActive(false);
     const Nanoseconds end = VirtualTime::Now() + LongestWayBack;
-    while (!IsAtRest() && VirtualTime::Now() < end && _checks.Finding().empty()) {
+    while (!IsAtRest() && VirtualTime::Now() < end && IsHeld()) {
         Wait(milliseconds(50));
     }
     return IsAtRest();
 }
 
+void Round::EndTrouble()
+{
+    const auto lock = SerialLine::Lock();
+    _isArmed = false;
+    SerialLine::Get().EndTrouble();
+}
+
+/// An abort waits for ever while the state of no function is known, and an instrument stays in update mode
+/// (docs/oddities.md). A restart is the way out of both.
+bool Round::IsStuckByOddity() const
+{
+    const auto lock = SerialLine::Lock();
+    const bool isFunctionUnknown = _tester->MeasurementFunctionStatus() == FunctionState::Unknown;
+    return (CurrentState() == "ABORTING MEASUREMENT" && isFunctionUnknown) ||
+           CurrentState() == "AWAIT UPDATE ACTION" || CurrentState() == "UPDATING";
+}
+
 /// The faults are over, and the application wants nothing more.
 void Round::ComeToRest()
 {
-    _isArmed = false;
-    SerialLine::Get().EndTrouble();
+    EndTrouble();
     if (_tester->IsEnabled() && !SerialLine::Get().IsOpen()) {
         Disable();
     }
@@ -410,11 +442,7 @@ void Round::ComeToRest()
     if (AwaitRest()) {
         return;
     }
-    // An abort waits for ever while the state of no function is known, and an instrument stays in update mode
-    // (docs/oddities.md). A restart is the way out of both.
-    const bool isFunctionUnknown = _tester->MeasurementFunctionStatus() == FunctionState::Unknown;
-    const bool isOddity = (CurrentState() == "ABORTING MEASUREMENT" && isFunctionUnknown) ||
-                          CurrentState() == "AWAIT UPDATE ACTION" || CurrentState() == "UPDATING";
+    const bool isOddity = IsStuckByOddity();
     _checks.Record("restarts");
     _tester->RestartTester();
     if (!isOddity || !AwaitRest()) {

@@ -11,13 +11,18 @@
 #include "storm/counts.h"
 #include "storm/kinds.h"
 
+/// What a round brings upon the library.
+struct Faults {
+    const Kind* kind = nullptr; ///< Every fault is of this kind; of any where it is null.
+    int steadyOneIn = 0;        ///< As many exchanges have one, all the time; 0 leaves that to the seed.
+};
+
 /// One life of the library: it is enabled, the application does what comes to its mind while the line does
 /// its worst, and then the line is faultless and everything must come to rest. The seed decides about all.
 class Round
 {
 public:
-    /// Every fault is of this kind; of any where it is null.
-    Round(std::uint64_t seed, const Kind* kind, Counts& counts);
+    Round(std::uint64_t seed, Faults faults, Slack slack, Counts& counts);
     ~Round();
 
     /// What did not hold; empty if all did.
@@ -25,6 +30,8 @@ public:
     std::string LastLines() const { return _checks.LastLines(); }
 
 private:
+    bool IsSteady() const { return _faults.steadyOneIn > 0; }
+    bool IsHeld() const;
     bool InjectInto(Exchange& exchange);
     void Operate();
     void OperateMeasurement(int choice);
@@ -43,13 +50,16 @@ private:
     void CheckSilence();
     bool IsAtRest() const;
     bool AwaitRest();
+    bool IsStuckByOddity() const;
+    void EndTrouble();
     void ComeToRest();
 
     Counts& _counts;
-    const Kind* _kind;
-    Random _random;
-    Instrument _instrument{_random};
-    Checks _checks{_instrument};
+    Faults _faults;
+    Random _random;     ///< The application's.
+    Random _lineRandom; ///< The worker's thread uses it.
+    Instrument _instrument{_lineRandom};
+    Checks _checks;
     std::unique_ptr<Vesmar::Tester> _tester;
     QByteArray _target; ///< The one state in which faults happen; empty if it may be any.
     bool _isArmed = false;

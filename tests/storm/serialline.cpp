@@ -13,8 +13,7 @@
 #include <ctime>
 #include <utility>
 
-#include <dlfcn.h>
-
+#include "support/systemfunction.h"
 #include "support/wire.h"
 #include "virtualtime/virtualtime.h"
 
@@ -27,12 +26,6 @@ using std::chrono::milliseconds;
 constexpr const char* DevicePath = "/dev/ttycommunication";
 constexpr int CleanExchangesUntilCalm = 3;
 constexpr milliseconds LongestRequest{5}; ///< Bytes that are older belong to another request.
-
-template <typename Function>
-Function* SystemFunction(const char* name)
-{
-    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
-}
 
 /// Uses up one of the calls that are to fail.
 bool Consume(int& count)
@@ -70,11 +63,19 @@ SerialLine& SerialLine::Get()
     return *line;
 }
 
+std::unique_lock<std::recursive_mutex> SerialLine::Lock()
+{
+    static std::recursive_mutex mutex;
+    return std::unique_lock(mutex);
+}
+
 void SerialLine::Connect(Instrument& instrument, Random& random)
 {
     const auto keptHook = std::move(onRequest);
+    Terminal* const keptTerminal = _terminal;
     *this = SerialLine();
     onRequest = keptHook;
+    _terminal = keptTerminal;
     _instrument = &instrument;
     _random = &random;
     _lastByte = VirtualTime::Now();
@@ -92,26 +93,59 @@ bool SerialLine::IsCalm() const
     return !trouble.IsActive(VirtualTime::Now()) && _cleanExchanges >= CleanExchangesUntilCalm;
 }
 
+void SerialLine::RecordStall()
+{
+    const auto lock = Lock();
+    _lastStall = VirtualTime::Now();
+    _cleanExchanges = 0;
+}
+
 int SerialLine::Fail(int error) const
 {
     errno = error;
     return -1;
 }
 
+Nanoseconds SerialLine::LastStall() const
+{
+    const auto lock = Lock();
+    return _lastStall;
+}
+
+bool SerialLine::IsOpen() const
+{
+    const auto lock = Lock();
+    return _descriptor >= 0;
+}
+
+bool SerialLine::Owns(int descriptor) const
+{
+    const auto lock = Lock();
+    return descriptor == _descriptor && IsOpen();
+}
+
+void SerialLine::Close()
+{
+    const auto lock = Lock();
+    _descriptor = -1;
+}
+
 int SerialLine::Open()
 {
+    const auto lock = Lock();
     if (Consume(trouble.interruptedOpens)) {
         return Fail(EINTR);
     }
     if (Consume(trouble.failingOpens) || VirtualTime::Now() < trouble.goneUntil) {
         return Fail(ENOENT);
     }
-    _descriptor = eventfd(0, EFD_CLOEXEC);
+    _descriptor = HasTerminal() ? _terminal->Open() : eventfd(0, EFD_CLOEXEC);
     return _descriptor;
 }
 
 int SerialLine::Flush()
 {
+    const auto lock = Lock();
     const Nanoseconds now = VirtualTime::Now();
     const auto hasArrived = [now](const Chunk& chunk) { return chunk.due <= now; };
     _incoming.erase(std::remove_if(_incoming.begin(), _incoming.end(), hasArrived), _incoming.end());
@@ -132,6 +166,7 @@ void SerialLine::Babble()
 
 long SerialLine::Read(char* buffer, std::size_t size)
 {
+    const auto lock = Lock();
     const Nanoseconds now = VirtualTime::Now();
     if (Consume(trouble.interruptedReads)) {
         return Fail(EINTR);
@@ -154,14 +189,18 @@ long SerialLine::Read(char* buffer, std::size_t size)
         each->bytes.remove(0, count);
         each = each->bytes.isEmpty() ? _incoming.erase(each) : std::next(each);
     }
-    std::memcpy(buffer, arrived.constData(), static_cast<std::size_t>(arrived.size()));
     _bytesRead += arrived.size();
     _lastByte = arrived.isEmpty() ? _lastByte : now;
+    if (HasTerminal()) {
+        return _terminal->Read(_descriptor, arrived, buffer, size);
+    }
+    std::memcpy(buffer, arrived.constData(), static_cast<std::size_t>(arrived.size()));
     return arrived.size();
 }
 
 long SerialLine::Write(const char* bytes, std::size_t size)
 {
+    auto lock = Lock();
     const Nanoseconds now = VirtualTime::Now();
     _bytesRead = 0;
     if (Consume(trouble.interruptedWrites)) {
@@ -174,10 +213,13 @@ long SerialLine::Write(const char* bytes, std::size_t size)
         if ((fcntl(_descriptor, F_GETFL) & O_NONBLOCK) != 0) {
             return Fail(EAGAIN);
         }
+        lock.unlock();
         VirtualTime::Sleep(trouble.unreadUntil - now); // So does a write to a line that blocks.
+        lock.lock();
     }
     const std::size_t count = Consume(trouble.shortWrites) ? std::max<std::size_t>(size / 2, 1) : size;
-    Receive(QByteArray(bytes, static_cast<int>(count)));
+    const QByteArray written(bytes, static_cast<int>(count));
+    Receive(HasTerminal() ? _terminal->Write(_descriptor, written) : written);
     return static_cast<long>(count);
 }
 
@@ -216,6 +258,7 @@ void SerialLine::Deliver(const QByteArray& request)
 
 int SerialLine::Drain()
 {
+    auto lock = Lock();
     if (Consume(trouble.interruptedDrains)) {
         return Fail(EINTR);
     }
@@ -223,6 +266,7 @@ int SerialLine::Drain()
         return Fail(EIO);
     }
     if (const Nanoseconds left = trouble.unreadUntil - VirtualTime::Now(); left.count() > 0) {
+        lock.unlock();
         VirtualTime::Sleep(left);
     }
     return 0;
@@ -230,6 +274,7 @@ int SerialLine::Drain()
 
 int SerialLine::Configure()
 {
+    const auto lock = Lock();
     if (Consume(trouble.interruptedSettings)) {
         return Fail(EINTR);
     }
@@ -238,11 +283,13 @@ int SerialLine::Configure()
 
 int SerialLine::Queued() const
 {
+    const auto lock = Lock();
     return VirtualTime::Now() < trouble.unreadUntil ? 1 : 0;
 }
 
 Nanoseconds SerialLine::SleepTime(Nanoseconds asked)
 {
+    const auto lock = Lock();
     if (trouble.stall.count() > 0) {
         const Nanoseconds longer = asked + std::exchange(trouble.stall, Nanoseconds(0));
         _lastStall = VirtualTime::Now() + longer;
@@ -250,6 +297,19 @@ Nanoseconds SerialLine::SleepTime(Nanoseconds asked)
     }
     return Consume(trouble.cutSleeps) ? -asked / 3 : asked;
 }
+
+namespace
+{
+
+/// What a call comes to: what the line makes of it and, where that is nothing and there is a terminal, what
+/// the system does.
+template <typename Call>
+int OnTerminal(int result, Call call)
+{
+    return result == 0 && SerialLine::Get().HasTerminal() ? call() : result;
+}
+
+} // namespace
 
 // These take the place of the C library's for the whole program, whatever library calls them.
 // NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the C library's parameters have reserved
@@ -306,20 +366,23 @@ TAKES_PLACE ssize_t write(int descriptor, const void* bytes, size_t size)
 TAKES_PLACE int tcdrain(int descriptor)
 {
     static auto* const systemDrain = SystemFunction<int(int)>("tcdrain");
-    return SerialLine::Get().Owns(descriptor) ? SerialLine::Get().Drain() : systemDrain(descriptor);
+    const auto drain = [&] { return systemDrain(descriptor); };
+    return SerialLine::Get().Owns(descriptor) ? OnTerminal(SerialLine::Get().Drain(), drain) : drain();
 }
 
 TAKES_PLACE int tcflush(int descriptor, int queue) noexcept
 {
     static auto* const systemFlush = SystemFunction<int(int, int)>("tcflush");
-    return SerialLine::Get().Owns(descriptor) ? SerialLine::Get().Flush() : systemFlush(descriptor, queue);
+    const auto flush = [&] { return systemFlush(descriptor, queue); };
+    return SerialLine::Get().Owns(descriptor) ? OnTerminal(SerialLine::Get().Flush(), flush) : flush();
 }
 
 TAKES_PLACE int tcsetattr(int descriptor, int action, const termios* settings) noexcept
 {
     static auto* const systemSettings = SystemFunction<int(int, int, const termios*)>("tcsetattr");
-    return SerialLine::Get().Owns(descriptor) ? SerialLine::Get().Configure()
-                                              : systemSettings(descriptor, action, settings);
+    const auto configure = [&] { return systemSettings(descriptor, action, settings); };
+    return SerialLine::Get().Owns(descriptor) ? OnTerminal(SerialLine::Get().Configure(), configure)
+                                              : configure();
 }
 
 TAKES_PLACE int ioctl(int descriptor, unsigned long request, ...) noexcept
@@ -330,8 +393,9 @@ TAKES_PLACE int ioctl(int descriptor, unsigned long request, ...) noexcept
     void* const argument = va_arg(arguments, void*);
     va_end(arguments);
     if (SerialLine::Get().Owns(descriptor) && request == TIOCOUTQ) {
-        *static_cast<int*>(argument) = SerialLine::Get().Queued();
-        return 0;
+        const int queued = SerialLine::Get().Queued();
+        *static_cast<int*>(argument) = queued;
+        return queued > 0 ? 0 : OnTerminal(0, [&] { return systemIoctl(descriptor, request, argument); });
     }
     return systemIoctl(descriptor, request, argument);
 }
@@ -352,6 +416,7 @@ TAKES_PLACE int clock_gettime(clockid_t clock, timespec* time) noexcept
     static auto* const systemTime = SystemFunction<int(clockid_t, timespec*)>("clock_gettime");
     const int result = systemTime(clock, time);
     if (clock == CLOCK_REALTIME) {
+        const auto lock = SerialLine::Lock();
         time->tv_sec += SerialLine::Get().trouble.clockOffsetSeconds;
     }
     return result;

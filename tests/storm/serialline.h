@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <mutex>
 #include <vector>
 
 #include <QByteArray>
@@ -59,12 +60,34 @@ private:
     std::vector<Chunk> _answer;
 };
 
+/// A terminal that the bytes of the line go through.
+class Terminal
+{
+public:
+    virtual ~Terminal() = default;
+
+    /// Returns the descriptor, or -1.
+    virtual int Open() = 0;
+    /// Writes to the descriptor, and returns what has come out at the instrument's end.
+    virtual QByteArray Write(int descriptor, const QByteArray& bytes) = 0;
+    /// Puts in at the instrument's end what has arrived, and reads from the descriptor.
+    virtual long Read(int descriptor, const QByteArray& arrived, char* buffer, std::size_t size) = 0;
+};
+
 /// The serial device, played inside of the process: the functions of the C library come here for the one
 /// descriptor that opening the device returned.
 class SerialLine
 {
 public:
     static SerialLine& Get();
+    /// In real time, the application and the driver's worker look at the line, the instrument and the checks
+    /// at once. Whoever does so holds this, and does not sleep.
+    static std::unique_lock<std::recursive_mutex> Lock();
+
+    /// From now on the descriptor is that of the terminal. Without one it stands for nothing, and the bytes
+    /// go straight to the instrument and back.
+    void UseTerminal(Terminal& terminal) { _terminal = &terminal; }
+    bool HasTerminal() const { return _terminal != nullptr; }
 
     /// Begins anew, faultless, with this instrument at its other end.
     void Connect(Instrument& instrument, Random& random);
@@ -78,18 +101,20 @@ public:
     void EndTrouble();
     /// The line is faultless, and was so for some exchanges.
     bool IsCalm() const;
+    /// The machine has held up a thread of the driver for longer than can be left out of account.
+    void RecordStall();
     /// The last time at which a thread of the driver was held up.
-    Nanoseconds LastStall() const { return _lastStall; }
+    Nanoseconds LastStall() const;
     /// When the driver last read any bytes.
     Nanoseconds LastByte() const { return _lastByte; }
     /// How many bytes were read since something was last written.
     int BytesReadSinceWrite() const { return _bytesRead; }
-    bool IsOpen() const { return _descriptor >= 0; }
+    bool IsOpen() const;
 
     // What the C library's functions do.
-    bool Owns(int descriptor) const { return descriptor == _descriptor && _descriptor >= 0; }
+    bool Owns(int descriptor) const;
     int Open();
-    void Close() { _descriptor = -1; }
+    void Close();
     long Read(char* buffer, std::size_t size);
     long Write(const char* bytes, std::size_t size);
     int Drain();
@@ -105,6 +130,7 @@ private:
     void Babble();
     int Fail(int error) const;
 
+    Terminal* _terminal = nullptr;
     Instrument* _instrument = nullptr;
     Random* _random = nullptr;
     int _descriptor = -1;

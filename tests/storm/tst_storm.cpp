@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -11,6 +12,7 @@
 
 #include "storm/exchangeround.h"
 #include "storm/round.h"
+#include "virtualtime/virtualtime.h"
 
 namespace
 {
@@ -125,6 +127,13 @@ bool IsHeld(const std::string& finding, std::uint64_t seed, const Kind* kind, co
     return false;
 }
 
+/// Qt rounds its timers to parts of the second, so every round begins with a whole one.
+void AwaitWholeSecond()
+{
+    constexpr std::chrono::seconds Alignment{10};
+    VirtualTime::Sleep(Alignment - VirtualTime::Now() % Alignment);
+}
+
 /// Every fifth round has single exchanges, the others have the whole machine. True if all held.
 bool RunRound(std::uint64_t seed, const Options& options, Counts& counts)
 {
@@ -133,7 +142,8 @@ bool RunRound(std::uint64_t seed, const Options& options, Counts& counts)
     if (seed % RoundsWithExchanges == 0) {
         return IsHeld(ExchangeRound(seed, kind, counts).Run(), seed, kind, options);
     }
-    Round round(seed, kind, counts);
+    AwaitWholeSecond();
+    Round round(seed, {kind}, {}, counts);
     const std::string finding = round.Run();
     return IsHeld(finding.empty() ? finding : finding + "\n" + round.LastLines(), seed, kind, options);
 }
