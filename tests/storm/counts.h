@@ -8,6 +8,7 @@
 struct Counts {
     std::map<std::string, long> kinds;
     std::map<std::pair<std::string, std::string>, long> pairs; ///< Of a kind and a state.
+    long exchanges = 0;
     long operations = 0;
     long starts = 0;
     long aborts = 0; ///< Those whose time was watched.

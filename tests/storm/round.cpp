@@ -160,6 +160,7 @@ bool Round::InjectInto(Exchange& exchange)
     const bool isPlace = _target.isEmpty() || _target == CurrentState();
     const bool isFaulty = _isArmed && isPlace && _lineRandom.IsOneIn(_oneIn);
     const Kind* const kind = _faults.kind != nullptr ? _faults.kind : &Pick(AllKinds(), _lineRandom);
+    ++_counts.exchanges;
     _checks.Requested(exchange.request, isFaulty ? kind->name : nullptr);
     if (isFaulty) {
         _counts.Add(kind->name, CurrentState().toStdString());
