@@ -188,7 +188,7 @@ QByteArray HoldersText(const DeviceHolders& holders)
 {
     QByteArray text;
     for (const VesmarClient::DeviceHolder& holder : holders.programs) {
-        text += InfoLine(QStringLiteral("Held by"), ShowHolder(holder));
+        text += InfoLine(QStringLiteral("Held by"), VesmarClient::ShowHolder(holder));
     }
     const QString nobody =
         holders.isComplete

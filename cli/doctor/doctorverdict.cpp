@@ -1,7 +1,5 @@
 #include "cli/doctor/doctorverdict.h"
 
-#include <QStringList>
-
 #include <cerrno>
 
 #include <Vesmar/serialdevice.h>
@@ -78,25 +76,12 @@ Ending NotPermitted(const DeviceFindings& device)
                       .arg(DevicePath(), whatToDo));
 }
 
-/// The first few programs by name, and the number of the others.
-QString ProgramsOf(const DeviceHolders& holders)
-{
-    constexpr int MostNamed = 3;
-    QStringList programs;
-    for (const VesmarClient::DeviceHolder& holder : holders.programs.mid(0, MostNamed)) {
-        programs.append(ShowHolder(holder));
-    }
-    const int others = holders.programs.size() - programs.size();
-    const QString last = others > 0 ? QStringLiteral("%1 more").arg(others) : programs.takeLast();
-    return programs.isEmpty() ? last : programs.join(QStringLiteral(", ")) + QStringLiteral(" and ") + last;
-}
-
 Ending Held(const DeviceHolders& holders)
 {
     return NoLink(QStringLiteral("held"),
                   QStringLiteral("The serial device %1 is held by %2, so nothing was sent: a measurement may "
                                  "be running. End that program, and run vesmar doctor again.")
-                      .arg(DevicePath(), ProgramsOf(holders)));
+                      .arg(DevicePath(), VesmarClient::ShowHolders(holders.programs)));
 }
 
 Failure Broken(const LineRecord& line)
@@ -178,11 +163,6 @@ Failure Reported(Error error)
 QString DevicePath()
 {
     return QString::fromLatin1(Vesmar::SerialDevicePath);
-}
-
-QString ShowHolder(const VesmarClient::DeviceHolder& holder)
-{
-    return QStringLiteral("%1 (process %2)").arg(Printable(holder.program), QString::number(holder.process));
 }
 
 QString GroupToJoin(const DeviceFindings& device)

@@ -18,9 +18,6 @@ using VesmarClient::DeviceHolders;
 /// The serial device, as messages name it.
 QString DevicePath();
 
-/// A program that holds the device, with the number of its process.
-QString ShowHolder(const VesmarClient::DeviceHolder& holder);
-
 /// The group whose members may read and write the device; empty if this user may do so already, or if no
 /// group may but that of root.
 QString GroupToJoin(const DeviceFindings& device);

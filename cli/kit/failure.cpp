@@ -140,6 +140,11 @@ Failure LinkNotUp(const Situation& situation, std::chrono::milliseconds waited)
     return NoAnswer(Seconds(waited), situation.error);
 }
 
+Failure LineHeld(const VesmarClient::Failure& failure)
+{
+    return {failure.name, failure.whatHappened + QLatin1Char(' ') + failure.nextStep};
+}
+
 Failure InUpdateMode()
 {
     return {QStringLiteral("update-mode"),

@@ -33,6 +33,11 @@ Link::~Link() = default;
 
 int Link::Work()
 {
+    const VesmarClient::Failure failure = _lineLock.Lock();
+    if (failure.name == QLatin1String("device-held")) {
+        QTimer::singleShot(0, this, [this, failure] { Fail(ExitStatus::NoLink, LineHeld(failure)); });
+        return QCoreApplication::exec();
+    }
     _timeLimit.start(_options.timeout);
     _tester->Enable();
     const int exitStatus = QCoreApplication::exec();

@@ -13,6 +13,7 @@
 #include "cli/kit/signalwatcher.h"
 #include "cli/output/event.h"
 #include "cli/output/output.h"
+#include "client/line/linelock.h"
 #include "client/sessions/readiness.h"
 
 namespace Cli
@@ -31,7 +32,8 @@ public:
     Vesmar::Tester& Instrument() const { return *_tester; }
     bool IsJson() const { return _options.isJson; }
 
-    /// Connects to the instrument, works until `Finish`, and disconnects. Returns the program's exit status.
+    /// Connects to the instrument, works until `Finish`, and disconnects. Fails where another program holds
+    /// the line. Returns the program's exit status.
     int Work();
 
     /// Lets a link that does not come up in time count as no failure: `TimeOver()` is emitted instead.
@@ -80,6 +82,7 @@ private:
     SignalWatcher _signalWatcher; // before the tester, which starts a thread
     Output _output;
     QTimer _timeLimit;
+    VesmarClient::LineLock _lineLock; // before the tester, which closes the line first
     std::unique_ptr<Vesmar::Tester> _tester;
     std::unique_ptr<VesmarClient::Readiness> _readiness; ///< Null for a verb that does not await it.
     bool _isSilenceTolerated = false;

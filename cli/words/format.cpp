@@ -138,17 +138,6 @@ Shown Show(const MeasurementResults* value)
     return shown;
 }
 
-QString Printable(const QString& text)
-{
-    QString printable;
-    for (const QChar character : text) {
-        printable += character.isPrint()
-                         ? QString(character)
-                         : QStringLiteral("\\x%1").arg(character.unicode(), 2, 16, QLatin1Char('0'));
-    }
-    return printable;
-}
-
 QString TimeStamp(const QDateTime& time)
 {
     return time.toUTC().toString(Qt::ISODateWithMs);

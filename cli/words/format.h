@@ -14,6 +14,7 @@
 #include <Vesmar/testerinformation.h>
 
 #include "client/words/names.h"
+#include "client/words/printable.h"
 
 /// How values look, in text for people and in JSON for programs. What is formatted here ends its line.
 namespace Cli
@@ -46,8 +47,7 @@ Shown Show(Enumeration value)
                         {QStringLiteral("number"), static_cast<int>(value)}}};
 }
 
-/// The text with every character written out that a terminal, or a reader of lines, would obey as a command.
-QString Printable(const QString& text);
+using VesmarClient::Printable;
 
 /// The time for programs: in UTC, with milliseconds.
 QString TimeStamp(const QDateTime& time);

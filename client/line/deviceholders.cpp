@@ -6,6 +6,8 @@
 #include <sys/sysmacros.h>
 #include <unistd.h>
 
+#include "client/words/printable.h"
+
 namespace VesmarClient
 {
 
@@ -84,6 +86,12 @@ private:
     bool _hasOtherEnd = false;
 };
 
+QString ProgramName(pid_t process)
+{
+    const QString path = QStringLiteral("/proc/%1/comm").arg(process);
+    return QString::fromLocal8Bit(ContentOf(path).trimmed());
+}
+
 bool IsUnreadable(const QString& folder)
 {
     const QFileInfo descriptors(folder + QStringLiteral("/fd"));
@@ -105,12 +113,44 @@ DeviceHolders FindHolders(const struct stat& device)
         const QString folder = QStringLiteral("/proc/") + name;
         holders.isComplete = holders.isComplete && !IsUnreadable(folder);
         if (ProcessExamination(folder, device).IsHolder()) {
-            const QString program =
-                QString::fromLocal8Bit(ContentOf(folder + QStringLiteral("/comm")).trimmed());
-            holders.programs.append({process, program});
+            holders.programs.append({process, ProgramName(process)});
         }
     }
     return holders;
+}
+
+QVector<DeviceHolder> FindLockHolders(const struct stat& device)
+{
+    // "1: FLOCK  ADVISORY  WRITE 4711 00:05:93 0 EOF": the process, the file system's device and the file
+    const QByteArray file = QByteArray::number(::major(device.st_dev), 16).rightJustified(2, '0') + ':' +
+                            QByteArray::number(::minor(device.st_dev), 16).rightJustified(2, '0') + ':' +
+                            QByteArray::number(static_cast<quint64>(device.st_ino));
+    for (const QByteArray& line : ContentOf(QStringLiteral("/proc/locks")).split('\n')) {
+        const QList<QByteArray> words = line.simplified().split(' ');
+        if (words.value(1) == "FLOCK" && words.value(5) == file) {
+            const pid_t process = words.at(4).toInt();
+            const QString program = ProgramName(process);
+            return program.isEmpty() ? QVector<DeviceHolder>() : QVector<DeviceHolder>{{process, program}};
+        }
+    }
+    return {};
+}
+
+QString ShowHolder(const DeviceHolder& holder)
+{
+    return QStringLiteral("%1 (process %2)").arg(Printable(holder.program), QString::number(holder.process));
+}
+
+QString ShowHolders(const QVector<DeviceHolder>& holders)
+{
+    constexpr int MostNamed = 3;
+    QStringList programs;
+    for (const DeviceHolder& holder : holders.mid(0, MostNamed)) {
+        programs.append(ShowHolder(holder));
+    }
+    const int others = holders.size() - programs.size();
+    const QString last = others > 0 ? QStringLiteral("%1 more").arg(others) : programs.takeLast();
+    return programs.isEmpty() ? last : programs.join(QStringLiteral(", ")) + QStringLiteral(" and ") + last;
 }
 
 } // namespace VesmarClient

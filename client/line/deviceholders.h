@@ -21,6 +21,15 @@ struct DeviceHolders {
     bool isComplete = false; ///< False where a program of another user may hold it unseen.
 };
 
+/// Which program has locked the device, as a list of one. Empty where that cannot be seen, and where that
+/// program has ended and the lock lives on in another one.
+QVector<DeviceHolder> FindLockHolders(const struct stat& device);
+
+/// "picocom (process 4711)", with control characters made visible.
+QString ShowHolder(const DeviceHolder& holder);
+/// The first few of at least one, and the number of the others.
+QString ShowHolders(const QVector<DeviceHolder>& holders);
+
 /// Who holds the character device. This program does not count, nor does, for a pseudo-terminal, the program
 /// at its other end.
 DeviceHolders FindHolders(const struct stat& device);

@@ -109,6 +109,7 @@ private Q_SLOTS:
     void SignalEndsTheReadingOfALog();
     void SignalEndsTheReadingBeforeAnExchange();
     void MonitorShowsTheLossAndTheReturn();
+    void ProgramBesideAMeasurementIsRefused();
 };
 
 void TestPrograms::InfoShowsIdentityAndClocks()
@@ -497,6 +498,17 @@ void TestPrograms::MonitorShowsTheLossAndTheReturn()
     QCOMPARE(story.at(lost + 1), QByteArray("15"));
     QCOMPARE(story.count("103"), 1);
     QCOMPARE(story.count("DeviceInformation"), 2);
+}
+
+/// The measurement is under way once it has printed something.
+void TestPrograms::ProgramBesideAMeasurementIsRefused()
+{
+    VesmarRun run(
+        QStringLiteral("measure it --time 2 | { read -r line; \"$0\" info; echo \"info: $?\"; cat; }"));
+    QCOMPARE(run->Finish(), 0);
+    VERIFY_CONTAINS(run->Output(), "info: 2\n");
+    VERIFY_CONTAINS(run->Errors(), "The serial device /dev/ttycommunication is held by vesmar (process ");
+    VERIFY_CONTAINS(run->Output(), "Measurement it done. The instrument is confirmed to have stopped.\n");
 }
 
 QTEST_GUILESS_MAIN(TestPrograms)

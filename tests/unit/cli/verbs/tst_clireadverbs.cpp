@@ -3,10 +3,13 @@
 #include <QtTest>
 
 #include <fcntl.h>
+#include <unistd.h>
 
 #include <array>
 #include <cerrno>
 
+#include "client/line/linelock.h"
+#include "support/scriptedpeer.h"
 #include "support/serialdevice.h"
 #include "unit/cli/kit/signaltest.h"
 #include "unit/cli/verbs/verbtest.h"
@@ -59,6 +62,7 @@ private Q_SLOTS:
     void Ends();
     void DeviceThatCannotBeOpened_data();
     void DeviceThatCannotBeOpened();
+    void HeldLine();
     void InfoShowsWhatWasRead();
     void InfoShowsTextWithoutJson();
     void InfoWaitsUntilTheClocksAreRead_data();
@@ -117,6 +121,21 @@ void TestCliReadVerbs::DeviceThatCannotBeOpened()
     QVERIFY(outcome.Result("error").isNull());
     QCOMPARE(outcome.Result("status").toInt(), 2);
     QCOMPARE(outcome.errors, "vesmar: " + outcome.Result("message").toString().toLocal8Bit() + '\n');
+}
+
+void TestCliReadVerbs::HeldLine()
+{
+    const ScriptedPeer peer;
+    VesmarClient::LineLock lock;
+    QVERIFY(!lock.Lock().isFailure());
+    const Outcome outcome = RunVerb({"vesmar", "info", "--json", "--timeout=3600"});
+    QCOMPARE(outcome.status, 2);
+    QCOMPARE(outcome.Objects().size(), 1);
+    QCOMPARE(outcome.Result("reason").toString(), QStringLiteral("device-held"));
+    QCOMPARE(outcome.Result("status").toInt(), 2);
+    QCOMPARE(outcome.errors, "vesmar: " + outcome.Result("message").toString().toLocal8Bit() + '\n');
+    QVERIFY2(outcome.errors.contains(QByteArray::number(::getpid())), outcome.errors.constData());
+    QVERIFY(peer.Requests().isEmpty());
 }
 
 void TestCliReadVerbs::InfoShowsWhatWasRead()
