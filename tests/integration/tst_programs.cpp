@@ -503,12 +503,15 @@ void TestPrograms::MonitorShowsTheLossAndTheReturn()
 /// The measurement is under way once it has printed something.
 void TestPrograms::ProgramBesideAMeasurementIsRefused()
 {
-    VesmarRun run(
-        QStringLiteral("measure it --time 2 | { read -r line; \"$0\" info; echo \"info: $?\"; cat; }"));
-    QCOMPARE(run->Finish(), 0);
-    VERIFY_CONTAINS(run->Output(), "info: 2\n");
-    VERIFY_CONTAINS(run->Errors(), "The serial device /dev/ttycommunication is held by vesmar (process ");
-    VERIFY_CONTAINS(run->Output(), "Measurement it done. The instrument is confirmed to have stopped.\n");
+    const QString script =
+        QStringLiteral(R"("$0" measure it --time 2 | { read -r line; "$0" info; echo "info: $?"; cat; })");
+    ProgramRun run(QStringLiteral(SIMULATOR_PROGRAM),
+                   {QStringLiteral("run"), QStringLiteral("--"), QStringLiteral("sh"), QStringLiteral("-c"),
+                    script, QStringLiteral(VESMAR_PROGRAM)});
+    QCOMPARE(run.Finish(), 0);
+    VERIFY_CONTAINS(run.Output(), "info: 2\n");
+    VERIFY_CONTAINS(run.Errors(), "The serial device /dev/ttycommunication is held by vesmar (process ");
+    VERIFY_CONTAINS(run.Output(), "Measurement it done. The instrument is confirmed to have stopped.\n");
 }
 
 QTEST_GUILESS_MAIN(TestPrograms)
