@@ -6,6 +6,7 @@
 
 #include "client/words/errorguide.h"
 #include "client/words/names.h"
+#include "client/words/translation.h"
 
 namespace VesmarClient
 {
@@ -16,12 +17,6 @@ namespace
 auto Fields(const Failure& failure)
 {
     return std::tie(failure.code, failure.name, failure.whatHappened, failure.causes, failure.nextStep);
-}
-
-/// The words that can end a line, as a sentence of their own.
-QString Sentence(const QString& words)
-{
-    return words.left(1).toUpper() + words.mid(1) + QLatin1Char('.');
 }
 
 } // namespace
@@ -35,7 +30,7 @@ Failure Failure::ofError(Error error)
     const QString name = Name(driverError);
     const ErrorAdvice advice = Advice(driverError);
     return {error, name.isEmpty() ? QString::number(static_cast<int>(error)) : name,
-            Sentence(Meaning(driverError)), advice.causes, advice.nextStep};
+            Capitalized(Meaning(driverError)) + QLatin1Char('.'), advice.causes, advice.nextStep};
 }
 
 bool operator==(const Failure& left, const Failure& right)

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "client/words/named.h"
+#include "client/words/translation.h"
 
 namespace VesmarClient
 {
@@ -84,42 +85,60 @@ constexpr std::array<Named<MeasurementState>, 9> MeasurementStates{{
 /// Every error but the two numbered rows of errors of the instrument's own. Those of the second row that the
 /// library reports as well are in this table.
 constexpr std::array<NamedError, 26> Errors{{
-    {Error::NoErrors, "NoErrors", "no error"},
-    {Error::NoResponse, "NoResponse", "the link is lost: the instrument does not answer"},
-    {Error::RequestRefused, "RequestRefused", "the link is lost: the instrument keeps refusing requests"},
-    {Error::InvalidResponse, "InvalidResponse", "the link is lost: answers keep arriving damaged"},
-    {Error::CommunicationRecovery, "CommunicationRecovery", "the link is being re-established"},
-    {Error::PrepareFailed, "PrepareFailed", "the instrument could not prepare the measurement"},
-    {Error::StartFailed, "StartFailed", "the instrument could not start the measurement"},
-    {Error::MeasurementFailed, "MeasurementFailed", "the measurement ended without a result"},
+    {Error::NoErrors, "NoErrors", QT_TRANSLATE_NOOP("VesmarClient", "no error")},
+    {Error::NoResponse, "NoResponse",
+     QT_TRANSLATE_NOOP("VesmarClient", "the link is lost: the instrument does not answer")},
+    {Error::RequestRefused, "RequestRefused",
+     QT_TRANSLATE_NOOP("VesmarClient", "the link is lost: the instrument keeps refusing requests")},
+    {Error::InvalidResponse, "InvalidResponse",
+     QT_TRANSLATE_NOOP("VesmarClient", "the link is lost: answers keep arriving damaged")},
+    {Error::CommunicationRecovery, "CommunicationRecovery",
+     QT_TRANSLATE_NOOP("VesmarClient", "the link is being re-established")},
+    {Error::PrepareFailed, "PrepareFailed",
+     QT_TRANSLATE_NOOP("VesmarClient", "the instrument could not prepare the measurement")},
+    {Error::StartFailed, "StartFailed",
+     QT_TRANSLATE_NOOP("VesmarClient", "the instrument could not start the measurement")},
+    {Error::MeasurementFailed, "MeasurementFailed",
+     QT_TRANSLATE_NOOP("VesmarClient", "the measurement ended without a result")},
     {Error::UpdateModeChangeFailed, "UpdateModeChangeFailed",
-     "the instrument could not be switched to update mode"},
-    {Error::UpdateDataInvalid, "UpdateDataInvalid", "the firmware image cannot be used"},
+     QT_TRANSLATE_NOOP("VesmarClient", "the instrument could not be switched to update mode")},
+    {Error::UpdateDataInvalid, "UpdateDataInvalid",
+     QT_TRANSLATE_NOOP("VesmarClient", "the firmware image cannot be used")},
     {Error::UpdateConfirmationDataInvalid, "UpdateConfirmationDataInvalid",
-     "the firmware's confirmation data is too short"},
+     QT_TRANSLATE_NOOP("VesmarClient", "the firmware's confirmation data is too short")},
     {Error::UpdateInitializationFailed, "UpdateInitializationFailed",
-     "the instrument refused the update, or a part of the image was not transferred"},
+     QT_TRANSLATE_NOOP("VesmarClient",
+                       "the instrument refused the update, or a part of the image was not transferred")},
     {Error::UpdateConfirmationFailed, "UpdateConfirmationFailed",
-     "the instrument refused the closing confirmation of the update"},
+     QT_TRANSLATE_NOOP("VesmarClient", "the instrument refused the closing confirmation of the update")},
     {Error::RCDFunctionMismatch, "RCDFunctionMismatch",
-     "the instrument reports a function other than the RCD test"},
+     QT_TRANSLATE_NOOP("VesmarClient", "the instrument reports a function other than the RCD test")},
     {Error::RCDIdleStatusAttemptsExhausted, "RCDIdleStatusAttemptsExhausted",
-     "the RCD test stayed idle for too long"},
+     QT_TRANSLATE_NOOP("VesmarClient", "the RCD test stayed idle for too long")},
     {Error::RCDPreparedStatusAttemptsExhausted, "RCDPreparedStatusAttemptsExhausted",
-     "the RCD test stayed prepared for too long"},
-    {Error::RCDCheckObjectFailed, "RCDCheckObjectFailed", "the check of the RCD failed"},
-    {Error::RCDCheckObject2, "RCDCheckObject2", "the check of the RCD failed with the instrument's code 2"},
-    {Error::RCDCheckObject3, "RCDCheckObject3", "the check of the RCD failed with the instrument's code 3"},
-    {Error::RCDCheckObject4, "RCDCheckObject4", "the check of the RCD failed with the instrument's code 4"},
-    {Error::RCDCheckObject7, "RCDCheckObject7", "the check of the RCD failed with the instrument's code 7"},
-    {Error::RCDCheckObject8, "RCDCheckObject8", "the check of the RCD failed with the instrument's code 8"},
-    {Error::RCDCheckObject9, "RCDCheckObject9", "the check of the RCD failed with the instrument's code 9"},
+     QT_TRANSLATE_NOOP("VesmarClient", "the RCD test stayed prepared for too long")},
+    {Error::RCDCheckObjectFailed, "RCDCheckObjectFailed",
+     QT_TRANSLATE_NOOP("VesmarClient", "the check of the RCD failed")},
+    {Error::RCDCheckObject2, "RCDCheckObject2",
+     QT_TRANSLATE_NOOP("VesmarClient", "the check of the RCD failed with the instrument's code 2")},
+    {Error::RCDCheckObject3, "RCDCheckObject3",
+     QT_TRANSLATE_NOOP("VesmarClient", "the check of the RCD failed with the instrument's code 3")},
+    {Error::RCDCheckObject4, "RCDCheckObject4",
+     QT_TRANSLATE_NOOP("VesmarClient", "the check of the RCD failed with the instrument's code 4")},
+    {Error::RCDCheckObject7, "RCDCheckObject7",
+     QT_TRANSLATE_NOOP("VesmarClient", "the check of the RCD failed with the instrument's code 7")},
+    {Error::RCDCheckObject8, "RCDCheckObject8",
+     QT_TRANSLATE_NOOP("VesmarClient", "the check of the RCD failed with the instrument's code 8")},
+    {Error::RCDCheckObject9, "RCDCheckObject9",
+     QT_TRANSLATE_NOOP("VesmarClient", "the check of the RCD failed with the instrument's code 9")},
     {Error::RCDCheckObjectULNIECInvalid, "RCDCheckObjectULNIECInvalid",
-     "the mains voltage does not suit the IEC RCD test"},
+     QT_TRANSLATE_NOOP("VesmarClient", "the mains voltage does not suit the IEC RCD test")},
     {Error::RCDDeviceError0, "RCDDeviceError0",
-     "the RCD test stayed silent, or the instrument reports its error 0 in it"},
+     QT_TRANSLATE_NOOP("VesmarClient",
+                       "the RCD test stayed silent, or the instrument reports its error 0 in it")},
     {Error::RCDDeviceError1, "RCDDeviceError1",
-     "the RCD test ended without a result, or the instrument reports its error 1 in it"},
+     QT_TRANSLATE_NOOP("VesmarClient",
+                       "the RCD test ended without a result, or the instrument reports its error 1 in it")},
 }};
 
 /// The position in a row of numbered enumerators, or -1.
@@ -189,15 +208,18 @@ QString Name(MeasurementState value)
 QString Meaning(Error value)
 {
     if (const auto* const row = FindRow(Errors, value); row != nullptr) {
-        return QString::fromLatin1(row->meaning);
+        return Translated(row->meaning);
     }
     if (const int number = DeviceErrorNumber(value); number >= 0) {
-        return QStringLiteral("the instrument reports its error %1").arg(number);
+        return Translated(QT_TRANSLATE_NOOP("VesmarClient", "the instrument reports its error %1"))
+            .arg(number);
     }
     if (const int number = RCDDeviceErrorNumber(value); number >= 0) {
-        return QStringLiteral("the instrument reports its error %1 in an RCD test").arg(number);
+        return Translated(
+                   QT_TRANSLATE_NOOP("VesmarClient", "the instrument reports its error %1 in an RCD test"))
+            .arg(number);
     }
-    return QStringLiteral("unknown error");
+    return Translated(QT_TRANSLATE_NOOP("VesmarClient", "unknown error"));
 }
 
 } // namespace VesmarClient

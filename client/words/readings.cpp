@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include <QCoreApplication>
+
 #include <Vesmar/hvtestresults.h>
 #include <Vesmar/ideltaresults.h>
 #include <Vesmar/iecresults.h>
@@ -60,53 +62,54 @@ struct NamedReading {
 template <typename Results>
 QVector<NamedReading> ResistanceReadings()
 {
-    return {{"resistance", ValueOf<&Results::_resistance>},
-            {"voltage", ValueOf<&Results::_voltage>},
-            {"current", ValueOf<&Results::_current>}};
+    return {{QT_TRANSLATE_NOOP("VesmarClient", "resistance"), ValueOf<&Results::_resistance>},
+            {QT_TRANSLATE_NOOP("VesmarClient", "voltage"), ValueOf<&Results::_voltage>},
+            {QT_TRANSLATE_NOOP("VesmarClient", "current"), ValueOf<&Results::_current>}};
 }
 
 template <typename Results>
 QVector<NamedReading> LeakageReadings()
 {
-    return {{"current", ValueOf<&Results::_current>}, {"voltage", ValueOf<&Results::_voltage>}};
+    return {{QT_TRANSLATE_NOOP("VesmarClient", "current"), ValueOf<&Results::_current>},
+            {QT_TRANSLATE_NOOP("VesmarClient", "voltage"), ValueOf<&Results::_voltage>}};
 }
 
 QVector<NamedReading> PowerReadings()
 {
-    return {{"energy", ValueOf<&POWERResults::_energy>},
-            {"power", ValueOf<&POWERResults::_power>},
-            {"current", ValueOf<&POWERResults::_current>},
-            {"voltage", ValueOf<&POWERResults::_voltage>},
-            {"power factor", ValueOf<&POWERResults::_powerFactor>},
-            {"apparent power", ValueOf<&POWERResults::_apparentPower>}};
+    return {{QT_TRANSLATE_NOOP("VesmarClient", "energy"), ValueOf<&POWERResults::_energy>},
+            {QT_TRANSLATE_NOOP("VesmarClient", "power"), ValueOf<&POWERResults::_power>},
+            {QT_TRANSLATE_NOOP("VesmarClient", "current"), ValueOf<&POWERResults::_current>},
+            {QT_TRANSLATE_NOOP("VesmarClient", "voltage"), ValueOf<&POWERResults::_voltage>},
+            {QT_TRANSLATE_NOOP("VesmarClient", "power factor"), ValueOf<&POWERResults::_powerFactor>},
+            {QT_TRANSLATE_NOOP("VesmarClient", "apparent power"), ValueOf<&POWERResults::_apparentPower>}};
 }
 
 QVector<NamedReading> HvTestReadings()
 {
-    return {{"maximum voltage", ValueOf<&HVTestResults::_maxVoltage>},
-            {"voltage", ValueOf<&HVTestResults::_voltage>},
-            {"current", ValueOf<&HVTestResults::_current>},
-            {"ULN", ValueOf<&HVTestResults::_uln>},
-            {"primary voltage", ValueOf<&HVTestResults::_upri>},
-            {"PWM", ValueOf<&HVTestResults::_pwm>}};
+    return {{QT_TRANSLATE_NOOP("VesmarClient", "maximum voltage"), ValueOf<&HVTestResults::_maxVoltage>},
+            {QT_TRANSLATE_NOOP("VesmarClient", "voltage"), ValueOf<&HVTestResults::_voltage>},
+            {QT_TRANSLATE_NOOP("VesmarClient", "current"), ValueOf<&HVTestResults::_current>},
+            {QT_TRANSLATE_NOOP("VesmarClient", "ULN"), ValueOf<&HVTestResults::_uln>},
+            {QT_TRANSLATE_NOOP("VesmarClient", "primary voltage"), ValueOf<&HVTestResults::_upri>},
+            {QT_TRANSLATE_NOOP("VesmarClient", "PWM"), ValueOf<&HVTestResults::_pwm>}};
 }
 
 QVector<NamedReading> RlnReadings()
 {
-    return {{"resistance", ValueOf<&RLNResults::_resistance>},
-            {"voltage", ValueOf<&RLNResults::_voltage>},
-            {"current", ValueOf<&RLNResults::_current>},
-            {"ISUB voltage", ValueOf<&RLNResults::_isubVoltage>},
-            {"ISUB current", ValueOf<&RLNResults::_isubCurrent>}};
+    return {{QT_TRANSLATE_NOOP("VesmarClient", "resistance"), ValueOf<&RLNResults::_resistance>},
+            {QT_TRANSLATE_NOOP("VesmarClient", "voltage"), ValueOf<&RLNResults::_voltage>},
+            {QT_TRANSLATE_NOOP("VesmarClient", "current"), ValueOf<&RLNResults::_current>},
+            {QT_TRANSLATE_NOOP("VesmarClient", "ISUB voltage"), ValueOf<&RLNResults::_isubVoltage>},
+            {QT_TRANSLATE_NOOP("VesmarClient", "ISUB current"), ValueOf<&RLNResults::_isubCurrent>}};
 }
 
 QVector<NamedReading> IecReadings()
 {
-    return {{"result", ValueOf<&IECResults::_result>},
-            {"voltage", ValueOf<&IECResults::_voltage>},
-            {"ULN", ValueOf<&IECResults::_uln>},
-            {"step", ValueOf<&IECResults::_step>},
-            {"delay", ValueOf<&IECResults::_delay>}};
+    return {{QT_TRANSLATE_NOOP("VesmarClient", "result"), ValueOf<&IECResults::_result>},
+            {QT_TRANSLATE_NOOP("VesmarClient", "voltage"), ValueOf<&IECResults::_voltage>},
+            {QT_TRANSLATE_NOOP("VesmarClient", "ULN"), ValueOf<&IECResults::_uln>},
+            {QT_TRANSLATE_NOOP("VesmarClient", "step"), ValueOf<&IECResults::_step>},
+            {QT_TRANSLATE_NOOP("VesmarClient", "delay"), ValueOf<&IECResults::_delay>}};
 }
 
 /// The readings of a function, in the order in which they are shown.
@@ -114,9 +117,9 @@ QVector<NamedReading> NamedReadings(MeasurementType function)
 {
     switch (function) {
     case MeasurementType::Monitoring:
-        return {{"ULN", ValueOf<&MonitoringResults::_uln>},
-                {"UNPE", ValueOf<&MonitoringResults::_unpe>},
-                {"frequency", ValueOf<&MonitoringResults::_frequency>}};
+        return {{QT_TRANSLATE_NOOP("VesmarClient", "ULN"), ValueOf<&MonitoringResults::_uln>},
+                {QT_TRANSLATE_NOOP("VesmarClient", "UNPE"), ValueOf<&MonitoringResults::_unpe>},
+                {QT_TRANSLATE_NOOP("VesmarClient", "frequency"), ValueOf<&MonitoringResults::_frequency>}};
     case MeasurementType::RLN:
         return RlnReadings();
     case MeasurementType::RPE:
@@ -130,17 +133,18 @@ QVector<NamedReading> NamedReadings(MeasurementType function)
     case MeasurementType::IDELTA:
         return LeakageReadings<IDELTAResults>();
     case MeasurementType::IT:
-        return {{"current", ValueOf<&ITResults::_current>}};
+        return {{QT_TRANSLATE_NOOP("VesmarClient", "current"), ValueOf<&ITResults::_current>}};
     case MeasurementType::POWER:
         return PowerReadings();
     case MeasurementType::HVTest:
         return HvTestReadings();
     case MeasurementType::RCD:
-        return {{"Re", ValueOf<&RCDResults::_re>},
-                {"Ia", ValueOf<&RCDResults::_ia>},
-                {"Ta", ValueOf<&RCDResults::_ta>}};
+        return {{QT_TRANSLATE_NOOP("VesmarClient", "Re"), ValueOf<&RCDResults::_re>},
+                {QT_TRANSLATE_NOOP("VesmarClient", "Ia"), ValueOf<&RCDResults::_ia>},
+                {QT_TRANSLATE_NOOP("VesmarClient", "Ta"), ValueOf<&RCDResults::_ta>}};
     case MeasurementType::RCDIEC:
-        return {{"Ia", ValueOf<&RCDIECResults::_ia>}, {"Ta", ValueOf<&RCDIECResults::_ta>}};
+        return {{QT_TRANSLATE_NOOP("VesmarClient", "Ia"), ValueOf<&RCDIECResults::_ia>},
+                {QT_TRANSLATE_NOOP("VesmarClient", "Ta"), ValueOf<&RCDIECResults::_ta>}};
     case MeasurementType::IEC:
         return IecReadings();
     default:

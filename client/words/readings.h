@@ -16,7 +16,8 @@ struct DriverReading {
 /// Whether the instrument has given a value for this reading.
 bool IsPresent(float reading);
 
-/// The names of a function's readings, in order; none for a function without named readings.
+/// The names of a function's readings, in order; none for a function without named readings. They can be
+/// translated.
 QVector<const char*> ReadingNames(Vesmar::MeasurementType function);
 
 /// The readings of a result that have names, in the order of `ReadingNames`.
