@@ -3,6 +3,7 @@
 #include <array>
 #include <charconv>
 
+#include "client/values/catalogue.h"
 #include "client/words/readings.h"
 
 namespace VesmarClient
@@ -29,15 +30,16 @@ Identity IdentityOf(const Vesmar::TesterInformation& information)
 
 Result ResultOf(const Vesmar::MeasurementResults& results, const QDateTime& when)
 {
+    const Function function = FunctionOf(results.GetMeasurementType());
+    const QVector<ReadingInfo> known = ReadingInfosOf(function);
     QVector<Reading> readings;
     for (const DriverReading& given : ReadingsOf(results)) {
-        Reading reading;
-        reading.name = QString::fromLatin1(given.name);
-        reading.isPresent = IsPresent(given.value);
-        reading.value = reading.isPresent ? ShortestDecimal(given.value) : 0;
-        readings.append(reading);
+        const ReadingInfo& info = known.at(readings.size());
+        const bool isPresent = IsPresent(given.value);
+        readings.append({info.identifier, isPresent ? ShortestDecimal(given.value) : 0, isPresent, info.unit,
+                         info.decimals});
     }
-    return {FunctionOf(results.GetMeasurementType()), readings, when};
+    return {function, readings, when};
 }
 
 } // namespace VesmarClient

@@ -1,9 +1,13 @@
 #include <VesmarClient/functions.h>
 
 #include <algorithm>
-#include <tuple>
 
-#include <QDebug>
+#include "client/values/catalogue.h"
+#include "client/values/conversions.h"
+#include "client/values/options.h"
+#include "client/values/units.h"
+#include "client/words/readings.h"
+#include "client/words/translation.h"
 
 namespace VesmarClient
 {
@@ -11,103 +15,74 @@ namespace VesmarClient
 namespace
 {
 
-auto Fields(const Choice& choice)
+FunctionInfo InfoOf(const CatalogueRow& row)
 {
-    return std::tie(choice.identifier, choice.title);
+    FunctionInfo info;
+    info.function = row.function;
+    info.identifier = QLatin1String(row.identifier);
+    info.title = Translated(row.title);
+    info.kind = row.kind;
+    info.isDangerous = row.kind == FunctionKind::HighVoltage;
+    const bool hasTime = row.kind == FunctionKind::Continuous || info.isDangerous;
+    if (hasTime && row.function != Function::Monitoring) {
+        info.options.append(Options::Time());
+    }
+    info.options += row.options();
+    info.readings = ReadingInfosOf(row.function);
+    return info;
 }
 
-auto Fields(const Option& option)
+template <typename Condition>
+FunctionInfo Find(size_t count, Condition&& isWanted)
 {
-    return std::tie(option.identifier, option.title, option.kind, option.choices, option.minimum,
-                    option.maximum, option.special, option.unit, option.defaultValue, option.mayStayUnset);
-}
-
-auto Fields(const ReadingInfo& reading)
-{
-    return std::tie(reading.identifier, reading.title, reading.unit, reading.decimals);
-}
-
-auto Fields(const FunctionInfo& function)
-{
-    return std::tie(function.function, function.identifier, function.title, function.kind,
-                    function.isDangerous, function.options, function.readings);
-}
-
-/// Writes "NAME(identifier)": the catalogue tells the rest.
-QDebug WriteIdentified(QDebug debug, const char* name, const QString& identifier)
-{
-    const QDebugStateSaver saver(debug);
-    debug.nospace().noquote() << name << '(' << identifier << ')';
-    return debug;
+    const auto* const end = AllFunctions.cbegin() + count;
+    const auto* const found = std::find_if(AllFunctions.cbegin(), end, isWanted);
+    return found != end ? InfoOf(*found) : FunctionInfo();
 }
 
 } // namespace
 
-Option FunctionInfo::option(const QString& name) const
+QVector<ReadingInfo> ReadingInfosOf(Function function)
 {
-    const auto found = std::find_if(options.cbegin(), options.cend(),
-                                    [&name](const Option& option) { return option.identifier == name; });
-    return found != options.cend() ? *found : Option();
+    const Units units = UnitsInUse().Current();
+    QVector<ReadingInfo> readings;
+    for (const char* name : ReadingNames(TypeOf(function))) {
+        const QString identifier = QLatin1String(name);
+        const ReadingUnit unit = units.value({static_cast<int>(function), identifier});
+        readings.append({identifier, Capitalized(Translated(name)), unit.unit, unit.decimals});
+    }
+    return readings;
 }
 
-bool operator==(const Choice& left, const Choice& right)
+QVector<FunctionInfo> Functions::all()
 {
-    return Fields(left) == Fields(right);
+    QVector<FunctionInfo> functions;
+    std::transform(AllFunctions.cbegin(), AllFunctions.cbegin() + MeasurableCount,
+                   std::back_inserter(functions), InfoOf);
+    return functions;
 }
 
-bool operator!=(const Choice& left, const Choice& right)
+FunctionInfo Functions::find(const QString& identifier)
 {
-    return !(left == right);
+    return Find(MeasurableCount, [&identifier](const CatalogueRow& row) {
+        return identifier == QLatin1String(row.identifier);
+    });
 }
 
-QDebug operator<<(QDebug debug, const Choice& choice)
+FunctionInfo Functions::find(Function function)
 {
-    return WriteIdentified(debug, "Choice", choice.identifier);
+    return Find(AllFunctions.size(),
+                [function](const CatalogueRow& row) { return row.function == function; });
 }
 
-bool operator==(const Option& left, const Option& right)
+Failure Functions::readUnits(const QString& path)
 {
-    return Fields(left) == Fields(right);
+    return UnitsInUse().Replace(path);
 }
 
-bool operator!=(const Option& left, const Option& right)
+Failure Functions::unitsFailure()
 {
-    return !(left == right);
-}
-
-QDebug operator<<(QDebug debug, const Option& option)
-{
-    return WriteIdentified(debug, "Option", option.identifier);
-}
-
-bool operator==(const ReadingInfo& left, const ReadingInfo& right)
-{
-    return Fields(left) == Fields(right);
-}
-
-bool operator!=(const ReadingInfo& left, const ReadingInfo& right)
-{
-    return !(left == right);
-}
-
-QDebug operator<<(QDebug debug, const ReadingInfo& reading)
-{
-    return WriteIdentified(debug, "ReadingInfo", reading.identifier);
-}
-
-bool operator==(const FunctionInfo& left, const FunctionInfo& right)
-{
-    return Fields(left) == Fields(right);
-}
-
-bool operator!=(const FunctionInfo& left, const FunctionInfo& right)
-{
-    return !(left == right);
-}
-
-QDebug operator<<(QDebug debug, const FunctionInfo& function)
-{
-    return WriteIdentified(debug, "FunctionInfo", function.identifier);
+    return UnitsInUse().DefaultFailure();
 }
 
 } // namespace VesmarClient

@@ -2,15 +2,22 @@
 
 #include <QDebug>
 
+#include "client/values/catalogue.h"
+#include "client/values/validation.h"
+
 namespace VesmarClient
 {
 
 Settings::Settings(const char* function) : Settings(QString::fromUtf8(function)) {}
 
-Settings::Settings(const QString& function, const QVariantMap& options)
-    : _function(function), _options(options)
+Settings::Settings(const QString& function, const QVariantMap& options) : _function(function)
 {
+    for (auto option = options.cbegin(); option != options.cend(); ++option) {
+        set(option.key(), option.value());
+    }
 }
+
+Settings::Settings(Function function) : _function(Functions::find(function).identifier) {}
 
 Settings& Settings::set(const char* option, const QVariant& value)
 {
@@ -19,12 +26,24 @@ Settings& Settings::set(const char* option, const QVariant& value)
 
 Settings& Settings::set(const QString& option, const QVariant& value)
 {
-    if (value.isValid()) {
+    const bool isNull = value.userType() == QMetaType::Nullptr; // What QML knows as null.
+    if (value.isValid() && !isNull) {
         _options.insert(option, value);
     } else {
         _options.remove(option);
     }
     return *this;
+}
+
+QVariant Settings::value(const QString& option) const
+{
+    const QVariant value = _options.value(option);
+    return value.isValid() ? value : Functions::find(_function).option(option).defaultValue;
+}
+
+QVector<SettingsProblem> Settings::validate() const
+{
+    return ProblemsOf(*this);
 }
 
 bool operator==(const Settings& left, const Settings& right)

@@ -26,6 +26,7 @@ struct VESMARCLIENT_EXPORT Option {
     Q_GADGET
     Q_PROPERTY(QString identifier MEMBER identifier)
     Q_PROPERTY(QString title MEMBER title)
+    Q_PROPERTY(QString description MEMBER description)
     Q_PROPERTY(VesmarClient::OptionKind kind MEMBER kind)
     Q_PROPERTY(QVector<VesmarClient::Choice> choices MEMBER choices)
     Q_PROPERTY(double minimum MEMBER minimum)
@@ -36,8 +37,9 @@ struct VESMARCLIENT_EXPORT Option {
     Q_PROPERTY(bool mayStayUnset MEMBER mayStayUnset)
 
 public:
-    QString identifier; ///< Such as "time"; the name of the command line's option without its dashes.
-    QString title;      ///< For people, translated.
+    QString identifier;  ///< Such as "time"; the name of the command line's option without its dashes.
+    QString title;       ///< For people, translated.
+    QString description; ///< A line about it for people, translated.
     OptionKind kind = OptionKind::Choice;
     QVector<Choice> choices; ///< For `Choice`.
     double minimum = 0;      ///< For `Integer` and `Decimal`.
