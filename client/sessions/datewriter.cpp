@@ -30,6 +30,7 @@ void DateWriter::Set(const QDateTime& value)
 void DateWriter::Ask()
 {
     (_tester.*_date.retrieve)();
+    Q_EMIT Asked();
 }
 
 void DateWriter::ReceiveDate(const QDateTime& value)

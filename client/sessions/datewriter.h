@@ -34,6 +34,8 @@ public:
     void Set(const QDateTime& value);
 
 Q_SIGNALS:
+    /// The date has been sent, and the instrument is being asked for its own.
+    void Asked();
     /// Emitted once.
     void Reported(const QDateTime& value);
 

@@ -11,18 +11,23 @@ namespace VesmarClient
 class VESMARCLIENT_EXPORT DateJob : public Job
 {
     Q_OBJECT
-    Q_PROPERTY(QDateTime reported READ reported NOTIFY finished)
+    Q_PROPERTY(QDateTime reported READ reported NOTIFY reportedChanged)
 
 public:
     /// The date that the instrument itself has reported after it was set; invalid before. The fields are what
     /// a clock on the wall shows: the instrument knows no time zones.
     QDateTime reported() const { return _reported; }
 
+Q_SIGNALS:
+    void reportedChanged(const QDateTime& value);
+
 protected:
     using Job::Job;
 
 private:
     friend class Instrument;
+
+    void receiveReported(const QDateTime& value);
 
     QDateTime _reported;
 };

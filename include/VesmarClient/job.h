@@ -54,6 +54,7 @@ protected:
 
 private:
     friend class Instrument;
+    friend struct JobState;
 
     std::unique_ptr<JobState> _state;
 };

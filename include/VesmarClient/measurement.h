@@ -20,8 +20,8 @@ class VESMARCLIENT_EXPORT Measurement : public Job
     Q_PROPERTY(VesmarClient::Result latest READ latest NOTIFY reading)
     Q_PROPERTY(qint64 age READ age NOTIFY ageChanged)
     Q_PROPERTY(QVector<VesmarClient::Gap> gaps READ gaps NOTIFY gapsChanged)
-    Q_PROPERTY(qint64 remaining READ remaining NOTIFY elapsedChanged)
-    Q_PROPERTY(bool isStopConfirmed READ isStopConfirmed NOTIFY finished)
+    Q_PROPERTY(qint64 remaining READ remaining NOTIFY remainingChanged)
+    Q_PROPERTY(bool isStopConfirmed READ isStopConfirmed NOTIFY isStopConfirmedChanged)
     Q_PROPERTY(int keepAliveInterval READ keepAliveInterval WRITE setKeepAliveInterval NOTIFY
                    keepAliveIntervalChanged)
 
@@ -59,6 +59,10 @@ Q_SIGNALS:
     void ageChanged(qint64 milliseconds);
     /// A gap has begun, has become longer by about a second, or is over.
     void gapsChanged();
+    /// Emitted about once a second while it is known.
+    void remainingChanged(qint64 milliseconds);
+    /// Emitted before `finished` where the stop is confirmed.
+    void isStopConfirmedChanged(bool isStopConfirmed);
     void keepAliveIntervalChanged(int milliseconds);
 
 private:

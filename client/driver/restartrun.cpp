@@ -1,0 +1,66 @@
+#include "client/driver/restartrun.h"
+
+#include "client/driver/failures.h"
+#include "client/line/diagnosis.h"
+
+namespace VesmarClient
+{
+
+namespace
+{
+
+using Vesmar::Tester;
+
+/// How long the instrument may take to be back.
+constexpr std::chrono::milliseconds RestartTime{30000};
+
+} // namespace
+
+RestartRun::RestartRun() : LimitedRun(RestartTime) {}
+
+bool RestartRun::MayBegin(LinkState state) const
+{
+    return state == LinkState::Up || state == LinkState::UpdateMode;
+}
+
+/// An identity that was asked for earlier must not count as read after the restart. In update mode the driver
+/// reads none.
+void RestartRun::Work()
+{
+    if (Instrument().TesterMode() == Vesmar::OperationMode::Update) {
+        Restart();
+        return;
+    }
+    AwaitReadiness([this] { Restart(); });
+    Instrument().RetrieveDeviceInformation();
+}
+
+void RestartRun::Restart()
+{
+    Q_EMIT PhaseChanged(Phase::Restarting);
+    connect(&Instrument(), &Tester::ErrorCodeChanged, this, &RestartRun::ReceiveError);
+    AwaitReadiness([this] { End(Outcome::Completed); });
+    Instrument().RestartTester();
+}
+
+/// The driver reports no error for a restart that lasts long, but for a link that is lost.
+void RestartRun::ReceiveError(Vesmar::Error error)
+{
+    if (IsLinkError(error)) {
+        End(Outcome::LinkLost, LinkLost("It is not known whether the instrument has restarted.", error));
+    }
+}
+
+void RestartRun::Abort()
+{
+    End(Outcome::Aborted);
+}
+
+void RestartRun::TimeOver()
+{
+    End(Outcome::Failed,
+        FailureNamed("not-confirmed", "The instrument has not come back from its restart in time.",
+                     "Check cable and power, or switch the instrument off and on again."));
+}
+
+} // namespace VesmarClient

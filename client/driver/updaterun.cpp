@@ -1,0 +1,192 @@
+#include "client/driver/updaterun.h"
+
+#include "client/driver/updatefailure.h"
+
+namespace VesmarClient
+{
+
+using Vesmar::OperationState;
+using Vesmar::Tester;
+
+namespace
+{
+
+/// How long the instrument may take to change its mode, and to come back in the end.
+constexpr std::chrono::milliseconds ConfirmTime{30000};
+constexpr std::chrono::milliseconds UntilALossShows{1000};
+
+std::unique_ptr<QTimer> SingleShot(std::chrono::milliseconds time)
+{
+    auto timer = std::make_unique<QTimer>();
+    timer->setSingleShot(true);
+    timer->setInterval(time);
+    return timer;
+}
+
+Phase PhaseOf(UpdateSession::Phase phase)
+{
+    switch (phase) {
+    case UpdateSession::Phase::Connecting:
+        return Phase::Waiting;
+    case UpdateSession::Phase::ChangingMode:
+        return Phase::ChangingMode;
+    case UpdateSession::Phase::Initializing:
+        return Phase::Initializing;
+    case UpdateSession::Phase::Sending:
+        return Phase::Sending;
+    case UpdateSession::Phase::Restarting:
+        return Phase::Restarting;
+    case UpdateSession::Phase::Ended:
+        break;
+    }
+    return Phase::Finished;
+}
+
+Outcome OutcomeOf(UpdateSession::Outcome outcome)
+{
+    switch (outcome) {
+    case UpdateSession::Outcome::Updated:
+        return Outcome::Completed;
+    case UpdateSession::Outcome::Interrupted:
+        return Outcome::Aborted;
+    case UpdateSession::Outcome::LinkLost:
+    case UpdateSession::Outcome::NotBack:
+        return Outcome::LinkLost;
+    default:
+        return Outcome::Failed;
+    }
+}
+
+} // namespace
+
+UpdateRun::UpdateRun(QByteArray image, QByteArray confirmation)
+    : _image(std::move(image)),
+      _confirmation(std::move(confirmation)),
+      _session(_image.size() / SectorSize, false)
+{
+}
+
+bool UpdateRun::MayBegin(LinkState state) const
+{
+    return state == LinkState::Up || state == LinkState::UpdateMode;
+}
+
+void UpdateRun::Begin()
+{
+    _limit = SingleShot(ConfirmTime);
+    connect(_limit.get(), &QTimer::timeout, this, [this] {
+        _session.TimeOver(Instrument().OperationStatus());
+        EnterPhase();
+    });
+    _modeCheck = SingleShot(UntilALossShows);
+    connect(_modeCheck.get(), &QTimer::timeout, this, [this] {
+        _session.CheckMode(Picture());
+        EnterPhase();
+    });
+    WatchInstrument();
+    Q_EMIT VersionBefore(Instrument().DeviceInformation()->Version);
+    _session.Begin();
+    EnterPhase();
+    Instrument().UpdateTester(_image, _confirmation);
+}
+
+void UpdateRun::WatchInstrument()
+{
+    const Tester* tester = &Instrument();
+    connect(tester, &Tester::DeviceInformationChanged, this, &UpdateRun::ReceiveIdentity);
+    connect(tester, &Tester::OperationStatusChanged, this, &UpdateRun::ObserveInstrument);
+    connect(tester, &Tester::ErrorCodeChanged, this, &UpdateRun::ObserveInstrument);
+    connect(tester, &Tester::OperationProgressChanged, this, &UpdateRun::ObserveInstrument);
+    connect(tester, &Tester::TesterModeChanged, this, &UpdateRun::ObserveInstrument);
+}
+
+UpdatePicture UpdateRun::Picture() const
+{
+    const Tester& tester = Instrument();
+    return {tester.ErrorCode(), tester.OperationStatus(), tester.OperationProgress(), tester.TesterMode()};
+}
+
+void UpdateRun::ReceiveIdentity()
+{
+    if (_session.CurrentPhase() == SessionPhase::Restarting) {
+        Q_EMIT VersionAfter(Instrument().DeviceInformation()->Version);
+        _session.IdentityRead(Instrument().TesterMode());
+        EnterPhase();
+    }
+}
+
+void UpdateRun::ObserveInstrument()
+{
+    _session.Observe(Picture());
+    if (_session.ConfirmedSectors() != _sectors) {
+        _sectors = _session.ConfirmedSectors();
+        Q_EMIT Progressed(_sectors);
+    }
+    EnterPhase();
+    AwaitMode();
+}
+
+/// Each phase has a time limit of its own, except the sending.
+void UpdateRun::EnterPhase()
+{
+    if (_session.CurrentPhase() == _phase) {
+        return;
+    }
+    _phase = _session.CurrentPhase();
+    if (_phase == SessionPhase::Ended) {
+        End();
+        return;
+    }
+    Q_EMIT PhaseChanged(PhaseOf(_phase));
+    if (_phase == SessionPhase::ChangingMode || _phase == SessionPhase::Restarting) {
+        _limit->start();
+    } else {
+        _limit->stop();
+    }
+}
+
+/// The driver has left the update. Unless the link is lost, the instrument then reports the mode that it
+/// stays in.
+void UpdateRun::AwaitMode()
+{
+    if (_session.CurrentPhase() == SessionPhase::Restarting &&
+        Instrument().OperationStatus() == OperationState::Idle && !_modeCheck->isActive()) {
+        _modeCheck->start();
+    }
+}
+
+void UpdateRun::Abort()
+{
+    constexpr int NoSignal = 0;
+    if (_session.Interrupt(Instrument().OperationStatus(), NoSignal)) {
+        EnterPhase();
+    }
+}
+
+/// The driver keeps the request of an update that has not begun, and would carry it out once it can: it is
+/// disabled, and the host begins with a new one. Not in the middle of a signal of its own.
+void UpdateRun::End()
+{
+    _limit->stop();
+    _modeCheck->stop();
+    Instrument().disconnect(this);
+    if (_session.EndedIn() == SessionPhase::ChangingMode) {
+        QMetaObject::invokeMethod(this, &UpdateRun::WithdrawRequest, Qt::QueuedConnection);
+    } else {
+        Conclude();
+    }
+}
+
+void UpdateRun::WithdrawRequest()
+{
+    Instrument().Disable();
+    _session.LinkClosed(Picture());
+    Conclude();
+}
+
+void UpdateRun::Conclude()
+{
+    Q_EMIT Finished(OutcomeOf(_session.CurrentOutcome()), ReasonOf(_session, Instrument().ErrorCode()));
+}
+
+} // namespace VesmarClient

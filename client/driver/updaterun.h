@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QByteArray>
+#include <QTimer>
+
+#include <memory>
+
+#include <Vesmar/tester.h>
+
+#include "client/driver/run.h"
+#include "client/sessions/updatesession.h"
+
+namespace VesmarClient
+{
+
+/// Sends the instrument its firmware, and lets a session observe it.
+class UpdateRun : public Run
+{
+    Q_OBJECT
+
+public:
+    /// The number of bytes in each of the pieces in which the instrument receives its firmware.
+    static constexpr int SectorSize = 512;
+
+    UpdateRun(QByteArray image, QByteArray confirmation);
+
+    bool MayBegin(LinkState state) const override;
+    void Begin() override;
+    /// Does nothing while an end would leave the instrument without firmware.
+    void Abort() override;
+
+Q_SIGNALS:
+    /// At least so many sectors are confirmed.
+    void Progressed(int sectors);
+    /// The firmware's version before the update; empty where the instrument does not tell one.
+    void VersionBefore(const QString& version);
+    /// The version with which the instrument is back.
+    void VersionAfter(const QString& version);
+
+private:
+    using SessionPhase = UpdateSession::Phase;
+
+    void WatchInstrument();
+    UpdatePicture Picture() const;
+    void ReceiveIdentity();
+    void ObserveInstrument();
+    void EnterPhase();
+    void AwaitMode();
+    void End();
+    void WithdrawRequest();
+    void Conclude();
+
+    Vesmar::Tester& Instrument() const { return *Vesmar::Tester::Instance(); }
+
+    QByteArray _image;
+    QByteArray _confirmation;
+    UpdateSession _session;
+    SessionPhase _phase = SessionPhase::Connecting;
+    int _sectors = 0; ///< That were told last.
+    std::unique_ptr<QTimer> _limit;
+    std::unique_ptr<QTimer> _modeCheck;
+};
+
+} // namespace VesmarClient
