@@ -28,6 +28,19 @@ if(VESMAR_SANITIZE)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
+if(VESMAR_SANITIZE_THREADS)
+  add_compile_options(-fsanitize=thread -g1)
+  add_link_options(-fsanitize=thread)
+  add_library(vesmar_thread_sanitizer OBJECT "${PROJECT_SOURCE_DIR}/tests/support/threadsanitizer.cpp")
+  set_target_properties(vesmar_thread_sanitizer PROPERTIES AUTOMOC OFF)
+  target_include_directories(vesmar_thread_sanitizer PRIVATE "${PROJECT_SOURCE_DIR}/tests")
+  target_link_libraries(vesmar_thread_sanitizer PRIVATE Qt5::Core)
+  # Every program has it, and no library.
+  target_sources(
+    vesmar_compiler_options
+    INTERFACE $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:$<TARGET_OBJECTS:vesmar_thread_sanitizer>>)
+endif()
+
 if(VESMAR_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -g1)
   add_link_options(-fsanitize=address,undefined)

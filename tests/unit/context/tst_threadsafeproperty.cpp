@@ -26,7 +26,9 @@
 using Vesmar::Notifible;
 using Vesmar::ThreadSafeProperty;
 
-#ifndef __SANITIZE_ADDRESS__
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#define VESMAR_ALLOCATOR_IS_THE_SANITIZERS
+#else
 
 namespace
 {
@@ -152,7 +154,7 @@ void TestThreadSafeProperty::SetOfThePresentValueAnnouncesNothing()
 
 void TestThreadSafeProperty::SetOfThePresentValueAllocatesNothing()
 {
-#ifdef __SANITIZE_ADDRESS__
+#ifdef VESMAR_ALLOCATOR_IS_THE_SANITIZERS
     QSKIP("The sanitizer has the allocator to itself.");
 #else
     ThreadSafeProperty<int> number;
