@@ -1,7 +1,6 @@
 // Measures the protective-earth resistance for three seconds, and shows the readings as they arrive.
 #include <QCoreApplication>
 #include <QDebug>
-#include <QLoggingCategory>
 #include <QTimer>
 #include <Vesmar/rperesults.h>
 #include <Vesmar/rpesettings.h>
@@ -66,7 +65,6 @@ private:
 int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
-    QLoggingCategory::setFilterRules("default.warning=false"); // the library's own trace
     const Measurement measurement;
     QTimer::singleShot(30000, [] {
         qCritical() << "Not done in time; the instrument may still be running. Switch it off.";

@@ -1,18 +1,16 @@
 #include <QCoreApplication>
 #include <QDebug>
-#include <QLoggingCategory>
 #include <Vesmar/monitoringresults.h>
 #include <Vesmar/tester.h>
 
 int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
-    QLoggingCategory::setFilterRules("default.warning=false"); // the library's own trace
     Vesmar::Tester* tester = Vesmar::Tester::Instance();
     QObject::connect(tester, &Vesmar::Tester::TestResultsChanged, [](Vesmar::MeasurementResults* results) {
         if (results->GetMeasurementType() == Vesmar::MeasurementType::Monitoring) {
             const auto* mains = static_cast<Vesmar::MonitoringResults*>(results);
-            qInfo() << "The mains:" << mains->_uln << "V," << mains->_frequency << "Hz";
+            qInfo() << "The mains:" << mains->_uln << mains->_frequency;
             QCoreApplication::quit();
         }
     });
