@@ -38,7 +38,7 @@ constexpr VerbTexts Texts{
     "Example, without an instrument:\n"
     "  vesmar-simulator run -- vesmar calibration set 2026-11-21\n"};
 
-constexpr InstrumentDate Calibration{&Tester::CalibrationDateTimeChanged,
+constexpr InstrumentDate Calibration{&Tester::CalibrationDateTime, &Tester::CalibrationDateTimeChanged,
                                      &Tester::ConfigureCalibrationDateTime,
                                      &Tester::RetrieveCalibrationDateTime};
 

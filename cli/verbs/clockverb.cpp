@@ -43,8 +43,8 @@ constexpr VerbTexts Texts{
     "Example, without an instrument:\n"
     "  vesmar-simulator run -- vesmar clock set 2026-11-21T18:00:00\n"};
 
-constexpr InstrumentDate Clock{&Tester::CurrentDateTimeChanged, &Tester::ConfigureCurrentDateTime,
-                               &Tester::RetrieveCurrentDateTime};
+constexpr InstrumentDate Clock{&Tester::CurrentDateTime, &Tester::CurrentDateTimeChanged,
+                               &Tester::ConfigureCurrentDateTime, &Tester::RetrieveCurrentDateTime};
 
 /// The clock has no fractions of a second.
 QDateTime NearestSecond(const QDateTime& value)

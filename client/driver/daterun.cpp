@@ -17,19 +17,17 @@ using Vesmar::Tester;
 /// How long the instrument may take to do it and to report it.
 constexpr std::chrono::milliseconds ConfirmTime{30000};
 
-constexpr InstrumentDate Clock{&Tester::CurrentDateTimeChanged, &Tester::ConfigureCurrentDateTime,
-                               &Tester::RetrieveCurrentDateTime};
-constexpr InstrumentDate Calibration{&Tester::CalibrationDateTimeChanged,
+constexpr InstrumentDate Clock{&Tester::CurrentDateTime, &Tester::CurrentDateTimeChanged,
+                               &Tester::ConfigureCurrentDateTime, &Tester::RetrieveCurrentDateTime};
+constexpr InstrumentDate Calibration{&Tester::CalibrationDateTime, &Tester::CalibrationDateTimeChanged,
                                      &Tester::ConfigureCalibrationDateTime,
                                      &Tester::RetrieveCalibrationDateTime};
 
-/// The time of day is not sent. The instrument reports midnight, which is never the same instant as this, in
-/// whatever time zone the driver has it.
-QDateTime AfternoonOf(const QDate& date)
+/// The time of day is not sent: the instrument reports midnight, which differs from this.
+QDateTime NoonOf(const QDate& date)
 {
-    constexpr int Hour = 12;
-    constexpr int Second = 1;
-    return {date, QTime(Hour, 0, Second), Qt::UTC};
+    constexpr int Noon = 12;
+    return {date, QTime(Noon, 0), Qt::UTC};
 }
 
 } // namespace
@@ -72,19 +70,26 @@ void DateRun::CheckReported(const QDateTime& value)
         End(Outcome::Completed);
     } else {
         End(Outcome::Failed,
-            FailureNamed("not-set", "The instrument did not take the date: it reports another.",
-                         "Set it again. If that does not help, have the instrument repaired."));
+            FailureNamed(
+                "not-set",
+                QT_TRANSLATE_NOOP("VesmarClient",
+                                  "The instrument did not take the date: it reports another."),
+                QT_TRANSLATE_NOOP("VesmarClient",
+                                  "Set it again. If that does not help, have the instrument repaired.")));
     }
 }
 
 void DateRun::TimeOver()
 {
-    constexpr char NotDone[] = "The instrument has not reported the date as set.";
+    constexpr char NotDone[] =
+        QT_TRANSLATE_NOOP("VesmarClient", "The instrument has not reported the date as set.");
     const Vesmar::Error error = Instrument().ErrorCode();
     if (IsLinkError(error)) {
         End(Outcome::LinkLost, LinkLost(NotDone, error));
     } else {
-        End(Outcome::Failed, FailureNamed("not-confirmed", NotDone, "Read the date, and set it again."));
+        End(Outcome::Failed,
+            FailureNamed("not-confirmed", NotDone,
+                         QT_TRANSLATE_NOOP("VesmarClient", "Read the date, and set it again.")));
     }
 }
 
@@ -96,7 +101,7 @@ bool ClockRun::IsSet(const QDateTime& reported, qint64 sinceSet) const
     return reported.isValid() && std::abs(Value().addMSecs(sinceSet).msecsTo(reported)) <= Tolerance;
 }
 
-CalibrationRun::CalibrationRun(const QDate& value) : DateRun(Calibration, AfternoonOf(value)) {}
+CalibrationRun::CalibrationRun(const QDate& value) : DateRun(Calibration, NoonOf(value)) {}
 
 bool CalibrationRun::IsSet(const QDateTime& reported, qint64 /*sinceSet*/) const
 {

@@ -1,21 +1,10 @@
 #include "client/driver/failures.h"
 
-#include <QCoreApplication>
-
 #include "client/line/diagnosis.h"
+#include "client/words/translation.h"
 
 namespace VesmarClient
 {
-
-namespace
-{
-
-QString Translated(const char* text)
-{
-    return QCoreApplication::translate("VesmarClient", text);
-}
-
-} // namespace
 
 Failure FailureNamed(const char* name, const char* whatHappened, const char* nextStep)
 {
@@ -24,24 +13,31 @@ Failure FailureNamed(const char* name, const char* whatHappened, const char* nex
 
 Failure Busy()
 {
-    return FailureNamed("busy", "Another job is under way.", "Wait until it has finished, or abort it.");
+    return FailureNamed("busy", QT_TRANSLATE_NOOP("VesmarClient", "Another job is under way."),
+                        QT_TRANSLATE_NOOP("VesmarClient", "Wait until it has finished, or abort it."));
 }
 
 Failure NotConnected(LinkState state)
 {
     if (state == LinkState::UpdateMode) {
-        return FailureNamed("update-mode", "The instrument is in update mode (3) and waits for firmware.",
-                            "Send it its firmware, or restart it.");
+        return FailureNamed(
+            "update-mode",
+            QT_TRANSLATE_NOOP("VesmarClient", "The instrument is in update mode (3) and waits for firmware."),
+            QT_TRANSLATE_NOOP("VesmarClient", "Send it its firmware, or restart it."));
     }
-    return FailureNamed("not-connected", "The link to the instrument is not up.",
-                        "Open the line, check cable and power, and wait until the link is up.");
+    return FailureNamed(
+        "not-connected", QT_TRANSLATE_NOOP("VesmarClient", "The link to the instrument is not up."),
+        QT_TRANSLATE_NOOP("VesmarClient",
+                          "Open the line, check cable and power, and wait until the link is up."));
 }
 
 Failure LinkLost(const char* notDone, Vesmar::Error error)
 {
-    Failure failure = FailureNamed("link-lost", notDone, "Check cable and power, and try again.");
+    Failure failure = FailureNamed(
+        "link-lost", notDone, QT_TRANSLATE_NOOP("VesmarClient", "Check cable and power, and try again."));
     const Failure reason = Failure::ofError(static_cast<Error>(ReasonForLoss(error)));
-    failure.whatHappened += QLatin1Char(' ') + Translated("The link to it was lost.");
+    failure.whatHappened +=
+        QLatin1Char(' ') + Translated(QT_TRANSLATE_NOOP("VesmarClient", "The link to it was lost."));
     failure.code = reason.code;
     failure.causes = reason.causes;
     return failure;

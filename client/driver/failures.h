@@ -7,7 +7,8 @@
 namespace VesmarClient
 {
 
-/// A failure in words of its own; both texts are translated.
+/// A failure in words of its own. Both texts are translated; they are marked with `QT_TRANSLATE_NOOP` where
+/// they stand.
 Failure FailureNamed(const char* name, const char* whatHappened, const char* nextStep);
 
 /// Another job is under way.

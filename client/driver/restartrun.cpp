@@ -27,6 +27,7 @@ bool RestartRun::MayBegin(LinkState state) const
 /// reads none.
 void RestartRun::Work()
 {
+    connect(&Instrument(), &Tester::ErrorCodeChanged, this, &RestartRun::ReceiveError);
     if (Instrument().TesterMode() == Vesmar::OperationMode::Update) {
         Restart();
         return;
@@ -38,7 +39,6 @@ void RestartRun::Work()
 void RestartRun::Restart()
 {
     Q_EMIT PhaseChanged(Phase::Restarting);
-    connect(&Instrument(), &Tester::ErrorCodeChanged, this, &RestartRun::ReceiveError);
     AwaitReadiness([this] { End(Outcome::Completed); });
     Instrument().RestartTester();
 }
@@ -47,7 +47,9 @@ void RestartRun::Restart()
 void RestartRun::ReceiveError(Vesmar::Error error)
 {
     if (IsLinkError(error)) {
-        End(Outcome::LinkLost, LinkLost("It is not known whether the instrument has restarted.", error));
+        constexpr char NotKnown[] =
+            QT_TRANSLATE_NOOP("VesmarClient", "It is not known whether the instrument has restarted.");
+        End(Outcome::LinkLost, LinkLost(NotKnown, error));
     }
 }
 
@@ -58,9 +60,11 @@ void RestartRun::Abort()
 
 void RestartRun::TimeOver()
 {
-    End(Outcome::Failed,
-        FailureNamed("not-confirmed", "The instrument has not come back from its restart in time.",
-                     "Check cable and power, or switch the instrument off and on again."));
+    constexpr char NotBack[] =
+        QT_TRANSLATE_NOOP("VesmarClient", "The instrument has not come back from its restart in time.");
+    constexpr char NextStep[] = QT_TRANSLATE_NOOP(
+        "VesmarClient", "Check cable and power, or switch the instrument off and on again.");
+    End(Outcome::Failed, FailureNamed("not-confirmed", NotBack, NextStep));
 }
 
 } // namespace VesmarClient

@@ -20,9 +20,11 @@ constexpr std::chrono::milliseconds AnswerTime{8000};
 Failure NotConfirmed(Vesmar::Error error)
 {
     constexpr char Name[] = "stop-not-confirmed";
-    constexpr char WhatHappened[] = "It is not confirmed that the instrument has stopped.";
-    constexpr char NextStep[] =
-        "Treat it as if it still ran: a dangerous voltage may be present. Switch the instrument off.";
+    constexpr char WhatHappened[] =
+        QT_TRANSLATE_NOOP("VesmarClient", "It is not confirmed that the instrument has stopped.");
+    constexpr char NextStep[] = QT_TRANSLATE_NOOP(
+        "VesmarClient",
+        "Treat it as if it still ran: a dangerous voltage may be present. Switch the instrument off.");
     Failure failure = FailureNamed(Name, WhatHappened, NextStep);
     failure.code = static_cast<Error>(ReasonForLoss(error));
     return failure;

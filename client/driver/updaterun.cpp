@@ -172,9 +172,23 @@ void UpdateRun::End()
     Instrument().disconnect(this);
     if (_session.EndedIn() == SessionPhase::ChangingMode) {
         QMetaObject::invokeMethod(this, &UpdateRun::WithdrawRequest, Qt::QueuedConnection);
+    } else if (_session.CurrentOutcome() == UpdateSession::Outcome::Updated) {
+        AwaitReadiness();
     } else {
         Conclude();
     }
+}
+
+/// The instrument is back. Once its clocks have been read, too, it can be asked for the next job.
+void UpdateRun::AwaitReadiness()
+{
+    _limit = SingleShot(ConfirmTime);
+    connect(_limit.get(), &QTimer::timeout, this, &UpdateRun::Conclude);
+    _limit->start();
+    _readiness = std::make_unique<Readiness>(Instrument());
+    connect(_readiness.get(), &Readiness::Ready, this, &UpdateRun::Conclude);
+    connect(_readiness.get(), &Readiness::FoundInUpdateMode, this, &UpdateRun::Conclude);
+    Instrument().RetrieveDeviceInformation();
 }
 
 void UpdateRun::WithdrawRequest()
@@ -186,6 +200,10 @@ void UpdateRun::WithdrawRequest()
 
 void UpdateRun::Conclude()
 {
+    _limit->stop();
+    if (_readiness) {
+        _readiness->Stop();
+    }
     Q_EMIT Finished(OutcomeOf(_session.CurrentOutcome()), ReasonOf(_session, Instrument().ErrorCode()));
 }
 

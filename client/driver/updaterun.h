@@ -8,6 +8,7 @@
 #include <Vesmar/tester.h>
 
 #include "client/driver/run.h"
+#include "client/sessions/readiness.h"
 #include "client/sessions/updatesession.h"
 
 namespace VesmarClient
@@ -48,6 +49,7 @@ private:
     void AwaitMode();
     void End();
     void WithdrawRequest();
+    void AwaitReadiness();
     void Conclude();
 
     Vesmar::Tester& Instrument() const { return *Vesmar::Tester::Instance(); }
@@ -59,6 +61,7 @@ private:
     int _sectors = 0; ///< That were told last.
     std::unique_ptr<QTimer> _limit;
     std::unique_ptr<QTimer> _modeCheck;
+    std::unique_ptr<Readiness> _readiness;
 };
 
 } // namespace VesmarClient

@@ -14,9 +14,11 @@ namespace
 
 Failure InvalidDate()
 {
-    return FailureNamed("invalid-date",
-                        "The instrument knows dates from 2001-01-01T00:00:00 to 2099-12-31T23:59:59 only.",
-                        "Choose a date that exists, in these years.");
+    return FailureNamed(
+        "invalid-date",
+        QT_TRANSLATE_NOOP("VesmarClient",
+                          "The instrument knows dates from 2001-01-01T00:00:00 to 2099-12-31T23:59:59 only."),
+        QT_TRANSLATE_NOOP("VesmarClient", "Choose a date that exists, in these years."));
 }
 
 } // namespace

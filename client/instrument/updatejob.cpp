@@ -60,13 +60,19 @@ namespace
 Failure ProblemOf(const QByteArray& image, const QByteArray& confirmation)
 {
     constexpr int ShortestConfirmation = 2;
-    constexpr char CheckFile[] = "Check that it is the right file, and complete.";
+    constexpr char CheckFile[] =
+        QT_TRANSLATE_NOOP("VesmarClient", "Check that it is the right file, and complete.");
     if (image.isEmpty() || image.size() % UpdateRun::SectorSize != 0) {
-        return FailureNamed("invalid-image",
-                            "The image is empty, or its size is not a multiple of 512 bytes.", CheckFile);
+        return FailureNamed(
+            "invalid-image",
+            QT_TRANSLATE_NOOP("VesmarClient",
+                              "The image is empty, or its size is not a multiple of 512 bytes."),
+            CheckFile);
     }
     if (confirmation.size() < ShortestConfirmation) {
-        return FailureNamed("invalid-confirmation", "The confirmation has fewer than 2 bytes.", CheckFile);
+        return FailureNamed("invalid-confirmation",
+                            QT_TRANSLATE_NOOP("VesmarClient", "The confirmation has fewer than 2 bytes."),
+                            CheckFile);
     }
     return {};
 }

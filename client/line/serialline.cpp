@@ -2,11 +2,10 @@
 
 #include <atomic>
 
-#include <QCoreApplication>
-
 #include <Vesmar/serialdevice.h>
 
 #include "client/line/device.h"
+#include "client/words/translation.h"
 
 namespace VesmarClient
 {
@@ -22,9 +21,9 @@ Failure InUse()
     Failure failure;
     failure.name = QStringLiteral("in-use");
     failure.whatHappened =
-        QCoreApplication::translate("VesmarClient", "This application has the instrument open already.");
+        Translated(QT_TRANSLATE_NOOP("VesmarClient", "This application has the instrument open already."));
     failure.nextStep =
-        QCoreApplication::translate("VesmarClient", "Create one instrument, and use it alone.");
+        Translated(QT_TRANSLATE_NOOP("VesmarClient", "Create one instrument, and use it alone."));
     return failure;
 }
 

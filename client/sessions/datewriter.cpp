@@ -19,11 +19,13 @@ DateWriter::DateWriter(Tester& tester, const InstrumentDate& date) : _tester(tes
 
 void DateWriter::Set(const QDateTime& value)
 {
-    _value = value;
+    // The driver keeps its present date where the new one is the same instant in another time zone. No date
+    // of the instrument has milliseconds, and none are sent.
+    _value = value == (_tester.*_date.present)() ? value.addMSecs(1) : value;
     connect(&_tester, _date.changed, this, &DateWriter::ReceiveDate);
     connect(&_tester, &Tester::DeviceInformationChanged, this,
             [this] { _askAgain.start(PauseBetweenQuestions); });
-    (_tester.*_date.configure)(value);
+    (_tester.*_date.configure)(_value);
     _tester.RetrieveDeviceInformation();
 }
 

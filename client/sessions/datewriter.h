@@ -10,6 +10,7 @@ namespace VesmarClient
 
 /// One of the two dates that the instrument keeps, as the library gives access to it.
 struct InstrumentDate {
+    QDateTime (Vesmar::Tester::*present)() const;
     void (Vesmar::Tester::*changed)(QDateTime);
     void (Vesmar::Tester::*configure)(const QDateTime&);
     void (Vesmar::Tester::*retrieve)();
