@@ -192,10 +192,12 @@ void Host::EndClosing()
     }
 }
 
-/// The driver opens the device only when it is enabled.
+/// The driver opens the device only when it is enabled. A run that waits for the proof of a stop gets it only
+/// over the new device; no other run is disturbed.
 void Host::ReopenReplacedDevice()
 {
-    if (_run || !IsLinkError(_tester->ErrorCode()) || !_line.IsReplaced()) {
+    const bool isDisturbed = _run && _phase != Phase::Confirming;
+    if (isDisturbed || !IsLinkError(_tester->ErrorCode()) || !_line.IsReplaced()) {
         return;
     }
     _tester->Disable();

@@ -1,25 +1,46 @@
 #include <VesmarClient/measurement.h>
 
-#include <QElapsedTimer>
+#include <cmath>
 
 #include "client/driver/failures.h"
 #include "client/instrument/instrumentstate.h"
 #include "client/instrument/jobstate.h"
+#include "client/instrument/measurementstate.h"
+#include "client/values/driversettings.h"
 
 namespace VesmarClient
 {
 
-struct MeasurementState {
-    Settings settings;
-    Result latest;
-    QElapsedTimer sinceLatest;
-    QVector<Gap> gaps;
-    bool isStopConfirmed = false;
-    int keepAliveInterval = 0;
-};
+namespace
+{
+
+Failure InvalidSettings(const QVector<SettingsProblem>& problems)
+{
+    Failure failure =
+        FailureNamed("invalid-settings", "The settings cannot be measured.", "Correct the settings.");
+    for (const SettingsProblem& problem : problems) {
+        failure.causes.append(problem.message);
+    }
+    return failure;
+}
+
+MeasurementOrder OrderOf(const Settings& settings, const QElapsedTimer& time)
+{
+    MeasurementOrder order;
+    order.settings = CreateDriverSettings(settings);
+    order.isReMeasured = settings.value(QStringLiteral("with-ub-re")).toBool();
+    const QVariant cleanUp = settings.value(QStringLiteral("clean-up-time"));
+    if (cleanUp.isValid()) {
+        order.limits.cleanUp = std::chrono::milliseconds(std::llround(cleanUp.toDouble() * 1000));
+    }
+    order.time = time;
+    return order;
+}
+
+} // namespace
 
 Measurement::Measurement(const Settings& settings, QObject* parent)
-    : Job(parent), _measurement(new MeasurementState{settings, {}, {}, {}})
+    : Job(parent), _measurement(std::make_unique<MeasurementState>(*this, settings))
 {
 }
 
@@ -37,7 +58,7 @@ Result Measurement::latest() const
 
 qint64 Measurement::age() const
 {
-    return _measurement->latest.isEmpty() ? -1 : _measurement->sinceLatest.elapsed();
+    return _measurement->Age();
 }
 
 QVector<Gap> Measurement::gaps() const
@@ -47,7 +68,7 @@ QVector<Gap> Measurement::gaps() const
 
 qint64 Measurement::remaining() const
 {
-    return -1;
+    return _measurement->Remaining();
 }
 
 bool Measurement::isStopConfirmed() const
@@ -62,15 +83,26 @@ int Measurement::keepAliveInterval() const
 
 void Measurement::setKeepAliveInterval(int milliseconds)
 {
-    _measurement->keepAliveInterval = milliseconds;
+    _measurement->SetKeepAliveInterval(milliseconds);
 }
 
-void Measurement::keepAlive() {}
+void Measurement::keepAlive()
+{
+    Q_EMIT _measurement->KeptAlive();
+}
 
 Measurement* Instrument::measure(const Settings& settings)
 {
     auto* const measurement = new Measurement(settings, this);
-    JobState::Of(*measurement).FailLater(FailureNamed("not-available", "", ""));
+    const QVector<SettingsProblem> problems = settings.validate();
+    if (!problems.isEmpty()) {
+        JobState::Of(*measurement).FailLater(InvalidSettings(problems));
+        return measurement;
+    }
+    MeasurementState& state = *measurement->_measurement;
+    auto run = std::make_unique<MeasurementRun>(OrderOf(settings, state.time));
+    state.Connect(*run);
+    _state->Begin(*measurement, std::move(run));
     return measurement;
 }
 

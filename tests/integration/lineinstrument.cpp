@@ -65,15 +65,24 @@ QVector<Simulator::Exchange> LineInstrument::RecordSinceTheFirstFailure() const
     return exchanges.mid(static_cast<int>(first - exchanges.cbegin()));
 }
 
-QByteArrayList LineInstrument::SentUnasked() const
+QByteArrayList LineInstrument::Log() const
 {
     QFile log(folder.filePath(QLatin1String(LogName)));
     log.open(QIODevice::ReadOnly);
-    QByteArrayList pieces;
+    QByteArrayList entries;
     for (const QByteArray& line : log.readAll().split('\n')) {
-        const QByteArrayList words = line.split(' '); // The time, "unasked" and the bytes.
-        if (words.value(1) == "unasked") {
-            pieces.append(QByteArray::fromHex(words.value(2)));
+        entries.append(line.mid(line.indexOf(' ') + 1));
+    }
+    return entries;
+}
+
+QByteArrayList LineInstrument::SentUnasked() const
+{
+    constexpr int Name = 8; // "unasked "
+    QByteArrayList pieces;
+    for (const QByteArray& entry : Log()) {
+        if (entry.startsWith("unasked ")) {
+            pieces.append(QByteArray::fromHex(entry.mid(Name)));
         }
     }
     return pieces;

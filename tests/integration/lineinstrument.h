@@ -33,6 +33,8 @@ public:
     QByteArrayList SentSinceTheFirstFailure() const;
     /// The exchanges that they belong to.
     QVector<Simulator::Exchange> RecordSinceTheFirstFailure() const;
+    /// What it has logged so far, without the times: requests, answers, and what it did.
+    QByteArrayList Log() const;
     /// The pieces that it has sent unasked so far.
     QByteArrayList SentUnasked() const;
 };

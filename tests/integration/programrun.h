@@ -27,9 +27,12 @@ inline QStringList Words(const QString& text)
     return text.split(QLatin1Char(' '), Qt::SkipEmptyParts);
 }
 
-/// The simulator's options for a command at the very beginning.
+/// The simulator's options for a command at the very beginning; none for an empty one.
 inline QStringList AtOnce(const char* command)
 {
+    if (qstrlen(command) == 0) {
+        return {};
+    }
     return {QStringLiteral("--at"), QStringLiteral("0:") + QString::fromLatin1(command)};
 }
 

@@ -1,4 +1,5 @@
 #include "integration/measurerun.h"
+#include "integration/rcdtrouble.h"
 
 namespace
 {
@@ -76,81 +77,7 @@ void CheckMode(MeasureRun& run, const Mode& mode)
     QVERIFY2(log.indexOf(function + " deselected") > completed, log.join('\n').constData());
 }
 
-constexpr int NoError = -1;
 constexpr char StopRequest[] = "68aeed 06c660";
-
-struct Failure {
-    const char* arguments;
-    QStringList simulator;
-    int error = NoError;
-    bool isLate = false; ///< The program, not the library, gives up.
-};
-
-const char* const UbRe = "rcd --mode ub-re";
-const char* const IaTa = "rcd --mode ia-ta-1";
-const char* const IecIaTa = "rcd-iec --mode ia-ta-2";
-const char* const CleanUp = "rcd-iec --mode clean-up";
-
-std::vector<Failure> CheckFailures()
-{
-    return {
-        {UbRe, InScenario("rcd-check 1"), 500},
-        {UbRe, InScenario("rcd-check 2"), 501},
-        {UbRe, InScenario("rcd-check 3"), 502},
-        {UbRe, InScenario("rcd-check 4"), 503},
-        {UbRe, InScenario("rcd-check 7"), 504},
-        {UbRe, InScenario("rcd-check 8"), 505},
-        {UbRe, InScenario("rcd-check 9"), 506},
-        {UbRe, InScenario("rcd-check 10"), 507},
-        {IaTa, InScenario("rcd-check 3"), 401},
-        {IecIaTa, InScenario("rcd-check 3"), 502},
-        {IecIaTa, InScenario("rcd-check-lost"), 500},
-        {UbRe, InScenario("rcd-check-lost"), 401},
-        {"rcd --mode ia-ta-2 --with-ub-re", InScenario("rcd-check 9"), 506},
-    };
-}
-
-std::vector<Failure> PreparationFailures()
-{
-    return {
-        {UbRe, InScenario("refuses-prepare"), 200},
-        {IaTa, InScenario("refuses-prepare"), 200},
-        {CleanUp, InScenario("refuses-prepare"), 200},
-        {UbRe, InScenario("rcd-other-function"), 398},
-        {IaTa, InScenario("rcd-other-function"), 398},
-        {IecIaTa, InScenario("rcd-other-function"), 398},
-        {UbRe, InScenario("start-test 3"), 400},
-        {IaTa, InScenario("start-test 3"), 400},
-        {CleanUp, InScenario("start-test 3"), 400},
-        {UbRe, InScenario("prepare-error"), 401},
-        {IaTa, InScenario("never-prepared"), 401},
-        {IecIaTa, InScenario("prepare-error"), 401},
-        {"rcd --mode ub-re --prepare-timeout 2", InScenario("never-prepared"), NoError, true},
-        {"rcd-iec --mode clean-up --prepare-timeout 3", InScenario("rcd-check 3"), NoError, true},
-    };
-}
-
-std::vector<Failure> RunFailures()
-{
-    return {
-        {UbRe, InScenario("start-error"), 201},
-        {IaTa, InScenario("start-error"), 201},
-        {IecIaTa, InScenario("rcd-silent"), 201},
-        {CleanUp, InScenario("start-error"), 201},
-        {UbRe, InScenario("rcd-silent"), 520},
-        {IaTa, InScenario("rcd-silent"), 201},
-        {UbRe, InScenario("rcd-garbage"), 520},
-        {UbRe, InScenario("ends-without-result"), 521},
-        {IaTa, InScenario("ends-without-result"), 521},
-        {IecIaTa, InScenario("rcd-error-once 7"), 521},
-        {IaTa, InScenario("rcd-error 0"), 520},
-        {UbRe, InScenario("rcd-error 14"), 534},
-        {IecIaTa, InScenario("rcd-error 4")},
-        {CleanUp, InScenario("rcd-error 4")},
-        {UbRe, AtOnce("error 6"), 6},
-        {IaTa, AtOnce("error 0"), 0},
-    };
-}
 
 /// Whether a test is still selected in the status when the log ends.
 bool IsAnyTestSelected(const QByteArrayList& log)
@@ -163,7 +90,7 @@ bool IsAnyTestSelected(const QByteArrayList& log)
     return false;
 }
 
-void CheckFailure(MeasureRun& run, const Failure& failure)
+void CheckFailure(MeasureRun& run, const RcdTrouble& failure)
 {
     QCOMPARE(run->Finish(), 4);
     const QJsonObject result = ResultOf(run);
@@ -172,53 +99,26 @@ void CheckFailure(MeasureRun& run, const Failure& failure)
     QCOMPARE(ValueOf(result, "stopped").toBool(), true);
     QVERIFY(ValueOf(result, "readings").isNull());
     const QJsonValue error = ValueOf(result, "error");
-    QCOMPARE(ValueOf(error.toObject(), "number").toInt(NoError), failure.error);
-    QCOMPARE(error.isNull(), failure.error == NoError);
+    QCOMPARE(ValueOf(error.toObject(), "number").toInt(NoRcdError), failure.error);
+    QCOMPARE(error.isNull(), failure.error == NoRcdError);
     const QByteArray message = TextOf(result, "message");
     QCOMPARE(message.contains("did not prepare it in time"), failure.isLate);
     QCOMPARE(run->Errors(), "vesmar: " + message + '\n');
     QVERIFY2(!IsAnyTestSelected(run.Log()), run.Log().join('\n').constData());
 }
 
-void VerifyFailures(const std::vector<Failure>& failures)
+void VerifyFailures(const std::vector<RcdTrouble>& failures)
 {
     CheckSideBySide(
-        failures, [](const Failure& failure) { return StartJson(failure.arguments, failure.simulator); },
-        CheckFailure,
-        [](const Failure& failure) {
-            return failure.arguments + failure.simulator.join(QLatin1Char(' ')).toLatin1();
-        });
+        failures, [](const RcdTrouble& failure) { return StartJson(failure.words, AtOnce(failure.command)); },
+        CheckFailure, [](const RcdTrouble& failure) { return QByteArray(failure.words) + failure.command; });
 }
 
-/// A signal, and the moment at which it comes.
-struct Interruption {
-    const char* arguments;
-    QStringList simulator;
-    QByteArray moment; ///< A line of the log.
-    int signalNumber;
-};
-
-std::vector<Interruption> Interruptions()
-{
-    return {
-        {UbRe, InScenario("never-prepared"), "function 10 preparing", SIGINT},
-        {UbRe, InScenario("rcd-check 3"), "function 10 checked: 3", SIGTERM},
-        {UbRe, {}, "function 10 running", SIGHUP},
-        {IaTa, {}, "function 10 prepared", SIGTERM},
-        {IaTa, {}, "function 10 running", SIGINT},
-        {IaTa, InScenario("rcd-silent"), "function 10 does not start", SIGHUP},
-        {IecIaTa, {}, "function 11 running", SIGTERM},
-        {IecIaTa, InScenario("rcd-check 10"), "function 11 checked: 10", SIGINT},
-        {CleanUp, {}, "function 11 running", SIGINT},
-        {"rcd --mode ia-ta-1 --with-ub-re", {}, "function 10 running", SIGTERM},
-    };
-}
-
-void CheckInterruption(MeasureRun& run, const Interruption& interruption)
+void CheckInterruption(MeasureRun& run, const RcdInterruption& interruption, int signalNumber)
 {
     QCOMPARE(run->Finish(), 5);
-    VERIFY_CONTAINS(run->Errors(), "Aborting the measurement (signal " +
-                                       QByteArray::number(interruption.signalNumber) + ')');
+    VERIFY_CONTAINS(run->Errors(),
+                    "Aborting the measurement (signal " + QByteArray::number(signalNumber) + ')');
     VERIFY_ENDS(run->Errors(), " aborted. The instrument is confirmed to have stopped.\n");
     const QByteArrayList log = run.Log();
     QVERIFY2(log.lastIndexOf(StopRequest) > log.indexOf(interruption.moment), log.join('\n').constData());
@@ -239,9 +139,9 @@ private Q_SLOTS:
     void ReComesFromTheTestBefore();
     void AbsentReadingIsShownAsAbsent();
     void TroubleThatEndsIsOvercome();
-    void ObjectUnderTestFails() { VerifyFailures(CheckFailures()); }
-    void PreparationFails() { VerifyFailures(PreparationFailures()); }
-    void RunFails() { VerifyFailures(RunFailures()); }
+    void ObjectUnderTestFails() { VerifyFailures(RcdCheckFailures()); }
+    void PreparationFails() { VerifyFailures(RcdPreparationFailures()); }
+    void RunFails() { VerifyFailures(RcdRunFailures()); }
     void UnsuitableMainsAreReported();
     void SignalAbortsTheTest();
     void UnconfirmedStopIsReported();
@@ -330,20 +230,15 @@ void TestRcdProgram::AbsentReadingIsShownAsAbsent()
 
 void TestRcdProgram::TroubleThatEndsIsOvercome()
 {
-    using Trouble = std::pair<const char*, const char*>;
-    const Trouble troubles[]{{UbRe, "rcd-check 0"},         {UbRe, "rcd-check-once 3"},
-                             {IaTa, "rcd-check-once 3"},    {IaTa, "rcd-silent-once"},
-                             {IecIaTa, "rcd-silent-once"},  {IecIaTa, "rcd-check-once 4"},
-                             {IecIaTa, "rcd-error-once 5"}, {CleanUp, "rcd-check-once 3"},
-                             {UbRe, "rcd-glued"},           {IaTa, "rcd-pieces 2000"}};
     CheckSideBySide(
-        troubles, [](const Trouble& trouble) { return StartJson(trouble.first, InScenario(trouble.second)); },
-        [](MeasureRun& run, const Trouble&) {
+        RcdTroubleThatEnds(),
+        [](const RcdTrouble& trouble) { return StartJson(trouble.words, AtOnce(trouble.command)); },
+        [](MeasureRun& run, const RcdTrouble&) {
             QCOMPARE(run->Finish(), 0);
             QVERIFY(ValueOf(ResultOf(run), "error").isNull());
             QCOMPARE(run->Errors(), QByteArray());
         },
-        [](const Trouble& trouble) { return trouble.second; });
+        [](const RcdTrouble& trouble) { return QByteArray(trouble.words) + trouble.command; });
 }
 
 void TestRcdProgram::UnsuitableMainsAreReported()
@@ -358,26 +253,27 @@ void TestRcdProgram::UnsuitableMainsAreReported()
 
 void TestRcdProgram::SignalAbortsTheTest()
 {
-    const std::vector<Interruption> interruptions = Interruptions();
+    const std::vector<RcdInterruption> interruptions = RcdInterruptions();
+    const auto signalNumberOf = [](size_t i) { return i % 3 == 0 ? SIGINT : i % 3 == 1 ? SIGTERM : SIGHUP; };
     MeasureRuns runs; // side by side
-    for (const Interruption& interruption : interruptions) {
-        runs.push_back(std::make_unique<MeasureRun>(QLatin1String(interruption.arguments),
-                                                    interruption.simulator, Time::Real));
+    for (const RcdInterruption& interruption : interruptions) {
+        runs.push_back(std::make_unique<MeasureRun>(QLatin1String(interruption.words),
+                                                    AtOnce(interruption.command), Time::Real));
     }
     QVector<bool> isInterrupted(static_cast<int>(runs.size()));
     const auto interruptInTime = [&] {
         for (size_t i = 0; i < runs.size(); ++i) {
             bool& isDone = isInterrupted[static_cast<int>(i)];
             isDone = isDone || (runs.at(i)->Log().contains(interruptions.at(i).moment) &&
-                                (*runs.at(i))->Signal(interruptions.at(i).signalNumber));
+                                (*runs.at(i))->Signal(signalNumberOf(i)));
         }
         return !isInterrupted.contains(false);
     };
     AWAIT(interruptInTime());
     for (size_t i = 0; i < runs.size(); ++i) {
-        CheckInterruption(*runs.at(i), interruptions.at(i));
+        CheckInterruption(*runs.at(i), interruptions.at(i), signalNumberOf(i));
         if (QTest::currentTestFailed()) {
-            QFAIL(interruptions.at(i).arguments + interruptions.at(i).moment);
+            QFAIL(QByteArray(interruptions.at(i).words) + interruptions.at(i).moment);
         }
     }
 }
