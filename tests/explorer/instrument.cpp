@@ -49,11 +49,12 @@ bool InstrumentState::IsOutputOn() const
     return function != 0 && (isStartPending || functionState == Starting || functionState == Running);
 }
 
-void Instrument::BeginStep(Choices& choices, Watcher watcher)
+void Instrument::BeginStep(Choices& choices, Watcher watcher, std::function<void()> meanwhile)
 {
     Line::BeginStep();
     _choices = &choices;
     _watcher = std::move(watcher);
+    _meanwhile = std::move(meanwhile);
     _story.clear();
     _lastingFault = Fault::None;
 }

@@ -44,12 +44,14 @@ public:
     /// Called with each request before anything is answered to it.
     using Watcher = std::function<void(const QByteArray& request)>;
 
-    void BeginStep(Choices& choices, Watcher watcher);
+    /// After each request, `meanwhile` is called while the driver waits for the answer.
+    void BeginStep(Choices& choices, Watcher watcher, std::function<void()> meanwhile);
     /// What it did in this step that was not usual, in words.
     const std::vector<std::string>& Story() const { return _story; }
     void Tell(const std::string& words) { _story.push_back(words); }
 
     QByteArray Answer(const QByteArray& request) override;
+    void Released() override { _meanwhile(); }
     QByteArray Speak() override;
 
     InstrumentState state;
@@ -67,6 +69,7 @@ private:
 
     Choices* _choices = nullptr;
     Watcher _watcher;
+    std::function<void()> _meanwhile;
     std::vector<std::string> _story;
     Fault _lastingFault = Fault::None; ///< It meets every repetition of the request in the same step.
     QByteArray _faultyRequest;

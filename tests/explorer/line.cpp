@@ -9,6 +9,7 @@
 #include <cstdarg>
 #include <cstring>
 #include <ctime>
+#include <utility>
 
 #include <Vesmar/serialdevice.h>
 
@@ -29,6 +30,7 @@ struct State {
     QByteArray waiting;             ///< What the driver can read.
     bool isSilent = false;          ///< Nothing will come, so that a sleep may be long.
     bool isAskedInThisStep = false; ///< The driver has sent a request.
+    bool hasJustWritten = false;
     int readsInThisStep = 0;
     Nanoseconds quietUntil = 0;
 };
@@ -46,6 +48,9 @@ Function* SystemFunction(const char* name)
 void Sleep(Nanoseconds duration)
 {
     now += line.isSilent ? std::max(duration, PerSecond) : duration;
+    if (std::exchange(line.hasJustWritten, false)) {
+        line.peer->Released();
+    }
 }
 
 /// A driver that reads a second time in a step without having sent a request waits for what comes by itself.
@@ -76,6 +81,7 @@ ssize_t ReadLine(void* buffer, size_t size)
 ssize_t WriteLine(const void* bytes, size_t size)
 {
     line.isAskedInThisStep = true;
+    line.hasJustWritten = true;
     line.waiting = line.peer->Answer(QByteArray(static_cast<const char*>(bytes), static_cast<int>(size)));
     line.isSilent = line.waiting.isEmpty();
     return static_cast<ssize_t>(size);

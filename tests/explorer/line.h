@@ -16,6 +16,9 @@ public:
 
     /// Returns the answer to a request; nothing for silence.
     virtual QByteArray Answer(const QByteArray& request) = 0;
+    /// Called when the driver first sleeps after it has written a request. Until then it holds its port, and
+    /// whoever wants to close that would wait for ever.
+    virtual void Released() = 0;
     /// Returns what is sent without a request, to a driver that waits for it; nothing for silence.
     virtual QByteArray Speak() = 0;
 };

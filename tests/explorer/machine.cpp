@@ -300,8 +300,9 @@ void Machine::RestoreInstrument(const Configuration& configuration)
 StepRecord Machine::Step(Choices& choices, const std::vector<Operation>& interference)
 {
     StepRecord record;
-    _instrument.BeginStep(choices,
-                          [&](const QByteArray& request) { Watch(request, choices, interference, record); });
+    _instrument.BeginStep(
+        choices, [&](const QByteArray& request) { Watch(request, record); },
+        [&] { Interfere(choices, interference); });
     const State* const before = _runner.GetCurrentState();
     _isStepping = true;
     _runner.RunStateMachineWorker();
@@ -320,8 +321,7 @@ StepRecord Machine::Step(Choices& choices, const std::vector<Operation>& interfe
     return record;
 }
 
-void Machine::Watch(const QByteArray& request, Choices& choices, const std::vector<Operation>& interference,
-                    StepRecord& record)
+void Machine::Watch(const QByteArray& request, StepRecord& record)
 {
     record.frames += request.at(0);
     if (_isDisabled) {
@@ -330,6 +330,10 @@ void Machine::Watch(const QByteArray& request, Choices& choices, const std::vect
     if (request == Wire::StartMeasurement) {
         CheckStart(record);
     }
+}
+
+void Machine::Interfere(Choices& choices, const std::vector<Operation>& interference)
+{
     const std::size_t choice = choices.Choose(interference.size() + 1);
     if (choice > 0) {
         _instrument.Tell("meanwhile the application " + interference.at(choice - 1).name);

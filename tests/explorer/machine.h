@@ -62,8 +62,8 @@ public:
 
 private:
     void Reenable();
-    void Watch(const QByteArray& request, Choices& choices, const std::vector<Operation>& interference,
-               StepRecord& record);
+    void Watch(const QByteArray& request, StepRecord& record);
+    void Interfere(Choices& choices, const std::vector<Operation>& interference);
     void ForgetNeedlessAttempts();
     void CheckStart(StepRecord& record) const;
     std::size_t CurrentState() const;
