@@ -105,7 +105,7 @@ void Transciever::Close()
 }
 
 int Transciever::RunQuery(const QByteArray& request, int timeoutMs, int maxRetransmissions,
-                          QByteArray** response, const std::function<bool()>& mayRetransmit)
+                          QByteArray** response, const std::function<bool()>& isWanted)
 {
     const int port = _handle;
     if (port == Closed) {
@@ -118,13 +118,13 @@ int Transciever::RunQuery(const QByteArray& request, int timeoutMs, int maxRetra
             (*response)->clear();
             return QueryResult::NoResponse;
         }
-        result = Attempt(port, request, timeoutMs, **response);
+        result = Attempt(port, request, timeoutMs, **response, isWanted);
         // Once the port is about to close, nobody would hear what the instrument says to another attempt.
         if (result == QueryResult::Data || result == QueryResult::Acknowledged || _closing) {
             break;
         }
         PauseAfterFailure(port);
-        if (mayRetransmit && !mayRetransmit()) {
+        if (isWanted && !isWanted()) {
             break;
         }
     }
@@ -138,9 +138,9 @@ int Transciever::RunQuery(const QByteArray& request, int timeoutMs, QByteArray**
 }
 
 int Transciever::RunQuery(const QByteArray& request, QByteArray** response,
-                          const std::function<bool()>& mayRetransmit)
+                          const std::function<bool()>& isWanted)
 {
-    return RunQuery(request, DefaultTimeoutMs, _maxRetransmissions, response, mayRetransmit);
+    return RunQuery(request, DefaultTimeoutMs, _maxRetransmissions, response, isWanted);
 }
 
 int Transciever::StartQuery(const QByteArray& request)
@@ -171,13 +171,14 @@ QByteArray* Transciever::ReadBuffer(int timeoutMs)
     return buffer;
 }
 
-int Transciever::Attempt(int port, const QByteArray& request, int timeoutMs, QByteArray& response)
+int Transciever::Attempt(int port, const QByteArray& request, int timeoutMs, QByteArray& response,
+                         const std::function<bool()>& isWanted)
 {
     response.clear();
     bool isWhole = true;
     if (AcquireLine()) {
         Read(port); // Discards input that belongs to no request.
-        if (Send(port, request, timeoutMs)) {
+        if (Send(port, request, timeoutMs, isWanted)) {
             isWhole = Receive(port, timeoutMs, response);
         }
         ReleaseLine();
@@ -238,13 +239,16 @@ void Transciever::ReleaseLine()
     _lineFree = true;
 }
 
-/// Sends a request, and waits until it has left. Returns false when the line did not accept it in time.
-bool Transciever::Send(int port, const QByteArray& request, int timeoutMs)
+/// Sends a request, and waits until it has left. Returns false when the line did not accept it in time, or
+/// while it was wanted.
+bool Transciever::Send(int port, const QByteArray& request, int timeoutMs,
+                       const std::function<bool()>& isWanted)
 {
     _responseTimer.start();
     int written = 0;
     while (!Write(port, request, written)) {
-        if (_responseTimer.elapsed() >= timeoutMs) {
+        const bool isLate = written == 0 && isWanted && !isWanted();
+        if (isLate || _responseTimer.elapsed() >= timeoutMs) {
             return false;
         }
         usleep(SendPollUs);

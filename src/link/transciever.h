@@ -53,13 +53,13 @@ public:
     /// Sends a request, up to `maxRetransmissions` times more after a failure, and waits up to `timeoutMs`
     /// for each answer. An answer that still goes on after as long, or reaches 4 KiB, has no end. Returns a
     /// `QueryResult`; a negative `maxRetransmissions` sends nothing and returns `Data`. `*response` is a new
-    /// array, which the caller deletes; it is left untouched when the port is closed. If there is a
-    /// `mayRetransmit`, the request is sent again only while it returns true.
+    /// array, which the caller deletes; it is left untouched when the port is closed. Once an `isWanted`
+    /// returns false, the request is not sent again, nor written any more to a line that would not take it.
     int RunQuery(const QByteArray& request, int timeoutMs, int maxRetransmissions, QByteArray** response,
-                 const std::function<bool()>& mayRetransmit = {});
+                 const std::function<bool()>& isWanted = {});
     int RunQuery(const QByteArray& request, int timeoutMs, QByteArray** response);
     int RunQuery(const QByteArray& request, QByteArray** response,
-                 const std::function<bool()>& mayRetransmit = {});
+                 const std::function<bool()>& isWanted = {});
 
     /// Sends a request and reads no answer. Always returns 1. No state calls it.
     int StartQuery(const QByteArray& request);
@@ -71,12 +71,13 @@ public:
     QByteArray* ReadBuffer(int timeoutMs);
 
 private:
-    int Attempt(int port, const QByteArray& request, int timeoutMs, QByteArray& response);
+    int Attempt(int port, const QByteArray& request, int timeoutMs, QByteArray& response,
+                const std::function<bool()>& isWanted);
     void PauseAfterFailure(int port) const;
     int Classify(const QByteArray& request, const QByteArray& response, bool isWhole) const;
     bool AcquireLine();
     void ReleaseLine();
-    bool Send(int port, const QByteArray& request, int timeoutMs);
+    bool Send(int port, const QByteArray& request, int timeoutMs, const std::function<bool()>& isWanted = {});
     bool Receive(int port, int timeoutMs, QByteArray& response);
     int AwaitFirstBytes(int port, int timeoutMs);
     bool CollectUntilSilence(int port, int timeoutMs, QByteArray& response);

@@ -133,10 +133,10 @@ void State::ClearMeasurementRequests()
     _context->IsMeasurementModeActive.Set(false);
 }
 
-Answer State::Query(const QByteArray& frame, const std::function<bool()>& mayRetransmit)
+Answer State::Query(const QByteArray& frame, const std::function<bool()>& isWanted)
 {
     QByteArray* response = nullptr;
-    const int result = _context->GetTransciever()->RunQuery(frame, &response, mayRetransmit);
+    const int result = _context->GetTransciever()->RunQuery(frame, &response, isWanted);
     return {result, std::unique_ptr<QByteArray>(response)};
 }
 

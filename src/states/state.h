@@ -71,8 +71,9 @@ protected:
     /// Writes a blue line that tells what the state is doing.
     static void TraceBanner(const char* text);
 
-    /// Runs one exchange, with retransmissions; if there is a `mayRetransmit`, only while it returns true.
-    Answer Query(const QByteArray& frame, const std::function<bool()>& mayRetransmit = {});
+    /// Runs one exchange, with retransmissions; with an `isWanted`, what waits for them or for the line is
+    /// given up once that returns false.
+    Answer Query(const QByteArray& frame, const std::function<bool()>& isWanted = {});
     /// Runs one exchange without retransmissions, in which the instrument has this time to answer.
     Answer QueryOnce(const QByteArray& frame, int timeoutMs);
     /// Sends a read request, and ignores the contents of the answer.

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <atomic>
 #include <cerrno>
 #include <chrono>
 #include <future>
@@ -237,6 +238,7 @@ private Q_SLOTS:
     void ClosingEndsABlockedWrite_data();
     void ClosingEndsABlockedWrite();
     void ALineThatComesFreeCarriesTheRequest();
+    void ALineThatComesFreeCarriesNothingThatIsNotWantedAnyMore();
     void AHangUpEndsAQuery_data();
     void AHangUpEndsAQuery();
     void AHangUpIsOvercomeByOpeningAgain();
@@ -1122,6 +1124,30 @@ void TestTransciever::ALineThatComesFreeCarriesTheRequest()
     QVERIFY(EndsInTime(query));
     QCOMPARE(query.get().result, 0);
     QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>({Wire::ReadStatus}));
+}
+
+void TestTransciever::ALineThatComesFreeCarriesNothingThatIsNotWantedAnyMore()
+{
+    Line line;
+    line.peer.AnswerAlways(Wire::Acknowledge);
+    std::atomic<bool> isWanted{true};
+    std::future<int> query;
+    {
+        const StoppedOutput stopped(line.peer);
+        query = std::async(std::launch::async, [&] {
+            QByteArray* response = nullptr;
+            const int result = line.transciever.RunQuery(Wire::StartMeasurement, EndlessMs, 2, &response,
+                                                         [&] { return isWanted.load(); });
+            delete response;
+            return result;
+        });
+        QCOMPARE(query.wait_for(std::chrono::milliseconds(50)), std::future_status::timeout);
+        isWanted = false;
+        QCOMPARE(query.wait_for(std::chrono::milliseconds(1)), std::future_status::timeout);
+    }
+    QVERIFY(EndsInTime(query));
+    QCOMPARE(query.get(), 3);
+    QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>());
 }
 
 void TestTransciever::AHangUpEndsAQuery_data()
