@@ -1,5 +1,7 @@
 #include <sys/stat.h>
 
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -28,6 +30,27 @@ QString Unit(Function function, int reading)
     return QStringLiteral("%1 %2").arg(info.unit).arg(info.decimals);
 }
 
+QByteArray ContentOf(const char* path)
+{
+    QFile file(QString::fromUtf8(path));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// The functions that have readings.
+QVector<FunctionInfo> EveryFunction()
+{
+    return Functions::all() + QVector<FunctionInfo>{Functions::find(Function::Monitoring)};
+}
+
+QStringList ReadingsOf(const FunctionInfo& function)
+{
+    QStringList names;
+    for (const ReadingInfo& reading : function.readings) {
+        names.append(reading.identifier);
+    }
+    return names;
+}
+
 void AddDamage(const char* name, const QByteArray& json, int line, const char* reason)
 {
     QTest::newRow(name) << json << QStringLiteral("line %1: %2.").arg(line).arg(QString::fromLatin1(reason));
@@ -48,6 +71,8 @@ private Q_SLOTS:
     void UnreadableFileIsTold();
     void DefaultFileIsReadOnlyIfItIsThere();
     void UnitsAreReplacedWhileTheyAreUsed();
+    void EveryReadingIsDocumented();
+    void ExampleIsAsDocumented();
 
 private:
     Failure Read(const QByteArray& json);
@@ -179,6 +204,32 @@ void TestClientUnits::UnitsAreReplacedWhileTheyAreUsed()
     }
     reader.join();
     QCOMPARE(halves, 0);
+}
+
+void TestClientUnits::EveryReadingIsDocumented()
+{
+    const QJsonObject schema = QJsonDocument::fromJson(ContentOf(UNITS_SCHEMA)).object();
+    const QJsonObject functions = schema.value(QLatin1String("properties")).toObject();
+    const QString document = QString::fromUtf8(ContentOf(UNITS_DOCUMENT));
+    QCOMPARE(functions.size(), 13);
+    for (const FunctionInfo& function : EveryFunction()) {
+        QStringList readings = ReadingsOf(function);
+        const QString row =
+            QStringLiteral("| `%1` | %2 |\n").arg(function.identifier, readings.join(QStringLiteral(", ")));
+        QVERIFY2(document.contains(row), qPrintable(row));
+        const QJsonObject described = functions.value(function.identifier).toObject();
+        readings.sort();
+        QCOMPARE(described.value(QLatin1String("properties")).toObject().keys(), readings);
+    }
+}
+
+void TestClientUnits::ExampleIsAsDocumented()
+{
+    const QByteArray document = ContentOf(UNITS_DOCUMENT);
+    const int begin = document.indexOf("```json\n") + 8;
+    const Failure failure = Read(document.mid(begin, document.indexOf("```", begin) - begin));
+    QVERIFY2(!failure.isFailure(), qPrintable(failure.whatHappened));
+    QCOMPARE(Unit(Function::RPE, 0), QStringLiteral("\u03a9 3"));
 }
 
 QTEST_GUILESS_MAIN(TestClientUnits)
