@@ -8,6 +8,14 @@ namespace
 
 constexpr std::chrono::milliseconds PauseBetweenQuestions{200};
 
+/// The driver keeps its present date where the new one is the same instant in another time zone. No date of
+/// the instrument has milliseconds, and none are sent.
+QDateTime KeptApart(const QDateTime& value, const QDateTime& present)
+{
+    const bool hasSameFields = value.date() == present.date() && value.time() == present.time();
+    return value == present && !hasSameFields ? value.addMSecs(1) : value;
+}
+
 } // namespace
 
 using Vesmar::Tester;
@@ -19,9 +27,7 @@ DateWriter::DateWriter(Tester& tester, const InstrumentDate& date) : _tester(tes
 
 void DateWriter::Set(const QDateTime& value)
 {
-    // The driver keeps its present date where the new one is the same instant in another time zone. No date
-    // of the instrument has milliseconds, and none are sent.
-    _value = value == (_tester.*_date.present)() ? value.addMSecs(1) : value;
+    _value = KeptApart(value, (_tester.*_date.present)());
     connect(&_tester, _date.changed, this, &DateWriter::ReceiveDate);
     connect(&_tester, &Tester::DeviceInformationChanged, this,
             [this] { _askAgain.start(PauseBetweenQuestions); });
