@@ -4,6 +4,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <thread>
+
 #include <VesmarClient/tracerouter.h>
 
 #include "client/trace/driverlines.h"
@@ -83,6 +85,7 @@ private Q_SLOTS:
     void EverythingGoesOnAfterTheRouter();
     void HandlerInstalledLaterStays();
     void StatisticsBeginAnewWithTheLine();
+    void LinesComeFromAnyThread();
 };
 
 void TestClientTrace::DriverIsToldByItsFunctions_data()
@@ -316,6 +319,29 @@ void TestClientTrace::StatisticsBeginAnewWithTheLine()
     WriteAsDriver(Damage);
     QCOMPARE(CurrentStatistics(), router.statistics());
     QCOMPARE(CurrentStatistics().damaged, 1);
+}
+
+void TestClientTrace::LinesComeFromAnyThread()
+{
+    constexpr int Lines = 500;
+    const QTemporaryDir folder;
+    const LogCapture log;
+    TraceRouter router;
+    const auto writeLines = [] {
+        for (int line = 0; line < Lines; ++line) {
+            WriteAsDriver(Data);
+        }
+    };
+    std::thread first(writeLines);
+    std::thread second(writeLines);
+    while (CurrentStatistics().exchanges < 2 * Lines) {
+        router.toNowhere();
+        QVERIFY(!router.toFile(folder.filePath(QStringLiteral("trace")), 1000).isFailure());
+        router.toCategory();
+    }
+    first.join();
+    second.join();
+    QCOMPARE(CurrentStatistics().exchanges, 2 * Lines);
 }
 
 QTEST_GUILESS_MAIN(TestClientTrace)
