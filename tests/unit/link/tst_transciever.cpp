@@ -29,10 +29,10 @@ using Vesmar::Transciever;
 namespace
 {
 
-/// Longer than any answer of the peer takes on a busy machine.
+/// Longer than any answer takes.
 constexpr int GenerousMs = 20000;
 
-/// Far longer than a test may take: a wait of this length must end by something else.
+/// A wait of this length must end by something else.
 constexpr int EndlessMs = 3600 * 1000;
 
 const QByteArray Data = Wire::Bytes("A3529A32");
@@ -40,6 +40,7 @@ const QByteArray Data = Wire::Bytes("A3529A32");
 struct Outcome {
     int result = -1;
     std::unique_ptr<QByteArray> response; ///< Null when it was left untouched.
+    int elapsed = 0;                      ///< How many milliseconds the query took.
 
     QByteArray Bytes() const { return response ? *response : QByteArray("untouched"); }
 };
@@ -106,23 +107,6 @@ private:
     int _line;
 };
 
-/// Keeps what is written in the near end of a line for as long as it lives.
-class HeldOutput
-{
-public:
-    HeldOutput() { HoldSerialDeviceOutput(true); }
-    ~HeldOutput() { HoldSerialDeviceOutput(false); }
-    HeldOutput(const HeldOutput&) = delete;
-    HeldOutput& operator=(const HeldOutput&) = delete;
-};
-
-/// Whether work on a thread of its own ends, within a generous time.
-template <typename Result>
-bool EndsInTime(const std::future<Result>& work)
-{
-    return work.wait_for(std::chrono::milliseconds(GenerousMs)) == std::future_status::ready;
-}
-
 /// The near end of a line, closed.
 struct Port {
     Vesmar::CRC16 crc16{nullptr};
@@ -132,7 +116,10 @@ struct Port {
     {
         QByteArray* response = nullptr;
         Outcome outcome;
+        QElapsedTimer timer;
+        timer.start();
         outcome.result = transciever.RunQuery(request, timeoutMs, maxRetransmissions, &response);
+        outcome.elapsed = static_cast<int>(timer.elapsed());
         outcome.response.reset(response);
         return outcome;
     }
@@ -160,7 +147,28 @@ struct Line : FarEnd, Port {
     Line() { transciever.Open(); }
 };
 
+enum class Trouble { Silence, Refusal, Babble, StoppedOutput, HeldOutput };
+
+/// A line on which a query has to wait.
+struct TroubledLine : Line {
+    explicit TroubledLine(Trouble trouble)
+    {
+        if (trouble == Trouble::Refusal) {
+            peer.AnswerAlways(Wire::Refusal);
+        } else if (trouble == Trouble::Babble) {
+            LetSerialDeviceBabble();
+        } else if (trouble == Trouble::StoppedOutput) {
+            stopped.emplace(peer);
+        }
+        HoldSerialDeviceOutput(trouble == Trouble::HeldOutput);
+    }
+
+    std::optional<StoppedOutput> stopped;
+};
+
 } // namespace
+
+Q_DECLARE_METATYPE(Trouble)
 
 class TestTransciever : public QObject
 {
@@ -186,25 +194,16 @@ private Q_SLOTS:
     void AClosedPortAnswersWithoutTouchingTheResponse();
     void AClosedPortTouchesNoDescriptor();
 
-    void ClassifiesTheAnswer_data();
-    void ClassifiesTheAnswer();
-    void SendsAgainAfterAFailure_data();
-    void SendsAgainAfterAFailure();
-    void RetransmitsTwiceByDefault();
+    void Exchanges_data();
+    void Exchanges();
     void StoresAnyNumberOfRetransmissions();
     void TheShorterFormsUseTheStoredRetransmissions();
     void NegativeRetransmissionsSendNothing();
-    void PausesAfterEveryFailedAttempt();
-    void WaitsForTheWholeTimeout();
-    void AnAnswerEndsTheWait();
     void SilenceEndsAResponse();
-    void CollectsLongResponses();
     void SendsLongRequestsWhole();
-    void DiscardsStaleInputBeforeARequest();
-    void DiscardsOneBufferOfStaleInputOnly();
-    void DiscardsStrayInputAtTheEnd();
+    void DiscardsStaleInput_data();
+    void DiscardsStaleInput();
     void ExchangesAreTenMillisecondsApart();
-    void AnUnansweredRequestIsSentThreeTimesByDefault();
 
     void StartQuerySendsAndReadsNothing();
     void StartQueriesAreTenMillisecondsApart();
@@ -213,30 +212,25 @@ private Q_SLOTS:
     void ReadBufferGivesUpAtTheTimeout();
     void ReadBufferCollectsUntilSilence();
 
-    void ClosingEndsTheWaitForAnAnswer();
+    void TroubleEndsAQueryAtItsTimeLimit_data();
+    void TroubleEndsAQueryAtItsTimeLimit();
+    void ClosingEndsAQuery_data();
+    void ClosingEndsAQuery();
     void NothingIsWrittenOrReadFromPrepareToCloseUntilClose();
-    void AnAnswerThatClosingCutsShortCountsAsNone();
     void CloseClearsTheClosingFlag_data();
     void CloseClearsTheClosingFlag();
     void ACloseBetweenAttemptsEndsTheQuery();
-    void ClosingEndsThePauseBeforeARetransmission();
     void AQueryNeverWritesToTheFileThatTookItsDescriptor();
 
-    void AFailingReadEndsTheWaitAndCountsAsNothing();
-    void AFailingReadAddsNothingToTheResponse();
+    void AFailingReadEndsTheWaitOrAddsNothing();
     void AFailingReadLeavesTheBufferEmpty();
     void AFailingReadDoesNotEndTheResponse();
     void AResponseThatReachesFourKiBIsDamaged_data();
     void AResponseThatReachesFourKiBIsDamaged();
-    void ABabblingLineEndsAQueryAtItsTimeLimit();
     void ABabblingLineEndsTheReadingOfTheBuffer();
     void ALineThatKeepsItsSettingsBlocksNoRead();
     void AnInterruptedAndShortWriteGoesOn();
     void AFailedWriteIsNotTriedAgain();
-    void ABlockedLineEndsAQueryAtItsTimeLimit_data();
-    void ABlockedLineEndsAQueryAtItsTimeLimit();
-    void ClosingEndsABlockedWrite_data();
-    void ClosingEndsABlockedWrite();
     void ALineThatComesFreeCarriesTheRequest();
     void ALineThatComesFreeCarriesNothingThatIsNotWantedAnyMore();
     void AHangUpEndsAQuery_data();
@@ -486,97 +480,73 @@ void TestTransciever::AClosedPortTouchesNoDescriptor()
     close(ends[1]);
 }
 
-void TestTransciever::ClassifiesTheAnswer_data()
-{
-    QTest::addColumn<QByteArray>("answer");
-    QTest::addColumn<int>("result");
-    const auto bytes = [](const char* hex) { return Wire::Bytes(hex); };
-    QTest::newRow("data") << Data << 0;
-    QTest::newRow("data of one byte") << bytes("00 00 00") << 0;
-    QTest::newRow("data that begin like an acknowledge") << WithChecksum(bytes("06 C6")) << 0;
-    QTest::newRow("data that begin like a refusal") << WithChecksum(bytes("21 43")) << 0;
-    QTest::newRow("acknowledge") << Wire::Acknowledge << 1;
-    QTest::newRow("acknowledge with bytes behind it") << bytes("06 C6 60 AB") << 1;
-    QTest::newRow("acknowledge with many bytes behind it")
-        << Wire::Acknowledge + QByteArray(200, '\x55') << 1;
-    QTest::newRow("refusal") << Wire::Refusal << 2;
-    QTest::newRow("refusal with bytes behind it") << bytes("21 43 34 00 00") << 2;
-    QTest::newRow("no answer") << QByteArray() << 3;
-    QTest::newRow("one byte") << bytes("06") << 4;
-    QTest::newRow("two bytes") << bytes("06 C6") << 4;
-    QTest::newRow("two zero bytes") << bytes("00 00") << 4;
-    QTest::newRow("damaged data") << Wire::DamagedStatus << 4;
-    QTest::newRow("damaged acknowledge") << bytes("06 C6 61") << 4;
-    QTest::newRow("damaged refusal") << bytes("21 43 35") << 4;
-    QTest::newRow("garbage before data") << bytes("55") + Data << 4;
-    QTest::newRow("garbage after data") << Data + bytes("55") << 4;
-    QTest::newRow("garbage before an acknowledge") << bytes("FF") + Wire::Acknowledge << 4;
-    QTest::newRow("garbage before a refusal") << bytes("FF") + Wire::Refusal << 4;
-}
-
-void TestTransciever::ClassifiesTheAnswer()
-{
-    QFETCH(const QByteArray, answer);
-    QFETCH(const int, result);
-    Line line;
-    line.peer.AnswerAlways(answer);
-    const Outcome outcome = line.Query(answer.isEmpty() ? 20 : GenerousMs, 0);
-    QCOMPARE(outcome.result, result);
-    QCOMPARE(outcome.Bytes(), answer);
-    QVERIFY(line.peer.WaitForRequests(1));
-    QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>({Wire::ReadStatus}));
-}
-
-void TestTransciever::SendsAgainAfterAFailure_data()
+void TestTransciever::Exchanges_data()
 {
     QTest::addColumn<QList<QByteArray>>("answers");
     QTest::addColumn<int>("maxRetransmissions");
     QTest::addColumn<int>("result");
     QTest::addColumn<int>("requests");
+    QTest::addColumn<int>("elapsed"); // 10 ms before the first attempt, 4 for an answer, 200 after a failure.
     const auto row = [](const char* name, const QList<QByteArray>& answers, int maxRetransmissions,
-                        int result, int requests) {
-        QTest::newRow(name) << answers << maxRetransmissions << result << requests;
+                        int result, int requests, int elapsed) {
+        QTest::newRow(name) << answers << maxRetransmissions << result << requests << elapsed;
     };
     using namespace Wire;
-    row("data at once", {Data}, 2, 0, 1);
-    row("acknowledge at once", {Acknowledge}, 2, 1, 1);
-    row("refusal, then data", {Refusal, Data}, 2, 0, 2);
-    row("much damage, then data", {QByteArray(100, '\x55'), Data}, 2, 0, 2);
-    row("damage, then acknowledge", {DamagedStatus, Acknowledge}, 2, 1, 2);
-    row("refusal, damage, data", {Refusal, DamagedStatus, Data}, 2, 0, 3);
-    row("data too late", {Refusal, Refusal, Refusal, Data}, 2, 2, 3);
-    row("one attempt", {Refusal, Data}, 0, 2, 1);
-    row("damage, then refusal", {DamagedStatus, Refusal, Data}, 1, 2, 2);
-    row("refusal, then damage", {Refusal, DamagedStatus, Data}, 1, 4, 2);
-    row("refusal, then silence", {Refusal, QByteArray(), Data}, 1, 3, 2);
-    row("six attempts", {Refusal, Refusal, Refusal, Refusal, Refusal, Data}, 5, 0, 6);
+    const auto once = [&row](const char* name, const QByteArray& answer, int result) {
+        row(name, {answer}, 0, result, 1, result > 1 ? 214 : 14);
+    };
+    once("data", Data, 0);
+    once("data of one byte", Bytes("00 00 00"), 0);
+    once("data that begin like an acknowledge", WithChecksum(Bytes("06 C6")), 0);
+    once("data that begin like a refusal", WithChecksum(Bytes("21 43")), 0);
+    for (const int size : {127, 128, 129, 256, 300, 1000}) {
+        once(QByteArray::number(size).constData(), WithChecksum(QByteArray(size - 2, '\xA5')), 0);
+    }
+    once("acknowledge", Acknowledge, 1);
+    once("acknowledge with bytes behind it", Bytes("06 C6 60 AB"), 1);
+    once("acknowledge with many bytes behind it", Acknowledge + QByteArray(200, '\x55'), 1);
+    once("refusal", Refusal, 2);
+    once("refusal with bytes behind it", Bytes("21 43 34 00 00"), 2);
+    once("one byte", Bytes("06"), 4);
+    once("two bytes", Bytes("06 C6"), 4);
+    once("two zero bytes", Bytes("00 00"), 4);
+    once("damaged data", DamagedStatus, 4);
+    once("damaged acknowledge", Bytes("06 C6 61"), 4);
+    once("damaged refusal", Bytes("21 43 35"), 4);
+    once("garbage before data", Bytes("55") + Data, 4);
+    once("garbage after data", Data + Bytes("55"), 4);
+    once("garbage before an acknowledge", Bytes("FF") + Acknowledge, 4);
+    once("garbage before a refusal", Bytes("FF") + Refusal, 4);
+
+    row("silence", {Silence}, 0, 3, 1, 2210);
+    row("data at once", {Data}, 2, 0, 1, 14);
+    row("acknowledge at once", {Acknowledge}, 2, 1, 1, 14);
+    row("refusal, then data", {Refusal, Data}, 2, 0, 2, 218);
+    row("much damage, then data", {QByteArray(100, '\x55'), Data}, 2, 0, 2, 218);
+    row("damage, then acknowledge", {DamagedStatus, Acknowledge}, 2, 1, 2, 218);
+    row("refusal, damage, data", {Refusal, DamagedStatus, Data}, 2, 0, 3, 422);
+    row("data too late", {Refusal, Refusal, Refusal, Data}, 2, 2, 3, 622);
+    row("one attempt", {Refusal, Data}, 0, 2, 1, 214);
+    row("damage, then refusal", {DamagedStatus, Refusal, Data}, 1, 2, 2, 418);
+    row("refusal, then damage", {Refusal, DamagedStatus, Data}, 1, 4, 2, 418);
+    row("refusal, then silence", {Refusal, Silence, Data}, 1, 3, 2, 2414);
+    row("silence, then data", {Silence, Data}, 1, 0, 2, 2214);
+    row("six attempts", {Refusal, Refusal, Refusal, Refusal, Refusal, Data}, 5, 0, 6, 1034);
 }
 
-void TestTransciever::SendsAgainAfterAFailure()
+void TestTransciever::Exchanges()
 {
     QFETCH(const QList<QByteArray>, answers);
     QFETCH(const int, maxRetransmissions);
-    QFETCH(const int, result);
     QFETCH(const int, requests);
     Line line;
     line.peer.AnswerInTurn(answers);
-    const Outcome outcome =
-        line.Query(Wire::ReadVersion, result == 3 ? 2000 : GenerousMs, maxRetransmissions);
-    QCOMPARE(outcome.result, result);
+    const Outcome outcome = line.Query(Wire::ReadVersion, 2000, maxRetransmissions);
+    QTEST(outcome.result, "result");
     QCOMPARE(outcome.Bytes(), answers.at(requests - 1));
     QCOMPARE(line.peer.RequestBytes().size(), requests);
     QCOMPARE(line.peer.RequestBytes().count(Wire::ReadVersion), requests);
-}
-
-void TestTransciever::RetransmitsTwiceByDefault()
-{
-    Line line;
-    QCOMPARE(line.transciever.GetMaxRetransmissions(), 2);
-    line.peer.AnswerAlways(Wire::Refusal);
-    QByteArray* response = nullptr;
-    QCOMPARE(line.transciever.RunQuery(Wire::ReadStatus, GenerousMs, &response), 2);
-    QCOMPARE(Owned(response), Wire::Refusal);
-    QCOMPARE(line.peer.RequestBytes().size(), 3);
+    QTEST(outcome.elapsed, "elapsed");
 }
 
 void TestTransciever::StoresAnyNumberOfRetransmissions()
@@ -591,18 +561,21 @@ void TestTransciever::StoresAnyNumberOfRetransmissions()
 void TestTransciever::TheShorterFormsUseTheStoredRetransmissions()
 {
     Line line;
-    line.peer.AnswerAlways(Wire::Refusal);
-    line.transciever.SetMaxRetransmissions(1);
-    QByteArray* response = nullptr;
-    QCOMPARE(line.transciever.RunQuery(Wire::ReadStatus, GenerousMs, &response), 2);
-    QCOMPARE(Owned(response), Wire::Refusal);
-    QCOMPARE(line.peer.RequestBytes().size(), 2);
-
-    line.peer.ClearRequests();
-    line.transciever.SetMaxRetransmissions(0);
-    QCOMPARE(line.transciever.RunQuery(Wire::ReadStatus, &response), 2);
-    QCOMPARE(Owned(response), Wire::Refusal);
-    QCOMPARE(line.peer.RequestBytes().size(), 1);
+    QCOMPARE(line.transciever.GetMaxRetransmissions(), 2);
+    for (const int maxRetransmissions : {2, 1, 0}) {
+        line.transciever.SetMaxRetransmissions(maxRetransmissions);
+        line.peer.ClearRequests();
+        QByteArray* response = nullptr;
+        QCOMPARE(line.transciever.RunQuery(Wire::ReadStatus, 300, &response), 3);
+        QCOMPARE(Owned(response), QByteArray());
+        QCOMPARE(line.peer.RequestBytes().size(), maxRetransmissions + 1);
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(line.transciever.RunQuery(Wire::ReadStatus, &response), 3);
+        QCOMPARE(timer.elapsed(), (maxRetransmissions + 1) * (4000 + 200));
+        QCOMPARE(Owned(response), QByteArray());
+        QCOMPARE(line.peer.RequestBytes().size(), 2 * (maxRetransmissions + 1));
+    }
 }
 
 void TestTransciever::NegativeRetransmissionsSendNothing()
@@ -619,38 +592,6 @@ void TestTransciever::NegativeRetransmissionsSendNothing()
     QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>({Wire::ReadStatus}));
 }
 
-void TestTransciever::PausesAfterEveryFailedAttempt()
-{
-    Line line;
-    line.peer.AnswerAlways(Wire::Refusal);
-    QElapsedTimer timer;
-    timer.start();
-    QCOMPARE(line.Query(GenerousMs, 2).result, 2);
-    QVERIFY(timer.elapsed() >= 3 * 200);
-}
-
-void TestTransciever::WaitsForTheWholeTimeout()
-{
-    Line line;
-    QElapsedTimer timer;
-    timer.start();
-    const Outcome outcome = line.Query(300, 1);
-    QVERIFY(timer.elapsed() >= 2 * (300 + 200));
-    QCOMPARE(outcome.result, 3);
-    QCOMPARE(outcome.Bytes(), QByteArray());
-    QVERIFY(line.peer.WaitForRequests(2));
-    QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>({Wire::ReadStatus, Wire::ReadStatus}));
-}
-
-void TestTransciever::AnAnswerEndsTheWait()
-{
-    Line line;
-    line.peer.AnswerAlways(Data);
-    auto query = line.BeginQuery(EndlessMs, 0);
-    QVERIFY(EndsInTime(query));
-    QCOMPARE(query.get().result, 0);
-}
-
 void TestTransciever::SilenceEndsAResponse()
 {
     Line line;
@@ -660,18 +601,6 @@ void TestTransciever::SilenceEndsAResponse()
     QCOMPARE(outcome.Bytes(), Data.left(2));
     line.peer.Send(Data.mid(2));
     QCOMPARE(Owned(line.transciever.ReadBuffer(GenerousMs)), Data.mid(2));
-}
-
-void TestTransciever::CollectsLongResponses()
-{
-    Line line;
-    for (const int size : {127, 128, 129, 256, 300, 1000}) {
-        const QByteArray answer = WithChecksum(QByteArray(size - 2, '\xA5'));
-        line.peer.AnswerAlways(answer);
-        const Outcome outcome = line.Query();
-        QCOMPARE(outcome.result, 0);
-        QCOMPARE(outcome.Bytes(), answer);
-    }
 }
 
 void TestTransciever::SendsLongRequestsWhole()
@@ -687,34 +616,29 @@ void TestTransciever::SendsLongRequestsWhole()
     QCOMPARE(line.peer.RequestBytes().join(), request);
 }
 
-void TestTransciever::DiscardsStaleInputBeforeARequest()
+void TestTransciever::DiscardsStaleInput_data()
 {
+    QTest::addColumn<int>("maxRetransmissions");
+    QTest::addColumn<QByteArray>("stale");
+    QTest::addColumn<QByteArray>("response");
+    QTest::addColumn<int>("result");
+    QTest::newRow("before a request") << 0 << QByteArray("stale") << Data << 0;
+    QTest::newRow("one buffer only") << 0 << QByteArray(128, 'x') + QByteArray(72, 'y') << QByteArray(72, 'y')
+                                     << 4;
+    QTest::newRow("at the end") << -1 << QByteArray("stale") << QByteArray() << 0;
+}
+
+void TestTransciever::DiscardsStaleInput()
+{
+    QFETCH(const int, maxRetransmissions);
+    QFETCH(const QByteArray, stale);
     Line line;
     line.peer.AnswerAlways(Data);
-    line.peer.Send("stale");
-    QVERIFY(line.peer.WaitUntilReadable(5));
-    const Outcome outcome = line.Query();
-    QCOMPARE(outcome.result, 0);
-    QCOMPARE(outcome.Bytes(), Data);
-}
-
-void TestTransciever::DiscardsOneBufferOfStaleInputOnly()
-{
-    Line line;
-    const QByteArray stale = QByteArray(128, 'x') + QByteArray(72, 'y');
     line.peer.Send(stale);
-    QVERIFY(line.peer.WaitUntilReadable(200));
-    const Outcome outcome = line.Query();
-    QCOMPARE(outcome.result, 4);
-    QCOMPARE(outcome.Bytes(), QByteArray(72, 'y'));
-}
-
-void TestTransciever::DiscardsStrayInputAtTheEnd()
-{
-    Line line;
-    line.peer.Send("stray");
-    QVERIFY(line.peer.WaitUntilReadable(5));
-    QCOMPARE(line.Query(GenerousMs, -1).result, 0);
+    QVERIFY(line.peer.WaitUntilReadable(stale.size()));
+    const Outcome outcome = line.Query(GenerousMs, maxRetransmissions);
+    QTEST(outcome.result, "result");
+    QTEST(outcome.Bytes(), "response");
     QCOMPARE(Owned(line.transciever.ReadBuffer()), QByteArray());
 }
 
@@ -740,19 +664,6 @@ void TestTransciever::ExchangesAreTenMillisecondsApart()
     }
 }
 
-void TestTransciever::AnUnansweredRequestIsSentThreeTimesByDefault()
-{
-    Line line;
-    QElapsedTimer timer;
-    timer.start();
-    QByteArray* response = nullptr;
-    QCOMPARE(line.transciever.RunQuery(Wire::ReadStatus, &response), 3);
-    QVERIFY(timer.elapsed() >= 3 * (4000 + 200));
-    QCOMPARE(Owned(response), QByteArray());
-    QCOMPARE(line.peer.RequestBytes(),
-             QList<QByteArray>({Wire::ReadStatus, Wire::ReadStatus, Wire::ReadStatus}));
-}
-
 void TestTransciever::StartQuerySendsAndReadsNothing()
 {
     Line line;
@@ -774,7 +685,7 @@ void TestTransciever::StartQueriesAreTenMillisecondsApart()
     for (int query = 0; query < 11; ++query) {
         QCOMPARE(line.transciever.StartQuery(Wire::ReadStatus), 1);
     }
-    QVERIFY(timer.elapsed() >= 10 * 10);
+    QCOMPARE(timer.elapsed(), 11 * 10);
 }
 
 void TestTransciever::ReadBufferReadsOnceWithoutWaiting()
@@ -795,7 +706,6 @@ void TestTransciever::ReadBufferWaitsForData()
         std::async(std::launch::async, [&] { return Owned(line.transciever.ReadBuffer(EndlessMs)); });
     QCOMPARE(reading.wait_for(std::chrono::milliseconds(50)), std::future_status::timeout);
     line.peer.Send(Data);
-    QVERIFY(EndsInTime(reading));
     QCOMPARE(reading.get(), Data);
 }
 
@@ -806,7 +716,7 @@ void TestTransciever::ReadBufferGivesUpAtTheTimeout()
     QElapsedTimer timer;
     timer.start();
     const std::unique_ptr<QByteArray> buffer(line.transciever.ReadBuffer(100));
-    QVERIFY(timer.elapsed() >= 100);
+    QCOMPARE(timer.elapsed(), 100);
     QVERIFY(buffer != nullptr);
     QCOMPARE(*buffer, QByteArray());
     QCOMPARE(log.Texts(), QStringList());
@@ -821,16 +731,48 @@ void TestTransciever::ReadBufferCollectsUntilSilence()
     QCOMPARE(Owned(line.transciever.ReadBuffer(EndlessMs)), sent);
 }
 
-void TestTransciever::ClosingEndsTheWaitForAnAnswer()
+void TestTransciever::TroubleEndsAQueryAtItsTimeLimit_data()
 {
-    Line line;
+    QTest::addColumn<Trouble>("trouble");
+    QTest::addColumn<int>("result");
+    QTest::newRow("silence") << Trouble::Silence << 3;
+    QTest::newRow("bytes without an end") << Trouble::Babble << 4;
+    QTest::newRow("nothing is accepted") << Trouble::StoppedOutput << 3;
+    QTest::newRow("what is accepted does not leave") << Trouble::HeldOutput << 3;
+}
+
+void TestTransciever::TroubleEndsAQueryAtItsTimeLimit()
+{
+    QFETCH(const Trouble, trouble);
+    TroubledLine line(trouble);
+    const Outcome outcome = line.Query(300, 1);
+    QTEST(outcome.result, "result");
+    QVERIFY(outcome.elapsed >= 10 + 2 * (300 + 200) && outcome.elapsed <= 10 + 2 * (301 + 200));
+    QCOMPARE(outcome.Bytes().isEmpty(), trouble != Trouble::Babble);
+    QVERIFY(outcome.Bytes().size() < 4096);
+}
+
+void TestTransciever::ClosingEndsAQuery_data()
+{
+    TroubleEndsAQueryAtItsTimeLimit_data();
+    QTest::newRow("a pause after a refusal") << Trouble::Refusal << 3;
+}
+
+void TestTransciever::ClosingEndsAQuery()
+{
+    QFETCH(const Trouble, trouble);
+    TroubledLine line(trouble);
+    const LogCapture log;
     auto query = line.BeginQuery(EndlessMs, 2);
-    QVERIFY(line.peer.WaitForRequests(1));
+    QCOMPARE(query.wait_for(std::chrono::milliseconds(50)), std::future_status::timeout);
     line.transciever.PrepareToClose();
-    QVERIFY(EndsInTime(query));
+    line.transciever.Close();
     const Outcome outcome = query.get();
     QCOMPARE(outcome.result, 3);
     QCOMPARE(outcome.Bytes(), QByteArray());
+    QVERIFY(outcome.elapsed <= 51);
+    QCOMPARE(log.Texts().size(), 2); // One attempt, and the closing.
+    QVERIFY(line.peer.RequestBytes().size() <= 1);
 }
 
 void TestTransciever::NothingIsWrittenOrReadFromPrepareToCloseUntilClose()
@@ -839,15 +781,12 @@ void TestTransciever::NothingIsWrittenOrReadFromPrepareToCloseUntilClose()
     line.peer.Send("waiting");
     QVERIFY(line.peer.WaitUntilReadable(7));
     line.transciever.PrepareToClose();
-    auto exchanges = std::async(std::launch::async, [&] {
-        const Outcome outcome = line.Query(EndlessMs, 2);
-        return QString::number(outcome.result) + QString::number(outcome.Bytes().size()) +
-               QString::number(line.transciever.StartQuery(Wire::StartMeasurement)) +
-               QString::number(Owned(line.transciever.ReadBuffer()).size()) +
-               QString::number(Owned(line.transciever.ReadBuffer(EndlessMs)).size());
-    });
-    QVERIFY(EndsInTime(exchanges));
-    QCOMPARE(exchanges.get(), QStringLiteral("30100"));
+    const Outcome outcome = line.Query(EndlessMs, 2);
+    QCOMPARE(outcome.result, 3);
+    QCOMPARE(outcome.Bytes(), QByteArray());
+    QCOMPARE(line.transciever.StartQuery(Wire::StartMeasurement), 1);
+    QCOMPARE(Owned(line.transciever.ReadBuffer()), QByteArray());
+    QCOMPARE(Owned(line.transciever.ReadBuffer(EndlessMs)), QByteArray());
     QVERIFY(line.peer.WaitUntilReadable(7));
 
     line.transciever.Close();
@@ -855,19 +794,6 @@ void TestTransciever::NothingIsWrittenOrReadFromPrepareToCloseUntilClose()
     line.peer.AnswerAlways(Data);
     QCOMPARE(line.Query(Wire::ReadVersion, GenerousMs, 0).result, 0);
     QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>({Wire::ReadVersion}));
-}
-
-void TestTransciever::AnAnswerThatClosingCutsShortCountsAsNone()
-{
-    Line line;
-    LetSerialDeviceBabble();
-    auto query = line.BeginQuery(EndlessMs, 2);
-    QVERIFY(line.peer.WaitForRequests(1));
-    line.transciever.PrepareToClose();
-    QVERIFY(EndsInTime(query));
-    const Outcome outcome = query.get();
-    QCOMPARE(outcome.result, 3);
-    QCOMPARE(outcome.Bytes(), QByteArray());
 }
 
 void TestTransciever::CloseClearsTheClosingFlag_data()
@@ -889,10 +815,9 @@ void TestTransciever::CloseClearsTheClosingFlag()
     port.transciever.Close();
     QVERIFY(port.transciever.Open());
 
-    QElapsedTimer timer;
-    timer.start();
-    QCOMPARE(port.Query(300, 0).result, 3);
-    QVERIFY2(timer.elapsed() >= 300 + 200, "the wait still ends at once");
+    const Outcome outcome = port.Query(300, 0);
+    QCOMPARE(outcome.result, 3);
+    QVERIFY2(outcome.elapsed >= 300 + 200, "the wait still ends at once");
 }
 
 void TestTransciever::ACloseBetweenAttemptsEndsTheQuery()
@@ -902,27 +827,7 @@ void TestTransciever::ACloseBetweenAttemptsEndsTheQuery()
     auto query = line.BeginQuery(EndlessMs, 1000);
     QVERIFY(line.peer.WaitForRequests(2));
     line.transciever.Close();
-    QVERIFY(EndsInTime(query));
     QCOMPARE(query.get().result, 3);
-}
-
-void TestTransciever::ClosingEndsThePauseBeforeARetransmission()
-{
-    Line line;
-    line.peer.AnswerAlways(Wire::Refusal);
-    const LogCapture log;
-    auto query = line.BeginQuery(EndlessMs, 2);
-    QVERIFY(line.peer.WaitForRequests(1));
-    QTRY_COMPARE(log.Texts().size(), 1); // The pause begins once the refusal has been traced.
-    QElapsedTimer timer;
-    timer.start();
-    line.transciever.PrepareToClose();
-    const Outcome outcome = query.get();
-    QVERIFY(timer.elapsed() < 10);
-    QCOMPARE(outcome.result, 3);
-    QCOMPARE(outcome.Bytes(), QByteArray());
-    QCOMPARE(log.Texts().size(), 1);
-    QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>({Wire::ReadStatus}));
 }
 
 void TestTransciever::AQueryNeverWritesToTheFileThatTookItsDescriptor()
@@ -934,30 +839,20 @@ void TestTransciever::AQueryNeverWritesToTheFileThatTookItsDescriptor()
     line.transciever.Close();
     QTemporaryFile file;
     QVERIFY(file.open());
-    QVERIFY(EndsInTime(query));
     QCOMPARE(query.get().result, 3);
     QCOMPARE(file.size(), qint64(0));
 }
 
-void TestTransciever::AFailingReadEndsTheWaitAndCountsAsNothing()
+void TestTransciever::AFailingReadEndsTheWaitOrAddsNothing()
 {
-    Line line;
-    FailSerialDeviceReads(0);
-    auto query = line.BeginQuery(EndlessMs, 0);
-    QVERIFY(EndsInTime(query));
-    const Outcome outcome = query.get();
-    QCOMPARE(outcome.result, 3);
-    QCOMPARE(outcome.Bytes(), QByteArray());
-}
-
-void TestTransciever::AFailingReadAddsNothingToTheResponse()
-{
-    Line line;
-    line.peer.AnswerAlways(Data);
-    FailSerialDeviceReads(1);
-    const Outcome outcome = line.Query();
-    QCOMPARE(outcome.result, 0);
-    QCOMPARE(outcome.Bytes(), Data);
+    for (const int readsBefore : {0, 1}) {
+        Line line;
+        line.peer.AnswerAlways(Data);
+        FailSerialDeviceReads(readsBefore);
+        const Outcome outcome = line.Query(EndlessMs, 0);
+        QCOMPARE(outcome.result, readsBefore == 0 ? 3 : 0);
+        QCOMPARE(outcome.Bytes(), readsBefore == 0 ? QByteArray() : Data);
+    }
 }
 
 void TestTransciever::AFailingReadLeavesTheBufferEmpty()
@@ -970,17 +865,13 @@ void TestTransciever::AFailingReadLeavesTheBufferEmpty()
     QCOMPARE(Owned(line.transciever.ReadBuffer(20)), QByteArray());
 }
 
-/// On a busy machine, a failing read itself may last longer than the silence that ends a response.
 void TestTransciever::AFailingReadDoesNotEndTheResponse()
 {
     const QByteArray answer = WithChecksum(QByteArray(300, '\xA5'));
-    const auto isReceivedWhole = [&answer] {
-        Line line;
-        line.peer.AnswerAlways(answer);
-        FailSerialDeviceReads(1, 1);
-        return line.Query().Bytes() == answer;
-    };
-    QVERIFY(QTest::qWaitFor(isReceivedWhole));
+    Line line;
+    line.peer.AnswerAlways(answer);
+    FailSerialDeviceReads(1, 1);
+    QCOMPARE(line.Query().Bytes(), answer);
 }
 
 void TestTransciever::AResponseThatReachesFourKiBIsDamaged_data()
@@ -1004,19 +895,6 @@ void TestTransciever::AResponseThatReachesFourKiBIsDamaged()
     QVERIFY(log.Contains(QStringLiteral("[4096b]\033[0;31m CRC Invalid\033[0m")));
 }
 
-void TestTransciever::ABabblingLineEndsAQueryAtItsTimeLimit()
-{
-    Line line;
-    LetSerialDeviceBabble();
-    QElapsedTimer timer;
-    timer.start();
-    const Outcome outcome = line.Query(50, 1);
-    QVERIFY(timer.elapsed() >= 2 * (50 + 200));
-    QCOMPARE(outcome.result, 4);
-    QVERIFY(outcome.Bytes().size() < 4096);
-    QVERIFY(line.peer.WaitForRequests(2));
-}
-
 void TestTransciever::ABabblingLineEndsTheReadingOfTheBuffer()
 {
     Line line;
@@ -1024,7 +902,7 @@ void TestTransciever::ABabblingLineEndsTheReadingOfTheBuffer()
     QElapsedTimer timer;
     timer.start();
     const QByteArray byTime = Owned(line.transciever.ReadBuffer(50));
-    QVERIFY(timer.elapsed() >= 50);
+    QCOMPARE(timer.elapsed(), 51);
     QVERIFY(!byTime.isEmpty() && byTime.size() < 4096);
     QCOMPARE(Owned(line.transciever.ReadBuffer(EndlessMs)), QByteArray(4096, 'x'));
 }
@@ -1041,7 +919,6 @@ void TestTransciever::ALineThatKeepsItsSettingsBlocksNoRead()
     QVERIFY(peer.WaitForRequests(1));
     QCOMPARE(query.wait_for(std::chrono::milliseconds(50)), std::future_status::timeout);
     peer.Send(Data);
-    QVERIFY(EndsInTime(query));
     QCOMPARE(query.get(), 0);
 }
 
@@ -1063,54 +940,6 @@ void TestTransciever::AFailedWriteIsNotTriedAgain()
     QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>({Wire::ReadVersion}));
 }
 
-void TestTransciever::ABlockedLineEndsAQueryAtItsTimeLimit_data()
-{
-    QTest::addColumn<bool>("isAccepted");
-    QTest::newRow("nothing is accepted") << false;
-    QTest::newRow("what is accepted does not leave") << true;
-}
-
-void TestTransciever::ABlockedLineEndsAQueryAtItsTimeLimit()
-{
-    QFETCH(const bool, isAccepted);
-    Line line;
-    std::future<Outcome> query; // Ends after the line is free again.
-    std::optional<StoppedOutput> stopped;
-    std::optional<HeldOutput> held;
-    isAccepted ? void(held.emplace()) : void(stopped.emplace(line.peer));
-    QElapsedTimer timer;
-    timer.start();
-    query = line.BeginQuery(300, 1);
-    QVERIFY(EndsInTime(query));
-    QVERIFY(timer.elapsed() >= 2 * (300 + 200));
-    QCOMPARE(query.get().result, 3);
-}
-
-void TestTransciever::ClosingEndsABlockedWrite_data()
-{
-    ABlockedLineEndsAQueryAtItsTimeLimit_data();
-}
-
-void TestTransciever::ClosingEndsABlockedWrite()
-{
-    QFETCH(const bool, isAccepted);
-    Line line;
-    std::future<Outcome> query; // Both end after the line is free again.
-    std::future<void> closing;
-    std::optional<StoppedOutput> stopped;
-    std::optional<HeldOutput> held;
-    isAccepted ? void(held.emplace()) : void(stopped.emplace(line.peer));
-    query = line.BeginQuery(EndlessMs, 2);
-    QCOMPARE(query.wait_for(std::chrono::milliseconds(50)), std::future_status::timeout);
-    closing = std::async(std::launch::async, [&line] {
-        line.transciever.PrepareToClose();
-        line.transciever.Close();
-    });
-    QVERIFY(EndsInTime(closing));
-    QVERIFY(EndsInTime(query));
-    QCOMPARE(query.get().result, 3);
-}
-
 void TestTransciever::ALineThatComesFreeCarriesTheRequest()
 {
     Line line;
@@ -1121,7 +950,6 @@ void TestTransciever::ALineThatComesFreeCarriesTheRequest()
         query = line.BeginQuery(EndlessMs, 0);
         QCOMPARE(query.wait_for(std::chrono::milliseconds(50)), std::future_status::timeout);
     }
-    QVERIFY(EndsInTime(query));
     QCOMPARE(query.get().result, 0);
     QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>({Wire::ReadStatus}));
 }
@@ -1169,7 +997,6 @@ void TestTransciever::AHangUpEndsAQuery()
         QVERIFY(line.peer.WaitForRequests(1));
         line.peer.HangUp();
     }
-    QVERIFY(EndsInTime(query));
     const Outcome outcome = query.get();
     QCOMPARE(outcome.result, 3);
     QCOMPARE(outcome.Bytes(), QByteArray());
