@@ -1,5 +1,4 @@
 #include <array>
-#include <memory>
 
 #include <QtTest>
 
@@ -9,20 +8,15 @@
 #include <Vesmar/rcdsettings.h>
 
 #include "context/replaceowned.h"
-#include "context/responseparser.h"
-#include "context/statemachinecontext.h"
-#include "link/crc16.h"
 #include "support/logcapture.h"
 #include "support/wire.h"
-#include "unit/states/celllog.h"
+#include "unit/context/parsing.h"
 
 using Vesmar::Error;
 using Vesmar::MeasurementResults;
 using Vesmar::MeasurementSettings;
 using Vesmar::MeasurementType;
 using Vesmar::Notifible;
-using Vesmar::ResponseParser;
-using Vesmar::StateMachineContext;
 
 namespace
 {
@@ -38,13 +32,12 @@ const QByteArray IaTaResult = Wire::Bytes("00 00 00 3F 10 27 A8 61");
 
 /// What becomes of the answers of an instrument that runs a residual-current device test. The frames come
 /// without their checksum: no parser looks at it.
-class TestRCDResponses : public QObject
+class TestRCDResponses : public QObject, private Parsing
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init() { Restart(); }
 
     void AStatusFillsItsCellsInOrder_data();
     void AStatusFillsItsCellsInOrder();
@@ -82,29 +75,7 @@ private:
     {
         Vesmar::ReplaceOwned(_context->TestSettings, settings);
     }
-    template <typename Results>
-    const Results* Published() const
-    {
-        return dynamic_cast<const Results*>(_context->TestResults.Get());
-    }
-
-    Vesmar::CRC16 _crc16{nullptr};
-    const ResponseParser _parser{&_crc16, nullptr};
-    std::unique_ptr<StateMachineContext> _context;
-    std::unique_ptr<CellLog> _cells;
 };
-
-void TestRCDResponses::init()
-{
-    _context = std::make_unique<StateMachineContext>(&_crc16, nullptr, nullptr, nullptr, nullptr);
-    _cells = std::make_unique<CellLog>(*_context);
-}
-
-void TestRCDResponses::cleanup()
-{
-    _context.reset();
-    _cells.reset();
-}
 
 void TestRCDResponses::AStatusFillsItsCellsInOrder_data()
 {
@@ -133,8 +104,7 @@ void TestRCDResponses::AStatusFillsItsCellsInOrder()
     QCOMPARE(_cells->Changes(), changes);
     QCOMPARE(static_cast<int>(elsewhere), error);
 
-    cleanup();
-    init();
+    Restart();
     _context->ErrorCode.Set(Untouched);
     _cells->Clear();
     QVERIFY(Parse(data));
@@ -184,8 +154,7 @@ void TestRCDResponses::AnotherStatusGoesToTheOrdinaryParser()
     QVERIFY(Parse(data));
     QCOMPARE(_cells->Changes(), changes);
 
-    cleanup();
-    init();
+    Restart();
     Error error = Untouched;
     QVERIFY(Parse(data, &error));
     QCOMPARE(_cells->Changes(), changes);

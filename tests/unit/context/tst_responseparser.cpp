@@ -1,5 +1,4 @@
 #include <functional>
-#include <memory>
 #include <vector>
 
 #include <QtTest>
@@ -7,18 +6,13 @@
 #include <Vesmar/itresults.h>
 #include <Vesmar/powerresults.h>
 
-#include "context/responseparser.h"
-#include "context/statemachinecontext.h"
-#include "link/crc16.h"
 #include "support/logcapture.h"
 #include "support/wire.h"
-#include "unit/states/celllog.h"
+#include "unit/context/parsing.h"
 
 using Vesmar::MeasurementResults;
 using Vesmar::MeasurementType;
 using Vesmar::Notifible;
-using Vesmar::ResponseParser;
-using Vesmar::StateMachineContext;
 
 namespace
 {
@@ -35,13 +29,12 @@ const QByteArray Version = WithChecksum("TTRA12987654105XYQ72016");
 } // namespace
 
 /// What becomes of the ordinary answers: the cells that change, the objects that are published, the log.
-class TestResponseParser : public QObject
+class TestResponseParser : public QObject, private Parsing
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init() { Restart(); }
 
     void AStatusFillsItsCellsInOrder_data();
     void AStatusFillsItsCellsInOrder();
@@ -77,11 +70,6 @@ private:
     {
         return _parser.ParseMeasurementResults(SixValues, *_context, type);
     }
-    template <typename Results>
-    bool IsPublished() const
-    {
-        return dynamic_cast<const Results*>(_context->TestResults.Get()) != nullptr;
-    }
     /// The text of the only message, which is a warning.
     static QString OnlyLine(const LogCapture& log)
     {
@@ -90,24 +78,7 @@ private:
                                   messages.first().category == "default";
         return isOneWarning ? messages.first().text : QStringLiteral("not one warning");
     }
-
-    Vesmar::CRC16 _crc16{nullptr};
-    const ResponseParser _parser{&_crc16, nullptr};
-    std::unique_ptr<StateMachineContext> _context;
-    std::unique_ptr<CellLog> _cells;
 };
-
-void TestResponseParser::init()
-{
-    _context = std::make_unique<StateMachineContext>(&_crc16, nullptr, nullptr, nullptr, nullptr);
-    _cells = std::make_unique<CellLog>(*_context);
-}
-
-void TestResponseParser::cleanup()
-{
-    _context.reset();
-    _cells.reset();
-}
 
 void TestResponseParser::AStatusFillsItsCellsInOrder_data()
 {
@@ -292,11 +263,11 @@ void TestResponseParser::WithoutATypeTheLastStatusDecides()
 {
     _context->CurrentMeasurementType.Set(MeasurementType::IT);
     QVERIFY(_parser.ParseMeasurementResults(SixValues, *_context));
-    QVERIFY(IsPublished<Vesmar::ITResults>());
+    QVERIFY(Published<Vesmar::ITResults>() != nullptr);
 
     QVERIFY(Parse("08 F7"));
     QVERIFY(_parser.ParseMeasurementResults(SixValues, *_context));
-    QVERIFY(IsPublished<Vesmar::POWERResults>());
+    QVERIFY(Published<Vesmar::POWERResults>() != nullptr);
 
     QVERIFY(!_parser.ParseMeasurementResults(Frame("00"), *_context));
 }
@@ -355,7 +326,7 @@ void TestResponseParser::TheChecksumIsNotTestedAgain()
     QVERIFY(_parser.ParseStatusFrame(Wire::Bytes("A3 52 00 00"), *_context));
     QCOMPARE(static_cast<int>(_context->ErrorCode.Get()), 5);
     QVERIFY(_parser.ParseMeasurementResults(QByteArray(25, '\0') + '\x01', *_context, MeasurementType::IT));
-    QVERIFY(IsPublished<Vesmar::ITResults>());
+    QVERIFY(Published<Vesmar::ITResults>() != nullptr);
 }
 
 void TestResponseParser::RCDResponsesAreToldByLengthAndChecksum_data()
