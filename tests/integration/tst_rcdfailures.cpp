@@ -17,27 +17,9 @@ constexpr std::chrono::milliseconds SlowAnswer{300};
 constexpr int MorePollsThanTheBudget = 7;
 constexpr int InstrumentErrors = 15;
 
-void AddColumns()
+void AddRow(const char* kindName, const RcdKind& kind, const char* name, const RcdFailure& failure)
 {
-    QTest::addColumn<RcdKind>("kind");
-    QTest::addColumn<RcdFailure>("failure");
-}
-
-void AddRow(const char* name, const RcdKind& kind, const RcdFailure& failure)
-{
-    QTest::newRow(name) << kind << failure;
-}
-
-/// The failures that end in the same way for every kind.
-void AddCommonRows(const RcdKind& kind)
-{
-    AddColumns();
-    AddRow("prepare refused", kind, {Scenario::RefusesPrepare, 1, 15, 200, 3, 0});
-    AddRow("prepare error", kind, {Scenario::PrepareError, 1, 15, 401, 1, 0});
-    AddRow("never prepared", kind, {Scenario::NeverPrepared, 1, 15, 401, 1, 0});
-    AddRow("start refused", kind, {Scenario::StartError, 1, 15, 201, 1, 3});
-    AddRow("start test failed", kind, {Scenario::StartTest, 13, 15, 400, 0, 0});
-    AddRow("other function", kind, {Scenario::RcdOtherFunction, 1, 15, 398, 1, 0});
+    QTest::addRow("%s, %s", kindName, name) << kind << failure;
 }
 
 RcdFailure ErrorBefore(int number)
@@ -48,6 +30,69 @@ RcdFailure ErrorBefore(int number)
 RcdFailure ErrorWhenPrepared(int number)
 {
     return {Scenario::RcdError, number, 15, 520 + number, 1, 0};
+}
+
+void AddRowsOfEachKind()
+{
+    const std::pair<const char*, RcdKind> kinds[]{{"Ub/Re", RcdKinds::UbRe()},
+                                                  {"Ia/Ta", RcdKinds::IaTa2()},
+                                                  {"IEC Ia/Ta", RcdKinds::IecIaTa1()},
+                                                  {"clean-up", RcdKinds::CleanUp()}};
+    for (const auto& [name, kind] : kinds) {
+        AddRow(name, kind, "prepare refused", {Scenario::RefusesPrepare, 1, 15, 200, 3, 0});
+        AddRow(name, kind, "prepare error", {Scenario::PrepareError, 1, 15, 401, 1, 0});
+        AddRow(name, kind, "never prepared", {Scenario::NeverPrepared, 1, 15, 401, 1, 0});
+        AddRow(name, kind, "start refused", {Scenario::StartError, 1, 15, 201, 1, 3});
+        AddRow(name, kind, "start test failed", {Scenario::StartTest, 13, 15, 400, 0, 0});
+        AddRow(name, kind, "other function", {Scenario::RcdOtherFunction, 1, 15, 398, 1, 0});
+        // Nobody waits for the end of a clean-up.
+        const int error = kind.prepare == RcdKinds::CleanUp().prepare ? 15 : 521;
+        AddRow(name, kind, "no result", {Scenario::EndsWithoutResult, 1, 15, error, 1, 1});
+        const bool isIecIaTa = kind.prepare == RcdKinds::IecIaTa1().prepare;
+        AddRow(name, kind, "error in the run", {Scenario::RcdErrorOnce, isIecIaTa ? 4 : 5, 15, error, 1, 1});
+    }
+}
+
+void AddRowsOfTheCheck()
+{
+    AddRow("Ub/Re", RcdKinds::UbRe(), "check finds 3", {Scenario::RcdCheck, 3, 15, 401, 1, 0});
+    AddRow("Ia/Ta", RcdKinds::IaTa2(), "check finds 3", {Scenario::RcdCheck, 3, 15, 401, 1, 0});
+    AddRow("Ia/Ta", RcdKinds::IaTa2(), "check finds 10", {Scenario::RcdCheck, 10, 15, 401, 1, 0});
+    AddRow("Ia/Ta", RcdKinds::IaTa2(), "check lost", {Scenario::RcdCheckLost, 1, 15, 401, 1, 0});
+    AddRow("IEC Ia/Ta", RcdKinds::IecIaTa1(), "check lost", {Scenario::RcdCheckLost, 1, 15, 500, 1, 0});
+    const std::map<int, int> errors{{1, 500}, {2, 501}, {3, 502}, {4, 503}, {7, 504}, {8, 505}, {9, 506}};
+    for (const auto& [code, error] : errors) {
+        QTest::addRow("IEC Ia/Ta, check finds %d", code)
+            << RcdKinds::IecIaTa1() << RcdFailure{Scenario::RcdCheck, code, 15, error, 1, 0};
+    }
+}
+
+void AddRowsOfTheInstrumentsErrors()
+{
+    for (int number = 0; number < InstrumentErrors; ++number) {
+        QTest::addRow("Ia/Ta, %d before", number) << RcdKinds::IaTa1() << ErrorBefore(number);
+        QTest::addRow("Ia/Ta, %d when prepared", number) << RcdKinds::IaTa1() << ErrorWhenPrepared(number);
+    }
+    for (const int number : {0, 6, 14}) {
+        QTest::addRow("Ub/Re, %d before", number) << RcdKinds::UbRe() << ErrorBefore(number);
+        QTest::addRow("Ub/Re, %d when prepared", number) << RcdKinds::UbRe() << ErrorWhenPrepared(number);
+        QTest::addRow("IEC Ia/Ta, %d before", number) << RcdKinds::IecIaTa1() << ErrorBefore(number);
+        QTest::addRow("clean-up, %d before", number) << RcdKinds::CleanUp() << ErrorBefore(number);
+    }
+    AddRow("IEC Ia/Ta", RcdKinds::IecIaTa1(), "7 when prepared", {Scenario::RcdError, 7, 15, 15, 1, 0});
+    AddRow("clean-up", RcdKinds::CleanUp(), "7 when prepared", {Scenario::RcdError, 7, 15, 15, 1, 0});
+}
+
+void AddRowsOfASilentRun()
+{
+    AddRow("Ub/Re", RcdKinds::UbRe(), "silent", {Scenario::RcdSilent, 1, 15, 520, 1, 1});
+    AddRow("Ub/Re", RcdKinds::UbRe(), "silent once", {Scenario::RcdSilentOnce, 1, 15, 520, 1, 1});
+    AddRow("Ub/Re", RcdKinds::UbRe(), "garbage", {Scenario::RcdGarbage, 1, 15, 520, 1, 1});
+    AddRow("Ia/Ta", RcdKinds::IaTa2(), "silent", {Scenario::RcdSilent, 1, 15, 201, 1, 3});
+    AddRow("Ia/Ta", RcdKinds::IaTa2(), "garbage", {Scenario::RcdGarbage, 1, 15, 201, 1, 3});
+    AddRow("IEC Ia/Ta", RcdKinds::IecIaTa2(), "silent", {Scenario::RcdSilent, 1, 15, 201, 1, 3});
+    AddRow("IEC Ia/Ta", RcdKinds::IecIaTa2(), "garbage", {Scenario::RcdGarbage, 1, 15, 201, 1, 3});
+    AddRow("clean-up", RcdKinds::CleanUp(), "silent", {Scenario::RcdSilent, 1, 15, 15, 1, 1});
 }
 
 } // namespace
@@ -61,22 +106,8 @@ class TestRcdFailures : public QObject
 private Q_SLOTS:
     void init() { _rcd = std::make_unique<RcdMeasuring>(); }
     void cleanup() { _rcd.reset(); }
-    void UbReEndsWithItsError_data();
-    void UbReEndsWithItsError() { VerifyRow(); }
-    void IaTaEndsWithItsError_data();
-    void IaTaEndsWithItsError() { VerifyRow(); }
-    void IecIaTaEndsWithItsError_data();
-    void IecIaTaEndsWithItsError() { VerifyRow(); }
-    void CleanUpEndsWithItsError_data();
-    void CleanUpEndsWithItsError() { VerifyRow(); }
-    void IecObjectCheckEndsWithItsError_data();
-    void IecObjectCheckEndsWithItsError() { VerifyRow(); }
-    void IaTaEndsWithTheErrorOfTheInstrument_data();
-    void IaTaEndsWithTheErrorOfTheInstrument() { VerifyRow(); }
-    void OtherKindsEndWithTheErrorOfTheInstrument_data();
-    void OtherKindsEndWithTheErrorOfTheInstrument() { VerifyRow(); }
-    void SilentRunEndsWithItsError_data();
-    void SilentRunEndsWithItsError() { VerifyRow(); }
+    void EndsWithItsError_data();
+    void EndsWithItsError();
     void UnsuitableMainsIsPolledUntilItSuits();
     void CleanUpPollsAnObjectErrorUntilItIsGone_data();
     void CleanUpPollsAnObjectErrorUntilItIsGone();
@@ -88,100 +119,26 @@ private Q_SLOTS:
     void ErrorOfTheInstrumentEndsTheWatch();
 
 private:
-    void VerifyRow();
     void StartPolling(const RcdKind& kind, Scenario scenario, int number);
 
     std::unique_ptr<RcdMeasuring> _rcd;
 };
 
-void TestRcdFailures::VerifyRow()
+void TestRcdFailures::EndsWithItsError_data()
+{
+    QTest::addColumn<RcdKind>("kind");
+    QTest::addColumn<RcdFailure>("failure");
+    AddRowsOfEachKind();
+    AddRowsOfTheCheck();
+    AddRowsOfTheInstrumentsErrors();
+    AddRowsOfASilentRun();
+}
+
+void TestRcdFailures::EndsWithItsError()
 {
     QFETCH(const RcdKind, kind);
     QFETCH(const RcdFailure, failure);
     _rcd->VerifyFailure(kind, failure);
-}
-
-void TestRcdFailures::UbReEndsWithItsError_data()
-{
-    const RcdKind kind = RcdKinds::UbRe();
-    AddCommonRows(kind);
-    AddRow("no result", kind, {Scenario::EndsWithoutResult, 1, 15, 521, 1, 1});
-    AddRow("check finds 3", kind, {Scenario::RcdCheck, 3, 15, 401, 1, 0});
-    AddRow("error 5 in the run", kind, {Scenario::RcdErrorOnce, 5, 15, 521, 1, 1});
-}
-
-void TestRcdFailures::IaTaEndsWithItsError_data()
-{
-    const RcdKind kind = RcdKinds::IaTa2();
-    AddCommonRows(kind);
-    AddRow("no result", kind, {Scenario::EndsWithoutResult, 1, 15, 521, 1, 1});
-    AddRow("check finds 3", kind, {Scenario::RcdCheck, 3, 15, 401, 1, 0});
-    AddRow("check finds 10", kind, {Scenario::RcdCheck, 10, 15, 401, 1, 0});
-    AddRow("check lost", kind, {Scenario::RcdCheckLost, 1, 15, 401, 1, 0});
-    AddRow("error 5 in the run", kind, {Scenario::RcdErrorOnce, 5, 15, 521, 1, 1});
-}
-
-void TestRcdFailures::IecIaTaEndsWithItsError_data()
-{
-    const RcdKind kind = RcdKinds::IecIaTa1();
-    AddCommonRows(kind);
-    AddRow("no result", kind, {Scenario::EndsWithoutResult, 1, 15, 521, 1, 1});
-    AddRow("check lost", kind, {Scenario::RcdCheckLost, 1, 15, 500, 1, 0});
-    AddRow("error when prepared", kind, {Scenario::RcdError, 7, 15, 15, 1, 0});
-    AddRow("error 4 in the run", kind, {Scenario::RcdErrorOnce, 4, 15, 521, 1, 1});
-}
-
-void TestRcdFailures::CleanUpEndsWithItsError_data()
-{
-    const RcdKind kind = RcdKinds::CleanUp();
-    AddCommonRows(kind);
-    AddRow("error when prepared", kind, {Scenario::RcdError, 7, 15, 15, 1, 0});
-    // Nobody waits for the end of a clean-up.
-    AddRow("silent", kind, {Scenario::RcdSilent, 1, 15, 15, 1, 1});
-    AddRow("no result", kind, {Scenario::EndsWithoutResult, 1, 15, 15, 1, 1});
-    AddRow("error 5 in the run", kind, {Scenario::RcdErrorOnce, 5, 15, 15, 1, 1});
-}
-
-void TestRcdFailures::IecObjectCheckEndsWithItsError_data()
-{
-    AddColumns();
-    const std::map<int, int> errors{{1, 500}, {2, 501}, {3, 502}, {4, 503}, {7, 504}, {8, 505}, {9, 506}};
-    for (const auto& [code, error] : errors) {
-        QTest::addRow("code %d", code)
-            << RcdKinds::IecIaTa1() << RcdFailure{Scenario::RcdCheck, code, 15, error, 1, 0};
-    }
-}
-
-void TestRcdFailures::IaTaEndsWithTheErrorOfTheInstrument_data()
-{
-    AddColumns();
-    for (int number = 0; number < InstrumentErrors; ++number) {
-        QTest::addRow("%d before", number) << RcdKinds::IaTa1() << ErrorBefore(number);
-        QTest::addRow("%d when prepared", number) << RcdKinds::IaTa1() << ErrorWhenPrepared(number);
-    }
-}
-
-void TestRcdFailures::OtherKindsEndWithTheErrorOfTheInstrument_data()
-{
-    AddColumns();
-    for (const int number : {0, 6, 14}) {
-        QTest::addRow("Ub/Re, %d before", number) << RcdKinds::UbRe() << ErrorBefore(number);
-        QTest::addRow("Ub/Re, %d when prepared", number) << RcdKinds::UbRe() << ErrorWhenPrepared(number);
-        QTest::addRow("IEC Ia/Ta, %d before", number) << RcdKinds::IecIaTa1() << ErrorBefore(number);
-        QTest::addRow("clean-up, %d before", number) << RcdKinds::CleanUp() << ErrorBefore(number);
-    }
-}
-
-void TestRcdFailures::SilentRunEndsWithItsError_data()
-{
-    AddColumns();
-    AddRow("Ub/Re silent", RcdKinds::UbRe(), {Scenario::RcdSilent, 1, 15, 520, 1, 1});
-    AddRow("Ub/Re silent once", RcdKinds::UbRe(), {Scenario::RcdSilentOnce, 1, 15, 520, 1, 1});
-    AddRow("Ub/Re garbage", RcdKinds::UbRe(), {Scenario::RcdGarbage, 1, 15, 520, 1, 1});
-    AddRow("Ia/Ta silent", RcdKinds::IaTa2(), {Scenario::RcdSilent, 1, 15, 201, 1, 3});
-    AddRow("Ia/Ta garbage", RcdKinds::IaTa2(), {Scenario::RcdGarbage, 1, 15, 201, 1, 3});
-    AddRow("IEC Ia/Ta silent", RcdKinds::IecIaTa2(), {Scenario::RcdSilent, 1, 15, 201, 1, 3});
-    AddRow("IEC Ia/Ta garbage", RcdKinds::IecIaTa2(), {Scenario::RcdGarbage, 1, 15, 201, 1, 3});
 }
 
 /// Starts a test whose object check fails, and waits until it has been polled again and again.
