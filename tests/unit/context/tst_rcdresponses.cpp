@@ -287,7 +287,7 @@ void TestRCDResponses::AnIaTaResultIsThatOfTheFunction()
     QVERIFY(results->parent() == nullptr);
 }
 
-/// A status may name a test that the settings do not; then there is no Re.
+/// A status may name a test that the settings do not, or there are none; then there is no Re.
 void TestRCDResponses::AnIaTaResultHasReFromTheSettings()
 {
     auto* settings = new Vesmar::RCDSettings;
@@ -302,9 +302,12 @@ void TestRCDResponses::AnIaTaResultHasReFromTheSettings()
     QCOMPARE(results->_ta, 2.5F);
     QCOMPARE(results->_values, (std::array<float, 6>{1.0F, 2.5F, 0.0F, 0.0F, 0.0F, 0.0F}));
 
-    SetSettings(new Vesmar::RCDIECSettings);
-    QVERIFY(ParseIaTa(IaTaResult));
-    QVERIFY(Published<Vesmar::RCDResults>()->_re == NoValue);
+    for (MeasurementSettings* others : {static_cast<MeasurementSettings*>(new Vesmar::RCDIECSettings),
+                                        static_cast<MeasurementSettings*>(nullptr)}) {
+        SetSettings(others);
+        QVERIFY(ParseIaTa(IaTaResult));
+        QVERIFY(Published<Vesmar::RCDResults>()->_re == NoValue);
+    }
 }
 
 void TestRCDResponses::AnIaTaResultOfAnotherFunctionPublishesNothing()

@@ -216,6 +216,8 @@ private Q_SLOTS:
     void TroubleEndsAQueryAtItsTimeLimit();
     void ClosingEndsAQuery_data();
     void ClosingEndsAQuery();
+    void AnExchangeWaitsForTheEndOfAnother();
+    void ClosingEndsTheWaitForAnotherExchange();
     void NothingIsWrittenOrReadFromPrepareToCloseUntilClose();
     void CloseClearsTheClosingFlag_data();
     void CloseClearsTheClosingFlag();
@@ -773,6 +775,34 @@ void TestTransciever::ClosingEndsAQuery()
     QVERIFY(outcome.elapsed <= 51);
     QCOMPARE(log.Texts().size(), 2); // One attempt, and the closing.
     QVERIFY(line.peer.RequestBytes().size() <= 1);
+}
+
+void TestTransciever::AnExchangeWaitsForTheEndOfAnother()
+{
+    Line line;
+    auto first = line.BeginQuery(300, 0);
+    QCOMPARE(first.wait_for(std::chrono::milliseconds(50)), std::future_status::timeout);
+    const Outcome second = line.Query(300, 0);
+    QCOMPARE(first.get().elapsed, 10 + 300 + 200);
+    QCOMPARE(second.elapsed, 10 + 300 - 50 + 10 + 300 + 200);
+    QCOMPARE(line.peer.RequestBytes().size(), 2);
+}
+
+void TestTransciever::ClosingEndsTheWaitForAnotherExchange()
+{
+    Line line;
+    const auto first = line.BeginQuery(EndlessMs, 0);
+    QCOMPARE(first.wait_for(std::chrono::milliseconds(50)), std::future_status::timeout);
+    auto second = line.BeginQuery(EndlessMs, 2);
+    const auto started =
+        std::async(std::launch::async, [&line] { line.transciever.StartQuery(Wire::StartMeasurement); });
+    QCOMPARE(started.wait_for(std::chrono::milliseconds(50)), std::future_status::timeout);
+    line.transciever.PrepareToClose();
+    QCOMPARE(started.wait_for(std::chrono::milliseconds(2)), std::future_status::ready);
+    const Outcome outcome = second.get();
+    QCOMPARE(outcome.result, 3);
+    QVERIFY(outcome.elapsed <= 52);
+    QCOMPARE(line.peer.RequestBytes(), QList<QByteArray>{Wire::ReadStatus});
 }
 
 void TestTransciever::NothingIsWrittenOrReadFromPrepareToCloseUntilClose()

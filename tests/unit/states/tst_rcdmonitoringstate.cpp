@@ -6,6 +6,7 @@
 #include "unit/machine/conditions.h"
 #include "unit/states/rcdrun.h"
 
+using Vesmar::MeasurementType;
 using Vesmar::RCDMonitoringState;
 using Vesmar::StartTestResult;
 
