@@ -6,6 +6,7 @@
 #include "integration/client/clientbench.h"
 #include "integration/rcdtrouble.h"
 #include "simulator/faults/faultfile.h"
+#include "support/wire.h"
 
 using Simulator::Fault;
 using VesmarClient::Error;
@@ -91,6 +92,7 @@ private Q_SLOTS:
     void LinkIsLostForGood_data() { AddFaults(); }
     void LinkIsLostForGood();
     void StopThatDoesNotStopIsTold();
+    void ErrorLeftBehindByAGoodTestIsNoFailure();
 };
 
 void TestClientFaults::FunctionFails_data()
@@ -243,6 +245,24 @@ void TestClientFaults::StopThatDoesNotStopIsTold()
     QVERIFY(!measured->isStopConfirmed());
     QVERIFY(!measured.wasOff);
     AWAIT(bench.IsOff());
+}
+
+/// The mains come to suit the test, and the library leaves its error in place until the next ordinary status.
+void TestClientFaults::ErrorLeftBehindByAGoodTestIsNoFailure()
+{
+    ClientBench bench;
+    bench.Execute("scenario rcd-check 10");
+    bench.Connect();
+    const Measured measured(bench, "rcd-iec --mode ia-ta-1");
+    measured.AwaitPhase(Phase::AwaitingMains);
+    const auto checks = bench.simulator.Sent().count(Wire::ReadMeasurement);
+    AWAIT(bench.simulator.Sent().count(Wire::ReadMeasurement) > checks);
+    bench.simulator.AnswerNextWith(WithChecksum(Wire::Bytes("0bf4")));
+    bench.simulator.AnswerNextWith(Wire::Acknowledge);
+    AWAIT(bench.simulator.Sent().contains(Wire::StartMeasurement));
+    bench.simulator.Send(Wire::SixReadings);
+    measured.VerifyEnd(Outcome::Completed, "");
+    QCOMPARE(measured.results.size(), 1);
 }
 
 QTEST_GUILESS_MAIN(TestClientFaults)
