@@ -2,15 +2,24 @@
 
 #include "client/driver/failures.h"
 #include "client/instrument/jobstate.h"
+#include "client/trace/statistics.h"
 #include "client/values/registration.h"
 
 namespace VesmarClient
 {
 
+namespace
+{
+
+constexpr std::chrono::milliseconds TimeBetweenStatistics{1000};
+
+} // namespace
+
 InstrumentState::InstrumentState(Instrument& owner) : instrument(owner), host(new Host)
 {
     RegisterTypes();
     WatchHost();
+    WatchStatistics();
     QObject::connect(&thread, &QThread::finished, host, &QObject::deleteLater);
     host->moveToThread(&thread);
     thread.setObjectName(QStringLiteral("VesmarDriver"));
@@ -44,6 +53,21 @@ void InstrumentState::WatchHost()
     keep(&Host::MainsChanged, mains, &Instrument::mainsChanged);
     keep(&Host::UnattendedChanged, isUnattended, &Instrument::isUnattendedChanged);
     keep(&Host::LinkStateChanged, linkState, &Instrument::linkStateChanged);
+}
+
+/// They are asked for about once a second: the trace has a line or more for each exchange.
+void InstrumentState::WatchStatistics()
+{
+    QObject::connect(&instrument, &Instrument::linkStateChanged, &_statisticsTick, [this](LinkState state) {
+        state == LinkState::Closed ? _statisticsTick.stop() : _statisticsTick.start(TimeBetweenStatistics);
+    });
+    QObject::connect(&_statisticsTick, &QTimer::timeout, &instrument, [this] {
+        const LinkStatistics present = CurrentStatistics();
+        if (present != statistics) {
+            statistics = present;
+            Q_EMIT instrument.statisticsChanged(present);
+        }
+    });
 }
 
 void InstrumentState::Begin(Job& job, std::unique_ptr<Run> run)

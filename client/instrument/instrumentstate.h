@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QThread>
+#include <QTimer>
 
 #include <VesmarClient/instrument.h>
 
@@ -44,8 +45,11 @@ private:
     using Order = void (Host::*)(std::unique_ptr<Run>);
 
     void WatchHost();
+    void WatchStatistics();
     void Hand(Order order, Job& job, std::unique_ptr<Run> run);
     void CountRuns(int difference);
+
+    QTimer _statisticsTick;
 };
 
 } // namespace VesmarClient

@@ -46,8 +46,8 @@ class VESMARCLIENT_EXPORT Instrument : public QObject
 
 public:
     explicit Instrument(QObject* parent = nullptr);
-    /// Closes the line first, which waits for a measurement that is under way to be stopped. Call `close` and
-    /// wait for `LinkState::Closed` to avoid that.
+    /// Closes the line first, which waits for a measurement that is under way to be stopped, and for an
+    /// update to be sent. Call `close` and wait for `LinkState::Closed` to avoid that.
     ~Instrument() override;
 
     /// What the line is doing. Default `LinkState::Closed`.
@@ -56,7 +56,7 @@ public:
     Identity identity() const;
     /// The mode that the instrument is in, as it was read last. Default `Mode::Normal`.
     Mode mode() const;
-    /// The instrument's clock when it was read last, in its own fields; invalid until then.
+    /// The instrument's clock when it was read last, in its own fields, as a time in UTC; invalid until then.
     QDateTime clock() const;
     /// The date of the last calibration; invalid until it has been read.
     QDateTime calibrationDate() const;
@@ -66,9 +66,9 @@ public:
     Function activeFunction() const;
     /// The latest readings of the mains; empty until there are some.
     Result mains() const;
-    /// How good the line is. It counts while a `TraceRouter` is there.
+    /// How good the line is, as of the last second. It counts while a `TraceRouter` is there.
     LinkStatistics statistics() const;
-    /// Whether a job is under way.
+    /// Whether a job is under way. While one is, all others but `stop` fail with the name "busy".
     bool isBusy() const;
     /// Whether a function runs at the instrument that no job has started, or that has outlived its
     /// application. The driver stops it by itself; `stop` proves it.
@@ -92,7 +92,8 @@ public:
     /// Replaces the firmware. The image is a multiple of 512 bytes, the confirmation at least 2 bytes; what
     /// cannot work is refused before anything is sent.
     Q_INVOKABLE VesmarClient::UpdateJob* update(const QByteArray& image, const QByteArray& confirmation);
-    /// Ends whatever runs, a measurement of this application included, and proves it.
+    /// Ends whatever runs, a measurement of this application included, and proves it. It aborts the job under
+    /// way and begins when that has ended.
     Q_INVOKABLE VesmarClient::StopJob* stop();
 
 public Q_SLOTS:

@@ -1,5 +1,5 @@
 # Installs what was built into an empty folder, and uses it from there as somebody else would: an application with
-# every header, the examples, and the two programs.
+# every header, an application of the client, the examples, and the two programs.
 set(prefix "${WORK_FOLDER}/prefix")
 file(REMOVE_RECURSE "${WORK_FOLDER}")
 
@@ -55,6 +55,11 @@ run("${simulator}" --version)
 expect("the version of vesmar-simulator" "${VERSION}")
 run("${simulator}" run -- "${vesmar}" info)
 expect("what vesmar info tells" "PAT")
+
+# An application of the client.
+build_project("${SOURCE_FOLDER}/tests/integration/clientconsumer")
+run("${simulator}" run -- "${WORK_FOLDER}/clientconsumer/clientconsumer")
+expect("what an application of the client tells" "resistance=[0-9.]+.*Outcome::Completed true")
 
 set(scenario "${SCENARIOS}/507-rcd-check-object-10.json")
 expect_installed("${DOCUMENTS}/events.md" "${DOCUMENTS}/events.schema.json" "${DOCUMENTS}/faults.schema.json"
