@@ -11,16 +11,16 @@ namespace
 // A line of an exchange: the time, the request in magenta, the answer in yellow, its length, and what became
 // of it where that is not plain data.
 constexpr int TimeSize = 12;
-constexpr QLatin1String RequestBegin("  \033[0;35m");
-constexpr QLatin1String AnswerEnd("b]");
-constexpr QLatin1String RefusedWord(" NACK");
-constexpr QLatin1String DamagedWord(" CRC Invalid");
-constexpr QLatin1String SilentWord(" No response");
+const QLatin1String RequestBegin("  \033[0;35m");
+const QLatin1String AnswerEnd("b]");
+const QLatin1String RefusedWord(" NACK");
+const QLatin1String DamagedWord(" CRC Invalid");
+const QLatin1String SilentWord(" No response");
 
-constexpr QLatin1String BannerBegin("\033[0;34m<<<");
-constexpr QLatin1String RecoveryBegin("ENTERING COMMUNICATION RECOVERY");
-constexpr QLatin1String RecoveryEnd("LEAVING COMMUNICATION RECOVERY");
-constexpr QLatin1String Opened(" Transciever::Open: Serial port opened successfully.");
+const QLatin1String BannerBegin("\033[0;34m<<<");
+const QLatin1String RecoveryBegin("ENTERING COMMUNICATION RECOVERY");
+const QLatin1String RecoveryEnd("LEAVING COMMUNICATION RECOVERY");
+const QLatin1String Opened(" Transciever::Open: Serial port opened successfully.");
 
 } // namespace
 

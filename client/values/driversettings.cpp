@@ -58,7 +58,7 @@ void SetTime(ContinuousMeasurementSettings& driver, const Settings& settings)
 {
     constexpr int NoTime = -1;
     const QString time = settings.value(QStringLiteral("time")).toString();
-    driver.SetTime(time == Unlimited ? NoTime : time.toInt());
+    driver.SetTime(time == QLatin1String(Unlimited) ? NoTime : time.toInt());
 }
 
 template <typename Class, typename... Value>

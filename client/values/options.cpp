@@ -1,6 +1,7 @@
 #include "client/values/options.h"
 
 #include "client/values/rcdtest.h"
+#include "client/values/validation.h"
 #include "client/words/translation.h"
 
 namespace VesmarClient::Options
@@ -87,7 +88,7 @@ Option Time()
 {
     Option option = Described("time", OptionKind::Integer, QT_TRANSLATE_NOOP("VesmarClient", "Time"),
                               QT_TRANSLATE_NOOP("VesmarClient", "How long to measure"));
-    option.special = QStringLiteral("unlimited");
+    option.special = QLatin1String(Unlimited);
     return Seconds(option, 1, LongestTime, 5);
 }
 

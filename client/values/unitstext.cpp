@@ -19,8 +19,8 @@ namespace
 
 constexpr int LongestUnit = 16;
 constexpr int MostDecimals = 6;
-constexpr QLatin1String UnitField("unit");
-constexpr QLatin1String DecimalsField("decimals");
+const QLatin1String UnitField("unit");
+const QLatin1String DecimalsField("decimals");
 
 bool IsUnit(const QJsonValue& value)
 {

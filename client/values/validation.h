@@ -6,7 +6,7 @@ namespace VesmarClient
 {
 
 /// The word that is an option's value where a continuous function runs until it is aborted.
-constexpr QLatin1String Unlimited("unlimited");
+constexpr char Unlimited[] = "unlimited";
 
 /// Everything that is wrong with the settings.
 QVector<SettingsProblem> ProblemsOf(const Settings& settings);
