@@ -1,12 +1,8 @@
 #include "client/driver/measurementrun.h"
 
-#include <cmath>
-
-#include <Vesmar/hvtestsettings.h>
 #include <Vesmar/rcdresults.h>
 
 #include "client/driver/measurementend.h"
-#include "client/sessions/rcdsession.h"
 #include "client/values/conversions.h"
 #include "client/words/readings.h"
 
@@ -16,53 +12,13 @@ namespace VesmarClient
 namespace
 {
 
-using std::chrono::milliseconds;
-using Vesmar::ContinuousMeasurementSettings;
-using Vesmar::HVTestSettings;
 using Vesmar::MeasurementResults;
 using Vesmar::MeasurementSettings;
 using Vesmar::RCDSettings;
 using Vesmar::Tester;
 
-/// The settings with the mode of a Ub/Re test.
-std::unique_ptr<RCDSettings> ReSettings(const MeasurementOrder& order)
-{
-    if (!order.isReMeasured) {
-        return nullptr;
-    }
-    auto settings = std::make_unique<RCDSettings>(static_cast<RCDSettings&>(*order.settings));
-    settings->SetMode(RCDSettings::RCDMode::UbRe);
-    return settings;
-}
-
-/// How long the function measures; nothing where that is not known.
-std::optional<int> SecondsOf(const MeasurementSettings& settings)
-{
-    const auto* const continuous = dynamic_cast<const ContinuousMeasurementSettings*>(&settings);
-    return continuous != nullptr && continuous->GetTime() >= 0 ? std::make_optional(continuous->GetTime())
-                                                               : std::nullopt;
-}
-
-/// How much longer the first second lasts.
-milliseconds OffsetOf(const MeasurementSettings& settings)
-{
-    const auto* const hvTest = dynamic_cast<const HVTestSettings*>(&settings);
-    return milliseconds(hvTest != nullptr ? std::llround(hvTest->GetMeasurementTimeOffset() * 1000) : 0);
-}
-
-bool IsContinuous(const MeasurementSettings& settings)
-{
-    return dynamic_cast<const ContinuousMeasurementSettings*>(&settings) != nullptr;
-}
-
-std::unique_ptr<MeasurementSession> SessionFor(const MeasurementSettings& settings)
-{
-    if (const RcdMode* mode = RcdModeOf(settings)) {
-        return std::make_unique<RcdSession>(mode->test);
-    }
-    return std::make_unique<MeasurementSession>(settings.GetMeasurementType(), !IsContinuous(settings),
-                                                SecondsOf(settings));
-}
+/// Within this time the driver notices an abort, unless it looks at nothing but a running test.
+constexpr std::chrono::milliseconds NoticeTime{1000};
 
 bool IsDone(const MeasurementSession& session)
 {
@@ -73,16 +29,17 @@ bool IsDone(const MeasurementSession& session)
 
 MeasurementRun::MeasurementRun(MeasurementOrder order)
     : _order(std::move(order)),
-      _reSettings(ReSettings(_order)),
+      _reSettings(ReSettingsOf(_order)),
       _limit(this),
-      _silence(this),
+      _leadingOut(this),
+      _gaps(_order.time, this),
       _keepAlive(this)
 {
     _limit.setSingleShot(true);
     connect(&_limit, &QTimer::timeout, this, [this] { CarryOut(_session->TimeOver()); });
-    _silence.setInterval(GapWatch::Limit);
-    _silence.setTimerType(Qt::PreciseTimer);
-    connect(&_silence, &QTimer::timeout, this, [this] { TellGaps(_gaps.Advance(_order.time.elapsed())); });
+    _leadingOut.setSingleShot(true);
+    connect(&_leadingOut, &QTimer::timeout, this, &MeasurementRun::LeadOut);
+    connect(&_gaps, &GapMonitor::Changed, this, &MeasurementRun::GapsChanged);
     _keepAlive.setSingleShot(true);
     _keepAlive.setTimerType(Qt::PreciseTimer);
     connect(&_keepAlive, &QTimer::timeout, this, &MeasurementRun::MissKeepAlive);
@@ -102,8 +59,10 @@ void MeasurementRun::Begin()
 /// The session observes the whole picture whenever any part of it changes.
 void MeasurementRun::WatchTester()
 {
-    connect(_tester, &Tester::DeviceInformationChanged, this,
-            [this] { CarryOut(_session->IdentityRead(Picture())); });
+    connect(_tester, &Tester::DeviceInformationChanged, this, [this] {
+        _leadingOut.stop();
+        CarryOut(_session->IdentityRead(Picture()));
+    });
     connect(_tester, &Tester::TestResultsChanged, this, &MeasurementRun::Observe);
     connect(_tester, &Tester::TesterModeChanged, this, &MeasurementRun::Observe);
     connect(_tester, &Tester::ErrorCodeChanged, this, &MeasurementRun::Observe);
@@ -145,10 +104,10 @@ void MeasurementRun::EndTest()
 void MeasurementRun::Finish()
 {
     _tester->disconnect(this);
-    for (QTimer* timer : {&_limit, &_silence, &_keepAlive}) {
+    for (QTimer* timer : {&_limit, &_leadingOut, &_keepAlive}) {
         timer->stop();
     }
-    TellGaps(_gaps.End(_order.time.elapsed()));
+    _gaps.End();
     Outcome outcome = OutcomeOf(*_session, !_gaps.Gaps().isEmpty());
     if (outcome == Outcome::Completed && _settings != _order.settings.get()) {
         outcome = Outcome::Failed; // the test that was to follow has not been run
@@ -179,12 +138,8 @@ void MeasurementRun::AcceptResults()
         return;
     }
     _hasResult = _settings != _reSettings.get() || AdoptRe(*results);
-    const qint64 now = _order.time.elapsed();
-    TellGaps(_gaps.AcceptReading(now));
-    if (_silence.isActive()) {
-        _silence.start();
-    }
-    Q_EMIT ResultRead(ResultOf(*results, QDateTime::currentDateTime()), now);
+    _gaps.AcceptReading();
+    Q_EMIT ResultRead(ResultOf(*results, QDateTime::currentDateTime()), _order.time.elapsed());
 }
 
 /// Puts the measured Re into the settings of the measurement. False if there is no Re.
@@ -244,6 +199,9 @@ void MeasurementRun::CarryOut(Action action)
     case Action::Abort:
         _tester->AbortMeasurement();
         Leave();
+        if (IsRcd(*_settings)) {
+            _leadingOut.start(NoticeTime);
+        }
         break;
     case Action::Leave:
         Leave();
@@ -261,73 +219,44 @@ void MeasurementRun::Leave()
     _tester->RetrieveDeviceInformation();
 }
 
+/// While a test of a residual-current device goes on telling its progress, the driver looks at nothing else
+/// until it is disabled. Enabled again, it reads the identity and stops what runs.
+void MeasurementRun::LeadOut()
+{
+    _tester->Disable();
+    _tester->Enable();
+}
+
 void MeasurementRun::EnterPhase()
 {
     const SessionPhase phase = _session->CurrentPhase();
     if (phase == _phase) {
         return;
     }
-    WatchGaps(phase);
+    if (phase == SessionPhase::Running) {
+        BeginTime();
+    } else if (_session->CurrentOutcome() == MeasurementSession::Outcome::LinkLost) {
+        _gaps.LoseLink();
+    } else {
+        _gaps.End();
+    }
     _phase = phase;
-    Limit(phase);
+    if (const auto limit = LimitOf(phase, _order.limits)) {
+        _limit.start(*limit);
+    } else {
+        _limit.stop();
+    }
     Q_EMIT PhaseChanged(PhaseOf(phase));
 }
 
-/// Each phase has a time limit of its own, except the measurement itself and the wait for the mains.
-void MeasurementRun::Limit(SessionPhase phase)
+void MeasurementRun::BeginTime()
 {
-    switch (phase) {
-    case SessionPhase::Preparing:
-    case SessionPhase::Starting:
-        _limit.start(_order.limits.prepare);
-        break;
-    case SessionPhase::Checking:
-        _limit.start(_order.limits.check);
-        break;
-    case SessionPhase::CleaningUp:
-        _limit.start(_order.limits.cleanUp);
-        break;
-    case SessionPhase::AwaitingIdle:
-    case SessionPhase::Stopping:
-    case SessionPhase::Leaving:
-        _limit.start(_order.limits.stop);
-        break;
-    case SessionPhase::AwaitingMains:
-    case SessionPhase::Running:
-    case SessionPhase::Ended:
-        _limit.stop();
-        break;
+    if (!IsContinuous(*_settings)) {
+        return;
     }
-}
-
-/// A link that is lost leaves a gap that lasts to the end.
-void MeasurementRun::WatchGaps(SessionPhase phase)
-{
-    const qint64 now = _order.time.elapsed();
-    if (phase == SessionPhase::Running && IsContinuous(*_settings)) {
-        _gaps.Begin(now);
-        _silence.start();
-        TellTime();
-    } else if (_session->CurrentOutcome() == MeasurementSession::Outcome::LinkLost) {
-        TellGaps(_gaps.LoseLink(now));
-    } else {
-        _silence.stop();
-        TellGaps(_gaps.End(now));
-    }
-}
-
-void MeasurementRun::TellGaps(bool haveChanged)
-{
-    if (haveChanged) {
-        Q_EMIT GapsChanged(_gaps.Gaps());
-    }
-}
-
-void MeasurementRun::TellTime()
-{
-    if (const std::optional<int> seconds = SecondsOf(*_settings)) {
-        const milliseconds total = std::chrono::seconds(*seconds) + OffsetOf(*_settings);
-        Q_EMIT TimeBegan(_order.time.elapsed() + total.count());
+    _gaps.Begin();
+    if (const auto time = TimeOf(*_settings)) {
+        Q_EMIT TimeBegan(_order.time.elapsed() + time->count());
     }
 }
 

@@ -1,37 +1,16 @@
 #pragma once
 
-#include <QElapsedTimer>
 #include <QTimer>
-
-#include <optional>
-
-#include <Vesmar/rcdsettings.h>
 
 #include <VesmarClient/result.h>
 
+#include "client/driver/gapmonitor.h"
 #include "client/driver/measuredresults.h"
+#include "client/driver/measurementorder.h"
 #include "client/driver/run.h"
-#include "client/sessions/gapwatch.h"
-#include "client/sessions/measurementsession.h"
 
 namespace VesmarClient
 {
-
-/// How long a measurement may keep one waiting.
-struct MeasurementLimits {
-    std::chrono::milliseconds prepare{10000}; ///< For preparing, and then again for starting.
-    std::chrono::milliseconds check{2000};    ///< Enough for several checks of the object under test.
-    std::chrono::milliseconds stop{15000};    ///< For stopping, and for its confirmation.
-    std::chrono::milliseconds cleanUp{5000};  ///< For a clean-up, whose end nobody reports.
-};
-
-/// What is to be measured, in the driver's settings.
-struct MeasurementOrder {
-    std::unique_ptr<Vesmar::MeasurementSettings> settings;
-    bool isReMeasured = false; ///< Whether a Ub/Re test runs first, and gives the Re of these settings.
-    MeasurementLimits limits;
-    QElapsedTimer time; ///< The job's own clock: all times are told by it, in milliseconds.
-};
 
 /// Measures: carries out at the instrument what a session decides, and lets the session observe the
 /// instrument. A measurement whose Re another test measures runs that test first, in a session of its own.
@@ -75,11 +54,9 @@ private:
     void MissKeepAlive();
     void CarryOut(Action action);
     void Leave();
+    void LeadOut();
     void EnterPhase();
-    void Limit(SessionPhase phase);
-    void WatchGaps(SessionPhase phase);
-    void TellGaps(bool haveChanged);
-    void TellTime();
+    void BeginTime();
 
     MeasurementOrder _order;
     std::unique_ptr<Vesmar::RCDSettings>
@@ -91,8 +68,8 @@ private:
     std::optional<SessionPhase> _phase;
     bool _hasResult = false; ///< Whether the test under way has a result.
     QTimer _limit;           ///< Of the present phase.
-    QTimer _silence;         ///< Runs from one reading to the next.
-    GapWatch _gaps;
+    QTimer _leadingOut;      ///< Of a driver that looks at nothing but a running test.
+    GapMonitor _gaps;
     QTimer _keepAlive;
     bool _isKeepAliveMissed = false;
 };

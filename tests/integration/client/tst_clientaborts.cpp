@@ -1,7 +1,7 @@
 #include <Vesmar/hvtestsettings.h>
 
 #include "integration/client/clientbench.h"
-#include "integration/measuring.h"
+#include "integration/rcdmeasuring.h"
 #include "support/wire.h"
 
 using VesmarClient::Outcome;
@@ -94,6 +94,8 @@ private Q_SLOTS:
     void AbortBeforeTheStartNeverRunsATest_data();
     void AbortBeforeTheStartNeverRunsATest();
     void AbortEndsACleanUp();
+    void AbortEndsAnEndlessTest_data();
+    void AbortEndsAnEndlessTest();
     void StartThatAnAbortLeavesPendingIsNoTrap_data();
     void StartThatAnAbortLeavesPendingIsNoTrap();
     void AbortWhileTheLinkIsLost();
@@ -212,6 +214,32 @@ void TestClientAborts::AbortEndsACleanUp()
     measured->abort();
     measured.VerifyAbort();
     QCOMPARE(bench.simulator.Log().count("function 11 stopped by request"), 1);
+}
+
+void TestClientAborts::AbortEndsAnEndlessTest_data()
+{
+    QTest::addColumn<QByteArray>("words");
+    for (const char* words : {"rcd --mode ub-re", "rcd --mode ia-ta-1", "rcd-iec --mode ia-ta-1"}) {
+        QTest::newRow(words) << QByteArray(words);
+    }
+}
+
+/// The driver looks at nothing but the progress that the test tells.
+void TestClientAborts::AbortEndsAnEndlessTest()
+{
+    QFETCH(const QByteArray, words);
+    constexpr int MostTime = 2500;
+    ClientBench bench(WithEndlessRcd());
+    bench.Connect();
+    const Measured measured(bench, words);
+    measured.AwaitPhase(Phase::Running);
+    QTest::qWait(MostTime);
+    const qint64 before = measured->elapsed();
+    measured->abort();
+    measured.VerifyAbort();
+    const qint64 time = measured->elapsed() - before;
+    QVERIFY2(time < MostTime, QByteArray::number(time));
+    QCOMPARE(bench.client.linkState(), VesmarClient::LinkState::Up);
 }
 
 void TestClientAborts::StartThatAnAbortLeavesPendingIsNoTrap_data()

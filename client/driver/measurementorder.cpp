@@ -1,0 +1,97 @@
+#include "client/driver/measurementorder.h"
+
+#include <cmath>
+
+#include <Vesmar/continuousmeasurementsettings.h>
+#include <Vesmar/hvtestsettings.h>
+
+#include "client/sessions/rcdsession.h"
+
+namespace VesmarClient
+{
+
+namespace
+{
+
+using std::chrono::milliseconds;
+using Vesmar::ContinuousMeasurementSettings;
+using Vesmar::HVTestSettings;
+using Vesmar::MeasurementSettings;
+using Vesmar::MeasurementType;
+using Vesmar::RCDSettings;
+using Phase = MeasurementSession::Phase;
+
+/// The seconds that the driver counts.
+std::optional<int> SecondsOf(const MeasurementSettings& settings)
+{
+    const auto* const continuous = dynamic_cast<const ContinuousMeasurementSettings*>(&settings);
+    const int seconds = continuous != nullptr ? continuous->GetTime() : -1;
+    return seconds >= 0 ? std::make_optional(seconds) : std::nullopt;
+}
+
+} // namespace
+
+std::unique_ptr<RCDSettings> ReSettingsOf(const MeasurementOrder& order)
+{
+    if (!order.isReMeasured) {
+        return nullptr;
+    }
+    auto settings = std::make_unique<RCDSettings>(static_cast<RCDSettings&>(*order.settings));
+    settings->SetMode(RCDSettings::RCDMode::UbRe);
+    return settings;
+}
+
+bool IsContinuous(const MeasurementSettings& settings)
+{
+    return dynamic_cast<const ContinuousMeasurementSettings*>(&settings) != nullptr;
+}
+
+bool IsRcd(const MeasurementSettings& settings)
+{
+    return RcdModeOf(settings) != nullptr;
+}
+
+/// The first second of a high-voltage test lasts longer.
+std::optional<milliseconds> TimeOf(const MeasurementSettings& settings)
+{
+    const std::optional<int> seconds = SecondsOf(settings);
+    if (!seconds) {
+        return std::nullopt;
+    }
+    const auto* const hvTest = dynamic_cast<const HVTestSettings*>(&settings);
+    const double offset = hvTest != nullptr ? hvTest->GetMeasurementTimeOffset() : 0;
+    return std::chrono::seconds(*seconds) + milliseconds(std::llround(offset * 1000));
+}
+
+std::unique_ptr<MeasurementSession> SessionFor(const MeasurementSettings& settings)
+{
+    if (const RcdMode* mode = RcdModeOf(settings)) {
+        return std::make_unique<RcdSession>(mode->test);
+    }
+    return std::make_unique<MeasurementSession>(settings.GetMeasurementType(), !IsContinuous(settings),
+                                                SecondsOf(settings));
+}
+
+std::optional<milliseconds> LimitOf(Phase phase, const MeasurementLimits& limits)
+{
+    switch (phase) {
+    case Phase::Preparing:
+    case Phase::Starting:
+        return limits.prepare;
+    case Phase::Checking:
+        return limits.check;
+    case Phase::CleaningUp:
+        return limits.cleanUp;
+    case Phase::AwaitingIdle:
+    case Phase::Stopping:
+    case Phase::Leaving:
+        return limits.stop;
+    case Phase::AwaitingMains:
+    case Phase::Running:
+    case Phase::Ended:
+        break;
+    }
+    return std::nullopt;
+}
+
+} // namespace VesmarClient
