@@ -140,7 +140,7 @@ Failure LinkNotUp(const Situation& situation, std::chrono::milliseconds waited)
     return NoAnswer(Seconds(waited), situation.error);
 }
 
-Failure LineHeld(const VesmarClient::Failure& failure)
+Failure FailureOf(const VesmarClient::Failure& failure)
 {
     return {failure.name, failure.whatHappened + QLatin1Char(' ') + failure.nextStep};
 }

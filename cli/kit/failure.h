@@ -25,8 +25,8 @@ struct Failure {
 /// What is wrong with a link that has not come up in the time that was waited, and what to try.
 Failure LinkNotUp(const VesmarClient::Situation& situation, std::chrono::milliseconds waited);
 
-/// Another program holds the line.
-Failure LineHeld(const VesmarClient::Failure& failure);
+/// A failure that the client tells.
+Failure FailureOf(const VesmarClient::Failure& failure);
 
 /// The instrument answers, in the mode in which it only waits for firmware.
 Failure InUpdateMode();

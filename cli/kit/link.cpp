@@ -35,7 +35,7 @@ int Link::Work()
 {
     const VesmarClient::Failure failure = _lineLock.Lock();
     if (failure.name == QLatin1String("device-held")) {
-        QTimer::singleShot(0, this, [this, failure] { Fail(ExitStatus::NoLink, LineHeld(failure)); });
+        QTimer::singleShot(0, this, [this, failure] { Fail(ExitStatus::NoLink, FailureOf(failure)); });
         return QCoreApplication::exec();
     }
     _timeLimit.start(_options.timeout);

@@ -2,7 +2,11 @@
 
 #include <Vesmar/rcdresults.h>
 
+#include <VesmarClient/functions.h>
+
+#include "cli/words/exitstatus.h"
 #include "cli/words/format.h"
+#include "client/guard/guard.h"
 #include "client/sessions/rcdsession.h"
 #include "client/words/readings.h"
 
@@ -17,6 +21,7 @@ using Vesmar::MeasurementSettings;
 using Vesmar::RCDResults;
 using Vesmar::RCDSettings;
 using Vesmar::Tester;
+using VesmarClient::Guard;
 using VesmarClient::MeasurementPicture;
 using VesmarClient::MeasurementSession;
 using VesmarClient::RcdMode;
@@ -107,6 +112,14 @@ MeasurementPicture MeasurementRun::Picture()
 
 void MeasurementRun::Begin()
 {
+    const auto function = static_cast<VesmarClient::Function>(_settings->GetMeasurementType());
+    if (VesmarClient::Functions::find(function).isDangerous) {
+        const VesmarClient::Failure failure = Guard::OfThisProcess().Watch();
+        if (failure.isFailure()) {
+            _link.Fail(ExitStatus::NotDone, FailureOf(failure));
+            return;
+        }
+    }
     _limit.start(_limits.stop);
     ObserveInstrument();
 }
@@ -129,6 +142,7 @@ void MeasurementRun::EndTest()
         return;
     }
     _limit.stop();
+    Guard::OfThisProcess().Release();
     _link.EndWork(_view.ShowEnd(*_session, _tester.ErrorCode()));
 }
 

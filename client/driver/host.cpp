@@ -3,6 +3,7 @@
 #include <QThread>
 
 #include "client/driver/failures.h"
+#include "client/guard/guard.h"
 #include "client/line/diagnosis.h"
 #include "client/values/conversions.h"
 #include "client/values/dates.h"
@@ -181,6 +182,7 @@ void Host::EndClosing()
 {
     _reopening.stop();
     StopDriver();
+    Guard::OfThisProcess().Release();
     _line.GiveBack();
     _isClosing = false;
     TellLinkState();

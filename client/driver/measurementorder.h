@@ -25,6 +25,7 @@ struct MeasurementLimits {
 struct MeasurementOrder {
     std::unique_ptr<Vesmar::MeasurementSettings> settings;
     bool isReMeasured = false; ///< Whether a Ub/Re test runs first, and gives the Re of these settings.
+    bool isGuarded = false;    ///< Whether the guard watches, without which nothing is measured.
     MeasurementLimits limits;
     QElapsedTimer time; ///< The job's own clock: all times are told by it, in milliseconds.
 };

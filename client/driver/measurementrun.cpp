@@ -3,6 +3,7 @@
 #include <Vesmar/rcdresults.h>
 
 #include "client/driver/measurementend.h"
+#include "client/guard/guard.h"
 #include "client/values/conversions.h"
 #include "client/words/readings.h"
 
@@ -49,6 +50,13 @@ MeasurementRun::~MeasurementRun() = default;
 
 void MeasurementRun::Begin()
 {
+    if (_order.isGuarded) {
+        const Failure failure = Guard::OfThisProcess().Watch();
+        if (failure.isFailure()) {
+            Q_EMIT Finished(Outcome::Failed, failure);
+            return;
+        }
+    }
     _tester = Tester::Instance();
     _results.emplace(*_tester);
     WatchTester();
@@ -120,6 +128,7 @@ void MeasurementRun::Finish()
         Q_EMIT ResultsWithdrawn();
     }
     if (_session->IsStopConfirmed()) {
+        Guard::OfThisProcess().Release();
         Q_EMIT StopConfirmed();
     }
     Q_EMIT Finished(outcome, failure);

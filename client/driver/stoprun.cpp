@@ -1,6 +1,7 @@
 #include "client/driver/stoprun.h"
 
 #include "client/driver/failures.h"
+#include "client/guard/guard.h"
 #include "client/line/diagnosis.h"
 
 namespace VesmarClient
@@ -79,6 +80,7 @@ void StopRun::Observe()
     const bool isIdle = Instrument().CurrentMeasurementType() == MeasurementType::Monitoring;
     if (_isIdentityRead && isIdle) {
         _leadingOut->stop();
+        Guard::OfThisProcess().Release();
         End(Outcome::Completed);
     } else {
         Q_EMIT PhaseChanged(isIdle ? Phase::Confirming : Phase::AwaitingIdle);

@@ -24,9 +24,16 @@ Failure InvalidSettings(const QVector<SettingsProblem>& problems)
     return failure;
 }
 
-MeasurementOrder OrderOf(const Settings& settings, const QElapsedTimer& time)
+bool IsGuarded(const QString& function, GuardPolicy policy)
+{
+    return policy == GuardPolicy::Always ||
+           (policy == GuardPolicy::Dangerous && Functions::find(function).isDangerous);
+}
+
+MeasurementOrder OrderOf(const Settings& settings, GuardPolicy policy, const QElapsedTimer& time)
 {
     MeasurementOrder order;
+    order.isGuarded = IsGuarded(settings.function(), policy);
     order.settings = CreateDriverSettings(settings);
     order.isReMeasured = settings.value(QStringLiteral("with-ub-re")).toBool();
     const QVariant cleanUp = settings.value(QStringLiteral("clean-up-time"));
@@ -100,7 +107,7 @@ Measurement* Instrument::measure(const Settings& settings)
         return measurement;
     }
     MeasurementState& state = *measurement->_measurement;
-    auto run = std::make_unique<MeasurementRun>(OrderOf(settings, state.time));
+    auto run = std::make_unique<MeasurementRun>(OrderOf(settings, _state->guardPolicy, state.time));
     state.Connect(*run);
     _state->Begin(*measurement, std::move(run));
     return measurement;

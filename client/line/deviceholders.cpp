@@ -86,12 +86,6 @@ private:
     bool _hasOtherEnd = false;
 };
 
-QString ProgramName(pid_t process)
-{
-    const QString path = QStringLiteral("/proc/%1/comm").arg(process);
-    return QString::fromLocal8Bit(ContentOf(path).trimmed());
-}
-
 bool IsUnreadable(const QString& folder)
 {
     const QFileInfo descriptors(folder + QStringLiteral("/fd"));
@@ -99,6 +93,12 @@ bool IsUnreadable(const QString& folder)
 }
 
 } // namespace
+
+QString ProgramName(pid_t process)
+{
+    const QString path = QStringLiteral("/proc/%1/comm").arg(process);
+    return QString::fromLocal8Bit(ContentOf(path).trimmed());
+}
 
 DeviceHolders FindHolders(const struct stat& device)
 {

@@ -21,6 +21,9 @@ struct DeviceHolders {
     bool isComplete = false; ///< False where a program of another user may hold it unseen.
 };
 
+/// What the process calls itself; empty where there is none.
+QString ProgramName(pid_t process);
+
 /// Which program has locked the device, as a list of one. Empty where that cannot be seen, and where that
 /// program has ended and the lock lives on in another one.
 QVector<DeviceHolder> FindLockHolders(const struct stat& device);

@@ -7,9 +7,9 @@
 #include <chrono>
 #include <thread>
 
-#include <QCoreApplication>
-
 #include <Vesmar/serialdevice.h>
+
+#include "client/words/translation.h"
 
 namespace VesmarClient
 {
@@ -21,29 +21,31 @@ namespace
 constexpr int MostLooks = 10;
 constexpr std::chrono::milliseconds TimeBetweenLooks{20};
 
-QString Translate(const char* text)
-{
-    return QCoreApplication::translate("VesmarClient", text);
-}
-
 QString DevicePath()
 {
     return QString::fromLatin1(Vesmar::SerialDevicePath);
 }
 
-Failure FailureOf(const char* name, const QString& whatHappened, const char* nextStep)
+/// Of a sentence with places for the device and, where there is one, a detail.
+Failure FailureOf(const char* name, const char* whatHappened, const char* nextStep,
+                  const QString& detail = {})
 {
     Failure failure;
     failure.name = QString::fromLatin1(name);
-    failure.whatHappened = whatHappened;
-    failure.nextStep = Translate(nextStep);
+    failure.whatHappened = Translated(whatHappened).arg(DevicePath());
+    if (!detail.isEmpty()) {
+        failure.whatHappened = failure.whatHappened.arg(detail);
+    }
+    failure.nextStep = Translated(nextStep);
     return failure;
 }
 
 Failure NoSerialLine()
 {
-    return FailureOf("device-unusable", Translate("%1 is no serial line.").arg(DevicePath()),
-                     "Let this name lead to the serial line that the instrument is wired to.");
+    return FailureOf(
+        "device-unusable", QT_TRANSLATE_NOOP("VesmarClient", "%1 is no serial line."),
+        QT_TRANSLATE_NOOP("VesmarClient",
+                          "Let this name lead to the serial line that the instrument is wired to."));
 }
 
 /// Whether a program has asked the system to let no other one open the device, which does not stop root.
@@ -76,28 +78,34 @@ Failure NotOpened(int openError)
 {
     switch (openError) {
     case ENOENT:
-        return FailureOf("device-missing",
-                         Translate("The serial device %1 does not exist.").arg(DevicePath()),
-                         "Check that the board's serial line has this name.");
+        return FailureOf(
+            "device-missing", QT_TRANSLATE_NOOP("VesmarClient", "The serial device %1 does not exist."),
+            QT_TRANSLATE_NOOP("VesmarClient", "Check that the board's serial line has this name."));
     case EACCES:
     case EPERM:
-        return FailureOf("no-permission",
-                         Translate("No permission to open the serial device %1.").arg(DevicePath()),
-                         "Join the group that owns it (usually: sudo usermod -a -G dialout \"$USER\") and "
-                         "log in again.");
+        return FailureOf(
+            "no-permission", QT_TRANSLATE_NOOP("VesmarClient", "No permission to open the serial device %1."),
+            QT_TRANSLATE_NOOP("VesmarClient",
+                              "Join the group that owns it (usually: sudo usermod -a -G dialout \"$USER\") "
+                              "and log in again."));
     default:
         return FailureOf("device-unusable",
-                         Translate("The serial device %1 cannot be opened: %2.")
-                             .arg(DevicePath(), qt_error_string(openError)),
-                         "Check the line and its driver, and whether another program holds the device.");
+                         QT_TRANSLATE_NOOP("VesmarClient", "The serial device %1 cannot be opened: %2."),
+                         QT_TRANSLATE_NOOP("VesmarClient",
+                                           "Check the line and its driver, and whether another program "
+                                           "holds the device."),
+                         qt_error_string(openError));
     }
 }
 
 Failure HeldBy(const QVector<DeviceHolder>& holders)
 {
-    const QString who = holders.isEmpty() ? Translate("a program that cannot be seen") : ShowHolders(holders);
-    return FailureOf("device-held", Translate("The serial device %1 is held by %2.").arg(DevicePath(), who),
-                     "A measurement may be running. End that program, or wait until it has ended.");
+    return FailureOf(
+        "device-held", QT_TRANSLATE_NOOP("VesmarClient", "The serial device %1 is held by %2."),
+        QT_TRANSLATE_NOOP("VesmarClient",
+                          "A measurement may be running. End that program, or wait until it has ended."),
+        holders.isEmpty() ? Translated(QT_TRANSLATE_NOOP("VesmarClient", "a program that cannot be seen"))
+                          : ShowHolders(holders));
 }
 
 Failure LineLock::Lock()
