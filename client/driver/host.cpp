@@ -236,6 +236,11 @@ void Host::WatchLink()
     connect(tester, &Tester::DeviceInformationChanged, this, &Host::ReceiveIdentity);
     connect(tester, &Tester::TesterModeChanged, this, [this](Vesmar::OperationMode mode) {
         Q_EMIT ModeChanged(ModeOf(mode));
+        const bool hasLeftUpdateMode =
+            State() == LinkState::UpdateMode && mode == Vesmar::OperationMode::Normal;
+        if (hasLeftUpdateMode && !_run) {
+            _tester->RestartTester(); // nothing else leads the driver out of waiting for firmware
+        }
         _link.ModeChanged(mode);
         TellLinkState();
     });

@@ -15,6 +15,8 @@ using Vesmar::Tester;
 
 /// How long the instrument may take to stop, the way back of a link included.
 constexpr std::chrono::milliseconds StopTime{20000};
+/// The driver monitors meanwhile, more than once.
+constexpr std::chrono::milliseconds MonitoringTime{1000};
 /// After so long without an answer, the driver waits for something that does not come.
 constexpr std::chrono::milliseconds AnswerTime{8000};
 
@@ -45,14 +47,19 @@ void StopRun::Work()
     Tester& tester = Instrument();
     connect(&tester, &Tester::DeviceInformationChanged, this, &StopRun::ReceiveIdentity);
     connect(&tester, &Tester::ErrorCodeChanged, this, &StopRun::ReceiveError);
-    connect(&tester, &Tester::CurrentMeasurementTypeChanged, this, &StopRun::Observe);
+    connect(&tester, &Tester::CurrentMeasurementTypeChanged, this, &StopRun::Conclude);
+    connect(&tester, &Tester::TestResultsChanged, this, [this](Vesmar::MeasurementResults* results) {
+        if (results->GetMeasurementType() == MeasurementType::Monitoring) {
+            Conclude();
+        }
+    });
     _leadingOut = new QTimer(this);
     _leadingOut->setSingleShot(true);
     connect(_leadingOut, &QTimer::timeout, this, &StopRun::LeadOut);
     _leadingOut->start(AnswerTime);
     tester.SetIsMeasurementModeActive(false);
     tester.RetrieveDeviceInformation();
-    Observe();
+    TellPhase();
 }
 
 void StopRun::Abort()
@@ -63,8 +70,12 @@ void StopRun::Abort()
 
 void StopRun::ReceiveIdentity()
 {
+    if (_isIdentityRead) {
+        Conclude();
+        return;
+    }
     _isIdentityRead = true;
-    Observe();
+    QTimer::singleShot(MonitoringTime, &Instrument(), &Tester::RetrieveDeviceInformation);
 }
 
 /// What was read before the link was lost proves nothing. Once it is back, the identity is read unasked.
@@ -75,20 +86,29 @@ void StopRun::ReceiveError(Vesmar::Error error)
     }
 }
 
-void StopRun::Observe()
+void StopRun::Conclude()
 {
-    const bool isIdle = Instrument().CurrentMeasurementType() == MeasurementType::Monitoring;
-    if (_isIdentityRead && isIdle) {
+    if (_isIdentityRead && IsIdle()) {
         _leadingOut->stop();
         Guard::OfThisProcess().Release();
         End(Outcome::Completed);
     } else {
-        Q_EMIT PhaseChanged(isIdle ? Phase::Confirming : Phase::AwaitingIdle);
+        TellPhase();
     }
 }
 
-/// An abort can leave the driver waiting for the state of a function that no status reports. A restart of the
-/// instrument leads out of that.
+void StopRun::TellPhase()
+{
+    Q_EMIT PhaseChanged(IsIdle() ? Phase::Confirming : Phase::AwaitingIdle);
+}
+
+bool StopRun::IsIdle() const
+{
+    return Instrument().CurrentMeasurementType() == MeasurementType::Monitoring;
+}
+
+/// The function does not stop, or the driver waits for the state of one that no status reports any more, as
+/// an abort can leave it. A restart of the instrument leads out of both.
 void StopRun::LeadOut()
 {
     if (!_isIdentityRead && !IsLinkError(Instrument().ErrorCode())) {

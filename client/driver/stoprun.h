@@ -6,8 +6,9 @@ namespace VesmarClient
 {
 
 /// Ends whatever runs at the instrument, and proves it: measurement mode is left and the identity asked for.
-/// The driver answers that only when it monitors again, after a fresh status: an active function after that
-/// is being stopped by the driver itself, and no active function means that the instrument has stopped.
+/// The driver answers that outside of measurement mode only, where it stops any function that it finds. What
+/// it tells after the answer comes from a fresh status: readings of the mains, or a function that is not
+/// active any more. Without either, the function is looked at when a second identity has been read.
 class StopRun : public LimitedRun
 {
     Q_OBJECT
@@ -26,7 +27,9 @@ protected:
 private:
     void ReceiveIdentity();
     void ReceiveError(Vesmar::Error error);
-    void Observe();
+    void Conclude();
+    void TellPhase();
+    bool IsIdle() const;
     void LeadOut();
 
     QTimer* _leadingOut = nullptr; ///< A child.

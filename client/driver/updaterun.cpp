@@ -1,6 +1,7 @@
 #include "client/driver/updaterun.h"
 
 #include "client/driver/updatefailure.h"
+#include "client/line/diagnosis.h"
 
 namespace VesmarClient
 {
@@ -174,9 +175,26 @@ void UpdateRun::End()
         QMetaObject::invokeMethod(this, &UpdateRun::WithdrawRequest, Qt::QueuedConnection);
     } else if (_session.CurrentOutcome() == UpdateSession::Outcome::Updated) {
         AwaitReadiness();
+    } else if (_session.CurrentOutcome() == UpdateSession::Outcome::Failed) {
+        AwaitLink();
     } else {
         Conclude();
     }
+}
+
+/// After a failure, the driver brings back the link. Once it has, the firmware can be sent again.
+void UpdateRun::AwaitLink()
+{
+    _limit = SingleShot(ConfirmTime);
+    connect(_limit.get(), &QTimer::timeout, this, &UpdateRun::Conclude);
+    _limit->start();
+    _linkCheck = std::make_unique<QTimer>();
+    connect(_linkCheck.get(), &QTimer::timeout, this, [this] {
+        if (!IsLinkError(Instrument().ErrorCode())) {
+            Conclude();
+        }
+    });
+    _linkCheck->start(UntilALossShows);
 }
 
 /// The instrument is back. Once its clocks have been read, too, it can be asked for the next job.
@@ -201,6 +219,9 @@ void UpdateRun::WithdrawRequest()
 void UpdateRun::Conclude()
 {
     _limit->stop();
+    if (_linkCheck) {
+        _linkCheck->stop();
+    }
     if (_readiness) {
         _readiness->Stop();
     }

@@ -50,6 +50,7 @@ private:
     void End();
     void WithdrawRequest();
     void AwaitReadiness();
+    void AwaitLink();
     void Conclude();
 
     Vesmar::Tester& Instrument() const { return *Vesmar::Tester::Instance(); }
@@ -61,6 +62,7 @@ private:
     int _sectors = 0; ///< That were told last.
     std::unique_ptr<QTimer> _limit;
     std::unique_ptr<QTimer> _modeCheck;
+    std::unique_ptr<QTimer> _linkCheck;
     std::unique_ptr<Readiness> _readiness;
 };
 
