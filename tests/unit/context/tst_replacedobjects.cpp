@@ -27,14 +27,81 @@ class TestReplacedObjects : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void CellPublishesTheNextObjectAndHandsBackThePreviousOne();
-    void CellThatWasEmptyHandsBackNothing();
-    void ReleasedOnItsOwnThreadItIsDeletedAtOnce();
-    void ReleasedOnAnotherThreadItIsDeletedHereBetweenTwoEvents();
-    void HeldItLivesUntilTheWorkerLetsGoAndIsDeletedHere();
-    void HeldItIsDeletedAtOnceWhenThisThreadLetsGo();
-    void WhatIsLeftIsDeletedWithTheOwner();
+    void init()
+    {
+        _replaced = std::make_unique<ReplacedObjects>();
+        _object = std::make_unique<TesterInformation>(nullptr);
+        _deletions = 0;
+        _deletedOn = {};
+        connect(
+            _object.get(), &QObject::destroyed, this,
+            [this] {
+                _deletedOn = std::this_thread::get_id();
+                ++_deletions;
+            },
+            Qt::DirectConnection);
+    }
+
+    void CellPublishesTheNextObjectAndHandsBackThePreviousOne()
+    {
+        TesterInformation next(nullptr);
+        Vesmar::ThreadSafeProperty<TesterInformation*> cell;
+        cell.Set(_object.get());
+        const QSignalSpy changes(&cell, &Vesmar::Notifible::ValueChanged);
+        const std::unique_ptr<TesterInformation> previous = Vesmar::ReplaceOwned(cell, &next);
+        QCOMPARE(previous.get(), _object.release());
+        QCOMPARE(cell.Get(), &next);
+        QCOMPARE(changes.count(), 1);
+        QCOMPARE(_deletions, 0);
+    }
+
+    void CellThatWasEmptyHandsBackNothing()
+    {
+        Vesmar::ThreadSafeProperty<TesterInformation*> cell;
+        QVERIFY(Vesmar::ReplaceOwned(cell, _object.get()) == nullptr);
+        QCOMPARE(cell.Get(), _object.get());
+    }
+
+    void ReleasedOnItsOwnThreadItIsDeletedAtOnce()
+    {
+        _replaced->Release(std::move(_object));
+        QCOMPARE(_deletions, 1);
+    }
+
+    void ReleasedOnAnotherThreadItIsDeletedHereBetweenTwoEvents()
+    {
+        OnAnotherThread([this] { _replaced->Release(std::move(_object)); });
+        QCOMPARE(_deletions, 0);
+        QTRY_COMPARE(_deletions, 1);
+        QVERIFY(_deletedOn == std::this_thread::get_id());
+    }
+
+    void HeldItLivesUntilTheWorkerLetsGoAndIsDeletedHere()
+    {
+        _replaced->Hold(std::move(_object));
+        QCoreApplication::processEvents();
+        QCOMPARE(_deletions, 0);
+        OnAnotherThread([this] { _replaced->ReleaseHeld(); });
+        QCOMPARE(_deletions, 0);
+        QTRY_COMPARE(_deletions, 1);
+        QVERIFY(_deletedOn == std::this_thread::get_id());
+    }
+
+    void HeldItIsDeletedAtOnceWhenThisThreadLetsGo()
+    {
+        _replaced->Hold(std::move(_object));
+        _replaced->ReleaseHeld();
+        QCOMPARE(_deletions, 1);
+    }
+
+    void WhatIsLeftIsDeletedWithTheOwner()
+    {
+        OnAnotherThread([this] { _replaced->Release(std::move(_object)); });
+        _replaced->Hold(std::make_unique<TesterInformation>(nullptr));
+        QCOMPARE(_deletions, 0);
+        _replaced.reset();
+        QCOMPARE(_deletions, 1);
+    }
 
 private:
     std::unique_ptr<ReplacedObjects> _replaced;
@@ -42,82 +109,6 @@ private:
     int _deletions = 0;
     std::thread::id _deletedOn;
 };
-
-void TestReplacedObjects::init()
-{
-    _replaced = std::make_unique<ReplacedObjects>();
-    _object = std::make_unique<TesterInformation>(nullptr);
-    _deletions = 0;
-    _deletedOn = {};
-    connect(
-        _object.get(), &QObject::destroyed, this,
-        [this] {
-            _deletedOn = std::this_thread::get_id();
-            ++_deletions;
-        },
-        Qt::DirectConnection);
-}
-
-void TestReplacedObjects::CellPublishesTheNextObjectAndHandsBackThePreviousOne()
-{
-    TesterInformation next(nullptr);
-    Vesmar::ThreadSafeProperty<TesterInformation*> cell;
-    cell.Set(_object.get());
-    const QSignalSpy changes(&cell, &Vesmar::Notifible::ValueChanged);
-    const std::unique_ptr<TesterInformation> previous = Vesmar::ReplaceOwned(cell, &next);
-    QCOMPARE(previous.get(), _object.release());
-    QCOMPARE(cell.Get(), &next);
-    QCOMPARE(changes.count(), 1);
-    QCOMPARE(_deletions, 0);
-}
-
-void TestReplacedObjects::CellThatWasEmptyHandsBackNothing()
-{
-    Vesmar::ThreadSafeProperty<TesterInformation*> cell;
-    QVERIFY(Vesmar::ReplaceOwned(cell, _object.get()) == nullptr);
-    QCOMPARE(cell.Get(), _object.get());
-}
-
-void TestReplacedObjects::ReleasedOnItsOwnThreadItIsDeletedAtOnce()
-{
-    _replaced->Release(std::move(_object));
-    QCOMPARE(_deletions, 1);
-}
-
-void TestReplacedObjects::ReleasedOnAnotherThreadItIsDeletedHereBetweenTwoEvents()
-{
-    OnAnotherThread([this] { _replaced->Release(std::move(_object)); });
-    QCOMPARE(_deletions, 0);
-    QTRY_COMPARE(_deletions, 1);
-    QVERIFY(_deletedOn == std::this_thread::get_id());
-}
-
-void TestReplacedObjects::HeldItLivesUntilTheWorkerLetsGoAndIsDeletedHere()
-{
-    _replaced->Hold(std::move(_object));
-    QCoreApplication::processEvents();
-    QCOMPARE(_deletions, 0);
-    OnAnotherThread([this] { _replaced->ReleaseHeld(); });
-    QCOMPARE(_deletions, 0);
-    QTRY_COMPARE(_deletions, 1);
-    QVERIFY(_deletedOn == std::this_thread::get_id());
-}
-
-void TestReplacedObjects::HeldItIsDeletedAtOnceWhenThisThreadLetsGo()
-{
-    _replaced->Hold(std::move(_object));
-    _replaced->ReleaseHeld();
-    QCOMPARE(_deletions, 1);
-}
-
-void TestReplacedObjects::WhatIsLeftIsDeletedWithTheOwner()
-{
-    OnAnotherThread([this] { _replaced->Release(std::move(_object)); });
-    _replaced->Hold(std::make_unique<TesterInformation>(nullptr));
-    QCOMPARE(_deletions, 0);
-    _replaced.reset();
-    QCOMPARE(_deletions, 1);
-}
 
 QTEST_GUILESS_MAIN(TestReplacedObjects)
 #include "tst_replacedobjects.moc"

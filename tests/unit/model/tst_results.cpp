@@ -57,97 +57,88 @@ class TestResults : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void KeepEachReading_data();
-    void KeepEachReading();
-    void ResultOfIECLosesItsFraction_data();
-    void ResultOfIECLosesItsFraction();
-    void BaseBelongsToItsParent();
-    void AnAbsentReadingIsTheLargestFloat();
+    void KeepEachReading_data()
+    {
+        QTest::addColumn<QSharedPointer<MeasurementResults>>("results");
+        QTest::addColumn<int>("function");
+        QTest::addColumn<QVector<float>>("readings");
+        QTest::addColumn<QVector<float>>("expected");
+        AddRow("base", -1, new MeasurementResults(MeasurementType::None, nullptr), {});
+        AddRow("base of an unnamed function", 55, new MeasurementResults(MeasurementType(55), nullptr), {});
+        AddRow("Monitoring", 0, new MonitoringResults(1.5F, 2.5F, 3.5F), {1.5F, 2.5F, 3.5F},
+               &MonitoringResults::_uln, &MonitoringResults::_unpe, &MonitoringResults::_frequency);
+        AddRow("RLN", 1, new RLNResults(1.5F, 2.5F, 3.5F, 4.5F, 5.5F), {1.5F, 2.5F, 3.5F, 4.5F, 5.5F},
+               &RLNResults::_resistance, &RLNResults::_voltage, &RLNResults::_current,
+               &RLNResults::_isubVoltage, &RLNResults::_isubCurrent);
+        AddRow("RPE", 2, new RPEResults(1.5F, 2.5F, 3.5F), {1.5F, 2.5F, 3.5F}, &RPEResults::_resistance,
+               &RPEResults::_voltage, &RPEResults::_current);
+        AddRow("RISO", 3, new RISOResults(1.5F, 2.5F, 3.5F), {1.5F, 2.5F, 3.5F}, &RISOResults::_resistance,
+               &RISOResults::_voltage, &RISOResults::_current);
+        AddRow("ISUB", 4, new ISUBResults(1.5F, 2.5F), {1.5F, 2.5F}, &ISUBResults::_current,
+               &ISUBResults::_voltage);
+        AddRow("IPE", 5, new IPEResults(1.5F, 2.5F), {1.5F, 2.5F}, &IPEResults::_current,
+               &IPEResults::_voltage);
+        AddRow("IDELTA", 6, new IDELTAResults(1.5F, 2.5F), {1.5F, 2.5F}, &IDELTAResults::_current,
+               &IDELTAResults::_voltage);
+        AddRow("IT", 7, new ITResults(1.5F), {1.5F}, &ITResults::_current);
+        AddRow("POWER", 8, new POWERResults(1.5F, 2.5F, 3.5F, 4.5F, 5.5F, 6.5F),
+               {1.5F, 2.5F, 3.5F, 4.5F, 5.5F, 6.5F}, &POWERResults::_energy, &POWERResults::_power,
+               &POWERResults::_current, &POWERResults::_voltage, &POWERResults::_powerFactor,
+               &POWERResults::_apparentPower);
+        AddHVTest("HVTest with 55 per cent", 55.0F, 0.55F);
+        AddHVTest("HVTest with 100 per cent", 100.0F, 1.0F);
+        AddHVTest("HVTest with less than nothing", -1.0F, -0.01F);
+        AddRow("RCD", 10, new RCDResults(1.5F, 2.5F, 3.5F), {1.5F, 2.5F, 3.5F}, &RCDResults::_re,
+               &RCDResults::_ia, &RCDResults::_ta);
+        AddRow("RCDIEC", 11, new RCDIECResults(1.5F, 2.5F), {1.5F, 2.5F}, &RCDIECResults::_ia,
+               &RCDIECResults::_ta);
+        AddIEC("IEC with a delay of 250", 250.0F, 0.25F);
+        AddIEC("IEC with a negative delay", -1000.0F, -1.0F);
+    }
+
+    void KeepEachReading()
+    {
+        QFETCH(const QSharedPointer<MeasurementResults>, results);
+        QFETCH(const int, function);
+        QFETCH(const QVector<float>, readings);
+        QTEST(readings, "expected");
+        QCOMPARE(static_cast<int>(results->GetMeasurementType()), function);
+        QVERIFY(results->parent() == nullptr);
+        QCOMPARE(results->metaObject()->className(), "Vesmar::MeasurementResults");
+        QCOMPARE(results->_values, (std::array<float, 6>{}));
+    }
+
+    void ResultOfIECLosesItsFraction_data()
+    {
+        QTest::addColumn<float>("argument");
+        QTest::addColumn<int>("result");
+        QTest::newRow("2.9") << 2.9F << 2;
+        QTest::newRow("-2.9") << -2.9F << -2;
+        QTest::newRow("0.99") << 0.99F << 0;
+        QTest::newRow("-0.99") << -0.99F << 0;
+        QTest::newRow("whole") << 7.0F << 7;
+        QTest::newRow("large") << 16777216.0F << 16777216;
+        QTest::newRow("large negative") << -16777216.0F << -16777216;
+        QTest::newRow("more than an integer holds") << 3.0e9F << 2147483647;
+        QTest::newRow("less than an integer holds") << -3.0e9F << int(-2147483648);
+        QTest::newRow("not a number") << std::numeric_limits<float>::quiet_NaN() << 0;
+    }
+
+    void ResultOfIECLosesItsFraction()
+    {
+        QFETCH(const float, argument);
+        QTEST(IECResults(argument, 0.0F, 0.0F, 0.0F, 0.0F)._result, "result");
+    }
+
+    void BaseBelongsToItsParent()
+    {
+        QObject parent;
+        const MeasurementResults results(MeasurementType::RPE, &parent);
+        QCOMPARE(results.parent(), &parent);
+    }
+
+    void AnAbsentReadingIsTheLargestFloat() { QVERIFY(MeasurementResults::NoValue == 3.4028235e38F); }
 };
-
-void TestResults::KeepEachReading_data()
-{
-    QTest::addColumn<QSharedPointer<MeasurementResults>>("results");
-    QTest::addColumn<int>("function");
-    QTest::addColumn<QVector<float>>("readings");
-    QTest::addColumn<QVector<float>>("expected");
-    AddRow("base", -1, new MeasurementResults(MeasurementType::None, nullptr), {});
-    AddRow("base of an unnamed function", 55, new MeasurementResults(MeasurementType(55), nullptr), {});
-    AddRow("Monitoring", 0, new MonitoringResults(1.5F, 2.5F, 3.5F), {1.5F, 2.5F, 3.5F},
-           &MonitoringResults::_uln, &MonitoringResults::_unpe, &MonitoringResults::_frequency);
-    AddRow("RLN", 1, new RLNResults(1.5F, 2.5F, 3.5F, 4.5F, 5.5F), {1.5F, 2.5F, 3.5F, 4.5F, 5.5F},
-           &RLNResults::_resistance, &RLNResults::_voltage, &RLNResults::_current, &RLNResults::_isubVoltage,
-           &RLNResults::_isubCurrent);
-    AddRow("RPE", 2, new RPEResults(1.5F, 2.5F, 3.5F), {1.5F, 2.5F, 3.5F}, &RPEResults::_resistance,
-           &RPEResults::_voltage, &RPEResults::_current);
-    AddRow("RISO", 3, new RISOResults(1.5F, 2.5F, 3.5F), {1.5F, 2.5F, 3.5F}, &RISOResults::_resistance,
-           &RISOResults::_voltage, &RISOResults::_current);
-    AddRow("ISUB", 4, new ISUBResults(1.5F, 2.5F), {1.5F, 2.5F}, &ISUBResults::_current,
-           &ISUBResults::_voltage);
-    AddRow("IPE", 5, new IPEResults(1.5F, 2.5F), {1.5F, 2.5F}, &IPEResults::_current, &IPEResults::_voltage);
-    AddRow("IDELTA", 6, new IDELTAResults(1.5F, 2.5F), {1.5F, 2.5F}, &IDELTAResults::_current,
-           &IDELTAResults::_voltage);
-    AddRow("IT", 7, new ITResults(1.5F), {1.5F}, &ITResults::_current);
-    AddRow("POWER", 8, new POWERResults(1.5F, 2.5F, 3.5F, 4.5F, 5.5F, 6.5F),
-           {1.5F, 2.5F, 3.5F, 4.5F, 5.5F, 6.5F}, &POWERResults::_energy, &POWERResults::_power,
-           &POWERResults::_current, &POWERResults::_voltage, &POWERResults::_powerFactor,
-           &POWERResults::_apparentPower);
-    AddHVTest("HVTest with 55 per cent", 55.0F, 0.55F);
-    AddHVTest("HVTest with 100 per cent", 100.0F, 1.0F);
-    AddHVTest("HVTest with less than nothing", -1.0F, -0.01F);
-    AddRow("RCD", 10, new RCDResults(1.5F, 2.5F, 3.5F), {1.5F, 2.5F, 3.5F}, &RCDResults::_re,
-           &RCDResults::_ia, &RCDResults::_ta);
-    AddRow("RCDIEC", 11, new RCDIECResults(1.5F, 2.5F), {1.5F, 2.5F}, &RCDIECResults::_ia,
-           &RCDIECResults::_ta);
-    AddIEC("IEC with a delay of 250", 250.0F, 0.25F);
-    AddIEC("IEC with a negative delay", -1000.0F, -1.0F);
-}
-
-void TestResults::KeepEachReading()
-{
-    QFETCH(const QSharedPointer<MeasurementResults>, results);
-    QFETCH(const int, function);
-    QFETCH(const QVector<float>, readings);
-    QTEST(readings, "expected");
-    QCOMPARE(static_cast<int>(results->GetMeasurementType()), function);
-    QVERIFY(results->parent() == nullptr);
-    QCOMPARE(results->metaObject()->className(), "Vesmar::MeasurementResults");
-    QCOMPARE(results->_values, (std::array<float, 6>{}));
-}
-
-void TestResults::ResultOfIECLosesItsFraction_data()
-{
-    QTest::addColumn<float>("argument");
-    QTest::addColumn<int>("result");
-    QTest::newRow("2.9") << 2.9F << 2;
-    QTest::newRow("-2.9") << -2.9F << -2;
-    QTest::newRow("0.99") << 0.99F << 0;
-    QTest::newRow("-0.99") << -0.99F << 0;
-    QTest::newRow("whole") << 7.0F << 7;
-    QTest::newRow("large") << 16777216.0F << 16777216;
-    QTest::newRow("large negative") << -16777216.0F << -16777216;
-    QTest::newRow("more than an integer holds") << 3.0e9F << 2147483647;
-    QTest::newRow("less than an integer holds") << -3.0e9F << int(-2147483648);
-    QTest::newRow("not a number") << std::numeric_limits<float>::quiet_NaN() << 0;
-}
-
-void TestResults::ResultOfIECLosesItsFraction()
-{
-    QFETCH(const float, argument);
-    QTEST(IECResults(argument, 0.0F, 0.0F, 0.0F, 0.0F)._result, "result");
-}
-
-void TestResults::BaseBelongsToItsParent()
-{
-    QObject parent;
-    const MeasurementResults results(MeasurementType::RPE, &parent);
-    QCOMPARE(results.parent(), &parent);
-}
-
-void TestResults::AnAbsentReadingIsTheLargestFloat()
-{
-    QVERIFY(MeasurementResults::NoValue == 3.4028235e38F);
-}
 
 QTEST_APPLESS_MAIN(TestResults)
 #include "tst_results.moc"

@@ -203,17 +203,143 @@ class TestSettings : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void BeginWithTheirFunctionAndDefaults_data();
-    void BeginWithTheirFunctionAndDefaults();
-    void KeepEveryFieldInClonesAndCopies_data();
-    void KeepEveryFieldInClonesAndCopies();
-    void StoreAnyValueAndBuildThePayload_data();
-    void StoreAnyValueAndBuildThePayload();
-    void BuildANewPayloadForEachCaller_data();
-    void BuildANewPayloadForEachCaller();
-    void NameTheInstrumentsNumbers();
-    void BasesCloneToNoFunctionAndBuildNoPayload();
-    void ContinuousBaseCopiesButDoesNotCloneTheTime();
+    void BeginWithTheirFunctionAndDefaults_data() { AddClasses(); }
+
+    void BeginWithTheirFunctionAndDefaults()
+    {
+        QFETCH(const QByteArray, name);
+        const Class& tested = Find(SettingsClasses::All(), name);
+        const auto settings = tested.create();
+        QCOMPARE(static_cast<int>(settings->GetMeasurementType()), tested.function);
+        const bool isContinuous = dynamic_cast<ContinuousMeasurementSettings*>(settings.get()) != nullptr;
+        QCOMPARE(isContinuous, tested.function >= 2 && tested.function <= 9);
+        QVERIFY(settings->parent() == nullptr);
+        QCOMPARE(settings->metaObject()->className(), "Vesmar::MeasurementSettings");
+        for (const Field& field : tested.fields) {
+            QVERIFY2(field.get(*settings) == field.initial, field.name);
+        }
+    }
+
+    void KeepEveryFieldInClonesAndCopies_data() { AddClasses(); }
+
+    void KeepEveryFieldInClonesAndCopies()
+    {
+        QFETCH(const QByteArray, name);
+        const Class& tested = Find(SettingsClasses::All(), name);
+        QObject parent;
+        const auto settings = tested.create();
+        settings->setParent(&parent);
+        for (const Field& field : tested.fields) {
+            field.set(*settings, field.other);
+        }
+        const std::unique_ptr<MeasurementSettings> clone(settings->Clone());
+        const auto copy = tested.copy(*settings);
+        QVERIFY(clone.get() != settings.get());
+        for (const MeasurementSettings* kept : {settings.get(), clone.get(), copy.get()}) {
+            QVERIFY(typeid(*kept) == typeid(*settings));
+            QCOMPARE(static_cast<int>(kept->GetMeasurementType()), tested.function);
+            QVERIFY(kept == settings.get() || kept->parent() == nullptr);
+            for (const Field& field : tested.fields) {
+                QVERIFY2(field.get(*kept) == field.other, field.name);
+            }
+        }
+    }
+
+    void StoreAnyValueAndBuildThePayload_data()
+    {
+        QTest::addColumn<QByteArray>("payload");
+        AddDefaults();
+        AddTimes("RPE", "02 * 00 00 FF FF FF FF");
+        AddTimes("RISO", "03 * 00 00 FF FF FF FF");
+        AddTimes("ISUB", "04 * 00 00 FF FF FF FF");
+        AddTimes("IPE", "05 * 00 00 FF FF FF FF");
+        AddTimes("IDELTA", "06 * 00 00 FF FF FF FF");
+        AddTimes("IT", "07 * 00 00 FF FF FF FF");
+        AddTimes("POWER", "08 * 00 00 FF FF FF FF");
+        AddTimes("HVTest", "09 * 02 00 FF FF FF FF");
+        AddMethods();
+        AddVoltages();
+        AddModesWithConfigurations("IPE", "05 05 * 00 FF FF FF FF");
+        AddModesWithConfigurations("IDELTA", "06 05 * 00 FF FF FF FF");
+        AddModesOrConfigurations();
+        AddRcdOptions("RCD", "0A");
+        AddRcdOptions("RCDIEC", "0B");
+        AddRcdSpecials();
+    }
+
+    void StoreAnyValueAndBuildThePayload()
+    {
+        QFETCH(const QByteArray, payload);
+        QList<QByteArray> words = QByteArray(QTest::currentDataTag()).split(' ');
+        const Class& tested = Find(SettingsClasses::All(), words.takeFirst());
+        const auto settings = tested.create();
+        for (const QByteArray& word : words) {
+            const QList<QByteArray> sides = word.split('=');
+            const Field& field = Find(tested.fields, sides.first());
+            field.set(*settings, sides.last().toDouble());
+            QVERIFY2(field.get(*settings) == sides.last().toDouble(), word);
+        }
+        const std::unique_ptr<QByteArray> built(settings->CreateMeasurementFrame());
+        QCOMPARE(built->toHex(' '), payload.toHex(' '));
+    }
+
+    void BuildANewPayloadForEachCaller_data() { AddClasses(); }
+
+    void BuildANewPayloadForEachCaller()
+    {
+        QFETCH(const QByteArray, name);
+        const auto settings = Find(SettingsClasses::All(), name).create();
+        const std::unique_ptr<QByteArray> first(settings->CreateMeasurementFrame());
+        const std::unique_ptr<QByteArray> second(settings->CreateMeasurementFrame());
+        QVERIFY(first.get() != second.get());
+        QCOMPARE(*first, *second);
+    }
+
+    void NameTheInstrumentsNumbers()
+    {
+        using namespace Vesmar;
+        VerifyFourCurrents<RPESettings::RPECurrent>();
+        QCOMPARE(Numbers({RPESettings::RPEMethod::Method0, RPESettings::RPEMethod::Method1,
+                          RPESettings::RPEMethod::Method2, RPESettings::RPEMethod::Method3}),
+                 Range(0, 3));
+        QCOMPARE(Numbers({RISOSettings::RISOVoltage::Voltage0, RISOSettings::RISOVoltage::Voltage1,
+                          RISOSettings::RISOVoltage::Voltage2, RISOSettings::RISOVoltage::Voltage3}),
+                 Range(0, 3));
+        VerifyTwoModes<RISOSettings::RISOMode>();
+        QCOMPARE(Numbers({RISOSettings::RISOMode::Mode4}), Range(4, 4));
+        VerifyTwoModes<IPESettings::IPEMode>();
+        VerifyTwoModes<IDELTASettings::IDELTAMode>();
+        VerifyTwoModes<POWERSettings::POWERMode>();
+        VerifyTwoModes<HVTestSettings::HVMode>();
+        VerifyTwoConfigurations<IPESettings::IPEConfiguration>();
+        VerifyTwoConfigurations<IDELTASettings::IDELTAConfiguration>();
+        VerifyTwoConfigurations<ITSettings::ITConfiguration>();
+        VerifyRcdOptions<RCDSettings::RCDQuantity, RCDSettings::RCDPhase, RCDSettings::RCDCurrent,
+                         RCDSettings::RCDType>();
+        VerifyRcdOptions<RCDIECSettings::RCDIECQuantity, RCDIECSettings::RCDIECPhase,
+                         RCDIECSettings::RCDIECCurrent, RCDIECSettings::RCDIECType>();
+        using Mode = RCDSettings::RCDMode;
+        using ModeIEC = RCDIECSettings::RCDIECMode;
+        QCOMPARE(Numbers({Mode::UbRe, Mode::IaTa1, Mode::IaTa2}), Range(0, 2));
+        QCOMPARE(Numbers({ModeIEC::IaTa1, ModeIEC::IaTa2, ModeIEC::CleanUp}), Range(1, 3));
+    }
+
+    void BasesCloneToNoFunctionAndBuildNoPayload()
+    {
+        static_assert(std::is_base_of_v<MeasurementSettings, ContinuousMeasurementSettings>);
+        VerifyBase<MeasurementSettings>();
+        VerifyBase<ContinuousMeasurementSettings>();
+    }
+
+    void ContinuousBaseCopiesButDoesNotCloneTheTime()
+    {
+        ContinuousMeasurementSettings settings(MeasurementType::IPE, nullptr);
+        QCOMPARE(settings.GetTime(), 5);
+        settings.SetTime(42);
+        QCOMPARE(ContinuousMeasurementSettings(settings).GetTime(), 42);
+        const std::unique_ptr<MeasurementSettings> clone(settings.Clone());
+        QCOMPARE(static_cast<const ContinuousMeasurementSettings&>(*clone).GetTime(), 5);
+    }
 
 private:
     static void AddClasses();
@@ -225,153 +351,6 @@ void TestSettings::AddClasses()
     for (const Class& each : SettingsClasses::All()) {
         QTest::newRow(each.name) << QByteArray(each.name);
     }
-}
-
-void TestSettings::BeginWithTheirFunctionAndDefaults_data()
-{
-    AddClasses();
-}
-
-void TestSettings::BeginWithTheirFunctionAndDefaults()
-{
-    QFETCH(const QByteArray, name);
-    const Class& tested = Find(SettingsClasses::All(), name);
-    const auto settings = tested.create();
-    QCOMPARE(static_cast<int>(settings->GetMeasurementType()), tested.function);
-    const bool isContinuous = dynamic_cast<ContinuousMeasurementSettings*>(settings.get()) != nullptr;
-    QCOMPARE(isContinuous, tested.function >= 2 && tested.function <= 9);
-    QVERIFY(settings->parent() == nullptr);
-    QCOMPARE(settings->metaObject()->className(), "Vesmar::MeasurementSettings");
-    for (const Field& field : tested.fields) {
-        QVERIFY2(field.get(*settings) == field.initial, field.name);
-    }
-}
-
-void TestSettings::KeepEveryFieldInClonesAndCopies_data()
-{
-    AddClasses();
-}
-
-void TestSettings::KeepEveryFieldInClonesAndCopies()
-{
-    QFETCH(const QByteArray, name);
-    const Class& tested = Find(SettingsClasses::All(), name);
-    QObject parent;
-    const auto settings = tested.create();
-    settings->setParent(&parent);
-    for (const Field& field : tested.fields) {
-        field.set(*settings, field.other);
-    }
-    const std::unique_ptr<MeasurementSettings> clone(settings->Clone());
-    const auto copy = tested.copy(*settings);
-    QVERIFY(clone.get() != settings.get());
-    for (const MeasurementSettings* kept : {settings.get(), clone.get(), copy.get()}) {
-        QVERIFY(typeid(*kept) == typeid(*settings));
-        QCOMPARE(static_cast<int>(kept->GetMeasurementType()), tested.function);
-        QVERIFY(kept == settings.get() || kept->parent() == nullptr);
-        for (const Field& field : tested.fields) {
-            QVERIFY2(field.get(*kept) == field.other, field.name);
-        }
-    }
-}
-
-void TestSettings::StoreAnyValueAndBuildThePayload_data()
-{
-    QTest::addColumn<QByteArray>("payload");
-    AddDefaults();
-    AddTimes("RPE", "02 * 00 00 FF FF FF FF");
-    AddTimes("RISO", "03 * 00 00 FF FF FF FF");
-    AddTimes("ISUB", "04 * 00 00 FF FF FF FF");
-    AddTimes("IPE", "05 * 00 00 FF FF FF FF");
-    AddTimes("IDELTA", "06 * 00 00 FF FF FF FF");
-    AddTimes("IT", "07 * 00 00 FF FF FF FF");
-    AddTimes("POWER", "08 * 00 00 FF FF FF FF");
-    AddTimes("HVTest", "09 * 02 00 FF FF FF FF");
-    AddMethods();
-    AddVoltages();
-    AddModesWithConfigurations("IPE", "05 05 * 00 FF FF FF FF");
-    AddModesWithConfigurations("IDELTA", "06 05 * 00 FF FF FF FF");
-    AddModesOrConfigurations();
-    AddRcdOptions("RCD", "0A");
-    AddRcdOptions("RCDIEC", "0B");
-    AddRcdSpecials();
-}
-
-void TestSettings::StoreAnyValueAndBuildThePayload()
-{
-    QFETCH(const QByteArray, payload);
-    QList<QByteArray> words = QByteArray(QTest::currentDataTag()).split(' ');
-    const Class& tested = Find(SettingsClasses::All(), words.takeFirst());
-    const auto settings = tested.create();
-    for (const QByteArray& word : words) {
-        const QList<QByteArray> sides = word.split('=');
-        const Field& field = Find(tested.fields, sides.first());
-        field.set(*settings, sides.last().toDouble());
-        QVERIFY2(field.get(*settings) == sides.last().toDouble(), word);
-    }
-    const std::unique_ptr<QByteArray> built(settings->CreateMeasurementFrame());
-    QCOMPARE(built->toHex(' '), payload.toHex(' '));
-}
-
-void TestSettings::BuildANewPayloadForEachCaller_data()
-{
-    AddClasses();
-}
-
-void TestSettings::BuildANewPayloadForEachCaller()
-{
-    QFETCH(const QByteArray, name);
-    const auto settings = Find(SettingsClasses::All(), name).create();
-    const std::unique_ptr<QByteArray> first(settings->CreateMeasurementFrame());
-    const std::unique_ptr<QByteArray> second(settings->CreateMeasurementFrame());
-    QVERIFY(first.get() != second.get());
-    QCOMPARE(*first, *second);
-}
-
-void TestSettings::NameTheInstrumentsNumbers()
-{
-    using namespace Vesmar;
-    VerifyFourCurrents<RPESettings::RPECurrent>();
-    QCOMPARE(Numbers({RPESettings::RPEMethod::Method0, RPESettings::RPEMethod::Method1,
-                      RPESettings::RPEMethod::Method2, RPESettings::RPEMethod::Method3}),
-             Range(0, 3));
-    QCOMPARE(Numbers({RISOSettings::RISOVoltage::Voltage0, RISOSettings::RISOVoltage::Voltage1,
-                      RISOSettings::RISOVoltage::Voltage2, RISOSettings::RISOVoltage::Voltage3}),
-             Range(0, 3));
-    VerifyTwoModes<RISOSettings::RISOMode>();
-    QCOMPARE(Numbers({RISOSettings::RISOMode::Mode4}), Range(4, 4));
-    VerifyTwoModes<IPESettings::IPEMode>();
-    VerifyTwoModes<IDELTASettings::IDELTAMode>();
-    VerifyTwoModes<POWERSettings::POWERMode>();
-    VerifyTwoModes<HVTestSettings::HVMode>();
-    VerifyTwoConfigurations<IPESettings::IPEConfiguration>();
-    VerifyTwoConfigurations<IDELTASettings::IDELTAConfiguration>();
-    VerifyTwoConfigurations<ITSettings::ITConfiguration>();
-    VerifyRcdOptions<RCDSettings::RCDQuantity, RCDSettings::RCDPhase, RCDSettings::RCDCurrent,
-                     RCDSettings::RCDType>();
-    VerifyRcdOptions<RCDIECSettings::RCDIECQuantity, RCDIECSettings::RCDIECPhase,
-                     RCDIECSettings::RCDIECCurrent, RCDIECSettings::RCDIECType>();
-    using Mode = RCDSettings::RCDMode;
-    using ModeIEC = RCDIECSettings::RCDIECMode;
-    QCOMPARE(Numbers({Mode::UbRe, Mode::IaTa1, Mode::IaTa2}), Range(0, 2));
-    QCOMPARE(Numbers({ModeIEC::IaTa1, ModeIEC::IaTa2, ModeIEC::CleanUp}), Range(1, 3));
-}
-
-void TestSettings::BasesCloneToNoFunctionAndBuildNoPayload()
-{
-    static_assert(std::is_base_of_v<MeasurementSettings, ContinuousMeasurementSettings>);
-    VerifyBase<MeasurementSettings>();
-    VerifyBase<ContinuousMeasurementSettings>();
-}
-
-void TestSettings::ContinuousBaseCopiesButDoesNotCloneTheTime()
-{
-    ContinuousMeasurementSettings settings(MeasurementType::IPE, nullptr);
-    QCOMPARE(settings.GetTime(), 5);
-    settings.SetTime(42);
-    QCOMPARE(ContinuousMeasurementSettings(settings).GetTime(), 42);
-    const std::unique_ptr<MeasurementSettings> clone(settings.Clone());
-    QCOMPARE(static_cast<const ContinuousMeasurementSettings&>(*clone).GetTime(), 5);
 }
 
 QTEST_APPLESS_MAIN(TestSettings)

@@ -25,27 +25,24 @@ class TestFunctionStateSets : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void HaveTheirStatesAndNoOthers();
-    void AStartFailsByItsStateAndByHavingBegun();
-};
-
-void TestFunctionStateSets::HaveTheirStatesAndNoOthers()
-{
-    QCOMPARE(MaskOf(Sets::EndedWithoutResult), 0x259);
-    QCOMPARE(MaskOf(Sets::OverWhenStopping), 0x215);
-    QCOMPARE(MaskOf(Sets::OverWhenAborting), 0x25F);
-    QCOMPARE(MaskOf(Sets::StillRunning), 0xA0);
-}
-
-void TestFunctionStateSets::AStartFailsByItsStateAndByHavingBegun()
-{
-    for (int number = -1; number <= 15; ++number) {
-        const auto state = static_cast<FunctionState>(number);
-        const Error error = number == 3 || number == 6 ? Error::StartFailed : Error::NoErrors;
-        QCOMPARE(Sets::ErrorWhenStarting(state, false), error);
-        QCOMPARE(Sets::ErrorWhenStarting(state, true), number == 4 ? Error::MeasurementFailed : error);
+    void HaveTheirStatesAndNoOthers()
+    {
+        QCOMPARE(MaskOf(Sets::EndedWithoutResult), 0x259);
+        QCOMPARE(MaskOf(Sets::OverWhenStopping), 0x215);
+        QCOMPARE(MaskOf(Sets::OverWhenAborting), 0x25F);
+        QCOMPARE(MaskOf(Sets::StillRunning), 0xA0);
     }
-}
+
+    void AStartFailsByItsStateAndByHavingBegun()
+    {
+        for (int number = -1; number <= 15; ++number) {
+            const auto state = static_cast<FunctionState>(number);
+            const Error error = number == 3 || number == 6 ? Error::StartFailed : Error::NoErrors;
+            QCOMPARE(Sets::ErrorWhenStarting(state, false), error);
+            QCOMPARE(Sets::ErrorWhenStarting(state, true), number == 4 ? Error::MeasurementFailed : error);
+        }
+    }
+};
 
 QTEST_APPLESS_MAIN(TestFunctionStateSets)
 #include "tst_functionstatesets.moc"

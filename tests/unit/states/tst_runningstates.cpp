@@ -137,178 +137,165 @@ class TestRunningStates : public QObject
 
 private Q_SLOTS:
     void FunctionWithoutResultMayHaveEnded_data() { AddFunctionStates(); }
-    void FunctionWithoutResultMayHaveEnded();
-    void NewResultIsRead_data() { AddFunctionStates(); }
-    void NewResultIsRead();
-    void ResultsAreThoseOfTheSettings_data();
-    void ResultsAreThoseOfTheSettings();
-    void EndKeepsAnEarlierError_data() { AddKinds(All); }
-    void EndKeepsAnEarlierError();
-    void FailedStatusEndsTheStep_data() { AddKinds(All); }
-    void FailedStatusEndsTheStep();
-    void FailedReadIsALostLink_data() { AddKinds(All); }
-    void FailedReadIsALostLink();
-    void TimedFunctionIsReadOnEveryStep_data() { AddKinds({Continuous, HVTest}); }
-    void TimedFunctionIsReadOnEveryStep();
-
-    void EntryStartsTheTimer_data();
-    void EntryStartsTheTimer();
-    void TimeElapses_data() { AddKinds({Continuous, HVTest}); }
-    void TimeElapses();
-    void SettingsOfABaseClassHaveTheirOwnTime_data() { AddKinds({Continuous, HVTest}); }
-    void SettingsOfABaseClassHaveTheirOwnTime();
-};
-
-void TestRunningStates::FunctionWithoutResultMayHaveEnded()
-{
-    QFETCH(const int, kind);
-    QFETCH(const int, functionState);
-    const bool isOver = QList<int>{0, 3, 4, 6, 9}.contains(functionState);
-    Run run(kind);
-    run.Report(functionState);
-    run.state->OnRunning();
-    QCOMPARE(run.Outcome(), isOver ? QStringLiteral("ErrorCode=202 AbortMeasurementRequested=1") : QString());
-    QCOMPARE(run.peer.RequestBytes(), QList<QByteArray>{Wire::ReadStatus});
-}
-
-/// In any function state.
-void TestRunningStates::NewResultIsRead()
-{
-    QFETCH(const int, kind);
-    QFETCH(const int, functionState);
-    Run run(kind);
-    run.Report(functionState, true);
-    run.state->OnRunning();
-    QCOMPARE(run.Outcome(), kind == Single ? QStringLiteral("TestResults MeasurementStatus=5")
-                                           : QStringLiteral("TestResults"));
-    QCOMPARE(run.peer.RequestBytes(), (QList<QByteArray>{Wire::ReadStatus, Wire::ReadMeasurement}));
-}
-
-void TestRunningStates::ResultsAreThoseOfTheSettings_data()
-{
-    QTest::addColumn<int>("kind");
-    QTest::addColumn<int>("function");
-    QTest::addColumn<bool>("isBareClass");
-    for (const bool isBareClass : {false, true}) {
-        const char* ofClass = isBareClass ? "base class" : "own class";
-        QTest::addRow("RLN, %s", ofClass) << int(Single) << int(MeasurementType::RLN) << isBareClass;
-        QTest::addRow("IEC, %s", ofClass) << int(Single) << int(MeasurementType::IEC) << isBareClass;
-        QTest::addRow("RPE, %s", ofClass) << int(Continuous) << int(MeasurementType::RPE) << isBareClass;
-        QTest::addRow("high voltage, %s", ofClass)
-            << int(HVTest) << int(MeasurementType::HVTest) << isBareClass;
-    }
-}
-
-/// Neither the function that the status names nor the class of the settings decides.
-void TestRunningStates::ResultsAreThoseOfTheSettings()
-{
-    QFETCH(const int, kind);
-    QFETCH(const int, function);
-    const auto type = static_cast<MeasurementType>(function);
-    QFETCH(const bool, isBareClass);
-    Run run(kind, isBareClass ? new MeasurementSettings(type, nullptr) : SettingsOf(type));
-    run.Report(7, true);
-    run.state->OnRunning();
-    const MeasurementResults* results = run.context.TestResults.Get();
-    QVERIFY(IsOfItsClass(type, results));
-    QCOMPARE(results->_values, (std::array<float, 6>{1.0F, 2.0F, 3.0F, 4.0F, 5.0F, 6.0F}));
-}
-
-void TestRunningStates::EndKeepsAnEarlierError()
-{
-    QFETCH(const int, kind);
-    Run run(kind);
-    run.Report(9, false, 6);
-    run.state->OnRunning();
-    QCOMPARE(run.Outcome(), QStringLiteral("ErrorCode=6 AbortMeasurementRequested=1"));
-}
-
-void TestRunningStates::FailedStatusEndsTheStep()
-{
-    QFETCH(const int, kind);
-    for (const bool isNewMeasurement : {false, true}) {
+    void FunctionWithoutResultMayHaveEnded()
+    {
+        QFETCH(const int, kind);
+        QFETCH(const int, functionState);
+        const bool isOver = QList<int>{0, 3, 4, 6, 9}.contains(functionState);
         Run run(kind);
-        run.RefuseWhileReporting('s', 0);
-        run.context.NewMeasurement.Set(isNewMeasurement);
-        run.context.MeasurementFunctionStatus.Set(FunctionState::Idle);
-        run.Restart();
+        run.Report(functionState);
         run.state->OnRunning();
-        QCOMPARE(run.cells.Changes(), QStringList{QStringLiteral("CommunicationError=1")});
-        QCOMPARE(run.Commands(), QByteArray("s"));
+        QCOMPARE(run.Outcome(),
+                 isOver ? QStringLiteral("ErrorCode=202 AbortMeasurementRequested=1") : QString());
+        QCOMPARE(run.peer.RequestBytes(), QList<QByteArray>{Wire::ReadStatus});
     }
-}
 
-void TestRunningStates::FailedReadIsALostLink()
-{
-    QFETCH(const int, kind);
-    Run run(kind);
-    const MeasurementResults* before = run.context.TestResults.Get();
-    run.RefuseWhileReporting('e', 9, true);
-    run.state->OnRunning();
-    QCOMPARE(run.Outcome(), kind == Single ? QStringLiteral("CommunicationError=1 MeasurementStatus=5")
-                                           : QStringLiteral("CommunicationError=1"));
-    QCOMPARE(run.context.TestResults.Get(), before);
-    QCOMPARE(run.Commands(), QByteArray("se"));
-}
-
-void TestRunningStates::TimedFunctionIsReadOnEveryStep()
-{
-    QFETCH(const int, kind);
-    Run run(kind);
-    run.Report(7, true);
-    run.state->OnRunning();
-    run.state->OnRunning();
-    QCOMPARE(run.Commands(), QByteArray("sese"));
-    QCOMPARE(run.Outcome(), QStringLiteral("TestResults TestResults"));
-}
-
-void TestRunningStates::EntryStartsTheTimer_data()
-{
-    QTest::addColumn<int>("kind");
-    QTest::addColumn<int>("time");
-    QTest::addColumn<int>("msOffset");
-    for (const int time : {5, 0, -1, 600}) {
-        QTest::addRow("continuous, %d seconds", time) << int(Continuous) << time << 0;
-        QTest::addRow("high voltage, %d seconds", time) << int(HVTest) << time << 3500;
+    void NewResultIsRead_data() { AddFunctionStates(); }
+    /// In any function state.
+    void NewResultIsRead()
+    {
+        QFETCH(const int, kind);
+        QFETCH(const int, functionState);
+        Run run(kind);
+        run.Report(functionState, true);
+        run.state->OnRunning();
+        QCOMPARE(run.Outcome(), kind == Single ? QStringLiteral("TestResults MeasurementStatus=5")
+                                               : QStringLiteral("TestResults"));
+        QCOMPARE(run.peer.RequestBytes(), (QList<QByteArray>{Wire::ReadStatus, Wire::ReadMeasurement}));
     }
-    QTest::newRow("high voltage, another offset") << int(HVTest) << 7 << 1250;
-}
 
-void TestRunningStates::EntryStartsTheTimer()
-{
-    QFETCH(const int, kind);
-    QFETCH(const int, time);
-    QFETCH(const int, msOffset);
-    Run run(kind, TimedSettings(kind, time, static_cast<float>(msOffset) / 1000.0F));
-    QCOMPARE(run.started, (QList<QVariantList>{{time, msOffset}}));
-    QCOMPARE(run.context.GetMeasurementTimer()->interval(), 1000 + msOffset);
-}
-
-void TestRunningStates::TimeElapses()
-{
-    QFETCH(const int, kind);
-    constexpr int Patience = 60000;
-    constexpr double CoarseTimer = 0.95; // A tick may come that much early.
-    QElapsedTimer sinceEntry;
-    sinceEntry.start();
-    Run run(kind, TimedSettings(kind, 1, 0.5F));
-    QTRY_VERIFY_WITH_TIMEOUT(run.context.MeasurementTimeElapsed.Get(), Patience);
-    QVERIFY(static_cast<double>(sinceEntry.elapsed()) >= (kind == HVTest ? 1500 : 1000) * CoarseTimer);
-    QCOMPARE(run.context.MeasurementTime.Get(), 1);
-    QVERIFY(!run.context.GetMeasurementTimer()->isActive());
-}
-
-/// Settings without a time end the measurement with its first tick.
-void TestRunningStates::SettingsOfABaseClassHaveTheirOwnTime()
-{
-    QFETCH(const int, kind);
-    const MeasurementType function = FunctionOf(kind);
-    for (const bool hasTime : {false, true}) {
-        Run run(kind, hasTime ? new ContinuousMeasurementSettings(function, nullptr)
-                              : new MeasurementSettings(function, nullptr));
-        QCOMPARE(run.started, (QList<QVariantList>{{hasTime ? 5 : 0, 0}}));
+    void ResultsAreThoseOfTheSettings_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<int>("function");
+        QTest::addColumn<bool>("isBareClass");
+        for (const bool isBareClass : {false, true}) {
+            const char* ofClass = isBareClass ? "base class" : "own class";
+            QTest::addRow("RLN, %s", ofClass) << int(Single) << int(MeasurementType::RLN) << isBareClass;
+            QTest::addRow("IEC, %s", ofClass) << int(Single) << int(MeasurementType::IEC) << isBareClass;
+            QTest::addRow("RPE, %s", ofClass) << int(Continuous) << int(MeasurementType::RPE) << isBareClass;
+            QTest::addRow("high voltage, %s", ofClass)
+                << int(HVTest) << int(MeasurementType::HVTest) << isBareClass;
+        }
     }
-}
+
+    /// Neither the function that the status names nor the class of the settings decides.
+    void ResultsAreThoseOfTheSettings()
+    {
+        QFETCH(const int, kind);
+        QFETCH(const int, function);
+        const auto type = static_cast<MeasurementType>(function);
+        QFETCH(const bool, isBareClass);
+        Run run(kind, isBareClass ? new MeasurementSettings(type, nullptr) : SettingsOf(type));
+        run.Report(7, true);
+        run.state->OnRunning();
+        const MeasurementResults* results = run.context.TestResults.Get();
+        QVERIFY(IsOfItsClass(type, results));
+        QCOMPARE(results->_values, (std::array<float, 6>{1.0F, 2.0F, 3.0F, 4.0F, 5.0F, 6.0F}));
+    }
+
+    void EndKeepsAnEarlierError_data() { AddKinds(All); }
+    void EndKeepsAnEarlierError()
+    {
+        QFETCH(const int, kind);
+        Run run(kind);
+        run.Report(9, false, 6);
+        run.state->OnRunning();
+        QCOMPARE(run.Outcome(), QStringLiteral("ErrorCode=6 AbortMeasurementRequested=1"));
+    }
+
+    void FailedStatusEndsTheStep_data() { AddKinds(All); }
+    void FailedStatusEndsTheStep()
+    {
+        QFETCH(const int, kind);
+        for (const bool isNewMeasurement : {false, true}) {
+            Run run(kind);
+            run.RefuseWhileReporting('s', 0);
+            run.context.NewMeasurement.Set(isNewMeasurement);
+            run.context.MeasurementFunctionStatus.Set(FunctionState::Idle);
+            run.Restart();
+            run.state->OnRunning();
+            QCOMPARE(run.cells.Changes(), QStringList{QStringLiteral("CommunicationError=1")});
+            QCOMPARE(run.Commands(), QByteArray("s"));
+        }
+    }
+
+    void FailedReadIsALostLink_data() { AddKinds(All); }
+    void FailedReadIsALostLink()
+    {
+        QFETCH(const int, kind);
+        Run run(kind);
+        const MeasurementResults* before = run.context.TestResults.Get();
+        run.RefuseWhileReporting('e', 9, true);
+        run.state->OnRunning();
+        QCOMPARE(run.Outcome(), kind == Single ? QStringLiteral("CommunicationError=1 MeasurementStatus=5")
+                                               : QStringLiteral("CommunicationError=1"));
+        QCOMPARE(run.context.TestResults.Get(), before);
+        QCOMPARE(run.Commands(), QByteArray("se"));
+    }
+
+    void TimedFunctionIsReadOnEveryStep_data() { AddKinds({Continuous, HVTest}); }
+    void TimedFunctionIsReadOnEveryStep()
+    {
+        QFETCH(const int, kind);
+        Run run(kind);
+        run.Report(7, true);
+        run.state->OnRunning();
+        run.state->OnRunning();
+        QCOMPARE(run.Commands(), QByteArray("sese"));
+        QCOMPARE(run.Outcome(), QStringLiteral("TestResults TestResults"));
+    }
+
+    void EntryStartsTheTimer_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<int>("time");
+        QTest::addColumn<int>("msOffset");
+        for (const int time : {5, 0, -1, 600}) {
+            QTest::addRow("continuous, %d seconds", time) << int(Continuous) << time << 0;
+            QTest::addRow("high voltage, %d seconds", time) << int(HVTest) << time << 3500;
+        }
+        QTest::newRow("high voltage, another offset") << int(HVTest) << 7 << 1250;
+    }
+
+    void EntryStartsTheTimer()
+    {
+        QFETCH(const int, kind);
+        QFETCH(const int, time);
+        QFETCH(const int, msOffset);
+        Run run(kind, TimedSettings(kind, time, static_cast<float>(msOffset) / 1000.0F));
+        QCOMPARE(run.started, (QList<QVariantList>{{time, msOffset}}));
+        QCOMPARE(run.context.GetMeasurementTimer()->interval(), 1000 + msOffset);
+    }
+
+    void TimeElapses_data() { AddKinds({Continuous, HVTest}); }
+    void TimeElapses()
+    {
+        QFETCH(const int, kind);
+        constexpr int Patience = 60000;
+        constexpr double CoarseTimer = 0.95; // A tick may come that much early.
+        QElapsedTimer sinceEntry;
+        sinceEntry.start();
+        Run run(kind, TimedSettings(kind, 1, 0.5F));
+        QTRY_VERIFY_WITH_TIMEOUT(run.context.MeasurementTimeElapsed.Get(), Patience);
+        QVERIFY(static_cast<double>(sinceEntry.elapsed()) >= (kind == HVTest ? 1500 : 1000) * CoarseTimer);
+        QCOMPARE(run.context.MeasurementTime.Get(), 1);
+        QVERIFY(!run.context.GetMeasurementTimer()->isActive());
+    }
+
+    void SettingsOfABaseClassHaveTheirOwnTime_data() { AddKinds({Continuous, HVTest}); }
+    /// Settings without a time end the measurement with its first tick.
+    void SettingsOfABaseClassHaveTheirOwnTime()
+    {
+        QFETCH(const int, kind);
+        const MeasurementType function = FunctionOf(kind);
+        for (const bool hasTime : {false, true}) {
+            Run run(kind, hasTime ? new ContinuousMeasurementSettings(function, nullptr)
+                                  : new MeasurementSettings(function, nullptr));
+            QCOMPARE(run.started, (QList<QVariantList>{{hasTime ? 5 : 0, 0}}));
+        }
+    }
+};
 
 QTEST_GUILESS_MAIN(TestRunningStates)
 #include "tst_runningstates.moc"
