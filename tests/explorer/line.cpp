@@ -74,6 +74,7 @@ ssize_t ReadLine(void* buffer, size_t size)
     line.waiting.remove(0, static_cast<int>(count));
     if (count > 0) {
         line.quietUntil = now + PauseAfterFrame;
+        line.isSilent = line.isAskedInThisStep && line.waiting.isEmpty();
     }
     return static_cast<ssize_t>(count);
 }

@@ -1,5 +1,7 @@
 #include "explorer/oddities.h"
 
+#include "explorer/instrumentturns.h"
+
 using Vesmar::StateId;
 
 namespace
@@ -12,6 +14,7 @@ constexpr const char* StartsInSpite = "a start goes out although an abort is pen
 
 constexpr const char* SendsNoStop = "An abort sends no stop. To stop the instrument, leave measurement mode";
 constexpr const char* IgnoresAborts = "The clean-up ignores aborts";
+constexpr const char* CountsForeign = "Another function that is started at the instrument counts as the one";
 constexpr const char* EntersAgain = "Measurement mode that is left and entered again";
 
 bool IsIn(const Configuration& configuration, StateId state)
@@ -34,6 +37,12 @@ bool IsTestLeftBehind(const Configuration& /*begin*/, const Configuration& end)
     return IsIn(end, StateId::RCDMonitoring) && !HasSettings(end, "a clean-up");
 }
 
+bool IsForeignMeasured(const Configuration& /*begin*/, const Configuration& end)
+{
+    return end.instrumentFunction == Number::Foreign &&
+           (IsIn(end, StateId::StartingMeasurement) || IsIn(end, StateId::SingleMeasurementRunning));
+}
+
 bool IsRunningInPreparing(const Configuration& /*begin*/, const Configuration& end)
 {
     return IsIn(end, StateId::PreparingMeasurement);
@@ -49,6 +58,7 @@ const std::vector<Oddity> Oddities{
                 begin.isAbortRequested == 0 && end.isAbortRequested == 0;
      }},
     {NeverEnds, SendsNoStop, IsTestLeftBehind},
+    {NeverEnds, CountsForeign, IsForeignMeasured},
     {NeverEnds, EntersAgain, IsRunningInPreparing},
     {AbortFails, IgnoresAborts, IsCleanUpLeftBehind},
     {AbortFails, SendsNoStop, IsTestLeftBehind},
@@ -66,6 +76,7 @@ const std::vector<Oddity> Oddities{
          constexpr int NeverReported = -1;
          return IsIn(end, StateId::AbortingMeasurement) && end.functionState == NeverReported;
      }},
+    {StaysPending, CountsForeign, IsForeignMeasured},
     {StaysPending, "An abort that finds the function stopping",
      [](const Configuration&, const Configuration& end) {
          constexpr int Stopping = 8;

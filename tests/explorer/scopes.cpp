@@ -77,6 +77,8 @@ std::vector<Scope> Scopes(bool isWhole)
     Freedom ordinary;
     ordinary.faults = isWhole;
     ordinary.surprises = isWhole;
+    Freedom surprising = ordinary;
+    surprising.surprises = true;
     Freedom rcd = ordinary;
     rcd.startTest = true;
     rcd.errors = isWhole;
@@ -85,7 +87,7 @@ std::vector<Scope> Scopes(bool isWhole)
     std::vector<Scope> scopes{
         {"update", faultyLine, With(CommonOperations(), {Restarts(), asksForIdentity, {"updates", Update}})},
         {"dates", ordinary, With(With(CommonOperations(), DateOperations()), {Restarts(), asksForIdentity})},
-        {"RLN", ordinary, MeasuringOperations({1})},
+        {"RLN", surprising, MeasuringOperations({1})},
         {"endless RPE", ordinary, MeasuringOperations({3})},
         {"RPE of a second", ordinary, MeasuringOperations({9})},
         {"high voltage", ordinary, MeasuringOperations({4})},

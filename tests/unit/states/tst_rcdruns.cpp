@@ -57,6 +57,7 @@ private Q_SLOTS:
 
     void OtherSettingsDoNothing_data();
     void OtherSettingsDoNothing();
+    void ARunGoesOnOnceItsSettingsAreBack();
     void ModeWithoutATestIsAFailedPreparation_data();
     void ModeWithoutATestIsAFailedPreparation();
     void BothModesArePrepared_data();
@@ -247,6 +248,16 @@ void TestRCDRuns::OtherSettingsDoNothing()
         QCOMPARE(run.Commands(), QByteArray());
         QCOMPARE(run.Pauses(), NoPause);
     }
+}
+
+void TestRCDRuns::ARunGoesOnOnceItsSettingsAreBack()
+{
+    Run run(UbRe);
+    run.Settings(SettingsOf(1, 0));
+    run.peer.AnswerAlways(Wire::Acknowledge);
+    QCOMPARE(run.StepIn(Preparing), NoChange);
+    run.Settings(SettingsOf(10, 0));
+    QCOMPARE(run.StepIn(Preparing), QStringLiteral("MeasurementStatus=2"));
 }
 
 void TestRCDRuns::ModeWithoutATestIsAFailedPreparation_data()
