@@ -8,11 +8,15 @@
 #include "integration/patience.h"
 #include "support/logcapture.h"
 
-/// An application of the client at a simulated instrument of its own, in one process.
+/// An application of the client at a simulated instrument of its own, in one process and in virtual time, of
+/// which a guard would know nothing: it does without.
 class ClientBench
 {
 public:
-    explicit ClientBench(const Simulator::InstrumentOptions& options = {}) : simulator(options) {}
+    explicit ClientBench(const Simulator::InstrumentOptions& options = {}) : simulator(options)
+    {
+        client.setGuardPolicy(VesmarClient::GuardPolicy::Off);
+    }
 
     /// Opens the line, and waits until the link is up.
     void Connect();

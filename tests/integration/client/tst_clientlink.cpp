@@ -231,6 +231,7 @@ void TestClientLink::DestructionStopsAMeasurement()
     LineInstrument simulator;
     {
         Instrument client;
+        client.setGuardPolicy(VesmarClient::GuardPolicy::Off);
         client.open();
         AWAIT_EQUAL(client.linkState(), LinkState::Up);
         client.measure(SettingsOf(QStringLiteral("hv --time-offset 0")));
