@@ -74,8 +74,8 @@ public:
     /// application. The driver stops it by itself; `stop` proves it.
     bool isUnattended() const;
 
-    /// For which measurements the guard watches. Default `GuardPolicy::Dangerous`; what is set holds from the
-    /// next measurement on.
+    /// For which measurements the guard watches; without it, they fail with "guard-missing". Default
+    /// `GuardPolicy::Dangerous`; what is set holds from the next measurement on.
     GuardPolicy guardPolicy() const;
     void setGuardPolicy(GuardPolicy policy);
 

@@ -17,8 +17,11 @@
 namespace
 {
 
-/// A measurement is over by then, unless the machine is busy.
-constexpr int LatestKill = 4000;
+/// What the instrument's log of a measurement comes to: moments are counted in it, so that they are as many
+/// on a busy machine.
+constexpr int LinesOfLog = 65;
+/// Longer than from one line to the next, in milliseconds.
+constexpr int LongestPause = 100;
 
 bool HasEnded(pid_t process)
 {
@@ -66,11 +69,18 @@ bool Try(QRandomGenerator& random, QTextStream& out)
         return false;
     }
     GuardedRun run(instrument, QStringLiteral("--time 2"));
-    QThread::msleep(static_cast<unsigned long>(random.bounded(LatestKill)));
+    const int lines = random.bounded(LinesOfLog);
+    const auto isMoment = [&] { return instrument.Log().size() >= lines || !run.IsRunning(); };
+    if (!QTest::qWaitFor([&] { return run.IsRunning(); }, Patience) || !QTest::qWaitFor(isMoment, Patience)) {
+        return false;
+    }
+    QThread::msleep(static_cast<unsigned long>(random.bounded(LongestPause)));
     const QByteArray state = instrument.State();
     const QDateTime kill = QDateTime::currentDateTimeUtc();
-    run.Signal(SIGKILL);
-    run.Finish();
+    if (run.IsRunning()) {
+        run.Signal(SIGKILL);
+        run.Finish();
+    }
     if (!WaitForTheEndOfGuards(instrument) || !IsOff(instrument.State())) {
         out << instrument.Log().join('\n') << '\n' << instrument.SystemLog().join('\n') << '\n';
         return false;
