@@ -204,131 +204,6 @@ QString ClassOf(const char* state)
                                        : QLatin1String(state) + QStringLiteral("State");
 }
 
-} // namespace
-
-class TestStateMachineRunner : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void init();
-
-    void EveryStateIsUnderItsParent();
-    void StatesAreCreatedInThisOrder();
-    void TransitionsAreRegisteredInThisOrder();
-    void StartsAtTheRootDisabled();
-    void HasItsSlotsInTheMetaObject();
-
-    void FindsNothingForNoState();
-    void FindsTheOutermostTransitionThatHolds();
-    void TransitionsOfAChildDoNotCount();
-    void StateWithoutAnExternalEntryStaysAndIsWarnedOf();
-    void AncestorWithoutAnExternalEntryDiscardsWhatWasFoundBelow();
-    void SameTransitionMayBeRegisteredTwice();
-
-    void FindsTheTargetInTheWholeMachine_data();
-    void FindsTheTargetInTheWholeMachine();
-    void AbortOfAnRCDTestLeaves521_data();
-    void AbortOfAnRCDTestLeaves521();
-
-    void DisabledRunnerDoesNothing();
-    void StepsCallEntryOnceRunningAlwaysAndExitOnLeaving();
-    void OnlyTheLeafsHooksRun();
-    void StepPausesForAHundredMillisecondsAndPostsOneMore();
-    void InitializationRunsOnceAndLeadsToMonitoring();
-    void RCDTestIsAbortedAndLeft();
-    void UpdateLeadsWhereTheInstrumentIsAfterwards_data();
-    void UpdateLeadsWhereTheInstrumentIsAfterwards();
-
-    void EnableStartsAtTheRootAgain();
-    void EnableOfAnEnabledRunnerDoesNothing();
-    void EnableWhileADisableIsRequestedDoesNothing();
-    void DisableLetsOneMoreStepRunThatChangesAndPostsNothing();
-    void DisableStopsTheMeasurementTimer();
-    void DisableWaitsForTheStepUnderWay();
-    void DisableDoesNotWaitForAnEntry();
-    void RunnerOnAThreadStepsByItselfAndGoesWithTheThread();
-};
-
-void TestStateMachineRunner::init()
-{
-    SetAnswers("");
-}
-
-void TestStateMachineRunner::EveryStateIsUnderItsParent()
-{
-    const Machine machine;
-    QMap<QString, QString> parents;
-    for (const Child& child : ExpectedTree) {
-        parents.insert(ClassOf(child.state), ClassOf(child.parent));
-    }
-    QCOMPARE(RunnerView::TreeOf(machine.runner), parents);
-    for (const State* state : RunnerView::StatesOf(machine.runner)) {
-        QCOMPARE(state->GetContext(), &machine.context);
-    }
-}
-
-void TestStateMachineRunner::StatesAreCreatedInThisOrder()
-{
-    QCOMPARE(Vesmar::StateTree.size(), ExpectedTree.size());
-    for (std::size_t index = 0; index < ExpectedTree.size(); ++index) {
-        QCOMPARE(QString(QLatin1String(Vesmar::StateTree.at(index).name)),
-                 ClassOf(ExpectedTree.at(index).state));
-    }
-}
-
-void TestStateMachineRunner::TransitionsAreRegisteredInThisOrder()
-{
-    const Machine machine;
-    QMap<QString, QStringList> expected;
-    for (const char* kind : {"external", "internal"}) {
-        for (const Row& row : ExpectedMap) {
-            if (qstrcmp(row.kind, kind) == 0) {
-                const QString guard =
-                    QStringLiteral("%1To%2Transition").arg(QLatin1String(row.from), QLatin1String(row.to));
-                expected[ClassOf(row.from)] +=
-                    RunnerView::TransitionText(row.guard == nullptr ? guard : QLatin1String(row.guard),
-                                               ClassOf(row.to), QLatin1String(kind));
-            }
-        }
-    }
-    const QMap<QString, State*> states = RunnerView::StatesOf(machine.runner);
-    QCOMPARE(expected.keys(), states.keys());
-    for (auto state = states.cbegin(); state != states.cend(); ++state) {
-        QCOMPARE(RunnerView::TransitionsOf(machine.runner, state.value()), expected.value(state.key()));
-        QVERIFY(!machine.runner.GetExternalTransitions().value(state.value()).isEmpty());
-    }
-}
-
-void TestStateMachineRunner::StartsAtTheRootDisabled()
-{
-    Machine machine;
-    QCOMPARE(RunnerView::NameOf(machine.runner.GetCurrentState()), QStringLiteral("TesterOperationsState"));
-    QVERIFY(!machine.runner.IsEnabled());
-    QCOMPARE(machine.runner.parent(), nullptr);
-}
-
-void TestStateMachineRunner::HasItsSlotsInTheMetaObject()
-{
-    const QMetaObject& meta = StateMachineRunner::staticMetaObject;
-    QCOMPARE(meta.className(), "Vesmar::StateMachineRunner");
-    QCOMPARE(meta.methodCount() - meta.methodOffset(), 2);
-    QCOMPARE(meta.method(meta.methodOffset()).methodSignature(), QByteArray("RunStateMachineWorker()"));
-    QCOMPARE(meta.method(meta.methodOffset() + 1).methodSignature(), QByteArray("onWorkerFinisched()"));
-    QCOMPARE(meta.method(meta.methodOffset()).methodType(), QMetaMethod::Slot);
-    QCOMPARE(meta.method(meta.methodOffset() + 1).methodType(), QMetaMethod::Slot);
-}
-
-void TestStateMachineRunner::FindsNothingForNoState()
-{
-    Machine machine;
-    QCOMPARE(machine.runner.FindTransition(nullptr), nullptr);
-    QCOMPARE(machine.log.Texts(), QStringList{});
-}
-
-namespace
-{
-
 /// Three levels. Guards 1 and 2 lead out of the leaf, 3 and 4 out of the middle and the top; 5 and 6 are
 /// internal transitions of the leaf, 7 is one of the middle. Each has a target of its own.
 struct Levels : Machine {
@@ -351,84 +226,6 @@ struct Levels : Machine {
         runner.AddInternalTransition(&middle, &NumberedGuard<7>, targets[7].get());
     }
 };
-
-} // namespace
-
-/// The external transitions of all levels are asked first, and the outermost that holds wins. The internal
-/// transitions of the state itself are asked when none holds.
-void TestStateMachineRunner::FindsTheOutermostTransitionThatHolds()
-{
-    struct Row {
-        const char* holding;
-        std::size_t target;
-        const char* asked;
-    };
-    for (const Row& row : std::vector<Row>{{"", 0, "123456"},
-                                           {"1", 1, "134"},
-                                           {"2", 2, "1234"},
-                                           {"12", 1, "134"},
-                                           {"13", 3, "134"},
-                                           {"134", 4, "134"},
-                                           {"45", 4, "1234"},
-                                           {"5", 5, "12345"},
-                                           {"6", 6, "123456"},
-                                           {"56", 5, "12345"},
-                                           {"7", 0, "123456"}}) {
-        Levels levels;
-        SetAnswers(row.holding);
-        QVERIFY2(levels.runner.FindTransition(&levels.leaf) == levels.targets[row.target].get(), row.holding);
-        QCOMPARE(calls.join(QString()), QString(QLatin1String(row.asked)));
-        QCOMPARE(levels.log.Texts(), QStringList{});
-    }
-}
-
-void TestStateMachineRunner::TransitionsOfAChildDoNotCount()
-{
-    Levels levels;
-    SetAnswers("12567");
-    QCOMPARE(levels.runner.FindTransition(&levels.middle), levels.targets[7].get());
-    QCOMPARE(levels.runner.FindTransition(&levels.top), nullptr);
-    QCOMPARE(calls.join(QString()), QStringLiteral("3474"));
-}
-
-void TestStateMachineRunner::StateWithoutAnExternalEntryStaysAndIsWarnedOf()
-{
-    Machine machine;
-    machine.runner.AddInternalTransition(&machine.first, &Always, &machine.second);
-    machine.runner.AddExternalTransition(machine.runner.GetCurrentState(), &Always, &machine.first);
-    machine.runner.Enable();
-    machine.runner.RunStateMachineWorker();
-    machine.log.Clear();
-    machine.runner.RunStateMachineWorker();
-    machine.runner.RunStateMachineWorker();
-    QCOMPARE(machine.runner.GetCurrentState(), &machine.first);
-    QCOMPARE(machine.log.Texts(), (QStringList{NoEntryWarning, NoEntryWarning}));
-    QCOMPARE(machine.log.Messages().constFirst().type, QtWarningMsg);
-    QCOMPARE(machine.log.Messages().constFirst().category, QByteArray("default"));
-}
-
-void TestStateMachineRunner::AncestorWithoutAnExternalEntryDiscardsWhatWasFoundBelow()
-{
-    Levels levels;
-    RecordingState between("between", &levels.context, &levels.top);
-    RecordingState below("below", &levels.context, &between);
-    levels.runner.AddExternalTransition(&below, &NumberedGuard<1>, &levels.first);
-    SetAnswers("14");
-    QCOMPARE(levels.runner.FindTransition(&below), nullptr);
-    QCOMPARE(calls, QStringList{QStringLiteral("1")});
-    QCOMPARE(levels.log.Texts(), QStringList{NoEntryWarning});
-}
-
-void TestStateMachineRunner::SameTransitionMayBeRegisteredTwice()
-{
-    Machine machine;
-    machine.runner.AddExternalTransition(&machine.first, &Never, &machine.second);
-    machine.runner.AddExternalTransition(&machine.first, &Never, &machine.second);
-    QCOMPARE(machine.runner.GetExternalTransitions().value(&machine.first).size(), 2);
-}
-
-namespace
-{
 
 /// From each of these states the machine goes to `to` when these cells are set; it stays where `to` is
 /// "none".
@@ -574,116 +371,6 @@ void AddTargets(const QByteArray& conditions, const std::vector<Target>& targets
     }
 }
 
-} // namespace
-
-void TestStateMachineRunner::FindsTheTargetInTheWholeMachine_data()
-{
-    QTest::addColumn<QString>("from");
-    QTest::addColumn<QByteArray>("conditions");
-    QTest::addColumn<QString>("to");
-    AddTargets({}, RootTargets);
-    AddTargets({}, ConnectionTargets);
-    AddTargets("IsMeasurementModeActive Settings=2", MeasurementTargets);
-    AddTargets("IsMeasurementModeActive Settings=2", RCDTargets);
-}
-
-void TestStateMachineRunner::FindsTheTargetInTheWholeMachine()
-{
-    QFETCH(const QString, from);
-    QFETCH(const QByteArray, conditions);
-    QFETCH(const QString, to);
-    Machine machine;
-    State* state = RunnerView::StatesOf(machine.runner).value(from);
-    QVERIFY(state != nullptr);
-    SetCells(machine.context, conditions);
-    QCOMPARE(RunnerView::NameOf(machine.runner.FindTransition(state)), to);
-}
-
-void TestStateMachineRunner::AbortOfAnRCDTestLeaves521_data()
-{
-    QTest::addColumn<QString>("from");
-    QTest::addColumn<int>("error");
-    for (const QByteArray& state : QByteArray(RCDTests).split(' ')) {
-        QTest::newRow(state) << ClassOf(state) << 521;
-    }
-    QTest::newRow("RCDIECCleanUp") << ClassOf("RCDIECCleanUp") << 15;
-}
-
-/// The guard is asked even when an outer transition wins.
-void TestStateMachineRunner::AbortOfAnRCDTestLeaves521()
-{
-    QFETCH(const QString, from);
-    QFETCH(const int, error);
-    for (const char* active : {"IsMeasurementModeActive", "IsMeasurementModeActive=0"}) {
-        Machine machine;
-        SetCells(machine.context, QByteArray("MeasurementStatus=4 AbortMeasurementRequested ") + active);
-        machine.runner.FindTransition(RunnerView::StatesOf(machine.runner).value(from));
-        QCOMPARE(static_cast<int>(machine.context.ErrorCode.Get()), error);
-        QVERIFY(machine.context.AbortMeasurementRequested.Get());
-    }
-}
-
-void TestStateMachineRunner::DisabledRunnerDoesNothing()
-{
-    Machine machine;
-    machine.runner.AddExternalTransition(machine.runner.GetCurrentState(), &Always, &machine.first);
-    machine.runner.RunStateMachineWorker();
-    machine.RunPostedSteps();
-    QCOMPARE(machine.log.Texts(), QStringList{});
-    QCOMPARE(RunnerView::NameOf(machine.runner.GetCurrentState()), QStringLiteral("TesterOperationsState"));
-}
-
-void TestStateMachineRunner::StepsCallEntryOnceRunningAlwaysAndExitOnLeaving()
-{
-    Machine machine;
-    machine.EnterFirst();
-    const auto step = [&machine]() {
-        calls.clear();
-        machine.runner.RunStateMachineWorker();
-        return calls.join(QStringLiteral(", "));
-    };
-    QCOMPARE(step(), QStringLiteral("first entry, first running, 1"));
-    QCOMPARE(step(), QStringLiteral("first running, 1"));
-    SetAnswers("12");
-    QCOMPARE(step(), QStringLiteral("first running, 1, first exit"));
-    QCOMPARE(machine.runner.GetCurrentState(), &machine.second);
-    QCOMPARE(step(), QStringLiteral("second entry, second running, 2, second exit"));
-    SetAnswers("");
-    QCOMPARE(step(), QStringLiteral("first entry, first running, 1")); // A new visit has a new entry.
-}
-
-void TestStateMachineRunner::OnlyTheLeafsHooksRun()
-{
-    Machine machine;
-    RecordingState parent("parent", &machine.context);
-    RecordingState child("child", &machine.context, &parent);
-    machine.runner.AddExternalTransition(machine.runner.GetCurrentState(), &Always, &child);
-    machine.runner.AddExternalTransition(&child, &Always, &machine.first);
-    machine.runner.AddExternalTransition(&parent, &Never, &machine.first);
-    machine.runner.AddExternalTransition(&machine.first, &Never, &child);
-    machine.runner.Enable();
-    machine.runner.RunStateMachineWorker();
-    machine.runner.RunStateMachineWorker();
-    machine.runner.RunStateMachineWorker();
-    QCOMPARE(calls.join(QStringLiteral(", ")),
-             QStringLiteral("child entry, child running, child exit, first entry, first running"));
-}
-
-void TestStateMachineRunner::StepPausesForAHundredMillisecondsAndPostsOneMore()
-{
-    Machine machine;
-    machine.EnterFirst();
-    for (int step = 1; step <= 3; ++step) {
-        machine.RunPostedSteps();
-        QCOMPARE(calls.count(QStringLiteral("first running")), step);
-    }
-    QCOMPARE(machine.pauses.Text(),
-             QStringLiteral("100 100 100 100")); // The first pause is that of the step to `first`.
-}
-
-namespace
-{
-
 /// A runner with an instrument. Every step records the state to which it leads.
 struct Plant : Engine {
     explicit Plant(const QByteArray& status = Wire::IdleStatus)
@@ -710,219 +397,481 @@ struct Plant : Engine {
 
 } // namespace
 
-void TestStateMachineRunner::InitializationRunsOnceAndLeadsToMonitoring()
+class TestStateMachineRunner : public QObject
 {
-    Plant plant;
-    plant.Step(3);
-    QCOMPARE(plant.visited, Changes("Initialization Monitoring Monitoring"));
-    QCOMPARE(Banners(plant.log),
-             (QStringList{Banner("ENTERING TESTER OPERATIONS STATE"),
-                          Banner("LEAVING TESTER OPERATIONS STATE"), Banner("ENTERING INITIALIZATION STATE"),
-                          Banner("LEAVING INITIALIZATION STATE"), Banner("ENTERING MONITORING STATE ")}));
-    QCOMPARE(plant.Commands(), QByteArray("sWRTs"));
-}
+    Q_OBJECT
 
-void TestStateMachineRunner::RCDTestIsAbortedAndLeft()
-{
-    Plant plant;
-    plant.Step(2);
-    SetCells(plant.context, "RCD=1 IsMeasurementModeActive");
-    plant.Step(2);
-    plant.context.StartMeasurementRequested.Set(true);
-    plant.Step(2);
-    QVERIFY(!plant.context.StartMeasurementRequested
-                 .Get()); // The entry has cleared it, so that the test runs only once.
-    QVERIFY(plant.context.IsMeasurementRunning.Get());
-    plant.context.AbortMeasurementRequested.Set(true);
-    plant.Step(1);
-    QCOMPARE(static_cast<int>(plant.context.ErrorCode.Get()), 521);
-    QVERIFY(!plant.context.IsMeasurementRunning.Get());
-    plant.Step(1);
-    plant.context.IsMeasurementModeActive.Set(false);
-    plant.Step(1);
-    QCOMPARE(plant.visited, Changes("Initialization Monitoring RCDMeasurementMode RCDMonitoring "
-                                    "RCDIaTaMeasurementRunning RCDIaTaMeasurementRunning RCDMonitoring "
-                                    "RCDMonitoring Monitoring"));
-}
+private Q_SLOTS:
+    void init() { SetAnswers(""); }
 
-void TestStateMachineRunner::UpdateLeadsWhereTheInstrumentIsAfterwards_data()
-{
-    QTest::addColumn<QByteArray>("status");
-    QTest::addColumn<QString>("state");
-    QTest::newRow("normal mode") << Wire::IdleStatus << QStringLiteral("Initialization");
-    QTest::newRow("calibration mode") << Wire::CalibrationModeStatus << QStringLiteral("RestartingTester");
-    QTest::newRow("mode 2") << Wire::Mode2Status << QStringLiteral("RestartingTester");
-    QTest::newRow("update mode") << Wire::UpdateModeStatus << QStringLiteral("AwaitUpdateAction");
-}
+    void EveryStateIsUnderItsParent()
+    {
+        const Machine machine;
+        QMap<QString, QString> parents;
+        for (const Child& child : ExpectedTree) {
+            parents.insert(ClassOf(child.state), ClassOf(child.parent));
+        }
+        QCOMPARE(RunnerView::TreeOf(machine.runner), parents);
+        for (const State* state : RunnerView::StatesOf(machine.runner)) {
+            QCOMPARE(state->GetContext(), &machine.context);
+        }
+    }
 
-void TestStateMachineRunner::UpdateLeadsWhereTheInstrumentIsAfterwards()
-{
-    QFETCH(const QByteArray, status);
-    QFETCH(const QString, state);
-    Plant plant(Wire::UpdateModeStatus);
-    plant.context.SetUpdate(Wire::Sector(0), Wire::Confirmation);
-    plant.context.UpdateRequested.Set(true);
-    plant.Step(3);
-    plant.AnswerByCommand(Wire::UpdateAnswers(status));
-    plant.Step(1);
-    QCOMPARE(plant.visited, Changes("Initialization AwaitUpdateAction Updating") + QStringList{state});
-    QCOMPARE(plant.Commands(), QByteArray("sWsVFZs"));
-    QVERIFY(!plant.context.UpdateRequested.Get());
-    QCOMPARE(static_cast<int>(plant.context.OperationStatus.Get()), 0);
-}
+    void StatesAreCreatedInThisOrder()
+    {
+        QCOMPARE(Vesmar::StateTree.size(), ExpectedTree.size());
+        for (std::size_t index = 0; index < ExpectedTree.size(); ++index) {
+            QCOMPARE(QString(QLatin1String(Vesmar::StateTree.at(index).name)),
+                     ClassOf(ExpectedTree.at(index).state));
+        }
+    }
 
-void TestStateMachineRunner::EnableStartsAtTheRootAgain()
-{
-    Machine machine;
-    State* root = machine.runner.GetCurrentState();
-    machine.EnterFirst();
-    machine.runner.Disable();
-    machine.runner.RunStateMachineWorker();
-    QCOMPARE(machine.runner.GetCurrentState(), &machine.first);
-    machine.runner.Enable();
-    QVERIFY(machine.runner.IsEnabled());
-    QCOMPARE(machine.runner.GetCurrentState(), root);
-    machine.log.Clear();
-    machine.runner.RunStateMachineWorker();
-    QCOMPARE(Banners(machine.log).constFirst(), Banner("ENTERING TESTER OPERATIONS STATE"));
-}
+    void TransitionsAreRegisteredInThisOrder()
+    {
+        const Machine machine;
+        QMap<QString, QStringList> expected;
+        for (const char* kind : {"external", "internal"}) {
+            for (const Row& row : ExpectedMap) {
+                if (qstrcmp(row.kind, kind) == 0) {
+                    const QString guard = QStringLiteral("%1To%2Transition")
+                                              .arg(QLatin1String(row.from), QLatin1String(row.to));
+                    expected[ClassOf(row.from)] +=
+                        RunnerView::TransitionText(row.guard == nullptr ? guard : QLatin1String(row.guard),
+                                                   ClassOf(row.to), QLatin1String(kind));
+                }
+            }
+        }
+        const QMap<QString, State*> states = RunnerView::StatesOf(machine.runner);
+        QCOMPARE(expected.keys(), states.keys());
+        for (auto state = states.cbegin(); state != states.cend(); ++state) {
+            QCOMPARE(RunnerView::TransitionsOf(machine.runner, state.value()), expected.value(state.key()));
+            QVERIFY(!machine.runner.GetExternalTransitions().value(state.value()).isEmpty());
+        }
+    }
 
-void TestStateMachineRunner::EnableOfAnEnabledRunnerDoesNothing()
-{
-    Machine machine;
-    machine.EnterFirst();
-    machine.runner.RunStateMachineWorker();
-    machine.runner.Enable();
-    QCOMPARE(machine.runner.GetCurrentState(), &machine.first);
-    calls.clear();
-    machine.runner.RunStateMachineWorker();
-    QCOMPARE(calls, (QStringList{QStringLiteral("first running"), QStringLiteral("1")}));
-}
+    void StartsAtTheRootDisabled()
+    {
+        Machine machine;
+        QCOMPARE(RunnerView::NameOf(machine.runner.GetCurrentState()),
+                 QStringLiteral("TesterOperationsState"));
+        QVERIFY(!machine.runner.IsEnabled());
+        QCOMPARE(machine.runner.parent(), nullptr);
+    }
 
-void TestStateMachineRunner::EnableWhileADisableIsRequestedDoesNothing()
-{
-    Machine machine;
-    machine.EnterFirst();
-    machine.runner.Disable();
-    machine.runner.Enable();
-    machine.runner.RunStateMachineWorker();
-    QCOMPARE(calls, QStringList{});
-    QVERIFY(!machine.runner.IsEnabled());
-    machine.runner.Disable(); // The request to a disabled runner stands until the next step.
-    machine.runner.Enable();
-    QVERIFY(!machine.runner.IsEnabled());
-    machine.runner.RunStateMachineWorker();
-    machine.runner.Enable();
-    QVERIFY(machine.runner.IsEnabled());
-}
+    void HasItsSlotsInTheMetaObject()
+    {
+        const QMetaObject& meta = StateMachineRunner::staticMetaObject;
+        QCOMPARE(meta.className(), "Vesmar::StateMachineRunner");
+        QCOMPARE(meta.methodCount() - meta.methodOffset(), 2);
+        QCOMPARE(meta.method(meta.methodOffset()).methodSignature(), QByteArray("RunStateMachineWorker()"));
+        QCOMPARE(meta.method(meta.methodOffset() + 1).methodSignature(), QByteArray("onWorkerFinisched()"));
+        QCOMPARE(meta.method(meta.methodOffset()).methodType(), QMetaMethod::Slot);
+        QCOMPARE(meta.method(meta.methodOffset() + 1).methodType(), QMetaMethod::Slot);
+    }
 
-void TestStateMachineRunner::DisableLetsOneMoreStepRunThatChangesAndPostsNothing()
-{
-    Machine machine;
-    machine.EnterFirst();
-    answers[1] = true;
-    machine.runner.Disable();
-    QVERIFY(machine.runner.IsEnabled());
-    machine.log.Clear();
-    machine.RunPostedSteps();
-    QVERIFY(!machine.runner.IsEnabled());
-    QCOMPARE(machine.runner.GetCurrentState(), &machine.first);
-    machine.runner.Enable(); // If a step had been posted, it would run now.
-    machine.RunPostedSteps();
-    QCOMPARE(calls, QStringList{}); // Neither a hook nor a guard was called.
-    QCOMPARE(machine.log.Texts(), QStringList{});
-}
+    void FindsNothingForNoState()
+    {
+        Machine machine;
+        QCOMPARE(machine.runner.FindTransition(nullptr), nullptr);
+        QCOMPARE(machine.log.Texts(), QStringList{});
+    }
 
-void TestStateMachineRunner::DisableStopsTheMeasurementTimer()
-{
-    Machine machine;
-    machine.context.StartMeasurementTimer(5);
-    QVERIFY(machine.context.GetMeasurementTimer()->isActive());
-    const QSignalSpy stops(&machine.context, &StateMachineContext::StopMeasurementTimerRequested);
-    machine.runner.Disable();
-    QCOMPARE(stops.count(), 1);
-    QVERIFY(!machine.context.GetMeasurementTimer()->isActive());
-}
+    /// The external transitions of all levels are asked first, and the outermost that holds wins. The
+    /// internal transitions of the state itself are asked when none holds.
+    void FindsTheOutermostTransitionThatHolds()
+    {
+        struct Row {
+            const char* holding;
+            std::size_t target;
+            const char* asked;
+        };
+        for (const Row& row : std::vector<Row>{{"", 0, "123456"},
+                                               {"1", 1, "134"},
+                                               {"2", 2, "1234"},
+                                               {"12", 1, "134"},
+                                               {"13", 3, "134"},
+                                               {"134", 4, "134"},
+                                               {"45", 4, "1234"},
+                                               {"5", 5, "12345"},
+                                               {"6", 6, "123456"},
+                                               {"56", 5, "12345"},
+                                               {"7", 0, "123456"}}) {
+            Levels levels;
+            SetAnswers(row.holding);
+            QVERIFY2(levels.runner.FindTransition(&levels.leaf) == levels.targets[row.target].get(),
+                     row.holding);
+            QCOMPARE(calls.join(QString()), QString(QLatin1String(row.asked)));
+            QCOMPARE(levels.log.Texts(), QStringList{});
+        }
+    }
 
-void TestStateMachineRunner::DisableWaitsForTheStepUnderWay()
-{
-    Machine machine;
-    machine.EnterFirst();
-    answers[1] = true;
-    QSemaphore running;
-    QSemaphore release;
-    std::atomic<bool> hasLeft{false};
-    machine.first.onRunning = [&]() {
-        running.release();
-        release.acquire();
-    };
-    machine.first.onExit = [&hasLeft]() { hasLeft = true; };
-    std::thread worker([&machine]() { machine.runner.RunStateMachineWorker(); });
-    running.acquire();
-    std::thread releaser([&release]() {
-        QThread::msleep(300); // A disable that does not wait returns before this ends.
-        release.release();
-    });
-    machine.runner.Disable();
-    const bool hadLeft = hasLeft; // The switch of states is part of the step.
-    releaser.join();
-    worker.join();
-    QVERIFY(hadLeft);
-}
+    void TransitionsOfAChildDoNotCount()
+    {
+        Levels levels;
+        SetAnswers("12567");
+        QCOMPARE(levels.runner.FindTransition(&levels.middle), levels.targets[7].get());
+        QCOMPARE(levels.runner.FindTransition(&levels.top), nullptr);
+        QCOMPARE(calls.join(QString()), QStringLiteral("3474"));
+    }
 
-void TestStateMachineRunner::DisableDoesNotWaitForAnEntry()
-{
-    Machine machine;
-    machine.EnterFirst();
-    QSemaphore entered;
-    QSemaphore release;
-    QSemaphore disabled;
-    machine.first.onEntry = [&]() {
-        entered.release();
-        release.acquire();
-    };
-    std::thread worker([&machine]() { machine.runner.RunStateMachineWorker(); });
-    entered.acquire();
-    std::thread disabler([&]() {
+    void StateWithoutAnExternalEntryStaysAndIsWarnedOf()
+    {
+        Machine machine;
+        machine.runner.AddInternalTransition(&machine.first, &Always, &machine.second);
+        machine.runner.AddExternalTransition(machine.runner.GetCurrentState(), &Always, &machine.first);
+        machine.runner.Enable();
+        machine.runner.RunStateMachineWorker();
+        machine.log.Clear();
+        machine.runner.RunStateMachineWorker();
+        machine.runner.RunStateMachineWorker();
+        QCOMPARE(machine.runner.GetCurrentState(), &machine.first);
+        QCOMPARE(machine.log.Texts(), (QStringList{NoEntryWarning, NoEntryWarning}));
+        QCOMPARE(machine.log.Messages().constFirst().type, QtWarningMsg);
+        QCOMPARE(machine.log.Messages().constFirst().category, QByteArray("default"));
+    }
+
+    void AncestorWithoutAnExternalEntryDiscardsWhatWasFoundBelow()
+    {
+        Levels levels;
+        RecordingState between("between", &levels.context, &levels.top);
+        RecordingState below("below", &levels.context, &between);
+        levels.runner.AddExternalTransition(&below, &NumberedGuard<1>, &levels.first);
+        SetAnswers("14");
+        QCOMPARE(levels.runner.FindTransition(&below), nullptr);
+        QCOMPARE(calls, QStringList{QStringLiteral("1")});
+        QCOMPARE(levels.log.Texts(), QStringList{NoEntryWarning});
+    }
+
+    void SameTransitionMayBeRegisteredTwice()
+    {
+        Machine machine;
+        machine.runner.AddExternalTransition(&machine.first, &Never, &machine.second);
+        machine.runner.AddExternalTransition(&machine.first, &Never, &machine.second);
+        QCOMPARE(machine.runner.GetExternalTransitions().value(&machine.first).size(), 2);
+    }
+
+    void FindsTheTargetInTheWholeMachine_data()
+    {
+        QTest::addColumn<QString>("from");
+        QTest::addColumn<QByteArray>("conditions");
+        QTest::addColumn<QString>("to");
+        AddTargets({}, RootTargets);
+        AddTargets({}, ConnectionTargets);
+        AddTargets("IsMeasurementModeActive Settings=2", MeasurementTargets);
+        AddTargets("IsMeasurementModeActive Settings=2", RCDTargets);
+    }
+
+    void FindsTheTargetInTheWholeMachine()
+    {
+        QFETCH(const QString, from);
+        QFETCH(const QByteArray, conditions);
+        QFETCH(const QString, to);
+        Machine machine;
+        State* state = RunnerView::StatesOf(machine.runner).value(from);
+        QVERIFY(state != nullptr);
+        SetCells(machine.context, conditions);
+        QCOMPARE(RunnerView::NameOf(machine.runner.FindTransition(state)), to);
+    }
+
+    void AbortOfAnRCDTestLeaves521_data()
+    {
+        QTest::addColumn<QString>("from");
+        QTest::addColumn<int>("error");
+        for (const QByteArray& state : QByteArray(RCDTests).split(' ')) {
+            QTest::newRow(state) << ClassOf(state) << 521;
+        }
+        QTest::newRow("RCDIECCleanUp") << ClassOf("RCDIECCleanUp") << 15;
+    }
+
+    /// The guard is asked even when an outer transition wins.
+    void AbortOfAnRCDTestLeaves521()
+    {
+        QFETCH(const QString, from);
+        QFETCH(const int, error);
+        for (const char* active : {"IsMeasurementModeActive", "IsMeasurementModeActive=0"}) {
+            Machine machine;
+            SetCells(machine.context, QByteArray("MeasurementStatus=4 AbortMeasurementRequested ") + active);
+            machine.runner.FindTransition(RunnerView::StatesOf(machine.runner).value(from));
+            QCOMPARE(static_cast<int>(machine.context.ErrorCode.Get()), error);
+            QVERIFY(machine.context.AbortMeasurementRequested.Get());
+        }
+    }
+
+    void DisabledRunnerDoesNothing()
+    {
+        Machine machine;
+        machine.runner.AddExternalTransition(machine.runner.GetCurrentState(), &Always, &machine.first);
+        machine.runner.RunStateMachineWorker();
+        machine.RunPostedSteps();
+        QCOMPARE(machine.log.Texts(), QStringList{});
+        QCOMPARE(RunnerView::NameOf(machine.runner.GetCurrentState()),
+                 QStringLiteral("TesterOperationsState"));
+    }
+
+    void StepsCallEntryOnceRunningAlwaysAndExitOnLeaving()
+    {
+        Machine machine;
+        machine.EnterFirst();
+        const auto step = [&machine]() {
+            calls.clear();
+            machine.runner.RunStateMachineWorker();
+            return calls.join(QStringLiteral(", "));
+        };
+        QCOMPARE(step(), QStringLiteral("first entry, first running, 1"));
+        QCOMPARE(step(), QStringLiteral("first running, 1"));
+        SetAnswers("12");
+        QCOMPARE(step(), QStringLiteral("first running, 1, first exit"));
+        QCOMPARE(machine.runner.GetCurrentState(), &machine.second);
+        QCOMPARE(step(), QStringLiteral("second entry, second running, 2, second exit"));
+        SetAnswers("");
+        QCOMPARE(step(), QStringLiteral("first entry, first running, 1")); // A new visit has a new entry.
+    }
+
+    void OnlyTheLeafsHooksRun()
+    {
+        Machine machine;
+        RecordingState parent("parent", &machine.context);
+        RecordingState child("child", &machine.context, &parent);
+        machine.runner.AddExternalTransition(machine.runner.GetCurrentState(), &Always, &child);
+        machine.runner.AddExternalTransition(&child, &Always, &machine.first);
+        machine.runner.AddExternalTransition(&parent, &Never, &machine.first);
+        machine.runner.AddExternalTransition(&machine.first, &Never, &child);
+        machine.runner.Enable();
+        machine.runner.RunStateMachineWorker();
+        machine.runner.RunStateMachineWorker();
+        machine.runner.RunStateMachineWorker();
+        QCOMPARE(calls.join(QStringLiteral(", ")),
+                 QStringLiteral("child entry, child running, child exit, first entry, first running"));
+    }
+
+    void StepPausesForAHundredMillisecondsAndPostsOneMore()
+    {
+        Machine machine;
+        machine.EnterFirst();
+        for (int step = 1; step <= 3; ++step) {
+            machine.RunPostedSteps();
+            QCOMPARE(calls.count(QStringLiteral("first running")), step);
+        }
+        QCOMPARE(machine.pauses.Text(),
+                 QStringLiteral("100 100 100 100")); // The first pause is that of the step to `first`.
+    }
+
+    void InitializationRunsOnceAndLeadsToMonitoring()
+    {
+        Plant plant;
+        plant.Step(3);
+        QCOMPARE(plant.visited, Changes("Initialization Monitoring Monitoring"));
+        QCOMPARE(
+            Banners(plant.log),
+            (QStringList{Banner("ENTERING TESTER OPERATIONS STATE"),
+                         Banner("LEAVING TESTER OPERATIONS STATE"), Banner("ENTERING INITIALIZATION STATE"),
+                         Banner("LEAVING INITIALIZATION STATE"), Banner("ENTERING MONITORING STATE ")}));
+        QCOMPARE(plant.Commands(), QByteArray("sWRTs"));
+    }
+
+    void RCDTestIsAbortedAndLeft()
+    {
+        Plant plant;
+        plant.Step(2);
+        SetCells(plant.context, "RCD=1 IsMeasurementModeActive");
+        plant.Step(2);
+        plant.context.StartMeasurementRequested.Set(true);
+        plant.Step(2);
+        QVERIFY(!plant.context.StartMeasurementRequested
+                     .Get()); // The entry has cleared it, so that the test runs only once.
+        QVERIFY(plant.context.IsMeasurementRunning.Get());
+        plant.context.AbortMeasurementRequested.Set(true);
+        plant.Step(1);
+        QCOMPARE(static_cast<int>(plant.context.ErrorCode.Get()), 521);
+        QVERIFY(!plant.context.IsMeasurementRunning.Get());
+        plant.Step(1);
+        plant.context.IsMeasurementModeActive.Set(false);
+        plant.Step(1);
+        QCOMPARE(plant.visited, Changes("Initialization Monitoring RCDMeasurementMode RCDMonitoring "
+                                        "RCDIaTaMeasurementRunning RCDIaTaMeasurementRunning RCDMonitoring "
+                                        "RCDMonitoring Monitoring"));
+    }
+
+    void UpdateLeadsWhereTheInstrumentIsAfterwards_data()
+    {
+        QTest::addColumn<QByteArray>("status");
+        QTest::addColumn<QString>("state");
+        QTest::newRow("normal mode") << Wire::IdleStatus << QStringLiteral("Initialization");
+        QTest::newRow("calibration mode")
+            << Wire::CalibrationModeStatus << QStringLiteral("RestartingTester");
+        QTest::newRow("mode 2") << Wire::Mode2Status << QStringLiteral("RestartingTester");
+        QTest::newRow("update mode") << Wire::UpdateModeStatus << QStringLiteral("AwaitUpdateAction");
+    }
+
+    void UpdateLeadsWhereTheInstrumentIsAfterwards()
+    {
+        QFETCH(const QByteArray, status);
+        QFETCH(const QString, state);
+        Plant plant(Wire::UpdateModeStatus);
+        plant.context.SetUpdate(Wire::Sector(0), Wire::Confirmation);
+        plant.context.UpdateRequested.Set(true);
+        plant.Step(3);
+        plant.AnswerByCommand(Wire::UpdateAnswers(status));
+        plant.Step(1);
+        QCOMPARE(plant.visited, Changes("Initialization AwaitUpdateAction Updating") + QStringList{state});
+        QCOMPARE(plant.Commands(), QByteArray("sWsVFZs"));
+        QVERIFY(!plant.context.UpdateRequested.Get());
+        QCOMPARE(static_cast<int>(plant.context.OperationStatus.Get()), 0);
+    }
+
+    void EnableStartsAtTheRootAgain()
+    {
+        Machine machine;
+        State* root = machine.runner.GetCurrentState();
+        machine.EnterFirst();
         machine.runner.Disable();
-        disabled.release();
-    });
-    const bool hasReturned = disabled.tryAcquire(1, 10000);
-    release.release();
-    worker.join();
-    disabler.join();
-    QVERIFY(hasReturned);
-}
+        machine.runner.RunStateMachineWorker();
+        QCOMPARE(machine.runner.GetCurrentState(), &machine.first);
+        machine.runner.Enable();
+        QVERIFY(machine.runner.IsEnabled());
+        QCOMPARE(machine.runner.GetCurrentState(), root);
+        machine.log.Clear();
+        machine.runner.RunStateMachineWorker();
+        QCOMPARE(Banners(machine.log).constFirst(), Banner("ENTERING TESTER OPERATIONS STATE"));
+    }
 
-void TestStateMachineRunner::RunnerOnAThreadStepsByItselfAndGoesWithTheThread()
-{
-    StateMachineContext context(nullptr, nullptr, nullptr, nullptr, nullptr);
-    const LogCapture log;
-    RecordingState first("first", &context);
-    QSemaphore steps;
-    QThread* seen = nullptr;
-    first.onRunning = [&]() {
-        seen = QThread::currentThread();
-        steps.release();
-    };
-    auto* runner = new StateMachineRunner(&context, nullptr);
-    const QPointer<StateMachineRunner> watch(runner);
-    runner->AddExternalTransition(runner->GetCurrentState(), &Always, &first);
-    runner->AddExternalTransition(&first, &Never, &first);
-    runner->Enable();
-    QThread thread;
-    runner->moveToThread(&thread);
-    QObject::connect(&thread, &QThread::started, runner, &StateMachineRunner::RunStateMachineWorker);
-    QObject::connect(&thread, &QThread::finished, runner, &StateMachineRunner::onWorkerFinisched);
-    thread.start();
-    const bool hasStepped = steps.tryAcquire(3, 10000);
-    runner->Disable();
-    thread.quit();
-    thread.wait();
-    QVERIFY(hasStepped);
-    QCOMPARE(seen, &thread);
-    QVERIFY(watch.isNull());
-}
+    void EnableOfAnEnabledRunnerDoesNothing()
+    {
+        Machine machine;
+        machine.EnterFirst();
+        machine.runner.RunStateMachineWorker();
+        machine.runner.Enable();
+        QCOMPARE(machine.runner.GetCurrentState(), &machine.first);
+        calls.clear();
+        machine.runner.RunStateMachineWorker();
+        QCOMPARE(calls, (QStringList{QStringLiteral("first running"), QStringLiteral("1")}));
+    }
+
+    void EnableWhileADisableIsRequestedDoesNothing()
+    {
+        Machine machine;
+        machine.EnterFirst();
+        machine.runner.Disable();
+        machine.runner.Enable();
+        machine.runner.RunStateMachineWorker();
+        QCOMPARE(calls, QStringList{});
+        QVERIFY(!machine.runner.IsEnabled());
+        machine.runner.Disable(); // The request to a disabled runner stands until the next step.
+        machine.runner.Enable();
+        QVERIFY(!machine.runner.IsEnabled());
+        machine.runner.RunStateMachineWorker();
+        machine.runner.Enable();
+        QVERIFY(machine.runner.IsEnabled());
+    }
+
+    void DisableLetsOneMoreStepRunThatChangesAndPostsNothing()
+    {
+        Machine machine;
+        machine.EnterFirst();
+        answers[1] = true;
+        machine.runner.Disable();
+        QVERIFY(machine.runner.IsEnabled());
+        machine.log.Clear();
+        machine.RunPostedSteps();
+        QVERIFY(!machine.runner.IsEnabled());
+        QCOMPARE(machine.runner.GetCurrentState(), &machine.first);
+        machine.runner.Enable(); // If a step had been posted, it would run now.
+        machine.RunPostedSteps();
+        QCOMPARE(calls, QStringList{}); // Neither a hook nor a guard was called.
+        QCOMPARE(machine.log.Texts(), QStringList{});
+    }
+
+    void DisableStopsTheMeasurementTimer()
+    {
+        Machine machine;
+        machine.context.StartMeasurementTimer(5);
+        QVERIFY(machine.context.GetMeasurementTimer()->isActive());
+        const QSignalSpy stops(&machine.context, &StateMachineContext::StopMeasurementTimerRequested);
+        machine.runner.Disable();
+        QCOMPARE(stops.count(), 1);
+        QVERIFY(!machine.context.GetMeasurementTimer()->isActive());
+    }
+
+    void DisableWaitsForTheStepUnderWay()
+    {
+        Machine machine;
+        machine.EnterFirst();
+        answers[1] = true;
+        QSemaphore running;
+        QSemaphore release;
+        std::atomic<bool> hasLeft{false};
+        machine.first.onRunning = [&]() {
+            running.release();
+            release.acquire();
+        };
+        machine.first.onExit = [&hasLeft]() { hasLeft = true; };
+        std::thread worker([&machine]() { machine.runner.RunStateMachineWorker(); });
+        running.acquire();
+        std::thread releaser([&release]() {
+            QThread::msleep(300); // A disable that does not wait returns before this ends.
+            release.release();
+        });
+        machine.runner.Disable();
+        const bool hadLeft = hasLeft; // The switch of states is part of the step.
+        releaser.join();
+        worker.join();
+        QVERIFY(hadLeft);
+    }
+
+    void DisableDoesNotWaitForAnEntry()
+    {
+        Machine machine;
+        machine.EnterFirst();
+        QSemaphore entered;
+        QSemaphore release;
+        QSemaphore disabled;
+        machine.first.onEntry = [&]() {
+            entered.release();
+            release.acquire();
+        };
+        std::thread worker([&machine]() { machine.runner.RunStateMachineWorker(); });
+        entered.acquire();
+        std::thread disabler([&]() {
+            machine.runner.Disable();
+            disabled.release();
+        });
+        const bool hasReturned = disabled.tryAcquire(1, 10000);
+        release.release();
+        worker.join();
+        disabler.join();
+        QVERIFY(hasReturned);
+    }
+
+    void RunnerOnAThreadStepsByItselfAndGoesWithTheThread()
+    {
+        StateMachineContext context(nullptr, nullptr, nullptr, nullptr, nullptr);
+        const LogCapture log;
+        RecordingState first("first", &context);
+        QSemaphore steps;
+        QThread* seen = nullptr;
+        first.onRunning = [&]() {
+            seen = QThread::currentThread();
+            steps.release();
+        };
+        auto* runner = new StateMachineRunner(&context, nullptr);
+        const QPointer<StateMachineRunner> watch(runner);
+        runner->AddExternalTransition(runner->GetCurrentState(), &Always, &first);
+        runner->AddExternalTransition(&first, &Never, &first);
+        runner->Enable();
+        QThread thread;
+        runner->moveToThread(&thread);
+        QObject::connect(&thread, &QThread::started, runner, &StateMachineRunner::RunStateMachineWorker);
+        QObject::connect(&thread, &QThread::finished, runner, &StateMachineRunner::onWorkerFinisched);
+        thread.start();
+        const bool hasStepped = steps.tryAcquire(3, 10000);
+        runner->Disable();
+        thread.quit();
+        thread.wait();
+        QVERIFY(hasStepped);
+        QCOMPARE(seen, &thread);
+        QVERIFY(watch.isNull());
+    }
+};
 
 QTEST_GUILESS_MAIN(TestStateMachineRunner)
 #include "tst_statemachinerunner.moc"

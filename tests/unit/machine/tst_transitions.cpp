@@ -259,98 +259,93 @@ class TestTransitions : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void GuardHoldsForTheseValuesAlone_data();
-    void GuardHoldsForTheseValuesAlone();
-    void StartOfAnRCDTestReadsTheSettingsOnlyWhenItIsRequested_data();
-    void StartOfAnRCDTestReadsTheSettingsOnlyWhenItIsRequested();
-    void AbortEndsAnRCDTestAndLeavesAnErrorBehind_data();
-    void AbortEndsAnRCDTestAndLeavesAnErrorBehind();
+    void GuardHoldsForTheseValuesAlone_data()
+    {
+        QTest::addColumn<Guard>("guard");
+        QTest::addColumn<QByteArray>("conditions");
+        QTest::addColumn<QByteArray>("cell");
+        QTest::addColumn<std::vector<int>>("values");
+        AddConnectionRules();
+        AddUpdateRules();
+        AddConfigurationRules();
+        AddModeRules();
+        AddMeasurementRules();
+        AddSingleMeasurementRules();
+        AddRCDStartRules();
+        AddRCDEndRules();
+    }
+
+    void GuardHoldsForTheseValuesAlone()
+    {
+        QFETCH(const Guard, guard);
+        QFETCH(const QByteArray, conditions);
+        QFETCH(const QByteArray, cell);
+        QFETCH(const std::vector<int>, values);
+        for (const QByteArray& others : {QByteArray(), Noise}) {
+            for (const int value : RangeOf(cell)) {
+                StateMachineContext context(nullptr, nullptr, nullptr, nullptr, nullptr);
+                SetCells(context, others + ' ' + conditions);
+                SetCell(context, cell, static_cast<float>(value));
+                const CellLog cells(context);
+                const bool isListed = std::find(values.begin(), values.end(), value) != values.end();
+                QVERIFY2(guard(context) == isListed, cell + '=' + QByteArray::number(value) + ' ' + others);
+                QCOMPARE(cells.Changes(), QStringList{});
+            }
+        }
+    }
+
+    void StartOfAnRCDTestReadsTheSettingsOnlyWhenItIsRequested_data()
+    {
+        QTest::addColumn<Guard>("guard");
+        for (const Guard guard : {&Guards::RCDMonitoringToRCDUbReMeasurementRunningTransition,
+                                  &Guards::RCDMonitoringToRCDIaTaMeasurementRunningTransition,
+                                  &Guards::RCDMonitoringToRCDIECIaTaMeasurementRunningTransition,
+                                  &Guards::RCDMonitoringToRCDIECCleanUpTransition}) {
+            QTest::newRow(qPrintable(NameOfGuard(guard))) << guard;
+        }
+    }
+
+    /// The application changes the settings before it requests the start. A guard that read them the other
+    /// way round could see the old settings together with the new start; here it would read an object that is
+    /// none.
+    void StartOfAnRCDTestReadsTheSettingsOnlyWhenItIsRequested()
+    {
+        QFETCH(const Guard, guard);
+        StateMachineContext context(nullptr, nullptr, nullptr, nullptr, nullptr);
+        alignas(Vesmar::MeasurementSettings) std::array<char, sizeof(Vesmar::MeasurementSettings)> bytes{};
+        const std::unique_ptr<Vesmar::MeasurementSettings> previous(context.TestSettings.Get());
+        context.TestSettings.Set(static_cast<Vesmar::MeasurementSettings*>(static_cast<void*>(bytes.data())));
+        QVERIFY(!guard(context));
+        context.TestSettings.Set(nullptr);
+    }
+
+    void AbortEndsAnRCDTestAndLeavesAnErrorBehind_data()
+    {
+        QTest::addColumn<Guard>("guard");
+        for (const Guard guard : {&Guards::RCDUbReMeasurementRunningToRCDMonitoringTransition,
+                                  &Guards::RCDIaTaMeasurementRunningToRCDMonitoringTransition,
+                                  &Guards::RCDIECIaTaMeasurementRunningToRCDMonitoringTransition}) {
+            QTest::newRow(qPrintable(NameOfGuard(guard))) << guard;
+        }
+    }
+
+    void AbortEndsAnRCDTestAndLeavesAnErrorBehind()
+    {
+        QFETCH(const Guard, guard);
+        for (const int status : EveryStatus) {
+            for (const int error : {15, 3, 103, 521}) {
+                StateMachineContext context(nullptr, nullptr, nullptr, nullptr, nullptr);
+                SetCells(context, "AbortMeasurementRequested MeasurementStatus=" +
+                                      QByteArray::number(status) + " ErrorCode=" + QByteArray::number(error));
+                const CellLog cells(context);
+                QVERIFY(guard(context));
+                QVERIFY(guard(context)); // An error that is already there stays.
+                QCOMPARE(cells.Changes(),
+                         status != 7 && error == 15 ? Changes("ErrorCode=521") : QStringList{});
+            }
+        }
+    }
 };
-
-void TestTransitions::GuardHoldsForTheseValuesAlone_data()
-{
-    QTest::addColumn<Guard>("guard");
-    QTest::addColumn<QByteArray>("conditions");
-    QTest::addColumn<QByteArray>("cell");
-    QTest::addColumn<std::vector<int>>("values");
-    AddConnectionRules();
-    AddUpdateRules();
-    AddConfigurationRules();
-    AddModeRules();
-    AddMeasurementRules();
-    AddSingleMeasurementRules();
-    AddRCDStartRules();
-    AddRCDEndRules();
-}
-
-void TestTransitions::GuardHoldsForTheseValuesAlone()
-{
-    QFETCH(const Guard, guard);
-    QFETCH(const QByteArray, conditions);
-    QFETCH(const QByteArray, cell);
-    QFETCH(const std::vector<int>, values);
-    for (const QByteArray& others : {QByteArray(), Noise}) {
-        for (const int value : RangeOf(cell)) {
-            StateMachineContext context(nullptr, nullptr, nullptr, nullptr, nullptr);
-            SetCells(context, others + ' ' + conditions);
-            SetCell(context, cell, static_cast<float>(value));
-            const CellLog cells(context);
-            const bool isListed = std::find(values.begin(), values.end(), value) != values.end();
-            QVERIFY2(guard(context) == isListed, cell + '=' + QByteArray::number(value) + ' ' + others);
-            QCOMPARE(cells.Changes(), QStringList{});
-        }
-    }
-}
-
-void TestTransitions::StartOfAnRCDTestReadsTheSettingsOnlyWhenItIsRequested_data()
-{
-    QTest::addColumn<Guard>("guard");
-    for (const Guard guard : {&Guards::RCDMonitoringToRCDUbReMeasurementRunningTransition,
-                              &Guards::RCDMonitoringToRCDIaTaMeasurementRunningTransition,
-                              &Guards::RCDMonitoringToRCDIECIaTaMeasurementRunningTransition,
-                              &Guards::RCDMonitoringToRCDIECCleanUpTransition}) {
-        QTest::newRow(qPrintable(NameOfGuard(guard))) << guard;
-    }
-}
-
-/// The application changes the settings before it requests the start. A guard that read them the other way
-/// round could see the old settings together with the new start; here it would read an object that is none.
-void TestTransitions::StartOfAnRCDTestReadsTheSettingsOnlyWhenItIsRequested()
-{
-    QFETCH(const Guard, guard);
-    StateMachineContext context(nullptr, nullptr, nullptr, nullptr, nullptr);
-    alignas(Vesmar::MeasurementSettings) std::array<char, sizeof(Vesmar::MeasurementSettings)> bytes{};
-    const std::unique_ptr<Vesmar::MeasurementSettings> previous(context.TestSettings.Get());
-    context.TestSettings.Set(static_cast<Vesmar::MeasurementSettings*>(static_cast<void*>(bytes.data())));
-    QVERIFY(!guard(context));
-    context.TestSettings.Set(nullptr);
-}
-
-void TestTransitions::AbortEndsAnRCDTestAndLeavesAnErrorBehind_data()
-{
-    QTest::addColumn<Guard>("guard");
-    for (const Guard guard : {&Guards::RCDUbReMeasurementRunningToRCDMonitoringTransition,
-                              &Guards::RCDIaTaMeasurementRunningToRCDMonitoringTransition,
-                              &Guards::RCDIECIaTaMeasurementRunningToRCDMonitoringTransition}) {
-        QTest::newRow(qPrintable(NameOfGuard(guard))) << guard;
-    }
-}
-
-void TestTransitions::AbortEndsAnRCDTestAndLeavesAnErrorBehind()
-{
-    QFETCH(const Guard, guard);
-    for (const int status : EveryStatus) {
-        for (const int error : {15, 3, 103, 521}) {
-            StateMachineContext context(nullptr, nullptr, nullptr, nullptr, nullptr);
-            SetCells(context, "AbortMeasurementRequested MeasurementStatus=" + QByteArray::number(status) +
-                                  " ErrorCode=" + QByteArray::number(error));
-            const CellLog cells(context);
-            QVERIFY(guard(context));
-            QVERIFY(guard(context)); // An error that is already there stays.
-            QCOMPARE(cells.Changes(), status != 7 && error == 15 ? Changes("ErrorCode=521") : QStringList{});
-        }
-    }
-}
 
 QTEST_GUILESS_MAIN(TestTransitions)
 #include "tst_transitions.moc"

@@ -72,126 +72,6 @@ QString LineWith(const LogCapture& log, const char* beginning)
     return {};
 }
 
-} // namespace
-
-class TestRCDMonitoringState : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void EntryResetsTheBudgets();
-
-    void StepTellsHowFarItCame_data();
-    void StepTellsHowFarItCame();
-    void StepTellsWhatItFound();
-    void Step_data();
-    void Step();
-    void StopThatFailsIsResumed_data();
-    void StopThatFailsIsResumed();
-
-    void RequestBeginsWithFullBudgets_data();
-    void RequestBeginsWithFullBudgets();
-    void RequestDoesNotRenewTheStarts();
-
-    void AwaitingGivesUpAfterNineStatuses();
-    void AwaitingTellsWhatItFound();
-
-    void SettingsPreparedMeanwhileStayRequested();
-    void PreparingGivesUpAfterThreeRequests();
-
-    void WatchingGivesUpAfterSixFailures();
-    void WatchingCountsFromTheLastAnswer();
-    void AcknowledgedWatchIsNotCounted();
-    void ExhaustedWatchWithdrawsANewRequest();
-
-    void RequestsWaitHalfASecond_data();
-    void RequestsWaitHalfASecond();
-    void PreparationRunsThrough();
-};
-
-void TestRCDMonitoringState::EntryResetsTheBudgets()
-{
-    Monitoring run;
-    for (int visit = 0; visit < 2; ++visit) {
-        run.state->OnEntry();
-        run.peer.AnswerAlways(Wire::IdleStatus);
-        for (int status = 0; status < 9; ++status) {
-            QCOMPARE(run.StepOfARequest(Awaiting), NoChange);
-        }
-        QVERIFY(run.StepOfARequest(Awaiting).startsWith(QStringLiteral("ErrorCode=400")));
-        run.SetError(15);
-        run.peer.AnswerAlways(Wire::StartTest0Status);
-        for (int prepare = 0; prepare < 3; ++prepare) {
-            QCOMPARE(run.StepOfARequest(Preparing), NoChange);
-        }
-        QVERIFY(run.StepOfARequest(Preparing).startsWith(QStringLiteral("ErrorCode=200")));
-        run.SetError(15);
-        run.peer.AnswerAlways(Wire::Refusal);
-        for (int poll = 0; poll < 6; ++poll) {
-            QCOMPARE(run.StepIn(Watching), NoChange);
-        }
-        QVERIFY(run.StepIn(Watching).startsWith(QStringLiteral("ErrorCode=401")));
-        run.SetError(15);
-    }
-}
-
-void TestRCDMonitoringState::StepTellsHowFarItCame_data()
-{
-    QTest::addColumn<QByteArray>("cells");
-    QTest::addColumn<QString>("progress");
-    const auto row = [](const char* cells, const char* progress) {
-        QTest::newRow(cells) << QByteArray(cells) << QString(QLatin1String(progress));
-    };
-    row("RCD=0", "running 1 3 4 5");
-    row("RCD=0 StartMeasurementRequested", "running 1 2");
-    row("RCD=1", "running 1 3 4");
-    row("RCD=2", "running 1 3 4");
-    row("RCD=1 StartMeasurementRequested", "running 1 2");
-    row("RCD=-1", "running 1 3 4");
-    row("RCDIEC=1", "running 1 3");
-    row("RCDIEC=3", "running 1 3");
-    row("RCDIEC=3 StartMeasurementRequested", "running 1 2");
-    row("Settings=1", "running 1 3");
-    row("RCD=0 AbortMeasurementRequested", "running abort");
-    row("RCD=1 AbortMeasurementRequested PrepareMeasurementRequested", "running abort");
-    row("RCDIEC=1 AbortMeasurementRequested", "running abort rcdiec 1 3");
-    row("RCDIEC=1 AbortMeasurementRequested StartMeasurementRequested", "running abort rcdiec 1 2");
-    row("RCDIEC=3 AbortMeasurementRequested ErrorCode=521", "running abort rcdiec error 1 3");
-    row("Settings=1 AbortMeasurementRequested", "running abort 1 3");
-}
-
-void TestRCDMonitoringState::StepTellsHowFarItCame()
-{
-    QFETCH(const QByteArray, cells);
-    Monitoring run;
-    SetCells(run.context, cells);
-    run.Step();
-    QTEST(run.Progress(), "progress");
-    QCOMPARE(run.log.Messages().constLast().type, QtWarningMsg);
-    QCOMPARE(run.log.Messages().constLast().category, QByteArray("default"));
-}
-
-void TestRCDMonitoringState::StepTellsWhatItFound()
-{
-    Monitoring run;
-    run.peer.AnswerAlways(Wire::IdleStatus);
-    run.StepOfARequest(Awaiting);
-    const QString status = LineWith(run.log, "RUNING RCD MONITORING STATE 1 - status=");
-    const QRegularExpression values(QStringLiteral("status=\\W*(true|1)\\W+(false|0)\\W+1\\W*$"));
-    QVERIFY2(values.match(status).hasMatch(), qPrintable(status));
-    QVERIFY(run.log.Texts().contains(Monitoring::Plain("RUNING RCD MONITORING STATE 4")));
-    QCOMPARE(LineWith(run.log, "RUNING RCD MONITORING STATE 3 - measurmentTyp=").simplified(),
-             QStringLiteral("<<< RUNING RCD MONITORING STATE 3 - measurmentTyp= 10"));
-    QCOMPARE(LineWith(run.log, "RUNING RCD MONITORING STATE 5 - mesurmentState: ").simplified(),
-             QStringLiteral("<<< RUNING RCD MONITORING STATE 5 - mesurmentState: 1"));
-    run.context.StartMeasurementRequested.Set(true);
-    run.Step();
-    QCOMPARE(run.log.Texts().constLast(), Monitoring::Plain("RUNING RCD MONITORING STATE 2"));
-}
-
-namespace
-{
-
 /// A row of a step that begins with these cells: what the instrument answers, the changes of cells that come
 /// of it, the commands, and the pauses.
 void AddStep(const QByteArray& cells, const char* name, const QList<QByteArray>& answers,
@@ -374,293 +254,383 @@ void AddWatchingStepsWithARequest()
 
 } // namespace
 
-void TestRCDMonitoringState::Step_data()
+class TestRCDMonitoringState : public QObject
 {
-    QTest::addColumn<QByteArray>("cells");
-    QTest::addColumn<QList<QByteArray>>("answers");
-    QTest::addColumn<QString>("outcome");
-    QTest::addColumn<QByteArray>("commands");
-    QTest::addColumn<QString>("pauses");
-    AddStepsThatDoNothing();
-    AddAborts();
-    AddBeginnings();
-    AddAwaitingSteps();
-    AddPreparingSteps();
-    AddWatchingSteps();
-    AddChecks();
-    AddWatchingStepsWithARequest();
-}
+    Q_OBJECT
 
-void TestRCDMonitoringState::Step()
-{
-    QFETCH(const QByteArray, cells);
-    QFETCH(const QList<QByteArray>, answers);
-    const QMap<char, QByteArray> frames{{'h', Wire::StopMeasurement},
-                                        {'s', Wire::ReadStatus},
-                                        {'e', Wire::ReadMeasurement},
-                                        {'P', RCDWire::PrepareUbRe}};
-    Monitoring run;
-    SetCells(run.context, cells);
-    run.peer.AnswerInTurn(answers);
-    QTEST(run.Step(), "outcome");
-    QTEST(run.Commands(), "commands");
-    QTEST(run.Pauses(), "pauses");
-    for (const QByteArray& request : run.peer.RequestBytes()) {
-        QCOMPARE(request, frames.value(request.at(0)));
+private Q_SLOTS:
+    void EntryResetsTheBudgets()
+    {
+        Monitoring run;
+        for (int visit = 0; visit < 2; ++visit) {
+            run.state->OnEntry();
+            run.peer.AnswerAlways(Wire::IdleStatus);
+            for (int status = 0; status < 9; ++status) {
+                QCOMPARE(run.StepOfARequest(Awaiting), NoChange);
+            }
+            QVERIFY(run.StepOfARequest(Awaiting).startsWith(QStringLiteral("ErrorCode=400")));
+            run.SetError(15);
+            run.peer.AnswerAlways(Wire::StartTest0Status);
+            for (int prepare = 0; prepare < 3; ++prepare) {
+                QCOMPARE(run.StepOfARequest(Preparing), NoChange);
+            }
+            QVERIFY(run.StepOfARequest(Preparing).startsWith(QStringLiteral("ErrorCode=200")));
+            run.SetError(15);
+            run.peer.AnswerAlways(Wire::Refusal);
+            for (int poll = 0; poll < 6; ++poll) {
+                QCOMPARE(run.StepIn(Watching), NoChange);
+            }
+            QVERIFY(run.StepIn(Watching).startsWith(QStringLiteral("ErrorCode=401")));
+            run.SetError(15);
+        }
     }
-}
 
-void TestRCDMonitoringState::StopThatFailsIsResumed_data()
-{
-    QTest::addColumn<QByteArray>("cells");
-    QTest::addColumn<QList<QByteArray>>("answers");
-    QTest::addColumn<QByteArray>("commands");
-    QTest::addColumn<QString>("pauses");
-    QTest::addColumn<QByteArray>("commandsThen");
-    const QByteArray running = RCDWire::Status(7);
-    for (const char* cells : {"AbortMeasurementRequested", "ErrorCode=3"}) {
-        const auto row = [cells](const char* name, const QList<QByteArray>& answers, const char* commands,
-                                 const char* pauses, const char* commandsThen) {
-            QTest::addRow("%s, %s", cells, name)
-                << QByteArray(cells) << answers << QByteArray(commands) << QString(QLatin1String(pauses))
-                << QByteArray(commandsThen);
+    void StepTellsHowFarItCame_data()
+    {
+        QTest::addColumn<QByteArray>("cells");
+        QTest::addColumn<QString>("progress");
+        const auto row = [](const char* cells, const char* progress) {
+            QTest::newRow(cells) << QByteArray(cells) << QString(QLatin1String(progress));
         };
-        row("stop refused", {Wire::Refusal}, "h", "", "hss");
-        row("first status refused", {Wire::Acknowledge, Wire::Refusal}, "hs", "200", "hss");
-        row("second status refused", {Wire::Acknowledge, running, Wire::Refusal}, "hss", "200 200", "hss");
-        row("second status refused, the function over",
-            {Wire::Acknowledge, Wire::StartTest0Status, Wire::Refusal}, "hss", "200 200", "");
-        row("second status damaged, the function over",
-            {Wire::Acknowledge, Wire::StartTest0Status, Wire::DamagedStatus}, "hss", "200 200", "");
-        row("second stop refused", {Wire::Acknowledge, running, running, Wire::Refusal}, "hssh", "200 200",
-            "hss");
+        row("RCD=0", "running 1 3 4 5");
+        row("RCD=0 StartMeasurementRequested", "running 1 2");
+        row("RCD=1", "running 1 3 4");
+        row("RCD=2", "running 1 3 4");
+        row("RCD=1 StartMeasurementRequested", "running 1 2");
+        row("RCD=-1", "running 1 3 4");
+        row("RCDIEC=1", "running 1 3");
+        row("RCDIEC=3", "running 1 3");
+        row("RCDIEC=3 StartMeasurementRequested", "running 1 2");
+        row("Settings=1", "running 1 3");
+        row("RCD=0 AbortMeasurementRequested", "running abort");
+        row("RCD=1 AbortMeasurementRequested PrepareMeasurementRequested", "running abort");
+        row("RCDIEC=1 AbortMeasurementRequested", "running abort rcdiec 1 3");
+        row("RCDIEC=1 AbortMeasurementRequested StartMeasurementRequested", "running abort rcdiec 1 2");
+        row("RCDIEC=3 AbortMeasurementRequested ErrorCode=521", "running abort rcdiec error 1 3");
+        row("Settings=1 AbortMeasurementRequested", "running abort 1 3");
     }
-}
 
-void TestRCDMonitoringState::StopThatFailsIsResumed()
-{
-    QFETCH(const QByteArray, cells);
-    QFETCH(const QList<QByteArray>, answers);
-    Monitoring run;
-    const bool isAbort = cells.startsWith("Abort");
-    SetCells(run.context, cells + " PrepareMeasurementRequested CurrentMeasurementType=10");
-    run.peer.AnswerInTurn(answers);
-    const QString outcome = run.Step();
-    QVERIFY2(outcome == QStringLiteral("CommunicationError=1") ||
-                 (!isAbort && outcome == QStringLiteral("ErrorCode=15 CommunicationError=1")),
-             qPrintable(outcome));
-    QTEST(run.Commands(), "commands");
-    QTEST(run.Pauses(), "pauses");
-    if (!isAbort) {
-        run.SetError(3);
+    void StepTellsHowFarItCame()
+    {
+        QFETCH(const QByteArray, cells);
+        Monitoring run;
+        SetCells(run.context, cells);
+        run.Step();
+        QTEST(run.Progress(), "progress");
+        QCOMPARE(run.log.Messages().constLast().type, QtWarningMsg);
+        QCOMPARE(run.log.Messages().constLast().category, QByteArray("default"));
     }
-    run.AnswerByCommand({{'h', Wire::Acknowledge}, {'s', Wire::StartTest0Status}});
-    run.Step();
-    QTEST(run.Commands(), "commandsThen");
-    QVERIFY(!run.context.AbortMeasurementRequested.Get());
-    QVERIFY(run.context.PrepareMeasurementRequested.Get());
-    QCOMPARE(run.Phase(), isAbort ? NotAskedFor : Awaiting);
-}
 
-void TestRCDMonitoringState::RequestBeginsWithFullBudgets_data()
-{
-    QTest::addColumn<int>("error");
-    QTest::newRow("no error") << 15;
-    QTest::newRow("an error") << 521;
-}
-
-void TestRCDMonitoringState::RequestBeginsWithFullBudgets()
-{
-    QFETCH(const int, error);
-    Monitoring run;
-    run.context.CurrentMeasurementType.Set(MeasurementType::Monitoring);
-    for (int round = 0; round < 2; ++round) { // Together more than each budget allows.
-        run.SetError(error);
-        QCOMPARE(run.StepOfARequest(NotAskedFor), QStringLiteral("MeasurementStatus=1"));
-        run.SetError(15);
+    void StepTellsWhatItFound()
+    {
+        Monitoring run;
         run.peer.AnswerAlways(Wire::IdleStatus);
-        for (int status = 0; status < 6; ++status) {
-            QCOMPARE(run.StepOfARequest(Awaiting), NoChange);
+        run.StepOfARequest(Awaiting);
+        const QString status = LineWith(run.log, "RUNING RCD MONITORING STATE 1 - status=");
+        const QRegularExpression values(QStringLiteral("status=\\W*(true|1)\\W+(false|0)\\W+1\\W*$"));
+        QVERIFY2(values.match(status).hasMatch(), qPrintable(status));
+        QVERIFY(run.log.Texts().contains(Monitoring::Plain("RUNING RCD MONITORING STATE 4")));
+        QCOMPARE(LineWith(run.log, "RUNING RCD MONITORING STATE 3 - measurmentTyp=").simplified(),
+                 QStringLiteral("<<< RUNING RCD MONITORING STATE 3 - measurmentTyp= 10"));
+        QCOMPARE(LineWith(run.log, "RUNING RCD MONITORING STATE 5 - mesurmentState: ").simplified(),
+                 QStringLiteral("<<< RUNING RCD MONITORING STATE 5 - mesurmentState: 1"));
+        run.context.StartMeasurementRequested.Set(true);
+        run.Step();
+        QCOMPARE(run.log.Texts().constLast(), Monitoring::Plain("RUNING RCD MONITORING STATE 2"));
+    }
+
+    void Step_data()
+    {
+        QTest::addColumn<QByteArray>("cells");
+        QTest::addColumn<QList<QByteArray>>("answers");
+        QTest::addColumn<QString>("outcome");
+        QTest::addColumn<QByteArray>("commands");
+        QTest::addColumn<QString>("pauses");
+        AddStepsThatDoNothing();
+        AddAborts();
+        AddBeginnings();
+        AddAwaitingSteps();
+        AddPreparingSteps();
+        AddWatchingSteps();
+        AddChecks();
+        AddWatchingStepsWithARequest();
+    }
+
+    void Step()
+    {
+        QFETCH(const QByteArray, cells);
+        QFETCH(const QList<QByteArray>, answers);
+        const QMap<char, QByteArray> frames{{'h', Wire::StopMeasurement},
+                                            {'s', Wire::ReadStatus},
+                                            {'e', Wire::ReadMeasurement},
+                                            {'P', RCDWire::PrepareUbRe}};
+        Monitoring run;
+        SetCells(run.context, cells);
+        run.peer.AnswerInTurn(answers);
+        QTEST(run.Step(), "outcome");
+        QTEST(run.Commands(), "commands");
+        QTEST(run.Pauses(), "pauses");
+        for (const QByteArray& request : run.peer.RequestBytes()) {
+            QCOMPARE(request, frames.value(request.at(0)));
         }
-        run.peer.AnswerAlways(Wire::StartTest0Status);
-        for (int prepare = 0; prepare < 2; ++prepare) {
-            QCOMPARE(run.StepOfARequest(Preparing), NoChange);
+    }
+
+    void StopThatFailsIsResumed_data()
+    {
+        QTest::addColumn<QByteArray>("cells");
+        QTest::addColumn<QList<QByteArray>>("answers");
+        QTest::addColumn<QByteArray>("commands");
+        QTest::addColumn<QString>("pauses");
+        QTest::addColumn<QByteArray>("commandsThen");
+        const QByteArray running = RCDWire::Status(7);
+        for (const char* cells : {"AbortMeasurementRequested", "ErrorCode=3"}) {
+            const auto row = [cells](const char* name, const QList<QByteArray>& answers, const char* commands,
+                                     const char* pauses, const char* commandsThen) {
+                QTest::addRow("%s, %s", cells, name)
+                    << QByteArray(cells) << answers << QByteArray(commands) << QString(QLatin1String(pauses))
+                    << QByteArray(commandsThen);
+            };
+            row("stop refused", {Wire::Refusal}, "h", "", "hss");
+            row("first status refused", {Wire::Acknowledge, Wire::Refusal}, "hs", "200", "hss");
+            row("second status refused", {Wire::Acknowledge, running, Wire::Refusal}, "hss", "200 200",
+                "hss");
+            row("second status refused, the function over",
+                {Wire::Acknowledge, Wire::StartTest0Status, Wire::Refusal}, "hss", "200 200", "");
+            row("second status damaged, the function over",
+                {Wire::Acknowledge, Wire::StartTest0Status, Wire::DamagedStatus}, "hss", "200 200", "");
+            row("second stop refused", {Wire::Acknowledge, running, running, Wire::Refusal}, "hssh",
+                "200 200", "hss");
         }
-        run.context.PrepareMeasurementRequested.Set(false);
-        run.peer.AnswerAlways(Wire::Refusal);
-        for (int poll = 0; poll < 4; ++poll) {
-            QCOMPARE(run.StepIn(Watching), NoChange);
+    }
+
+    void StopThatFailsIsResumed()
+    {
+        QFETCH(const QByteArray, cells);
+        QFETCH(const QList<QByteArray>, answers);
+        Monitoring run;
+        const bool isAbort = cells.startsWith("Abort");
+        SetCells(run.context, cells + " PrepareMeasurementRequested CurrentMeasurementType=10");
+        run.peer.AnswerInTurn(answers);
+        const QString outcome = run.Step();
+        QVERIFY2(outcome == QStringLiteral("CommunicationError=1") ||
+                     (!isAbort && outcome == QStringLiteral("ErrorCode=15 CommunicationError=1")),
+                 qPrintable(outcome));
+        QTEST(run.Commands(), "commands");
+        QTEST(run.Pauses(), "pauses");
+        if (!isAbort) {
+            run.SetError(3);
+        }
+        run.AnswerByCommand({{'h', Wire::Acknowledge}, {'s', Wire::StartTest0Status}});
+        run.Step();
+        QTEST(run.Commands(), "commandsThen");
+        QVERIFY(!run.context.AbortMeasurementRequested.Get());
+        QVERIFY(run.context.PrepareMeasurementRequested.Get());
+        QCOMPARE(run.Phase(), isAbort ? NotAskedFor : Awaiting);
+    }
+
+    void RequestBeginsWithFullBudgets_data()
+    {
+        QTest::addColumn<int>("error");
+        QTest::newRow("no error") << 15;
+        QTest::newRow("an error") << 521;
+    }
+
+    void RequestBeginsWithFullBudgets()
+    {
+        QFETCH(const int, error);
+        Monitoring run;
+        run.context.CurrentMeasurementType.Set(MeasurementType::Monitoring);
+        for (int round = 0; round < 2; ++round) { // Together more than each budget allows.
+            run.SetError(error);
+            QCOMPARE(run.StepOfARequest(NotAskedFor), QStringLiteral("MeasurementStatus=1"));
+            run.SetError(15);
+            run.peer.AnswerAlways(Wire::IdleStatus);
+            for (int status = 0; status < 6; ++status) {
+                QCOMPARE(run.StepOfARequest(Awaiting), NoChange);
+            }
+            run.peer.AnswerAlways(Wire::StartTest0Status);
+            for (int prepare = 0; prepare < 2; ++prepare) {
+                QCOMPARE(run.StepOfARequest(Preparing), NoChange);
+            }
+            run.context.PrepareMeasurementRequested.Set(false);
+            run.peer.AnswerAlways(Wire::Refusal);
+            for (int poll = 0; poll < 4; ++poll) {
+                QCOMPARE(run.StepIn(Watching), NoChange);
+            }
         }
     }
-}
 
-/// The fourth counter is reset on entry alone.
-void TestRCDMonitoringState::RequestDoesNotRenewTheStarts()
-{
-    struct Counting : RCDMonitoringState {
-        using RCDMonitoringState::_startAttempts;
-        using RCDMonitoringState::RCDMonitoringState;
-    };
-    RCDRun run(Create<Counting>, RCDSettingsOfMode(0));
-    auto& state = static_cast<Counting&>(*run.state);
-    state._startAttempts = 2;
-    run.context.PrepareMeasurementRequested.Set(true);
-    run.StepIn(NotAskedFor);
-    QCOMPARE(state._startAttempts, 2);
-    run.state->OnEntry();
-    QCOMPARE(state._startAttempts, 0);
-}
-
-void TestRCDMonitoringState::AwaitingGivesUpAfterNineStatuses()
-{
-    Monitoring run;
-    run.context.PrepareMeasurementRequested.Set(true);
-    run.SetPhase(Awaiting);
-    run.peer.AnswerInTurn({Wire::IdleStatus, RCDWire::StartTest(13, true), Wire::Refusal, Wire::DamagedStatus,
-                           Wire::Acknowledge, Wire::IdleStatus, Wire::Acknowledge, Wire::IdleStatus,
-                           Wire::IdleStatus, Wire::ReadyStatus});
-    for (int status = 0; status < 9; ++status) {
-        QCOMPARE(run.Step(), NoChange);
-        QCOMPARE(run.Commands(), QByteArray("s"));
+    /// The fourth counter is reset on entry alone.
+    void RequestDoesNotRenewTheStarts()
+    {
+        struct Counting : RCDMonitoringState {
+            using RCDMonitoringState::_startAttempts;
+            using RCDMonitoringState::RCDMonitoringState;
+        };
+        RCDRun run(Create<Counting>, RCDSettingsOfMode(0));
+        auto& state = static_cast<Counting&>(*run.state);
+        state._startAttempts = 2;
+        run.context.PrepareMeasurementRequested.Set(true);
+        run.StepIn(NotAskedFor);
+        QCOMPARE(state._startAttempts, 2);
+        run.state->OnEntry();
+        QCOMPARE(state._startAttempts, 0);
     }
-    QCOMPARE(run.context.StartTestStatus.Get(), StartTestResult::Status14);
-    QCOMPARE(run.Step(), QStringLiteral("ErrorCode=400 PrepareMeasurementRequested=0 MeasurementStatus=-1"));
-    QCOMPARE(run.Commands(), QByteArray());
-    QCOMPARE(run.context.StartTestStatus.Get(), StartTestResult::Unknown);
-}
 
-void TestRCDMonitoringState::AwaitingTellsWhatItFound()
-{
-    Monitoring run;
-    run.peer.AnswerInTurn(
-        {RCDWire::StartTest(12, true), RCDWire::StartTest(12, true, 3), RCDWire::Status(0)});
-    const auto lastLine = [&run] { return run.log.Texts().constLast().simplified(); };
-    run.StepOfARequest(Awaiting);
-    QVERIFY2(lastLine().contains(QRegularExpression(QStringLiteral("no Error, status: ?12$"))),
-             qPrintable(lastLine()));
-    run.Step();
-    QVERIFY2(lastLine().contains(QStringLiteral("Error else, status:")), qPrintable(lastLine()));
-    run.Step();
-    QVERIFY2(lastLine().contains(QStringLiteral("currentMesuarment type != monitoringMode:")),
-             qPrintable(lastLine()));
-}
-
-void TestRCDMonitoringState::SettingsPreparedMeanwhileStayRequested()
-{
-    Monitoring run;
-    run.PrepareWhilePreparing(RCDSettingsOfMode(1));
-    QCOMPARE(run.StepOfARequest(Preparing),
-             QStringLiteral("TestSettings MeasurementStatus=0 PrepareMeasurementRequested=0 "
-                            "PrepareMeasurementRequested=1"));
-    QCOMPARE(run.peer.RequestBytes(), QList<QByteArray>{RCDWire::PrepareUbRe});
-}
-
-void TestRCDMonitoringState::PreparingGivesUpAfterThreeRequests()
-{
-    Monitoring run;
-    run.context.PrepareMeasurementRequested.Set(true);
-    run.SetPhase(Preparing);
-    run.peer.AnswerInTurn({Wire::Refusal, Wire::StartTest0Status, Wire::DamagedStatus, Wire::Acknowledge});
-    for (int prepare = 0; prepare < 3; ++prepare) {
-        QCOMPARE(run.Step(), NoChange);
-        QCOMPARE(run.Commands(), QByteArray("P"));
-    }
-    QCOMPARE(run.Step(), QStringLiteral("ErrorCode=200 PrepareMeasurementRequested=0 MeasurementStatus=-1"));
-    QCOMPARE(run.Commands(), QByteArray());
-}
-
-void TestRCDMonitoringState::WatchingGivesUpAfterSixFailures()
-{
-    Monitoring run;
-    run.SetPhase(Watching);
-    run.peer.AnswerInTurn({Wire::Refusal, Wire::DamagedStatus, Wire::Refusal, Wire::Silence, Wire::Refusal,
-                           Wire::DamagedStatus, RCDWire::Status(4)});
-    for (int poll = 0; poll < 6; ++poll) {
-        QCOMPARE(run.Step(), NoChange);
-        QCOMPARE(run.Commands(), QByteArray("s"));
-    }
-    QCOMPARE(run.Step(), QStringLiteral("ErrorCode=401 MeasurementStatus=-1"));
-    QCOMPARE(run.Commands(), QByteArray());
-}
-
-void TestRCDMonitoringState::WatchingCountsFromTheLastAnswer()
-{
-    Monitoring run;
-    run.SetPhase(Watching);
-    const auto fail = [&run](int times) {
-        run.peer.AnswerAlways(Wire::Refusal);
-        for (int poll = 0; poll < times; ++poll) {
+    void AwaitingGivesUpAfterNineStatuses()
+    {
+        Monitoring run;
+        run.context.PrepareMeasurementRequested.Set(true);
+        run.SetPhase(Awaiting);
+        run.peer.AnswerInTurn({Wire::IdleStatus, RCDWire::StartTest(13, true), Wire::Refusal,
+                               Wire::DamagedStatus, Wire::Acknowledge, Wire::IdleStatus, Wire::Acknowledge,
+                               Wire::IdleStatus, Wire::IdleStatus, Wire::ReadyStatus});
+        for (int status = 0; status < 9; ++status) {
             QCOMPARE(run.Step(), NoChange);
             QCOMPARE(run.Commands(), QByteArray("s"));
         }
-    };
-    fail(5);
-    run.peer.AnswerAlways(RCDWire::Status(4));
-    QCOMPARE(run.Step(), NoChange);
-    fail(6);
-    QCOMPARE(run.Step(), QStringLiteral("ErrorCode=401 MeasurementStatus=-1"));
-}
+        QCOMPARE(run.context.StartTestStatus.Get(), StartTestResult::Status14);
+        QCOMPARE(run.Step(),
+                 QStringLiteral("ErrorCode=400 PrepareMeasurementRequested=0 MeasurementStatus=-1"));
+        QCOMPARE(run.Commands(), QByteArray());
+        QCOMPARE(run.context.StartTestStatus.Get(), StartTestResult::Unknown);
+    }
 
-void TestRCDMonitoringState::AcknowledgedWatchIsNotCounted()
-{
-    Monitoring run;
-    run.SetPhase(Watching);
-    run.peer.AnswerAlways(Wire::Acknowledge);
-    for (int poll = 0; poll < 12; ++poll) {
+    void AwaitingTellsWhatItFound()
+    {
+        Monitoring run;
+        run.peer.AnswerInTurn(
+            {RCDWire::StartTest(12, true), RCDWire::StartTest(12, true, 3), RCDWire::Status(0)});
+        const auto lastLine = [&run] { return run.log.Texts().constLast().simplified(); };
+        run.StepOfARequest(Awaiting);
+        QVERIFY2(lastLine().contains(QRegularExpression(QStringLiteral("no Error, status: ?12$"))),
+                 qPrintable(lastLine()));
+        run.Step();
+        QVERIFY2(lastLine().contains(QStringLiteral("Error else, status:")), qPrintable(lastLine()));
+        run.Step();
+        QVERIFY2(lastLine().contains(QStringLiteral("currentMesuarment type != monitoringMode:")),
+                 qPrintable(lastLine()));
+    }
+
+    void SettingsPreparedMeanwhileStayRequested()
+    {
+        Monitoring run;
+        run.PrepareWhilePreparing(RCDSettingsOfMode(1));
+        QCOMPARE(run.StepOfARequest(Preparing),
+                 QStringLiteral("TestSettings MeasurementStatus=0 PrepareMeasurementRequested=0 "
+                                "PrepareMeasurementRequested=1"));
+        QCOMPARE(run.peer.RequestBytes(), QList<QByteArray>{RCDWire::PrepareUbRe});
+    }
+
+    void PreparingGivesUpAfterThreeRequests()
+    {
+        Monitoring run;
+        run.context.PrepareMeasurementRequested.Set(true);
+        run.SetPhase(Preparing);
+        run.peer.AnswerInTurn(
+            {Wire::Refusal, Wire::StartTest0Status, Wire::DamagedStatus, Wire::Acknowledge});
+        for (int prepare = 0; prepare < 3; ++prepare) {
+            QCOMPARE(run.Step(), NoChange);
+            QCOMPARE(run.Commands(), QByteArray("P"));
+        }
+        QCOMPARE(run.Step(),
+                 QStringLiteral("ErrorCode=200 PrepareMeasurementRequested=0 MeasurementStatus=-1"));
+        QCOMPARE(run.Commands(), QByteArray());
+    }
+
+    void WatchingGivesUpAfterSixFailures()
+    {
+        Monitoring run;
+        run.SetPhase(Watching);
+        run.peer.AnswerInTurn({Wire::Refusal, Wire::DamagedStatus, Wire::Refusal, Wire::Silence,
+                               Wire::Refusal, Wire::DamagedStatus, RCDWire::Status(4)});
+        for (int poll = 0; poll < 6; ++poll) {
+            QCOMPARE(run.Step(), NoChange);
+            QCOMPARE(run.Commands(), QByteArray("s"));
+        }
+        QCOMPARE(run.Step(), QStringLiteral("ErrorCode=401 MeasurementStatus=-1"));
+        QCOMPARE(run.Commands(), QByteArray());
+    }
+
+    void WatchingCountsFromTheLastAnswer()
+    {
+        Monitoring run;
+        run.SetPhase(Watching);
+        const auto fail = [&run](int times) {
+            run.peer.AnswerAlways(Wire::Refusal);
+            for (int poll = 0; poll < times; ++poll) {
+                QCOMPARE(run.Step(), NoChange);
+                QCOMPARE(run.Commands(), QByteArray("s"));
+            }
+        };
+        fail(5);
+        run.peer.AnswerAlways(RCDWire::Status(4));
         QCOMPARE(run.Step(), NoChange);
-        QCOMPARE(run.Commands(), QByteArray("s"));
+        fail(6);
+        QCOMPARE(run.Step(), QStringLiteral("ErrorCode=401 MeasurementStatus=-1"));
     }
-}
 
-void TestRCDMonitoringState::ExhaustedWatchWithdrawsANewRequest()
-{
-    Monitoring run;
-    run.SetPhase(Watching);
-    run.peer.AnswerAlways(Wire::Refusal);
-    for (int poll = 0; poll < 6; ++poll) {
-        QCOMPARE(run.Step(), NoChange);
+    void AcknowledgedWatchIsNotCounted()
+    {
+        Monitoring run;
+        run.SetPhase(Watching);
+        run.peer.AnswerAlways(Wire::Acknowledge);
+        for (int poll = 0; poll < 12; ++poll) {
+            QCOMPARE(run.Step(), NoChange);
+            QCOMPARE(run.Commands(), QByteArray("s"));
+        }
     }
-    QCOMPARE(run.StepOfARequest(Watching),
-             QStringLiteral("ErrorCode=401 PrepareMeasurementRequested=0 MeasurementStatus=-1"));
-}
 
-void TestRCDMonitoringState::RequestsWaitHalfASecond_data()
-{
-    QTest::addColumn<int>("status");
-    QTest::addColumn<QByteArray>("command");
-    QTest::newRow("awaiting") << Awaiting << QByteArray("s");
-    QTest::newRow("preparing") << Preparing << QByteArray("P");
-    QTest::newRow("watching") << Watching << QByteArray("s");
-}
-
-void TestRCDMonitoringState::RequestsWaitHalfASecond()
-{
-    QFETCH(const int, status);
-    QFETCH(const QByteArray, command);
-    Monitoring run;
-    run.transciever.SetMaxRetransmissions(2); // Of no concern to a request that is sent once.
-    QElapsedTimer time;
-    time.start();
-    QCOMPARE(run.StepIn(status), NoChange);
-    QCOMPARE(time.elapsed(), 10 + 500 + 200);
-    QCOMPARE(run.Commands(), command);
-}
-
-void TestRCDMonitoringState::PreparationRunsThrough()
-{
-    Monitoring run;
-    run.context.PrepareMeasurementRequested.Set(true);
-    run.peer.AnswerInTurn(
-        {Wire::IdleStatus, Wire::ReadyStatus, Wire::Acknowledge, RCDWire::Status(2), RCDWire::Status(4)});
-    QStringList outcomes;
-    for (int step = 0; step < 6; ++step) {
-        outcomes.append(run.Step());
+    void ExhaustedWatchWithdrawsANewRequest()
+    {
+        Monitoring run;
+        run.SetPhase(Watching);
+        run.peer.AnswerAlways(Wire::Refusal);
+        for (int poll = 0; poll < 6; ++poll) {
+            QCOMPARE(run.Step(), NoChange);
+        }
+        QCOMPARE(run.StepOfARequest(Watching),
+                 QStringLiteral("ErrorCode=401 PrepareMeasurementRequested=0 MeasurementStatus=-1"));
     }
-    QCOMPARE(outcomes, (QStringList{QStringLiteral("MeasurementStatus=1"), NoChange,
-                                    QStringLiteral("MeasurementStatus=2"),
-                                    QStringLiteral("MeasurementStatus=0 PrepareMeasurementRequested=0"),
-                                    NoChange, NoChange}));
-}
+
+    void RequestsWaitHalfASecond_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QByteArray>("command");
+        QTest::newRow("awaiting") << Awaiting << QByteArray("s");
+        QTest::newRow("preparing") << Preparing << QByteArray("P");
+        QTest::newRow("watching") << Watching << QByteArray("s");
+    }
+
+    void RequestsWaitHalfASecond()
+    {
+        QFETCH(const int, status);
+        QFETCH(const QByteArray, command);
+        Monitoring run;
+        run.transciever.SetMaxRetransmissions(2); // Of no concern to a request that is sent once.
+        QElapsedTimer time;
+        time.start();
+        QCOMPARE(run.StepIn(status), NoChange);
+        QCOMPARE(time.elapsed(), 10 + 500 + 200);
+        QCOMPARE(run.Commands(), command);
+    }
+
+    void PreparationRunsThrough()
+    {
+        Monitoring run;
+        run.context.PrepareMeasurementRequested.Set(true);
+        run.peer.AnswerInTurn(
+            {Wire::IdleStatus, Wire::ReadyStatus, Wire::Acknowledge, RCDWire::Status(2), RCDWire::Status(4)});
+        QStringList outcomes;
+        for (int step = 0; step < 6; ++step) {
+            outcomes.append(run.Step());
+        }
+        QCOMPARE(outcomes, (QStringList{QStringLiteral("MeasurementStatus=1"), NoChange,
+                                        QStringLiteral("MeasurementStatus=2"),
+                                        QStringLiteral("MeasurementStatus=0 PrepareMeasurementRequested=0"),
+                                        NoChange, NoChange}));
+    }
+};
 
 QTEST_GUILESS_MAIN(TestRCDMonitoringState)
 #include "tst_rcdmonitoringstate.moc"
