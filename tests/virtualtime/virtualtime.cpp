@@ -123,11 +123,13 @@ public:
     /// Nobody else runs until the caller waits. True if it was woken before the deadline.
     bool Wait(Waiter& waiter)
     {
+        Waiter* next = nullptr;
         {
             const Lock lock(_isLocked);
             _waiting.push_back(&waiter);
-            PassTurn();
+            next = RemoveNext();
         }
+        PassTurn(next);
         waiter.AwaitTurn();
         return waiter.wasWoken;
     }
@@ -155,11 +157,15 @@ public:
 
     void EndThread()
     {
-        const Lock lock(_isLocked);
-        --_threadCount;
-        _ended.insert(pthread_self());
-        WakeThoseAt(AddressOf(pthread_self()), All);
-        PassTurn();
+        Waiter* next = nullptr;
+        {
+            const Lock lock(_isLocked);
+            --_threadCount;
+            _ended.insert(pthread_self());
+            WakeThoseAt(AddressOf(pthread_self()), All);
+            next = RemoveNext();
+        }
+        PassTurn(next);
     }
 
     void AwaitEnd(pthread_t thread)
@@ -193,14 +199,22 @@ private:
 
     /// Nobody runs: the turn goes to the first who can go on, else to whoever can read, else time jumps to
     /// the one who waits shortest.
-    void PassTurn()
+    Waiter* RemoveNext()
     {
         if (_ready.empty() && !MakeReaderReady() && !MoveTimeOn()) {
-            return; // The program ends.
+            return nullptr; // The program ends.
         }
         Waiter* const next = _ready.front();
         _ready.pop_front();
-        next->GiveTurn();
+        return next;
+    }
+
+    /// Whoever has the turn runs at once, and may want the lock: it is not held here.
+    static void PassTurn(Waiter* next)
+    {
+        if (next != nullptr) {
+            next->GiveTurn();
+        }
     }
 
     bool MakeReaderReady()
