@@ -3,6 +3,7 @@
 #include <deque>
 #include <functional>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,7 @@
 
 /// The state that the machine is in, by the banners of its log.
 QByteArray CurrentState();
+void EnterState(const QByteArray& state);
 /// Begins to read the log, which goes nowhere else, and tells whenever a state is entered.
 void WatchLog(const std::function<void()>& onEntry);
 
@@ -41,8 +43,8 @@ public:
 
     /// The machine has entered a state.
     void Entered();
-    /// A request has arrived at the line, with that fault, if any.
-    void Requested(const QByteArray& request, const char* fault);
+    /// A request has arrived at the line.
+    void Requested(const QByteArray& request);
     /// Looks at what time alone brings about.
     void Poll();
     /// The first finding stays.
@@ -53,6 +55,7 @@ public:
 
 private:
     void RevokeStarts();
+    void EnteredRun(const QByteArray& run);
     void CheckStart(Nanoseconds now);
     void CheckPayload();
     void CheckMemory();
@@ -70,5 +73,7 @@ private:
     Nanoseconds _preparingPolled{0}; ///< The last request of a state that prepares.
     QByteArray _payload;
     Nanoseconds _prepared{0};
+    QByteArray _run;                 ///< The state that runs the RCD test of the settings; empty for others.
+    std::set<QByteArray> _runsAsked; ///< Those of the settings that there were since a start was asked for.
     std::optional<Nanoseconds> _abortDeadline;
 };

@@ -4,10 +4,13 @@
 #include <string>
 #include <utility>
 
+/// The names of a kind and a state.
+using Pair = std::pair<std::string, std::string>;
+
 /// How often what was brought upon the library.
 struct Counts {
     std::map<std::string, long> kinds;
-    std::map<std::pair<std::string, std::string>, long> pairs; ///< Of a kind and a state.
+    std::map<Pair, long> pairs;
     long exchanges = 0;
     long operations = 0;
     long starts = 0;

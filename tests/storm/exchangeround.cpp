@@ -29,13 +29,12 @@ ExchangeRound::ExchangeRound(std::uint64_t seed, const Kind* kind, Counts& count
 bool ExchangeRound::InjectInto(Exchange& exchange)
 {
     ++_transmissions;
-    const bool isFaulty = _isArmed && _random.IsOneIn(2);
-    if (isFaulty) {
-        const Kind& kind = _kind != nullptr ? *_kind : Pick(AllKinds(), _random);
-        _counts.Add(kind.name, "single exchange");
-        kind.apply(exchange);
+    const Kind& kind = _kind != nullptr ? *_kind : Pick(AllKinds(), _random);
+    if (!_isArmed || !_random.IsOneIn(2) || !kind.apply(exchange)) {
+        return false;
     }
-    return isFaulty;
+    _counts.Add(kind.name, State);
+    return true;
 }
 
 std::string ExchangeRound::Run()

@@ -12,6 +12,9 @@
 class ExchangeRound
 {
 public:
+    /// How these rounds are named among the states.
+    static constexpr const char* State = "single exchange";
+
     /// Every fault is of this kind; of any where it is null.
     ExchangeRound(std::uint64_t seed, const Kind* kind, Counts& counts);
 

@@ -1,5 +1,12 @@
 #include "storm/kinds.h"
 
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+
+#include <QCoreApplication>
+#include <QThread>
+
 #include "support/wire.h"
 
 namespace
@@ -29,49 +36,69 @@ Nanoseconds Until(Exchange& exchange)
     return exchange.now + SomeTime(exchange);
 }
 
-/// The first frame of the answer, which there is none of while the instrument restarts.
-QByteArray& FirstFrame(Exchange& exchange)
+/// Spoils the first frame of the answer, which there is none of while the instrument restarts.
+template <typename Change>
+bool ChangeFrame(Exchange& exchange, Change change)
 {
-    static QByteArray none;
-    none.clear();
-    return exchange.Answer().empty() ? none : exchange.Answer().front().bytes;
+    if (exchange.Answer().empty()) {
+        return false;
+    }
+    change(exchange.Answer().front().bytes);
+    return true;
 }
 
-void Replace(Exchange& exchange, const QByteArray& bytes)
+bool Replace(Exchange& exchange, const QByteArray& bytes)
 {
-    FirstFrame(exchange) = bytes;
+    return ChangeFrame(exchange, [&](QByteArray& frame) { frame = bytes; });
 }
 
-void Delay(Exchange& exchange, Nanoseconds time)
+bool IsAcknowledged(Exchange& exchange)
+{
+    return !exchange.Answer().empty() && exchange.Answer().front().bytes == Wire::Acknowledge;
+}
+
+bool Delay(Exchange& exchange, Nanoseconds time)
 {
     for (Chunk& chunk : exchange.Answer()) {
         chunk.due += time;
     }
+    return !exchange.Answer().empty();
 }
 
-void LoseAnswer(Exchange& exchange)
+/// Lets the next calls fail, unless those that were to fail have not been made yet.
+bool Arm(int& count, int calls)
 {
-    exchange.Answer().clear();
+    const bool isNew = count == 0;
+    count = isNew ? calls : count;
+    return isNew;
 }
 
-void LoseRequest(Exchange& exchange)
+bool LoseAnswer(Exchange& exchange)
+{
+    const bool wasAnswered = !exchange.Answer().empty();
+    exchange.Answer().clear();
+    return wasAnswered;
+}
+
+bool LoseRequest(Exchange& exchange)
 {
     exchange.Lose();
+    return true;
 }
 
-void BeLate(Exchange& exchange)
+bool BeLate(Exchange& exchange)
 {
-    Delay(exchange, milliseconds(exchange.random.Between(5, 3900)));
+    return Delay(exchange, milliseconds(exchange.random.Between(5, 3900)));
 }
 
 /// The driver waits for 500 ms or for 4 s, and tries again 200 ms later or in its next step.
-void BeLateIntoNextExchange(Exchange& exchange)
+bool BeLateIntoNextExchange(Exchange& exchange)
 {
-    Delay(exchange,
-          milliseconds((exchange.random.IsOneIn(2) ? 500 : 4000) + exchange.random.Between(0, 320)));
+    return Delay(exchange,
+                 milliseconds((exchange.random.IsOneIn(2) ? 500 : 4000) + exchange.random.Between(0, 320)));
 }
 
-void Split(Exchange& exchange)
+bool Split(Exchange& exchange)
 {
     std::vector<Chunk> parts;
     for (const Chunk& chunk : exchange.Answer()) {
@@ -83,184 +110,208 @@ void Split(Exchange& exchange)
         }
     }
     exchange.Answer() = parts;
+    return !parts.empty();
 }
 
-void Flip(Exchange& exchange)
+bool Flip(Exchange& exchange)
 {
-    QByteArray& frame = FirstFrame(exchange);
-    if (!frame.isEmpty()) {
+    return ChangeFrame(exchange, [&](QByteArray& frame) {
         const int place = exchange.random.Below(frame.size());
         frame[place] = static_cast<char>(frame.at(place) ^ 1 << exchange.random.Below(8));
-    }
+    });
 }
 
-void Randomize(Exchange& exchange)
+bool Randomize(Exchange& exchange)
 {
-    Replace(exchange, exchange.random.Bytes(FirstFrame(exchange).size()));
+    return ChangeFrame(exchange, [&](QByteArray& frame) { frame = exchange.random.Bytes(frame.size()); });
 }
 
-void Truncate(Exchange& exchange)
+bool Truncate(Exchange& exchange)
 {
-    QByteArray& frame = FirstFrame(exchange);
-    frame.truncate(exchange.random.Below(frame.size() + 1));
+    return ChangeFrame(exchange,
+                       [&](QByteArray& frame) { frame.truncate(exchange.random.Below(frame.size())); });
 }
 
-void AddTail(Exchange& exchange)
+bool AddTail(Exchange& exchange)
 {
-    FirstFrame(exchange) += exchange.random.Bytes(exchange.random.Between(1, 40));
+    return ChangeFrame(
+        exchange, [&](QByteArray& frame) { frame += exchange.random.Bytes(exchange.random.Between(1, 40)); });
 }
 
-void AddNoiseInFront(Exchange& exchange)
+bool AddNoiseInFront(Exchange& exchange)
 {
-    FirstFrame(exchange).prepend(exchange.random.Bytes(exchange.random.Between(1, 40)));
+    return ChangeFrame(exchange, [&](QByteArray& frame) {
+        frame.prepend(exchange.random.Bytes(exchange.random.Between(1, 40)));
+    });
 }
 
-void GiveWrongLength(Exchange& exchange)
+bool GiveWrongLength(Exchange& exchange)
 {
-    Replace(exchange, WithChecksum(exchange.random.Bytes(exchange.random.Between(5, 300))));
+    return Replace(exchange, WithChecksum(exchange.random.Bytes(exchange.random.Between(5, 300))));
 }
 
-void SendZeros(Exchange& exchange)
+bool SendZeros(Exchange& exchange)
 {
-    Replace(exchange, QByteArray(exchange.random.Between(1, 30), '\0'));
+    return Replace(exchange, QByteArray(exchange.random.Between(1, 30), '\0'));
 }
 
-void Refuse(Exchange& exchange)
+bool Refuse(Exchange& exchange)
 {
     if (exchange.random.IsOneIn(2)) {
         exchange.Lose();
     }
     exchange.Answer() = {{exchange.now + milliseconds(1), Wire::Refusal}};
+    return true;
 }
 
-void AcknowledgeRead(Exchange& exchange)
+bool AcknowledgeRead(Exchange& exchange)
 {
-    if (FirstFrame(exchange) != Wire::Acknowledge) {
-        Replace(exchange, Wire::Acknowledge);
-    }
+    return !IsAcknowledged(exchange) && Replace(exchange, Wire::Acknowledge);
 }
 
-void SendDataForAcknowledge(Exchange& exchange)
+bool SendDataForAcknowledge(Exchange& exchange)
 {
-    if (FirstFrame(exchange) == Wire::Acknowledge) {
-        Replace(exchange, exchange.random.IsOneIn(2) ? Wire::IdleStatus : Wire::SixReadings);
-    }
+    return IsAcknowledged(exchange) &&
+           Replace(exchange, exchange.random.IsOneIn(2) ? Wire::IdleStatus : Wire::SixReadings);
 }
 
-void Babble(Exchange& exchange)
+bool Babble(Exchange& exchange)
 {
     exchange.trouble.babblesUntil = Until(exchange);
+    return true;
 }
 
-void BabbleWithoutEnd(Exchange& exchange)
+bool BabbleWithoutEnd(Exchange& exchange)
 {
     exchange.trouble.babblesUntil = exchange.now + seconds(100);
+    return true;
 }
 
-void SendBetweenExchanges(Exchange& exchange)
+bool SendBetweenExchanges(Exchange& exchange)
 {
     const Nanoseconds due = exchange.now + milliseconds(exchange.random.Between(5, 100));
     exchange.Answer().push_back({due, exchange.random.Bytes(exchange.random.Between(1, 30))});
+    return true;
 }
 
-void Echo(Exchange& exchange)
+bool Echo(Exchange& exchange)
 {
-    FirstFrame(exchange).prepend(exchange.request);
+    return ChangeFrame(exchange, [&](QByteArray& frame) { frame.prepend(exchange.request); });
 }
 
-void DoubleAnswer(Exchange& exchange)
+bool DoubleAnswer(Exchange& exchange)
 {
     std::vector<Chunk>& answer = exchange.Answer();
-    if (!answer.empty()) {
-        Chunk again = answer.front();
-        again.due += microseconds(exchange.random.Below(20000));
-        answer.push_back(again);
+    if (answer.empty()) {
+        return false;
     }
+    Chunk again = answer.front();
+    again.due += microseconds(exchange.random.Below(20000));
+    answer.push_back(again);
+    return true;
 }
 
-void HangUp(Exchange& exchange)
+bool HangUp(Exchange& exchange)
 {
     exchange.trouble.hungUpUntil = Until(exchange);
+    return true;
 }
 
-void Vanish(Exchange& exchange)
+bool Vanish(Exchange& exchange)
 {
     exchange.trouble.goneUntil = Until(exchange);
+    return true;
 }
 
-void NeverRead(Exchange& exchange)
+bool NeverRead(Exchange& exchange)
 {
     exchange.trouble.unreadUntil = Until(exchange);
+    return true;
 }
 
-void FailReads(Exchange& exchange)
+bool FailReads(Exchange& exchange)
 {
-    exchange.trouble.failingReads = exchange.random.Between(1, 6);
+    return Arm(exchange.trouble.failingReads, exchange.random.Between(1, 6));
 }
 
-void InterruptReads(Exchange& exchange)
+bool InterruptReads(Exchange& exchange)
 {
-    exchange.trouble.interruptedReads = exchange.random.Between(1, 6);
+    return Arm(exchange.trouble.interruptedReads, exchange.random.Between(1, 6));
 }
 
-void FailWrites(Exchange& exchange)
+bool FailWrites(Exchange& exchange)
 {
-    exchange.trouble.failingWrites = exchange.random.Between(1, 4);
+    return Arm(exchange.trouble.failingWrites, exchange.random.Between(1, 4));
 }
 
-void InterruptWrites(Exchange& exchange)
+bool InterruptWrites(Exchange& exchange)
 {
-    exchange.trouble.interruptedWrites = exchange.random.Between(1, 6);
+    return Arm(exchange.trouble.interruptedWrites, exchange.random.Between(1, 6));
 }
 
-void ShortenWrites(Exchange& exchange)
+bool ShortenWrites(Exchange& exchange)
 {
-    exchange.trouble.shortWrites = exchange.random.Between(1, 3);
+    return Arm(exchange.trouble.shortWrites, exchange.random.Between(1, 3));
 }
 
-void FailDrains(Exchange& exchange)
+bool FailDrains(Exchange& exchange)
 {
-    exchange.trouble.failingDrains = exchange.random.Between(1, 4);
+    return Arm(exchange.trouble.failingDrains, exchange.random.Between(1, 4));
 }
 
-void InterruptDrains(Exchange& exchange)
+bool InterruptDrains(Exchange& exchange)
 {
-    exchange.trouble.interruptedDrains = exchange.random.Between(1, 4);
+    return Arm(exchange.trouble.interruptedDrains, exchange.random.Between(1, 4));
 }
 
-void FailOpens(Exchange& exchange)
+bool FailOpens(Exchange& exchange)
 {
-    exchange.trouble.failingOpens = 1;
+    return Arm(exchange.trouble.failingOpens, 1);
 }
 
-void InterruptOpens(Exchange& exchange)
+bool InterruptOpens(Exchange& exchange)
 {
-    exchange.trouble.interruptedOpens = 1;
+    return Arm(exchange.trouble.interruptedOpens, 1);
 }
 
-void FailSettings(Exchange& exchange)
+bool FailSettings(Exchange& exchange)
 {
-    exchange.trouble.failingSettings = 1;
+    return Arm(exchange.trouble.failingSettings, 1);
 }
 
-void InterruptSettings(Exchange& exchange)
+bool InterruptSettings(Exchange& exchange)
 {
-    exchange.trouble.interruptedSettings = 1;
+    return Arm(exchange.trouble.interruptedSettings, 1);
 }
 
-void CutSleeps(Exchange& exchange)
+bool CutSleeps(Exchange& exchange)
 {
-    exchange.trouble.cutSleeps = exchange.random.Between(1, 50);
+    return Arm(exchange.trouble.cutSleeps, exchange.random.Between(1, 50));
 }
 
-void JumpClock(Exchange& exchange)
+bool JumpClock(Exchange& exchange)
 {
     exchange.trouble.clockOffsetSeconds += exchange.random.Between(-100000, 100000);
+    return true;
 }
 
-void Stall(Exchange& exchange)
+bool Stall(Exchange& exchange)
 {
     exchange.trouble.stall = SomeTime(exchange) / 10;
+    return true;
+}
+
+/// Between two looks at the cells, so that the application can come in between; unless it is the
+/// application's own thread that makes the exchange.
+bool Preempt(Exchange& exchange)
+{
+    if (QThread::currentThread() == QCoreApplication::instance()->thread() ||
+        !Arm(exchange.trouble.locksUntilPreemption, exchange.random.Between(1, 50))) {
+        return false;
+    }
+    exchange.trouble.preempted = std::this_thread::get_id();
+    exchange.trouble.preemption = SomeTime(exchange) / 10;
+    return true;
 }
 
 } // namespace
@@ -305,6 +356,18 @@ const std::vector<Kind>& AllKinds()
         {"sleeps cut", CutSleeps},
         {"clock jumps", JumpClock},
         {"stall", Stall},
+        {"preempted", Preempt},
     };
     return kinds;
+}
+
+const Kind& KindNamed(const std::string& name)
+{
+    const auto found = std::find_if(AllKinds().begin(), AllKinds().end(),
+                                    [&](const Kind& kind) { return name == kind.name; });
+    if (found == AllKinds().end()) {
+        std::fprintf(stderr, "There is no kind of fault \"%s\".\n", name.c_str());
+        std::exit(2);
+    }
+    return *found;
 }

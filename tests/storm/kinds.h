@@ -1,14 +1,17 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "storm/serialline.h"
 
-/// A kind of fault, and what it does to one exchange.
+/// A kind of fault, and what it does to one exchange. False if there is nothing that it could spoil there.
 struct Kind {
     const char* name;
-    void (*apply)(Exchange&);
+    bool (*apply)(Exchange&);
 };
 
 /// Every kind of fault that the storm brings, by name.
 const std::vector<Kind>& AllKinds();
+/// The program ends if there is none of this name.
+const Kind& KindNamed(const std::string& name);

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include <QCoreApplication>
+#include <QThread>
 
 #include <Vesmar/hvtestsettings.h>
 #include <Vesmar/iecsettings.h>
@@ -73,31 +74,6 @@ std::unique_ptr<MeasurementSettings> SomeSettings(Random& random)
     }
 }
 
-/// The states in which requests are made, as their banners name them.
-const std::vector<QByteArray>& AllStates()
-{
-    static const std::vector<QByteArray> states = {"INITIALIZATION",
-                                                   "MONITORING",
-                                                   "COMMUNICATION RECOVERY",
-                                                   "RESTARTING TESTER",
-                                                   "TESTER CONFIGURATION",
-                                                   "AWAIT UPDATE ACTION",
-                                                   "UPDATING",
-                                                   "PREPARING MEASUREMENT",
-                                                   "STARTING MEASUREMENT",
-                                                   "SINGLE MEASUREMENT",
-                                                   "CONTINUOUS MEASUREMENT",
-                                                   "HVTEST CONTINUOUS MEASUREMENT",
-                                                   "STOPPING MEASUREMENT",
-                                                   "ABORTING MEASUREMENT",
-                                                   "RCD MONITORING",
-                                                   "RCD UbRe MEASUREMENT",
-                                                   "RCD IaTa MEASUREMENT",
-                                                   "RCD IEC IaTa MEASUREMENT",
-                                                   "RCD IEC CleanUp"};
-    return states;
-}
-
 /// In these the next step sees an abort.
 bool RunsMeasurement(const QByteArray& state)
 {
@@ -124,6 +100,31 @@ bool WithdrawsRequests(const Tester& tester)
 
 } // namespace
 
+const std::vector<QByteArray>& AllStates()
+{
+    static const std::vector<QByteArray> states = {"INITIALIZATION",
+                                                   "MONITORING",
+                                                   "COMMUNICATION RECOVERY",
+                                                   "RESTARTING TESTER",
+                                                   "TESTER CONFIGURATION",
+                                                   "AWAIT UPDATE ACTION",
+                                                   "UPDATING",
+                                                   "PREPARING MEASUREMENT",
+                                                   "STARTING MEASUREMENT",
+                                                   "SINGLE MEASUREMENT",
+                                                   "CONTINUOUS MEASUREMENT",
+                                                   "HVTEST CONTINUOUS MEASUREMENT",
+                                                   "STOPPING MEASUREMENT",
+                                                   "ABORTING MEASUREMENT",
+                                                   "RCD MONITORING",
+                                                   "RCD UbRe MEASUREMENT",
+                                                   "RCD IaTa MEASUREMENT",
+                                                   "RCD IEC IaTa MEASUREMENT",
+                                                   "RCD IEC CleanUp",
+                                                   "UPDATE WHILE DISABLED"};
+    return states;
+}
+
 Round::Round(std::uint64_t seed, Faults faults, Slack slack, Counts& counts)
     : _counts(counts), _faults(faults), _random(seed), _lineRandom(~seed), _checks(_instrument, slack)
 {
@@ -135,7 +136,9 @@ Round::Round(std::uint64_t seed, Faults faults, Slack slack, Counts& counts)
         _isArmed = true;
     } else {
         _oneIn = Pick<int>({1, 2, 5, 20}, _random);
-        _target = _random.IsOneIn(2) ? Pick(AllStates(), _random) : QByteArray();
+        _target = !_faults.state.isEmpty() ? _faults.state
+                  : _random.IsOneIn(2)     ? Pick(AllStates(), _random)
+                                           : QByteArray();
         _isArmed = !_target.isEmpty();
     }
     _tester = std::make_unique<Tester>(nullptr);
@@ -157,16 +160,16 @@ bool Round::IsHeld() const
 
 bool Round::InjectInto(Exchange& exchange)
 {
-    const bool isPlace = _target.isEmpty() || _target == CurrentState();
-    const bool isFaulty = _isArmed && isPlace && _lineRandom.IsOneIn(_oneIn);
-    const Kind* const kind = _faults.kind != nullptr ? _faults.kind : &Pick(AllKinds(), _lineRandom);
     ++_counts.exchanges;
-    _checks.Requested(exchange.request, isFaulty ? kind->name : nullptr);
-    if (isFaulty) {
-        _counts.Add(kind->name, CurrentState().toStdString());
-        kind->apply(exchange);
+    _checks.Requested(exchange.request);
+    const bool isPlace = _target.isEmpty() || _target == CurrentState();
+    const Kind* const kind = _faults.kind != nullptr ? _faults.kind : &Pick(AllKinds(), _lineRandom);
+    if (!_isArmed || !isPlace || !_lineRandom.IsOneIn(_oneIn) || !kind->apply(exchange)) {
+        return false;
     }
-    return isFaulty;
+    _checks.Record(std::string("<- ") + kind->name);
+    _counts.Add(kind->name, CurrentState().toStdString());
+    return true;
 }
 
 std::string Round::Run()
@@ -283,6 +286,9 @@ void Round::Toggle()
         Disable();
         Wait(milliseconds(_random.Below(3000)));
     }
+    if (_random.IsOneIn(4)) {
+        UpdateWhileDisabled();
+    }
     Enable();
 }
 
@@ -318,6 +324,7 @@ void Round::Prepare()
     const std::unique_ptr<QByteArray> payload(settings->CreateMeasurementFrame());
     _checks.Record("prepares " + payload->toHex().toStdString());
     _tester->PrepareMeasurement(*settings);
+    WatchSettings();
     _checks.Prepared(*payload);
 }
 
@@ -338,6 +345,18 @@ void Round::StartAnew()
     _checks.Prepared(*payload);
     _checks.StartRequested();
     _tester->StartMeasurement(*settings);
+    WatchSettings();
+}
+
+/// The settings that the library has published are objects of this thread.
+void Round::WatchSettings()
+{
+    const QThread* const thread = QThread::currentThread();
+    QObject::connect(_tester->TestSettings(), &QObject::destroyed, [this, thread] {
+        if (QThread::currentThread() != thread) {
+            _checks.Report("settings that are deleted on the worker's thread");
+        }
+    });
 }
 
 void Round::Abort()
@@ -362,7 +381,29 @@ void Round::Update()
     }
 }
 
-/// Looks at what must hold, and lets the application's event loop run, which may be blocked.
+/// The application's thread carries the update out, and its slots run in the middle of it.
+void Round::UpdateWhileDisabled()
+{
+    _checks.Record("updates while disabled");
+    EnterState("UPDATE WHILE DISABLED");
+    _checks.Enabled();
+    const auto connection = QObject::connect(_tester.get(), &Tester::OperationStatusChanged,
+                                             [this](OperationState) { ReenterUpdate(); });
+    _tester->UpdateTester(_random.Bytes(512), _random.Bytes(2));
+    QObject::disconnect(connection);
+    _checks.Disabling();
+}
+
+void Round::ReenterUpdate()
+{
+    _tester->Enable();
+    if (_tester->IsEnabled() || _tester->UpdateTester(_random.Bytes(512), _random.Bytes(2))) {
+        _checks.Report("a second user of the line during an update");
+    }
+}
+
+/// Looks at what must hold, and lets the application's event loop run, which may be blocked. While the
+/// driver's thread is preempted, the application has one idea after the other.
 void Round::Wait(Nanoseconds time, bool isBlocked)
 {
     const Nanoseconds end = VirtualTime::Now() + time;
@@ -375,7 +416,7 @@ void Round::Wait(Nanoseconds time, bool isBlocked)
         _checks.Poll();
         CheckWhileDisabled();
         CheckSilence();
-    } while (VirtualTime::Now() < end && IsHeld());
+    } while (VirtualTime::Now() < end && IsHeld() && !SerialLine::Get().IsPreempted());
 }
 
 void Round::CheckWhileDisabled()

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <QByteArray>
 
@@ -15,7 +16,11 @@
 struct Faults {
     const Kind* kind = nullptr; ///< Every fault is of this kind; of any where it is null.
     int steadyOneIn = 0;        ///< As many exchanges have one, all the time; 0 leaves that to the seed.
+    QByteArray state = {};      ///< They happen in this one only; empty leaves that to the seed.
 };
+
+/// The states in which requests are made, as their banners name them, and the update while disabled.
+const std::vector<QByteArray>& AllStates();
 
 /// One life of the library: it is enabled, the application does what comes to its mind while the line does
 /// its worst, and then the line is faultless and everything must come to rest. The seed decides about all.
@@ -44,6 +49,9 @@ private:
     void Start();
     void StartAnew();
     void Update();
+    void UpdateWhileDisabled();
+    void ReenterUpdate();
+    void WatchSettings();
     void Wait(Nanoseconds time, bool isBlocked = false);
     Nanoseconds SomeTime();
     void CheckWhileDisabled();

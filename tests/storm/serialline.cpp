@@ -13,6 +13,8 @@
 #include <ctime>
 #include <utility>
 
+#include <QMutex>
+
 #include "support/systemfunction.h"
 #include "support/wire.h"
 #include "virtualtime/virtualtime.h"
@@ -43,7 +45,7 @@ bool Trouble::IsActive(Nanoseconds now) const
 {
     const int calls = failingReads + interruptedReads + failingWrites + interruptedWrites + shortWrites +
                       failingDrains + interruptedDrains + failingOpens + interruptedOpens + failingSettings +
-                      interruptedSettings + cutSleeps;
+                      interruptedSettings + cutSleeps + locksUntilPreemption;
     return calls > 0 || stall.count() > 0 ||
            now <= std::max({hungUpUntil, goneUntil, unreadUntil, babblesUntil});
 }
@@ -110,6 +112,12 @@ Nanoseconds SerialLine::LastStall() const
 {
     const auto lock = Lock();
     return _lastStall;
+}
+
+bool SerialLine::IsPreempted() const
+{
+    const auto lock = Lock();
+    return VirtualTime::Now() < _preemptedUntil;
 }
 
 bool SerialLine::IsOpen() const
@@ -298,6 +306,20 @@ Nanoseconds SerialLine::SleepTime(Nanoseconds asked)
     return Consume(trouble.cutSleeps) ? -asked / 3 : asked;
 }
 
+void SerialLine::PassLock()
+{
+    auto lock = Lock();
+    if (trouble.preempted != std::this_thread::get_id() || !Consume(trouble.locksUntilPreemption) ||
+        trouble.locksUntilPreemption > 0) {
+        return;
+    }
+    const Nanoseconds time = trouble.preemption;
+    _preemptedUntil = VirtualTime::Now() + time;
+    _lastStall = _preemptedUntil;
+    lock.unlock();
+    VirtualTime::Sleep(time);
+}
+
 namespace
 {
 
@@ -423,4 +445,12 @@ TAKES_PLACE int clock_gettime(clockid_t clock, timespec* time) noexcept
 }
 
 } // extern "C"
+
+/// Every look at a cell of the driver begins here.
+TAKES_PLACE void QMutex::lock() QT_MUTEX_LOCK_NOEXCEPT
+{
+    static auto* const systemLock = SystemFunction<void(QMutex*)>("_ZN6QMutex4lockEv");
+    SerialLine::Get().PassLock();
+    systemLock(this);
+}
 // NOLINTEND(readability-inconsistent-declaration-parameter-name)

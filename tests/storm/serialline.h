@@ -4,6 +4,7 @@
 #include <deque>
 #include <functional>
 #include <mutex>
+#include <thread>
 #include <vector>
 
 #include <QByteArray>
@@ -24,6 +25,9 @@ struct Trouble {
     int failingSettings = 0;
     int interruptedSettings = 0;
     int cutSleeps = 0;
+    int locksUntilPreemption = 0;        ///< At the last of them the driver's thread has to wait.
+    std::thread::id preempted;           ///< That thread.
+    Nanoseconds preemption{0};           ///< For how long it does.
     Nanoseconds stall{0};                ///< How much longer the next sleep of the driver lasts.
     Nanoseconds hungUpUntil{0};          ///< Reads come back at once with nothing, and nothing gets through.
     Nanoseconds goneUntil{0};            ///< Every call fails.
@@ -105,6 +109,8 @@ public:
     void RecordStall();
     /// The last time at which a thread of the driver was held up.
     Nanoseconds LastStall() const;
+    /// Whether the driver's thread waits between two looks at the cells.
+    bool IsPreempted() const;
     /// When the driver last read any bytes.
     Nanoseconds LastByte() const { return _lastByte; }
     /// How many bytes were read since something was last written.
@@ -123,6 +129,8 @@ public:
     int Queued() const;
     /// How long a sleep of the driver really lasts; negative where a signal cuts it short.
     Nanoseconds SleepTime(Nanoseconds asked);
+    /// Lets the driver's thread wait at a lock, if that is due.
+    void PassLock();
 
 private:
     void Receive(const QByteArray& bytes);
@@ -138,6 +146,7 @@ private:
     QByteArray _request;
     Nanoseconds _requestBegan{0};
     Nanoseconds _lastStall{0};
+    Nanoseconds _preemptedUntil{0};
     Nanoseconds _lastByte{0};
     Nanoseconds _babbled{0};
     Nanoseconds _faultEnds{0}; ///< The last bytes of a faulty answer have come.

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <limits>
+#include <optional>
 
 #include <sched.h>
 
@@ -11,6 +12,7 @@
 #include <QCoreApplication>
 
 #include "storm/exchangeround.h"
+#include "storm/plan.h"
 #include "storm/round.h"
 #include "virtualtime/virtualtime.h"
 
@@ -18,12 +20,9 @@ namespace
 {
 
 struct Options {
-    std::uint64_t firstSeed = 1;
-    bool isReplay = false;
-    const Kind* kind = nullptr;
-    long injections = 0;
-    long pairs = 0;
-    long operations = 0;
+    std::optional<std::uint64_t> seed; ///< Of the only round.
+    Aim aim;
+    Goals goals;
 };
 
 long EntriesOf(const char* folder)
@@ -45,17 +44,6 @@ long CountResources(long expected)
     return count;
 }
 
-const Kind* FindKind(const QString& name)
-{
-    for (const Kind& kind : AllKinds()) {
-        if (name == QLatin1String(kind.name)) {
-            return &kind;
-        }
-    }
-    std::fprintf(stderr, "There is no kind of fault \"%s\".\n", qPrintable(name));
-    std::exit(2);
-}
-
 Options ParseOptions()
 {
     QCommandLineParser parser;
@@ -64,67 +52,37 @@ Options ParseOptions()
         {{QStringLiteral("seed"), QStringLiteral("Runs this round again, and no other."),
           QStringLiteral("N")},
          {QStringLiteral("kind"), QStringLiteral("Brings faults of this kind only."), QStringLiteral("NAME")},
+         {QStringLiteral("state"), QStringLiteral("Brings faults in this state only."),
+          QStringLiteral("NAME")},
          {QStringLiteral("injections"),
           QStringLiteral("Goes on until there were so many faults of each kind."), QStringLiteral("N"),
           QStringLiteral("1")},
          {QStringLiteral("pairs"),
-          QStringLiteral("Goes on until each pair of a state and a kind was met so often."),
+          QStringLiteral("Goes on until each pair of a kind and a state was met so often."),
           QStringLiteral("N"), QStringLiteral("0")},
          {QStringLiteral("operations"), QStringLiteral("Goes on until the application did so much."),
           QStringLiteral("N"), QStringLiteral("0")}});
     parser.process(*QCoreApplication::instance());
+    const auto number = [&](const char* name) { return parser.value(QLatin1String(name)).toLong(); };
     Options options;
-    options.isReplay = parser.isSet(QStringLiteral("seed"));
-    options.firstSeed = options.isReplay ? parser.value(QStringLiteral("seed")).toULongLong() : 1;
-    options.kind =
-        parser.isSet(QStringLiteral("kind")) ? FindKind(parser.value(QStringLiteral("kind"))) : nullptr;
-    options.injections = parser.value(QStringLiteral("injections")).toLong();
-    options.pairs = parser.value(QStringLiteral("pairs")).toLong();
-    options.operations = parser.value(QStringLiteral("operations")).toLong();
+    options.goals = {number("injections"), number("pairs"), number("operations")};
+    if (parser.isSet(QStringLiteral("seed"))) {
+        options.seed = parser.value(QStringLiteral("seed")).toULongLong();
+    }
+    if (parser.isSet(QStringLiteral("kind"))) {
+        options.aim.kind = &KindNamed(parser.value(QStringLiteral("kind")).toStdString());
+    }
+    options.aim.state = parser.value(QStringLiteral("state")).toLatin1();
     return options;
 }
 
-/// Most rounds have one kind of fault, and every fourth of a kind's turns has all of them.
-const Kind* KindOf(std::uint64_t seed, const Options& options)
+/// All processors but one would only wait for their turn, and wake each other up.
+void StayOnOneProcessor()
 {
-    const auto& kinds = AllKinds();
-    constexpr std::uint64_t TurnsWithMixed = 4;
-    const bool isMixed = seed / kinds.size() % TurnsWithMixed == TurnsWithMixed - 1;
-    return options.kind != nullptr ? options.kind : isMixed ? nullptr : &kinds.at(seed % kinds.size());
-}
-
-bool AreKindsMet(const Counts& counts, const Options& options)
-{
-    return std::all_of(AllKinds().begin(), AllKinds().end(), [&](const Kind& kind) {
-        const auto met = counts.kinds.find(kind.name);
-        const bool isLeftOut = options.kind != nullptr && options.kind != &kind;
-        return isLeftOut || (met != counts.kinds.end() && met->second >= options.injections);
-    });
-}
-
-bool ArePairsMet(const Counts& counts, const Options& options)
-{
-    return std::all_of(counts.pairs.begin(), counts.pairs.end(),
-                       [&](const auto& pair) { return pair.second >= options.pairs; });
-}
-
-bool IsEnough(const Counts& counts, const Options& options)
-{
-    return options.isReplay || (counts.operations >= options.operations && AreKindsMet(counts, options) &&
-                                ArePairsMet(counts, options));
-}
-
-/// Prints what did not hold, and how to see it again. True if all held.
-bool IsHeld(const std::string& finding, std::uint64_t seed, const Kind* kind, const Options& options)
-{
-    if (finding.empty()) {
-        return true;
-    }
-    std::printf("seed %llu, kind %s: %s\n  replay: --seed %llu", static_cast<unsigned long long>(seed),
-                kind != nullptr ? kind->name : "all", finding.c_str(), static_cast<unsigned long long>(seed));
-    std::printf(options.kind != nullptr ? " --kind \"%s\"\n" : "\n", kind != nullptr ? kind->name : "");
-    std::fflush(stdout);
-    return false;
+    cpu_set_t processors;
+    CPU_ZERO(&processors);
+    CPU_SET(static_cast<unsigned>(sched_getcpu()), &processors);
+    sched_setaffinity(0, sizeof(processors), &processors);
 }
 
 /// Qt rounds its timers to parts of the second, so every round begins with a whole one.
@@ -134,47 +92,55 @@ void AwaitWholeSecond()
     VirtualTime::Sleep(Alignment - VirtualTime::Now() % Alignment);
 }
 
-/// Every fifth round has single exchanges, the others have the whole machine. True if all held.
-bool RunRound(std::uint64_t seed, const Options& options, Counts& counts)
+/// Prints what did not hold, and how to see it again. True if all held.
+bool IsHeld(const std::string& finding, std::uint64_t seed, const Aim& aim)
+{
+    if (finding.empty()) {
+        return true;
+    }
+    std::printf("%s\n  replay: --seed %llu", finding.c_str(), static_cast<unsigned long long>(seed));
+    if (aim.kind != nullptr) {
+        std::printf(" --kind \"%s\"", aim.kind->name);
+    }
+    if (!aim.state.isEmpty()) {
+        std::printf(" --state \"%s\"", aim.state.constData());
+    }
+    std::printf("\n");
+    std::fflush(stdout);
+    return false;
+}
+
+/// Where it is about no state, every fifth round has single exchanges, and the others have the whole machine.
+/// True if all held.
+bool RunRound(std::uint64_t seed, const Aim& aim, Counts& counts)
 {
     constexpr std::uint64_t RoundsWithExchanges = 5;
-    const Kind* const kind = KindOf(seed, options);
-    if (seed % RoundsWithExchanges == 0) {
-        return IsHeld(ExchangeRound(seed, kind, counts).Run(), seed, kind, options);
+    if (aim.state.isEmpty() ? seed % RoundsWithExchanges == 0 : aim.state == ExchangeRound::State) {
+        return IsHeld(ExchangeRound(seed, aim.kind, counts).Run(), seed, aim);
     }
     AwaitWholeSecond();
-    Round round(seed, {kind}, {}, counts);
+    Round round(seed, {aim.kind, 0, aim.state}, {}, counts);
     const std::string finding = round.Run();
-    return IsHeld(finding.empty() ? finding : finding + "\n" + round.LastLines(), seed, kind, options);
+    return IsHeld(finding.empty() ? finding : finding + "\n" + round.LastLines(), seed, aim);
 }
 
-void PrintTable(const Counts& counts, long findings)
+void PrintProgress(std::uint64_t rounds, const Plan& plan)
 {
-    std::printf("%-32s %12s %8s\n", "kind", "injections", "states");
-    for (const Kind& kind : AllKinds()) {
-        const auto ofKind = [&](const auto& pair) { return pair.first.first == kind.name; };
-        const auto met = counts.kinds.find(kind.name);
-        std::printf("%-32s %12ld %8ld\n", kind.name, met != counts.kinds.end() ? met->second : 0,
-                    static_cast<long>(std::count_if(counts.pairs.begin(), counts.pairs.end(), ofKind)));
-    }
-    std::printf(
-        "%zu pairs of a kind and a state, %ld operations, %ld starts, %ld watched aborts, %ld findings\n",
-        counts.pairs.size(), counts.operations, counts.starts, counts.aborts, findings);
+    std::printf("%llu rounds, %ld operations, %zu kinds and %zu pairs to go\n",
+                static_cast<unsigned long long>(rounds), plan.counts.operations, plan.KindsNotMet().size(),
+                plan.PairsNotMet().size());
+    std::fflush(stdout);
 }
 
-} // namespace
-
-int main(int argc, char** argv)
+/// Runs rounds until the goals are reached. Returns how many findings there were.
+long Run(Plan& plan)
 {
-    qputenv("QT_HASH_SEED", "0");
-    const QCoreApplication application(argc, argv);
-    const Options options = ParseOptions();
-    Counts counts;
+    constexpr std::uint64_t RoundsBetweenLines = 2000;
     long findings = 0;
     long resources = std::numeric_limits<long>::max(); // The first round brings what stays.
-    for (std::uint64_t seed = options.firstSeed; seed == options.firstSeed || !IsEnough(counts, options);
-         ++seed) {
-        findings += RunRound(seed, options, counts) ? 0 : 1;
+    std::uint64_t seed = 1;
+    for (auto aim = plan.Next(seed); aim; aim = plan.Next(++seed)) {
+        findings += RunRound(seed, *aim, plan.counts) ? 0 : 1;
         const long present = CountResources(resources);
         if (present > resources) {
             std::printf("seed %llu leaves a descriptor or a thread behind.\n",
@@ -182,7 +148,46 @@ int main(int argc, char** argv)
             ++findings;
         }
         resources = present;
+        if (seed % RoundsBetweenLines == 0) {
+            PrintProgress(seed, plan);
+        }
     }
-    PrintTable(counts, findings);
+    return findings;
+}
+
+void PrintTable(const Plan& plan, long findings)
+{
+    for (const Pair& pair : plan.PairsNotMet()) {
+        const auto met = plan.counts.pairs.find(pair);
+        std::printf("%s: \"%s\" met %ld times, in %d rounds about it\n", pair.second.c_str(),
+                    pair.first.c_str(), met != plan.counts.pairs.end() ? met->second : 0,
+                    plan.AimedRounds(pair));
+    }
+    std::printf("%-32s %12s %8s\n", "kind", "injections", "states");
+    for (const auto& [kind, count] : plan.counts.kinds) {
+        const auto isOfKind = [&kind = kind](const auto& pair) { return pair.first.first == kind; };
+        std::printf(
+            "%-32s %12ld %8ld\n", kind.c_str(), count,
+            static_cast<long>(std::count_if(plan.counts.pairs.begin(), plan.counts.pairs.end(), isOfKind)));
+    }
+    std::printf(
+        "%zu pairs of a kind and a state, %ld operations, %ld starts, %ld watched aborts, %ld findings\n",
+        plan.counts.pairs.size(), plan.counts.operations, plan.counts.starts, plan.counts.aborts, findings);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_HASH_SEED", "0");
+    StayOnOneProcessor();
+    const QCoreApplication application(argc, argv);
+    const Options options = ParseOptions();
+    Plan plan(options.goals, options.aim);
+    if (options.seed) {
+        return RunRound(*options.seed, options.aim, plan.counts) ? EXIT_SUCCESS : EXIT_FAILURE;
+    }
+    const long findings = Run(plan);
+    PrintTable(plan, findings);
     return findings == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
 }
