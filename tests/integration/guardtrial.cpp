@@ -19,7 +19,7 @@ namespace
 
 /// What the instrument's log of a measurement comes to: moments are counted in it, so that they are as many
 /// on a busy machine.
-constexpr int LinesOfLog = 65;
+constexpr int LinesOfLog = 50;
 /// Longer than from one line to the next, in milliseconds.
 constexpr int LongestPause = 100;
 
@@ -68,14 +68,14 @@ bool Try(QRandomGenerator& random, QTextStream& out)
     if (!QTest::qWaitFor([&] { return instrument.IsThere(); }, Patience)) {
         return false;
     }
-    GuardedRun run(instrument, QStringLiteral("--time 2"));
+    GuardedRun run(instrument, QStringLiteral("--time 1 --time-offset 0"));
     const int lines = random.bounded(LinesOfLog);
     const auto isMoment = [&] { return instrument.Log().size() >= lines || !run.IsRunning(); };
     if (!QTest::qWaitFor([&] { return run.IsRunning(); }, Patience) || !QTest::qWaitFor(isMoment, Patience)) {
         return false;
     }
     QThread::msleep(static_cast<unsigned long>(random.bounded(LongestPause)));
-    const QByteArray state = instrument.State();
+    const QByteArray state = instrument.State().replace(' ', '-'); // one word
     const QDateTime kill = QDateTime::currentDateTimeUtc();
     if (run.IsRunning()) {
         run.Signal(SIGKILL);
