@@ -156,7 +156,7 @@ void Checks::StartRequested()
     _abortDeadline.reset();
 }
 
-void Checks::AbortRequested(bool withdraws, bool isStopDue)
+bool Checks::AbortRequested(bool withdraws, bool isStopDue)
 {
     if (withdraws) {
         RevokeStarts();
@@ -165,9 +165,11 @@ void Checks::AbortRequested(bool withdraws, bool isStopDue)
         _isAbortPending = true;
         _startsRevoked = VirtualTime::Now();
     }
-    if (isStopDue && SerialLine::Get().IsCalm() && !_abortDeadline) {
+    const bool isWatched = isStopDue && SerialLine::Get().IsCalm() && !_abortDeadline;
+    if (isWatched) {
         _abortDeadline = VirtualTime::Now() + LongestAbort + _slack.tolerance;
     }
+    return isWatched;
 }
 
 void Checks::Record(const std::string& operation)

@@ -36,8 +36,9 @@ public:
     void Disabling();
     void Prepared(const QByteArray& payload);
     void StartRequested();
-    /// It withdraws what was requested, or leaves that to the machine. A stop may be due.
-    void AbortRequested(bool withdraws, bool isStopDue);
+    /// It withdraws what was requested, or leaves that to the machine. A stop may be due. Returns whether the
+    /// time until then is watched from now on.
+    bool AbortRequested(bool withdraws, bool isStopDue);
     /// An operation after which an abort may take longer than it does by itself.
     void AbortSuperseded() { _abortDeadline.reset(); }
 

@@ -364,12 +364,12 @@ void Round::Abort()
     const auto lock = SerialLine::Lock();
     const bool isStopDue = _tester->IsEnabled() && _instrument.IsOutputOn() &&
                            RunsMeasurement(CurrentState()) && IsStopDue(_tester->MeasurementStatus());
-    _counts.aborts += isStopDue ? 1 : 0;
     const bool withdraws = WithdrawsRequests(*_tester);
     _checks.Record("aborts while " + std::to_string(static_cast<int>(_tester->MeasurementStatus())));
     _tester->AbortMeasurement();
     // In real time, a preparation may have begun meanwhile.
-    _checks.AbortRequested(withdraws && WithdrawsRequests(*_tester), isStopDue);
+    const bool isWatched = _checks.AbortRequested(withdraws && WithdrawsRequests(*_tester), isStopDue);
+    _counts.aborts += isWatched ? 1 : 0;
 }
 
 void Round::Update()
