@@ -72,9 +72,9 @@ struct Figure {
     long allowed;
 };
 
-/// Which pages of the heap are in use differs from moment to moment by less. A leak of 100 bytes a second comes
-/// to more in an hour.
-constexpr long AllowedMemory = 128;
+/// Which pages of the heap are in use differs from moment to moment by less, and so does what a short run
+/// uses for the first time in its end. A leak of 120 bytes a second comes to more in an hour.
+constexpr long AllowedMemory = 200;
 constexpr std::array<Figure, 3> Figures{{{"memory/kB", &Sample::memory, AllowedMemory},
                                          {"descriptors", &Sample::descriptors, 0},
                                          {"threads", &Sample::threads, 0}}};
