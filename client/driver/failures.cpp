@@ -43,4 +43,18 @@ Failure LinkLost(const char* notDone, Vesmar::Error error)
     return failure;
 }
 
+Failure StopNotConfirmed(Vesmar::Error error)
+{
+    Failure failure = FailureNamed(
+        "stop-not-confirmed",
+        QT_TRANSLATE_NOOP("VesmarClient", "It is not confirmed that the instrument has stopped: it may still "
+                                          "be running, and high voltage may be on."),
+        QT_TRANSLATE_NOOP("VesmarClient", "Cut the mains of the instrument, or switch it off, before anybody "
+                                          "touches the appliance."));
+    const Failure reason = Failure::ofError(static_cast<Error>(ReasonForLoss(error)));
+    failure.code = reason.code;
+    failure.causes = reason.causes;
+    return failure;
+}
+
 } // namespace VesmarClient

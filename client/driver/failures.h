@@ -20,4 +20,7 @@ Failure NotConnected(LinkState state);
 /// The link was lost before something was done, which the text says. The driver's present error may say why.
 Failure LinkLost(const char* notDone, Vesmar::Error error);
 
+/// Something may still run. The driver's present error may say why that is not known.
+Failure StopNotConfirmed(Vesmar::Error error);
+
 } // namespace VesmarClient

@@ -1,8 +1,13 @@
 #include "client/driver/measurementend.h"
 
+#include <array>
+
+#include <QCoreApplication>
+
 #include "client/driver/failures.h"
 #include "client/line/diagnosis.h"
 #include "client/values/conversions.h"
+#include "client/words/named.h"
 
 namespace VesmarClient
 {
@@ -14,52 +19,36 @@ using SessionOutcome = MeasurementSession::Outcome;
 using SessionPhase = MeasurementSession::Phase;
 using Reason = MeasurementSession::Reason;
 
-Failure FailureOf(Reason reason, Vesmar::Error firstError)
-{
-    switch (reason) {
-    case Reason::None:
-        break;
-    case Reason::Error:
-        return Failure::ofError(ErrorOf(firstError));
-    case Reason::NotPrepared:
-        return FailureNamed("not-prepared", "The instrument did not prepare the measurement in time.",
-                            "Check how the appliance is connected, and measure again.");
-    case Reason::NotStarted:
-        return FailureNamed("not-started", "The instrument did not start the measurement in time.",
-                            "Check the mains supply and how the appliance is connected, and measure again.");
-    case Reason::NoResult:
-        return FailureNamed("no-result",
-                            "The measurement ended early or without a reading, and no error was seen.",
-                            "Measure again.");
-    case Reason::FunctionLost:
-        return FailureNamed("function-lost",
-                            "The instrument gave the measurement up in the middle, for another function or "
-                            "for a restart.",
-                            "Measure again.");
-    case Reason::OtherFunction:
-        return FailureNamed("other-function",
-                            "The instrument is busy with a function that was not started here, and does not "
-                            "stop it.",
-                            "Switch the instrument off, and on again.");
-    }
-    return {};
-}
+/// A reason that is no error, in the words of a failure.
+struct ReasonWords {
+    Reason value;
+    const char* name;
+    const char* whatHappened;
+    const char* nextStep;
+};
 
-/// The measurement may still run. Where the link is lost, its error stands beside the warning.
-Failure StopNotConfirmed(const MeasurementSession& session, Vesmar::Error presentError)
-{
-    Failure failure = FailureNamed(
-        "stop-not-confirmed",
-        "It is not confirmed that the instrument has stopped: it may still be running, and high voltage may "
-        "be on.",
-        "Cut the mains of the instrument, or switch it off, before anybody touches the appliance.");
-    if (session.CurrentOutcome() == SessionOutcome::LinkLost) {
-        const Failure loss = Failure::ofError(ErrorOf(ReasonForLoss(presentError)));
-        failure.code = loss.code;
-        failure.causes = loss.causes;
-    }
-    return failure;
-}
+constexpr std::array<ReasonWords, 5> AllReasonWords{{
+    {Reason::NotPrepared, "not-prepared",
+     QT_TRANSLATE_NOOP("VesmarClient", "The instrument did not prepare the measurement in time."),
+     QT_TRANSLATE_NOOP("VesmarClient", "Check how the appliance is connected, and measure again.")},
+    {Reason::NotStarted, "not-started",
+     QT_TRANSLATE_NOOP("VesmarClient", "The instrument did not start the measurement in time."),
+     QT_TRANSLATE_NOOP("VesmarClient",
+                       "Check the mains supply and how the appliance is connected, and measure again.")},
+    {Reason::NoResult, "no-result",
+     QT_TRANSLATE_NOOP("VesmarClient",
+                       "The measurement ended early or without a reading, and no error was seen."),
+     QT_TRANSLATE_NOOP("VesmarClient", "Measure again.")},
+    {Reason::FunctionLost, "function-lost",
+     QT_TRANSLATE_NOOP("VesmarClient", "The instrument gave the measurement up in the middle, for another "
+                                       "function or for a restart."),
+     QT_TRANSLATE_NOOP("VesmarClient", "Measure again.")},
+    {Reason::OtherFunction, "other-function",
+     QT_TRANSLATE_NOOP("VesmarClient",
+                       "The instrument is busy with a function that was not started here, and "
+                       "does not stop it."),
+     QT_TRANSLATE_NOOP("VesmarClient", "Switch the instrument off, and on again.")},
+}};
 
 } // namespace
 
@@ -107,21 +96,28 @@ Outcome OutcomeOf(const MeasurementSession& session, bool hasGaps)
 
 Failure FailureOf(const MeasurementSession& session, Vesmar::Error presentError)
 {
+    const bool isLinkLost = session.CurrentOutcome() == SessionOutcome::LinkLost;
     if (!session.IsStopConfirmed() && session.FailureReason() != Reason::OtherFunction) {
-        return StopNotConfirmed(session, presentError);
+        return StopNotConfirmed(isLinkLost ? presentError : Vesmar::Error::NoErrors);
     }
-    if (session.CurrentOutcome() == SessionOutcome::LinkLost) {
-        return LinkLost("The measurement was given up; the instrument has stopped.", presentError);
+    if (isLinkLost) {
+        return LinkLost(QT_TRANSLATE_NOOP("VesmarClient",
+                                          "The measurement was given up, and the instrument has stopped."),
+                        presentError);
     }
-    return FailureOf(session.FailureReason(), session.FirstError());
+    if (session.FailureReason() == Reason::Error) {
+        return Failure::ofError(ErrorOf(session.FirstError()));
+    }
+    const auto* const words = FindRow(AllReasonWords, session.FailureReason());
+    return words != nullptr ? FailureNamed(words->name, words->whatHappened, words->nextStep) : Failure();
 }
 
 Failure KeepAliveMissed()
 {
     return FailureNamed("keep-alive-missed",
-                        "The application did not say in time that it was still there, so the measurement was "
-                        "aborted.",
-                        "Measure again.");
+                        QT_TRANSLATE_NOOP("VesmarClient", "The application did not say in time that it was "
+                                                          "still there, so the measurement was aborted."),
+                        QT_TRANSLATE_NOOP("VesmarClient", "Measure again."));
 }
 
 } // namespace VesmarClient

@@ -20,19 +20,6 @@ constexpr std::chrono::milliseconds MonitoringTime{1000};
 /// After so long without an answer, the driver waits for something that does not come.
 constexpr std::chrono::milliseconds AnswerTime{8000};
 
-Failure NotConfirmed(Vesmar::Error error)
-{
-    constexpr char Name[] = "stop-not-confirmed";
-    constexpr char WhatHappened[] =
-        QT_TRANSLATE_NOOP("VesmarClient", "It is not confirmed that the instrument has stopped.");
-    constexpr char NextStep[] = QT_TRANSLATE_NOOP(
-        "VesmarClient",
-        "Treat it as if it still ran: a dangerous voltage may be present. Switch the instrument off.");
-    Failure failure = FailureNamed(Name, WhatHappened, NextStep);
-    failure.code = static_cast<Error>(ReasonForLoss(error));
-    return failure;
-}
-
 } // namespace
 
 StopRun::StopRun() : LimitedRun(StopTime) {}
@@ -119,7 +106,7 @@ void StopRun::LeadOut()
 void StopRun::TimeOver()
 {
     const Vesmar::Error error = Instrument().ErrorCode();
-    End(IsLinkError(error) ? Outcome::LinkLost : Outcome::Failed, NotConfirmed(error));
+    End(IsLinkError(error) ? Outcome::LinkLost : Outcome::Failed, StopNotConfirmed(error));
 }
 
 } // namespace VesmarClient

@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include <QCoreApplication>
+
 #include "client/driver/failures.h"
 #include "client/instrument/instrumentstate.h"
 #include "client/instrument/jobstate.h"
@@ -16,8 +18,9 @@ namespace
 
 Failure InvalidSettings(const QVector<SettingsProblem>& problems)
 {
-    Failure failure =
-        FailureNamed("invalid-settings", "The settings cannot be measured.", "Correct the settings.");
+    Failure failure = FailureNamed("invalid-settings",
+                                   QT_TRANSLATE_NOOP("VesmarClient", "These settings cannot be measured."),
+                                   QT_TRANSLATE_NOOP("VesmarClient", "Correct the settings."));
     for (const SettingsProblem& problem : problems) {
         failure.causes.append(problem.message);
     }

@@ -3,6 +3,7 @@
 #include "integration/client/clientbench.h"
 #include "integration/rcdmeasuring.h"
 #include "support/wire.h"
+#include "virtualtime/virtualtime.h"
 
 using VesmarClient::Outcome;
 using VesmarClient::Phase;
@@ -101,17 +102,22 @@ private Q_SLOTS:
     void AbortWhileTheLinkIsLost();
     void DeletedMeasurementIsAborted();
     void AbortIsAsFastAsTheDriversOwn();
+    void FrozenApplicationDoesNotDelayAnAbort();
 };
 
 /// One measurement follows another on the same link, so that none may leave anything behind that harms the
 /// next.
 void TestClientAborts::AbortAtAnyMoment()
 {
-    constexpr int Latest = 4000; // All are over by themselves then.
+    constexpr int Latest = 7000; // All are over by themselves then.
     constexpr int Step = 23;
-    const std::vector<const char*> functions{"hv --time 1 --time-offset 0", "rcd --mode ub-re",
-                                             "rcd --mode ia-ta-1",          "rln",
-                                             "rcd-iec --mode ia-ta-1",      "rcd-iec --mode clean-up"};
+    const std::vector<const char*> functions{"hv --time 1 --time-offset 0",
+                                             "rcd --mode ub-re",
+                                             "rcd --mode ia-ta-1",
+                                             "rln",
+                                             "rcd-iec --mode ia-ta-1",
+                                             "rcd-iec --mode clean-up",
+                                             "rcd --mode ia-ta-1 --with-ub-re"};
     ClientBench bench;
     bench.Connect();
     size_t next = 0;
@@ -306,6 +312,18 @@ void TestClientAborts::AbortIsAsFastAsTheDriversOwn()
     const auto drivers = DriversTimeToTheStop();
     const auto clients = ClientsTimeToTheStop();
     QVERIFY(clients <= drivers + std::chrono::milliseconds(1));
+}
+
+void TestClientAborts::FrozenApplicationDoesNotDelayAnAbort()
+{
+    ClientBench bench;
+    bench.Connect();
+    const Measured measured(bench, Hv);
+    measured.AwaitPhase(Phase::Running);
+    measured->abort();
+    VirtualTime::Sleep(std::chrono::seconds(2));
+    QVERIFY(bench.IsOff());
+    measured.VerifyAbort();
 }
 
 QTEST_GUILESS_MAIN(TestClientAborts)

@@ -103,6 +103,13 @@ void TestClientMeasurementEnd::EachEndHasAnOutcomeAndAFailure_data()
         Measure(session);
         session.Abort();
     }) << Outcome::Aborted << "";
+    QTest::newRow("aborted after an error") << End([](MeasurementSession& session) {
+        Measure(session);
+        MeasurementPicture picture = Active(MeasurementState::Measuring, FunctionState::Running);
+        picture.error = Error::DeviceError2;
+        session.Observe(picture);
+        session.Abort();
+    }) << Outcome::Aborted << "";
     QTest::newRow("an error") << End(ReportError) << Outcome::Failed << "PrepareFailed";
     QTest::newRow("not prepared") << End([](MeasurementSession& session) { session.TimeOver(); })
                                   << Outcome::Failed << "not-prepared";
