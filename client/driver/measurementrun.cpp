@@ -102,7 +102,7 @@ void MeasurementRun::BeginTest(MeasurementSettings& settings)
 
 void MeasurementRun::EndTest()
 {
-    if (_settings == _reSettings.get() && IsDone(*_session)) {
+    if (_settings == _reSettings.get() && IsDone(*_session) && !_isAborted) {
         BeginTest(*_order.settings);
     } else {
         Finish();
@@ -118,10 +118,10 @@ void MeasurementRun::Finish()
     _gaps.End();
     Outcome outcome = OutcomeOf(*_session, !_gaps.Gaps().isEmpty());
     if (outcome == Outcome::Completed && _settings != _order.settings.get()) {
-        outcome = Outcome::Failed; // the test that was to follow has not been run
+        outcome = _isAborted ? Outcome::Aborted : Outcome::Failed; // the test that was to follow has not run
     }
     Failure failure = FailureOf(*_session, _tester->ErrorCode());
-    if (_isKeepAliveMissed && !failure.isFailure()) {
+    if (_isKeepAliveMissed && outcome == Outcome::Aborted && !failure.isFailure()) {
         failure = KeepAliveMissed();
     }
     if (_session->FailureReason() == MeasurementSession::Reason::FunctionLost) {
@@ -159,8 +159,10 @@ bool MeasurementRun::AdoptRe(const MeasurementResults& results)
     return IsPresent(resistance);
 }
 
+/// A test that is ending already is the last one then.
 void MeasurementRun::Abort()
 {
+    _isAborted = true;
     CarryOut(_session->Abort());
 }
 
@@ -181,12 +183,10 @@ void MeasurementRun::KeepAlive()
     }
 }
 
-/// A measurement that is ending already has not been aborted for this.
 void MeasurementRun::MissKeepAlive()
 {
-    const Action action = _session->Abort();
-    _isKeepAliveMissed = action != Action::None;
-    CarryOut(action);
+    _isKeepAliveMissed = true;
+    Abort();
 }
 
 void MeasurementRun::CarryOut(Action action)

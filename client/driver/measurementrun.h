@@ -71,6 +71,7 @@ private:
     QTimer _leadingOut;      ///< Of a driver that looks at nothing but a running test.
     GapMonitor _gaps;
     QTimer _keepAlive;
+    bool _isAborted = false; ///< Somebody has asked for it.
     bool _isKeepAliveMissed = false;
 };
 
