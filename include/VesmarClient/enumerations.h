@@ -9,6 +9,8 @@ namespace VesmarClient
 {
 
 Q_NAMESPACE_EXPORT(VESMARCLIENT_EXPORT)
+// In QML an enumerator is named with its enumeration, because some names stand in several.
+Q_CLASSINFO("RegisterEnumClassesUnscoped", "false")
 
 /// A function of the instrument. The numbers are the instrument's own.
 enum class Function : int {

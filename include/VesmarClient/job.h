@@ -42,6 +42,8 @@ public Q_SLOTS:
     /// Ends the job as soon as that is safe. A job that has ended, or must not end now (an update that is
     /// being sent), goes on as it is. Returns at once; `finished` follows.
     void abort();
+    /// Deletes the job once the event loop is back. For QML, which has no `deleteLater()`.
+    void discard() { deleteLater(); }
 
 Q_SIGNALS:
     void phaseChanged(VesmarClient::Phase phase);
