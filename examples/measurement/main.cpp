@@ -1,3 +1,5 @@
+// Measures the protective-earth resistance for three seconds, and knows at the end that the instrument has
+// stopped.
 #include <QCoreApplication>
 #include <QDebug>
 #include <VesmarClient/instrument.h>
@@ -15,10 +17,12 @@ int main(int argc, char** argv)
             return;
         }
         Measurement* measurement = instrument.measure(Settings("rpe").set("time", 3));
-        QObject::connect(measurement, &Measurement::reading, [](const Result& result) { qInfo() << result.readings(); });
+        QObject::connect(measurement, &Measurement::reading,
+                         [](const Result& result) { qInfo() << result.readings(); });
         QObject::connect(measurement, &Measurement::finished, [measurement](Outcome outcome) {
             qInfo() << outcome << measurement->isStopConfirmed();
-            QCoreApplication::exit(outcome == Outcome::Completed && measurement->isStopConfirmed() ? 0 : 1);
+            const bool isDone = outcome == Outcome::Completed && measurement->isStopConfirmed();
+            QCoreApplication::exit(isDone ? 0 : 1);
         });
     });
     QObject::connect(&instrument, &Instrument::openFailed, [](const Failure& failure) {
