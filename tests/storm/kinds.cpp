@@ -286,7 +286,7 @@ bool InterruptSettings(Exchange& exchange)
 
 bool CutSleeps(Exchange& exchange)
 {
-    return Arm(exchange.trouble.cutSleeps, exchange.random.Between(1, 50));
+    return Arm(exchange.trouble.cutSleeps, exchange.random.Between(1, 400));
 }
 
 bool JumpClock(Exchange& exchange)
@@ -306,7 +306,7 @@ bool Stall(Exchange& exchange)
 bool Preempt(Exchange& exchange)
 {
     if (QThread::currentThread() == QCoreApplication::instance()->thread() ||
-        !Arm(exchange.trouble.locksUntilPreemption, exchange.random.Between(1, 50))) {
+        !Arm(exchange.trouble.locksUntilPreemption, exchange.random.Between(1, 400))) {
         return false;
     }
     exchange.trouble.preempted = std::this_thread::get_id();
