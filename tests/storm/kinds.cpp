@@ -286,7 +286,7 @@ bool InterruptSettings(Exchange& exchange)
 
 bool CutSleeps(Exchange& exchange)
 {
-    return Arm(exchange.trouble.cutSleeps, exchange.random.Between(1, 400));
+    return Arm(exchange.trouble.cutSleeps, exchange.random.Between(1, 50));
 }
 
 bool JumpClock(Exchange& exchange)
