@@ -152,7 +152,7 @@ void MeasurementRun::AcceptResults()
 }
 
 /// Puts the measured Re into the settings of the measurement. False if there is no Re.
-bool MeasurementRun::AdoptRe(const MeasurementResults& results)
+bool MeasurementRun::AdoptRe(const MeasurementResults& results) const
 {
     const float resistance = static_cast<const Vesmar::RCDResults&>(results)._re;
     static_cast<RCDSettings&>(*_order.settings).SetRe(resistance);

@@ -50,7 +50,7 @@ private:
     void Finish();
     void Observe();
     void AcceptResults();
-    bool AdoptRe(const Vesmar::MeasurementResults& results);
+    bool AdoptRe(const Vesmar::MeasurementResults& results) const;
     void MissKeepAlive();
     void CarryOut(Action action);
     void Leave();
