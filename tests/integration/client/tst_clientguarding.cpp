@@ -13,16 +13,23 @@ class TestClientGuarding : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void WithoutAGuardNothingIsSent(); // First: once it is there, the guard stays.
+    void DangerousMeasurementsAreWatchedUnlessAskedOtherwise();
+    void WithoutAGuardNothingIsSent(); // Before the others: once it is there, the guard stays.
     void PolicyDecides_data();
     void PolicyDecides();
 };
+
+void TestClientGuarding::DangerousMeasurementsAreWatchedUnlessAskedOtherwise()
+{
+    QCOMPARE(VesmarClient::Instrument().guardPolicy(), GuardPolicy::Dangerous);
+}
 
 void TestClientGuarding::WithoutAGuardNothingIsSent()
 {
     const QByteArray program = qgetenv(VesmarClient::GuardVariable);
     qputenv(VesmarClient::GuardVariable, "/nowhere/vesmar-guard");
     ClientBench bench;
+    bench.client.setGuardPolicy(GuardPolicy::Dangerous);
     bench.Connect();
     const Measured measured(bench, "hv --time 1");
     measured.AwaitEnd();
