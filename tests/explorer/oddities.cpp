@@ -12,9 +12,15 @@ constexpr const char* StaysPending = "a request stays pending";
 constexpr const char* AbortFails = "an abort does not stop the instrument";
 constexpr const char* StartsInSpite = "a start goes out although an abort is pending";
 
+constexpr bool TakesTwoFunctions = true;
+
 constexpr const char* SendsNoStop = "An abort sends no stop. To stop the instrument, leave measurement mode";
 constexpr const char* IgnoresAborts = "The clean-up ignores aborts";
 constexpr const char* CountsForeign = "Another function that is started at the instrument counts as the one";
+constexpr const char* HoldsNoStart = "**A preparation that comes when the start is decided, or while it is "
+                                     "carried out, does not hold that start.**";
+constexpr const char* WaitsForItsOwn =
+    "An RCD test whose start was decided upon does nothing while the settings are those of another function";
 constexpr const char* EntersAgain = "Measurement mode that is left and entered again";
 
 bool IsIn(const Configuration& configuration, StateId state)
@@ -48,6 +54,26 @@ bool IsRunningInPreparing(const Configuration& /*begin*/, const Configuration& e
     return IsIn(end, StateId::PreparingMeasurement);
 }
 
+bool HasRcdSettings(const Configuration& configuration)
+{
+    return HasSettings(configuration, "Ub/Re") || HasSettings(configuration, "Ia/Ta") ||
+           HasSettings(configuration, "IEC Ia/Ta") || HasSettings(configuration, "a clean-up");
+}
+
+bool IsWaitingUnderOtherSettings(const Configuration& /*begin*/, const Configuration& end)
+{
+    const bool isInTest =
+        IsIn(end, StateId::RCDUbReMeasurementRunning) || IsIn(end, StateId::RCDIaTaMeasurementRunning) ||
+        IsIn(end, StateId::RCDIECIaTaMeasurementRunning) || IsIn(end, StateId::RCDIECCleanUp);
+    return isInTest && !HasRcdSettings(end);
+}
+
+bool IsFormerMeasured(const Configuration& /*begin*/, const Configuration& end)
+{
+    return IsIn(end, StateId::SingleMeasurementRunning) && end.isPrepareRequested != 0 &&
+           end.instrumentFunction != 0;
+}
+
 } // namespace
 
 const std::vector<Oddity> Oddities{
@@ -60,9 +86,12 @@ const std::vector<Oddity> Oddities{
     {NeverEnds, SendsNoStop, IsTestLeftBehind},
     {NeverEnds, CountsForeign, IsForeignMeasured},
     {NeverEnds, EntersAgain, IsRunningInPreparing},
+    {NeverEnds, HoldsNoStart, IsFormerMeasured, TakesTwoFunctions},
+    {NeverEnds, WaitsForItsOwn, IsWaitingUnderOtherSettings, TakesTwoFunctions},
     {AbortFails, IgnoresAborts, IsCleanUpLeftBehind},
     {AbortFails, SendsNoStop, IsTestLeftBehind},
     {AbortFails, EntersAgain, IsRunningInPreparing},
+    {AbortFails, WaitsForItsOwn, IsWaitingUnderOtherSettings, TakesTwoFunctions},
     {StartsInSpite, IgnoresAborts,
      [](const Configuration& begin, const Configuration&) { return IsIn(begin, StateId::RCDIECCleanUp); }},
     {StartsInSpite, "The Ia/Ta tests send their start although an abort is pending",
@@ -77,6 +106,13 @@ const std::vector<Oddity> Oddities{
          return IsIn(end, StateId::AbortingMeasurement) && end.functionState == NeverReported;
      }},
     {StaysPending, CountsForeign, IsForeignMeasured},
+    {StaysPending, HoldsNoStart, IsFormerMeasured, TakesTwoFunctions},
+    {StaysPending, WaitsForItsOwn, IsWaitingUnderOtherSettings, TakesTwoFunctions},
+    {StaysPending, "**An abort withdraws a preparation that is still pending, but its settings stay",
+     [](const Configuration&, const Configuration& end) {
+         return IsIn(end, StateId::RCDMonitoring) && end.isAbortRequested == 0 && !HasRcdSettings(end);
+     },
+     TakesTwoFunctions},
     {StaysPending, "An abort that finds the function stopping",
      [](const Configuration&, const Configuration& end) {
          constexpr int Stopping = 8;

@@ -11,6 +11,7 @@ struct Oddity {
     const char* rule;
     const char* words; ///< Its name: these words stand in docs/oddities.md.
     bool (*covers)(const Configuration& begin, const Configuration& end);
+    bool isOfTheWholeAlone = false; ///< Only the whole search meets it: it takes two functions.
 };
 
 extern const std::vector<Oddity> Oddities;
