@@ -500,18 +500,19 @@ void TestPrograms::MonitorShowsTheLossAndTheReturn()
     QCOMPARE(story.count("DeviceInformation"), 2);
 }
 
-/// The measurement is under way once it has printed something.
+/// The measurement is under way once it has printed something, and until it is told to end.
 void TestPrograms::ProgramBesideAMeasurementIsRefused()
 {
-    const QString script =
-        QStringLiteral(R"("$0" measure it --time 2 | { read -r line; "$0" info; echo "info: $?"; cat; })");
+    const QString script = QStringLiteral(
+        R"({ "$0" measure it --time unlimited & echo $!; wait; } | )"
+        R"({ read -r measure; read -r line; "$0" info; echo "info: $?"; kill "$measure"; cat; })");
     ProgramRun run(QStringLiteral(SIMULATOR_PROGRAM),
                    {QStringLiteral("run"), QStringLiteral("--"), QStringLiteral("sh"), QStringLiteral("-c"),
                     script, QStringLiteral(VESMAR_PROGRAM)});
     QCOMPARE(run.Finish(), 0);
     VERIFY_CONTAINS(run.Output(), "info: 2\n");
     VERIFY_CONTAINS(run.Errors(), "The serial device /dev/ttycommunication is held by vesmar (process ");
-    VERIFY_CONTAINS(run.Output(), "Measurement it done. The instrument is confirmed to have stopped.\n");
+    VERIFY_CONTAINS(run.Errors(), "The instrument is confirmed to have stopped.\n");
 }
 
 QTEST_GUILESS_MAIN(TestPrograms)
