@@ -70,8 +70,9 @@ bool IsWaitingUnderOtherSettings(const Configuration& /*begin*/, const Configura
 
 bool IsFormerMeasured(const Configuration& /*begin*/, const Configuration& end)
 {
-    return IsIn(end, StateId::SingleMeasurementRunning) && end.isPrepareRequested != 0 &&
-           end.instrumentFunction != 0;
+    constexpr int Single = 1; // RLN, and IEC as the instrument reports it
+    return IsIn(end, StateId::SingleMeasurementRunning) && end.instrumentFunction != 0 &&
+           end.instrumentFunction != Single;
 }
 
 } // namespace
