@@ -36,7 +36,7 @@ protected:
 
 private:
     void Write();
-    void CheckReported(const QDateTime& reported);
+    void CheckReported(const QDateTime& value);
 
     InstrumentDate _date;
     QDateTime _value;

@@ -54,7 +54,7 @@ void JobState::Finish(Outcome reached, const Failure& reason)
     failure = reason;
     const QPointer<Job> job(&_job);
     EnterPhase(Phase::Finished);
-    if (job) {
+    if (!job.isNull()) {
         Q_EMIT job->finished(reached);
     }
 }

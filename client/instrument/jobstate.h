@@ -24,7 +24,7 @@ public:
     /// To be called before the run is moved to the driver's thread.
     void Connect(const Run& run);
     /// Ends a job that has no run, once the event loop is back.
-    void FailLater(const Failure& failure);
+    void FailLater(const Failure& reason);
     /// In milliseconds.
     qint64 Elapsed() const { return outcome != Outcome::None ? _elapsed : _time.elapsed(); }
 
