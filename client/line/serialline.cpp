@@ -45,7 +45,7 @@ Failure SerialLine::Take()
     if (isInUse.exchange(true)) {
         return InUse();
     }
-    const Failure failure = _lock.Lock();
+    Failure failure = _lock.Lock();
     if (failure.isFailure()) {
         isInUse = false;
     } else {

@@ -121,7 +121,7 @@ void TraceRouter::toCategory()
 Failure TraceRouter::toFile(const QString& path, qint64 limit)
 {
     auto file = std::make_unique<TraceFile>(path, limit);
-    const Failure failure = file->Open();
+    Failure failure = file->Open();
     if (!failure.isFailure()) {
         const std::lock_guard lock(All().mutex);
         *_routing = {false, std::move(file)};

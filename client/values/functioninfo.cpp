@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <tuple>
+#include <utility>
 
 #include <QDebug>
 
@@ -45,8 +46,9 @@ QDebug WriteIdentified(QDebug debug, const char* name, const QString& identifier
 
 Option FunctionInfo::option(const QString& name) const
 {
-    const auto found = std::find_if(options.cbegin(), options.cend(),
-                                    [&name](const Option& option) { return option.identifier == name; });
+    const auto* const found = std::find_if(options.cbegin(), options.cend(), [&name](const Option& option) {
+        return option.identifier == name;
+    });
     return found != options.cend() ? *found : Option();
 }
 
@@ -62,7 +64,7 @@ bool operator!=(const Choice& left, const Choice& right)
 
 QDebug operator<<(QDebug debug, const Choice& choice)
 {
-    return WriteIdentified(debug, "Choice", choice.identifier);
+    return WriteIdentified(std::move(debug), "Choice", choice.identifier);
 }
 
 bool operator==(const Option& left, const Option& right)
@@ -77,7 +79,7 @@ bool operator!=(const Option& left, const Option& right)
 
 QDebug operator<<(QDebug debug, const Option& option)
 {
-    return WriteIdentified(debug, "Option", option.identifier);
+    return WriteIdentified(std::move(debug), "Option", option.identifier);
 }
 
 bool operator==(const ReadingInfo& left, const ReadingInfo& right)
@@ -92,7 +94,7 @@ bool operator!=(const ReadingInfo& left, const ReadingInfo& right)
 
 QDebug operator<<(QDebug debug, const ReadingInfo& reading)
 {
-    return WriteIdentified(debug, "ReadingInfo", reading.identifier);
+    return WriteIdentified(std::move(debug), "ReadingInfo", reading.identifier);
 }
 
 bool operator==(const FunctionInfo& left, const FunctionInfo& right)
@@ -107,7 +109,7 @@ bool operator!=(const FunctionInfo& left, const FunctionInfo& right)
 
 QDebug operator<<(QDebug debug, const FunctionInfo& function)
 {
-    return WriteIdentified(debug, "FunctionInfo", function.identifier);
+    return WriteIdentified(std::move(debug), "FunctionInfo", function.identifier);
 }
 
 } // namespace VesmarClient

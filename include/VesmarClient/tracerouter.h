@@ -37,7 +37,7 @@ public:
     /// From now on, to the end of this file. When it is larger than `limit` bytes, it becomes `path` with
     /// ".1" at its end in place of an earlier one, and a new one is begun. A file that cannot be written is
     /// told, and the trace goes on as before.
-    Failure toFile(const QString& path, qint64 limit = 10 * 1024 * 1024);
+    Failure toFile(const QString& path, qint64 limit = 10LL * 1024 * 1024);
 
     /// What the trace has told since the line was opened last.
     LinkStatistics statistics() const;
