@@ -31,17 +31,17 @@ Takeover::Takeover(Tester& tester, const Application& application)
     _limit.setSingleShot(true);
     connect(&_limit, &QTimer::timeout, this, [this] { End(Outcome::NotConfirmed); });
     _nextTry.setInterval(TimeBetweenTries);
-    connect(&_nextTry, &QTimer::timeout, this, &Takeover::TakeLine);
+    connect(&_nextTry, &QTimer::timeout, this, &Takeover::LockLine);
 }
 
 void Takeover::Begin()
 {
     _nextTry.start();
-    TakeLine();
+    LockLine();
 }
 
 /// While the application lives and has the line, there is nothing to take over, and no time runs out.
-void Takeover::TakeLine()
+void Takeover::LockLine()
 {
     if (!_limit.isActive() && _application.HasEnded()) {
         _limit.start(MostTime);

@@ -44,7 +44,7 @@ Q_SIGNALS:
     void Finished(VesmarClient::Takeover::Outcome outcome);
 
 private:
-    void TakeLine();
+    void LockLine();
     bool IsLineFree(const Device& device) const;
     void Connect();
     void ReceiveIdentity();
