@@ -13,8 +13,8 @@ namespace VesmarClient
 /// One of the values that an option of the kind `Choice` may have.
 struct VESMARCLIENT_EXPORT Choice {
     Q_GADGET
-    Q_PROPERTY(QString identifier MEMBER identifier)
-    Q_PROPERTY(QString title MEMBER title)
+    Q_PROPERTY(QString identifier MEMBER identifier CONSTANT)
+    Q_PROPERTY(QString title MEMBER title CONSTANT)
 
 public:
     QString identifier; ///< Such as "ia-ta-1", or the instrument's number as a text: "2".
@@ -24,17 +24,17 @@ public:
 /// What can be set of a function.
 struct VESMARCLIENT_EXPORT Option {
     Q_GADGET
-    Q_PROPERTY(QString identifier MEMBER identifier)
-    Q_PROPERTY(QString title MEMBER title)
-    Q_PROPERTY(QString description MEMBER description)
-    Q_PROPERTY(VesmarClient::OptionKind kind MEMBER kind)
-    Q_PROPERTY(QVector<VesmarClient::Choice> choices MEMBER choices)
-    Q_PROPERTY(double minimum MEMBER minimum)
-    Q_PROPERTY(double maximum MEMBER maximum)
-    Q_PROPERTY(QString special MEMBER special)
-    Q_PROPERTY(QString unit MEMBER unit)
-    Q_PROPERTY(QVariant defaultValue MEMBER defaultValue)
-    Q_PROPERTY(bool mayStayUnset MEMBER mayStayUnset)
+    Q_PROPERTY(QString identifier MEMBER identifier CONSTANT)
+    Q_PROPERTY(QString title MEMBER title CONSTANT)
+    Q_PROPERTY(QString description MEMBER description CONSTANT)
+    Q_PROPERTY(VesmarClient::OptionKind kind MEMBER kind CONSTANT)
+    Q_PROPERTY(QVector<VesmarClient::Choice> choices MEMBER choices CONSTANT)
+    Q_PROPERTY(double minimum MEMBER minimum CONSTANT)
+    Q_PROPERTY(double maximum MEMBER maximum CONSTANT)
+    Q_PROPERTY(QString special MEMBER special CONSTANT)
+    Q_PROPERTY(QString unit MEMBER unit CONSTANT)
+    Q_PROPERTY(QVariant defaultValue MEMBER defaultValue CONSTANT)
+    Q_PROPERTY(bool mayStayUnset MEMBER mayStayUnset CONSTANT)
 
 public:
     QString identifier;  ///< Such as "time"; the name of the command line's option without its dashes.
@@ -53,10 +53,10 @@ public:
 /// What a function reads.
 struct VESMARCLIENT_EXPORT ReadingInfo {
     Q_GADGET
-    Q_PROPERTY(QString identifier MEMBER identifier)
-    Q_PROPERTY(QString title MEMBER title)
-    Q_PROPERTY(QString unit MEMBER unit)
-    Q_PROPERTY(int decimals MEMBER decimals)
+    Q_PROPERTY(QString identifier MEMBER identifier CONSTANT)
+    Q_PROPERTY(QString title MEMBER title CONSTANT)
+    Q_PROPERTY(QString unit MEMBER unit CONSTANT)
+    Q_PROPERTY(int decimals MEMBER decimals CONSTANT)
 
 public:
     QString identifier; ///< Such as "power factor"; `Reading::name`.
@@ -68,13 +68,13 @@ public:
 /// All that is known of a function.
 struct VESMARCLIENT_EXPORT FunctionInfo {
     Q_GADGET
-    Q_PROPERTY(VesmarClient::Function function MEMBER function)
-    Q_PROPERTY(QString identifier MEMBER identifier)
-    Q_PROPERTY(QString title MEMBER title)
-    Q_PROPERTY(VesmarClient::FunctionKind kind MEMBER kind)
-    Q_PROPERTY(bool isDangerous MEMBER isDangerous)
-    Q_PROPERTY(QVector<VesmarClient::Option> options MEMBER options)
-    Q_PROPERTY(QVector<VesmarClient::ReadingInfo> readings MEMBER readings)
+    Q_PROPERTY(VesmarClient::Function function MEMBER function CONSTANT)
+    Q_PROPERTY(QString identifier MEMBER identifier CONSTANT)
+    Q_PROPERTY(QString title MEMBER title CONSTANT)
+    Q_PROPERTY(VesmarClient::FunctionKind kind MEMBER kind CONSTANT)
+    Q_PROPERTY(bool isDangerous MEMBER isDangerous CONSTANT)
+    Q_PROPERTY(QVector<VesmarClient::Option> options MEMBER options CONSTANT)
+    Q_PROPERTY(QVector<VesmarClient::ReadingInfo> readings MEMBER readings CONSTANT)
 
 public:
     Function function = Function::None;
