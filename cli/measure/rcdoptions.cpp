@@ -3,7 +3,7 @@
 #include <QString>
 
 #include "cli/kit/choice.h"
-#include "client/values/rcdtest.h"
+#include "client/catalogue/rcdtest.h"
 
 namespace Cli
 {

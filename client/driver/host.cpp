@@ -2,10 +2,10 @@
 
 #include <QThread>
 
+#include "client/catalogue/conversions.h"
 #include "client/driver/failures.h"
 #include "client/guard/guard.h"
 #include "client/line/diagnosis.h"
-#include "client/values/conversions.h"
 #include "client/values/dates.h"
 
 namespace VesmarClient

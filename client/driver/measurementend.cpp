@@ -4,9 +4,9 @@
 
 #include <QCoreApplication>
 
+#include "client/catalogue/conversions.h"
 #include "client/driver/failures.h"
 #include "client/line/diagnosis.h"
-#include "client/values/conversions.h"
 #include "client/words/named.h"
 
 namespace VesmarClient

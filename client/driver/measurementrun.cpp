@@ -2,9 +2,9 @@
 
 #include <Vesmar/rcdresults.h>
 
+#include "client/catalogue/conversions.h"
 #include "client/driver/measurementend.h"
 #include "client/guard/guard.h"
-#include "client/values/conversions.h"
 #include "client/words/readings.h"
 
 namespace VesmarClient

@@ -4,11 +4,11 @@
 
 #include <QCoreApplication>
 
+#include "client/catalogue/driversettings.h"
 #include "client/driver/failures.h"
 #include "client/instrument/instrumentstate.h"
 #include "client/instrument/jobstate.h"
 #include "client/instrument/measurementstate.h"
-#include "client/values/driversettings.h"
 
 namespace VesmarClient
 {

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "client/catalogue/rcdtest.h"
 #include "client/sessions/measurementsession.h"
-#include "client/values/rcdtest.h"
 
 namespace VesmarClient
 {

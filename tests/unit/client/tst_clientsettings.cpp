@@ -4,7 +4,7 @@
 
 #include <VesmarClient/settings.h>
 
-#include "client/values/driversettings.h"
+#include "client/catalogue/driversettings.h"
 
 using VesmarClient::CreateDriverSettings;
 using VesmarClient::Functions;

@@ -11,8 +11,8 @@
 
 #include <VesmarClient/functions.h>
 
-#include "client/values/conversions.h"
-#include "client/values/units.h"
+#include "client/catalogue/conversions.h"
+#include "client/catalogue/units.h"
 
 using namespace VesmarClient;
 

@@ -13,7 +13,7 @@
 #include <VesmarClient/linkstatistics.h>
 #include <VesmarClient/settings.h>
 
-#include "client/values/conversions.h"
+#include "client/catalogue/conversions.h"
 #include "client/values/registration.h"
 
 using namespace VesmarClient;

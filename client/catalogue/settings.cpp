@@ -2,8 +2,8 @@
 
 #include <QDebug>
 
-#include "client/values/catalogue.h"
-#include "client/values/validation.h"
+#include "client/catalogue/catalogue.h"
+#include "client/catalogue/validation.h"
 
 namespace VesmarClient
 {

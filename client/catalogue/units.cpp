@@ -1,10 +1,10 @@
-#include "client/values/units.h"
+#include "client/catalogue/units.h"
 
 #include <QFileInfo>
 
 #include <VesmarClient/functions.h>
 
-#include "client/values/unitsfile.h"
+#include "client/catalogue/unitsfile.h"
 
 namespace VesmarClient
 {

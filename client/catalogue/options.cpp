@@ -1,7 +1,7 @@
-#include "client/values/options.h"
+#include "client/catalogue/options.h"
 
-#include "client/values/rcdtest.h"
-#include "client/values/validation.h"
+#include "client/catalogue/rcdtest.h"
+#include "client/catalogue/validation.h"
 #include "client/words/translation.h"
 
 namespace VesmarClient::Options

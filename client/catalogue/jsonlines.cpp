@@ -1,4 +1,4 @@
-#include "client/values/jsonlines.h"
+#include "client/catalogue/jsonlines.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -1,4 +1,4 @@
-#include "client/values/validation.h"
+#include "client/catalogue/validation.h"
 
 #include <algorithm>
 

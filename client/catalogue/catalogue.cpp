@@ -1,8 +1,8 @@
-#include "client/values/catalogue.h"
+#include "client/catalogue/catalogue.h"
 
 #include <QCoreApplication>
 
-#include "client/values/options.h"
+#include "client/catalogue/options.h"
 
 namespace VesmarClient
 {

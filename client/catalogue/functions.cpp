@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "client/values/catalogue.h"
-#include "client/values/conversions.h"
-#include "client/values/options.h"
-#include "client/values/units.h"
+#include "client/catalogue/catalogue.h"
+#include "client/catalogue/conversions.h"
+#include "client/catalogue/options.h"
+#include "client/catalogue/units.h"
 #include "client/words/readings.h"
 #include "client/words/translation.h"
 

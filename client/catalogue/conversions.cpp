@@ -1,9 +1,9 @@
-#include "client/values/conversions.h"
+#include "client/catalogue/conversions.h"
 
 #include <array>
 #include <charconv>
 
-#include "client/values/catalogue.h"
+#include "client/catalogue/catalogue.h"
 #include "client/words/readings.h"
 
 namespace VesmarClient

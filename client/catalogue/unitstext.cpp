@@ -1,13 +1,13 @@
-#include "client/values/unitstext.h"
+#include "client/catalogue/unitstext.h"
 
 #include <algorithm>
 
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include "client/values/catalogue.h"
-#include "client/values/conversions.h"
-#include "client/values/jsonlines.h"
+#include "client/catalogue/catalogue.h"
+#include "client/catalogue/conversions.h"
+#include "client/catalogue/jsonlines.h"
 #include "client/words/readings.h"
 #include "client/words/translation.h"
 

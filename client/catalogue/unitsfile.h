@@ -1,6 +1,6 @@
 #pragma once
 
-#include "client/values/units.h"
+#include "client/catalogue/units.h"
 
 namespace VesmarClient
 {

@@ -1,4 +1,4 @@
-#include "client/values/driversettings.h"
+#include "client/catalogue/driversettings.h"
 
 #include <algorithm>
 #include <type_traits>
@@ -16,8 +16,8 @@
 #include <Vesmar/rlnsettings.h>
 #include <Vesmar/rpesettings.h>
 
-#include "client/values/rcdtest.h"
-#include "client/values/validation.h"
+#include "client/catalogue/rcdtest.h"
+#include "client/catalogue/validation.h"
 
 namespace VesmarClient
 {

@@ -1,9 +1,9 @@
-#include "client/values/unitsfile.h"
+#include "client/catalogue/unitsfile.h"
 
 #include <QFile>
 #include <QFileInfo>
 
-#include "client/values/unitstext.h"
+#include "client/catalogue/unitstext.h"
 #include "client/words/translation.h"
 
 namespace VesmarClient

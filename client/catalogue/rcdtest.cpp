@@ -1,4 +1,4 @@
-#include "client/values/rcdtest.h"
+#include "client/catalogue/rcdtest.h"
 
 #include <algorithm>
 
