@@ -34,7 +34,7 @@ if(VESMAR_SANITIZE_THREADS)
   add_library(vesmar_thread_sanitizer OBJECT "${PROJECT_SOURCE_DIR}/tests/support/threadsanitizer.cpp")
   set_target_properties(vesmar_thread_sanitizer PROPERTIES AUTOMOC OFF)
   target_include_directories(vesmar_thread_sanitizer PRIVATE "${PROJECT_SOURCE_DIR}/tests")
-  target_link_libraries(vesmar_thread_sanitizer PRIVATE Qt5::Core)
+  target_link_libraries(vesmar_thread_sanitizer PRIVATE Qt${VESMAR_QT}::Core)
   # Every program has it, and no library.
   target_sources(
     vesmar_compiler_options
