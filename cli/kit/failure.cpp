@@ -142,7 +142,8 @@ Failure LinkNotUp(const Situation& situation, std::chrono::milliseconds waited)
 
 Failure FailureOf(const VesmarClient::Failure& failure)
 {
-    return {failure.name, failure.whatHappened + QLatin1Char(' ') + failure.nextStep};
+    const Failure plain{failure.name, failure.whatHappened + QLatin1Char(' ') + failure.nextStep};
+    return failure.name == DeviceMissing().kind ? DeviceMissing() : plain;
 }
 
 Failure InUpdateMode()

@@ -1,15 +1,14 @@
 #include "cli/verbs/infoverb.h"
 
-#include "cli/kit/link.h"
-#include "cli/words/format.h"
+#include "cli/kit/connection.h"
+#include "cli/words/info.h"
+#include "cli/words/text.h"
 
 namespace Cli
 {
 
 namespace
 {
-
-using Vesmar::Tester;
 
 constexpr VerbTexts Texts{
     "info", "Show the instrument's identity and clocks",
@@ -30,36 +29,30 @@ constexpr VerbTexts Texts{
 class InfoReader : public QObject
 {
 public:
-    explicit InfoReader(Link& link) : _link(link)
+    explicit InfoReader(Connection& connection)
+        : _connection(connection), _instrument(connection.Instrument())
     {
-        link.AwaitReadiness();
-        connect(&link, &Link::Ready, this, [this] { ShowWithClocks(); });
-        connect(&link, &Link::FoundInUpdateMode, this, [this] { Show(std::nullopt); });
-        connect(&link, &Link::Interrupted, this,
-                [this](int signalNumber) { _link.Finish(EndedBySignal(signalNumber)); });
+        connect(&connection, &Connection::Up, this, [this] {
+            Show(Clocks{_instrument.clock(), _instrument.calibrationDate()});
+            _connection.Finish(DoneWith(Text::tr("Everything was read.")));
+        });
+        connect(&connection, &Connection::UpdateModeFound, this, [this] { Show(std::nullopt); });
+        connect(&connection, &Connection::Interrupted, this,
+                [this](int signalNumber) { _connection.Finish(EndedBySignal(signalNumber)); });
     }
 
 private:
-    void ShowWithClocks()
-    {
-        const Tester& tester = _link.Instrument();
-        Show(Clocks{tester.CurrentDateTime(), tester.CalibrationDateTime()});
-        _link.Finish(DoneWith(QStringLiteral("Everything was read.")));
-    }
-
     void Show(const std::optional<Clocks>& clocks)
     {
-        const Tester& tester = _link.Instrument();
-        const Condition condition{clocks, tester.TesterMode(), tester.ErrorCode()};
-        const Vesmar::TesterInformation& identity = *tester.DeviceInformation();
-        const QByteArray lines = _link.IsJson()
-                                     ? EventLine(QDateTime::currentDateTime(), QStringLiteral("info"),
-                                                 InfoFields(identity, condition))
-                                     : InfoText(identity, condition);
-        _link.Print(lines);
+        const Condition condition{clocks, _instrument.mode(), _instrument.error()};
+        _connection.Print(_connection.IsJson()
+                              ? EventLine(QDateTime::currentDateTime(), QStringLiteral("info"),
+                                          InfoFields(_instrument.identity(), condition))
+                              : InfoText(_instrument.identity(), condition));
     }
 
-    Link& _link;
+    Connection& _connection;
+    VesmarClient::Instrument& _instrument;
 };
 
 } // namespace
@@ -68,9 +61,9 @@ InfoVerb::InfoVerb(CLI::App& program) : Verb(program, Texts) {}
 
 int InfoVerb::Run()
 {
-    Link link(Options());
-    const InfoReader reader(link);
-    return link.Work();
+    Connection connection(Options());
+    const InfoReader reader(connection);
+    return connection.Work();
 }
 
 } // namespace Cli

@@ -6,7 +6,6 @@
 #include <array>
 #include <charconv>
 
-#include "cli/words/advice.h"
 #include "client/words/errorguide.h"
 #include "client/words/readings.h"
 
@@ -49,14 +48,6 @@ QString Decimal(float reading)
 QByteArray Line(const QString& label, int width, const QString& text)
 {
     return (label.leftJustified(width) + QStringLiteral("  ") + text + QLatin1Char('\n')).toUtf8();
-}
-
-Shown ShowClock(const Condition& condition, QDateTime Clocks::*clock)
-{
-    if (!condition.clocks) {
-        return {QStringLiteral("cannot be read"), QJsonValue()};
-    }
-    return Show((*condition.clocks).*clock);
 }
 
 } // namespace
@@ -164,29 +155,6 @@ QByteArray InfoLine(const QString& label, const QString& text)
 {
     constexpr int WidthOfLabels = 16;
     return Line(label + QLatin1Char(':'), WidthOfLabels, text);
-}
-
-QByteArray InfoText(const TesterInformation& identity, const Condition& condition)
-{
-    QByteArray text;
-    for (const IdentityText& entry : IdentityTexts) {
-        text += InfoLine(QString::fromLatin1(entry.label), Printable(identity.*entry.text));
-    }
-    text += InfoLine(QStringLiteral("Clock"), ShowClock(condition, &Clocks::current).text);
-    text += InfoLine(QStringLiteral("Last calibrated"), ShowClock(condition, &Clocks::calibration).text);
-    text += InfoLine(QStringLiteral("Mode"), Show(condition.mode).text);
-    text += InfoLine(QStringLiteral("Error"), Show(condition.error).text);
-    const bool hasError = condition.error != Vesmar::Error::NoErrors;
-    return hasError ? text + AdviceText(condition.error) : text;
-}
-
-QJsonObject InfoFields(const TesterInformation& identity, const Condition& condition)
-{
-    return {{QStringLiteral("DeviceInformation"), Show(&identity).json},
-            {QStringLiteral("CurrentDateTime"), ShowClock(condition, &Clocks::current).json},
-            {QStringLiteral("CalibrationDateTime"), ShowClock(condition, &Clocks::calibration).json},
-            {QStringLiteral("TesterMode"), Show(condition.mode).json},
-            {QStringLiteral("ErrorCode"), Show(condition.error).json}};
 }
 
 } // namespace Cli

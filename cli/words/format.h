@@ -6,7 +6,6 @@
 #include <QJsonValue>
 #include <QString>
 
-#include <optional>
 #include <type_traits>
 
 #include <Vesmar/measurementresults.h>
@@ -59,22 +58,6 @@ QByteArray JsonLine(const QJsonObject& object);
 QByteArray ChangeText(const QDateTime& time, const QString& property, const Shown& value);
 /// The fields of the same change in JSON.
 QJsonObject ChangeFields(const QString& property, const Shown& value);
-
-/// The instrument's clocks as they were read.
-struct Clocks {
-    QDateTime current;
-    QDateTime calibration;
-};
-
-/// What `info` shows besides the identity.
-struct Condition {
-    std::optional<Clocks> clocks; ///< None where the clocks cannot be read.
-    Vesmar::OperationMode mode;
-    Vesmar::Error error;
-};
-
-QByteArray InfoText(const Vesmar::TesterInformation& identity, const Condition& condition);
-QJsonObject InfoFields(const Vesmar::TesterInformation& identity, const Condition& condition);
 
 /// One labelled line for people, as `info` shows them.
 QByteArray InfoLine(const QString& label, const QString& text);

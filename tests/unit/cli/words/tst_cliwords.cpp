@@ -13,12 +13,12 @@
 #include "cli/words/advice.h"
 #include "cli/words/exitstatus.h"
 #include "cli/words/format.h"
+#include "cli/words/info.h"
 
 using Vesmar::Error;
 using Vesmar::MeasurementResults;
 using Vesmar::MonitoringResults;
 using Vesmar::OperationMode;
-using Vesmar::TesterInformation;
 namespace ExitStatus = Cli::ExitStatus;
 
 namespace
@@ -36,7 +36,7 @@ QByteArray JsonOf(const Cli::Shown& shown)
     return Cli::EventLine(Moment, QStringLiteral("change"), Cli::ChangeFields(QStringLiteral("P"), shown));
 }
 
-QByteArray InfoJson(const TesterInformation& identity, const Cli::Condition& condition)
+QByteArray InfoJson(const VesmarClient::Identity& identity, const Cli::Condition& condition)
 {
     return Cli::EventLine(Moment, QStringLiteral("info"), Cli::InfoFields(identity, condition));
 }
@@ -53,22 +53,17 @@ QByteArray JsonLineOf(const char* value)
            value + "}\n";
 }
 
-void Fill(TesterInformation& identity)
+VesmarClient::Identity GoodIdentity()
 {
-    identity.DeviceName = QStringLiteral("ABC");
-    identity.DeviceCode = QStringLiteral("410");
-    identity.SerialNumber = QStringLiteral("204815");
-    identity.Version = QStringLiteral("1.05");
-    identity.VersionCode = QStringLiteral("03");
-    identity.RevisionCode = QStringLiteral("02");
-    identity.BuildNumber = QStringLiteral("2016");
+    return {QStringLiteral("ABC"), QStringLiteral("410"), QStringLiteral("204815"), QStringLiteral("1.05"),
+            QStringLiteral("03"),  QStringLiteral("02"),  QStringLiteral("2016")};
 }
 
 Cli::Condition GoodCondition()
 {
     return {Cli::Clocks{QDateTime(QDate(2024, 12, 31), QTime(23, 59, 58)),
                         QDateTime(QDate(2023, 1, 2), QTime(0, 0))},
-            OperationMode::Normal, Error::NoErrors};
+            VesmarClient::Mode::Normal, VesmarClient::Error::NoErrors};
 }
 
 } // namespace
@@ -172,9 +167,8 @@ void TestCliWords::InvalidDate()
 
 void TestCliWords::Identity()
 {
-    TesterInformation identity(nullptr);
-    Fill(identity);
-    const Cli::Shown shown = Cli::Show(&identity);
+    const VesmarClient::Identity identity = GoodIdentity();
+    const Cli::Shown shown = Cli::Show(identity);
     QCOMPARE(TextOf(shown),
              TextLine("device name ABC, device code 410, serial number 204815, version 1.05, version code "
                       "03, revision code 02, build number 2016"));
@@ -185,12 +179,11 @@ void TestCliWords::Identity()
 
 void TestCliWords::IdentityWithControlCharacters()
 {
-    TesterInformation identity(nullptr);
-    Fill(identity);
-    identity.DeviceName = QStringLiteral("A\x1b\n");
-    QVERIFY(TextOf(Cli::Show(&identity)).contains("device name A\\x1b\\x0a, "));
+    VesmarClient::Identity identity = GoodIdentity();
+    identity.deviceName = QStringLiteral("A\x1b\n");
+    QVERIFY(TextOf(Cli::Show(identity)).contains("device name A\\x1b\\x0a, "));
     QVERIFY(Cli::InfoText(identity, GoodCondition()).startsWith("Device name:      A\\x1b\\x0a\n"));
-    QVERIFY(JsonOf(Cli::Show(&identity)).contains(R"("DeviceName":"A\u001b\n")"));
+    QVERIFY(JsonOf(Cli::Show(identity)).contains(R"("DeviceName":"A\u001b\n")"));
 }
 
 void TestCliWords::Settings()
@@ -239,8 +232,7 @@ void TestCliWords::ResultsWithoutNamedReadings()
 
 void TestCliWords::Info()
 {
-    TesterInformation identity(nullptr);
-    Fill(identity);
+    const VesmarClient::Identity identity = GoodIdentity();
     QCOMPARE(Cli::InfoText(identity, GoodCondition()),
              QByteArray("Device name:      ABC\n"
                         "Device code:      410\n"
@@ -268,9 +260,9 @@ void TestCliWords::Info()
 
 void TestCliWords::InfoWithoutClocks()
 {
-    TesterInformation identity(nullptr);
-    Fill(identity);
-    const Cli::Condition condition{std::nullopt, OperationMode::Update, Error::DeviceError3};
+    const VesmarClient::Identity identity = GoodIdentity();
+    const Cli::Condition condition{std::nullopt, VesmarClient::Mode::Update,
+                                   VesmarClient::Error::DeviceError3};
     const QByteArray text = Cli::InfoText(identity, condition);
     QVERIFY(
         text.endsWith("Clock:            cannot be read\n"
@@ -287,7 +279,7 @@ void TestCliWords::InfoWithoutClocks()
 
 void TestCliWords::InfoWithDatesThatDoNotExist()
 {
-    TesterInformation identity(nullptr);
+    const VesmarClient::Identity identity;
     Cli::Condition condition = GoodCondition();
     condition.clocks = Cli::Clocks{};
     QVERIFY(Cli::InfoText(identity, condition)

@@ -1,0 +1,114 @@
+#include "cli/kit/connection.h"
+
+#include <QCoreApplication>
+
+#include <unistd.h>
+
+#include <csignal>
+
+#include "cli/words/advice.h"
+#include "cli/words/exitstatus.h"
+#include "cli/words/text.h"
+
+namespace Cli
+{
+
+using VesmarClient::LinkState;
+
+Connection::Connection(const LinkOptions& options)
+    : _options(options), _output(STDOUT_FILENO, _signalWatcher.Descriptor())
+{
+    _timeLimit.setSingleShot(true);
+    _timeLimit.setTimerType(Qt::PreciseTimer);
+    connect(&_timeLimit, &QTimer::timeout, this, &Connection::FailToComeUp);
+    connect(&_signalWatcher, &SignalWatcher::Received, this, &Connection::Interrupted);
+    connect(&_instrument, &VesmarClient::Instrument::openFailed, this, &Connection::FailToOpen);
+    connect(&_instrument, &VesmarClient::Instrument::linkStateChanged, this, &Connection::ReceiveLinkState);
+}
+
+int Connection::Work()
+{
+    _timeLimit.start(_options.timeout);
+    _instrument.open();
+    return QCoreApplication::exec();
+}
+
+void Connection::ReceiveLinkState(LinkState state)
+{
+    if (_hasBeenUp || (state != LinkState::Up && state != LinkState::UpdateMode)) {
+        return;
+    }
+    _hasBeenUp = true;
+    _timeLimit.stop();
+    if (state == LinkState::Up) {
+        Q_EMIT Up();
+        return;
+    }
+    Q_EMIT UpdateModeFound();
+    if (!_isUpdateModeAccepted) {
+        Fail(ExitStatus::NotDone, InUpdateMode());
+    }
+}
+
+void Connection::Print(const QByteArray& lines)
+{
+    if (_isFinished) {
+        return;
+    }
+    switch (_output.Write(lines)) {
+    case Output::Result::Written:
+    case Output::Result::GivenUp: // the signal that ends the program is on its way
+        break;
+    case Output::Result::ReaderGone:
+        EndWork(ExitStatus::Signalled + SIGPIPE);
+        break;
+    case Output::Result::Failed:
+        WriteError(Text::tr("cannot write the output: %1").arg(qt_error_string(_output.LastError())));
+        EndWork(ExitStatus::NotDone);
+        break;
+    }
+}
+
+void Connection::Finish(const Ending& ending)
+{
+    if (IsJson() && !_isFinished) {
+        Print(ResultLine(QDateTime::currentDateTime(), ending));
+    }
+    EndWork(ending.status);
+}
+
+void Connection::EndWork(int exitStatus)
+{
+    if (_isFinished) {
+        return;
+    }
+    _isFinished = true;
+    _timeLimit.stop();
+    _instrument.disconnect();
+    QCoreApplication::exit(exitStatus);
+}
+
+void Connection::Fail(int exitStatus, const Failure& failure)
+{
+    if (_isFinished) {
+        return;
+    }
+    WriteError(IsJson() ? failure.message : WithAdvice(failure.message, failure.error));
+    Finish({exitStatus, failure.outcome, failure.message, failure.kind, failure.error});
+}
+
+void Connection::FailToOpen(const VesmarClient::Failure& failure)
+{
+    Fail(ExitStatus::NoLink, FailureOf(failure));
+}
+
+void Connection::FailToComeUp()
+{
+    const bool hasAnswer = _instrument.identity() != VesmarClient::Identity();
+    Fail(ExitStatus::NoLink, LinkNotUp({VesmarClient::TryToOpenSerialDevice(), hasAnswer,
+                                        static_cast<Vesmar::OperationMode>(_instrument.mode()),
+                                        static_cast<Vesmar::Error>(_instrument.error())},
+                                       _options.timeout));
+}
+
+} // namespace Cli
