@@ -49,7 +49,7 @@ struct Decoded {
     QByteArray errors;
 };
 
-Decoded Decode(const QByteArray& text, const QString& recording, bool isJson)
+Decoded DecodeLog(const QByteArray& text, const QString& recording, bool isJson)
 {
     constexpr int Nothing = -1;
     static const MemoryFile log;
@@ -96,7 +96,7 @@ void CheckJson(const QByteArray& text)
 {
     static const QTemporaryDir folder(QStringLiteral("/dev/shm/vesmar-XXXXXX"));
     const QString path = folder.filePath(QStringLiteral("recording"));
-    const Decoded decoded = Decode(text, path, true);
+    const Decoded decoded = DecodeLog(text, path, true);
     RequireEnding(decoded, text);
     for (const QByteArray& line : decoded.printed.split('\n')) {
         Require(line.isEmpty() || QJsonDocument::fromJson(line).isObject(), "each line is a JSON object");
@@ -113,7 +113,7 @@ void CheckJson(const QByteArray& text)
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const QByteArray text = Input(data, size).Rest();
-    RequireEnding(Decode(text, QString(), false), text);
+    RequireEnding(DecodeLog(text, QString(), false), text);
     CheckJson(text);
     return 0;
 }

@@ -2,14 +2,16 @@
 
 #include <QJsonArray>
 #include <QJsonObject>
+#include <QMetaProperty>
 #include <QStringList>
 
 #include <array>
 
-#include "cli/frames/frame.h"
 #include "cli/output/event.h"
 #include "cli/words/format.h"
 #include "client/words/named.h"
+#include "client/words/translation.h"
+#include "decode/frames/requests.h"
 
 namespace Cli
 {
@@ -17,7 +19,10 @@ namespace Cli
 namespace
 {
 
-using Kind = DecodedEvent::Kind;
+using Decode::AnswerKind;
+using Decode::Event;
+using Decode::Hex;
+using Kind = Event::Kind;
 
 constexpr int Columns = 120;
 constexpr int TimeColumns = 12;
@@ -43,7 +48,7 @@ QByteArray Block(const QString& head, const QStringList& pieces)
     QString margin = head;
     QString text;
     for (const QString& piece : pieces) {
-        QString rest = Printable(piece);
+        QString rest = piece;
         while (rest.size() > columns) {
             const int end = BreakOf(rest, columns);
             text += margin + rest.left(end) + QLatin1Char('\n');
@@ -56,89 +61,11 @@ QByteArray Block(const QString& head, const QStringList& pieces)
     return text.toUtf8();
 }
 
-QString ShortHex(const QByteArray& bytes)
-{
-    constexpr int MostBytes = 26;
-    const QString more =
-        bytes.size() > MostBytes ? QStringLiteral("... of %1 bytes").arg(bytes.size()) : QString();
-    return Hex(bytes.left(MostBytes)) + more;
-}
-
-QString AnswerText(const DecodedEvent& event)
-{
-    switch (event.outcome) {
-    case AnswerKind::Refusal:
-        return QStringLiteral("refused");
-    case AnswerKind::Damaged:
-        return QStringLiteral("damaged checksum: ") + ShortHex(event.answer);
-    case AnswerKind::None:
-        return QStringLiteral("no answer");
-    case AnswerKind::Cut:
-        return QStringLiteral("no answer yet");
-    case AnswerKind::Data:
-    case AnswerKind::Acknowledge:
-        break;
-    }
-    return event.answerWords.text.isEmpty() ? ShortHex(event.answer) : event.answerWords.text;
-}
-
-QString AttemptText(const DecodedEvent& event)
-{
-    if (event.attempt == 1) {
-        return {};
-    }
-    const QString limit = event.isRepeatedByLink ? QStringLiteral(" of %1").arg(MostAttempts) : QString();
-    return QStringLiteral("attempt %1%2: ").arg(event.attempt).arg(limit);
-}
-
-QString ProblemText(const QString& problem)
-{
-    return QStringLiteral("! ") + problem;
-}
-
-QString Head(const DecodedEvent& event, const QString& name)
+QString Head(const Event& event)
 {
     const QString within = event.within ? QStringLiteral("within %1 ms").arg(*event.within) : QString();
     return TimeText(event.at) + QStringLiteral("  ") + within.leftJustified(WithinColumns) +
-           QStringLiteral("  ") + name.leftJustified(NameColumns) + QStringLiteral("  ");
-}
-
-QByteArray ExchangeText(const DecodedEvent& event)
-{
-    QStringList pieces;
-    if (!event.requestWords.text.isEmpty()) {
-        pieces.append(event.requestWords.text);
-    }
-    pieces.append(AttemptText(event) + AnswerText(event));
-    if (!event.problem.isEmpty()) {
-        pieces.append(ProblemText(event.problem));
-    }
-    return Block(Head(event, event.requestWords.fields.value(QLatin1String("name")).toString()), pieces);
-}
-
-QByteArray UnaskedText(const DecodedEvent& event)
-{
-    QStringList pieces;
-    for (const FrameWords& frame : event.frames) {
-        pieces.append(frame.text);
-    }
-    if (!event.problem.isEmpty()) {
-        pieces.append(ShortHex(event.answer));
-        pieces.append(ProblemText(event.problem));
-    }
-    return Block(Head(event, QStringLiteral("sent unasked")), pieces);
-}
-
-QByteArray NoteText(const DecodedEvent& event)
-{
-    return Block(TimeText(event.at) + QStringLiteral("  "), {event.text});
-}
-
-QByteArray StateText(const DecodedEvent& event)
-{
-    QString name = event.text;
-    name.remove(QStringLiteral("ENTERING ")).remove(QStringLiteral(" STATE"));
-    return Block(QStringLiteral("== "), {name});
+           QStringLiteral("  ") + Decode::TitleOf(event).leftJustified(NameColumns) + QStringLiteral("  ");
 }
 
 QJsonValue TimeJson(const QTime& at)
@@ -146,7 +73,7 @@ QJsonValue TimeJson(const QTime& at)
     return at.isValid() ? QJsonValue(at.toString(QStringLiteral("HH:mm:ss.zzz"))) : QJsonValue();
 }
 
-QJsonValue ProblemJson(const DecodedEvent& event)
+QJsonValue ProblemJson(const Event& event)
 {
     return event.problem.isEmpty() ? QJsonValue() : QJsonValue(event.problem);
 }
@@ -160,11 +87,70 @@ constexpr std::array<VesmarClient::Named<AnswerKind>, 6> AnswerKinds{{
     {AnswerKind::Cut, "cut"},
 }};
 
-QJsonObject ExchangeFields(const DecodedEvent& event)
+QJsonValue Json(std::monostate /*unknown*/)
 {
-    QJsonObject request = event.requestWords.fields;
+    return {};
+}
+
+QJsonValue Json(const QString& text)
+{
+    return text;
+}
+
+QJsonValue Json(const VesmarClient::Identity& identity)
+{
+    const QMetaObject& kind = VesmarClient::Identity::staticMetaObject;
+    QJsonObject json;
+    for (int i = 0; i < kind.propertyCount(); ++i) {
+        const QMetaProperty property = kind.property(i);
+        json.insert(VesmarClient::Capitalized(QString::fromLatin1(property.name())),
+                    property.readOnGadget(&identity).toString());
+    }
+    return json;
+}
+
+QJsonValue Json(const Decode::Readings& readings)
+{
+    QJsonObject values;
+    for (const VesmarClient::DriverReading& reading : readings.values) {
+        values.insert(QLatin1String(reading.name), ShowReading(reading.value).json);
+    }
+    QJsonObject json = Show(readings.function).json.toObject();
+    json.insert(QStringLiteral("readings"), values);
+    return json;
+}
+
+QJsonValue Json(const Decode::Settings& settings)
+{
+    QJsonObject json;
+    for (const auto& [name, value] : settings) {
+        json.insert(QLatin1String(name), value);
+    }
+    return json;
+}
+
+template <typename Value>
+QJsonValue Json(const Value& value)
+{
+    return Show(value).json;
+}
+
+QJsonObject Fields(const Decode::FrameWords& frame)
+{
+    QJsonObject json;
+    for (const Decode::Field& field : frame.fields) {
+        json.insert(QLatin1String(field.name),
+                    std::visit([](const auto& value) { return Json(value); }, field.value));
+    }
+    return json;
+}
+
+QJsonObject ExchangeFields(const Event& event)
+{
+    QJsonObject request = Fields(event.requestWords);
+    request.insert(QStringLiteral("name"), Decode::NameOfRequest(event.request));
     request.insert(QStringLiteral("bytes"), Hex(event.request));
-    QJsonObject answer = event.answerWords.fields;
+    QJsonObject answer = Fields(event.answerWords);
     answer.insert(QStringLiteral("kind"), VesmarClient::NameIn(AnswerKinds, event.outcome));
     answer.insert(QStringLiteral("bytes"), Hex(event.answer));
     return {{QStringLiteral("request"), request},
@@ -174,11 +160,11 @@ QJsonObject ExchangeFields(const DecodedEvent& event)
             {QStringLiteral("problem"), ProblemJson(event)}};
 }
 
-QJsonObject UnaskedFields(const DecodedEvent& event)
+QJsonObject UnaskedFields(const Event& event)
 {
     QJsonArray frames;
-    for (const FrameWords& frame : event.frames) {
-        frames.append(frame.fields);
+    for (const Decode::FrameWords& frame : event.frames) {
+        frames.append(Fields(frame));
     }
     return {{QStringLiteral("bytes"), Hex(event.answer)},
             {QStringLiteral("frames"), frames},
@@ -187,22 +173,21 @@ QJsonObject UnaskedFields(const DecodedEvent& event)
 
 } // namespace
 
-QByteArray DecodedText(const DecodedEvent& event)
+QByteArray DecodedText(const Event& event)
 {
     switch (event.kind) {
     case Kind::Exchange:
-        return ExchangeText(event);
     case Kind::Unasked:
-        return UnaskedText(event);
+        return Block(Head(event), Decode::PiecesOf(event));
     case Kind::State:
-        return StateText(event);
+        return Block(QStringLiteral("== "), {Decode::TitleOf(event)});
     case Kind::Note:
         break;
     }
-    return NoteText(event);
+    return Block(TimeText(event.at) + QStringLiteral("  "), Decode::PiecesOf(event));
 }
 
-QByteArray DecodedJson(const QDateTime& time, const DecodedEvent& event)
+QByteArray DecodedJson(const QDateTime& time, const Event& event)
 {
     QString name = QStringLiteral("note");
     QJsonObject fields{{QStringLiteral("text"), event.text}};

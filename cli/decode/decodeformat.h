@@ -3,15 +3,15 @@
 #include <QByteArray>
 #include <QDateTime>
 
-#include "cli/decode/decodedevent.h"
+#include "decode/events/event.h"
 
 namespace Cli
 {
 
 /// An event of a log for people, in lines of 120 columns at most.
-QByteArray DecodedText(const DecodedEvent& event);
+QByteArray DecodedText(const Decode::Event& event);
 
 /// The same for programs, on one line. The time is that at which the event is shown.
-QByteArray DecodedJson(const QDateTime& time, const DecodedEvent& event);
+QByteArray DecodedJson(const QDateTime& time, const Decode::Event& event);
 
 } // namespace Cli

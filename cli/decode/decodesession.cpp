@@ -7,9 +7,10 @@
 #include <sys/stat.h>
 
 #include "cli/decode/decodeformat.h"
-#include "cli/decode/logentry.h"
+#include "cli/decode/summaryformat.h"
 #include "cli/words/exitstatus.h"
 #include "cli/words/format.h"
+#include "decode/lines/logentry.h"
 
 namespace Cli
 {
@@ -40,7 +41,7 @@ DecodeSession::DecodeSession(const Task& task, Output& output)
     : _task(task),
       _output(output),
       _reader(task.logDescriptor, task.stopDescriptor),
-      _history([this](const DecodedEvent& event) { ShowEvent(event); }),
+      _history([this](const Decode::Event& event) { ShowEvent(event); }),
       _ending(DoneWith({}))
 {
 }
@@ -85,14 +86,14 @@ bool DecodeSession::Begin()
     return _ending.status == ExitStatus::Done;
 }
 
-void DecodeSession::DecodeLine(const LogLine& line)
+void DecodeSession::DecodeLine(const Decode::LogLine& line)
 {
     _isEmpty = false;
     if (!line.damage.isEmpty()) {
         ReportDamage(line.number, line.damage);
         return;
     }
-    const LogEntry entry = ParseLogLine(line.text);
+    const Decode::LogEntry entry = Decode::ParseLogLine(line.text);
     if (!entry.damage.isEmpty()) {
         ReportDamage(line.number, entry.damage);
         return;
@@ -100,7 +101,7 @@ void DecodeSession::DecodeLine(const LogLine& line)
     _history.Read(line.number, entry);
 }
 
-void DecodeSession::ShowEvent(const DecodedEvent& event)
+void DecodeSession::ShowEvent(const Decode::Event& event)
 {
     _summary.Add(event);
     if (_recording) {
@@ -163,11 +164,11 @@ void DecodeSession::PrintEnd()
         _ending.message = DoneText();
     }
     if (_task.isJson) {
-        QJsonObject fields = _summary.Fields();
+        QJsonObject fields = SummaryFields(_summary);
         fields.insert(QStringLiteral("damagedLines"), _damagedLines);
         Print(ResultLine(Now(), _ending, fields));
     } else if (_summary.Exchanges() > 0) {
-        Print(_summary.Text() + (isDone ? _ending.message.toUtf8() + '\n' : QByteArray()));
+        Print(SummaryText(_summary) + (isDone ? _ending.message.toUtf8() + '\n' : QByteArray()));
     }
 }
 

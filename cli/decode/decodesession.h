@@ -4,13 +4,13 @@
 
 #include <optional>
 
-#include "cli/decode/decodedevent.h"
-#include "cli/decode/decodehistory.h"
-#include "cli/decode/decodesummary.h"
-#include "cli/decode/logreader.h"
 #include "cli/decode/recordingfile.h"
 #include "cli/output/event.h"
 #include "cli/output/output.h"
+#include "decode/events/event.h"
+#include "decode/lines/logreader.h"
+#include "decode/log/history.h"
+#include "decode/log/summary.h"
 
 namespace Cli
 {
@@ -35,8 +35,8 @@ public:
 
 private:
     bool Begin();
-    void DecodeLine(const LogLine& line);
-    void ShowEvent(const DecodedEvent& event);
+    void DecodeLine(const Decode::LogLine& line);
+    void ShowEvent(const Decode::Event& event);
     void ReportDamage(qint64 line, const QString& damage);
     void CloseRecording();
     void Fail(const char* reason, const QString& message);
@@ -48,9 +48,9 @@ private:
     Task _task;
     Output& _output;
     Output::Result _printed = Output::Result::Written;
-    LogReader _reader;
-    DecodeHistory _history;
-    DecodeSummary _summary;
+    Decode::LogReader _reader;
+    Decode::History _history;
+    Decode::Summary _summary;
     std::optional<RecordingFile> _recording;
     bool _isEmpty = true;
     int _damagedLines = 0;

@@ -4,15 +4,17 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include "cli/decode/logentry.h"
-#include "cli/frames/frame.h"
 #include "cli/words/format.h"
+#include "decode/lines/logentry.h"
 
 namespace Cli
 {
 
 namespace
 {
+
+using Decode::Event;
+using Decode::Hex;
 
 const char End[] = "\n]}\n";
 
@@ -38,11 +40,11 @@ RecordingFile::RecordingFile(const QString& path, const QString& comment)
     Write(head + ", \"exchanges\": [");
 }
 
-void RecordingFile::Record(const DecodedEvent& event)
+void RecordingFile::Record(const Event& event)
 {
-    const bool isExchange = event.kind == DecodedEvent::Kind::Exchange;
-    const bool isUnasked = event.kind == DecodedEvent::Kind::Unasked && _entries > 0;
-    if ((!isExchange && !isUnasked) || event.outcome == AnswerKind::Cut || !_problem.isEmpty()) {
+    const bool isExchange = event.kind == Event::Kind::Exchange;
+    const bool isUnasked = event.kind == Event::Kind::Unasked && _entries > 0;
+    if ((!isExchange && !isUnasked) || event.outcome == Decode::AnswerKind::Cut || !_problem.isEmpty()) {
         return;
     }
     if (event.request.size() > LongestFrame || event.answer.size() > LongestFrame) {
@@ -95,7 +97,7 @@ void RecordingFile::Write(const QByteArray& text)
 int RecordingFile::SinceEntryBefore(const QTime& at) const
 {
     constexpr int LongestPause = 600000;
-    return qMin(MillisecondsBetween(_previousTime, at).value_or(0), LongestPause);
+    return qMin(Decode::MillisecondsBetween(_previousTime, at).value_or(0), LongestPause);
 }
 
 bool RecordingFile::Commit()

@@ -4,7 +4,7 @@
 #include <QString>
 #include <QTime>
 
-#include "cli/decode/decodedevent.h"
+#include "decode/events/event.h"
 
 namespace Cli
 {
@@ -23,7 +23,7 @@ public:
 
     /// Only what went over the line is recorded. What was sent unasked before the first exchange is not, nor
     /// is an exchange that was cut short by the closing of the link.
-    void Record(const DecodedEvent& event);
+    void Record(const Decode::Event& event);
 
     /// Makes the file appear. False where a problem, of now or of before, prevents it.
     bool Commit();

@@ -4,9 +4,9 @@
 #include <QJsonObject>
 
 #include "cli/doctor/linerecord.h"
-#include "cli/frames/frame.h"
 #include "client/line/device.h"
 #include "client/line/deviceholders.h"
+#include "decode/frames/frame.h"
 
 /// What `doctor` has found, in lines for people and in fields for programs.
 namespace Cli

@@ -9,7 +9,7 @@
 #include <cerrno>
 #include <thread>
 
-#include "cli/frames/frame.h"
+#include "decode/frames/frame.h"
 
 namespace Cli
 {
@@ -39,13 +39,13 @@ void SetUp(int descriptor)
 
 LineAnswer Classify(const QByteArray& answer)
 {
-    if (StatusIn(answer)) {
+    if (Decode::StatusIn(answer)) {
         return LineAnswer::Proper;
     }
-    switch (KindOf(answer)) {
-    case AnswerKind::None:
+    switch (Decode::KindOf(answer)) {
+    case Decode::AnswerKind::None:
         return LineAnswer::Silent;
-    case AnswerKind::Refusal:
+    case Decode::AnswerKind::Refusal:
         return LineAnswer::Refused;
     default:
         return LineAnswer::Damaged;

@@ -28,7 +28,7 @@ void LineRecord::Add(const LineExchange& exchange)
     }
     _silentInARow = 0;
     _times.append(std::chrono::duration<double, std::milli>(exchange.time).count());
-    if (const auto status = StatusIn(exchange.answer)) {
+    if (const auto status = Decode::StatusIn(exchange.answer)) {
         _status = status;
     }
 }

@@ -6,7 +6,7 @@
 #include <optional>
 
 #include "cli/doctor/lineprobe.h"
-#include "cli/frames/frame.h"
+#include "decode/frames/frame.h"
 
 namespace Cli
 {

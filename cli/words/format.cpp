@@ -4,10 +4,10 @@
 #include <QJsonDocument>
 
 #include <array>
-#include <charconv>
 
 #include "client/words/errorguide.h"
 #include "client/words/readings.h"
+#include "decode/frames/words.h"
 
 namespace Cli
 {
@@ -37,14 +37,6 @@ const std::array<IdentityText, 7> IdentityTexts{{
     {"BuildNumber", "Build number", &TesterInformation::BuildNumber},
 }};
 
-/// The shortest decimal number that stands for this float and no other.
-QString Decimal(float reading)
-{
-    std::array<char, 32> buffer{};
-    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), reading);
-    return QString::fromLatin1(buffer.data(), static_cast<int>(result.ptr - buffer.data()));
-}
-
 QByteArray Line(const QString& label, int width, const QString& text)
 {
     return (label.leftJustified(width) + QStringLiteral("  ") + text + QLatin1Char('\n')).toUtf8();
@@ -54,11 +46,8 @@ QByteArray Line(const QString& label, int width, const QString& text)
 
 Shown ShowReading(float reading)
 {
-    if (!VesmarClient::IsPresent(reading)) {
-        return {QStringLiteral("-"), QJsonValue()};
-    }
-    const QString decimal = Decimal(reading);
-    return {decimal, decimal.toDouble()};
+    const QString text = Decode::Text(reading);
+    return {text, VesmarClient::IsPresent(reading) ? text.toDouble() : QJsonValue()};
 }
 
 Shown Show(bool value)
@@ -73,17 +62,14 @@ Shown Show(int value)
 
 Shown Show(const QDateTime& value)
 {
-    if (!value.isValid()) {
-        return {QStringLiteral("no valid date"), QJsonValue()};
-    }
-    return {value.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")),
-            value.toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss"))};
+    return {Decode::Text(value),
+            value.isValid() ? value.toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss")) : QJsonValue()};
 }
 
 Shown Show(Vesmar::Error value)
 {
     Shown shown = Show<Vesmar::Error>(value);
-    shown.text += QStringLiteral(": ") + Meaning(value);
+    shown.text = Decode::Text(value);
     QJsonObject json = shown.json.toObject();
     const VesmarClient::ErrorAdvice advice = VesmarClient::Advice(value);
     json.insert(QStringLiteral("meaning"), Meaning(value));

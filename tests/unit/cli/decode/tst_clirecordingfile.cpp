@@ -7,10 +7,10 @@
 
 #include <memory>
 
-#include "unit/cli/decode/logfiles.h"
+#include "unit/decode/logfiles.h"
 
-using Cli::DecodedEvent;
 using Cli::RecordingFile;
+using Decode::Event;
 
 class TestCliRecordingFile : public QObject
 {
@@ -50,7 +50,7 @@ void TestCliRecordingFile::init()
 void TestCliRecordingFile::WritesWhatWentOverTheLine()
 {
     RecordingFile recording(Path(), QStringLiteral("From \"a\" log"));
-    for (const DecodedEvent& event :
+    for (const Event& event :
          EventsOf({"12:00:00.000 Transciever::Open", "12:00:00.100  73f44e 00f5babf[4b]",
                    "12:00:04.100  73f44e [0b] No response", "12:00:04.400  53966a 06c660[3b] ACK",
                    "12:00:04.600 ReadingBuffer: 0af73370", "12:00:04.700 ReadingBuffer: 0af7"})) {
@@ -70,7 +70,7 @@ void TestCliRecordingFile::WritesWhatWentOverTheLine()
 void TestCliRecordingFile::LeavesOutWhatCannotBePlayed()
 {
     RecordingFile recording(Path(), QString());
-    for (const DecodedEvent& event :
+    for (const Event& event :
          EventsOf({"12:00:00.000 ReadingBuffer: 0af73370", "12:00:00.100  73f44e 00f5babf[4b]",
                    "12:00:00.200  73f44e [0b] No response", "12:00:00.200 Transciever::Close"})) {
         recording.Record(event);
@@ -114,7 +114,7 @@ void TestCliRecordingFile::BoundsPauses()
     QFETCH(const QByteArray, time);
     QFETCH(const QByteArray, after);
     RecordingFile recording(Path(), QString());
-    for (const DecodedEvent& event :
+    for (const Event& event :
          EventsOf({before + "  73f44e 00f5babf[4b]", time + " ReadingBuffer: 0af73370"})) {
         recording.Record(event);
     }
@@ -125,7 +125,7 @@ void TestCliRecordingFile::BoundsPauses()
 void TestCliRecordingFile::RefusesTooManyEntries()
 {
     RecordingFile recording(Path(), QString());
-    const DecodedEvent event = EventsOf({"12:00:00.000  73f44e 00f5babf[4b]"}).first();
+    const Event event = EventsOf({"12:00:00.000  73f44e 00f5babf[4b]"}).first();
     for (int i = 0; i < 100000; ++i) {
         recording.Record(event);
     }
@@ -140,7 +140,7 @@ void TestCliRecordingFile::RefusesTooManyEntries()
 void TestCliRecordingFile::RefusesTooManyBytes()
 {
     RecordingFile recording(Path(), QString());
-    DecodedEvent event = EventsOf({"12:00:00.000  73f44e 00f5babf[4b]"}).first();
+    Event event = EventsOf({"12:00:00.000  73f44e 00f5babf[4b]"}).first();
     event.request = QByteArray(2048, 'F');
     event.answer = QByteArray(2048, 'F');
     for (int i = 0; i < 2000; ++i) {
@@ -158,7 +158,7 @@ void TestCliRecordingFile::RefusesTooManyBytes()
 void TestCliRecordingFile::RefusesALongFrame()
 {
     RecordingFile recording(Path(), QString());
-    DecodedEvent event = EventsOf({"12:00:00.000  73f44e 00f5babf[4b]"}).first();
+    Event event = EventsOf({"12:00:00.000  73f44e 00f5babf[4b]"}).first();
     event.line = 7;
     event.answer = QByteArray(2049, '\0');
     recording.Record(event);

@@ -14,8 +14,8 @@
 #include <csignal>
 #include <thread>
 
-#include "unit/cli/decode/logfiles.h"
 #include "unit/cli/verbs/verbtest.h"
+#include "unit/decode/logfiles.h"
 
 namespace
 {
@@ -33,7 +33,7 @@ QByteArray ContentOf(const QByteArray& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
 }
 
-Outcome Decode(const QByteArray& log, const std::vector<const char*>& options = {})
+Outcome RunDecode(const QByteArray& log, const std::vector<const char*>& options = {})
 {
     std::vector<const char*> arguments{"vesmar", "decode", log.constData()};
     arguments.insert(arguments.end(), options.cbegin(), options.cend());
@@ -43,7 +43,7 @@ Outcome Decode(const QByteArray& log, const std::vector<const char*>& options = 
 Outcome DecodeText(const QByteArray& text, const std::vector<const char*>& options = {})
 {
     const LogText file(text);
-    return Decode(file.Path(), options);
+    return RunDecode(file.Path(), options);
 }
 
 /// A folder for a recording.
@@ -98,7 +98,7 @@ void TestCliDecodeVerb::DecodesRealLogs_data()
 void TestCliDecodeVerb::DecodesRealLogs()
 {
     QFETCH(const QByteArray, name);
-    const Outcome outcome = Decode(DataFile(name + ".log"));
+    const Outcome outcome = RunDecode(DataFile(name + ".log"));
     QCOMPARE(outcome.errors, QByteArray());
     QCOMPARE(outcome.status, 0);
     QCOMPARE(outcome.output.split('\n'), ContentOf(DataFile(name + ".txt")).split('\n'));
@@ -127,7 +127,7 @@ void TestCliDecodeVerb::NamesTheErrorOfAFailedMeasurement_data()
 void TestCliDecodeVerb::NamesTheErrorOfAFailedMeasurement()
 {
     QFETCH(const QByteArray, summary);
-    const Outcome outcome = Decode(DataFile(QByteArray(QTest::currentDataTag()) + ".log"));
+    const Outcome outcome = RunDecode(DataFile(QByteArray(QTest::currentDataTag()) + ".log"));
     QCOMPARE(outcome.errors, QByteArray());
     QCOMPARE(outcome.status, 0);
     QVERIFY2(outcome.output.endsWith(summary + "The log is decoded.\n"), outcome.output.constData());
@@ -191,7 +191,7 @@ void TestCliDecodeVerb::ReadsTheStandardInput()
     ::close(ends[1]);
     const Redirection input(STDIN_FILENO, ends[0]);
     ::close(ends[0]);
-    const Outcome outcome = Decode("-");
+    const Outcome outcome = RunDecode("-");
     QCOMPARE(outcome.status, 0);
     QVERIFY2(outcome.output.contains("read status            Normal (0)"), outcome.output.constData());
 }
@@ -207,7 +207,7 @@ void TestCliDecodeVerb::ReadsANamedPipe()
             pipe.write(Status);
         }
     });
-    const Outcome outcome = Decode(path);
+    const Outcome outcome = RunDecode(path);
     writer.join();
     QCOMPARE(outcome.status, 0);
     QVERIFY2(outcome.output.contains("  exchanges          1\n"), outcome.output.constData());
@@ -260,7 +260,7 @@ void TestCliDecodeVerb::Complains()
     QFETCH(const QByteArray, complaint);
     const LogText file(log);
     const QByteArray path = log.startsWith('/') ? log : file.Path();
-    const Outcome outcome = Decode(path, {"--json"});
+    const Outcome outcome = RunDecode(path, {"--json"});
     QCOMPARE(outcome.status, 1);
     QVERIFY2(outcome.errors.contains(path + complaint), outcome.errors.constData());
     QCOMPARE(outcome.Result("status"), QJsonValue(1));
@@ -286,7 +286,7 @@ void TestCliDecodeVerb::NamesFilesAsTheyAre()
     QFile file(QFile::decodeName(path));
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write(Status + "cut") > 0);
     file.close();
-    const QByteArray errors = Decode(path).errors;
+    const QByteArray errors = RunDecode(path).errors;
     QVERIFY2(errors.contains("/a%1b%2c\\x0a, line 2: the line has no end"), errors.constData());
     QVERIFY2(errors.contains("/a%1b%2c\\x0a: lines that are not decoded because they are damaged: 1"),
              errors.constData());
@@ -304,7 +304,7 @@ void TestCliDecodeVerb::Records()
 {
     const Folder folder;
     const QByteArray path = folder.Path();
-    const Outcome outcome = Decode(DataFile("measurement.log"), {"--scenario", path.constData()});
+    const Outcome outcome = RunDecode(DataFile("measurement.log"), {"--scenario", path.constData()});
     QCOMPARE(outcome.errors, QByteArray());
     QCOMPARE(outcome.status, 0);
     const QJsonObject recording = QJsonDocument::fromJson(ContentOf(path)).object();
@@ -351,7 +351,7 @@ void TestCliDecodeVerb::RefusesToRecordOverTheLog()
     const QByteArray link = folder.Path();
     QCOMPARE(::symlink(path.constData(), link.constData()), 0);
     for (const QByteArray& recording : {path, link}) {
-        const Outcome outcome = Decode(path, {"--scenario", recording.constData()});
+        const Outcome outcome = RunDecode(path, {"--scenario", recording.constData()});
         QCOMPARE(outcome.status, 1);
         QVERIFY2(outcome.errors.contains("is the log itself"), outcome.errors.constData());
         QCOMPARE(ContentOf(path), Status);

@@ -1,0 +1,93 @@
+#include "decode/events/event.h"
+
+#include "client/words/printable.h"
+#include "decode/frames/requests.h"
+
+namespace Decode
+{
+
+namespace
+{
+
+QString ShortHex(const QByteArray& bytes)
+{
+    constexpr int MostBytes = 26;
+    return bytes.size() > MostBytes
+               ? Words::tr("%1... of %2 bytes").arg(Hex(bytes.left(MostBytes))).arg(bytes.size())
+               : Hex(bytes);
+}
+
+QString AnswerText(const Event& event)
+{
+    switch (event.outcome) {
+    case AnswerKind::Refusal:
+        return Words::tr("refused");
+    case AnswerKind::Damaged:
+        return Words::tr("damaged checksum: %1").arg(ShortHex(event.answer));
+    case AnswerKind::None:
+        return Words::tr("no answer");
+    case AnswerKind::Cut:
+        return Words::tr("no answer yet");
+    case AnswerKind::Data:
+    case AnswerKind::Acknowledge:
+        break;
+    }
+    return event.answerWords.text.isEmpty() ? ShortHex(event.answer) : event.answerWords.text;
+}
+
+QString AttemptText(const Event& event)
+{
+    if (event.attempt == 1) {
+        return {};
+    }
+    return event.isRepeatedByLink ? Words::tr("attempt %1 of %2: ").arg(event.attempt).arg(MostAttempts)
+                                  : Words::tr("attempt %1: ").arg(event.attempt);
+}
+
+/// The banner without the words that every state has.
+QString StateName(QString banner)
+{
+    return banner.remove(QStringLiteral("ENTERING ")).remove(QStringLiteral(" STATE"));
+}
+
+} // namespace
+
+QString TitleOf(const Event& event)
+{
+    switch (event.kind) {
+    case Event::Kind::Exchange:
+        return NameOfRequest(event.request);
+    case Event::Kind::Unasked:
+        return Words::tr("sent unasked");
+    case Event::Kind::State:
+        return VesmarClient::Printable(StateName(event.text));
+    case Event::Kind::Note:
+        break;
+    }
+    return {};
+}
+
+QStringList PiecesOf(const Event& event)
+{
+    QStringList pieces;
+    if (event.kind == Event::Kind::Exchange) {
+        if (!event.requestWords.text.isEmpty()) {
+            pieces.append(event.requestWords.text);
+        }
+        pieces.append(AttemptText(event) + AnswerText(event));
+    } else if (event.kind == Event::Kind::Note) {
+        pieces.append(VesmarClient::Printable(event.text));
+    }
+    for (const FrameWords& frame : event.frames) {
+        pieces.append(frame.text);
+    }
+    if (!event.problem.isEmpty()) {
+        if (event.kind == Event::Kind::Unasked) {
+            pieces.append(ShortHex(event.answer));
+        }
+        pieces.append(QStringLiteral("! ") + VesmarClient::Printable(event.problem));
+    }
+    return pieces;
+}
+
+} // namespace Decode
