@@ -3,6 +3,10 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <climits>
+
+#include "cli/output/wrapped.h"
+
 namespace Cli
 {
 
@@ -10,6 +14,20 @@ namespace
 {
 
 constexpr std::chrono::milliseconds LongestFlush{1000};
+
+winsize TerminalSize()
+{
+    winsize size{};
+    ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size);
+    return size;
+}
+
+/// How many lines are there; many where that is not known.
+int Height()
+{
+    const int rows = TerminalSize().ws_row;
+    return rows > 0 ? rows : INT_MAX;
+}
 
 } // namespace
 
@@ -23,14 +41,20 @@ LiveScreen::LiveScreen(bool isText)
 int LiveScreen::Width()
 {
     constexpr int Usual = 80;
-    winsize size{};
-    const bool isKnown = ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 1;
-    return (isKnown ? size.ws_col : Usual) - 1;
+    const int columns = TerminalSize().ws_col;
+    return (columns > 1 ? columns : Usual) - 1;
 }
 
-void LiveScreen::Draw(const QString& line)
+/// The cursor rests at the beginning of what is drawn: there a terminal keeps it when it becomes narrower and
+/// breaks the lines anew.
+void LiveScreen::Draw(const QString& text)
 {
-    _output.Write("\r" + line.toUtf8() + "\033[K");
+    const QStringList lines = Wrapped(text, Width()).mid(0, Height());
+    QByteArray bytes = '\r' + lines.join(QStringLiteral("\033[K\r\n")).toUtf8() + "\033[J\r";
+    if (lines.size() > 1) {
+        bytes += "\033[" + QByteArray::number(lines.size() - 1) + 'A';
+    }
+    _output.Write(bytes);
     _isDrawn = true;
 }
 
@@ -49,7 +73,7 @@ void LiveScreen::Say(const QString& text)
 void LiveScreen::Erase()
 {
     if (_isDrawn) {
-        _output.Write("\r\033[K");
+        _output.Write("\r\033[J");
         _isDrawn = false;
     }
 }

@@ -6,7 +6,8 @@ namespace Cli
 {
 
 /// The output and the error output of a verb that shows how something goes on. It never waits for a reader.
-/// On a terminal it has one live line, which is drawn over and over again.
+/// On a terminal it has a live line, which is drawn over and over again, below itself where the terminal is
+/// narrow.
 class LiveScreen : public QObject
 {
     Q_OBJECT
@@ -16,9 +17,10 @@ public:
     explicit LiveScreen(bool isText);
 
     bool HasLiveLine() const { return _hasLiveLine; }
-    /// The widest live line that does not wrap.
+    /// The widest line that fits into the terminal.
     static int Width();
-    void Draw(const QString& line);
+    /// Draws the live line, on as many lines of the terminal as it needs. See `Wrapped`.
+    void Draw(const QString& text);
 
     /// Erases the live line, and writes the lines.
     void Write(const QByteArray& lines);

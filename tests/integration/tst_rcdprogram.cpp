@@ -184,8 +184,8 @@ void TestRcdProgram::LineIsRedrawnOnATerminal()
                          command, QStringLiteral("/dev/null")});
     QCOMPARE(terminal.Finish(), 0);
     const QByteArray shown = terminal.Output();
-    VERIFY_CONTAINS(shown, "\r   0.0 s  ia-ta-1: preparing\033[K");
-    VERIFY_CONTAINS(shown, " s  ia-ta-1: running\033[K");
+    VERIFY_CONTAINS(shown, "\r   0.0 s  ia-ta-1: preparing\033[J");
+    VERIFY_CONTAINS(shown, " s  ia-ta-1: running\033[J");
     VERIFY_CONTAINS(shown, "Re                2.5\r\n");
 }
 
