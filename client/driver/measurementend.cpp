@@ -98,7 +98,11 @@ Failure FailureOf(const MeasurementSession& session, Vesmar::Error presentError)
 {
     const bool isLinkLost = session.CurrentOutcome() == SessionOutcome::LinkLost;
     if (!session.IsStopConfirmed() && session.FailureReason() != Reason::OtherFunction) {
-        return StopNotConfirmed(isLinkLost ? presentError : Vesmar::Error::NoErrors);
+        Failure failure = StopNotConfirmed(isLinkLost ? presentError : Vesmar::Error::NoErrors);
+        if (session.FailureReason() == Reason::Error) {
+            failure.code = ErrorOf(session.FirstError());
+        }
+        return failure;
     }
     if (isLinkLost) {
         return LinkLost(QT_TRANSLATE_NOOP("VesmarClient",

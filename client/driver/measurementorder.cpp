@@ -19,7 +19,7 @@ using Vesmar::HVTestSettings;
 using Vesmar::MeasurementSettings;
 using Vesmar::MeasurementType;
 using Vesmar::RCDSettings;
-using Phase = MeasurementSession::Phase;
+using SessionPhase = MeasurementSession::Phase;
 
 /// The seconds that the driver counts.
 std::optional<int> SecondsOf(const MeasurementSettings& settings)
@@ -72,23 +72,23 @@ std::unique_ptr<MeasurementSession> SessionFor(const MeasurementSettings& settin
                                                 SecondsOf(settings));
 }
 
-std::optional<milliseconds> LimitOf(Phase phase, const MeasurementLimits& limits)
+std::optional<milliseconds> LimitOf(SessionPhase phase, const MeasurementLimits& limits)
 {
     switch (phase) {
-    case Phase::Preparing:
-    case Phase::Starting:
-        return limits.prepare;
-    case Phase::Checking:
+    case SessionPhase::Preparing:
+    case SessionPhase::Starting:
+        return milliseconds(limits.asked.prepare);
+    case SessionPhase::Checking:
         return limits.check;
-    case Phase::CleaningUp:
+    case SessionPhase::CleaningUp:
         return limits.cleanUp;
-    case Phase::AwaitingIdle:
-    case Phase::Stopping:
-    case Phase::Leaving:
-        return limits.stop;
-    case Phase::AwaitingMains:
-    case Phase::Running:
-    case Phase::Ended:
+    case SessionPhase::AwaitingIdle:
+    case SessionPhase::Stopping:
+    case SessionPhase::Leaving:
+        return milliseconds(limits.asked.stop);
+    case SessionPhase::AwaitingMains:
+    case SessionPhase::Running:
+    case SessionPhase::Ended:
         break;
     }
     return std::nullopt;

@@ -8,6 +8,8 @@
 
 #include <Vesmar/rcdsettings.h>
 
+#include <VesmarClient/measurement.h>
+
 #include "client/sessions/measurementsession.h"
 
 namespace VesmarClient
@@ -15,10 +17,9 @@ namespace VesmarClient
 
 /// How long a measurement may keep one waiting.
 struct MeasurementLimits {
-    std::chrono::milliseconds prepare{10000}; ///< For preparing, and then again for starting.
-    std::chrono::milliseconds check{2000};    ///< Enough for several checks of the object under test.
-    std::chrono::milliseconds stop{15000};    ///< For stopping, and for its confirmation.
-    std::chrono::milliseconds cleanUp{5000};  ///< For a clean-up, whose end nobody reports.
+    MeasurementTimeouts asked;
+    std::chrono::milliseconds check{2000};   ///< Enough for several checks of the object under test.
+    std::chrono::milliseconds cleanUp{5000}; ///< For a clean-up, whose end nobody reports.
 };
 
 /// What is to be measured, in the driver's settings.

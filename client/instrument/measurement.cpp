@@ -33,9 +33,11 @@ bool IsGuarded(const QString& function, GuardPolicy policy)
            (policy == GuardPolicy::Dangerous && Functions::find(function).isDangerous);
 }
 
-MeasurementOrder OrderOf(const Settings& settings, GuardPolicy policy, const QElapsedTimer& time)
+MeasurementOrder OrderOf(const Settings& settings, const MeasurementTimeouts& timeouts, GuardPolicy policy,
+                         const QElapsedTimer& time)
 {
     MeasurementOrder order;
+    order.limits.asked = timeouts;
     order.isGuarded = IsGuarded(settings.function(), policy);
     order.settings = CreateDriverSettings(settings);
     order.isReMeasured = settings.value(QStringLiteral("with-ub-re")).toBool();
@@ -101,7 +103,7 @@ void Measurement::keepAlive()
     Q_EMIT _measurement->KeptAlive();
 }
 
-Measurement* Instrument::measure(const Settings& settings)
+Measurement* Instrument::measure(const Settings& settings, const MeasurementTimeouts& timeouts)
 {
     auto* const measurement = new Measurement(settings, this);
     const QVector<SettingsProblem> problems = settings.validate();
@@ -110,7 +112,7 @@ Measurement* Instrument::measure(const Settings& settings)
         return measurement;
     }
     MeasurementState& state = *measurement->_measurement;
-    auto run = std::make_unique<MeasurementRun>(OrderOf(settings, _state->guardPolicy, state.time));
+    auto run = std::make_unique<MeasurementRun>(OrderOf(settings, timeouts, _state->guardPolicy, state.time));
     state.Connect(*run);
     _state->Begin(*measurement, std::move(run));
     return measurement;

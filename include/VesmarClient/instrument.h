@@ -81,7 +81,7 @@ public:
 
     /// Measures. Settings that are not valid, a line that is not up and a job that is under way are told as a
     /// failed job, before anything is sent.
-    Measurement* measure(const Settings& settings);
+    Measurement* measure(const Settings& settings, const MeasurementTimeouts& timeouts = {});
     /// The same, for QML.
     Q_INVOKABLE VesmarClient::Measurement* measure(const QString& function, const QVariantMap& options = {});
     /// Sets the instrument's clock to these fields, whatever their time zone.

@@ -12,6 +12,12 @@ namespace VesmarClient
 
 struct MeasurementState;
 
+/// How long a measurement may keep one waiting, in milliseconds.
+struct MeasurementTimeouts {
+    int prepare = 10000; ///< For preparing, and then again for starting.
+    int stop = 15000;    ///< For stopping, and then again for its proof.
+};
+
 /// A measurement, from the instrument that is up to the proof that it has stopped. Its time is counted on the
 /// driver's thread: an application that hangs does not prolong it.
 ///
