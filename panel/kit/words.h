@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+
+#include <VesmarClient/enumerations.h>
+
+namespace Panel
+{
+
+/// What the client's values are called here, in the language of the application.
+QString words(VesmarClient::LinkState state);
+QString words(VesmarClient::Mode mode);
+QString words(VesmarClient::Phase phase);
+QString words(VesmarClient::Outcome outcome);
+
+/// "0:07", "12:30", "1:02:03".
+QString duration(qint64 milliseconds);
+
+} // namespace Panel

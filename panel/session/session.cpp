@@ -1,0 +1,99 @@
+#include "panel/session/session.h"
+
+namespace Panel
+{
+
+using VesmarClient::Failure;
+using VesmarClient::Function;
+using VesmarClient::Functions;
+using VesmarClient::Instrument;
+using VesmarClient::LinkState;
+using VesmarClient::Measurement;
+using VesmarClient::Outcome;
+using VesmarClient::Result;
+using VesmarClient::Settings;
+using VesmarClient::StopJob;
+
+Session::Session()
+{
+    connect(&_instrument, &Instrument::openFailed, this, [this](const Failure& failure) {
+        _openFailure = failure;
+        Q_EMIT openFailureChanged();
+    });
+    connect(&_instrument, &Instrument::activeFunctionChanged, this, &Session::decideDanger);
+}
+
+void Session::open()
+{
+    _openFailure = {};
+    Q_EMIT openFailureChanged();
+    _instrument.open();
+}
+
+Measurement* Session::measure(const Settings& settings)
+{
+    _record.reset(new Record);
+    _record->settings = settings;
+    _record->begun = QDateTime::currentDateTime();
+    _record->identity = _instrument.identity();
+    _record->calibrationDate = _instrument.calibrationDate();
+    _measurement = _instrument.measure(settings);
+    if (_record->function().isDangerous) {
+        _measurement->setKeepAliveInterval(KeepAliveInterval);
+    }
+    connect(_measurement, &Measurement::reading, this, &Session::keepResult);
+    connect(_measurement, &Measurement::gapsChanged, this, [this] { _record->gaps = _measurement->gaps(); });
+    connect(_measurement, &Measurement::finished, this, &Session::endRecord);
+    decideDanger();
+    Q_EMIT measurementBegan();
+    return _measurement;
+}
+
+void Session::stop()
+{
+    if (_measurement) {
+        _measurement->abort();
+    }
+}
+
+StopJob* Session::proveStop()
+{
+    StopJob* const job = _instrument.stop();
+    connect(job, &StopJob::finished, this, [this](Outcome outcome) {
+        _isStopInDoubt = _isStopInDoubt && outcome != Outcome::Completed;
+        decideDanger();
+    });
+    return job;
+}
+
+void Session::keepResult(const Result& result)
+{
+    _record->append(static_cast<double>(_measurement->elapsed()) / 1000, result);
+}
+
+void Session::endRecord()
+{
+    _record->outcome = _measurement->outcome();
+    _record->failure = _measurement->failure();
+    _record->isStopConfirmed = _measurement->isStopConfirmed();
+    _record->gaps = _measurement->gaps();
+    _isStopInDoubt = !_record->isStopConfirmed;
+    _measurement->deleteLater();
+    _measurement = nullptr;
+    _records.append(_record);
+    decideDanger();
+    Q_EMIT measurementEnded(_record);
+}
+
+void Session::decideDanger()
+{
+    const bool isLastDangerous = _record && _record->function().isDangerous;
+    const bool isActive = Functions::find(_instrument.activeFunction()).isDangerous;
+    const bool isDangerous = isActive || (isLastDangerous && (_measurement || _isStopInDoubt));
+    if (isDangerous != _isDangerous) {
+        _isDangerous = isDangerous;
+        Q_EMIT dangerChanged();
+    }
+}
+
+} // namespace Panel

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <QPointer>
+
+#include <VesmarClient/instrument.h>
+#include <VesmarClient/tracerouter.h>
+
+#include "panel/session/record.h"
+
+namespace Panel
+{
+
+/// What the pages share: the instrument, the measurement under way, and the records of all since the program
+/// was started. Every measurement of the panel begins here.
+class Session : public QObject
+{
+    Q_OBJECT
+
+public:
+    Session();
+
+    VesmarClient::Instrument& instrument() { return _instrument; }
+    VesmarClient::TraceRouter& trace() { return _trace; }
+
+    /// Why the line could not be taken; empty while it is open or being opened.
+    VesmarClient::Failure openFailure() const { return _openFailure; }
+    /// Tries to take the line, again where that has failed.
+    void open();
+
+    /// Measures, and keeps a record of it. A function with a dangerous voltage has to be kept alive every
+    /// `KeepAliveInterval`.
+    VesmarClient::Measurement* measure(const VesmarClient::Settings& settings);
+    static constexpr int KeepAliveInterval = 1000; ///< In milliseconds.
+
+    /// The measurement under way; null where there is none.
+    VesmarClient::Measurement* measurement() const { return _measurement; }
+    /// The record of the measurement under way; that of the last one where there is none.
+    RecordPointer record() const { return _record; }
+    /// Those that have ended, the latest one last.
+    const QVector<RecordPointer>& records() const { return _records; }
+
+    /// Whether a dangerous voltage is present, or may be: a function with one is under way, whoever has
+    /// started it, or the last one is not known to have stopped.
+    bool isDangerous() const { return _isDangerous; }
+    /// Whether a measurement has ended without the proof that the instrument has stopped.
+    bool isStopInDoubt() const { return _isStopInDoubt; }
+
+    /// Ends the measurement under way.
+    void stop();
+    /// Ends whatever runs at the instrument, and proves it: the way out of a stop in doubt.
+    VesmarClient::StopJob* proveStop();
+
+Q_SIGNALS:
+    void openFailureChanged();
+    void measurementBegan();
+    /// The measurement under way has ended, and its record is complete.
+    void measurementEnded(const Panel::RecordPointer& record);
+    void dangerChanged();
+
+private:
+    void keepResult(const VesmarClient::Result& result);
+    void endRecord();
+    void decideDanger();
+
+    VesmarClient::TraceRouter _trace;
+    VesmarClient::Instrument _instrument;
+    VesmarClient::Failure _openFailure;
+    QPointer<VesmarClient::Measurement> _measurement;
+    QSharedPointer<Record> _record;
+    QVector<RecordPointer> _records;
+    bool _isDangerous = false;
+    bool _isStopInDoubt = false;
+};
+
+} // namespace Panel
+
+Q_DECLARE_METATYPE(Panel::RecordPointer)

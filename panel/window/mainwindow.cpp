@@ -1,0 +1,182 @@
+#include "panel/window/mainwindow.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QShortcut>
+
+#include "panel/kit/theme.h"
+#include "panel/kit/widgets.h"
+#include "panel/kit/words.h"
+#include "panel/window/pages.h"
+
+namespace Panel
+{
+
+using VesmarClient::Instrument;
+using VesmarClient::LinkState;
+
+namespace
+{
+
+constexpr int RailWidth = 120;
+
+QHBoxLayout* createRow(QWidget* widget, int margin)
+{
+    auto* const row = new QHBoxLayout(widget);
+    row->setContentsMargins(margin, 2, 2, 2);
+    return row;
+}
+
+} // namespace
+
+MainWindow::MainWindow(Session& session) : _session(session)
+{
+    setWindowTitle(QStringLiteral("Vesmar"));
+    layOut();
+    addShortcuts();
+    const Instrument& instrument = _session.instrument();
+    connect(&instrument, &Instrument::linkStateChanged, this, &MainWindow::showLink);
+    connect(&instrument, &Instrument::linkStateChanged, this, &MainWindow::endClosing);
+    connect(&instrument, &Instrument::identityChanged, this, &MainWindow::showLink);
+    connect(&_session, &Session::openFailureChanged, this, &MainWindow::showLink);
+    connect(&_session, &Session::dangerChanged, this,
+            [this] { _banner->setVisible(_session.isDangerous()); });
+    showLink();
+    showPage(QLatin1String(pages().first().name));
+}
+
+void MainWindow::layOut()
+{
+    auto* const column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(createBar());
+    column->addWidget(createBanner());
+    auto* const row = new QHBoxLayout;
+    row->setSpacing(0);
+    row->addWidget(createRail());
+    _pages = new QStackedWidget;
+    for (const PageEntry& entry : pages()) {
+        QWidget* const page = entry.create(_session);
+        page->setObjectName(QLatin1String(entry.name));
+        _pages->addWidget(page);
+    }
+    row->addWidget(_pages, 1);
+    column->addLayout(row, 1);
+    _curtain = new Curtain(this);
+}
+
+QWidget* MainWindow::createBar()
+{
+    auto* const bar = new QWidget;
+    setLook(bar, "bar");
+    QHBoxLayout* const row = createRow(bar, 16);
+    _link = createLabel("");
+    _link->setObjectName(QStringLiteral("link"));
+    row->addWidget(_link, 1);
+    QPushButton* const theme = createButton(tr("Light / dark"), "theme", "flat");
+    connect(theme, &QPushButton::clicked, this,
+            [] { applyTheme(currentTheme() == Theme::Light ? Theme::Dark : Theme::Light); });
+    row->addWidget(theme);
+    QPushButton* const close = createButton(tr("Quit"), "close", "flat");
+    connect(close, &QPushButton::clicked, this, &QWidget::close);
+    row->addWidget(close);
+    return bar;
+}
+
+QWidget* MainWindow::createRail()
+{
+    auto* const rail = new QWidget;
+    rail->setFixedWidth(RailWidth);
+    auto* const column = new QVBoxLayout(rail);
+    column->setContentsMargins(0, 8, 0, 8);
+    column->setSpacing(2);
+    for (const PageEntry& entry : pages()) {
+        QPushButton* const button =
+            createButton(QCoreApplication::translate("Pages", entry.title), entry.name, "page");
+        button->setCheckable(true);
+        column->addWidget(button);
+        _buttons.addButton(button, _buttons.buttons().size());
+    }
+    column->addStretch();
+    connect(&_buttons, &QButtonGroup::idClicked, this, [this](int index) { _pages->setCurrentIndex(index); });
+    return rail;
+}
+
+QWidget* MainWindow::createBanner()
+{
+    _banner = new QWidget;
+    _banner->setObjectName(QStringLiteral("banner"));
+    setLook(_banner, "banner");
+    QHBoxLayout* const row = createRow(_banner, 16);
+    row->addWidget(createLabel("", tr("⚡  High voltage. Do not touch the appliance.")), 1);
+    row->addWidget(createLabel("", tr("Space bar or Esc stops.")));
+    _banner->setFixedHeight(TouchTarget);
+    _banner->hide();
+    return _banner;
+}
+
+/// F1 and so on show a page, F11 fills the screen.
+void MainWindow::addShortcuts()
+{
+    for (int i = 0; i < pages().size(); ++i) {
+        const auto* const shortcut = new QShortcut(QKeySequence(Qt::Key_F1 + i), this);
+        connect(shortcut, &QShortcut::activated, _buttons.button(i), &QAbstractButton::click);
+    }
+    const auto* const full = new QShortcut(QKeySequence(Qt::Key_F11), this);
+    connect(full, &QShortcut::activated, this,
+            [this] { setWindowState(windowState() ^ Qt::WindowFullScreen); });
+}
+
+void MainWindow::showPage(const QString& name)
+{
+    for (int i = 0; i < pages().size(); ++i) {
+        if (name == QLatin1String(pages().at(i).name)) {
+            _buttons.button(i)->click();
+        }
+    }
+}
+
+void MainWindow::showLink()
+{
+    const Instrument& instrument = _session.instrument();
+    const LinkState state = instrument.linkState();
+    QString text = QStringLiteral("●  ") + words(state);
+    if (_session.openFailure().isFailure()) {
+        text += QStringLiteral("  —  ") + _session.openFailure().whatHappened;
+    } else if (state == LinkState::Up) {
+        text += QStringLiteral("  —  %1 %2")
+                    .arg(instrument.identity().deviceName, instrument.identity().serialNumber);
+    }
+    _link->setText(text);
+    setLook(_link, state == LinkState::Up                                   ? "good"
+                   : state == LinkState::Opening                            ? ""
+                   : state == LinkState::Lost || state == LinkState::Closed ? "danger"
+                                                                            : "warning");
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    event->ignore();
+    if (_isClosing) {
+        return;
+    }
+    _isClosing = true;
+    _curtain->show("title", tr("Closing"),
+                   tr("Whatever is under way is being ended. The window closes when the instrument is "
+                      "confirmed to have stopped."));
+    if (_session.instrument().linkState() == LinkState::Closed) {
+        endClosing();
+    } else {
+        _session.instrument().close();
+    }
+}
+
+void MainWindow::endClosing()
+{
+    if (_isClosing && _session.instrument().linkState() == LinkState::Closed) {
+        QCoreApplication::quit();
+    }
+}
+
+} // namespace Panel

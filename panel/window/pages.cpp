@@ -1,0 +1,27 @@
+#include "panel/window/pages.h"
+
+#include "panel/connection/connectionpage.h"
+
+namespace Panel
+{
+
+namespace
+{
+
+template <typename Page>
+QWidget* create(Session& session)
+{
+    return new Page(session);
+}
+
+} // namespace
+
+const QVector<PageEntry>& pages()
+{
+    static const QVector<PageEntry> all{
+        {"connection", QT_TRANSLATE_NOOP("Pages", "Connection"), create<ConnectionPage>},
+    };
+    return all;
+}
+
+} // namespace Panel
