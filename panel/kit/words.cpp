@@ -1,6 +1,9 @@
 #include "panel/kit/words.h"
 
+#include <cmath>
+
 #include <QCoreApplication>
+#include <QLocale>
 
 namespace Panel
 {
@@ -111,6 +114,20 @@ QString words(Outcome outcome)
         return Words::tr("Completed with gaps");
     }
     return {};
+}
+
+QString shownValue(double value, const QString& unit, int decimals)
+{
+    if (std::isnan(value)) {
+        return QStringLiteral("–");
+    }
+    constexpr int Digits = 4;
+    const int before = value == 0 ? 1 : static_cast<int>(std::floor(std::log10(std::abs(value)))) + 1;
+    const int behind = decimals >= 0 ? decimals : qBound(0, Digits - before, Digits - 1);
+    QLocale locale;
+    locale.setNumberOptions(QLocale::OmitGroupSeparator);
+    const QString number = locale.toString(value, 'f', behind);
+    return unit.isEmpty() ? number : number + QChar(QChar::Nbsp) + unit;
 }
 
 QString duration(qint64 milliseconds)

@@ -10,6 +10,7 @@ using VesmarClient::Instrument;
 using VesmarClient::LinkState;
 using VesmarClient::Measurement;
 using VesmarClient::Outcome;
+using VesmarClient::Phase;
 using VesmarClient::Result;
 using VesmarClient::Settings;
 using VesmarClient::StopJob;
@@ -44,9 +45,19 @@ Measurement* Session::measure(const Settings& settings)
     connect(_measurement, &Measurement::reading, this, &Session::keepResult);
     connect(_measurement, &Measurement::gapsChanged, this, [this] { _record->gaps = _measurement->gaps(); });
     connect(_measurement, &Measurement::finished, this, &Session::endRecord);
+    _hasBegun = false;
+    connect(_measurement, &Measurement::phaseChanged, this,
+            [this](Phase phase) { _hasBegun = _hasBegun || phase != Phase::Finished; });
     decideDanger();
     Q_EMIT measurementBegan();
     return _measurement;
+}
+
+void Session::keepAlive()
+{
+    if (_measurement) {
+        _measurement->keepAlive();
+    }
 }
 
 void Session::stop()
@@ -59,16 +70,14 @@ void Session::stop()
 StopJob* Session::proveStop()
 {
     StopJob* const job = _instrument.stop();
-    connect(job, &StopJob::finished, this, [this](Outcome outcome) {
-        _isStopInDoubt = _isStopInDoubt && outcome != Outcome::Completed;
-        decideDanger();
-    });
+    connect(job, &StopJob::finished, this,
+            [this](Outcome outcome) { setStopInDoubt(_isStopInDoubt && outcome != Outcome::Completed); });
     return job;
 }
 
 void Session::keepResult(const Result& result)
 {
-    _record->append(static_cast<double>(_measurement->elapsed()) / 1000, result);
+    _record->append(static_cast<double>(_record->begun.msecsTo(result.when())) / 1000, result);
 }
 
 void Session::endRecord()
@@ -77,12 +86,18 @@ void Session::endRecord()
     _record->failure = _measurement->failure();
     _record->isStopConfirmed = _measurement->isStopConfirmed();
     _record->gaps = _measurement->gaps();
-    _isStopInDoubt = !_record->isStopConfirmed;
     _measurement->deleteLater();
     _measurement = nullptr;
     _records.append(_record);
-    decideDanger();
+    setStopInDoubt(_hasBegun && !_record->isStopConfirmed);
     Q_EMIT measurementEnded(_record);
+}
+
+void Session::setStopInDoubt(bool isInDoubt)
+{
+    _isStopInDoubt = isInDoubt;
+    decideDanger();
+    Q_EMIT stopDoubtChanged();
 }
 
 void Session::decideDanger()

@@ -45,6 +45,8 @@ public:
     /// Whether a measurement has ended without the proof that the instrument has stopped.
     bool isStopInDoubt() const { return _isStopInDoubt; }
 
+    /// Says that whoever measures with a dangerous voltage is still there.
+    void keepAlive();
     /// Ends the measurement under way.
     void stop();
     /// Ends whatever runs at the instrument, and proves it: the way out of a stop in doubt.
@@ -56,11 +58,13 @@ Q_SIGNALS:
     /// The measurement under way has ended, and its record is complete.
     void measurementEnded(const Panel::RecordPointer& record);
     void dangerChanged();
+    void stopDoubtChanged();
 
 private:
     void keepResult(const VesmarClient::Result& result);
     void endRecord();
     void decideDanger();
+    void setStopInDoubt(bool isInDoubt);
 
     VesmarClient::TraceRouter _trace;
     VesmarClient::Instrument _instrument;
@@ -70,6 +74,7 @@ private:
     QVector<RecordPointer> _records;
     bool _isDangerous = false;
     bool _isStopInDoubt = false;
+    bool _hasBegun = false; // whether anything was sent for the measurement
 };
 
 } // namespace Panel

@@ -29,14 +29,13 @@ QHBoxLayout* createRow(QWidget* widget, int margin)
 
 } // namespace
 
-MainWindow::MainWindow(Session& session) : _session(session)
+MainWindow::MainWindow(Session& session) : _session(session), _stopKeys(session)
 {
     setWindowTitle(QStringLiteral("Vesmar"));
     layOut();
     addShortcuts();
     const Instrument& instrument = _session.instrument();
     connect(&instrument, &Instrument::linkStateChanged, this, &MainWindow::showLink);
-    connect(&instrument, &Instrument::linkStateChanged, this, &MainWindow::endClosing);
     connect(&instrument, &Instrument::identityChanged, this, &MainWindow::showLink);
     connect(&_session, &Session::openFailureChanged, this, &MainWindow::showLink);
     connect(&_session, &Session::dangerChanged, this,
@@ -63,7 +62,9 @@ void MainWindow::layOut()
     }
     row->addWidget(_pages, 1);
     column->addLayout(row, 1);
-    _curtain = new Curtain(this);
+    auto* const curtain = new Curtain(this);
+    _closing = std::make_unique<Closing>(_session, *curtain);
+    connect(_closing.get(), &Closing::done, this, &QWidget::close);
 }
 
 QWidget* MainWindow::createBar()
@@ -157,26 +158,8 @@ void MainWindow::showLink()
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    event->ignore();
-    if (_isClosing) {
-        return;
-    }
-    _isClosing = true;
-    _curtain->show("title", tr("Closing"),
-                   tr("Whatever is under way is being ended. The window closes when the instrument is "
-                      "confirmed to have stopped."));
-    if (_session.instrument().linkState() == LinkState::Closed) {
-        endClosing();
-    } else {
-        _session.instrument().close();
-    }
-}
-
-void MainWindow::endClosing()
-{
-    if (_isClosing && _session.instrument().linkState() == LinkState::Closed) {
-        QCoreApplication::quit();
-    }
+    event->setAccepted(_closing->isDone());
+    _closing->begin();
 }
 
 } // namespace Panel

@@ -1,11 +1,14 @@
 #pragma once
 
+#include <memory>
+
 #include <QButtonGroup>
 #include <QStackedWidget>
 #include <QWidget>
 
 #include "panel/session/session.h"
-#include "panel/window/curtain.h"
+#include "panel/window/closing.h"
+#include "panel/window/stopkeys.h"
 
 namespace Panel
 {
@@ -38,15 +41,14 @@ private:
     QWidget* createBanner();
     void addShortcuts();
     void showLink();
-    void endClosing();
 
     Session& _session;
     QButtonGroup _buttons; // one for each page
     QStackedWidget* _pages = nullptr;
     QLabel* _link = nullptr;
     QWidget* _banner = nullptr;
-    Curtain* _curtain = nullptr;
-    bool _isClosing = false;
+    std::unique_ptr<Closing> _closing;
+    StopKeys _stopKeys;
 };
 
 } // namespace Panel

@@ -1,6 +1,7 @@
 #include "panel/window/pages.h"
 
 #include "panel/connection/connectionpage.h"
+#include "panel/measure/measurepage.h"
 
 namespace Panel
 {
@@ -20,6 +21,7 @@ const QVector<PageEntry>& pages()
 {
     static const QVector<PageEntry> all{
         {"connection", QT_TRANSLATE_NOOP("Pages", "Connection"), create<ConnectionPage>},
+        {"measure", QT_TRANSLATE_NOOP("Pages", "Measure"), create<MeasurePage>},
     };
     return all;
 }

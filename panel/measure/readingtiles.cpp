@@ -1,0 +1,68 @@
+#include "panel/measure/readingtiles.h"
+
+#include "panel/kit/theme.h"
+#include "panel/kit/widgets.h"
+#include "panel/kit/words.h"
+
+namespace Panel
+{
+
+using VesmarClient::FunctionInfo;
+using VesmarClient::Reading;
+using VesmarClient::ReadingInfo;
+using VesmarClient::Result;
+
+namespace
+{
+
+constexpr int MostOfLargeOnes = 3;
+
+}
+
+ReadingTiles::ReadingTiles(const FunctionInfo& function) : _function(function)
+{
+    auto* const column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(6);
+    for (int i = 0; i < function.readings.size(); ++i) {
+        column->addWidget(createTile(i));
+    }
+    show({});
+}
+
+QWidget* ReadingTiles::createTile(int number)
+{
+    const ReadingInfo& reading = _function.readings.at(number);
+    const bool isLarge = _function.readings.size() <= MostOfLargeOnes;
+    QPushButton* const tile = createButton({}, "reading", "tile");
+    tile->setObjectName(QStringLiteral("reading-") + reading.identifier);
+    tile->setAccessibleName(reading.title);
+    tile->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    tile->setMinimumHeight(TouchTarget);
+    tile->setMaximumHeight(140);
+    auto* const lines = new QBoxLayout(isLarge ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight, tile);
+    lines->setContentsMargins(10, 2, 10, 2);
+    QLabel* const value = createLabel(isLarge ? "largeReading" : "reading");
+    value->setObjectName(QStringLiteral("value-") + reading.identifier);
+    value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    for (QLabel* const label : {createLabel("muted", reading.title), value}) {
+        label->setAttribute(Qt::WA_TransparentForMouseEvents);
+        lines->addWidget(label);
+    }
+    lines->setStretchFactor(value, 1);
+    _values.append(value);
+    connect(tile, &QPushButton::clicked, this, [this, number] { Q_EMIT chosen(number); });
+    return tile;
+}
+
+void ReadingTiles::show(const Result& result)
+{
+    for (int i = 0; i < _values.size(); ++i) {
+        const ReadingInfo& info = _function.readings.at(i);
+        const Reading reading = result.reading(info.identifier);
+        const double value = reading.isPresent ? reading.value : qQNaN();
+        _values.at(i)->setText(shownValue(value, info.unit, info.decimals));
+    }
+}
+
+} // namespace Panel

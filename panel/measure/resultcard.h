@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QFrame>
+
+#include "panel/kit/failurecard.h"
+#include "panel/session/session.h"
+
+class QPushButton;
+
+namespace Panel
+{
+
+/// How a measurement has ended: the outcome, whether the instrument is confirmed to have stopped, and what to
+/// do where it is not.
+class ResultCard : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit ResultCard(Session& session);
+
+    void show(const RecordPointer& record);
+
+private:
+    void showStop();
+    void stopAgain();
+
+    Session& _session;
+    RecordPointer _record;
+    QLabel* _outcome;
+    QLabel* _stop;
+    QPushButton* _again;
+    FailureCard _failure;
+};
+
+} // namespace Panel
