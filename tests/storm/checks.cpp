@@ -39,21 +39,6 @@ void ReadBanner(QtMsgType /*type*/, const QMessageLogContext& /*context*/, const
     }
 }
 
-/// The state that runs the RCD test that a payload prepares; empty for other functions.
-QByteArray RunOf(const QByteArray& payload)
-{
-    constexpr int CleanUp = 3;
-    const int test = static_cast<unsigned char>(payload.at(3)) >> 6;
-    switch (payload.at(0)) {
-    case 10:
-        return test == 0 ? "RCD UbRe MEASUREMENT" : "RCD IaTa MEASUREMENT";
-    case 11:
-        return test == CleanUp ? "RCD IEC CleanUp" : "RCD IEC IaTa MEASUREMENT";
-    default:
-        return QByteArray();
-    }
-}
-
 bool IsRcdRun(const QByteArray& state)
 {
     return state.startsWith("RCD ") && state != "RCD MONITORING" && state != "RCD MEASUREMENT MODE";
@@ -112,36 +97,26 @@ void Checks::Entered()
     const QByteArray state = CurrentState();
     if (state == "COMMUNICATION RECOVERY" || state == "INITIALIZATION") {
         RevokeStarts();
-        _runsAsked.clear();
         _isAbortPending = false;
     } else if (IsRcdRun(state)) {
-        EnteredRun(state);
+        EnteredRun();
     } else if (state == "MEASUREMENT MODE" || state == "RCD MONITORING") {
         _isAbortPending = false;
     }
 }
 
-/// The machine reads the request before the settings: those from before the request never run.
-void Checks::EnteredRun(const QByteArray& run)
+void Checks::EnteredRun()
 {
-    if (_runsAsked.count(run) == 0) {
-        Report("a test of other settings than those that were started");
-    }
     const Nanoseconds now = VirtualTime::Now();
     if (now - _startsRevoked <= UntilEntered || SerialLine::Get().LastStall() >= _startsRevoked) {
         // The abort came once the test was decided upon, and found settings of another function
         // (docs/oddities.md).
         _startsAllowed = TransmissionsOfStart;
     }
-    _runsAsked.clear();
 }
 
 void Checks::Prepared(const QByteArray& payload)
 {
-    _run = RunOf(payload);
-    if (!_runsAsked.empty()) {
-        _runsAsked.insert(_run);
-    }
     // A preparation that is asked for during an RCD test may be forgotten (docs/oddities.md).
     _payload = CurrentState().startsWith("RCD ") ? QByteArray() : payload;
     _prepared = VirtualTime::Now();
@@ -149,7 +124,6 @@ void Checks::Prepared(const QByteArray& payload)
 
 void Checks::StartRequested()
 {
-    _runsAsked.insert(_run);
     // The start before it may still be repeated.
     _startsAllowed = std::min(_startsAllowed + TransmissionsOfStart, 2 * TransmissionsOfStart);
     _isAbortPending = false;

@@ -3,7 +3,6 @@
 #include <deque>
 #include <functional>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -56,7 +55,7 @@ public:
 
 private:
     void RevokeStarts();
-    void EnteredRun(const QByteArray& run);
+    void EnteredRun();
     void CheckStart(Nanoseconds now);
     void CheckPayload();
     void CheckMemory();
@@ -74,7 +73,5 @@ private:
     Nanoseconds _preparingPolled{0}; ///< The last request of a state that prepares.
     QByteArray _payload;
     Nanoseconds _prepared{0};
-    QByteArray _run;                 ///< The state that runs the RCD test of the settings; empty for others.
-    std::set<QByteArray> _runsAsked; ///< Those of the settings that there were since a start was asked for.
     std::optional<Nanoseconds> _abortDeadline;
 };
