@@ -10,6 +10,7 @@ FailureCard::FailureCard()
 {
     setLook(this, "card");
     setObjectName(QStringLiteral("failure"));
+    _whatHappened->setObjectName(QStringLiteral("whatHappened"));
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(12, 8, 12, 8);
     for (QLabel* const label : {_whatHappened, _causes, _nextStep}) {

@@ -8,7 +8,6 @@
 namespace Panel
 {
 
-using VesmarClient::LinkState;
 using VesmarClient::Mode;
 using VesmarClient::Outcome;
 using VesmarClient::Phase;
@@ -21,25 +20,6 @@ struct Words {
 };
 
 } // namespace
-
-QString words(LinkState state)
-{
-    switch (state) {
-    case LinkState::Closed:
-        return Words::tr("Not connected");
-    case LinkState::Opening:
-        return Words::tr("Connecting …");
-    case LinkState::Up:
-        return Words::tr("Connected");
-    case LinkState::Interrupted:
-        return Words::tr("Interrupted");
-    case LinkState::Lost:
-        return Words::tr("Connection lost");
-    case LinkState::UpdateMode:
-        return Words::tr("Waits for firmware");
-    }
-    return {};
-}
 
 QString words(Mode mode)
 {

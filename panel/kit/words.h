@@ -8,7 +8,6 @@ namespace Panel
 {
 
 /// What the client's values are called here, in the language of the application.
-QString words(VesmarClient::LinkState state);
 QString words(VesmarClient::Mode mode);
 QString words(VesmarClient::Phase phase);
 QString words(VesmarClient::Outcome outcome);

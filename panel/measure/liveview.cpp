@@ -5,10 +5,23 @@
 namespace Panel
 {
 
+namespace
+{
+
+constexpr int MostOfLargeReadings = 3;
+
+ReadingTiles::Size sizeFor(const VesmarClient::FunctionInfo& function)
+{
+    return function.readings.size() > MostOfLargeReadings ? ReadingTiles::Size::Small
+                                                          : ReadingTiles::Size::Large;
+}
+
+} // namespace
+
 using VesmarClient::FunctionInfo;
 using VesmarClient::FunctionKind;
 
-LiveView::LiveView(const FunctionInfo& function) : _readings(function)
+LiveView::LiveView(const FunctionInfo& function) : _readings(function, sizeFor(function))
 {
     const bool isPlotted =
         function.kind == FunctionKind::Continuous || function.kind == FunctionKind::HighVoltage;

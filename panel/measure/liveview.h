@@ -2,8 +2,8 @@
 
 #include <QWidget>
 
-#include "panel/measure/readingtiles.h"
 #include "panel/plot/readingplot.h"
+#include "panel/plot/readingtiles.h"
 
 namespace Panel
 {

@@ -15,20 +15,45 @@ using VesmarClient::Result;
 using VesmarClient::Settings;
 using VesmarClient::StopJob;
 
+namespace
+{
+
+constexpr int TimeBetweenTries = 3000; ///< In milliseconds.
+
+}
+
 Session::Session()
 {
-    connect(&_instrument, &Instrument::openFailed, this, [this](const Failure& failure) {
-        _openFailure = failure;
-        Q_EMIT openFailureChanged();
+    _nextTry.setInterval(TimeBetweenTries);
+    connect(&_nextTry, &QTimer::timeout, &_instrument, &Instrument::open);
+    connect(&_instrument, &Instrument::openFailed, this, &Session::setOpenFailure);
+    connect(&_instrument, &Instrument::linkStateChanged, this, [this](LinkState state) {
+        if (state != LinkState::Closed) {
+            _nextTry.stop();
+            setOpenFailure({});
+        }
     });
     connect(&_instrument, &Instrument::activeFunctionChanged, this, &Session::decideDanger);
 }
 
 void Session::open()
 {
-    _openFailure = {};
-    Q_EMIT openFailureChanged();
+    _nextTry.start();
     _instrument.open();
+}
+
+void Session::close()
+{
+    _nextTry.stop();
+    _instrument.close();
+}
+
+void Session::setOpenFailure(const Failure& failure)
+{
+    if (failure != _openFailure) {
+        _openFailure = failure;
+        Q_EMIT openFailureChanged();
+    }
 }
 
 Measurement* Session::measure(const Settings& settings)

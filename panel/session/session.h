@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPointer>
+#include <QTimer>
 
 #include <VesmarClient/instrument.h>
 #include <VesmarClient/tracerouter.h>
@@ -24,8 +25,10 @@ public:
 
     /// Why the line could not be taken; empty while it is open or being opened.
     VesmarClient::Failure openFailure() const { return _openFailure; }
-    /// Tries to take the line, again where that has failed.
+    /// Takes the line, and tries again every few seconds where that has failed.
     void open();
+    /// Gives the line back; see `Instrument::close`.
+    void close();
 
     /// Measures, and keeps a record of it. A function with a dangerous voltage has to be kept alive every
     /// `KeepAliveInterval`.
@@ -61,6 +64,7 @@ Q_SIGNALS:
     void stopDoubtChanged();
 
 private:
+    void setOpenFailure(const VesmarClient::Failure& failure);
     void keepResult(const VesmarClient::Result& result);
     void endRecord();
     void decideDanger();
@@ -69,6 +73,7 @@ private:
     VesmarClient::TraceRouter _trace;
     VesmarClient::Instrument _instrument;
     VesmarClient::Failure _openFailure;
+    QTimer _nextTry;
     QPointer<VesmarClient::Measurement> _measurement;
     QSharedPointer<Record> _record;
     QVector<RecordPointer> _records;

@@ -32,7 +32,7 @@ void Closing::goOn()
             return;
         }
         _step = Step::GivingBack;
-        _session.instrument().close();
+        _session.close();
     }
     if (_step == Step::GivingBack && _session.instrument().linkState() == LinkState::Closed) {
         _step = Step::Done;
@@ -64,7 +64,7 @@ void Closing::receiveAnswer(int answer)
         return;
     }
     _step = Step::GivingBack;
-    _session.instrument().close();
+    _session.close();
     goOn();
 }
 

@@ -6,14 +6,13 @@
 
 #include "panel/kit/theme.h"
 #include "panel/kit/widgets.h"
-#include "panel/kit/words.h"
+#include "panel/session/linklook.h"
 #include "panel/window/pages.h"
 
 namespace Panel
 {
 
 using VesmarClient::Instrument;
-using VesmarClient::LinkState;
 
 namespace
 {
@@ -140,20 +139,14 @@ void MainWindow::showPage(const QString& name)
 
 void MainWindow::showLink()
 {
-    const Instrument& instrument = _session.instrument();
-    const LinkState state = instrument.linkState();
-    QString text = QStringLiteral("●  ") + words(state);
-    if (_session.openFailure().isFailure()) {
-        text += QStringLiteral("  —  ") + _session.openFailure().whatHappened;
-    } else if (state == LinkState::Up) {
-        text += QStringLiteral("  —  %1 %2")
-                    .arg(instrument.identity().deviceName, instrument.identity().serialNumber);
+    const VesmarClient::Identity identity = _session.instrument().identity();
+    const LinkLook look = linkLook(_session);
+    QString text = QStringLiteral("●  ") + look.words;
+    if (!identity.serialNumber.isEmpty()) {
+        text += QStringLiteral("   %1 %2").arg(identity.deviceName, identity.serialNumber);
     }
     _link->setText(text);
-    setLook(_link, state == LinkState::Up                                   ? "good"
-                   : state == LinkState::Opening                            ? ""
-                   : state == LinkState::Lost || state == LinkState::Closed ? "danger"
-                                                                            : "warning");
+    setLook(_link, look.look);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)

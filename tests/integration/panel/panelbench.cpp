@@ -19,17 +19,22 @@ PanelBench::PanelBench(const QStringList& simulator, const QSize& size)
 
 PanelBench::~PanelBench()
 {
-    session.instrument().close();
+    session.close();
     AWAIT_EQUAL(session.instrument().linkState(), LinkState::Closed);
     Execute("quit");
     _simulator.waitForFinished();
 }
 
-void PanelBench::Connect()
+void PanelBench::Show()
 {
     window.show();
     window.activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(&window, Patience));
+}
+
+void PanelBench::Connect()
+{
+    Show();
     session.open();
     AWAIT_EQUAL(session.instrument().linkState(), LinkState::Up);
 }

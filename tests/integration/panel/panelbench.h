@@ -14,6 +14,7 @@ public:
     explicit PanelBench(const QStringList& simulator = {}, const QSize& size = Panel::MainWindow::Smallest);
     ~PanelBench();
 
+    void Show();
     /// Shows the window, opens the line, and waits until the link is up.
     void Connect();
     /// Has the simulator carry out a command, such as "unplug".

@@ -15,7 +15,9 @@ class ReadingTiles : public QWidget
     Q_OBJECT
 
 public:
-    explicit ReadingTiles(const VesmarClient::FunctionInfo& function);
+    enum class Size { Small, Large };
+
+    ReadingTiles(const VesmarClient::FunctionInfo& function, Size size);
 
     void show(const VesmarClient::Result& result);
 
@@ -23,7 +25,7 @@ Q_SIGNALS:
     void chosen(int reading);
 
 private:
-    QWidget* createTile(int number);
+    QWidget* createTile(int number, Size size);
 
     VesmarClient::FunctionInfo _function;
     QVector<QLabel*> _values;

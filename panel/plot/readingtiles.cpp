@@ -1,4 +1,4 @@
-#include "panel/measure/readingtiles.h"
+#include "panel/plot/readingtiles.h"
 
 #include "panel/kit/theme.h"
 #include "panel/kit/widgets.h"
@@ -12,28 +12,21 @@ using VesmarClient::Reading;
 using VesmarClient::ReadingInfo;
 using VesmarClient::Result;
 
-namespace
-{
-
-constexpr int MostOfLargeOnes = 3;
-
-}
-
-ReadingTiles::ReadingTiles(const FunctionInfo& function) : _function(function)
+ReadingTiles::ReadingTiles(const FunctionInfo& function, Size size) : _function(function)
 {
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(6);
     for (int i = 0; i < function.readings.size(); ++i) {
-        column->addWidget(createTile(i));
+        column->addWidget(createTile(i, size));
     }
     show({});
 }
 
-QWidget* ReadingTiles::createTile(int number)
+QWidget* ReadingTiles::createTile(int number, Size size)
 {
     const ReadingInfo& reading = _function.readings.at(number);
-    const bool isLarge = _function.readings.size() <= MostOfLargeOnes;
+    const bool isLarge = size == Size::Large;
     QPushButton* const tile = createButton({}, "reading", "tile");
     tile->setObjectName(QStringLiteral("reading-") + reading.identifier);
     tile->setAccessibleName(reading.title);
