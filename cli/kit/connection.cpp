@@ -20,7 +20,7 @@ Connection::Connection(const LinkOptions& options)
 {
     _timeLimit.setSingleShot(true);
     _timeLimit.setTimerType(Qt::PreciseTimer);
-    connect(&_timeLimit, &QTimer::timeout, this, &Connection::FailToComeUp);
+    connect(&_timeLimit, &QTimer::timeout, this, &Connection::EndTimeLimit);
     connect(&_signalWatcher, &SignalWatcher::Received, this, &Connection::Interrupted);
     connect(&_instrument, &VesmarClient::Instrument::openFailed, this, &Connection::FailToOpen);
     connect(&_instrument, &VesmarClient::Instrument::linkStateChanged, this, &Connection::ReceiveLinkState);
@@ -97,9 +97,29 @@ void Connection::Fail(int exitStatus, const Failure& failure)
     Finish({exitStatus, failure.outcome, failure.message, failure.kind, failure.error});
 }
 
+void Connection::Fail(const VesmarClient::Job& job)
+{
+    const bool isLinkLost = job.outcome() == VesmarClient::Outcome::LinkLost ||
+                            job.failure().name == QLatin1String("not-connected");
+    if (isLinkLost) {
+        Fail(ExitStatus::LinkLost, LinkLost(job.failure()));
+    } else {
+        Fail(ExitStatus::Failed, FailureOf(job.failure()));
+    }
+}
+
 void Connection::FailToOpen(const VesmarClient::Failure& failure)
 {
     Fail(ExitStatus::NoLink, FailureOf(failure));
+}
+
+void Connection::EndTimeLimit()
+{
+    if (_isSilenceTolerated) {
+        Q_EMIT TimeOver();
+    } else {
+        FailToComeUp();
+    }
 }
 
 void Connection::FailToComeUp()

@@ -33,6 +33,8 @@ public:
 
     /// An instrument in update mode is no failure for the verb, which connects `UpdateModeFound`.
     void AcceptUpdateMode() { _isUpdateModeAccepted = true; }
+    /// Lets a link that does not come up in time count as no failure: `TimeOver` is emitted instead.
+    void TolerateSilence() { _isSilenceTolerated = true; }
     /// Whether the link has been up, or in update mode, at least once.
     bool HasBeenUp() const { return _hasBeenUp; }
     /// Whether the end has been shown, or is left to the verb. A change that was on its way may still arrive.
@@ -50,6 +52,8 @@ public:
     void EndWork(int exitStatus);
     /// Says what went wrong, and ends the work.
     void Fail(int exitStatus, const Failure& failure);
+    /// The same for a job that has not been completed.
+    void Fail(const VesmarClient::Job& job);
 
 Q_SIGNALS:
     /// The link has come up for the first time: the instrument's identity and both clocks have been read.
@@ -57,12 +61,15 @@ Q_SIGNALS:
     /// The instrument's identity has been read for the first time, in update mode, where its clocks cannot be
     /// read. Unless the verb accepts that, the work then fails.
     void UpdateModeFound();
+    /// The link did not come up in time, which the verb tolerates.
+    void TimeOver();
     /// Somebody wants the program to end. The verb has to finish.
     void Interrupted(int signalNumber);
 
 private:
     void ReceiveLinkState(VesmarClient::LinkState state);
     void FailToOpen(const VesmarClient::Failure& failure);
+    void EndTimeLimit();
     void FailToComeUp();
 
     LinkOptions _options;
@@ -71,6 +78,7 @@ private:
     QTimer _timeLimit;
     VesmarClient::Instrument _instrument;
     bool _isUpdateModeAccepted = false;
+    bool _isSilenceTolerated = false;
     bool _hasBeenUp = false;
     bool _isFinished = false;
 };

@@ -142,8 +142,13 @@ Failure LinkNotUp(const Situation& situation, std::chrono::milliseconds waited)
 
 Failure FailureOf(const VesmarClient::Failure& failure)
 {
-    const Failure plain{failure.name, failure.whatHappened + QLatin1Char(' ') + failure.nextStep};
-    return failure.name == DeviceMissing().kind ? DeviceMissing() : plain;
+    for (const Failure& known : {DeviceMissing(), InUpdateMode()}) {
+        if (known.kind == failure.name) {
+            return known;
+        }
+    }
+    return {failure.name, failure.whatHappened + QLatin1Char(' ') + failure.nextStep,
+            static_cast<Error>(failure.code)};
 }
 
 Failure InUpdateMode()
@@ -153,6 +158,14 @@ Failure InUpdateMode()
                            "vesmar update IMAGE --confirmation FILE.")
                 .arg(static_cast<int>(Vesmar::OperationMode::Update)),
             Error::NoErrors, Ending::Outcome::UpdateMode};
+}
+
+Failure LinkLost(const VesmarClient::Failure& failure)
+{
+    Failure lost = FailureOf(failure);
+    lost.kind = QStringLiteral("link-lost");
+    lost.outcome = Ending::Outcome::LinkLost;
+    return lost;
 }
 
 Failure LinkLost(const QString& notDone, Error error)

@@ -28,6 +28,9 @@ Failure LinkNotUp(const VesmarClient::Situation& situation, std::chrono::millise
 /// A failure that the client tells.
 Failure FailureOf(const VesmarClient::Failure& failure);
 
+/// The link was lost in the middle of something, as the client tells it.
+Failure LinkLost(const VesmarClient::Failure& failure);
+
 /// The instrument answers, in the mode in which it only waits for firmware.
 Failure InUpdateMode();
 

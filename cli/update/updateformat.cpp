@@ -3,9 +3,8 @@
 #include <array>
 
 #include "cli/words/exitstatus.h"
-#include "cli/words/format.h"
-#include "client/line/diagnosis.h"
-#include "client/words/named.h"
+#include "cli/words/text.h"
+#include "cli/words/values.h"
 
 namespace Cli
 {
@@ -13,10 +12,8 @@ namespace Cli
 namespace
 {
 
-using VesmarClient::UpdateSession;
-using Outcome = UpdateSession::Outcome;
-using Phase = UpdateSession::Phase;
-using Vesmar::Error;
+using VesmarClient::Error;
+using VesmarClient::Phase;
 
 constexpr int AllOfIt = 100;
 
@@ -24,133 +21,105 @@ constexpr int AllOfIt = 100;
 qint64 SecondsLeft(const UpdateProgress& progress)
 {
     constexpr qint64 Second = 1000;
-    if (progress.percent == 0) {
-        return -1;
-    }
-    const qint64 left = progress.elapsed.count() * (AllOfIt - progress.percent) / progress.percent;
-    return (left + Second - 1) / Second;
+    return progress.left < 0 ? -1 : (progress.left + Second - 1) / Second;
 }
 
 QString Percent(const UpdateProgress& progress)
 {
     constexpr int Width = 3;
-    return QString::number(progress.percent).rightJustified(Width) + QStringLiteral(" %");
+    return QString::number(progress.Percent()).rightJustified(Width) + QStringLiteral(" %");
 }
 
 QString Rest(const UpdateProgress& progress)
 {
-    QString text = QStringLiteral("  %1 of %2 sectors").arg(progress.confirmed).arg(progress.sectors);
-    if (const qint64 left = SecondsLeft(progress); left >= 0) {
-        text += QStringLiteral(", %1 s left").arg(left);
-    }
-    return text;
+    const QString sectors = QStringLiteral("  ") +
+                            Text::tr("%1 of %2 sectors")
+                                .arg(QString::number(progress.confirmed), QString::number(progress.sectors));
+    const qint64 left = SecondsLeft(progress);
+    return left < 0 ? sectors : sectors + QStringLiteral(", ") + Text::tr("%1 s left").arg(left);
 }
 
-/// How an update ends with this outcome.
+/// How an update ends that has been told with this failure.
 struct KnownEnding {
-    Outcome value;
+    const char* failure;
     Ending::Outcome outcome;
     int status;
-    const char* reason;
-    const char* message; ///< Empty where it depends on the course of the update.
+    const char* message;
 };
 
-constexpr std::array<KnownEnding, 7> Endings{{
-    {Outcome::Updated, Ending::Outcome::Done, ExitStatus::Done, "",
-     "Firmware update done. The instrument is back in its normal mode."},
-    {Outcome::Failed, Ending::Outcome::Failed, ExitStatus::Failed, "", ""},
-    {Outcome::ModeNotChanged, Ending::Outcome::Failed, ExitStatus::Failed, "mode-not-changed",
-     "Firmware update failed: the instrument did not change to update mode in time. Nothing was sent; run "
-     "the same command again."},
-    {Outcome::StaysInUpdateMode, Ending::Outcome::UpdateMode, ExitStatus::Failed, "update-mode",
-     "Firmware update failed: all sectors and the confirmation were accepted, but the instrument stays in "
-     "update mode; run the same command again."},
-    {Outcome::NotBack, Ending::Outcome::LinkLost, ExitStatus::LinkLost, "not-back",
-     "The firmware was sent and confirmed, but the instrument has not come back in time. Check cable and "
-     "power; vesmar info tells what became of it."},
-    {Outcome::LinkLost, Ending::Outcome::LinkLost, ExitStatus::LinkLost, "link-lost",
-     "Firmware update failed: the link was lost before the first sector was sent. Check cable and power, "
-     "and run the same command again."},
-    {Outcome::Interrupted, Ending::Outcome::Interrupted, ExitStatus::Signalled, "signal", ""},
+constexpr std::array<KnownEnding, 5> Endings{{
+    {"", Ending::Outcome::Done, ExitStatus::Done,
+     QT_TRANSLATE_NOOP("Cli::Text", "Firmware update done. The instrument is back in its normal mode.")},
+    {"mode-not-changed", Ending::Outcome::Failed, ExitStatus::Failed,
+     QT_TRANSLATE_NOOP("Cli::Text",
+                       "Firmware update failed: the instrument did not change to update mode in time. "
+                       "Nothing was sent; run the same command again.")},
+    {"update-mode", Ending::Outcome::UpdateMode, ExitStatus::Failed,
+     QT_TRANSLATE_NOOP("Cli::Text",
+                       "Firmware update failed: all sectors and the confirmation were accepted, but the "
+                       "instrument stays in update mode; run the same command again.")},
+    {"not-back", Ending::Outcome::LinkLost, ExitStatus::LinkLost,
+     QT_TRANSLATE_NOOP("Cli::Text",
+                       "The firmware was sent and confirmed, but the instrument has not come back in time. "
+                       "Check cable and power; vesmar info tells what became of it.")},
+    {"link-lost", Ending::Outcome::LinkLost, ExitStatus::LinkLost,
+     QT_TRANSLATE_NOOP("Cli::Text",
+                       "Firmware update failed: the link was lost before the first sector was sent. Check "
+                       "cable and power, and run the same command again.")},
 }};
 
-/// The ending of an update that goes on when the program ends it.
-constexpr KnownEnding NoEnding{Outcome::None, Ending::Outcome::Failed, ExitStatus::NotDone, "", ""};
-
-const KnownEnding& FindEnding(const UpdateSession& session)
+QString Confirmed(const UpdateEnd& end)
 {
-    const KnownEnding* const ending = VesmarClient::FindRow(Endings, session.CurrentOutcome());
-    return ending != nullptr ? *ending : NoEnding;
-}
-
-/// The error that is the reason; none where no error is.
-Error EndingError(const UpdateSession& session, Error presentError)
-{
-    const bool isLinkLost = FindEnding(session).outcome == Ending::Outcome::LinkLost;
-    return isLinkLost ? VesmarClient::ReasonForLoss(presentError) : session.FirstError();
-}
-
-QString Confirmed(const UpdateSession& session)
-{
-    const bool isExact = session.Sectors() < AllOfIt || session.Progress() == AllOfIt;
-    const int confirmed = session.ConfirmedSectors();
-    return QStringLiteral(" %1%2 of %3 sectors %4 confirmed.")
-        .arg(isExact ? QString() : QStringLiteral("At least "))
-        .arg(confirmed)
-        .arg(session.Sectors())
-        .arg(confirmed == 1 ? QStringLiteral("was") : QStringLiteral("were"));
-}
-
-QString FailureMessage(const UpdateSession& session)
-{
-    const QString failed = QStringLiteral("Firmware update failed: %1.").arg(Show(session.FirstError()).text);
-    if (session.FirstError() == Error::UpdateModeChangeFailed) {
-        return failed +
-               QStringLiteral(" Nothing was sent, and the instrument keeps its firmware; run the same "
-                              "command again.");
+    const bool isExact = end.sectors < AllOfIt || end.confirmed == end.sectors;
+    QString sentence = Text::tr("At least %1 of %2 sectors were confirmed.");
+    if (isExact) {
+        sentence = end.confirmed == 1 ? Text::tr("%1 of %2 sectors was confirmed.")
+                                      : Text::tr("%1 of %2 sectors were confirmed.");
     }
-    if (session.EndedIn() == Phase::ChangingMode) {
-        return failed +
-               QStringLiteral(" No sector was sent. The instrument may be in update mode; check cable and "
-                              "power, and run the same command again.");
-    }
-    return failed + Confirmed(session) +
-           QStringLiteral(" The instrument stays in update mode; run the same command again.");
+    return sentence.arg(QString::number(end.confirmed), QString::number(end.sectors));
 }
 
-QString InterruptionMessage(const UpdateSession& session)
+QString FailureMessage(const UpdateEnd& end)
 {
-    const QString ended = QStringLiteral("Ended by signal %1").arg(session.SignalNumber());
-    if (session.EndedIn() == Phase::Restarting) {
-        return ended +
-               QStringLiteral(" after the firmware was sent and confirmed. Whether the instrument came back "
-                              "with it was not waited for; vesmar info tells.");
+    const QString failed = Text::tr("Firmware update failed: %1.").arg(Show(end.failure.code).text);
+    const QLatin1Char blank(' ');
+    if (end.failure.code == Error::UpdateModeChangeFailed) {
+        return failed + blank +
+               Text::tr("Nothing was sent, and the instrument keeps its firmware; run the same command "
+                        "again.");
     }
-    return ended +
-           QStringLiteral(" before the first sector was sent: the instrument keeps its firmware. It may be "
-                          "in update mode; vesmar restart brings it back.");
+    if (end.phase == Phase::ChangingMode) {
+        return failed + blank +
+               Text::tr("No sector was sent. The instrument may be in update mode; check cable and power, "
+                        "and run the same command again.");
+    }
+    return failed + blank + Confirmed(end) + blank +
+           Text::tr("The instrument stays in update mode; run the same command again.");
 }
 
-QString EndMessage(const UpdateSession& session)
+QString InterruptionMessage(const UpdateEnd& end)
 {
-    switch (session.CurrentOutcome()) {
-    case Outcome::Failed:
-        return FailureMessage(session);
-    case Outcome::Interrupted:
-        return InterruptionMessage(session);
-    default:
-        return QString::fromLatin1(FindEnding(session).message);
-    }
+    const QString message =
+        end.phase == Phase::Restarting
+            ? Text::tr("Ended by signal %1 after the firmware was sent and confirmed. Whether the instrument "
+                       "came back with it was not waited for; vesmar info tells.")
+            : Text::tr("Ended by signal %1 before the first sector was sent: the instrument keeps its "
+                       "firmware. It may be in update mode; vesmar restart brings it back.");
+    return message.arg(end.signalNumber);
 }
 
 } // namespace
 
-QString UpdateLiveLine(const UpdateProgress& progress, int width)
+UpdateProgress ProgressOf(const VesmarClient::UpdateJob& job)
+{
+    return {job.sectorsConfirmed(), job.sectors(), job.timeLeft()};
+}
+
+QString UpdateLiveLine(const UpdateProgress& progress)
 {
     constexpr int WidthOfBar = 20;
-    const QString filled(WidthOfBar * progress.percent / AllOfIt, QLatin1Char('='));
-    const QString bar = QStringLiteral(" [%1]").arg(filled.leftJustified(WidthOfBar));
-    return (Percent(progress) + bar + Rest(progress)).left(width);
+    const QString filled(WidthOfBar * progress.Percent() / AllOfIt, QLatin1Char('='));
+    return Percent(progress) + QStringLiteral(" [%1]").arg(filled.leftJustified(WidthOfBar)) + Rest(progress);
 }
 
 QByteArray UpdateProgressLine(const UpdateProgress& progress)
@@ -162,7 +131,7 @@ QByteArray UpdateProgressJson(const QDateTime& time, const UpdateProgress& progr
 {
     const qint64 left = SecondsLeft(progress);
     return EventLine(time, QStringLiteral("progress"),
-                     {{QStringLiteral("percent"), progress.percent},
+                     {{QStringLiteral("percent"), progress.Percent()},
                       {QStringLiteral("sectors"), progress.confirmed},
                       {QStringLiteral("total"), progress.sectors},
                       {QStringLiteral("left"), left >= 0 ? QJsonValue(left) : QJsonValue()}});
@@ -170,37 +139,42 @@ QByteArray UpdateProgressJson(const QDateTime& time, const UpdateProgress& progr
 
 QString VersionText(const QString& version)
 {
-    return version.isEmpty() ? QStringLiteral("unknown") : Printable(version);
+    return version.isEmpty() ? Text::tr("unknown") : Printable(version);
 }
 
 QString UpdateGoesOnMessage(int signalNumber)
 {
-    return QStringLiteral(
-               "Signal %1 does not end this: an image that is cut short leaves the instrument without "
-               "firmware. Sending it goes on.")
+    return Text::tr("Signal %1 does not end this: an image that is cut short leaves the instrument without "
+                    "firmware. Sending it goes on.")
         .arg(signalNumber);
 }
 
-int ExitStatusOf(const UpdateSession& session)
+Ending EndingOf(const UpdateEnd& end)
 {
-    const bool isInterrupted = session.CurrentOutcome() == Outcome::Interrupted;
-    return FindEnding(session).status + (isInterrupted ? session.SignalNumber() : 0);
+    if (end.outcome == VesmarClient::Outcome::Aborted) {
+        return {ExitStatus::Signalled + end.signalNumber, Ending::Outcome::Interrupted,
+                InterruptionMessage(end), QStringLiteral("signal")};
+    }
+    const auto error = static_cast<Vesmar::Error>(end.failure.code);
+    for (const KnownEnding& known : Endings) {
+        if (end.failure.name == QLatin1String(known.failure)) {
+            return {known.status, known.outcome, Text::tr(known.message), end.failure.name, error};
+        }
+    }
+    if (error != Vesmar::Error::NoErrors) {
+        return {ExitStatus::Failed, Ending::Outcome::Failed, FailureMessage(end), QString(), error};
+    }
+    return {ExitStatus::LinkLost, Ending::Outcome::LinkLost,
+            end.failure.whatHappened + QLatin1Char(' ') + end.failure.nextStep, QStringLiteral("link-lost")};
 }
 
-Ending EndingOf(const UpdateSession& session, Error presentError)
-{
-    const KnownEnding& ending = FindEnding(session);
-    return {ExitStatusOf(session), ending.outcome, EndMessage(session), QString::fromLatin1(ending.reason),
-            EndingError(session, presentError)};
-}
-
-QJsonObject ResultFields(const UpdateSession& session, const UpdateVersions& versions)
+QJsonObject ResultFields(const UpdateEnd& end)
 {
     const auto version = [](const QString& text) { return text.isEmpty() ? QJsonValue() : QJsonValue(text); };
-    return {{QStringLiteral("sectors"), session.ConfirmedSectors()},
-            {QStringLiteral("total"), session.Sectors()},
-            {QStringLiteral("versionBefore"), version(versions.before)},
-            {QStringLiteral("versionAfter"), version(versions.after)}};
+    return {{QStringLiteral("sectors"), end.confirmed},
+            {QStringLiteral("total"), end.sectors},
+            {QStringLiteral("versionBefore"), version(end.versionBefore)},
+            {QStringLiteral("versionAfter"), version(end.versionAfter)}};
 }
 
 } // namespace Cli

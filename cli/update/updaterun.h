@@ -1,8 +1,6 @@
 #pragma once
 
-#include <QTimer>
-
-#include "cli/kit/link.h"
+#include "cli/kit/connection.h"
 #include "cli/kit/verb.h"
 #include "cli/update/updatefiles.h"
 #include "cli/update/updateview.h"
@@ -18,43 +16,29 @@ struct UpdateOptions {
     std::chrono::milliseconds confirmTimeout = UsualConfirmTimeout;
 };
 
-/// Carries out a firmware update at the instrument, lets a session observe it, and shows what happens.
+/// Carries out a firmware update at the instrument, and shows what happens.
 class UpdateRun : public QObject
 {
     Q_OBJECT
 
 public:
-    UpdateRun(Link& link, UpdateView& view, const UpdateFiles& files, const UpdateOptions& options);
-
-    /// Whether the update has begun: there was a link, or none was needed.
-    bool HasBegun() const { return _session.CurrentPhase() != Phase::Connecting; }
-    /// Shows the end, once the link has been closed. Returns the program's exit status.
-    int Conclude();
+    UpdateRun(Connection& connection, UpdateView& view, const UpdateFiles& files,
+              const UpdateOptions& options);
 
 private:
-    using Phase = VesmarClient::UpdateSession::Phase;
-
-    void WatchInstrument();
-    VesmarClient::UpdatePicture Picture() const;
-    void ReceiveIdentity();
-    void Begin(const QString& version);
-    void LeaveMachine();
-    void UpdateOffline();
-    void ObserveInstrument();
-    void EnterPhase();
-    void AwaitMode();
+    void Begin();
+    void EnterPhase(VesmarClient::Phase phase);
     void Interrupt(int signalNumber);
+    bool MayBeInterrupted() const;
+    void End();
 
-    Link& _link;
-    Vesmar::Tester& _tester;
+    Connection& _connection;
     UpdateView& _view;
     const UpdateFiles& _files;
-    UpdateOptions _options;
-    VesmarClient::UpdateSession _session;
-    Phase _phase = Phase::Connecting;
-    QString _versionAfter;
-    QTimer _limit;
-    QTimer _modeCheck;
+    const UpdateOptions& _options;
+    VesmarClient::UpdateJob* _job = nullptr; ///< Null until it has begun; the instrument's.
+    VesmarClient::Phase _phase = VesmarClient::Phase::Waiting;
+    int _signalNumber = 0; ///< That has asked for the end; 0 where none has.
 };
 
 } // namespace Cli

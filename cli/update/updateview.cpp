@@ -2,38 +2,22 @@
 
 #include "cli/words/advice.h"
 #include "cli/words/exitstatus.h"
-#include "cli/words/format.h"
+#include "cli/words/text.h"
+#include "cli/words/values.h"
 
 namespace Cli
 {
 
-using VesmarClient::UpdateSession;
-using Phase = UpdateSession::Phase;
+using VesmarClient::Phase;
 
 UpdateView::UpdateView(bool isJson) : _isJson(isJson), _screen(!isJson) {}
 
 void UpdateView::ShowVersionBefore(const QString& version)
 {
-    _versions.before = version;
-    if (!_isJson) {
-        _screen.Write(InfoLine(QStringLiteral("Version before"), VersionText(version)));
-    }
+    ShowLine(InfoLine(Text::tr("Version before"), VersionText(version)));
 }
 
-/// A phase begins before its progress, and ends after it.
-void UpdateView::Show(const UpdateSession& session)
-{
-    if (session.CurrentPhase() == Phase::Sending) {
-        ShowPhase(Phase::Sending);
-    }
-    if (_time.isValid() && session.Progress() != _percent) {
-        _percent = session.Progress();
-        ShowProgress({_percent, session.ConfirmedSectors(), session.Sectors(),
-                      std::chrono::milliseconds(_time.elapsed())});
-    }
-    ShowPhase(session.CurrentPhase());
-}
-
+/// The numbers and names are those of the driver's operation state.
 void UpdateView::ShowPhase(Phase phase)
 {
     if (phase == _phase) {
@@ -42,14 +26,22 @@ void UpdateView::ShowPhase(Phase phase)
     _phase = phase;
     switch (phase) {
     case Phase::ChangingMode:
-        ShowLine(QStringLiteral("Changing the instrument to update mode."));
+        ShowLine(Text::tr("Changing the instrument to update mode.").toUtf8() + '\n');
+        break;
+    case Phase::Initializing:
+        ShowStatus(1, "Started");
         break;
     case Phase::Sending:
-        _time.start();
-        ShowLine(QStringLiteral("Sending the firmware. Do not switch the instrument off."));
+        ShowStatus(2, "InProgress");
+        ShowLine(Text::tr("Sending the firmware. Do not switch the instrument off.").toUtf8() + '\n');
         break;
     case Phase::Restarting:
-        ShowLine(QStringLiteral("The firmware is confirmed. Waiting for the instrument to come back."));
+        ShowStatus(3, "Finished");
+        ShowLine(Text::tr("The firmware is confirmed. Waiting for the instrument to come back.").toUtf8() +
+                 '\n');
+        break;
+    case Phase::Finished:
+        ShowStatus(0, "Idle");
         break;
     default:
         break;
@@ -59,22 +51,29 @@ void UpdateView::ShowPhase(Phase phase)
 void UpdateView::ShowProgress(const UpdateProgress& progress)
 {
     constexpr int PercentPerLine = 10;
+    ShowPhase(Phase::Sending);
+    const int percent = progress.Percent();
+    if (percent == _percent) {
+        return;
+    }
+    _percent = percent;
     if (_isJson) {
         _screen.Write(UpdateProgressJson(QDateTime::currentDateTime(), progress));
     } else if (_screen.HasLiveLine()) {
-        _screen.Draw(UpdateLiveLine(progress, LiveScreen::Width()));
-    } else if (progress.percent / PercentPerLine != _percentInALine / PercentPerLine) {
-        _percentInALine = progress.percent;
+        _screen.Draw(UpdateLiveLine(progress));
+    } else if (percent / PercentPerLine != _percentInALine / PercentPerLine) {
+        _percentInALine = percent;
         _screen.Write(UpdateProgressLine(progress));
     }
 }
 
-void UpdateView::ShowStatus(Vesmar::OperationState status)
+void UpdateView::ShowStatus(int number, const char* name)
 {
-    ShowEvent("status", Cli::Show(status).json);
+    ShowEvent("status",
+              QJsonObject{{QStringLiteral("name"), QLatin1String(name)}, {QStringLiteral("number"), number}});
 }
 
-void UpdateView::ShowError(Vesmar::Error error)
+void UpdateView::ShowError(VesmarClient::Error error)
 {
     ShowEvent("error", Cli::Show(error).json);
 }
@@ -87,27 +86,25 @@ void UpdateView::ShowEvent(const char* event, const QJsonValue& value)
     }
 }
 
-void UpdateView::ShowLine(const QString& text)
+void UpdateView::ShowLine(const QByteArray& line)
 {
     if (!_isJson) {
-        _screen.Write(text.toUtf8() + '\n');
+        _screen.Write(line);
     }
 }
 
-void UpdateView::ShowEnd(const UpdateSession& session, const QString& versionAfter,
-                         Vesmar::Error presentError)
+void UpdateView::ShowEnd(const UpdateEnd& end)
 {
-    _versions.after = versionAfter;
-    const Ending ending = EndingOf(session, presentError);
+    const Ending ending = EndingOf(end);
     if (_isJson) {
-        _screen.Write(ResultLine(QDateTime::currentDateTime(), ending, ResultFields(session, _versions)));
+        _screen.Write(ResultLine(QDateTime::currentDateTime(), ending, ResultFields(end)));
     }
     if (ending.status != ExitStatus::Done) {
         Say(_isJson ? ending.message : WithAdvice(ending.message, ending.error));
-    } else if (!_isJson) {
-        _screen.Write(InfoLine(QStringLiteral("Version after"), VersionText(versionAfter)));
-        _screen.Write(ending.message.toUtf8() + '\n');
+        return;
     }
+    ShowLine(InfoLine(Text::tr("Version after"), VersionText(end.versionAfter)));
+    ShowLine(ending.message.toUtf8() + '\n');
 }
 
 } // namespace Cli

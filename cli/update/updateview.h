@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QElapsedTimer>
-
 #include "cli/output/livescreen.h"
 #include "cli/update/updateformat.h"
 
@@ -15,32 +13,27 @@ public:
     explicit UpdateView(bool isJson);
 
     void ShowVersionBefore(const QString& version);
-    /// Shows what has changed in the session since the last call.
-    void Show(const VesmarClient::UpdateSession& session);
+    void ShowPhase(VesmarClient::Phase phase);
+    /// Shows the progress, of which a part may have been shown before.
+    void ShowProgress(const UpdateProgress& progress);
     /// Shows an event, for programs only.
-    void ShowStatus(Vesmar::OperationState status);
-    void ShowError(Vesmar::Error error);
+    void ShowError(VesmarClient::Error error);
     /// Writes a sentence for the person who watches to the error output.
     void Say(const QString& text) { _screen.Say(text); }
-    /// Shows the end, with the library's present error.
-    void ShowEnd(const VesmarClient::UpdateSession& session, const QString& versionAfter,
-                 Vesmar::Error presentError);
+    void ShowEnd(const UpdateEnd& end);
 
     /// Writes what is left. False if not everything could be shown.
     bool Finish() { return _screen.Finish(); }
 
 private:
-    void ShowPhase(VesmarClient::UpdateSession::Phase phase);
-    void ShowProgress(const UpdateProgress& progress);
+    void ShowStatus(int number, const char* name);
     void ShowEvent(const char* event, const QJsonValue& value);
-    void ShowLine(const QString& text);
+    void ShowLine(const QByteArray& line);
 
     bool _isJson;
     LiveScreen _screen;
-    UpdateVersions _versions;
-    VesmarClient::UpdateSession::Phase _phase = VesmarClient::UpdateSession::Phase::Connecting;
-    QElapsedTimer _time; ///< Runs since the sending began.
-    int _percent = -1;   ///< The percentage that was shown last.
+    VesmarClient::Phase _phase = VesmarClient::Phase::Waiting;
+    int _percent = -1; ///< The percentage that was shown last.
     int _percentInALine = 0;
 };
 

@@ -2,11 +2,11 @@
 
 #include <CLI/CLI.hpp>
 
+#include "cli/kit/connection.h"
 #include "cli/kit/dates.h"
-#include "cli/kit/link.h"
 #include "cli/words/exitstatus.h"
 #include "cli/words/format.h"
-#include "client/sessions/datewriter.h"
+#include "cli/words/text.h"
 
 namespace Cli
 {
@@ -14,9 +14,7 @@ namespace Cli
 namespace
 {
 
-using Vesmar::Tester;
-using VesmarClient::DateWriter;
-using VesmarClient::InstrumentDate;
+using VesmarClient::DateJob;
 
 constexpr VerbTexts Texts{
     "calibration", "Show or set the date of the last calibration",
@@ -38,83 +36,71 @@ constexpr VerbTexts Texts{
     "Example, without an instrument:\n"
     "  vesmar-simulator run -- vesmar calibration set 2026-11-21\n"};
 
-constexpr InstrumentDate Calibration{&Tester::CalibrationDateTime, &Tester::CalibrationDateTimeChanged,
-                                     &Tester::ConfigureCalibrationDateTime,
-                                     &Tester::RetrieveCalibrationDateTime};
-
-/// The time of day is not sent: the instrument reports midnight, which differs from this.
-QDateTime NoonOf(const QDate& date)
-{
-    constexpr int Noon = 12;
-    return {date, QTime(Noon, 0), Qt::UTC};
-}
-
 class CalibrationWork : public QObject
 {
 public:
-    CalibrationWork(Link& link, const CalibrationVerb& verb)
-        : _link(link), _verb(verb), _writer(link.Instrument(), Calibration)
+    CalibrationWork(Connection& connection, const CalibrationVerb& verb)
+        : _connection(connection), _instrument(connection.Instrument()), _verb(verb)
     {
-        link.AwaitReadiness();
-        connect(&link, &Link::Ready, this, [this] { Begin(); });
-        connect(&_writer, &DateWriter::Reported, this,
-                [this](const QDateTime& shown) { CheckReported(shown); });
-        connect(&link, &Link::Interrupted, this, [this](int signalNumber) { Interrupt(signalNumber); });
+        connect(&connection, &Connection::Up, this, [this] { Begin(); });
+        connect(&connection, &Connection::Interrupted, this,
+                [this](int signalNumber) { Interrupt(signalNumber); });
     }
 
 private:
     void Begin()
     {
         if (!_verb.Wanted().isValid()) {
-            Show(_link.Instrument().CalibrationDateTime());
+            Show(_instrument.calibrationDate());
             return;
         }
         _isSetting = true;
-        _link.FailAfter(
-            _verb.ConfirmTimeout(),
-            QStringLiteral("The instrument has not reported the date of its calibration as set."));
-        _writer.Set(NoonOf(_verb.Wanted()));
+        const auto* job = _instrument.setCalibrationDate(_verb.Wanted().startOfDay(Qt::UTC),
+                                                         static_cast<int>(_verb.ConfirmTimeout().count()));
+        connect(job, &DateJob::finished, this, [this, job] { End(*job); });
     }
 
-    void CheckReported(const QDateTime& shown)
+    void End(const DateJob& job)
     {
-        if (shown.date() == _verb.Wanted()) {
-            Show(shown);
-            return;
+        if (job.outcome() == VesmarClient::Outcome::Completed) {
+            Show(job.reported());
+        } else if (job.failure().name == QLatin1String("not-set")) {
+            _connection.Fail(
+                ExitStatus::Failed,
+                {job.failure().name,
+                 Text::tr("The instrument did not take the date %1: it was last calibrated at %2.")
+                     .arg(_verb.Wanted().toString(Qt::ISODate), Cli::Show(job.reported()).text)});
+        } else {
+            _connection.Fail(job);
         }
-        _link.Fail(ExitStatus::Failed,
-                   {QStringLiteral("not-set"),
-                    QStringLiteral("The instrument did not take the date %1: it was last "
-                                   "calibrated at %2.")
-                        .arg(_verb.Wanted().toString(Qt::ISODate), Cli::Show(shown).text)});
     }
 
     void Show(const QDateTime& calibration)
     {
         const Shown shown = Cli::Show(calibration);
-        _link.Print(_link.IsJson() ? EventLine(QDateTime::currentDateTime(), QStringLiteral("calibration"),
-                                               {{QStringLiteral("CalibrationDateTime"), shown.json}})
-                                   : InfoLine(QStringLiteral("Last calibrated"), shown.text));
-        _link.Finish(DoneWith(_isSetting ? QStringLiteral("The date of the last calibration is set.")
-                                         : QStringLiteral("The date of the last calibration was read.")));
+        _connection.Print(_connection.IsJson()
+                              ? EventLine(QDateTime::currentDateTime(), QStringLiteral("calibration"),
+                                          {{QStringLiteral("CalibrationDateTime"), shown.json}})
+                              : InfoLine(Text::tr("Last calibrated"), shown.text));
+        _connection.Finish(DoneWith(_isSetting ? Text::tr("The date of the last calibration is set.")
+                                               : Text::tr("The date of the last calibration was read.")));
     }
 
     /// A program that ended while the date is being set would leave the instrument in calibration mode.
     void Interrupt(int signalNumber)
     {
         if (_isSetting) {
-            WriteError(
-                QStringLiteral("The instrument is in calibration mode; waiting until it has left it (signal "
-                               "%1).")
-                    .arg(signalNumber));
+            WriteError(Text::tr("The instrument is in calibration mode; waiting until it has left it (signal "
+                                "%1).")
+                           .arg(signalNumber));
         } else {
-            _link.Finish(EndedBySignal(signalNumber));
+            _connection.Finish(EndedBySignal(signalNumber));
         }
     }
 
-    Link& _link;
+    Connection& _connection;
+    VesmarClient::Instrument& _instrument;
     const CalibrationVerb& _verb;
-    DateWriter _writer;
     bool _isSetting = false;
 };
 
@@ -133,9 +119,9 @@ CalibrationVerb::CalibrationVerb(CLI::App& program) : Verb(program, Texts)
 
 int CalibrationVerb::Run()
 {
-    Link link(Options());
-    const CalibrationWork work(link, *this);
-    return link.Work();
+    Connection connection(Options());
+    const CalibrationWork work(connection, *this);
+    return connection.Work();
 }
 
 } // namespace Cli

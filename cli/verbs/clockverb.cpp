@@ -2,15 +2,13 @@
 
 #include <CLI/CLI.hpp>
 
-#include <QElapsedTimer>
-
 #include <cstdlib>
 
+#include "cli/kit/connection.h"
 #include "cli/kit/dates.h"
-#include "cli/kit/link.h"
 #include "cli/words/exitstatus.h"
 #include "cli/words/format.h"
-#include "client/sessions/datewriter.h"
+#include "cli/words/text.h"
 
 namespace Cli
 {
@@ -18,9 +16,7 @@ namespace Cli
 namespace
 {
 
-using Vesmar::Tester;
-using VesmarClient::DateWriter;
-using VesmarClient::InstrumentDate;
+using VesmarClient::DateJob;
 
 constexpr VerbTexts Texts{
     "clock", "Show or set the instrument's clock",
@@ -43,9 +39,6 @@ constexpr VerbTexts Texts{
     "Example, without an instrument:\n"
     "  vesmar-simulator run -- vesmar clock set 2026-11-21T18:00:00\n"};
 
-constexpr InstrumentDate Clock{&Tester::CurrentDateTime, &Tester::CurrentDateTimeChanged,
-                               &Tester::ConfigureCurrentDateTime, &Tester::RetrieveCurrentDateTime};
-
 /// The clock has no fractions of a second.
 QDateTime NearestSecond(const QDateTime& value)
 {
@@ -57,81 +50,75 @@ QDateTime NearestSecond(const QDateTime& value)
 QString DifferenceText(qint64 seconds)
 {
     if (seconds == 0) {
-        return QStringLiteral("none");
+        return Text::tr("none");
     }
-    return QStringLiteral("%1 s %2 this computer")
-        .arg(std::abs(seconds))
-        .arg(seconds < 0 ? QStringLiteral("behind") : QStringLiteral("ahead of"));
+    return (seconds < 0 ? Text::tr("%1 s behind this computer") : Text::tr("%1 s ahead of this computer"))
+        .arg(std::abs(seconds));
 }
 
 class ClockWork : public QObject
 {
 public:
-    ClockWork(Link& link, const ClockVerb& verb) : _link(link), _verb(verb), _writer(link.Instrument(), Clock)
+    ClockWork(Connection& connection, const ClockVerb& verb)
+        : _connection(connection), _instrument(connection.Instrument()), _verb(verb)
     {
-        link.AwaitReadiness();
-        connect(&link.Instrument(), &Tester::CurrentDateTimeChanged, this, [this] { _readAt = WallClock(); });
-        connect(&link, &Link::Ready, this, [this] { Begin(); });
-        connect(&_writer, &DateWriter::Reported, this,
-                [this](const QDateTime& shown) { CheckReported(shown); });
-        connect(&link, &Link::Interrupted, this,
-                [this](int signalNumber) { _link.Finish(EndedBySignal(signalNumber)); });
+        connect(&_instrument, &VesmarClient::Instrument::clockChanged, this,
+                [this] { _readAt = WallClock(); });
+        connect(&connection, &Connection::Up, this, [this] { Begin(); });
+        connect(&connection, &Connection::Interrupted, this,
+                [this](int signalNumber) { _connection.Finish(EndedBySignal(signalNumber)); });
     }
 
 private:
     void Begin()
     {
         if (!_verb.IsSetting()) {
-            Show(AsWallClock(_link.Instrument().CurrentDateTime()));
+            Show(_instrument.clock());
             return;
         }
-        _link.FailAfter(_verb.ConfirmTimeout(),
-                        QStringLiteral("The instrument has not reported its clock as set and running."));
         _value = _verb.Wanted().isValid() ? _verb.Wanted() : NearestSecond(WallClock());
-        _sinceSet.start();
-        _writer.Set(_value);
+        const auto* job = _instrument.setClock(_value, static_cast<int>(_verb.ConfirmTimeout().count()));
+        connect(job, &DateJob::reportedChanged, this, [this] { _readAt = WallClock(); });
+        connect(job, &DateJob::finished, this, [this, job] { End(*job); });
     }
 
-    /// A running clock shows a time shortly after the one that it was set to.
-    void CheckReported(const QDateTime& shown)
+    void End(const DateJob& job)
     {
-        constexpr qint64 Tolerance = 2000;
-        const qint64 deviation = _value.addMSecs(_sinceSet.elapsed()).msecsTo(AsWallClock(shown));
-        if (shown.isValid() && std::abs(deviation) <= Tolerance) {
-            Show(AsWallClock(shown));
-            return;
+        if (job.outcome() == VesmarClient::Outcome::Completed) {
+            Show(job.reported());
+        } else if (job.failure().name == QLatin1String("not-set")) {
+            _connection.Fail(
+                ExitStatus::Failed,
+                {job.failure().name, Text::tr("The instrument did not take the time %1: its clock shows %2.")
+                                         .arg(Cli::Show(_value).text, Cli::Show(job.reported()).text)});
+        } else {
+            _connection.Fail(job);
         }
-        _link.Fail(ExitStatus::Failed,
-                   {QStringLiteral("not-set"),
-                    QStringLiteral("The instrument did not take the time %1: its clock shows "
-                                   "%2.")
-                        .arg(Cli::Show(_value).text, Cli::Show(shown).text)});
     }
 
     void Show(const QDateTime& clock)
     {
         const Shown shown = Cli::Show(clock);
         const qint64 difference = (_readAt.isValid() ? _readAt : WallClock()).secsTo(clock);
-        if (_link.IsJson()) {
-            _link.Print(EventLine(
+        if (_connection.IsJson()) {
+            _connection.Print(EventLine(
                 QDateTime::currentDateTime(), QStringLiteral("clock"),
                 {{QStringLiteral("CurrentDateTime"), shown.json},
                  {QStringLiteral("difference"), clock.isValid() ? QJsonValue(difference) : QJsonValue()}}));
         } else {
-            _link.Print(InfoLine(QStringLiteral("Clock"), shown.text));
-            _link.Print(InfoLine(QStringLiteral("Difference"),
-                                 clock.isValid() ? DifferenceText(difference) : QStringLiteral("unknown")));
+            _connection.Print(InfoLine(Text::tr("Clock"), shown.text));
+            _connection.Print(InfoLine(Text::tr("Difference"),
+                                       clock.isValid() ? DifferenceText(difference) : Text::tr("unknown")));
         }
-        _link.Finish(DoneWith(_verb.IsSetting() ? QStringLiteral("The clock is set.")
-                                                : QStringLiteral("The clock was read.")));
+        _connection.Finish(
+            DoneWith(_verb.IsSetting() ? Text::tr("The clock is set.") : Text::tr("The clock was read.")));
     }
 
-    Link& _link;
+    Connection& _connection;
+    VesmarClient::Instrument& _instrument;
     const ClockVerb& _verb;
-    DateWriter _writer;
     QDateTime _readAt;
     QDateTime _value;
-    QElapsedTimer _sinceSet;
 };
 
 } // namespace
@@ -163,9 +150,9 @@ bool ClockVerb::IsSetting() const
 
 int ClockVerb::Run()
 {
-    Link link(Options());
-    const ClockWork work(link, *this);
-    return link.Work();
+    Connection connection(Options());
+    const ClockWork work(connection, *this);
+    return connection.Work();
 }
 
 } // namespace Cli

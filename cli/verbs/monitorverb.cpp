@@ -2,8 +2,9 @@
 
 #include <QTimer>
 
-#include "cli/kit/link.h"
-#include "cli/words/format.h"
+#include "cli/kit/connection.h"
+#include "cli/words/text.h"
+#include "cli/words/values.h"
 
 namespace Cli
 {
@@ -11,7 +12,8 @@ namespace Cli
 namespace
 {
 
-using Vesmar::Tester;
+using VesmarClient::Instrument;
+using VesmarClient::LinkState;
 
 constexpr VerbTexts Texts{
     "monitor", "Show every change of every property as it happens",
@@ -36,86 +38,80 @@ constexpr VerbTexts Texts{
 class Monitor : public QObject
 {
 public:
-    Monitor(Link& link, std::optional<std::chrono::milliseconds> duration) : _link(link), _duration(duration)
+    Monitor(Connection& connection, std::optional<std::chrono::milliseconds> duration)
+        : _connection(connection), _instrument(connection.Instrument()), _duration(duration)
     {
+        connection.AcceptUpdateMode();
         WatchProperties();
-        connect(&link.Instrument(), &Tester::DeviceInformationChanged, this, [this] { ShowConnection(); });
-        connect(&link.Instrument(), &Tester::TesterModeChanged, this, [](Vesmar::OperationMode mode) {
-            if (mode == Vesmar::OperationMode::Update) {
-                WriteError(InUpdateMode().message);
+        connect(&_instrument, &Instrument::linkStateChanged, this, [this](LinkState state) {
+            if (state == LinkState::Up || state == LinkState::UpdateMode) {
+                ShowConnection(state);
             }
         });
-        connect(&link, &Link::Interrupted, this, [this](int signalNumber) { Interrupt(signalNumber); });
+        connect(&connection, &Connection::Interrupted, this,
+                [this](int signalNumber) { Interrupt(signalNumber); });
         _end.setSingleShot(true);
         _end.setTimerType(Qt::PreciseTimer);
         connect(&_end, &QTimer::timeout, this,
-                [this] { _link.Finish(DoneWith(QStringLiteral("Monitored for the time given."))); });
+                [this] { _connection.Finish(DoneWith(Text::tr("Monitored for the time given."))); });
     }
 
 private:
     void WatchProperties()
     {
-        Watch("DeviceInformation", &Tester::DeviceInformationChanged);
-        Watch("TesterMode", &Tester::TesterModeChanged);
-        Watch("CurrentDateTime", &Tester::CurrentDateTimeChanged);
-        Watch("CalibrationDateTime", &Tester::CalibrationDateTimeChanged);
-        Watch("StartTestStatus", &Tester::StartTestStatusChanged);
-        Watch("MeasurementFunctionStatus", &Tester::MeasurementFunctionStatusChanged);
-        Watch("ErrorCode", &Tester::ErrorCodeChanged);
-        Watch("TestSettings", &Tester::TestSettingsChanged);
-        Watch("TestResults", &Tester::TestResultsChanged);
-        Watch("IsMeasurementRunning", &Tester::IsMeasurementRunningChanged);
-        Watch("MeasurementStatus", &Tester::MeasurementStatusChanged);
-        Watch("MeasurementTime", &Tester::MeasurementTimeChanged);
-        Watch("OperationProgress", &Tester::OperationProgressChanged);
-        Watch("CurrentMeasurementType", &Tester::CurrentMeasurementTypeChanged);
-        Watch("OperationStatus", &Tester::OperationStatusChanged);
+        Watch("TesterMode", &Instrument::modeChanged);
+        Watch("CurrentDateTime", &Instrument::clockChanged);
+        Watch("StartTestStatus", &Instrument::startTestResultChanged);
+        Watch("MeasurementFunctionStatus", &Instrument::functionStateChanged);
+        Watch("ErrorCode", &Instrument::errorChanged);
+        Watch("TestResults", &Instrument::mainsChanged);
+        Watch("CurrentMeasurementType", &Instrument::activeFunctionChanged);
     }
 
     template <typename Value>
-    void Watch(const char* property, void (Tester::*changed)(Value))
+    void Watch(const char* property, void (Instrument::*changed)(Value))
     {
-        connect(&_link.Instrument(), changed, this,
-                [this, property](const Value& value) { Report(property, Show(value)); });
+        connect(&_instrument, changed, this,
+                [this, property](const auto& value) { Report(property, Show(value)); });
     }
 
     /// Once the link is up, a signal is the end that is meant.
     void Interrupt(int signalNumber)
     {
-        if (_link.IsUp()) {
-            _link.Finish(DoneWith(QStringLiteral("Monitored until signal %1.").arg(signalNumber)));
-        } else {
-            _link.Finish(EndedBySignal(signalNumber));
-        }
+        _connection.Finish(_connection.HasBeenUp()
+                               ? DoneWith(Text::tr("Monitored until signal %1.").arg(signalNumber))
+                               : EndedBySignal(signalNumber));
     }
 
     void Report(const char* property, const Shown& value)
     {
         const QDateTime now = QDateTime::currentDateTime();
         const QString name = QString::fromLatin1(property);
-        _link.Print(_link.IsJson() ? EventLine(now, QStringLiteral("change"), ChangeFields(name, value))
-                                   : ChangeText(now, name, value));
+        _connection.Print(_connection.IsJson()
+                              ? EventLine(now, QStringLiteral("change"), ChangeFields(name, value))
+                              : ChangeText(now, name, value));
     }
 
-    /// The identity is read each time that the link comes up. Values that have not changed since are shown as
-    /// well; a value that has never been read is not.
-    void ShowConnection()
+    /// Each time that the link comes up, values that have not changed since are shown as well; a value that
+    /// cannot be read is not.
+    void ShowConnection(LinkState state)
     {
-        const Tester& tester = _link.Instrument();
-        Report("TesterMode", Show(tester.TesterMode()));
-        Report("ErrorCode", Show(tester.ErrorCode()));
-        if (const QDateTime calibration = tester.CalibrationDateTime(); calibration.isValid()) {
-            Report("CalibrationDateTime", Show(calibration));
+        Report("DeviceInformation", Show(_instrument.identity()));
+        Report("TesterMode", Show(_instrument.mode()));
+        Report("ErrorCode", Show(_instrument.error()));
+        if (_instrument.calibrationDate().isValid()) {
+            Report("CalibrationDateTime", Show(_instrument.calibrationDate()));
         }
-        if (!_link.IsUp()) {
-            _link.ConfirmUp();
-            if (_duration) {
-                _end.start(*_duration);
-            }
+        if (state == LinkState::UpdateMode) {
+            WriteError(InUpdateMode().message);
+        }
+        if (_duration && !_end.isActive()) {
+            _end.start(*_duration);
         }
     }
 
-    Link& _link;
+    Connection& _connection;
+    Instrument& _instrument;
     std::optional<std::chrono::milliseconds> _duration;
     QTimer _end;
 };
@@ -130,9 +126,9 @@ MonitorVerb::MonitorVerb(CLI::App& program) : Verb(program, Texts)
 
 int MonitorVerb::Run()
 {
-    Link link(Options());
-    const Monitor monitor(link, _duration);
-    return link.Work();
+    Connection connection(Options());
+    const Monitor monitor(connection, _duration);
+    return connection.Work();
 }
 
 } // namespace Cli

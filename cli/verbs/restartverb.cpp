@@ -2,9 +2,8 @@
 
 #include <QElapsedTimer>
 
-#include "cli/kit/link.h"
-#include "cli/words/exitstatus.h"
-#include "cli/words/format.h"
+#include "cli/kit/connection.h"
+#include "cli/words/text.h"
 
 namespace Cli
 {
@@ -12,7 +11,7 @@ namespace Cli
 namespace
 {
 
-using Vesmar::Tester;
+using VesmarClient::Job;
 
 constexpr VerbTexts Texts{
     "restart", "Restart the instrument into its normal mode", "Usage: vesmar restart [OPTIONS]\n",
@@ -32,53 +31,46 @@ constexpr VerbTexts Texts{
 class RestartWork : public QObject
 {
 public:
-    RestartWork(Link& link, std::chrono::milliseconds confirmTimeout)
-        : _link(link), _confirmTimeout(confirmTimeout)
+    RestartWork(Connection& connection, std::chrono::milliseconds confirmTimeout)
+        : _connection(connection), _confirmTimeout(confirmTimeout)
     {
-        const Tester* tester = &link.Instrument();
-        connect(tester, &Tester::DeviceInformationChanged, this, [this] { ReceiveIdentity(); });
-        connect(tester, &Tester::ErrorCodeChanged, this,
-                [this](Vesmar::Error error) { ReceiveError(error); });
-        connect(&link, &Link::Interrupted, this,
-                [this](int signalNumber) { _link.Finish(EndedBySignal(signalNumber)); });
+        connection.AcceptUpdateMode();
+        connect(&connection, &Connection::Up, this, [this] { Begin(); });
+        connect(&connection, &Connection::UpdateModeFound, this, [this] { Begin(); });
+        connect(&connection, &Connection::Interrupted, this,
+                [this](int signalNumber) { _connection.Finish(EndedBySignal(signalNumber)); });
     }
 
 private:
-    /// The library restarts the instrument before it reads the identity again.
-    void ReceiveIdentity()
+    void Begin()
     {
-        if (!_time.isValid()) {
-            _link.ConfirmUp();
-            _link.FailAfter(_confirmTimeout,
-                            QStringLiteral("The instrument has not come back in its normal mode in time."));
-            _time.start();
-            _link.Instrument().RestartTester();
-        } else if (_link.Instrument().TesterMode() == Vesmar::OperationMode::Normal) {
-            Show(static_cast<double>(_time.elapsed()) / 1000);
-        }
-    }
-
-    /// The library reports no error for a restart that lasts long, but for a link that is lost.
-    void ReceiveError(Vesmar::Error error)
-    {
-        if (_time.isValid() && VesmarClient::IsLinkError(error)) {
-            _link.Fail(
-                ExitStatus::LinkLost,
-                LinkLost(QStringLiteral("It is not known whether the instrument has restarted."), error));
-        }
+        const auto* job = _connection.Instrument().restart(static_cast<int>(_confirmTimeout.count()));
+        connect(job, &Job::phaseChanged, this, [this](VesmarClient::Phase phase) {
+            if (phase == VesmarClient::Phase::Restarting) {
+                _time.start();
+            }
+        });
+        connect(job, &Job::finished, this, [this, job](VesmarClient::Outcome outcome) {
+            if (outcome == VesmarClient::Outcome::Completed) {
+                Show(static_cast<double>(_time.elapsed()) / 1000);
+            } else {
+                _connection.Fail(*job);
+            }
+        });
     }
 
     void Show(double seconds)
     {
         const QString message =
-            QStringLiteral("The instrument has restarted; that took %1 s.").arg(seconds, 0, 'f', 1);
-        _link.Print(_link.IsJson() ? EventLine(QDateTime::currentDateTime(), QStringLiteral("restart"),
-                                               {{QStringLiteral("seconds"), seconds}})
-                                   : message.toUtf8() + '\n');
-        _link.Finish(DoneWith(message));
+            Text::tr("The instrument has restarted; that took %1 s.").arg(seconds, 0, 'f', 1);
+        _connection.Print(_connection.IsJson()
+                              ? EventLine(QDateTime::currentDateTime(), QStringLiteral("restart"),
+                                          {{QStringLiteral("seconds"), seconds}})
+                              : message.toUtf8() + '\n');
+        _connection.Finish(DoneWith(message));
     }
 
-    Link& _link;
+    Connection& _connection;
     std::chrono::milliseconds _confirmTimeout;
     QElapsedTimer _time;
 };
@@ -92,9 +84,9 @@ RestartVerb::RestartVerb(CLI::App& program) : Verb(program, Texts)
 
 int RestartVerb::Run()
 {
-    Link link(Options());
-    const RestartWork work(link, _confirmTimeout);
-    return link.Work();
+    Connection connection(Options());
+    const RestartWork work(connection, _confirmTimeout);
+    return connection.Work();
 }
 
 } // namespace Cli

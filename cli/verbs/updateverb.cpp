@@ -76,13 +76,10 @@ int UpdateVerb::Run()
         return ExitStatus::BadUsage;
     }
     IgnoreHaltingSignals();
-    Link link(Options());
+    Connection connection(Options());
     UpdateView view(Options().isJson);
-    UpdateRun run(link, view, files, _update);
-    int exitStatus = link.Work();
-    if (run.HasBegun()) {
-        exitStatus = run.Conclude();
-    }
+    const UpdateRun run(connection, view, files, _update);
+    const int exitStatus = connection.Work();
     const bool isWhole = view.Finish();
     return exitStatus == ExitStatus::Done && !isWhole ? ExitStatus::NotDone : exitStatus;
 }

@@ -42,4 +42,28 @@ Shown Show(VesmarClient::Function value)
     return Show(static_cast<Vesmar::MeasurementType>(value));
 }
 
+Shown Show(VesmarClient::FunctionState value)
+{
+    return Show(static_cast<Vesmar::FunctionState>(value));
+}
+
+Shown Show(VesmarClient::StartTestResult value)
+{
+    return Show(static_cast<Vesmar::StartTestResult>(value));
+}
+
+Shown Show(const VesmarClient::Result& value)
+{
+    Shown shown = Show(value.function());
+    QJsonObject readings;
+    QStringList words;
+    for (const VesmarClient::Reading& reading : value.readings()) {
+        words.append(reading.name + QLatin1Char(' ') + reading.text());
+        readings.insert(reading.name, reading.isPresent ? QJsonValue(reading.value) : QJsonValue());
+    }
+    QJsonObject json = shown.json.toObject();
+    json.insert(QStringLiteral("readings"), readings);
+    return {shown.text + QStringLiteral(": ") + words.join(QStringLiteral(", ")), json};
+}
+
 } // namespace Cli

@@ -4,6 +4,7 @@
 
 #include <VesmarClient/enumerations.h>
 #include <VesmarClient/identity.h>
+#include <VesmarClient/result.h>
 
 #include "cli/words/format.h"
 
@@ -24,5 +25,8 @@ Shown Show(const VesmarClient::Identity& value);
 Shown Show(VesmarClient::Error value);
 Shown Show(VesmarClient::Mode value);
 Shown Show(VesmarClient::Function value);
+Shown Show(VesmarClient::FunctionState value);
+Shown Show(VesmarClient::StartTestResult value);
+Shown Show(const VesmarClient::Result& value);
 
 } // namespace Cli

@@ -14,9 +14,6 @@ namespace
 
 using Vesmar::Tester;
 
-/// How long the instrument may take to do it and to report it.
-constexpr std::chrono::milliseconds ConfirmTime{30000};
-
 constexpr InstrumentDate Clock{&Tester::CurrentDateTime, &Tester::CurrentDateTimeChanged,
                                &Tester::ConfigureCurrentDateTime, &Tester::RetrieveCurrentDateTime};
 constexpr InstrumentDate Calibration{&Tester::CalibrationDateTime, &Tester::CalibrationDateTimeChanged,
@@ -32,8 +29,8 @@ QDateTime NoonOf(const QDate& date)
 
 } // namespace
 
-DateRun::DateRun(const InstrumentDate& date, const QDateTime& value)
-    : LimitedRun(ConfirmTime), _date(date), _value(value)
+DateRun::DateRun(const InstrumentDate& date, const QDateTime& value, std::chrono::milliseconds limit)
+    : LimitedRun(limit), _date(date), _value(value)
 {
 }
 
@@ -93,7 +90,7 @@ void DateRun::TimeOver()
     }
 }
 
-ClockRun::ClockRun(const QDateTime& value) : DateRun(Clock, value) {}
+ClockRun::ClockRun(const QDateTime& value, std::chrono::milliseconds limit) : DateRun(Clock, value, limit) {}
 
 bool ClockRun::IsSet(const QDateTime& reported, qint64 sinceSet) const
 {
@@ -101,7 +98,10 @@ bool ClockRun::IsSet(const QDateTime& reported, qint64 sinceSet) const
     return reported.isValid() && std::abs(Value().addMSecs(sinceSet).msecsTo(reported)) <= Tolerance;
 }
 
-CalibrationRun::CalibrationRun(const QDate& value) : DateRun(Calibration, NoonOf(value)) {}
+CalibrationRun::CalibrationRun(const QDate& value, std::chrono::milliseconds limit)
+    : DateRun(Calibration, NoonOf(value), limit)
+{
+}
 
 bool CalibrationRun::IsSet(const QDateTime& reported, qint64 /*sinceSet*/) const
 {

@@ -15,7 +15,7 @@ class DateRun : public LimitedRun
 
 public:
     /// The value's fields are the instrument's.
-    DateRun(const InstrumentDate& date, const QDateTime& value);
+    DateRun(const InstrumentDate& date, const QDateTime& value, std::chrono::milliseconds limit);
 
     void Abort() override;
 
@@ -50,7 +50,7 @@ class ClockRun : public DateRun
     Q_OBJECT
 
 public:
-    explicit ClockRun(const QDateTime& value);
+    ClockRun(const QDateTime& value, std::chrono::milliseconds limit);
 
 protected:
     bool IsSet(const QDateTime& reported, qint64 sinceSet) const override;
@@ -63,7 +63,7 @@ class CalibrationRun : public DateRun
     Q_OBJECT
 
 public:
-    explicit CalibrationRun(const QDate& value);
+    CalibrationRun(const QDate& value, std::chrono::milliseconds limit);
 
 protected:
     bool IsSet(const QDateTime& reported, qint64 sinceSet) const override;

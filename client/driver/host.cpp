@@ -91,6 +91,8 @@ void Host::StopDriver()
 void Host::TellNothingKnown()
 {
     Q_EMIT ErrorChanged(Error::NoErrors);
+    Q_EMIT FunctionStateChanged(FunctionState::Unknown);
+    Q_EMIT StartTestResultChanged(StartTestResult::Unknown);
     Q_EMIT ActiveFunctionChanged(Function::None);
     TellUnattended();
 }
@@ -224,7 +226,12 @@ void Host::WatchTester()
             Q_EMIT MainsChanged(ResultOf(*results, QDateTime::currentDateTime()));
         }
     });
+    connect(tester, &Tester::StartTestStatusChanged, this, [this](Vesmar::StartTestResult result) {
+        Q_EMIT StartTestResultChanged(static_cast<StartTestResult>(result));
+    });
+    connect(tester, &Tester::MeasurementFunctionStatusChanged, this, &Host::TellFunctionState);
     connect(tester, &Tester::CurrentMeasurementTypeChanged, this, [this](Vesmar::MeasurementType function) {
+        TellFunctionState();
         Q_EMIT ActiveFunctionChanged(FunctionOf(function));
         TellUnattended();
     });
@@ -291,6 +298,14 @@ void Host::TellCalibrationDate()
 bool Host::AreDatesRead() const
 {
     return State() == LinkState::Up && _phase != Phase::Writing;
+}
+
+/// The driver keeps the state of the function that was active last.
+void Host::TellFunctionState()
+{
+    const bool isActive = IsActive(_tester->CurrentMeasurementType());
+    Q_EMIT FunctionStateChanged(isActive ? static_cast<FunctionState>(_tester->MeasurementFunctionStatus())
+                                         : FunctionState::Unknown);
 }
 
 void Host::TellUnattended()

@@ -50,6 +50,8 @@ Q_SIGNALS:
     void CalibrationDateChanged(const QDateTime& value);
     void ErrorChanged(VesmarClient::Error error);
     void ActiveFunctionChanged(VesmarClient::Function function);
+    void FunctionStateChanged(VesmarClient::FunctionState state);
+    void StartTestResultChanged(VesmarClient::StartTestResult result);
     void MainsChanged(const VesmarClient::Result& result);
     void UnattendedChanged(bool isUnattended);
 
@@ -66,6 +68,7 @@ private:
     void TellCalibrationDate();
     bool AreDatesRead() const;
     void TellUnattended();
+    void TellFunctionState();
     void Watch(Run& run);
     void EndRun();
     void GoOn();

@@ -11,12 +11,9 @@ namespace
 
 using Vesmar::Tester;
 
-/// How long the instrument may take to be back.
-constexpr std::chrono::milliseconds RestartTime{30000};
-
 } // namespace
 
-RestartRun::RestartRun() : LimitedRun(RestartTime) {}
+RestartRun::RestartRun(std::chrono::milliseconds limit) : LimitedRun(limit) {}
 
 bool RestartRun::MayBegin(LinkState state) const
 {

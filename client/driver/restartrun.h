@@ -11,7 +11,7 @@ class RestartRun : public LimitedRun
     Q_OBJECT
 
 public:
-    RestartRun();
+    explicit RestartRun(std::chrono::milliseconds limit);
 
     /// It also brings back an instrument that waits for firmware and still has its own.
     bool MayBegin(LinkState state) const override;

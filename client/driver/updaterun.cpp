@@ -12,8 +12,7 @@ using Vesmar::Tester;
 namespace
 {
 
-/// How long the instrument may take to change its mode, and to come back in the end.
-constexpr std::chrono::milliseconds ConfirmTime{30000};
+constexpr std::chrono::milliseconds UntilTheLineIsQuiet{1000};
 constexpr std::chrono::milliseconds UntilALossShows{1000};
 
 std::unique_ptr<QTimer> SingleShot(std::chrono::milliseconds time)
@@ -60,21 +59,24 @@ Outcome OutcomeOf(UpdateSession::Outcome outcome)
 
 } // namespace
 
-UpdateRun::UpdateRun(QByteArray image, QByteArray confirmation)
+UpdateRun::UpdateRun(QByteArray image, QByteArray confirmation, std::chrono::milliseconds limit, Way way)
     : _image(std::move(image)),
       _confirmation(std::move(confirmation)),
-      _session(_image.size() / SectorSize, false)
+      _timeLimit(limit),
+      _way(way),
+      _session(_image.size() / SectorSize, way == Way::Blind)
 {
 }
 
 bool UpdateRun::MayBegin(LinkState state) const
 {
-    return state == LinkState::Up || state == LinkState::UpdateMode;
+    return state == LinkState::Up || state == LinkState::UpdateMode ||
+           (_way == Way::Blind && state != LinkState::Closed);
 }
 
 void UpdateRun::Begin()
 {
-    _limit = SingleShot(ConfirmTime);
+    _limit = SingleShot(_timeLimit);
     connect(_limit.get(), &QTimer::timeout, this, [this] {
         _session.TimeOver(Instrument().OperationStatus());
         EnterPhase();
@@ -85,10 +87,33 @@ void UpdateRun::Begin()
         EnterPhase();
     });
     WatchInstrument();
-    Q_EMIT VersionBefore(Instrument().DeviceInformation()->Version);
+    if (_way == Way::Blind) {
+        LeaveMachine();
+        return;
+    }
     _session.Begin();
     EnterPhase();
     Instrument().UpdateTester(_image, _confirmation);
+}
+
+/// The end of the machine cuts an exchange short, whose late answer must not count as one of the update's.
+void UpdateRun::LeaveMachine()
+{
+    Instrument().Disable();
+    QTimer::singleShot(UntilTheLineIsQuiet, this, &UpdateRun::SendBlindly);
+}
+
+/// The driver sends on this thread, and returns when it is done.
+void UpdateRun::SendBlindly()
+{
+    _session.Begin();
+    EnterPhase();
+    _limit->stop();
+    Instrument().UpdateTester(_image, _confirmation);
+    ObserveInstrument();
+    if (_session.CurrentPhase() != SessionPhase::Ended) {
+        Instrument().Enable();
+    }
 }
 
 void UpdateRun::WatchInstrument()
@@ -185,7 +210,7 @@ void UpdateRun::End()
 /// After a failure, the driver brings back the link. Once it has, the firmware can be sent again.
 void UpdateRun::AwaitLink()
 {
-    _limit = SingleShot(ConfirmTime);
+    _limit = SingleShot(_timeLimit);
     connect(_limit.get(), &QTimer::timeout, this, &UpdateRun::Conclude);
     _limit->start();
     _linkCheck = std::make_unique<QTimer>();
@@ -200,7 +225,7 @@ void UpdateRun::AwaitLink()
 /// The instrument is back. Once its clocks have been read, too, it can be asked for the next job.
 void UpdateRun::AwaitReadiness()
 {
-    _limit = SingleShot(ConfirmTime);
+    _limit = SingleShot(_timeLimit);
     connect(_limit.get(), &QTimer::timeout, this, &UpdateRun::Conclude);
     _limit->start();
     _readiness = std::make_unique<Readiness>(Instrument());

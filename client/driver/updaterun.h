@@ -23,7 +23,13 @@ public:
     /// The number of bytes in each of the pieces in which the instrument receives its firmware.
     static constexpr int SectorSize = 512;
 
-    UpdateRun(QByteArray image, QByteArray confirmation);
+    /// How the firmware reaches the instrument.
+    enum class Way {
+        Usual,
+        Blind ///< Without the driver's state machine, over a link that need not be up.
+    };
+
+    UpdateRun(QByteArray image, QByteArray confirmation, std::chrono::milliseconds limit, Way way);
 
     bool MayBegin(LinkState state) const override;
     void Begin() override;
@@ -33,8 +39,6 @@ public:
 Q_SIGNALS:
     /// At least so many sectors are confirmed.
     void Progressed(int sectors);
-    /// The firmware's version before the update; empty where the instrument does not tell one.
-    void VersionBefore(const QString& version);
     /// The version with which the instrument is back.
     void VersionAfter(const QString& version);
 
@@ -42,6 +46,8 @@ private:
     using SessionPhase = UpdateSession::Phase;
 
     void WatchInstrument();
+    void LeaveMachine();
+    void SendBlindly();
     UpdatePicture Picture() const;
     void ReceiveIdentity();
     void ObserveInstrument();
@@ -57,6 +63,8 @@ private:
 
     QByteArray _image;
     QByteArray _confirmation;
+    std::chrono::milliseconds _timeLimit;
+    Way _way;
     UpdateSession _session;
     SessionPhase _phase = SessionPhase::Connecting;
     int _sectors = 0; ///< That were told last.

@@ -29,27 +29,27 @@ void DateJob::receiveReported(const QDateTime& value)
     Q_EMIT reportedChanged(value);
 }
 
-ClockJob* Instrument::setClock(const QDateTime& value)
+ClockJob* Instrument::setClock(const QDateTime& value, int timeLimit)
 {
     auto* const job = new ClockJob(this);
     if (!IsKnownToTheInstrument(value.date()) || !value.time().isValid()) {
         JobState::Of(*job).FailLater(InvalidDate());
         return job;
     }
-    auto run = std::make_unique<ClockRun>(AsWallClock(value));
+    auto run = std::make_unique<ClockRun>(AsWallClock(value), std::chrono::milliseconds(timeLimit));
     connect(run.get(), &DateRun::Reported, job, &DateJob::receiveReported);
     _state->Begin(*job, std::move(run));
     return job;
 }
 
-CalibrationJob* Instrument::setCalibrationDate(const QDateTime& value)
+CalibrationJob* Instrument::setCalibrationDate(const QDateTime& value, int timeLimit)
 {
     auto* const job = new CalibrationJob(this);
     if (!IsKnownToTheInstrument(value.date())) {
         JobState::Of(*job).FailLater(InvalidDate());
         return job;
     }
-    auto run = std::make_unique<CalibrationRun>(value.date());
+    auto run = std::make_unique<CalibrationRun>(value.date(), std::chrono::milliseconds(timeLimit));
     connect(run.get(), &DateRun::Reported, job, &DateJob::receiveReported);
     _state->Begin(*job, std::move(run));
     return job;

@@ -44,6 +44,16 @@ Function Instrument::activeFunction() const
     return _state->activeFunction;
 }
 
+FunctionState Instrument::functionState() const
+{
+    return _state->functionState;
+}
+
+StartTestResult Instrument::startTestResult() const
+{
+    return _state->startTestResult;
+}
+
 Result Instrument::mains() const
 {
     return _state->mains;

@@ -50,6 +50,8 @@ void InstrumentState::WatchHost()
     keep(&Host::CalibrationDateChanged, calibrationDate, &Instrument::calibrationDateChanged);
     keep(&Host::ErrorChanged, error, &Instrument::errorChanged);
     keep(&Host::ActiveFunctionChanged, activeFunction, &Instrument::activeFunctionChanged);
+    keep(&Host::FunctionStateChanged, functionState, &Instrument::functionStateChanged);
+    keep(&Host::StartTestResultChanged, startTestResult, &Instrument::startTestResultChanged);
     keep(&Host::MainsChanged, mains, &Instrument::mainsChanged);
     keep(&Host::UnattendedChanged, isUnattended, &Instrument::isUnattendedChanged);
     keep(&Host::LinkStateChanged, linkState, &Instrument::linkStateChanged);

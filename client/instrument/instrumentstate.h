@@ -35,6 +35,8 @@ struct InstrumentState {
     QDateTime calibrationDate;
     Error error = Error::NoErrors;
     Function activeFunction = Function::None;
+    FunctionState functionState = FunctionState::Unknown;
+    StartTestResult startTestResult = StartTestResult::Unknown;
     Result mains;
     LinkStatistics statistics;
     bool isUnattended = false;

@@ -7,10 +7,10 @@
 namespace VesmarClient
 {
 
-RestartJob* Instrument::restart()
+RestartJob* Instrument::restart(int timeLimit)
 {
     auto* const job = new RestartJob(this);
-    _state->Begin(*job, std::make_unique<RestartRun>());
+    _state->Begin(*job, std::make_unique<RestartRun>(std::chrono::milliseconds(timeLimit)));
     return job;
 }
 

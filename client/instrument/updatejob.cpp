@@ -79,7 +79,18 @@ Failure ProblemOf(const QByteArray& image, const QByteArray& confirmation)
 
 } // namespace
 
-UpdateJob* Instrument::update(const QByteArray& image, const QByteArray& confirmation)
+UpdateJob* Instrument::update(const QByteArray& image, const QByteArray& confirmation, int timeLimit)
+{
+    return beginUpdate(image, confirmation, timeLimit, false);
+}
+
+UpdateJob* Instrument::updateBlindly(const QByteArray& image, const QByteArray& confirmation, int timeLimit)
+{
+    return beginUpdate(image, confirmation, timeLimit, true);
+}
+
+UpdateJob* Instrument::beginUpdate(const QByteArray& image, const QByteArray& confirmation, int timeLimit,
+                                   bool isBlind)
 {
     auto* const job = new UpdateJob(image.size() / UpdateRun::SectorSize, this);
     const Failure problem = ProblemOf(image, confirmation);
@@ -87,12 +98,10 @@ UpdateJob* Instrument::update(const QByteArray& image, const QByteArray& confirm
         JobState::Of(*job).FailLater(problem);
         return job;
     }
-    auto run = std::make_unique<UpdateRun>(image, confirmation);
+    auto run = std::make_unique<UpdateRun>(image, confirmation, std::chrono::milliseconds(timeLimit),
+                                           isBlind ? UpdateRun::Way::Blind : UpdateRun::Way::Usual);
     UpdateState* const update = job->_update.get();
-    connect(run.get(), &UpdateRun::VersionBefore, job, [job, update](const QString& version) {
-        update->versionBefore = version;
-        Q_EMIT job->versionBeforeChanged(version);
-    });
+    update->versionBefore = _state->identity.version;
     connect(run.get(), &UpdateRun::VersionAfter, job, [job, update](const QString& version) {
         update->versionAfter = version;
         Q_EMIT job->versionAfterChanged(version);

@@ -39,8 +39,8 @@ void RegisterValues()
 
 bool RegisterAll()
 {
-    RegisterEnumerations<Error, Function, FunctionKind, GuardPolicy, LinkState, Mode, OptionKind, Outcome,
-                         Phase>();
+    RegisterEnumerations<Error, Function, FunctionKind, FunctionState, GuardPolicy, LinkState, Mode,
+                         OptionKind, Outcome, Phase, StartTestResult>();
     RegisterValues<Choice, Failure, FunctionInfo, Gap, Identity, LinkStatistics, Option, Reading, ReadingInfo,
                    Result, Settings, SettingsProblem>();
     return true;

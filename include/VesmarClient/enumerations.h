@@ -49,6 +49,46 @@ enum class Mode : int {
 };
 Q_ENUM_NS(Mode)
 
+/// The state of the function that is active at the instrument. The numbers are the instrument's own; it may
+/// report 10 to 15 as well, which have no name.
+enum class FunctionState : int {
+    Unknown = -1,     ///< No function is active, or not known yet.
+    Idle = 0,         ///< It is idle; after a start it is over.
+    Preparing = 1,    ///< It is being prepared.
+    Completed = 2,    ///< It has completed.
+    PrepareError = 3, ///< It could not be prepared.
+    Prepared = 4,     ///< It is prepared and can be started.
+    Starting = 5,     ///< It has accepted the start.
+    StartError = 6,   ///< It could not be started.
+    Running = 7,      ///< It runs.
+    Stopping = 8,     ///< It is stopping.
+    Terminated = 9    ///< It was terminated.
+};
+Q_ENUM_NS(FunctionState)
+
+/// The result of the instrument's start test, which it reports while no function is active. Its meaning is
+/// the instrument's own.
+enum class StartTestResult : int {
+    Unknown = -1,  ///< Not known yet.
+    Status0 = 0,   ///< Result 0.
+    Status1 = 1,   ///< Result 1.
+    Status2 = 2,   ///< Result 2.
+    Status3 = 3,   ///< Result 3.
+    Status4 = 4,   ///< Result 4.
+    Status5 = 5,   ///< Result 5.
+    Status6 = 6,   ///< Result 6.
+    Status7 = 7,   ///< Result 7.
+    Status8 = 8,   ///< Result 8.
+    Status9 = 9,   ///< Result 9.
+    Status10 = 10, ///< Result 10.
+    Status11 = 11, ///< Result 11.
+    Status12 = 12, ///< Result 12.
+    Status13 = 13, ///< Result 13.
+    Status14 = 14, ///< Result 14: an RCD test may be prepared.
+    Status15 = 15  ///< Result 15: an RCD test may be prepared.
+};
+Q_ENUM_NS(StartTestResult)
+
 /// What the serial line to the instrument is doing.
 enum class LinkState : int {
     Closed,      ///< The line is not in use.

@@ -37,6 +37,9 @@ class VESMARCLIENT_EXPORT Instrument : public QObject
     Q_PROPERTY(QDateTime calibrationDate READ calibrationDate NOTIFY calibrationDateChanged)
     Q_PROPERTY(VesmarClient::Error error READ error NOTIFY errorChanged)
     Q_PROPERTY(VesmarClient::Function activeFunction READ activeFunction NOTIFY activeFunctionChanged)
+    Q_PROPERTY(VesmarClient::FunctionState functionState READ functionState NOTIFY functionStateChanged)
+    Q_PROPERTY(
+        VesmarClient::StartTestResult startTestResult READ startTestResult NOTIFY startTestResultChanged)
     Q_PROPERTY(VesmarClient::Result mains READ mains NOTIFY mainsChanged)
     Q_PROPERTY(VesmarClient::LinkStatistics statistics READ statistics NOTIFY statisticsChanged)
     Q_PROPERTY(bool isBusy READ isBusy NOTIFY isBusyChanged)
@@ -45,6 +48,9 @@ class VESMARCLIENT_EXPORT Instrument : public QObject
         VesmarClient::GuardPolicy guardPolicy READ guardPolicy WRITE setGuardPolicy NOTIFY guardPolicyChanged)
 
 public:
+    /// How many milliseconds the instrument may take for what a job asks of it.
+    static constexpr int UsualTimeLimit = 30000;
+
     explicit Instrument(QObject* parent = nullptr);
     /// Closes the line first, which waits for a measurement that is under way to be stopped, and for an
     /// update to be sent. Call `close` and wait for `LinkState::Closed` to avoid that.
@@ -64,6 +70,10 @@ public:
     Error error() const;
     /// What runs at the instrument, whoever has started it; `Function::None` until it is known.
     Function activeFunction() const;
+    /// The state of the active function; `FunctionState::Unknown` while none is active.
+    FunctionState functionState() const;
+    /// The instrument's start test, as it was reported last. Default `StartTestResult::Unknown`.
+    StartTestResult startTestResult() const;
     /// The latest readings of the mains; empty until there are some.
     Result mains() const;
     /// How good the line is, as of the last second. It counts while a `TraceRouter` is there.
@@ -84,14 +94,22 @@ public:
     Measurement* measure(const Settings& settings, const MeasurementTimeouts& timeouts = {});
     /// The same, for QML.
     Q_INVOKABLE VesmarClient::Measurement* measure(const QString& function, const QVariantMap& options = {});
-    /// Sets the instrument's clock to these fields, whatever their time zone.
-    Q_INVOKABLE VesmarClient::ClockJob* setClock(const QDateTime& value);
+    /// Sets the instrument's clock to these fields, whatever their time zone. The time limit is in
+    /// milliseconds here and below.
+    Q_INVOKABLE VesmarClient::ClockJob* setClock(const QDateTime& value, int timeLimit = UsualTimeLimit);
     /// Sets the date of the calibration likewise.
-    Q_INVOKABLE VesmarClient::CalibrationJob* setCalibrationDate(const QDateTime& value);
-    Q_INVOKABLE VesmarClient::RestartJob* restart();
+    Q_INVOKABLE VesmarClient::CalibrationJob* setCalibrationDate(const QDateTime& value,
+                                                                 int timeLimit = UsualTimeLimit);
+    Q_INVOKABLE VesmarClient::RestartJob* restart(int timeLimit = UsualTimeLimit);
     /// Replaces the firmware. The image is a multiple of 512 bytes, the confirmation at least 2 bytes; what
-    /// cannot work is refused before anything is sent.
-    Q_INVOKABLE VesmarClient::UpdateJob* update(const QByteArray& image, const QByteArray& confirmation);
+    /// cannot work is refused before anything is sent. The time limit is for the change of the mode, and then
+    /// again for the way back.
+    Q_INVOKABLE VesmarClient::UpdateJob* update(const QByteArray& image, const QByteArray& confirmation,
+                                                int timeLimit = UsualTimeLimit);
+    /// The same for an instrument that accepts firmware and tells nothing any more: the link need not be up.
+    /// It is not aborted from its beginning on.
+    Q_INVOKABLE VesmarClient::UpdateJob*
+    updateBlindly(const QByteArray& image, const QByteArray& confirmation, int timeLimit = UsualTimeLimit);
     /// Ends whatever runs, a measurement of this application included, and proves it. It aborts the job under
     /// way and begins when that has ended.
     Q_INVOKABLE VesmarClient::StopJob* stop();
@@ -114,6 +132,8 @@ Q_SIGNALS:
     void calibrationDateChanged(const QDateTime& value);
     void errorChanged(VesmarClient::Error error);
     void activeFunctionChanged(VesmarClient::Function function);
+    void functionStateChanged(VesmarClient::FunctionState state);
+    void startTestResultChanged(VesmarClient::StartTestResult result);
     void mainsChanged(const VesmarClient::Result& result);
     void statisticsChanged(const VesmarClient::LinkStatistics& statistics);
     void isBusyChanged(bool isBusy);
@@ -121,6 +141,9 @@ Q_SIGNALS:
     void guardPolicyChanged(VesmarClient::GuardPolicy policy);
 
 private:
+    UpdateJob* beginUpdate(const QByteArray& image, const QByteArray& confirmation, int timeLimit,
+                           bool isBlind);
+
     std::unique_ptr<InstrumentState> _state;
 };
 

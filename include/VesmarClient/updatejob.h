@@ -14,7 +14,7 @@ class VESMARCLIENT_EXPORT UpdateJob : public Job
     Q_PROPERTY(int sectors READ sectors CONSTANT)
     Q_PROPERTY(int sectorsConfirmed READ sectorsConfirmed NOTIFY progressChanged)
     Q_PROPERTY(qint64 timeLeft READ timeLeft NOTIFY progressChanged)
-    Q_PROPERTY(QString versionBefore READ versionBefore NOTIFY versionBeforeChanged)
+    Q_PROPERTY(QString versionBefore READ versionBefore CONSTANT)
     Q_PROPERTY(QString versionAfter READ versionAfter NOTIFY versionAfterChanged)
 
 public:
@@ -33,7 +33,6 @@ public:
 
 Q_SIGNALS:
     void progressChanged();
-    void versionBeforeChanged(const QString& version);
     void versionAfterChanged(const QString& version);
 
 private:

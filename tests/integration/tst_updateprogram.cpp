@@ -209,8 +209,8 @@ void TestUpdateProgram::ShowsABarOnATerminal()
                          command, QStringLiteral("/dev/null")});
     QCOMPARE(terminal.Finish(), 0);
     const QByteArray shown = terminal.Output();
-    VERIFY_CONTAINS(shown, "\r  0 % [                    ]  0 of 5 sectors\033[K");
-    VERIFY_CONTAINS(shown, "\r100 % [====================]  5 of 5 sectors, 0 s left\033[K");
+    VERIFY_CONTAINS(shown, "  0 % [                    ]  0 of 5 sectors\033[J");
+    VERIFY_CONTAINS(shown, "100 % [====================]  5 of 5 sectors, 0 s left\033[J");
     VERIFY_CONTAINS(shown, "Version after:    1.06\r\n");
 }
 

@@ -65,6 +65,7 @@ private Q_SLOTS:
     void LostRestartIsTold();
     void FirmwareIsReplaced_data();
     void FirmwareIsReplaced();
+    void FirmwareIsReplacedBlindly();
     void UselessFilesAreRefused_data();
     void UselessFilesAreRefused();
     void UpdateFails_data();
@@ -323,6 +324,21 @@ void TestClientJobs::FirmwareIsReplaced()
     QCOMPARE(job->versionAfter(), QStringLiteral("1.06"));
     QCOMPARE(bench.simulator.Firmware(), ImageOf(3));
     QCOMPARE(bench.client.linkState(), LinkState::Up);
+}
+
+/// The link is not up, and nothing ends the sending.
+void TestClientJobs::FirmwareIsReplacedBlindly()
+{
+    ClientBench bench;
+    bench.Execute("unplug");
+    bench.client.open();
+    AWAIT_EQUAL(bench.client.linkState(), LinkState::Opening);
+    UpdateJob* const job = bench.client.updateBlindly(ImageOf(3), WithChecksum(ImageOf(3)));
+    connect(job, &Job::phaseChanged, job, &Job::abort);
+    bench.Execute("plug");
+    AWAIT_EQUAL(bench.simulator.Firmware(), ImageOf(3));
+    AWAIT(job->isFinished());
+    AWAIT_EQUAL(bench.client.linkState(), LinkState::Up);
 }
 
 void TestClientJobs::UselessFilesAreRefused_data()

@@ -91,6 +91,10 @@ void TestClientValues::EnumerationsAreTheDriversOnes()
     QCOMPARE(Enumerators<Function>().size(), 14);
     QCOMPARE(Enumerators<Mode>(), DriverEnumerators("operationmode"));
     QCOMPARE(Enumerators<Mode>().size(), 4);
+    QCOMPARE(Enumerators<FunctionState>(), DriverEnumerators("functionstate"));
+    QCOMPARE(Enumerators<FunctionState>().size(), 11);
+    QCOMPARE(Enumerators<StartTestResult>(), DriverEnumerators("starttestresult"));
+    QCOMPARE(Enumerators<StartTestResult>().size(), 17);
 }
 
 void TestClientValues::EnumeratorIsPrintedWithItsName()

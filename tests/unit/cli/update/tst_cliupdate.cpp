@@ -6,56 +6,42 @@
 
 #include <sys/stat.h>
 
-#include <functional>
-
 #include "cli/update/updatefiles.h"
 #include "cli/update/updateformat.h"
 #include "support/eventschema.h"
 
-using namespace std::chrono_literals;
-using Vesmar::Error;
-using Vesmar::OperationMode;
-using Vesmar::OperationState;
+using VesmarClient::Failure;
+using VesmarClient::Outcome;
+using VesmarClient::Phase;
 
-Q_DECLARE_METATYPE(Cli::Ending)
+Q_DECLARE_METATYPE(Cli::UpdateEnd)
 
 namespace
 {
 
 const QDateTime Evening(QDate(2026, 11, 21), QTime(18, 0), Qt::UTC);
-constexpr OperationMode Update = OperationMode::Update;
 
-VesmarClient::UpdateSession SendingSession(int sectors, int progress)
+Cli::UpdateEnd FailedAt(int confirmed, int sectors, int error, Phase phase = Phase::Sending)
 {
-    VesmarClient::UpdateSession session(sectors, false);
-    session.Begin();
-    session.Observe({Error::NoErrors, OperationState::InProgress, progress, Update});
-    return session;
+    return {Outcome::Failed, Failure::ofError(static_cast<VesmarClient::Error>(error)),
+            phase,           confirmed,
+            sectors,         0,
+            QString(),       QString()};
 }
 
-VesmarClient::UpdateSession FailedSession(int sectors, int progress, Error error)
+/// An end that the client tells with a name of its own.
+Cli::UpdateEnd Named(Outcome outcome, const char* name, Phase phase, int signalNumber = 0)
 {
-    VesmarClient::UpdateSession session = SendingSession(sectors, progress);
-    session.Observe({error, OperationState::InProgress, progress, Update});
-    return session;
+    Failure failure;
+    failure.name = QString::fromLatin1(name);
+    return {outcome, failure, phase, 8, 8, signalNumber, QString(), QStringLiteral("1.06")};
 }
 
-VesmarClient::UpdateSession FinishedSession()
+QByteArray ResultOf(const Cli::UpdateEnd& end)
 {
-    VesmarClient::UpdateSession session = SendingSession(8, 100);
-    session.Observe({Error::NoErrors, OperationState::Finished, 100, Update});
-    return session;
-}
-
-Cli::Ending EndOf(const VesmarClient::UpdateSession& session, Error presentError = Error::NoErrors)
-{
-    return Cli::EndingOf(session, presentError);
-}
-
-QByteArray ResultOf(const VesmarClient::UpdateSession& session, const Cli::UpdateVersions& versions)
-{
-    const QByteArray line = Cli::ResultLine(Evening, EndOf(session), Cli::ResultFields(session, versions));
-    CheckRun(line, Cli::ExitStatusOf(session));
+    const Cli::Ending ending = Cli::EndingOf(end);
+    const QByteArray line = Cli::ResultLine(Evening, ending, Cli::ResultFields(end));
+    CheckRun(line, ending.status);
     return line;
 }
 
@@ -74,14 +60,12 @@ private Q_SLOTS:
     void FarTooLarge();
     void Progress_data();
     void Progress();
-    void LiveLineIsCut();
     void ProgressAsJson();
     void Versions();
     void FailuresSayWhatToDo_data();
     void FailuresSayWhatToDo();
     void OtherEnds_data();
     void OtherEnds();
-    void ErrorOfALostLink();
     void SignalThatIsRefused();
     void ResultAsJson();
     void ResultOfAFailureAsJson();
@@ -179,43 +163,36 @@ void TestCliUpdate::FarTooLarge()
 
 void TestCliUpdate::Progress_data()
 {
-    QTest::addColumn<int>("percent");
     QTest::addColumn<int>("confirmed");
-    QTest::addColumn<int>("milliseconds");
+    QTest::addColumn<int>("left");
     QTest::addColumn<QString>("live");
     QTest::addColumn<QByteArray>("line");
-    QTest::newRow("nothing yet") << 0 << 0 << 400 << "  0 % [                    ]  0 of 8 sectors"
+    QTest::newRow("nothing yet") << 0 << -1 << "  0 % [                    ]  0 of 8 sectors"
                                  << QByteArray("  0 %  0 of 8 sectors\n");
-    QTest::newRow("a quarter") << 25 << 2 << 1000 << " 25 % [=====               ]  2 of 8 sectors, 3 s left"
+    QTest::newRow("a quarter") << 2 << 3000 << " 25 % [=====               ]  2 of 8 sectors, 3 s left"
                                << QByteArray(" 25 %  2 of 8 sectors, 3 s left\n");
-    QTest::newRow("rounded up") << 50 << 4 << 1001 << " 50 % [==========          ]  4 of 8 sectors, 2 s left"
+    QTest::newRow("rounded up") << 4 << 1001 << " 50 % [==========          ]  4 of 8 sectors, 2 s left"
                                 << QByteArray(" 50 %  4 of 8 sectors, 2 s left\n");
-    QTest::newRow("all") << 100 << 8 << 2000 << "100 % [====================]  8 of 8 sectors, 0 s left"
+    QTest::newRow("all") << 8 << 0 << "100 % [====================]  8 of 8 sectors, 0 s left"
                          << QByteArray("100 %  8 of 8 sectors, 0 s left\n");
 }
 
 void TestCliUpdate::Progress()
 {
-    QFETCH(int, percent);
     QFETCH(int, confirmed);
-    QFETCH(int, milliseconds);
-    const Cli::UpdateProgress progress{percent, confirmed, 8, std::chrono::milliseconds(milliseconds)};
-    QTEST(Cli::UpdateLiveLine(progress, 80), "live");
+    QFETCH(int, left);
+    const Cli::UpdateProgress progress{confirmed, 8, left};
+    QTEST(Cli::UpdateLiveLine(progress), "live");
     QTEST(Cli::UpdateProgressLine(progress), "line");
-}
-
-void TestCliUpdate::LiveLineIsCut()
-{
-    QCOMPARE(Cli::UpdateLiveLine({25, 2, 8, 1s}, 9), QStringLiteral(" 25 % [=="));
 }
 
 void TestCliUpdate::ProgressAsJson()
 {
-    QCOMPARE(Cli::UpdateProgressJson(Evening, {25, 2, 8, 1s}),
+    QCOMPARE(Cli::UpdateProgressJson(Evening, {2, 8, 3000}),
              QByteArray(R"({"event":"progress","left":3,"percent":25,"sectors":2,)"
                         R"("time":"2026-11-21T18:00:00.000Z","total":8})"
                         "\n"));
-    QVERIFY(Cli::UpdateProgressJson(Evening, {0, 0, 8, 1s}).contains(R"("left":null)"));
+    QVERIFY(Cli::UpdateProgressJson(Evening, {0, 8, -1}).contains(R"("left":null)"));
 }
 
 void TestCliUpdate::Versions()
@@ -227,33 +204,33 @@ void TestCliUpdate::Versions()
 
 void TestCliUpdate::FailuresSayWhatToDo_data()
 {
+    QTest::addColumn<int>("confirmed");
     QTest::addColumn<int>("sectors");
-    QTest::addColumn<int>("progress");
     QTest::addColumn<int>("error");
     QTest::addColumn<QString>("message");
     QTest::newRow("300")
-        << 8 << 0 << 300
+        << 0 << 8 << 300
         << "Firmware update failed: UpdateModeChangeFailed (300): the instrument could not be "
            "switched to update mode. Nothing was sent, and the instrument keeps its firmware; run "
            "the same command again.";
     QTest::newRow("303")
-        << 8 << 25 << 303
+        << 2 << 8 << 303
         << "Firmware update failed: UpdateInitializationFailed (303): the instrument refused the "
            "update, or a part of the image was not transferred. 2 of 8 sectors were confirmed. The "
            "instrument stays in update mode; run the same command again.";
     QTest::newRow("303 behind the first sector")
-        << 8 << 12 << 303
+        << 1 << 8 << 303
         << "Firmware update failed: UpdateInitializationFailed (303): the instrument refused the "
            "update, or a part of the image was not transferred. 1 of 8 sectors was confirmed. The "
            "instrument stays in update mode; run the same command again.";
     QTest::newRow("303 of many")
-        << 1000 << 1 << 303
+        << 10 << 1000 << 303
         << "Firmware update failed: UpdateInitializationFailed (303): the instrument "
            "refused the update, or a part of the image was not transferred. At least 10 "
            "of 1000 sectors were confirmed. The instrument stays in update mode; run the "
            "same command again.";
     QTest::newRow("304")
-        << 1000 << 100 << 304
+        << 1000 << 1000 << 304
         << "Firmware update failed: UpdateConfirmationFailed (304): the instrument refused the "
            "closing confirmation of the update. 1000 of 1000 sectors were confirmed. The "
            "instrument stays in update mode; run the same command again.";
@@ -261,96 +238,57 @@ void TestCliUpdate::FailuresSayWhatToDo_data()
 
 void TestCliUpdate::FailuresSayWhatToDo()
 {
+    QFETCH(int, confirmed);
     QFETCH(int, sectors);
-    QFETCH(int, progress);
     QFETCH(int, error);
-    QTEST(EndOf(FailedSession(sectors, progress, static_cast<Error>(error))).message, "message");
+    QTEST(Cli::EndingOf(FailedAt(confirmed, sectors, error)).message, "message");
 }
 
 void TestCliUpdate::OtherEnds_data()
 {
-    using Outcome = Cli::Ending::Outcome;
-    using VesmarClient::UpdateSession;
-    QTest::addColumn<Cli::Ending>("ending");
+    QTest::addColumn<Cli::UpdateEnd>("end");
     QTest::addColumn<int>("status");
     QTest::addColumn<int>("outcome");
     QTest::addColumn<QString>("reason");
     QTest::addColumn<QString>("words");
-    const auto row = [](const char* name, UpdateSession session,
-                        const std::function<void(UpdateSession&)>& end, int status, Outcome outcome,
+    using Ended = Cli::Ending::Outcome;
+    const auto row = [](const char* name, const Cli::UpdateEnd& end, int status, Ended outcome,
                         const char* reason, const char* words) {
-        end(session);
-        QTest::newRow(name) << EndOf(session) << status << static_cast<int>(outcome)
-                            << QString::fromLatin1(reason) << QString::fromLatin1(words);
+        QTest::newRow(name) << end << status << static_cast<int>(outcome) << QString::fromLatin1(reason)
+                            << QString::fromLatin1(words);
     };
-    UpdateSession begun(8, false);
-    begun.Begin();
-    UpdateSession offline(8, true);
-    offline.Begin();
-    row(
-        "done", FinishedSession(),
-        [](UpdateSession& session) { session.IdentityRead(OperationMode::Normal); }, 0, Outcome::Done, "",
+    row("done", Named(Outcome::Completed, "", Phase::Restarting), 0, Ended::Done, "",
         "Firmware update done. The instrument is back in its normal mode.");
-    row(
-        "stays in update mode", FinishedSession(),
-        [](UpdateSession& session) { session.IdentityRead(Update); }, 4, Outcome::UpdateMode, "update-mode",
-        "stays in update mode; run the same command again.");
-    row(
-        "not back", FinishedSession(),
-        [](UpdateSession& session) { session.TimeOver(OperationState::Finished); }, 7, Outcome::LinkLost,
-        "not-back", "sent and confirmed, but the instrument has not");
-    row(
-        "mode not changed", begun, [](UpdateSession& session) { session.TimeOver(OperationState::Idle); }, 4,
-        Outcome::Failed, "mode-not-changed", "did not change to update mode in time");
-    row(
-        "no sector sent", offline,
-        [](UpdateSession& session) {
-            session.Observe(
-                {Error::UpdateInitializationFailed, OperationState::Idle, 0, OperationMode::Normal});
-        },
-        4, Outcome::Failed, "",
+    row("stays in update mode", Named(Outcome::Failed, "update-mode", Phase::Restarting), 4,
+        Ended::UpdateMode, "update-mode", "stays in update mode; run the same command again.");
+    row("not back", Named(Outcome::LinkLost, "not-back", Phase::Restarting), 7, Ended::LinkLost, "not-back",
+        "sent and confirmed, but the instrument has not");
+    row("mode not changed", Named(Outcome::Failed, "mode-not-changed", Phase::ChangingMode), 4, Ended::Failed,
+        "mode-not-changed", "did not change to update mode in time");
+    row("no sector sent", FailedAt(0, 8, 303, Phase::ChangingMode), 4, Ended::Failed, "",
         " No sector was sent. The instrument may be in update mode; check cable and power, and run the same "
-        "command "
-        "again.");
-    row(
-        "link lost", begun,
-        [](UpdateSession& session) {
-            session.Observe({Error::CommunicationRecovery, OperationState::Idle, 0, OperationMode::Normal});
-        },
-        7, Outcome::LinkLost, "link-lost", "link was lost before the first sector");
-    row(
-        "signal before", begun, [](UpdateSession& session) { session.Interrupt(OperationState::Idle, 2); },
-        128 + 2, Outcome::Interrupted, "signal",
+        "command again.");
+    row("link lost", Named(Outcome::LinkLost, "link-lost", Phase::ChangingMode), 7, Ended::LinkLost,
+        "link-lost", "link was lost before the first sector");
+    row("link lost before it began", Named(Outcome::Failed, "not-connected", Phase::Waiting), 7,
+        Ended::LinkLost, "link-lost", "");
+    row("signal before", Named(Outcome::Aborted, "", Phase::ChangingMode, 2), 128 + 2, Ended::Interrupted,
+        "signal",
         "Ended by signal 2 before the first sector was sent: the instrument keeps its firmware. It may be in "
-        "update "
-        "mode; vesmar restart brings it back.");
-    row(
-        "signal after", FinishedSession(),
-        [](UpdateSession& session) { session.Interrupt(OperationState::Idle, 15); }, 128 + 15,
-        Outcome::Interrupted, "signal", "Ended by signal 15 after the firmware was sent and confirmed.");
+        "update mode; vesmar restart brings it back.");
+    row("signal after", Named(Outcome::Aborted, "", Phase::Restarting, 15), 128 + 15, Ended::Interrupted,
+        "signal", "Ended by signal 15 after the firmware was sent and confirmed.");
 }
 
 void TestCliUpdate::OtherEnds()
 {
-    QFETCH(const Cli::Ending, ending);
+    QFETCH(const Cli::UpdateEnd, end);
     QFETCH(const QString, words);
+    const Cli::Ending ending = Cli::EndingOf(end);
     QTEST(ending.status, "status");
     QTEST(static_cast<int>(ending.outcome), "outcome");
     QTEST(ending.reason, "reason");
     QVERIFY2(ending.message.contains(words), qPrintable(ending.message));
-}
-
-/// Where the link is lost, the result has the library's final error of the link, once there is one.
-void TestCliUpdate::ErrorOfALostLink()
-{
-    VesmarClient::UpdateSession away = FinishedSession();
-    away.TimeOver(OperationState::Finished);
-    QVERIFY(EndOf(away, Error::InvalidResponse).error == Error::InvalidResponse);
-    QVERIFY(EndOf(away, Error::CommunicationRecovery).error == Error::NoErrors);
-    QVERIFY(EndOf(away, Error::DeviceError3).error == Error::NoErrors);
-
-    const VesmarClient::UpdateSession failed = FailedSession(8, 25, Error::UpdateInitializationFailed);
-    QVERIFY(EndOf(failed, Error::NoResponse).error == Error::UpdateInitializationFailed);
 }
 
 void TestCliUpdate::SignalThatIsRefused()
@@ -362,9 +300,7 @@ void TestCliUpdate::SignalThatIsRefused()
 
 void TestCliUpdate::ResultAsJson()
 {
-    VesmarClient::UpdateSession done = FinishedSession();
-    done.IdentityRead(OperationMode::Normal);
-    QCOMPARE(ResultOf(done, {QString(), QStringLiteral("1.06")}),
+    QCOMPARE(ResultOf(Named(Outcome::Completed, "", Phase::Restarting)),
              QByteArray(R"({"error":null,"event":"result",)"
                         R"("message":"Firmware update done. The instrument is back in its normal mode.",)"
                         R"("outcome":"done","reason":null,"sectors":8,"status":0,)"
@@ -375,9 +311,9 @@ void TestCliUpdate::ResultAsJson()
 
 void TestCliUpdate::ResultOfAFailureAsJson()
 {
-    const VesmarClient::UpdateSession failed = FailedSession(8, 25, Error::UpdateInitializationFailed);
-    const QByteArray line = ResultOf(failed, {QStringLiteral("1.05"), QString()});
-    const QJsonObject result = QJsonDocument::fromJson(line).object();
+    Cli::UpdateEnd failed = FailedAt(2, 8, 303);
+    failed.versionBefore = QStringLiteral("1.05");
+    const QJsonObject result = QJsonDocument::fromJson(ResultOf(failed)).object();
     QCOMPARE(result.value(QStringLiteral("outcome")).toString(), QStringLiteral("failed"));
     QCOMPARE(result.value(QStringLiteral("status")).toInt(), 4);
     QCOMPARE(result.value(QStringLiteral("sectors")).toInt(), 2);

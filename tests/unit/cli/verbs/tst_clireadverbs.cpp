@@ -37,7 +37,7 @@ QStringList Changes(const Outcome& outcome)
 QStringList PictureOfAnInstrument()
 {
     return {QStringLiteral("DeviceInformation "), QStringLiteral("TesterMode 0"),
-            QStringLiteral("ErrorCode 15")};
+            QStringLiteral("ErrorCode 15"), QStringLiteral("CalibrationDateTime 2024-02-15T00:00:00")};
 }
 
 /// Refuses the requests with this command from the first to the last of these times.
@@ -242,18 +242,16 @@ void TestCliReadVerbs::MonitorShowsEveryChangeUntilASignal()
     const Instrument changing = [statuses = 0](const QByteArray& request) mutable {
         Answers answers;
         statuses += request.at(0) == 's' ? 1 : 0;
-        answers.status = statuses >= 2 ? Wire::Status(0, 12, false, 3) : Wire::IdleStatus; // while monitoring
+        answers.status = statuses >= 6 ? Wire::Status(0, 12, false, 3) : Wire::IdleStatus; // while monitoring
         return answers.To(request);
     };
-    const Outcome outcome = RunWith(SignalAt('s', SIGINT, changing, 4), "monitor --json");
+    const Outcome outcome = RunWith(SignalAt('s', SIGINT, changing, 9), "monitor --json");
     QCOMPARE(outcome.status, 0);
     QCOMPARE(outcome.errors, QByteArray());
     const QStringList expected =
         QStringList{QStringLiteral("CurrentMeasurementType 0"), QStringLiteral("StartTestStatus 14")} +
-        PictureOfAnInstrument() +
-        QStringList{QStringLiteral("CurrentDateTime 2024-03-07T14:05:09"),
-                    QStringLiteral("CalibrationDateTime 2024-02-15T00:00:00"), QStringLiteral("ErrorCode 3"),
-                    QStringLiteral("StartTestStatus 12")};
+        QStringList{QStringLiteral("CurrentDateTime 2024-03-07T14:05:09")} + PictureOfAnInstrument() +
+        QStringList{QStringLiteral("ErrorCode 3"), QStringLiteral("StartTestStatus 12")};
     QCOMPARE(Changes(outcome), expected);
     for (const QJsonObject& object : outcome.Objects()) {
         const QString time = object.value(QStringLiteral("time")).toString();
@@ -302,14 +300,13 @@ void TestCliReadVerbs::MonitorShowsMainsReadings()
 
 void TestCliReadVerbs::MonitorShowsALossOfTheLinkAndGoesOn()
 {
-    const Instrument lost = RefusingFor('s', 2, 5); // a whole request, and the first check of the recovery
-    const Outcome outcome = RunWith(SignalAt('T', SIGINT, lost, 2), "monitor --json");
+    const Instrument lost = RefusingFor('s', 6, 9); // a whole request, and the first check of the recovery
+    const Outcome outcome = RunWith(SignalAt('s', SIGINT, lost, 30), "monitor --json");
     QCOMPARE(outcome.status, 0);
     const QStringList changes = Changes(outcome);
     const int loss = changes.indexOf(QStringLiteral("ErrorCode 103"));
     QVERIFY(loss > 0);
-    const QStringList expected = QStringList{QStringLiteral("ErrorCode 15")} + PictureOfAnInstrument() +
-                                 QStringList{QStringLiteral("CalibrationDateTime 2024-02-15T00:00:00")};
+    const QStringList expected = QStringList{QStringLiteral("ErrorCode 15")} + PictureOfAnInstrument();
     QCOMPARE(changes.mid(loss + 1), expected);
 }
 
@@ -328,7 +325,7 @@ void TestCliReadVerbs::MonitorWithoutADevice()
     RedirectSerialDevice(QByteArray());
     const Outcome outcome = RunVerb({"vesmar", "monitor", "--json", "--timeout=3600"});
     QCOMPARE(outcome.status, 2);
-    QCOMPARE(Changes(outcome).first(), QStringLiteral("ErrorCode 103"));
+    QCOMPARE(outcome.Objects().size(), 1);
     QCOMPARE(outcome.Result("reason").toString(), QStringLiteral("device-missing"));
 }
 
