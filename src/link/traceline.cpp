@@ -44,15 +44,18 @@ Line::~Line()
 Line& Line::Now()
 {
     if (_isWanted) {
-        constexpr qint64 DayMs = 24 * 60 * 60 * 1000; // Without leap seconds, and no clock is before 1970.
+        constexpr int SecondMs = 1000;
+        constexpr int MinuteMs = 60 * SecondMs;
+        constexpr int HourMs = 60 * MinuteMs;
+        constexpr int DayMs = 24 * HourMs; // UTC has days of one length, and no clock is before 1970.
         const auto time = static_cast<int>(QDateTime::currentMSecsSinceEpoch() % DayMs);
-        AppendDigits(time / (60 * 60 * 1000), 2);
+        AppendDigits(time / HourMs, 2);
         Append(":", 1);
-        AppendDigits(time / (60 * 1000) % 60, 2);
+        AppendDigits(time % HourMs / MinuteMs, 2);
         Append(":", 1);
-        AppendDigits(time / 1000 % 60, 2);
+        AppendDigits(time % MinuteMs / SecondMs, 2);
         Append(".", 1);
-        AppendDigits(time % 1000, 3);
+        AppendDigits(time % SecondMs, 3);
     }
     return *this;
 }
