@@ -308,7 +308,7 @@ bool Transciever::CollectUntilSilence(int port, int timeoutMs, QByteArray& respo
 void Transciever::Append(int received, QByteArray& response) const
 {
     if (received > 0) {
-        response.append(_receiveBuffer.data(), std::min(received, MaxCollectedBytes - response.size()));
+        response.append(_receiveBuffer.data(), std::min<int>(received, MaxCollectedBytes - response.size()));
     }
 }
 
