@@ -49,18 +49,16 @@ DecodeSession::DecodeSession(const Task& task, Output& output)
 int DecodeSession::Run()
 {
     if (Begin()) {
-        for (auto line = NextLine(); line; line = NextLine()) {
+        for (auto line = _reader.Next(); line; line = _reader.Next()) {
             DecodeLine(*line);
             if (_printed != Output::Result::Written) {
                 return PrintingStatus(_output, _printed);
             }
         }
         _history.Finish();
-        Flush();
         DecideEnding();
     }
     PrintEnd();
-    Flush();
     const int status = PrintingStatus(_output, _printed);
     return status != ExitStatus::Done ? status : _ending.status;
 }
@@ -116,7 +114,6 @@ void DecodeSession::ReportDamage(qint64 line, const QString& damage)
 {
     ++_damagedLines;
     if (_damagedLines <= MostComplaints) {
-        Flush();
         WriteError(
             QStringLiteral("%1, line %2: %3").arg(_task.logName, QString::number(line), Printable(damage)));
     }
@@ -194,28 +191,9 @@ QString DecodeSession::DoneText() const
     return decoded + QStringLiteral(", and %1 entries are recorded%2.").arg(_recording->Entries()).arg(links);
 }
 
-/// Whoever watches a log that grows sees all of it while the program waits for more.
-std::optional<Decode::LogLine> DecodeSession::NextLine()
-{
-    if (!_reader.HasLine()) {
-        Flush();
-    }
-    return _reader.Next();
-}
-
 void DecodeSession::Print(const QByteArray& text)
 {
-    constexpr int MostKept = 65536;
-    _kept += text;
-    if (_kept.size() > MostKept) {
-        Flush();
-    }
-}
-
-void DecodeSession::Flush()
-{
-    _printed = _output.Write(_kept);
-    _kept.clear();
+    _printed = _output.Write(text);
 }
 
 } // namespace Cli

@@ -3,27 +3,13 @@
 #include <CLI/CLI.hpp>
 
 #include <QFile>
+#include <QStringList>
 
 #include <algorithm>
-#include <cmath>
-#include <functional>
 
-#include <Vesmar/hvtestsettings.h>
-#include <Vesmar/ideltasettings.h>
-#include <Vesmar/iecsettings.h>
-#include <Vesmar/ipesettings.h>
-#include <Vesmar/isubsettings.h>
-#include <Vesmar/itsettings.h>
-#include <Vesmar/powersettings.h>
-#include <Vesmar/rcdiecsettings.h>
-#include <Vesmar/rcdsettings.h>
-#include <Vesmar/risosettings.h>
-#include <Vesmar/rlnsettings.h>
-#include <Vesmar/rpesettings.h>
-
-#include "cli/kit/choice.h"
 #include "cli/kit/verb.h"
-#include "cli/measure/rcdoptions.h"
+#include "cli/measure/measurementformat.h"
+#include "cli/words/text.h"
 
 namespace Cli
 {
@@ -31,143 +17,123 @@ namespace Cli
 namespace
 {
 
-using Vesmar::ContinuousMeasurementSettings;
-using Vesmar::HVTestSettings;
-using Vesmar::IDELTASettings;
-using Vesmar::IPESettings;
-using Vesmar::ITSettings;
-using Vesmar::POWERSettings;
-using Vesmar::RISOSettings;
-using Vesmar::RPESettings;
+using VesmarClient::FunctionInfo;
+using VesmarClient::FunctionKind;
+using VesmarClient::Functions;
+using VesmarClient::Option;
+using VesmarClient::OptionKind;
+using VesmarClient::Settings;
 
-constexpr int NoTime = -1;
-constexpr int LongestTime = 86400;
-constexpr double LongestTimeOffset = 600;
-constexpr char Unlimited[] = "unlimited";
-
-void AddTime(CLI::App& command, ContinuousMeasurementSettings& settings)
+QString DescriptionOf(const FunctionInfo& function)
 {
-    const auto accept = [&settings](const std::string& text) {
-        bool isNumber = false;
-        const int seconds = QString::fromStdString(text).toInt(&isNumber);
-        if (text == Unlimited) {
-            settings.SetTime(NoTime);
-        } else if (isNumber && seconds >= 1 && seconds <= LongestTime) {
-            settings.SetTime(seconds);
-        } else {
-            Refuse("--time", text,
-                   "a whole number of seconds from 1 to " + std::to_string(LongestTime) + ", nor " +
-                       Unlimited);
-        }
-    };
-    command
-        .add_option_function<std::string>("--time", accept,
-                                          "How long to measure (default 5), or \"unlimited\": until Ctrl-C")
-        ->type_name("SECONDS|unlimited");
+    if (function.isDangerous) {
+        return Text::tr("%1; a dangerous voltage is present while it runs").arg(function.title);
+    }
+    return function.kind == FunctionKind::Single ? Text::tr("%1, a single measurement").arg(function.title)
+                                                 : function.title;
 }
 
-void AddTimeOffset(CLI::App& command, HVTestSettings& settings, float& secondsBefore)
+QString DescriptionOf(const Option& option)
 {
-    const auto accept = [&settings, &secondsBefore](const std::string& text) {
-        bool isNumber = false;
-        const double seconds = QString::fromStdString(text).toDouble(&isNumber);
-        if (!isNumber || !(seconds >= 0 && seconds <= LongestTimeOffset)) {
-            Refuse("--time-offset", text, "a number of seconds from 0 to 600");
-        }
-        settings.SetMeasurementTimeOffset(static_cast<float>(seconds));
-        secondsBefore = settings.GetMeasurementTimeOffset();
+    QString text = option.description;
+    if (!option.mayStayUnset) {
+        text += Text::tr("; required");
+    }
+    if (option.defaultValue.isValid()) {
+        text += Text::tr(" (default %1)").arg(option.defaultValue.toString());
+    }
+    return option.special.isEmpty() ? text : text + Text::tr(", or \"%1\": until Ctrl-C").arg(option.special);
+}
+
+std::string TypeNameOf(const Option& option)
+{
+    QStringList words;
+    for (const VesmarClient::Choice& choice : option.choices) {
+        words.append(choice.identifier);
+    }
+    if (option.kind != OptionKind::Choice) {
+        words.append(option.unit == QLatin1String("s") ? QStringLiteral("SECONDS")
+                                                       : QStringLiteral("NUMBER"));
+    }
+    if (!option.special.isEmpty()) {
+        words.append(option.special);
+    }
+    return words.join(QLatin1Char('|')).toStdString();
+}
+
+void AddOption(CLI::App& command, const Option& option, Settings& settings)
+{
+    const std::string name = "--" + option.identifier.toStdString();
+    if (option.kind == OptionKind::Flag) {
+        const auto accept = [&settings, option] { settings.set(option.identifier, true); };
+        command.add_flag_callback(name, accept, option.description.toStdString());
+        return;
+    }
+    const auto accept = [&settings, option](const std::string& text) {
+        settings.set(option.identifier, QString::fromLocal8Bit(text.c_str()));
     };
-    secondsBefore = settings.GetMeasurementTimeOffset();
-    command
-        .add_option_function<std::string>("--time-offset", accept,
-                                          "Added to the time for the voltage to rise (default 3.5)")
-        ->type_name("SECONDS");
+    command.add_option_function<std::string>(name, accept, DescriptionOf(option).toStdString())
+        ->type_name(TypeNameOf(option));
+}
+
+/// Throws the error for the first option that cannot be measured.
+void Check(const Settings& settings)
+{
+    const auto problems = settings.validate();
+    if (problems.isEmpty()) {
+        return;
+    }
+    const VesmarClient::SettingsProblem& problem = problems.first();
+    const QVariant given = settings.options().value(problem.option);
+    const QString refusal = given.type() == QVariant::String
+                                ? Text::tr("\"%1\" is not allowed. ").arg(given.toString())
+                                : QString();
+    throw CLI::ValidationError("--" + problem.option.toStdString(),
+                               (refusal + problem.message).toStdString());
 }
 
 } // namespace
 
-std::optional<int> MeasureFunction::Seconds() const
+MeasureFunctions::MeasureFunctions(CLI::App& measure)
 {
-    if (continuous == nullptr || continuous->GetTime() == NoTime) {
-        return std::nullopt;
+    const auto all = Functions::all();
+    _functions.reserve(static_cast<size_t>(all.size())); // the options refer to its elements
+    for (const FunctionInfo& info : all) {
+        Add(measure, info);
     }
-    return continuous->GetTime();
 }
 
-MeasureFunctions::MeasureFunctions(CLI::App& measure) : _measure(measure)
+void MeasureFunctions::Add(CLI::App& measure, const FunctionInfo& info)
 {
-    constexpr size_t Count = 12;
-    _functions.reserve(Count); // the options refer to its elements
-    AddSingle();
-    AddContinuous();
-    AddRcd();
-}
-
-void MeasureFunctions::AddSingle()
-{
-    Add<Vesmar::RLNSettings>("rln", "RLN, a single measurement");
-    Add<Vesmar::IECSettings>("iec", "IEC, a single measurement");
-}
-
-void MeasureFunctions::AddContinuous()
-{
-    auto& rpe = Add<RPESettings>("rpe", "Protective-earth resistance");
-    AddChoice(Command(), "--current", rpe, &RPESettings::SetCurrent, {0, 1, 2, 3});
-    AddChoice(Command(), "--method", rpe, &RPESettings::SetMethod, {0, 1, 2, 3});
-    auto& riso = Add<RISOSettings>("riso", "Insulation resistance");
-    AddChoice(Command(), "--voltage", riso, &RISOSettings::SetVoltage, {0, 1, 2, 3});
-    AddChoice(Command(), "--mode", riso, &RISOSettings::SetMode, {1, 2, 4});
-    Add<Vesmar::ISUBSettings>("isub", "Substitute leakage current");
-    auto& ipe = Add<IPESettings>("ipe", "Protective-conductor current");
-    AddChoice(Command(), "--mode", ipe, &IPESettings::SetMode, {1, 2});
-    AddChoice(Command(), "--configuration", ipe, &IPESettings::SetConfiguration, {1, 2});
-    auto& idelta = Add<IDELTASettings>("idelta", "Differential current");
-    AddChoice(Command(), "--mode", idelta, &IDELTASettings::SetMode, {1, 2});
-    AddChoice(Command(), "--configuration", idelta, &IDELTASettings::SetConfiguration, {1, 2});
-    auto& touch = Add<ITSettings>("it", "Touch current");
-    AddChoice(Command(), "--configuration", touch, &ITSettings::SetConfiguration, {1, 2});
-    auto& power = Add<POWERSettings>("power", "Power");
-    AddChoice(Command(), "--mode", power, &POWERSettings::SetMode, {1, 2});
-    auto& hv = Add<HVTestSettings>("hv", "High-voltage test; a dangerous voltage is present while it runs");
-    AddChoice(Command(), "--mode", hv, &HVTestSettings::SetMode, {1, 2});
-    AddTimeOffset(Command(), hv, _functions.back().secondsBefore);
-}
-
-void MeasureFunctions::AddRcd()
-{
-    auto& rcd = Add<Vesmar::RCDSettings>("rcd", "Residual-current device: Ub/Re, or Ia/Ta");
-    AddRcdOptions(Command(), rcd, _functions.back().isReMeasured);
-    auto& rcdIec = Add<Vesmar::RCDIECSettings>("rcd-iec", "Residual-current device, IEC variant");
-    AddRcdIecOptions(Command(), rcdIec);
-}
-
-template <typename Settings>
-Settings& MeasureFunctions::Add(const char* name, const char* description)
-{
-    auto owned = std::make_unique<Settings>();
-    Settings& settings = *owned;
-    CLI::App* command = _measure.add_subcommand(name, description)->fallthrough();
-    const std::string usage = std::string("Usage: vesmar measure ") + name + " [OPTIONS]\n";
-    ShowUsage(*command, usage);
+    const std::string name = info.identifier.toStdString();
+    CLI::App* command = measure.add_subcommand(name, DescriptionOf(info).toStdString())->fallthrough();
+    ShowUsage(*command, "Usage: vesmar measure " + name + " [OPTIONS]\n");
     command->footer("\nvesmar measure --help tells of the options that all functions have.\n");
-    _functions.push_back({QString::fromLatin1(name), command, std::move(owned),
-                          dynamic_cast<ContinuousMeasurementSettings*>(&settings)});
-    const bool isSingle = _functions.back().continuous == nullptr;
-    const auto acceptCsv = [this, isSingle, name](const std::string& file) {
-        if (isSingle) {
-            throw CLI::ValidationError("--csv", std::string(name) +
-                                                    " gives a single result; only continuous functions have "
-                                                    "readings to write to a file");
+    _functions.push_back({info, command, Settings(info.identifier)});
+    Settings& settings = _functions.back().settings;
+    AddCsv(_functions.back());
+    for (const Option& option : info.options) {
+        AddOption(*command, option, settings);
+    }
+    command->final_callback([&settings] { Check(settings); });
+}
+
+void MeasureFunctions::AddCsv(const MeasureFunction& function)
+{
+    const bool isContinuous = IsContinuous(function.info);
+    const auto accept = [this, isContinuous, &function](const std::string& file) {
+        if (!isContinuous) {
+            const QString complaint = Text::tr("%1 gives a single result; only continuous functions have "
+                                               "readings to write to a file")
+                                          .arg(function.info.identifier);
+            throw CLI::ValidationError("--csv", complaint.toStdString());
         }
         _csvFile = QFile::decodeName(file.c_str());
     };
-    auto* csv = command->add_option_function<std::string>("--csv", acceptCsv,
-                                                          "Write every reading to this file as it comes");
-    csv->type_name("FILE")->group(isSingle ? "" : "Options");
-    if (!isSingle) {
-        AddTime(*command, *_functions.back().continuous);
-    }
-    return settings;
+    const std::string description = Text::tr("Write every reading to this file as it comes").toStdString();
+    function.command->add_option_function<std::string>("--csv", accept, description)
+        ->type_name("FILE")
+        ->group(isContinuous ? "Options" : "");
 }
 
 const MeasureFunction* MeasureFunctions::Chosen() const
@@ -181,7 +147,7 @@ std::string MeasureFunctions::Names() const
 {
     std::string names;
     for (const MeasureFunction& function : _functions) {
-        names += (names.empty() ? "" : ", ") + function.name.toStdString();
+        names += (names.empty() ? "" : ", ") + function.info.identifier.toStdString();
     }
     return names;
 }

@@ -2,12 +2,10 @@
 
 #include <QString>
 
-#include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
-#include <Vesmar/continuousmeasurementsettings.h>
+#include <VesmarClient/settings.h>
 
 namespace CLI
 {
@@ -17,18 +15,12 @@ class App;
 namespace Cli
 {
 
-/// A function that can be measured: its part of the command line, and the settings that the options fill.
+/// A function that can be measured: what the catalogue knows of it, its part of the command line, and what is
+/// given there.
 struct MeasureFunction {
-    QString name;
+    VesmarClient::FunctionInfo info;
     CLI::App* command;
-    std::unique_ptr<Vesmar::MeasurementSettings> settings;
-    Vesmar::ContinuousMeasurementSettings*
-        continuous;          ///< The same settings, or null for a single measurement.
-    float secondsBefore = 0; ///< How much longer the first second of the measurement time lasts, in seconds.
-    bool isReMeasured = false; ///< Whether a Ub/Re test runs first, and gives the Re of this RCD test.
-
-    /// The measurement time in seconds; none where it is not known in advance.
-    std::optional<int> Seconds() const;
+    VesmarClient::Settings settings;
 };
 
 /// The functions of `vesmar measure`, each a command of its own below it.
@@ -44,14 +36,9 @@ public:
     const QString& CsvFile() const { return _csvFile; }
 
 private:
-    template <typename Settings>
-    Settings& Add(const char* name, const char* description);
-    void AddSingle();
-    void AddContinuous();
-    void AddRcd();
-    CLI::App& Command() { return *_functions.back().command; }
+    void Add(CLI::App& measure, const VesmarClient::FunctionInfo& info);
+    void AddCsv(const MeasureFunction& function);
 
-    CLI::App& _measure;
     std::vector<MeasureFunction> _functions;
     QString _csvFile;
 };

@@ -1,12 +1,13 @@
 #include "cli/measure/measurementformat.h"
 
 #include <algorithm>
-#include <array>
 
-#include "cli/words/exitstatus.h"
+#include <QStringList>
+
+#include "cli/output/event.h"
+#include "cli/output/wrapped.h"
 #include "cli/words/format.h"
-#include "client/line/diagnosis.h"
-#include "client/words/named.h"
+#include "cli/words/text.h"
 
 namespace Cli
 {
@@ -14,260 +15,182 @@ namespace Cli
 namespace
 {
 
-using VesmarClient::DriverReading;
-using VesmarClient::MeasurementSession;
-using Outcome = MeasurementSession::Outcome;
-using Phase = MeasurementSession::Phase;
-using Reason = MeasurementSession::Reason;
 using std::chrono::milliseconds;
+using VesmarClient::FunctionKind;
+using VesmarClient::Gap;
+using VesmarClient::Phase;
+using VesmarClient::Reading;
 
 double Seconds(milliseconds time)
 {
     return static_cast<double>(time.count()) / 1000;
 }
 
+QString ShownSeconds(qint64 time)
+{
+    return QString::number(Seconds(milliseconds(time)), 'f', 1);
+}
+
 QString Elapsed(milliseconds time)
 {
-    return QString::number(Seconds(time), 'f', 1) + QStringLiteral(" s");
+    return (ShownSeconds(time.count()) + QStringLiteral(" s")).rightJustified(8);
 }
 
-QString Bar(const MeasurementProgress& progress)
+double ShareOf(const MeasurementProgress& progress)
 {
-    constexpr int Width = 20;
-    const milliseconds elapsed = std::min(progress.elapsed, *progress.total);
-    const auto filled =
-        static_cast<int>(Width * elapsed.count() / std::max<qint64>(progress.total->count(), 1));
-    return QStringLiteral(" of %1 s [%2]")
-        .arg(Seconds(*progress.total))
-        .arg(QString(filled, QLatin1Char('=')).leftJustified(Width));
+    return std::min(1.0, Seconds(progress.elapsed) / Seconds(std::max(*progress.total, milliseconds(1))));
 }
 
-QString Listed(const QVector<DriverReading>& readings)
+QString Danger()
 {
-    QString text;
-    for (const DriverReading& reading : readings) {
-        text += (text.isEmpty() ? QString() : QStringLiteral(", ")) + QLatin1String(reading.name) +
-                QLatin1Char(' ') + ShowReading(reading.value).text;
-    }
-    return text;
+    return Text::tr("DANGEROUS VOLTAGE");
 }
 
-QJsonObject Json(const QVector<DriverReading>& readings)
+/// In the language of the people; the identifier is for programs.
+QString NameOf(const Reading& reading)
 {
-    QJsonObject json;
-    for (const DriverReading& reading : readings) {
-        json.insert(QLatin1String(reading.name), ShowReading(reading.value).json);
-    }
-    return json;
+    return QCoreApplication::translate("VesmarClient", reading.name.toUtf8().constData());
 }
 
-int EndingStatus(const MeasurementSession& session)
+/// As the instrument has sent it.
+QString NumberOf(Reading reading)
 {
-    if (session.CurrentOutcome() == Outcome::LinkLost) {
-        return ExitStatus::LinkLost;
-    }
-    if (!session.IsStopConfirmed()) {
-        return ExitStatus::StopNotConfirmed;
-    }
-    switch (session.CurrentOutcome()) {
-    case Outcome::Completed:
-        return ExitStatus::Done;
-    case Outcome::Aborted:
-        return ExitStatus::Aborted;
-    default:
-        return ExitStatus::Failed;
-    }
+    reading.unit.clear();
+    reading.decimals = -1;
+    return reading.text();
 }
 
-Ending::Outcome EndingOutcome(const MeasurementSession& session)
+QString Bound(QString text)
 {
-    switch (session.CurrentOutcome()) {
-    case Outcome::Completed:
-        return IsDone(session) ? Ending::Outcome::Done : Ending::Outcome::Failed;
-    case Outcome::Aborted:
-        return Ending::Outcome::Aborted;
-    case Outcome::LinkLost:
-        return Ending::Outcome::LinkLost;
-    default:
-        return Ending::Outcome::Failed;
-    }
+    return text.replace(QLatin1Char(' '), QChar::Nbsp);
 }
-
-/// A reason other than an error: for programs, and for people.
-struct NamedReason {
-    Reason value;
-    const char* name;
-    const char* message;
-};
-
-constexpr std::array<NamedReason, 5> FailureReasons{{
-    {Reason::NotPrepared, "not-prepared", "the instrument did not prepare it in time"},
-    {Reason::NotStarted, "not-started", "the instrument did not start it in time"},
-    {Reason::NoResult, "no-result", "it ended early or without a reading, and no error was seen"},
-    {Reason::FunctionLost, "function-lost",
-     "the instrument gave it up in the middle, for another function or for a restart; measure again"},
-    {Reason::OtherFunction, "other-function",
-     "the instrument is busy with a function that was not started here, and does not stop it"},
-}};
-
-/// The most urgent reason.
-QString EndingReason(const MeasurementSession& session)
-{
-    if (session.CurrentOutcome() == Outcome::LinkLost) {
-        return QStringLiteral("link-lost");
-    }
-    if (session.IsStopConfirmed() || session.FailureReason() == Reason::OtherFunction) {
-        return VesmarClient::NameIn(FailureReasons, session.FailureReason());
-    }
-    return QStringLiteral("stop-not-confirmed");
-}
-
-/// The error that is the reason; none where no error is.
-Vesmar::Error EndingError(const MeasurementSession& session, Vesmar::Error presentError)
-{
-    if (session.CurrentOutcome() == Outcome::LinkLost) {
-        return VesmarClient::ReasonForLoss(presentError);
-    }
-    return session.FailureReason() == Reason::Error ? session.FirstError() : Vesmar::Error::NoErrors;
-}
-
-QString FailureMessage(const MeasurementSession& session)
-{
-    const auto* const reason = VesmarClient::FindRow(FailureReasons, session.FailureReason());
-    return reason != nullptr ? QString::fromLatin1(reason->message) : Show(session.FirstError()).text;
-}
-
-QString LossMessage(const MeasurementSession& session)
-{
-    if (!session.IsStopConfirmed()) {
-        return QStringLiteral(
-            "Link lost, the state of the instrument is unknown: it may still be running, and "
-            "high voltage may be on. Switch it off at the instrument.");
-    }
-    const QString lost =
-        session.LostIn() == Phase::Preparing
-            ? QStringLiteral("Link lost, or the measurement refused by the instrument, while preparing.")
-            : QStringLiteral("Link lost in the middle of the measurement.");
-    return lost + QStringLiteral(" It is back, and the instrument is confirmed to have stopped.");
-}
-
-QString FirstSentence(const QString& function, const MeasurementSession& session)
-{
-    switch (session.CurrentOutcome()) {
-    case Outcome::Completed:
-        return QStringLiteral("Measurement %1 done.").arg(function);
-    case Outcome::Aborted:
-        return QStringLiteral("Measurement %1 aborted.").arg(function);
-    default:
-        return QStringLiteral("Measurement %1 failed: %2.").arg(function, FailureMessage(session));
-    }
-}
-
-QString EndMessage(const QString& function, const MeasurementSession& session)
-{
-    if (session.CurrentOutcome() == Outcome::LinkLost) {
-        return LossMessage(session);
-    }
-    const QString first = FirstSentence(function, session);
-    if (session.IsStopConfirmed()) {
-        return first + QStringLiteral(" The instrument is confirmed to have stopped.");
-    }
-    return first +
-           QStringLiteral(" STOP NOT CONFIRMED: the instrument may still be running, and high voltage "
-                          "may be on. Switch it off at the instrument.");
-}
-
-constexpr std::array<VesmarClient::Named<Phase>, 7> PhaseNames{{
-    {Phase::Preparing, "preparing"},
-    {Phase::Checking, "checking the object under test"},
-    {Phase::AwaitingMains, "waiting for a suitable mains voltage"},
-    {Phase::Starting, "starting"},
-    {Phase::Running, "running"},
-    {Phase::CleaningUp, "cleaning up"},
-    {Phase::Leaving, "waiting until the instrument has stopped"},
-}};
 
 } // namespace
 
-QString LiveLine(const MeasurementProgress& progress, const QVector<DriverReading>& readings, int width)
+bool IsContinuous(const VesmarClient::FunctionInfo& function)
 {
-    QString line = Elapsed(progress.elapsed).rightJustified(8);
-    if (progress.total) {
-        line += Bar(progress);
-    }
-    return (line + QStringLiteral("  ") + Listed(readings)).left(width);
+    return function.kind == FunctionKind::Continuous || function.kind == FunctionKind::HighVoltage;
 }
 
-QString PhaseLine(milliseconds elapsed, const QString& phase)
+QString LiveLine(const MeasurementProgress& progress, bool isDangerous, const QString& shown)
 {
-    return Elapsed(elapsed).rightJustified(8) + QStringLiteral("  ") + phase;
+    QString line = Elapsed(progress.elapsed);
+    if (progress.total) {
+        line += Text::tr(" of %1 s").arg(Seconds(*progress.total));
+    }
+    line = Bound(line);
+    if (progress.total) {
+        line += QLatin1Char(' ') + Bar(ShareOf(progress));
+    }
+    if (isDangerous) {
+        line += QStringLiteral("  ") + Bound(Danger());
+    }
+    return line + QStringLiteral("  ") + shown;
+}
+
+QByteArray TextLine(milliseconds elapsed, bool isDangerous, const QString& shown)
+{
+    const QString danger = isDangerous ? Danger() + QStringLiteral("  ") : QString();
+    QString line = Elapsed(elapsed) + QStringLiteral("  ") + danger + shown + QLatin1Char('\n');
+    return line.replace(QChar::Nbsp, QLatin1Char(' ')).toUtf8();
+}
+
+QString Listed(const QVector<Reading>& readings)
+{
+    QStringList parts;
+    for (const Reading& reading : readings) {
+        parts.append(Bound(NameOf(reading) + QLatin1Char(' ') + reading.text()));
+    }
+    return parts.join(QStringLiteral(", "));
+}
+
+QString NoReading(const Gap& gap)
+{
+    return Text::tr("no reading for %1 s").arg(gap.duration / 1000);
 }
 
 QString PhaseName(Phase phase)
 {
-    return VesmarClient::NameIn(PhaseNames, phase);
-}
-
-QByteArray ReadingLine(milliseconds elapsed, const QVector<DriverReading>& readings)
-{
-    return (PhaseLine(elapsed, Listed(readings)) + QLatin1Char('\n')).toUtf8();
-}
-
-QByteArray ReadingJson(const QDateTime& time, milliseconds elapsed, const QVector<DriverReading>& readings)
-{
-    return EventLine(
-        time, QStringLiteral("reading"),
-        {{QStringLiteral("elapsed"), Seconds(elapsed)}, {QStringLiteral("readings"), Json(readings)}});
-}
-
-QByteArray CsvHeader(Vesmar::MeasurementType function)
-{
-    QByteArray header = "time,elapsed";
-    for (const char* name : VesmarClient::ReadingNames(function)) {
-        header += ',';
-        header += name;
+    switch (phase) {
+    case Phase::AwaitingIdle:
+        return Text::tr("waiting until another function has stopped");
+    case Phase::Preparing:
+        return Text::tr("preparing");
+    case Phase::Checking:
+        return Text::tr("checking the object under test");
+    case Phase::AwaitingMains:
+        return Text::tr("waiting for a suitable mains voltage");
+    case Phase::Starting:
+        return Text::tr("starting");
+    case Phase::Running:
+        return Text::tr("running");
+    case Phase::Stopping:
+        return Text::tr("stopping");
+    case Phase::CleaningUp:
+        return Text::tr("cleaning up");
+    case Phase::Confirming:
+        return Text::tr("waiting until the instrument has stopped");
+    default:
+        return {};
     }
-    return header + '\n';
 }
 
-QByteArray CsvRow(const QDateTime& time, milliseconds elapsed, const QVector<DriverReading>& readings)
+QJsonObject ReadingsJson(const QVector<Reading>& readings)
+{
+    QJsonObject json;
+    for (const Reading& reading : readings) {
+        json.insert(reading.name, reading.isPresent ? QJsonValue(reading.value) : QJsonValue());
+    }
+    return json;
+}
+
+QByteArray ReadingJson(const QDateTime& time, milliseconds elapsed, const QVector<Reading>& readings)
+{
+    return EventLine(time, QStringLiteral("reading"),
+                     {{QStringLiteral("elapsed"), Seconds(elapsed)},
+                      {QStringLiteral("readings"), ReadingsJson(readings)}});
+}
+
+QJsonObject GapFields(const Gap& gap)
+{
+    return {{QStringLiteral("begin"), Seconds(milliseconds(gap.begin))},
+            {QStringLiteral("duration"), Seconds(milliseconds(gap.duration))}};
+}
+
+QByteArray CsvHeader(const VesmarClient::FunctionInfo& function)
+{
+    QString header = QStringLiteral("time,elapsed");
+    for (const VesmarClient::ReadingInfo& reading : function.readings) {
+        header += QLatin1Char(',') + reading.identifier;
+    }
+    return (header + QLatin1Char('\n')).toUtf8();
+}
+
+QByteArray CsvRow(const QDateTime& time, milliseconds elapsed, const QVector<Reading>& readings)
 {
     QString row = TimeStamp(time) + QLatin1Char(',') + QString::number(Seconds(elapsed), 'f', 3);
-    for (const DriverReading& reading : readings) {
-        const Shown shown = ShowReading(reading.value);
-        row += QLatin1Char(',') + (shown.json.isNull() ? QString() : shown.text);
+    for (const Reading& reading : readings) {
+        row += QLatin1Char(',') + (reading.isPresent ? NumberOf(reading) : QString());
     }
     return (row + QLatin1Char('\n')).toUtf8();
 }
 
-bool IsDone(const MeasurementSession& session)
-{
-    return session.CurrentOutcome() == Outcome::Completed && session.IsStopConfirmed();
-}
-
-Ending EndingOf(const QString& function, const MeasurementSession& session, Vesmar::Error presentError)
-{
-    return {EndingStatus(session), EndingOutcome(session), EndMessage(function, session),
-            EndingReason(session), EndingError(session, presentError)};
-}
-
-QByteArray ResultText(const QVector<DriverReading>& readings)
+QByteArray ResultText(const QVector<Reading>& readings, const QVector<Gap>& gaps)
 {
     constexpr int Width = 18;
+    const auto line = [](const QString& label, const QString& value) {
+        return QStringLiteral("  ") + label.leftJustified(Width) + value + QLatin1Char('\n');
+    };
     QString text;
-    for (const DriverReading& reading : readings) {
-        text += QStringLiteral("  ") + QString::fromLatin1(reading.name).leftJustified(Width) +
-                ShowReading(reading.value).text + QLatin1Char('\n');
+    for (const Reading& reading : readings) {
+        text += line(NameOf(reading), reading.text());
+    }
+    for (const Gap& gap : gaps) {
+        text +=
+            line(Text::tr("no reading"),
+                 Text::tr("for %1 s, after %2 s").arg(ShownSeconds(gap.duration), ShownSeconds(gap.begin)));
     }
     return text.toUtf8();
-}
-
-QJsonObject ResultFields(const QString& function, bool isStopConfirmed,
-                         const QVector<DriverReading>& readings)
-{
-    return {{QStringLiteral("function"), function},
-            {QStringLiteral("stopped"), isStopConfirmed},
-            {QStringLiteral("readings"), readings.isEmpty() ? QJsonValue() : QJsonValue(Json(readings))}};
 }
 
 } // namespace Cli

@@ -2,20 +2,25 @@
 
 #include <QByteArray>
 #include <QDateTime>
+#include <QJsonObject>
 #include <QString>
 #include <QVector>
 
 #include <chrono>
 #include <optional>
 
-#include "cli/output/event.h"
-#include "client/sessions/measurementsession.h"
-#include "client/words/readings.h"
+#include <VesmarClient/functions.h>
+#include <VesmarClient/gap.h>
+#include <VesmarClient/result.h>
 
-/// How a measurement looks: live, at its end, in JSON and in a file. What is formatted here ends its line,
-/// but for the live line.
+/// How a measurement looks while it goes on: live, in lines, in JSON and in a file. What is formatted here
+/// ends its line, but for the live line and what is shown in it, where no-break spaces join what belongs
+/// together.
 namespace Cli
 {
+
+/// Whether the function gives readings until its time is over.
+bool IsContinuous(const VesmarClient::FunctionInfo& function);
 
 /// How far a measurement is.
 struct MeasurementProgress {
@@ -23,33 +28,29 @@ struct MeasurementProgress {
     std::optional<std::chrono::milliseconds> total; ///< None where it is not known in advance.
 };
 
-/// "  3.2 s of 5 s [======    ]  current 0.5, voltage 230", cut to the width.
-QString LiveLine(const MeasurementProgress& progress, const QVector<VesmarClient::DriverReading>& readings,
-                 int width);
-/// "  3.2 s  running", for a measurement that has no readings before its end.
-QString PhaseLine(std::chrono::milliseconds elapsed, const QString& phase);
+/// "  3.2 s of 5 s [======    ]  current 0.5, voltage 230".
+QString LiveLine(const MeasurementProgress& progress, bool isDangerous, const QString& shown);
+/// "  3.2 s  running".
+QByteArray TextLine(std::chrono::milliseconds elapsed, bool isDangerous, const QString& shown);
+
+/// "current 0.5, voltage 230".
+QString Listed(const QVector<VesmarClient::Reading>& readings);
+/// "no reading for 3 s".
+QString NoReading(const VesmarClient::Gap& gap);
 /// What the phase is called. Empty for a phase that is not shown.
-QString PhaseName(VesmarClient::MeasurementSession::Phase phase);
-/// A line with the elapsed time and the readings, for an output that is no terminal.
-QByteArray ReadingLine(std::chrono::milliseconds elapsed,
-                       const QVector<VesmarClient::DriverReading>& readings);
+QString PhaseName(VesmarClient::Phase phase);
+
+QJsonObject ReadingsJson(const QVector<VesmarClient::Reading>& readings);
 QByteArray ReadingJson(const QDateTime& time, std::chrono::milliseconds elapsed,
-                       const QVector<VesmarClient::DriverReading>& readings);
+                       const QVector<VesmarClient::Reading>& readings);
+/// When it begins, and how long it lasts or has lasted so far.
+QJsonObject GapFields(const VesmarClient::Gap& gap);
 
-QByteArray CsvHeader(Vesmar::MeasurementType function);
+QByteArray CsvHeader(const VesmarClient::FunctionInfo& function);
 QByteArray CsvRow(const QDateTime& time, std::chrono::milliseconds elapsed,
-                  const QVector<VesmarClient::DriverReading>& readings);
+                  const QVector<VesmarClient::Reading>& readings);
 
-/// Whether the measurement is done, and the instrument confirmed to have stopped.
-bool IsDone(const VesmarClient::MeasurementSession& session);
-/// How the measurement has ended, with a message of a few sentences. The library's present error may say why
-/// the link was lost.
-Ending EndingOf(const QString& function, const VesmarClient::MeasurementSession& session,
-                Vesmar::Error presentError);
 /// The result as a table.
-QByteArray ResultText(const QVector<VesmarClient::DriverReading>& readings);
-/// What the result in JSON has besides the ending. The readings are the last ones.
-QJsonObject ResultFields(const QString& function, bool isStopConfirmed,
-                         const QVector<VesmarClient::DriverReading>& readings);
+QByteArray ResultText(const QVector<VesmarClient::Reading>& readings, const QVector<VesmarClient::Gap>& gaps);
 
 } // namespace Cli

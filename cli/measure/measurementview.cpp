@@ -4,7 +4,8 @@
 
 #include "cli/words/advice.h"
 #include "cli/words/exitstatus.h"
-#include "cli/words/format.h"
+#include "cli/words/text.h"
+#include "cli/words/values.h"
 
 namespace Cli
 {
@@ -12,27 +13,40 @@ namespace Cli
 namespace
 {
 
-using VesmarClient::MeasurementSession;
+using std::chrono::milliseconds;
+using VesmarClient::Outcome;
+using VesmarClient::Phase;
 
-constexpr std::chrono::milliseconds RedrawPeriod{200};
+constexpr milliseconds RedrawPeriod{200};
 
-std::optional<std::chrono::milliseconds> TotalTime(const MeasureFunction& function)
+/// Nothing for a function whose end nobody knows in advance.
+std::optional<milliseconds> TotalTime(const VesmarClient::Settings& settings)
 {
-    const std::optional<int> seconds = function.Seconds();
-    if (!seconds) {
-        return std::nullopt;
-    }
-    return std::chrono::seconds(*seconds) +
-           std::chrono::milliseconds(std::llround(function.secondsBefore * 1000));
+    bool isKnown = false;
+    const double seconds = settings.value(QStringLiteral("time")).toDouble(&isKnown);
+    const double before = settings.value(QStringLiteral("time-offset")).toDouble();
+    return isKnown ? std::make_optional(milliseconds(std::llround((seconds + before) * 1000))) : std::nullopt;
 }
 
 } // namespace
 
-MeasurementView::MeasurementView(const MeasureFunction& function, bool isJson, ReadingsFile* file)
-    : _function(function), _isJson(isJson), _file(file), _screen(!isJson), _total(TotalTime(function))
+MeasurementView::MeasurementView(const VesmarClient::Settings& settings, bool isJson, ReadingsFile* file)
+    : _function(VesmarClient::Functions::find(settings.function())),
+      _total(TotalTime(settings)),
+      _isJson(isJson),
+      _file(file),
+      _screen(!isJson)
 {
     connect(&_screen, &LiveScreen::Lost, this, &MeasurementView::OutputLost);
-    connect(&_redraw, &QTimer::timeout, this, &MeasurementView::DrawLiveLine);
+    connect(&_redraw, &QTimer::timeout, this, [this] { _screen.Draw(LiveText()); });
+}
+
+void MeasurementView::WarnOfDanger()
+{
+    if (_function.isDangerous) {
+        Say(Text::tr("A DANGEROUS VOLTAGE is present from the start of the measurement until the instrument "
+                     "is confirmed to have stopped. Touch neither the appliance nor the probes."));
+    }
 }
 
 void MeasurementView::BeginTest(const QString& mode)
@@ -41,84 +55,106 @@ void MeasurementView::BeginTest(const QString& mode)
     _readings.clear();
 }
 
-void MeasurementView::ShowPhase(MeasurementSession::Phase phase)
+/// The time of a test that runs in several phases is that of all of them.
+void MeasurementView::ShowPhase(Phase phase)
 {
-    const QString name = PhaseName(phase);
-    if (_mode.isEmpty() || name.isEmpty()) {
-        return;
+    _phase = phase;
+    if (!_time.isValid() || (phase == Phase::Running && _mode.isEmpty())) {
+        BeginTime();
     }
-    BeginTime();
-    _phase = _mode + QStringLiteral(": ") + name;
-    if (_screen.HasLiveLine()) {
-        DrawLiveLine();
-    } else if (!_isJson) {
-        _screen.Write(PhaseLine(Elapsed(), _phase).toUtf8() + '\n');
+    for (const MeasurementStatus status : StatusesOf(phase)) {
+        ShowStatus(status);
+    }
+    if (_screen.HasLiveLine() || !_mode.isEmpty()) {
+        ShowLine(PhaseText());
     }
 }
 
 void MeasurementView::BeginTime()
 {
-    if (_time.isValid()) {
-        return;
-    }
     _time.start();
     if (_screen.HasLiveLine()) {
         _redraw.start(RedrawPeriod);
-        DrawLiveLine();
     }
 }
 
-std::chrono::milliseconds MeasurementView::Elapsed() const
+milliseconds MeasurementView::Elapsed() const
 {
-    return std::chrono::milliseconds(_time.isValid() ? _time.elapsed() : 0);
+    return milliseconds(_time.isValid() ? _time.elapsed() : 0);
 }
 
-void MeasurementView::ShowStatus(Vesmar::MeasurementState status)
+void MeasurementView::ShowStatus(MeasurementStatus status)
 {
-    ShowEvent("status", Show(status).json);
-}
-
-void MeasurementView::ShowError(Vesmar::Error error)
-{
-    ShowEvent("error", Show(error).json);
-}
-
-void MeasurementView::ShowEvent(const char* event, const QJsonValue& value)
-{
-    if (_isJson && !_isEnded) {
-        _screen.Write(EventLine(QDateTime::currentDateTime(), QString::fromLatin1(event),
-                                {{QStringLiteral("value"), value}}));
+    if (status != _status) {
+        _status = status;
+        ShowEvent("status", {{QStringLiteral("value"), Json(status)}});
     }
 }
 
-void MeasurementView::ShowResults(const Vesmar::MeasurementResults& results)
+void MeasurementView::ShowError(VesmarClient::Error error)
 {
-    if (_isEnded) {
-        return;
+    ShowEvent("error", {{QStringLiteral("value"), Show(error).json}});
+}
+
+void MeasurementView::ShowEvent(const char* event, const QJsonObject& fields)
+{
+    if (_isJson) {
+        _screen.Write(EventLine(QDateTime::currentDateTime(), QString::fromLatin1(event), fields));
     }
+}
+
+/// Nothing for programs, which have events.
+void MeasurementView::ShowLine(const QString& shown)
+{
+    if (_screen.HasLiveLine()) {
+        _screen.Draw(LiveText());
+    } else if (!_isJson) {
+        _screen.Write(TextLine(Elapsed(), IsDangerous(), shown));
+    }
+}
+
+void MeasurementView::ShowResult(const VesmarClient::Result& result)
+{
     const QDateTime now = QDateTime::currentDateTime();
-    _readings = VesmarClient::ReadingsOf(results);
+    _readings = result.readings();
+    _gap.reset();
     if (_file != nullptr) {
         _file->Write(CsvRow(now, Elapsed(), _readings));
     }
+    if (_phase == Phase::Running) {
+        ShowStatus(MeasurementStatus::Measuring);
+    }
     if (_isJson) {
         _screen.Write(ReadingJson(now, Elapsed(), _readings));
-    } else if (_screen.HasLiveLine()) {
-        DrawLiveLine();
-    } else {
-        _screen.Write(ReadingLine(Elapsed(), _readings));
     }
+    ShowLine(Listed(_readings));
 }
 
-void MeasurementView::DrawLiveLine()
+void MeasurementView::ShowGap(const VesmarClient::Gap& gap)
 {
-    _screen.Draw(LiveText());
+    _gap = gap;
+    ShowEvent("gap", GapFields(gap));
+    ShowLine(NoReading(gap));
 }
 
+/// It may be present until the instrument is confirmed to have stopped.
+bool MeasurementView::IsDangerous() const
+{
+    return _function.isDangerous && _phase >= Phase::Starting && _phase <= Phase::Confirming;
+}
+
+QString MeasurementView::PhaseText() const
+{
+    return _mode.isEmpty() ? PhaseName(_phase) : _mode + QStringLiteral(": ") + PhaseName(_phase);
+}
+
+/// Readings and bar belong to a function that runs: once it is being ended, they would tell of the past.
 QString MeasurementView::LiveText() const
 {
-    return _phase.isEmpty() ? LiveLine({Elapsed(), _total}, _readings, LiveScreen::Width())
-                            : PhaseLine(Elapsed(), _phase).left(LiveScreen::Width());
+    if (_phase != Phase::Running || !IsContinuous(_function)) {
+        return LiveLine({Elapsed(), std::nullopt}, IsDangerous(), PhaseText());
+    }
+    return LiveLine({Elapsed(), _total}, IsDangerous(), _gap ? NoReading(*_gap) : Listed(_readings));
 }
 
 void MeasurementView::Say(const QString& text)
@@ -126,17 +162,18 @@ void MeasurementView::Say(const QString& text)
     _screen.Say(text);
 }
 
-int MeasurementView::ShowEnd(const MeasurementSession& session, Vesmar::Error presentError)
+int MeasurementView::ShowEnd(const MeasurementEnd& end)
 {
     _redraw.stop();
-    if (session.FailureReason() == MeasurementSession::Reason::FunctionLost) {
+    if (end.isStopConfirmed) {
+        ShowStatus(MeasurementStatus::Stopped);
+    }
+    if (end.failure.name == QLatin1String("function-lost")) {
         _readings.clear(); // The last one may be a reading of another function.
     }
-    _isEnded = true;
-    const Ending ending = EndingWithFile(session, presentError);
-    const bool isMeasured = session.CurrentOutcome() == MeasurementSession::Outcome::Completed;
+    const Ending ending = EndingWithFile(end);
     if (_isJson) {
-        const QJsonObject fields = ResultFields(_function.name, session.IsStopConfirmed(), _readings);
+        const QJsonObject fields = ResultFields(_function.identifier, end, _readings);
         _screen.Write(ResultLine(QDateTime::currentDateTime(), ending, fields));
     }
     if (ending.status != ExitStatus::Done) {
@@ -144,21 +181,21 @@ int MeasurementView::ShowEnd(const MeasurementSession& session, Vesmar::Error pr
     } else if (!_isJson) {
         _screen.Write(ending.message.toUtf8() + '\n');
     }
+    const bool isMeasured = end.outcome == Outcome::Completed || end.outcome == Outcome::Interrupted;
     if (isMeasured && !_isJson) {
-        _screen.Write(ResultText(_readings));
+        _screen.Write(ResultText(_readings, end.gaps));
     }
     return ending.status;
 }
 
 /// Where the readings shall be in a file, a measurement alone is not all that was asked for.
-Ending MeasurementView::EndingWithFile(const MeasurementSession& session, Vesmar::Error presentError) const
+Ending MeasurementView::EndingWithFile(const MeasurementEnd& end) const
 {
-    const QString name = (_function.name + QLatin1Char(' ') + _mode).trimmed();
-    Ending ending = EndingOf(name, session, presentError);
+    Ending ending = EndingOf((_function.identifier + QLatin1Char(' ') + _mode).trimmed(), end);
     if (_file == nullptr || _file->Problem().isEmpty()) {
         return ending;
     }
-    ending.message += QStringLiteral(" Not every reading was kept: %1.").arg(_file->Problem());
+    ending.message += QLatin1Char(' ') + Text::tr("Not every reading was kept: %1.").arg(_file->Problem());
     if (ending.status == ExitStatus::Done) {
         ending.status = ExitStatus::NotDone;
         ending.outcome = Ending::Outcome::Failed;

@@ -3,42 +3,40 @@
 #include <QElapsedTimer>
 #include <QTimer>
 
-#include <optional>
+#include <VesmarClient/enumerations.h>
+#include <VesmarClient/settings.h>
 
-#include <Vesmar/error.h>
-#include <Vesmar/measurementstate.h>
-
-#include "cli/measure/measurefunctions.h"
+#include "cli/measure/measurementend.h"
 #include "cli/measure/measurementformat.h"
+#include "cli/measure/measurementstatus.h"
 #include "cli/measure/readingsfile.h"
 #include "cli/output/livescreen.h"
 
 namespace Cli
 {
 
-/// Shows a measurement while it runs, and its end.
+/// Shows a measurement while it goes on, and its end.
 class MeasurementView : public QObject
 {
     Q_OBJECT
 
 public:
     /// The file may be null.
-    MeasurementView(const MeasureFunction& function, bool isJson, ReadingsFile* file);
+    MeasurementView(const VesmarClient::Settings& settings, bool isJson, ReadingsFile* file);
 
-    /// One of the measurement's tests begins; its mode distinguishes it, and its phases are shown.
+    /// Warns of a dangerous voltage where there is going to be one.
+    void WarnOfDanger();
+    /// One of the measurement's tests begins; its mode distinguishes it.
     void BeginTest(const QString& mode);
-    void ShowPhase(VesmarClient::MeasurementSession::Phase phase);
-    /// Begins to count the time, unless that has begun already.
-    void BeginTime();
-    /// Shows an event, for programs only.
-    void ShowStatus(Vesmar::MeasurementState status);
-    void ShowError(Vesmar::Error error);
-    void ShowResults(const Vesmar::MeasurementResults& results);
+    void ShowPhase(VesmarClient::Phase phase);
+    void ShowError(VesmarClient::Error error);
+    void ShowResult(const VesmarClient::Result& result);
+    /// Shows the present gap, whose times count from the beginning of the measurement.
+    void ShowGap(const VesmarClient::Gap& gap);
     /// Writes a sentence for the person who watches to the error output.
     void Say(const QString& text);
-    /// Shows the end, with the library's present error, and returns the program's exit status. After that,
-    /// nothing is shown but sentences.
-    int ShowEnd(const VesmarClient::MeasurementSession& session, Vesmar::Error presentError);
+    /// Shows the end, and returns the program's exit status.
+    int ShowEnd(const MeasurementEnd& end);
 
     /// Writes what is left. False if not everything could be shown.
     bool Finish();
@@ -49,22 +47,27 @@ Q_SIGNALS:
 
 private:
     std::chrono::milliseconds Elapsed() const;
-    void ShowEvent(const char* event, const QJsonValue& value);
-    Ending EndingWithFile(const VesmarClient::MeasurementSession& session, Vesmar::Error presentError) const;
-    void DrawLiveLine();
+    void BeginTime();
+    void ShowStatus(MeasurementStatus status);
+    void ShowEvent(const char* event, const QJsonObject& fields);
+    void ShowLine(const QString& shown);
+    QString PhaseText() const;
+    bool IsDangerous() const;
     QString LiveText() const;
+    Ending EndingWithFile(const MeasurementEnd& end) const;
 
-    const MeasureFunction& _function;
-    QString _mode;
-    QString _phase;
+    VesmarClient::FunctionInfo _function;
+    std::optional<std::chrono::milliseconds> _total; ///< How long the function runs.
+    QString _mode;                                   ///< Empty for a function that has only one test.
+    VesmarClient::Phase _phase = VesmarClient::Phase::Waiting;
     bool _isJson;
     ReadingsFile* _file;
     LiveScreen _screen;
     QTimer _redraw;
     QElapsedTimer _time;
-    std::optional<std::chrono::milliseconds> _total;
-    QVector<VesmarClient::DriverReading> _readings;
-    bool _isEnded = false; ///< A change that was on its way may still arrive.
+    QVector<VesmarClient::Reading> _readings;
+    std::optional<VesmarClient::Gap> _gap; ///< Since the last reading.
+    MeasurementStatus _status = MeasurementStatus::Stopped;
 };
 
 } // namespace Cli

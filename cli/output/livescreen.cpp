@@ -22,6 +22,14 @@ winsize TerminalSize()
     return size;
 }
 
+/// The widest line that does not touch the edge of the terminal.
+int Width()
+{
+    constexpr int Usual = 80;
+    const int columns = TerminalSize().ws_col;
+    return (columns > 1 ? columns : Usual) - 1;
+}
+
 /// How many lines are there; many where that is not known.
 int Height()
 {
@@ -36,13 +44,6 @@ LiveScreen::LiveScreen(bool isText)
 {
     // Queued, so that the signal never arrives in the middle of another function.
     connect(&_output, &LiveOutput::Lost, this, &LiveScreen::Lost, Qt::QueuedConnection);
-}
-
-int LiveScreen::Width()
-{
-    constexpr int Usual = 80;
-    const int columns = TerminalSize().ws_col;
-    return (columns > 1 ? columns : Usual) - 1;
 }
 
 /// The cursor rests at the beginning of what is drawn: there a terminal keeps it when it becomes narrower and

@@ -17,8 +17,6 @@ public:
     explicit LiveScreen(bool isText);
 
     bool HasLiveLine() const { return _hasLiveLine; }
-    /// The widest line that fits into the terminal.
-    static int Width();
     /// Draws the live line, on as many lines of the terminal as it needs. See `Wrapped`.
     void Draw(const QString& text);
 

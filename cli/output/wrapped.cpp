@@ -6,14 +6,17 @@ namespace Cli
 namespace
 {
 
-/// Puts the word behind the last line, or below it where it has no room there.
+/// Puts the word behind the last line, or below it where it has no room there. A blank too many, which is a
+/// word without a character, is not worth a line.
 void Append(QStringList& lines, const QString& word, int width)
 {
     if (!lines.isEmpty() && lines.last().size() + 1 + word.size() <= width) {
         lines.last() += QLatin1Char(' ') + word;
         return;
     }
-    lines.append(word.left(width));
+    if (lines.isEmpty() || !word.isEmpty()) {
+        lines.append(word.left(width));
+    }
     for (int i = width; i < word.size(); i += width) {
         lines.append(word.mid(i, width));
     }
@@ -31,6 +34,13 @@ QStringList Wrapped(const QString& text, int width)
         }
     }
     return lines.replaceInStrings(QString(QChar::Nbsp), QStringLiteral(" "));
+}
+
+QString Bar(double share)
+{
+    constexpr int Width = 20;
+    const QString filled(static_cast<int>(Width * share), QLatin1Char('='));
+    return QStringLiteral("[%1]").arg(filled.leftJustified(Width, QChar::Nbsp));
 }
 
 } // namespace Cli

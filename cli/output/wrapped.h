@@ -10,4 +10,7 @@ namespace Cli
 /// lines, no-break spaces are blanks.
 QStringList Wrapped(const QString& text, int width);
 
+/// "[=====               ]", of which so much is filled, from 0 to 1. It is one word for `Wrapped`.
+QString Bar(double share);
+
 } // namespace Cli

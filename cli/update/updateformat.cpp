@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "cli/output/wrapped.h"
 #include "cli/words/exitstatus.h"
 #include "cli/words/text.h"
 #include "cli/words/values.h"
@@ -117,9 +118,8 @@ UpdateProgress ProgressOf(const VesmarClient::UpdateJob& job)
 
 QString UpdateLiveLine(const UpdateProgress& progress)
 {
-    constexpr int WidthOfBar = 20;
-    const QString filled(WidthOfBar * progress.Percent() / AllOfIt, QLatin1Char('='));
-    return Percent(progress) + QStringLiteral(" [%1]").arg(filled.leftJustified(WidthOfBar)) + Rest(progress);
+    return Percent(progress) + QLatin1Char(' ') + Bar(static_cast<double>(progress.Percent()) / AllOfIt) +
+           Rest(progress);
 }
 
 QByteArray UpdateProgressLine(const UpdateProgress& progress)

@@ -17,16 +17,19 @@ constexpr VerbTexts Texts{
     "Usage: vesmar measure FUNCTION [OPTIONS]\n"
     "       vesmar measure FUNCTION --help\n",
     "\n"
-    "Connects, prepares and starts the function, follows it to its end, and waits until\n"
+    "Connects, prepares and starts the function, watches it to its end, and waits until\n"
     "the instrument is confirmed to have stopped. Readings are in the instrument's own\n"
     "units; a dash is no value. --csv takes a regular file, and overwrites it.\n"
+    "\n"
+    "While hv runs, a DANGEROUS VOLTAGE is present. When no reading comes for a second or\n"
+    "longer, the program says so while that lasts, and in the result.\n"
     "\n"
     "Ctrl-C, SIGTERM, SIGHUP (a closed terminal) and an output that nobody reads any more\n"
     "abort the measurement; the program ends once the instrument is confirmed to have\n"
     "stopped. A second signal does not cut that short. Ctrl-Z and Ctrl-\\ do nothing. If the\n"
     "program is killed during hv, the program vesmar-guard stops the instrument.\n"
     "\n"
-    "JSON: see docs/events.md; events status, error, reading and result.\n"
+    "JSON: see docs/events.md; events status, error, reading, gap and result.\n"
     "\n"
     "Exit status:\n"
     "  0  measured, and the instrument has stopped\n"
@@ -40,6 +43,7 @@ constexpr VerbTexts Texts{
     "     may be on; switch it off at the instrument\n"
     "  7  the link was lost; the message tells whether it came back and the instrument has\n"
     "     stopped, or its state is unknown\n"
+    "  8  measured, and the instrument has stopped, but for a while no reading came\n"
     "  128 and the signal's number where a signal came before the link was up\n"
     "\n"
     "Example, without an instrument:\n"
@@ -50,11 +54,9 @@ constexpr VerbTexts Texts{
 MeasureVerb::MeasureVerb(CLI::App& program) : Verb(program, Texts), _functions(Command())
 {
     AddSeconds("--prepare-timeout", "How long preparing, and then starting, may take (default 10)",
-               ShortestTimeout, _limits.prepare);
+               ShortestTimeout, _prepareTimeout);
     AddSeconds("--stop-timeout", "How long stopping, or the way back of a lost link, may take (default 15)",
-               ShortestTimeout, _limits.stop);
-    AddSeconds("--clean-up-time", "How long rcd-iec leaves the instrument alone for a clean-up (default 5)",
-               ShortestTimeout, _limits.cleanUp);
+               ShortestTimeout, _stopTimeout);
     Command().allow_extras(); // for an error of its own
     Command().final_callback([this] { CheckFunction(); });
 }
@@ -72,23 +74,27 @@ void MeasureVerb::CheckFunction() const
     }
 }
 
+VesmarClient::MeasurementTimeouts MeasureVerb::Timeouts() const
+{
+    return {static_cast<int>(_prepareTimeout.count()), static_cast<int>(_stopTimeout.count())};
+}
+
 int MeasureVerb::Run()
 {
     const MeasureFunction& function = *_functions.Chosen();
     std::unique_ptr<ReadingsFile> file;
     if (!_functions.CsvFile().isEmpty()) {
-        const QByteArray header = CsvHeader(function.settings->GetMeasurementType());
-        file = std::make_unique<ReadingsFile>(_functions.CsvFile(), header);
+        file = std::make_unique<ReadingsFile>(_functions.CsvFile(), CsvHeader(function.info));
         if (!file->Problem().isEmpty()) {
             WriteError(file->Problem());
             return ExitStatus::BadUsage;
         }
     }
     IgnoreHaltingSignals();
-    Link link(Options());
-    MeasurementView view(function, Options().isJson, file.get());
-    const MeasurementRun run(link, view, function, _limits);
-    const int exitStatus = link.Work();
+    Connection connection(Options());
+    MeasurementView view(function.settings, Options().isJson, file.get());
+    const MeasurementRun run(connection, view, function.settings, Timeouts());
+    const int exitStatus = connection.Work();
     const bool isWhole = view.Finish();
     return exitStatus == ExitStatus::Done && !isWhole ? ExitStatus::NotDone : exitStatus;
 }

@@ -15,14 +15,15 @@ public:
 
     // What the command line asks for.
     const MeasureFunctions& Functions() const { return _functions; }
-    const MeasureLimits& Limits() const { return _limits; }
+    VesmarClient::MeasurementTimeouts Timeouts() const;
 
     int Run() override;
 
 private:
     void CheckFunction() const;
 
-    MeasureLimits _limits;
+    std::chrono::milliseconds _prepareTimeout{VesmarClient::MeasurementTimeouts().prepare};
+    std::chrono::milliseconds _stopTimeout{VesmarClient::MeasurementTimeouts().stop};
     MeasureFunctions _functions;
 };
 

@@ -14,6 +14,7 @@ const std::vector<Explained>& All()
         {Aborted, "a measurement was aborted, and has stopped"},
         {StopNotConfirmed, "a measurement may still be running: switch the instrument off"},
         {LinkLost, "the link was lost in the middle of it"},
+        {Interrupted, "a measurement is done, but for a while no reading came"},
         {Signalled, "and a signal's number: ended by it; 141: nobody reads the output"},
     };
     return all;

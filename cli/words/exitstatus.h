@@ -16,6 +16,7 @@ constexpr int Failed = 4;           ///< The instrument failed. A measurement is
 constexpr int Aborted = 5;          ///< A measurement was aborted, and is confirmed to have stopped.
 constexpr int StopNotConfirmed = 6; ///< A measurement may still be running at the instrument.
 constexpr int LinkLost = 7;         ///< The link was lost before what was asked for was done.
+constexpr int Interrupted = 8; ///< A measurement is done and has stopped, but for a while no reading came.
 constexpr int Signalled = 128;
 
 /// An exit status in words.

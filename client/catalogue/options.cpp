@@ -139,7 +139,9 @@ QVector<Option> Rcd()
 {
     const Option resistance =
         Described("re", OptionKind::Decimal, QT_TRANSLATE_NOOP("VesmarClient", "Re"),
-                  QT_TRANSLATE_NOOP("VesmarClient", "For ia-ta-1 and ia-ta-2: the Re that ub-re has given"));
+                  QT_TRANSLATE_NOOP(
+                      "VesmarClient",
+                      "For ia-ta-1 and ia-ta-2: the Re that ub-re has given, in the instrument's own unit"));
     return OfBothRcd(ModesOfRcd) +
            QVector<Option>{Ranged(resistance, 0, HighestResistance, 0),
                            Flag("with-ub-re", QT_TRANSLATE_NOOP("VesmarClient", "Measure Re first"),

@@ -1,6 +1,7 @@
 #include "context/responseparser.h"
 
 #include <QDateTime>
+#include <QDebug>
 
 #include <Vesmar/rcdiecresults.h>
 #include <Vesmar/rcdresults.h>
@@ -9,7 +10,6 @@
 #include "context/replaceowned.h"
 #include "context/statemachinecontext.h"
 #include "link/crc16.h"
-#include "link/traceline.h"
 #include "protocol/classification.h"
 #include "protocol/dates.h"
 #include "protocol/frames.h"
@@ -23,7 +23,7 @@ namespace Vesmar
 namespace
 {
 
-bool ParseDate(const QByteArray& frame, ThreadSafeProperty<QDateTime>& cell, const char* label)
+bool ParseDate(const QByteArray& frame, ThreadSafeProperty<QDateTime>& cell, const QString& label)
 {
     if (frame.size() != DateFrameSize) {
         return false;
@@ -32,16 +32,23 @@ bool ParseDate(const QByteArray& frame, ThreadSafeProperty<QDateTime>& cell, con
     dateTime.setDate(DecodeDate(frame));
     dateTime.setTime(DecodeTime(frame));
     cell.Set(dateTime);
-    Trace::Line() << label << dateTime;
+    qWarning().noquote() << label + DateText(dateTime);
     return true;
+}
+
+QString ReadingText(float value)
+{
+    return QString::number(static_cast<double>(value), 'g', 6);
 }
 
 void TraceReadings(const ReadingsKind& kind, const Readings& readings)
 {
-    Trace::Line line;
+    QString line;
     for (size_t index = 0; index < readings.size() && kind.labels.at(index) != nullptr; ++index) {
-        line << kind.labels.at(index) << readings.at(index);
+        line += QLatin1String(kind.labels.at(index));
+        line += ReadingText(readings.at(index));
     }
+    qWarning().noquote() << line;
 }
 
 void PublishFunction(const Status& status, StateMachineContext& context)
@@ -64,10 +71,10 @@ void PublishProcess(const Status& status, StateMachineContext& context)
 /// Writes the line of a status. Only its beginning and one label differ among the kinds of status.
 void TraceStatus(const char* begin, const char* processLabel, const Status& status)
 {
-    Trace::Line() << begin << "DeviceMode: " << static_cast<int>(status.mode)
-                  << " MeasurementType: " << static_cast<int>(status.function)
-                  << " Error: " << static_cast<int>(status.error) << processLabel << status.processStatus
-                  << " NewMeasurement: " << (status.hasNewMeasurement ? 1 : 0);
+    qWarning().nospace() << begin << "DeviceMode: " << static_cast<int>(status.mode)
+                         << " MeasurementType: " << static_cast<int>(status.function)
+                         << " Error: " << static_cast<int>(status.error) << processLabel
+                         << status.processStatus << " NewMeasurement: " << (status.hasNewMeasurement ? 1 : 0);
 }
 
 /// Returns the earth resistance that the application gave with the settings of the RCD test.
@@ -101,10 +108,9 @@ bool ResponseParser::ParseVersionFrame(const QByteArray& frame, StateMachineCont
     }
     auto* information = new TesterInformation(nullptr);
     DecodeVersion(frame, *information);
-    Trace::Line() << information->DeviceName << " " << information->DeviceCode << " "
-                  << information->SerialNumber << " " << information->Version << " "
-                  << information->VersionCode << " " << information->RevisionCode << " "
-                  << information->BuildNumber;
+    qWarning().noquote() << information->DeviceName << information->DeviceCode << information->SerialNumber
+                         << information->Version << information->VersionCode << information->RevisionCode
+                         << information->BuildNumber;
     context.Replaced.Release(ReplaceOwned(context.DeviceInformation, information));
     return true;
 }
@@ -124,13 +130,13 @@ bool ResponseParser::ParseStatusFrame(const QByteArray& frame, StateMachineConte
 
 bool ResponseParser::ParseCurrentDateTimeFrame(const QByteArray& frame, StateMachineContext& context) const
 {
-    return ParseDate(frame, context.CurrentDateTime, "CurrentTime: ");
+    return ParseDate(frame, context.CurrentDateTime, QStringLiteral("CurrentTime: "));
 }
 
 bool ResponseParser::ParseCalibrationDateTimeFrame(const QByteArray& frame,
                                                    StateMachineContext& context) const
 {
-    return ParseDate(frame, context.CalibrationDateTime, "CalibrationTime: ");
+    return ParseDate(frame, context.CalibrationDateTime, QStringLiteral("CalibrationTime: "));
 }
 
 bool ResponseParser::ParseMeasurementResults(const QByteArray& frame, StateMachineContext& context,
@@ -160,7 +166,7 @@ bool ResponseParser::ParseRCDStatusResponse(const QByteArray& data, StateMachine
 {
     const Status status = DecodeStatus(data);
     if (!IsRCD(status.function)) {
-        Trace::Line() << "ResponseParser::ParseRCDStatusResponse(data, context) !RCD !RCDIEC";
+        qWarning("ResponseParser::ParseRCDStatusResponse(data, context) !RCD !RCDIEC");
         return ParseStatusFrame(data, context);
     }
     PublishFunction(status, context);
@@ -193,7 +199,7 @@ bool ResponseParser::ParseUbReMeasurementResponse(const QByteArray& data, StateM
     const float re = DecodeRe(data);
     auto* results = new RCDResults(re, MeasurementResults::NoValue, MeasurementResults::NoValue);
     results->_values.at(0) = re;
-    Trace::Line() << "Re: " << re;
+    qWarning().noquote() << QStringLiteral("Re: ") + ReadingText(re);
     context.Replaced.Release(ReplaceOwned<MeasurementResults>(context.TestResults, results));
     return true;
 }
@@ -207,7 +213,8 @@ bool ResponseParser::ParseIaTaMeasurementResponse(const QByteArray& data, StateM
     }
     results->_values.at(0) = readings.ia;
     results->_values.at(1) = readings.ta;
-    Trace::Line() << "Ia: " << readings.ia << " Ta: " << readings.ta;
+    qWarning().noquote() << QStringLiteral("Ia: ") + ReadingText(readings.ia) + QStringLiteral(" Ta: ") +
+                                ReadingText(readings.ta);
     context.Replaced.Release(ReplaceOwned(context.TestResults, results));
     return true;
 }

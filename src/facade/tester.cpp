@@ -17,28 +17,23 @@ namespace Vesmar
 namespace
 {
 
-void TraceOperation(const char* text)
+void TraceOperation(const QString& text)
 {
     Trace::WriteIn(Trace::Colour::Red, text);
 }
 
-/// The text ends with a function: one of the two single measurements by its name, every other function by its
-/// number.
-void TraceOperation(const char* text, MeasurementType type, const char* beforeName, const char* beforeNumber)
+/// Returns the text that ends with a function: one of the two single measurements by its name, every other
+/// function by its number.
+QString FunctionText(MeasurementType type, const QString& beforeName, const QString& beforeNumber)
 {
-    Trace::Line line;
-    line << Trace::Colour::Red << text;
     switch (type) {
     case MeasurementType::RLN:
-        line << beforeName << "RLN";
-        break;
+        return beforeName + QStringLiteral("RLN");
     case MeasurementType::IEC:
-        line << beforeName << "IEC";
-        break;
+        return beforeName + QStringLiteral("IEC");
     default:
-        line << beforeNumber << static_cast<int>(type);
+        return beforeNumber + QString::number(static_cast<int>(type));
     }
-    line << Trace::Colour::None;
 }
 
 } // namespace
@@ -202,13 +197,14 @@ bool Tester::GetIsMeasurementModeActive() const
 
 void Tester::SetIsMeasurementModeActive(bool active)
 {
-    TraceOperation("SET MEASUREMENT MODE");
+    TraceOperation(QStringLiteral("SET MEASUREMENT MODE"));
     Context().IsMeasurementModeActive.Set(active);
 }
 
 void Tester::PrepareMeasurement(MeasurementSettings& settings)
 {
-    TraceOperation("PREPARE MEASUREMENT", settings.GetMeasurementType(), " : ", " : ");
+    TraceOperation(QStringLiteral("PREPARE MEASUREMENT") +
+                   FunctionText(settings.GetMeasurementType(), QStringLiteral(" : "), QStringLiteral(" : ")));
     Context().Replaced.Hold(ReplaceOwned(Context().TestSettings, settings.Clone()));
     if (_stateMachine->GetSteppingRunner() == nullptr) {
         Context().Replaced.ReleaseHeld(); // There is no worker that could.
@@ -225,15 +221,16 @@ void Tester::StartMeasurement()
 
 void Tester::StartMeasurement(MeasurementSettings& settings)
 {
-    TraceOperation("QUICK START MEASUREMENT", settings.GetMeasurementType(), " - PREPARE AND START ",
-                   " - PREPEARE AND START: ");
+    TraceOperation(QStringLiteral("QUICK START MEASUREMENT") +
+                   FunctionText(settings.GetMeasurementType(), QStringLiteral(" - PREPARE AND START "),
+                                QStringLiteral(" - PREPEARE AND START: ")));
     PrepareMeasurement(settings);
     StartMeasurement();
 }
 
 void Tester::AbortMeasurement()
 {
-    TraceOperation("ABORT MEASUREMENT");
+    TraceOperation(QStringLiteral("ABORT MEASUREMENT"));
     StateMachineContext& context = Context();
     if (IsRCD(context.TestSettings.Get()->GetMeasurementType())) {
         context.AbortMeasurementRequested.Set(true);
@@ -244,7 +241,7 @@ void Tester::AbortMeasurement()
     case MeasurementState::Idle:
     case MeasurementState::Stopped:
         DropMeasurementRequests();
-        TraceOperation("STOPPED");
+        TraceOperation(QStringLiteral("STOPPED"));
         // The cell gets another value first, so that the application sees a change even when it held
         // `Stopped`.
         context.MeasurementStatus.Set(MeasurementState::Unknown);
@@ -337,7 +334,7 @@ void Tester::UpdateMeasurementStatus()
 
 void Tester::UpdateMeasurementTime()
 {
-    Trace::Line() << Trace::Colour::Blue << "MEASUREMENT TIME: " << MeasurementTime() << Trace::Colour::None;
+    Trace::WriteIn(Trace::Colour::Blue, QStringLiteral("MEASUREMENT TIME: %1").arg(MeasurementTime()));
     Q_EMIT MeasurementTimeChanged(MeasurementTime());
 }
 

@@ -1,7 +1,8 @@
 #include "link/commandbuilder.h"
 
+#include <QDebug>
+
 #include "link/crc16.h"
-#include "link/traceline.h"
 #include "protocol/dates.h"
 #include "protocol/frames.h"
 
@@ -49,14 +50,14 @@ QByteArray* CommandBuilder::CreateSetCurrentDateTimeFrame(const QDateTime& dateT
 {
     auto* frame =
         CreateFrame(Command::SetCurrentDate, EncodeDate(dateTime.date()) + EncodeTime(dateTime.time()));
-    Trace::Line() << "Setting current date to: " << dateTime;
+    qWarning().noquote() << QStringLiteral("Setting current date to: ") + DateText(dateTime);
     return frame;
 }
 
 QByteArray* CommandBuilder::CreateSetCalibrationDateTimeFrame(const QDateTime& dateTime) const
 {
     auto* frame = CreateFrame(Command::SetCalibrationDate, EncodeDate(dateTime.date()) + QByteArray(3, '\0'));
-    Trace::Line() << "Setting calibration date to: " << dateTime;
+    qWarning().noquote() << QStringLiteral("Setting calibration date to: ") + DateText(dateTime);
     return frame;
 }
 

@@ -1,5 +1,8 @@
 #include "link/trace.h"
 
+#include <QDateTime>
+#include <QDebug>
+
 #include "protocol/frames.h"
 #include "protocol/payload.h"
 
@@ -14,162 +17,165 @@ bool IsPrepare(const QByteArray& request)
     return request.startsWith(Command::PrepareMeasurement);
 }
 
-int FunctionNumber(const QByteArray& prepareRequest)
+unsigned FunctionNumber(const QByteArray& prepareRequest)
 {
-    return static_cast<int>(ByteAt(prepareRequest, 1));
+    return ByteAt(prepareRequest, 1);
 }
 
-Line& BeginExchange(Line& line, const QByteArray& request, const QByteArray& response)
+QString FunctionOf(const QByteArray& request)
 {
-    return line.Now() << "  " << Colour::Magenta << Hex{request} << " " << Colour::Yellow << Hex{response}
-                      << Colour::None << "[" << response.size() << "b]";
+    return IsPrepare(request) ? QStringLiteral(" Function prepare: %1").arg(FunctionNumber(request))
+                              : QString();
 }
 
-void EndWithFunction(Line& line, const QByteArray& request)
+QString Hex(const QByteArray& bytes)
 {
-    if (IsPrepare(request)) {
-        line << " Function prepare: " << FunctionNumber(request);
-    }
+    return QString::fromLatin1(bytes.toHex());
 }
 
-/// Writes an exchange and what became of it.
-void WriteExchange(const QByteArray& request, const QByteArray& response, Colour colour, const char* word)
+QString ColourBegin(Colour colour)
 {
-    Line line;
-    BeginExchange(line, request, response) << colour << word << Colour::None;
+    return QStringLiteral("\033[0;%1m").arg(static_cast<int>(colour));
+}
+
+/// Ends a text in colour.
+QString Last(const QString& words)
+{
+    return words + QStringLiteral("\033[0m");
+}
+
+QString In(Colour colour, const QString& text)
+{
+    return ColourBegin(colour) + Last(text);
+}
+
+QString Exchange(const QByteArray& request, const QByteArray& response)
+{
+    return QLatin1Char(' ') + ColourBegin(Colour::Magenta) + Hex(request) + QLatin1Char(' ') +
+           In(Colour::Yellow, Hex(response)) + QStringLiteral("[%1b]").arg(response.size());
 }
 
 /// Writes an exchange that failed although there was an answer.
-void WriteFailure(const QByteArray& request, const QByteArray& response, const char* word)
+void WriteFailure(const QByteArray& request, const QByteArray& response, const QString& word)
 {
-    Line line;
-    BeginExchange(line, request, response) << Colour::Red << word << Colour::None;
-    EndWithFunction(line, request);
+    Write(Exchange(request, response) + In(Colour::Red, word) + FunctionOf(request));
 }
 
-/// The end of a line, its colour included. Of an unknown variant nothing is said.
-const char* LineToNeutralVariant(int variant)
+QString LineToNeutralVariant(int variant)
 {
     switch (variant) {
     case 1:
-        return "Function variant: RLN\033[0m";
+        return Last(QStringLiteral("Function variant: RLN"));
     case 2:
-        return "Function variant: IEC\033[0m";
+        return Last(QStringLiteral("Function variant: IEC"));
     default:
-        return "";
+        return {};
     }
 }
 
-const char* ResidualCurrentType(int type)
+QString ResidualCurrentType(int type)
 {
     switch (type) {
     case 0:
-        return "Ub,Re";
+        return Last(QStringLiteral("Function type: Ub,Re"));
     case 1:
-        return "ta";
+        return Last(QStringLiteral("Function type: ta"));
     case 2:
-        return "Ia, tai";
+        return Last(QStringLiteral("Function type: Ia, tai"));
     default:
-        return "CLEAN UP";
+        return Last(QStringLiteral("Function type: CLEAN UP"));
     }
 }
 
-/// Returns null for a function without a name, and for those with more than a name.
-const char* PlainName(MeasurementType function)
+/// The log calls the mode of an RCD test its type.
+QString ResidualCurrentFunction(int type)
 {
-    switch (function) {
-    case MeasurementType::RPE:
-    case MeasurementType::IPE: // It has the name of RPE on purpose.
-        return "Rpe";
-    case MeasurementType::RISO:
-        return "Riso";
-    case MeasurementType::ISUB:
-        return "Isub";
-    case MeasurementType::IDELTA:
-        return "Idelta";
-    case MeasurementType::IT:
-        return "It";
-    case MeasurementType::POWER:
-        return "S";
-    case MeasurementType::HVTest:
-        return "HV";
-    case MeasurementType::RCD:
-        return "RCD";
-    default:
-        return nullptr;
-    }
+    return QStringLiteral("Function name: RCD_IEC (type=%1) ").arg(type) + ResidualCurrentType(type);
 }
 
-void EndWithPayload(Line& line, const PreparePayload& payload)
-{
-    if (const char* name = PlainName(payload.function)) {
-        line << "Function name: " << name << Colour::None;
-    } else if (payload.function == MeasurementType::RLN || payload.function == MeasurementType::IEC) {
-        line << "Function name: RLN " << LineToNeutralVariant(payload.variant);
-    } else if (payload.function == MeasurementType::RCDIEC) {
-        const int type = payload.options.mode; // The log calls the mode of an RCD test its type.
-        line << "Function name: RCD_IEC (type=" << type << ") Function type: " << ResidualCurrentType(type)
-             << Colour::None;
-    }
-}
-
-void WritePreparation(const QByteArray& request)
+QString FunctionName(const QByteArray& request)
 {
     constexpr int CodeSize = 1;
-    Line line;
-    line.Now() << " " << Colour::Green << "Function prepare: " << FunctionNumber(request) << " ";
-    if (const auto payload = DecodePayload(request.mid(CodeSize, PreparePayloadSize))) {
-        EndWithPayload(line, *payload);
+    const auto payload = DecodePayload(request.mid(CodeSize, PreparePayloadSize));
+    switch (payload ? payload->function : MeasurementType::None) {
+    case MeasurementType::RLN:
+    case MeasurementType::IEC:
+        return QStringLiteral("Function name: RLN ") + LineToNeutralVariant(payload->variant);
+    case MeasurementType::RPE:
+    case MeasurementType::IPE: // It has the name of RPE on purpose.
+        return Last(QStringLiteral("Function name: Rpe"));
+    case MeasurementType::RISO:
+        return Last(QStringLiteral("Function name: Riso"));
+    case MeasurementType::ISUB:
+        return Last(QStringLiteral("Function name: Isub"));
+    case MeasurementType::IDELTA:
+        return Last(QStringLiteral("Function name: Idelta"));
+    case MeasurementType::IT:
+        return Last(QStringLiteral("Function name: It"));
+    case MeasurementType::POWER:
+        return Last(QStringLiteral("Function name: S"));
+    case MeasurementType::HVTest:
+        return Last(QStringLiteral("Function name: HV"));
+    case MeasurementType::RCD:
+        return Last(QStringLiteral("Function name: RCD"));
+    case MeasurementType::RCDIEC:
+        return ResidualCurrentFunction(payload->options.mode);
+    default:
+        return {};
+    }
+}
+
+void WriteAcknowledgedCommand(const QByteArray& request)
+{
+    if (request.startsWith(Command::StartMeasurement)) {
+        Write(In(Colour::Green, QStringLiteral("Function run.")));
+    } else if (IsPrepare(request)) {
+        Write(ColourBegin(Colour::Green) +
+              QStringLiteral("Function prepare: %1 ").arg(FunctionNumber(request)) + FunctionName(request));
     }
 }
 
 } // namespace
 
-void WriteIn(Colour colour, const char* text)
+void WriteIn(Colour colour, const QString& text)
 {
-    Line() << colour << text << Colour::None;
+    qWarning().noquote() << In(colour, text);
 }
 
-void Write(const char* text)
+void Write(const QString& text)
 {
-    Line().Now() << " " << text;
+    qWarning().noquote() << QDateTime::currentDateTimeUtc().toString(QStringLiteral("hh:mm:ss.zzz")) << text;
 }
 
 void Data(const QByteArray& request, const QByteArray& response)
 {
-    Line line;
-    BeginExchange(line, request, response);
-    EndWithFunction(line, request);
+    Write(Exchange(request, response) + FunctionOf(request));
 }
 
 void Acknowledged(const QByteArray& request, const QByteArray& response)
 {
-    WriteExchange(request, response, Colour::Green, " ACK");
-    if (request.startsWith(Command::StartMeasurement)) {
-        Line().Now() << " " << Colour::Green << "Function run." << Colour::None;
-    } else if (IsPrepare(request)) {
-        WritePreparation(request);
-    }
+    Write(Exchange(request, response) + In(Colour::Green, QStringLiteral(" ACK")));
+    WriteAcknowledgedCommand(request);
 }
 
 void Refused(const QByteArray& request, const QByteArray& response)
 {
-    WriteFailure(request, response, " NACK");
+    WriteFailure(request, response, QStringLiteral(" NACK"));
 }
 
 void BadChecksum(const QByteArray& request, const QByteArray& response)
 {
-    WriteFailure(request, response, " CRC Invalid");
+    WriteFailure(request, response, QStringLiteral(" CRC Invalid"));
 }
 
 void NoResponse(const QByteArray& request, const QByteArray& response)
 {
-    WriteExchange(request, response, Colour::Red, " No response");
+    Write(Exchange(request, response) + In(Colour::Red, QStringLiteral(" No response")));
 }
 
 void ReadingBuffer(const QByteArray& buffer)
 {
-    Line().Now() << " ReadingBuffer: " << Hex{buffer};
+    Write(QStringLiteral("ReadingBuffer: ") + Hex(buffer));
 }
 
 } // namespace Vesmar::Trace

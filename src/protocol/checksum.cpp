@@ -37,13 +37,12 @@ QVector<int> ChecksumTable()
 
 int Checksum(const QVector<int>& table, const QByteArray& bytes, int size)
 {
-    const int* const entries = table.constData();
-    unsigned crc = 0; // A signed index would be extended to a pointer's width for each byte.
+    int crc = 0;
     for (int position = 0; position < size; ++position) {
         const auto byte = static_cast<unsigned char>(bytes.at(position));
-        crc = static_cast<unsigned>(entries[byte ^ (crc >> 8U)]) ^ ((crc << 8U) & 0xFFFFU);
+        crc = table.at(byte ^ (crc >> 8)) ^ ((crc << 8) & 0xFFFF);
     }
-    return static_cast<int>(crc);
+    return crc;
 }
 
 bool EndsWithChecksum(const QVector<int>& table, const QByteArray& frame)

@@ -1,9 +1,13 @@
 #include <QDateTime>
+#include <QJsonArray>
+#include <QTemporaryFile>
 
 #include "integration/measurerun.h"
 
 namespace
 {
+
+constexpr int HighVoltage = 9;
 
 struct Function {
     const char* name;
@@ -106,13 +110,36 @@ void CheckLog(const MeasureRun& run, const Function& function)
 
 void CheckFunction(MeasureRun& run, const Function& function)
 {
-    run->VerifySuccess();
+    QCOMPARE(run->Finish(), 0);
+    QCOMPARE(run->Errors().startsWith("vesmar: A DANGEROUS VOLTAGE is present"),
+             function.number == HighVoltage);
+    QCOMPARE(run->Errors().count('\n'), function.number == HighVoltage ? 1 : 0);
     const QByteArrayList lines = run->Lines();
     QVERIFY2(!lines.isEmpty(), function.name);
     CheckEvents(lines, function);
     CheckResult(lines.last(), function);
     CheckLog(run, function);
 }
+
+/// `vesmar measure`, with a simulated instrument of its own, in front of a terminal. The words go before
+/// both.
+class Terminal
+{
+public:
+    Terminal(const QString& arguments, Time time, const QString& before = {})
+        : _run(QStringLiteral("script"),
+               {QStringLiteral("--quiet"), QStringLiteral("--return"), QStringLiteral("--command"),
+                before + QStringLiteral("exec '%1' run -- '%2' measure %3")
+                             .arg(SimulatorIn(time), QStringLiteral(VESMAR_PROGRAM), arguments),
+                QStringLiteral("/dev/null")})
+    {
+    }
+
+    ProgramRun* operator->() { return &_run; }
+
+private:
+    ProgramRun _run;
+};
 
 } // namespace
 
@@ -131,6 +158,10 @@ private Q_SLOTS:
     void FailureIsFollowedByAdvice();
     void FunctionThatTheInstrumentGivesUpIsReported_data();
     void FunctionThatTheInstrumentGivesUpIsReported();
+    void GapInTheReadingsIsTold();
+    void NarrowTerminalShowsAllReadings_data();
+    void NarrowTerminalShowsAllReadings();
+    void AbortLeavesNoOldReadingsBehind();
     void SignalAbortsTheMeasurement();
     void EndOfTheReaderAbortsTheMeasurement();
     void EndOfTheTerminalAbortsTheMeasurement();
@@ -248,7 +279,7 @@ void TestMeasureProgram::FailureOfTheInstrumentIsReported()
     const QString named = QStringLiteral("%1 (%2): the ").arg(error).arg(number);
     VERIFY_CONTAINS(run->Errors(), named.toLatin1());
     VERIFY_CONTAINS(run->Errors(), "confirmed to have stopped");
-    QCOMPARE(run->Errors().count('\n'), 1);
+    QCOMPARE(run->Errors().count('\n'), function == QLatin1String("hv") ? 2 : 1); // A warning of the voltage.
 
     const QJsonObject result = ResultOf(run);
     QCOMPARE(TextOf(result, "outcome"), QByteArray("failed"));
@@ -300,6 +331,76 @@ void TestMeasureProgram::FunctionThatTheInstrumentGivesUpIsReported()
         othersCount += ValueOf(readings, "resistance").toDouble() > MostOhm ? 1 : 0;
     }
     QVERIFY2(othersCount <= 1, run->Output().constData());
+}
+
+/// One request for a reading gets no answer, and the driver repeats it after 4 s and a pause.
+void TestMeasureProgram::GapInTheReadingsIsTold()
+{
+    QTemporaryFile faults;
+    QVERIFY(faults.open());
+    faults.write(R"({"faults": [{"fault": "silent", "when": {"request": "e", "from": 10}, "count": 1}]})");
+    faults.close();
+    const QStringList options{QStringLiteral("--faults"), faults.fileName()};
+    MeasureRun text(QStringLiteral("it --time 7"), options);
+    MeasureRun json(QStringLiteral("it --time 7 --json"), options);
+    QCOMPARE(text->Finish(), 8);
+    VERIFY_CONTAINS(text->Output(), " s  no reading for 3 s\n");
+    VERIFY_CONTAINS(text->Output(), "\n  no reading        for 4.");
+    VERIFY_BEGINS(text->Errors(), "vesmar: Measurement it done, but for 4.");
+
+    QCOMPARE(json->Finish(), 8);
+    const QByteArrayList gaps = EventsOf(json->Lines(), "gap");
+    QCOMPARE(gaps.size(), 5); // As it grew, and its end.
+    const QJsonObject result = ResultOf(json);
+    QCOMPARE(TextOf(result, "outcome"), QByteArray("interrupted"));
+    QCOMPARE(TextOf(result, "reason"), QByteArray("gap"));
+    QVERIFY(ValueOf(result, "stopped").toBool());
+    const QJsonArray told = ValueOf(result, "gaps").toArray();
+    QCOMPARE(told.size(), 1);
+    const QJsonObject gap = told.first().toObject();
+    QCOMPARE(ValueOf(gap, "duration"), ValueOf(ObjectOf(gaps.last()), "duration"));
+    QVERIFY(ValueOf(gap, "duration").toDouble() > 4.2);
+    QVERIFY(ValueOf(gap, "begin").toDouble() > 0.5);
+}
+
+void TestMeasureProgram::NarrowTerminalShowsAllReadings_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::newRow("60") << 60;
+    QTest::newRow("30") << 30;
+}
+
+void TestMeasureProgram::NarrowTerminalShowsAllReadings()
+{
+    QFETCH(int, width);
+    Terminal terminal(QStringLiteral("hv --time 1 2> /dev/null"), Time::Virtual,
+                      QStringLiteral("stty cols %1 rows 24; ").arg(width));
+    QCOMPARE(terminal->Finish(), 0);
+    QString shown = QString::fromUtf8(terminal->Output());
+    shown.truncate(shown.indexOf(QLatin1String("Measurement hv done")));
+    const QStringList lines = shown.remove(QRegularExpression(QStringLiteral("\033\\[\\d*[A-Z]")))
+                                  .split(QRegularExpression(QStringLiteral("[\r\n]+")), Qt::SkipEmptyParts);
+    for (const QString& line : lines) {
+        QVERIFY2(line.size() < width, qPrintable(line));
+    }
+    for (const char* name : {"maximum voltage", "voltage", "current", "ULN", "primary voltage", "PWM"}) {
+        const QRegularExpression whole(QStringLiteral("(^|, |  )%1 [\\d.]+(,|$)").arg(QLatin1String(name)));
+        QVERIFY2(!lines.filter(whole).isEmpty(), name);
+    }
+    QVERIFY(!lines.filter(QStringLiteral("DANGEROUS VOLTAGE")).isEmpty());
+}
+
+void TestMeasureProgram::AbortLeavesNoOldReadingsBehind()
+{
+    Terminal terminal(QStringLiteral("it --time 600"), Time::Real);
+    AWAIT(terminal->Output().contains(" of 600 s ") && terminal->Output().contains("  current "));
+    terminal->WriteLine("\003");
+    QCOMPARE(terminal->Finish(), 5);
+    const QByteArray shown = terminal->Output();
+    const QByteArray after = shown.mid(shown.indexOf("vesmar: Aborting the measurement (signal 2)"));
+    VERIFY_CONTAINS(after, " s  waiting until the instrument has stopped\033[J");
+    QVERIFY2(!after.mid(after.indexOf("waiting until the instrument has stopped")).contains("current "),
+             after.constData());
 }
 
 void TestMeasureProgram::SignalAbortsTheMeasurement()

@@ -1,3 +1,5 @@
+#include <QTemporaryFile>
+
 #include "integration/measurerun.h"
 #include "integration/rcdtrouble.h"
 
@@ -102,7 +104,7 @@ void CheckFailure(MeasureRun& run, const RcdTrouble& failure)
     QCOMPARE(ValueOf(error.toObject(), "number").toInt(NoRcdError), failure.error);
     QCOMPARE(error.isNull(), failure.error == NoRcdError);
     const QByteArray message = TextOf(result, "message");
-    QCOMPARE(message.contains("did not prepare it in time"), failure.isLate);
+    QCOMPARE(message.contains("did not prepare the measurement in time"), failure.isLate);
     QCOMPARE(run->Errors(), "vesmar: " + message + '\n');
     QVERIFY2(!IsAnyTestSelected(run.Log()), run.Log().join('\n').constData());
 }
@@ -144,6 +146,7 @@ private Q_SLOTS:
     void RunFails() { VerifyFailures(RcdRunFailures()); }
     void UnsuitableMainsAreReported();
     void SignalAbortsTheTest();
+    void AbortOfTheFirstTestIsTheEnd();
     void UnconfirmedStopIsReported();
 };
 
@@ -276,6 +279,24 @@ void TestRcdProgram::SignalAbortsTheTest()
             QFAIL(QByteArray(interruptions.at(i).words) + interruptions.at(i).moment);
         }
     }
+}
+
+/// The proof that the first test has stopped takes its time, and the second one must not begin after it.
+void TestRcdProgram::AbortOfTheFirstTestIsTheEnd()
+{
+    QTemporaryFile faults;
+    QVERIFY(faults.open());
+    faults.write(R"({"faults": [{"fault": "slow", "delay": 3000, "when": {"request": "W", "from": 2}}]})");
+    faults.close();
+    MeasureRun run(QStringLiteral("rcd --mode ia-ta-1 --with-ub-re"),
+                   {QStringLiteral("--faults"), faults.fileName()}, Time::Real);
+    AWAIT(run->Output().contains("ub-re: waiting until the instrument has stopped"));
+    QVERIFY(run->Signal(SIGINT));
+    QCOMPARE(run->Finish(), 5);
+    VERIFY_CONTAINS(run->Errors(), "Aborting the measurement (signal 2)");
+    VERIFY_ENDS(run->Errors(),
+                "Measurement rcd ub-re aborted. The instrument is confirmed to have stopped.\n");
+    QCOMPARE(PrepareRequestsIn(run.Log()).size(), 2); // Both are those of the first test.
 }
 
 void TestRcdProgram::UnconfirmedStopIsReported()

@@ -1,7 +1,6 @@
 #include "states/measurement/startingmeasurementstate.h"
 
 #include "context/statemachinecontext.h"
-#include "link/traceline.h"
 #include "protocol/functionstatesets.h"
 
 namespace Vesmar
@@ -27,13 +26,13 @@ void StartingMeasurementState::OnExit()
 
 void StartingMeasurementState::OnRunning()
 {
-    Trace::Line() << "StartingMeasurementState::OnRunning() IN";
+    qWarning("StartingMeasurementState::OnRunning() IN");
     RequestStatus();
     if (GetContext()->StartMeasurementRequested.Get() && !GetContext()->AbortMeasurementRequested.Get()) {
         Start();
     }
     WatchStart();
-    Trace::Line() << "StartingMeasurementState::OnRunning() OUT";
+    qWarning("StartingMeasurementState::OnRunning() OUT");
 }
 
 void StartingMeasurementState::Start()

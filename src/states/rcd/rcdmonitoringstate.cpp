@@ -1,7 +1,8 @@
 #include "states/rcd/rcdmonitoringstate.h"
 
+#include <QDebug>
+
 #include "context/statemachinecontext.h"
-#include "link/traceline.h"
 #include "model/settings/rcdmode.h"
 
 namespace Vesmar
@@ -10,12 +11,10 @@ namespace Vesmar
 namespace
 {
 
-/// What a line begins with that tells how far a step came.
-constexpr const char* Progress = "<<<                              RUNING RCD MONITORING STATE ";
-
-const char* Word(bool value)
+/// Begins a line that tells how far a step came. Values may follow.
+QDebug Progress(const char* text)
 {
-    return value ? "true" : "false";
+    return qWarning().noquote() << QLatin1String("<<<                              ") + QLatin1String(text);
 }
 
 } // namespace
@@ -37,7 +36,7 @@ void RCDMonitoringState::OnRunning()
     TraceBanner("RUNING RCD MONITORING STATE");
     if (!EndsWithAbort() && IsToBePrepared()) {
         const MeasurementState status = GetContext()->MeasurementStatus.Get();
-        Trace::Line() << Progress << "5 - mesurmentState:  " << static_cast<int>(status);
+        Progress("RUNING RCD MONITORING STATE 5 - mesurmentState: ") << static_cast<int>(status);
         ContinuePreparation(status);
     }
 }
@@ -82,19 +81,20 @@ void RCDMonitoringState::AbortRCDIEC()
 /// Only the Ub/Re test is prepared here, and only until it is started.
 bool RCDMonitoringState::IsToBePrepared()
 {
-    Trace::Line() << Progress << "1 - status= " << Word(GetContext()->PrepareMeasurementRequested.Get())
-                  << " " << Word(GetContext()->StartMeasurementRequested.Get()) << " "
-                  << static_cast<int>(GetContext()->MeasurementStatus.Get());
+    Progress("RUNING RCD MONITORING STATE 1 - status=")
+        << GetContext()->PrepareMeasurementRequested.Get() << GetContext()->StartMeasurementRequested.Get()
+        << static_cast<int>(GetContext()->MeasurementStatus.Get());
     if (GetContext()->StartMeasurementRequested.Get()) {
-        Trace::Line() << Progress << "2";
+        Progress("RUNING RCD MONITORING STATE 2");
         return false;
     }
     const MeasurementSettings* settings = GetContext()->TestSettings.Get();
-    Trace::Line() << Progress << "3 - measurmentTyp= " << static_cast<int>(settings->GetMeasurementType());
+    Progress("RUNING RCD MONITORING STATE 3 - measurmentTyp=")
+        << static_cast<int>(settings->GetMeasurementType());
     if (settings->GetMeasurementType() != MeasurementType::RCD) {
         return false;
     }
-    Trace::Line() << Progress << "4";
+    Progress("RUNING RCD MONITORING STATE 4");
     return ModeOfRCD(*settings) == RCDSettings::RCDMode::UbRe;
 }
 

@@ -1,5 +1,7 @@
 #include "states/rcd/rcdtrace.h"
 
+#include <QDebug>
+
 #include "link/trace.h"
 
 namespace Vesmar::RCDTrace
@@ -54,13 +56,13 @@ const char* NameInCleanUp(MeasurementState phase)
 
 void Indented(Trace::Colour colour, const char* text)
 {
-    Trace::Line() << colour << "       " << text << Trace::Colour::None;
+    Trace::WriteIn(colour, QStringLiteral("       ") + QLatin1String(text));
 }
 
 void CleanUpPhase(MeasurementState phase)
 {
     if (const char* name = NameInCleanUp(phase)) {
-        Trace::Line() << "<<< MeasurementState::" << name;
+        qWarning("<<< MeasurementState::%s", name);
     }
 }
 
@@ -86,9 +88,9 @@ void Phase(RCDRules::PhaseWords words, MeasurementState phase)
 
 void Poll(int result, Error savedCheckObjectError)
 {
-    Trace::Line() << "<<< MeasurementState::Prepared: operationResult=" << result;
+    qWarning("<<< MeasurementState::Prepared: operationResult=%d", result);
     if (savedCheckObjectError == Error::NoErrors) {
-        Trace::Line() << "<<< MeasurementState::Prepared: _savedCheckObjectError==Error::NoErrors";
+        qWarning("<<< MeasurementState::Prepared: _savedCheckObjectError==Error::NoErrors");
     }
 }
 

@@ -1,5 +1,6 @@
 #include "states/update/updatingstate.h"
 
+#include <QDebug>
 #include <QThread>
 
 #include "link/commandbuilder.h"
@@ -51,25 +52,25 @@ void UpdatingState::OnRunning()
 void UpdatingState::RunUpdate()
 {
     if (_update->image.size() % SectorSize != 0) {
-        Fail(Error::UpdateDataInvalid, "Update data is invalid.");
+        Fail(Error::UpdateDataInvalid, QStringLiteral("Update data is invalid."));
         return;
     }
     if (_update->confirmation.size() < ConfirmationSize) {
-        Fail(Error::UpdateConfirmationDataInvalid, "Update confirmation data is invalid.");
+        Fail(Error::UpdateConfirmationDataInvalid, QStringLiteral("Update confirmation data is invalid."));
         return;
     }
     if (!InitializeUpdate()) {
-        Fail(Error::UpdateInitializationFailed, "Update initialization error.");
+        Fail(Error::UpdateInitializationFailed, QStringLiteral("Update initialization error."));
         return;
     }
-    Trace::WriteIn(Trace::Colour::Red, "Iinitialization update OK.");
+    Trace::WriteIn(Trace::Colour::Red, QStringLiteral("Iinitialization update OK."));
     GetContext()->OperationStatus.Set(OperationState::InProgress);
     if (!ProgramImage(_update->image)) {
-        Fail(Error::UpdateInitializationFailed, "Sector data transfer issues.");
+        Fail(Error::UpdateInitializationFailed, QStringLiteral("Sector data transfer issues."));
         return;
     }
     if (!FinishUpdate()) {
-        Fail(Error::UpdateConfirmationFailed, "Confirmation error.");
+        Fail(Error::UpdateConfirmationFailed, QStringLiteral("Confirmation error."));
         return;
     }
     QThread::msleep(InstallationPauseMs);
@@ -110,15 +111,15 @@ bool UpdatingState::ProgramImage(const QByteArray& image)
         offset += SectorSize;
         const int progress = Percent(offset, image.size());
         GetContext()->OperationProgress.Set(progress);
-        Trace::Line() << "Update progress: " << progress;
+        qWarning("Update progress: %d", progress);
     }
     return true;
 }
 
-void UpdatingState::Fail(Error error, const char* message)
+void UpdatingState::Fail(Error error, const QString& message)
 {
     GetContext()->ErrorCode.Set(error);
-    Trace::Line() << Trace::Colour::Red << "UPDATE ERROR - " << message << Trace::Colour::None;
+    Trace::WriteIn(Trace::Colour::Red, QStringLiteral("UPDATE ERROR - ") + message);
 }
 
 } // namespace Vesmar

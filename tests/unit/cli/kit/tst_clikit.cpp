@@ -5,9 +5,9 @@
 
 #include <cerrno>
 
+#include "cli/kit/connection.h"
 #include "cli/kit/dates.h"
 #include "cli/kit/failure.h"
-#include "cli/kit/link.h"
 #include "support/eventschema.h"
 #include "support/logcapture.h"
 #include "support/redirection.h"
@@ -38,8 +38,8 @@ QByteArray Printed(const Cli::LinkOptions& options, const Work& work)
         const LogCapture log; // keeps the library's trace away from Qt Test, which writes to the output
         const Redirection output(STDOUT_FILENO, file.handle());
         const Redirection errorOutput(STDERR_FILENO, errors.handle());
-        Cli::Link link(options);
-        work(link);
+        Cli::Connection connection(options);
+        work(connection);
     }
     file.seek(0);
     return file.readAll();
@@ -236,12 +236,12 @@ void TestCliKit::WallClockHasTheFieldsOfTheLocalTime()
 
 void TestCliKit::ResultIsTheLastLine()
 {
-    const QByteArray printed = Printed(Json(), [](Cli::Link& link) {
+    const QByteArray printed = Printed(Json(), [](Cli::Connection& connection) {
         const QByteArray event = Cli::EventLine(QDateTime::currentDateTime(), QStringLiteral("restart"),
                                                 {{QStringLiteral("seconds"), 2}});
-        link.Print(event);
-        link.Finish(Cli::DoneWith(QStringLiteral("Done.")));
-        link.Print(event);
+        connection.Print(event);
+        connection.Finish(Cli::DoneWith(QStringLiteral("Done.")));
+        connection.Print(event);
     });
     QCOMPARE(printed.count('\n'), 2);
     QCOMPARE(ProblemOfRun(printed, 0), QString());
@@ -249,10 +249,10 @@ void TestCliKit::ResultIsTheLastLine()
 
 void TestCliKit::FirstEndCounts()
 {
-    const QByteArray printed = Printed(Json(), [](Cli::Link& link) {
-        link.Finish(Cli::EndedBySignal(2));
-        link.Finish(Cli::DoneWith(QStringLiteral("Done.")));
-        link.Fail(4, {QStringLiteral("not-set"), QStringLiteral("Not set.")});
+    const QByteArray printed = Printed(Json(), [](Cli::Connection& connection) {
+        connection.Finish(Cli::EndedBySignal(2));
+        connection.Finish(Cli::DoneWith(QStringLiteral("Done.")));
+        connection.Fail(4, {QStringLiteral("not-set"), QStringLiteral("Not set.")});
     });
     QCOMPARE(printed.count('\n'), 1);
     QCOMPARE(ProblemOfRun(printed, 130), QString());
@@ -260,18 +260,18 @@ void TestCliKit::FirstEndCounts()
 
 void TestCliKit::VerbMayShowTheEndItself()
 {
-    const QByteArray printed = Printed(Json(), [](Cli::Link& link) {
-        link.EndWork(0);
-        link.Finish(Cli::DoneWith(QStringLiteral("Done.")));
+    const QByteArray printed = Printed(Json(), [](Cli::Connection& connection) {
+        connection.EndWork(0);
+        connection.Finish(Cli::DoneWith(QStringLiteral("Done.")));
     });
     QCOMPARE(printed, QByteArray());
 }
 
 void TestCliKit::TextHasNoResult()
 {
-    const QByteArray printed = Printed({}, [](Cli::Link& link) {
-        link.Print("It is done.\n");
-        link.Finish(Cli::DoneWith(QStringLiteral("Done.")));
+    const QByteArray printed = Printed({}, [](Cli::Connection& connection) {
+        connection.Print("It is done.\n");
+        connection.Finish(Cli::DoneWith(QStringLiteral("Done.")));
     });
     QCOMPARE(printed, QByteArray("It is done.\n"));
 }

@@ -179,7 +179,7 @@ void TestCliLiveScreen::LinesAreBroken()
     using Lines = QStringList;
     QCOMPARE(Cli::Wrapped(QString(), 5), Lines({QString()}));
     QCOMPARE(Cli::Wrapped(QStringLiteral("  1 s  on"), 9), Lines({QStringLiteral("  1 s  on")}));
-    QCOMPARE(Cli::Wrapped(QStringLiteral("one two three"), 7),
+    QCOMPARE(Cli::Wrapped(QStringLiteral("one two  three"), 7),
              Lines({QStringLiteral("one two"), QStringLiteral("three")}));
     QCOMPARE(Cli::Wrapped(QStringLiteral("a b%1c").arg(QChar(QChar::Nbsp)), 4),
              Lines({QStringLiteral("a"), QStringLiteral("b c")}));

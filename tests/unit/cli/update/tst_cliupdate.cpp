@@ -182,7 +182,7 @@ void TestCliUpdate::Progress()
     QFETCH(int, confirmed);
     QFETCH(int, left);
     const Cli::UpdateProgress progress{confirmed, 8, left};
-    QTEST(Cli::UpdateLiveLine(progress), "live");
+    QTEST(Cli::UpdateLiveLine(progress).replace(QChar::Nbsp, QLatin1Char(' ')), "live");
     QTEST(Cli::UpdateProgressLine(progress), "line");
 }
 

@@ -140,7 +140,7 @@ void TestCliMeasureVerb::Ends_data()
     const QByteArray none;
     const QByteArray stop = "68aeed";
     AddEnd("preparation that lasts too long", Falling('P', "F1"), "measure it --prepare-timeout=0.5", 4,
-           "failed", "not-prepared", "did not prepare it in time")
+           "failed", "not-prepared", "did not prepare the measurement in time")
         << true << stop;
     AddEnd("stop that is not confirmed", ThatDoesNotStop(), "measure rln --stop-timeout=0.5", 6, "failed",
            "stop-not-confirmed", "Measurement rln done. STOP NOT CONFIRMED")

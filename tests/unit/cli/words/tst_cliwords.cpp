@@ -318,7 +318,7 @@ void TestCliWords::EveryStatusIsExplainedOnce()
         statuses.append(each.status);
         QVERIFY(!each.words.empty());
     }
-    QCOMPARE(statuses, (QVector<int>{0, 1, 2, 3, 4, 5, 6, 7, 128}));
+    QCOMPARE(statuses, (QVector<int>{0, 1, 2, 3, 4, 5, 6, 7, 8, 128}));
 }
 
 void TestCliWords::HelpShowsEveryStatus()
