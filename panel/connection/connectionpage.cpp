@@ -60,6 +60,7 @@ ConnectionPage::ConnectionPage(Session& session)
     tables->addWidget(createStatistics(), 1);
     column->addLayout(tables);
     column->addWidget(&_mains, 1);
+    column->addStretch();
     const Instrument& instrument = session.instrument();
     connect(&instrument, &Instrument::linkStateChanged, this, &ConnectionPage::showState);
     connect(&instrument, &Instrument::errorChanged, this, &ConnectionPage::showState);
@@ -90,6 +91,7 @@ QWidget* ConnectionPage::createState()
 QWidget* ConnectionPage::createIdentity()
 {
     QFrame* const card = createCard();
+    card->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     _identity = createTable(card, tr("Instrument"));
     return card;
 }
@@ -97,6 +99,7 @@ QWidget* ConnectionPage::createIdentity()
 QWidget* ConnectionPage::createStatistics()
 {
     QFrame* const card = createCard();
+    card->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     _statistics = createTable(card, tr("Line"));
     return card;
 }
@@ -127,12 +130,13 @@ void ConnectionPage::showIdentity()
     const QString firmware = identity.version.isEmpty()
                                  ? QString()
                                  : tr("%1, build %2").arg(identity.version, identity.buildNumber);
-    fill(_identity, {{tr("Device"), identity.deviceName + QLatin1Char(' ') + identity.deviceCode},
-                     {tr("Serial number"), identity.serialNumber},
-                     {tr("Firmware"), firmware},
-                     {tr("Mode"), identity.version.isEmpty() ? QString() : words(instrument.mode())},
-                     {tr("Clock, as read"), shownDate(instrument.clock())},
-                     {tr("Calibrated"), shownDate(instrument.calibrationDate())}});
+    fill(_identity,
+         {{tr("Device"), (identity.deviceName + QLatin1Char(' ') + identity.deviceCode).trimmed()},
+          {tr("Serial number"), identity.serialNumber},
+          {tr("Firmware"), firmware},
+          {tr("Mode"), identity.version.isEmpty() ? QString() : words(instrument.mode())},
+          {tr("Clock, as read"), shownDate(instrument.clock())},
+          {tr("Calibrated"), QLocale().toString(instrument.calibrationDate().date(), QLocale::ShortFormat)}});
 }
 
 void ConnectionPage::showStatistics(const LinkStatistics& statistics)

@@ -34,7 +34,7 @@ MainsCard::MainsCard(Session& session)
     column->addLayout(row, 1);
     row->addWidget(&_readings, 2);
     auto* const lanes = new QVBoxLayout;
-    lanes->setSpacing(0);
+    lanes->setSpacing(2);
     const FunctionInfo mains = Functions::find(Function::Monitoring);
     for (int i = 0; i < mains.readings.size(); ++i) {
         auto* const lane = new Lane(mains.readings.at(i), i);

@@ -140,8 +140,7 @@ void FunctionPage::enableButtons()
 {
     const Instrument& instrument = _session.instrument();
     const bool isReady = instrument.linkState() == LinkState::Up && !instrument.isBusy() && _form.isValid();
-    const bool isHeld = _function.isDangerous && isMeasuring();
-    _start->setEnabled(isReady || isHeld);
+    _start->setEnabled(isReady || _start->isDown()); // who holds it would otherwise lose it
     _stop->setEnabled(isMeasuring());
     _back->setEnabled(!isMeasuring());
     _options->setEnabled(!isMeasuring() && _views.currentWidget() == &_live);

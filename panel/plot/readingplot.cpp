@@ -34,7 +34,7 @@ ReadingPlot::ReadingPlot() : _area(new QWidget)
     column->addWidget(createButtons());
     auto* const lanes = new QVBoxLayout(_area);
     lanes->setContentsMargins(0, 0, 0, 0);
-    lanes->setSpacing(0);
+    lanes->setSpacing(2);
     _timer.setSingleShot(true);
     connect(&_timer, &QTimer::timeout, this, &ReadingPlot::draw);
 }

@@ -36,7 +36,6 @@ int run(const Panel::CommandLine& commandLine)
         window.showPage(QString::fromStdString(commandLine.page));
     }
     window.resize(1024, 640);
-    window.setMinimumSize(Panel::MainWindow::Smallest);
     if (commandLine.isFullScreen) {
         window.showFullScreen();
     } else {

@@ -17,7 +17,7 @@ FunctionInfo Record::function() const
 
 void Record::append(double time, const Result& result)
 {
-    const QVector<ReadingInfo> readings = function().readings;
+    const QVector<ReadingInfo> readings = VesmarClient::Functions::find(result.function()).readings;
     values.resize(readings.size());
     times.append(time);
     for (int i = 0; i < readings.size(); ++i) {

@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QScrollArea>
 #include <QShortcut>
 
 #include "panel/kit/theme.h"
@@ -31,6 +32,7 @@ QHBoxLayout* createRow(QWidget* widget, int margin)
 MainWindow::MainWindow(Session& session) : _session(session), _stopKeys(session)
 {
     setWindowTitle(QStringLiteral("Vesmar"));
+    setMinimumSize(Smallest);
     layOut();
     addShortcuts();
     const Instrument& instrument = _session.instrument();
@@ -46,6 +48,7 @@ MainWindow::MainWindow(Session& session) : _session(session), _stopKeys(session)
 void MainWindow::layOut()
 {
     auto* const column = new QVBoxLayout(this);
+    column->setSizeConstraint(QLayout::SetNoConstraint);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(createBar());
@@ -56,8 +59,12 @@ void MainWindow::layOut()
     _pages = new QStackedWidget;
     for (const PageEntry& entry : pages()) {
         QWidget* const page = entry.create(_session);
-        page->setObjectName(QLatin1String(entry.name));
-        _pages->addWidget(page);
+        auto* const area = new QScrollArea; // for a page that is larger than the screen
+        area->setWidgetResizable(true);
+        area->setFrameShape(QFrame::NoFrame);
+        area->setFocusPolicy(Qt::NoFocus);
+        area->setWidget(page);
+        _pages->addWidget(area);
     }
     row->addWidget(_pages, 1);
     column->addLayout(row, 1);
@@ -132,6 +139,7 @@ void MainWindow::showPage(const QString& name)
 {
     for (int i = 0; i < pages().size(); ++i) {
         if (name == QLatin1String(pages().at(i).name)) {
+            _buttons.button(i)->setFocus();
             _buttons.button(i)->click();
         }
     }

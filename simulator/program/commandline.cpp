@@ -45,6 +45,7 @@ struct RawOptions {
     double restartTime = 500;
     double answerAfter = 0;
     double startDelay = 50;
+    double runOn = 2000;
     double installTime = 1500;
 };
 
@@ -117,6 +118,8 @@ void AddBehaviour(CLI::App* app, RawOptions* raw)
     AddTime(app, "--restart-time", &raw->restartTime, "How long a restart takes (default 500)");
     AddTime(app, "--start-delay", &raw->startDelay,
             "How long a measurement that was started still reports prepared (default 50)");
+    AddTime(app, "--run-on", &raw->runOn,
+            "How long a measurement runs on in the scenario runs-on-after-stop (default 2000)");
     AddTime(app, "--install-time", &raw->installTime,
             "How long confirmed firmware takes until the restart (default 1500)");
     app->add_option("--new-version", raw->newVersion,
@@ -198,6 +201,7 @@ InstrumentOptions InstrumentOptionsOf(const RawOptions& raw)
     instrument.model.seed = raw.seed;
     instrument.model.restartTime = Milliseconds(raw.restartTime);
     instrument.model.functionTimings.startDelay = Milliseconds(raw.startDelay);
+    instrument.model.functionTimings.runOn = Milliseconds(raw.runOn);
     instrument.model.update.installTime = Milliseconds(raw.installTime);
     instrument.model.update.newVersion = ParseVersion(raw.newVersion);
     instrument.model.update.confirmation = ParseConfirmation(raw.confirmation);
