@@ -5,8 +5,10 @@
 #include <Vesmar/serialdevice.h>
 
 #include "cli/kit/failure.h"
+#include "cli/kit/unattended.h"
 #include "cli/words/exitstatus.h"
 #include "cli/words/format.h"
+#include "cli/words/text.h"
 #include "client/words/errorguide.h"
 #include "client/words/names.h"
 
@@ -152,6 +154,15 @@ Failure WrongMode(OperationMode mode)
                 .arg(NameAndNumber(mode))};
 }
 
+Failure Unattended(const Vesmar::Status& status)
+{
+    const QString state = status.functionState ? Show(*status.functionState).text : Text::tr("unknown");
+    return {QStringLiteral("unattended"), UnattendedText(static_cast<VesmarClient::Function>(status.function))
+                                                  .arg(Show(status.function).text, state) +
+                                              QLatin1Char(' ') +
+                                              Text::tr("Run vesmar stop, or switch the instrument off.")};
+}
+
 Failure Reported(Error error)
 {
     return {QString(), QStringLiteral("The link is sound, but the instrument reports %1. %2")
@@ -206,6 +217,9 @@ Ending DecideEnding(const LineRecord& line)
         return WithoutProperAnswer(line);
     }
     const Vesmar::Status& status = *line.Status();
+    if (status.function != Vesmar::MeasurementType::Monitoring) {
+        return Failed(ExitStatus::StopNotConfirmed, Unattended(status), status.error);
+    }
     if (line.Count(LineAnswer::Proper) < line.Asked()) {
         return Failed(ExitStatus::Failed, Unreliable(line), status.error);
     }

@@ -66,7 +66,7 @@ LineExchange LineProbe::AskForStatus() const
         return exchange;
     }
     const auto sent = Clock::now();
-    if (WaitForBytes(_patience)) {
+    if (WaitForAnswer()) {
         exchange.time = std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - sent);
         Collect(exchange);
     }
@@ -91,6 +91,16 @@ void LineProbe::Collect(LineExchange& exchange) const
     const auto end = Clock::now() + LongestCollecting;
     while (Read(exchange) && Clock::now() < end && WaitForBytes(Silence)) {
     }
+}
+
+bool LineProbe::WaitForAnswer() const
+{
+    const milliseconds first = std::min<milliseconds>(_patience, PatienceOfPeople);
+    if (WaitForBytes(first)) {
+        return true;
+    }
+    _tellLateAnswer();
+    return WaitForBytes(_patience - first);
 }
 
 bool LineProbe::WaitForBytes(milliseconds limit) const

@@ -15,12 +15,23 @@ namespace Cli
 
 using VesmarClient::LinkState;
 
+namespace
+{
+
+/// After so long, people want to know what is waited for.
+constexpr std::chrono::milliseconds PatienceOfPeople{1000};
+
+} // namespace
+
 Connection::Connection(const LinkOptions& options)
     : _options(options), _output(STDOUT_FILENO, _signalWatcher.Descriptor())
 {
     _timeLimit.setSingleShot(true);
     _timeLimit.setTimerType(Qt::PreciseTimer);
     connect(&_timeLimit, &QTimer::timeout, this, &Connection::EndTimeLimit);
+    _patience.setSingleShot(true);
+    connect(&_patience, &QTimer::timeout, this, &Connection::SayWhatIsAwaited);
+    connect(&_unattended, &UnattendedWatch::Told, this, &Connection::ShowUnattended);
     connect(&_signalWatcher, &SignalWatcher::Received, this, &Connection::Interrupted);
     connect(&_instrument, &VesmarClient::Instrument::openFailed, this, &Connection::FailToOpen);
     connect(&_instrument, &VesmarClient::Instrument::linkStateChanged, this, &Connection::ReceiveLinkState);
@@ -29,6 +40,7 @@ Connection::Connection(const LinkOptions& options)
 int Connection::Work()
 {
     _timeLimit.start(_options.timeout);
+    _patience.start(PatienceOfPeople);
     _instrument.open();
     return QCoreApplication::exec();
 }
@@ -40,6 +52,7 @@ void Connection::ReceiveLinkState(LinkState state)
     }
     _hasBeenUp = true;
     _timeLimit.stop();
+    _patience.stop();
     if (state == LinkState::Up) {
         Q_EMIT Up();
         return;
@@ -84,6 +97,7 @@ void Connection::EndWork(int exitStatus)
     }
     _isFinished = true;
     _timeLimit.stop();
+    _patience.stop();
     _instrument.disconnect();
     QCoreApplication::exit(exitStatus);
 }
@@ -106,6 +120,22 @@ void Connection::Fail(const VesmarClient::Job& job)
     } else {
         Fail(ExitStatus::Failed, FailureOf(job.failure()));
     }
+}
+
+void Connection::ShowUnattended(const QString& sentence, const QJsonObject& fields)
+{
+    if (IsJson()) {
+        const QByteArray line = EventLine(QDateTime::currentDateTime(), QStringLiteral("unattended"), fields);
+        _screen != nullptr ? _screen->Write(line) : Print(line);
+    }
+    _screen != nullptr ? _screen->Say(sentence) : WriteError(sentence);
+}
+
+void Connection::SayWhatIsAwaited()
+{
+    const double limit = std::chrono::duration<double>(_options.timeout).count();
+    SayToTerminal(
+        Text::tr("Waiting for the instrument to answer, %1 s at the most. Ctrl-C ends it.").arg(limit));
 }
 
 void Connection::FailToOpen(const VesmarClient::Failure& failure)

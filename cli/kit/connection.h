@@ -9,7 +9,9 @@
 #include "cli/kit/failure.h"
 #include "cli/kit/linkoptions.h"
 #include "cli/kit/signalwatcher.h"
+#include "cli/kit/unattended.h"
 #include "cli/output/event.h"
+#include "cli/output/livescreen.h"
 #include "cli/output/output.h"
 
 namespace Cli
@@ -31,6 +33,8 @@ public:
     /// line, and waits until a job that is still under way has ended as far as it must.
     int Work();
 
+    /// What is told unasked goes to this screen from now on, which outlives the work.
+    void ShowOn(LiveScreen& screen) { _screen = &screen; }
     /// An instrument in update mode is no failure for the verb, which connects `UpdateModeFound`.
     void AcceptUpdateMode() { _isUpdateModeAccepted = true; }
     /// Lets a link that does not come up in time count as no failure: `TimeOver` is emitted instead.
@@ -69,14 +73,19 @@ Q_SIGNALS:
 private:
     void ReceiveLinkState(VesmarClient::LinkState state);
     void FailToOpen(const VesmarClient::Failure& failure);
+    void ShowUnattended(const QString& sentence, const QJsonObject& fields);
+    void SayWhatIsAwaited();
     void EndTimeLimit();
     void FailToComeUp();
 
     LinkOptions _options;
     SignalWatcher _signalWatcher; // before the instrument, which starts threads
     Output _output;
+    LiveScreen* _screen = nullptr; ///< Null where the output is written to.
     QTimer _timeLimit;
+    QTimer _patience;
     VesmarClient::Instrument _instrument;
+    UnattendedWatch _unattended{_instrument};
     bool _isUpdateModeAccepted = false;
     bool _isSilenceTolerated = false;
     bool _hasBeenUp = false;

@@ -82,6 +82,13 @@ int PrintingStatus(const Output& output, Output::Result result)
     return ExitStatus::NotDone;
 }
 
+void SayToTerminal(const QString& text)
+{
+    if (::isatty(STDERR_FILENO) != 0) {
+        WriteError(text);
+    }
+}
+
 void WriteError(const QString& text)
 {
     std::cerr << "vesmar: " << text.toLocal8Bit().constData() << '\n';

@@ -44,4 +44,9 @@ int PrintingStatus(const Output& output, Output::Result result);
 /// Writes a line of the program's own to the error output.
 void WriteError(const QString& text);
 
+/// The same for somebody who watches and waits: only where the error output is a terminal. A file, a pipe or
+/// a journal that is read later has the outcome anyway, and a job that runs by itself shall not complain of a
+/// slow link.
+void SayToTerminal(const QString& text);
+
 } // namespace Cli

@@ -4,13 +4,15 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdio>
 #include <exception>
 #include <iostream>
+
+#include <VesmarClient/tracerouter.h>
 
 #include "cli/output/event.h"
 #include "cli/output/output.h"
 #include "cli/program/program.h"
-#include "cli/program/tracefilter.h"
 #include "cli/words/exitstatus.h"
 
 namespace
@@ -26,6 +28,15 @@ void OccupyStandardStreams()
         descriptor = ::open("/dev/null", O_RDONLY);
     }
     ::close(descriptor);
+}
+
+/// Writes the message log to the error output. The lines of the trace look as the driver has written them.
+void WriteMessage(QtMsgType type, const QMessageLogContext& context, const QString& text)
+{
+    const bool isTrace = qstrcmp(context.category, VesmarClient::TraceRouter::Category) == 0;
+    const QMessageLogContext shown(context.file, context.line, context.function,
+                                   isTrace ? "default" : context.category);
+    std::fputs((qFormatLogMessage(type, shown, text).toLocal8Bit() + '\n').constData(), stderr);
 }
 
 int FailUnexpectedly(const Cli::Verb& verb, const QString& message)
@@ -52,7 +63,11 @@ int main(int argc, char** argv)
         return exitStatus;
     }
     std::signal(SIGPIPE, SIG_IGN); // a reader that has gone away shows as a failed write
-    Cli::InstallTraceFilter(verb->Options().isTraceWanted);
+    qInstallMessageHandler(WriteMessage);
+    VesmarClient::TraceRouter trace;
+    if (verb->Options().isTraceWanted) {
+        trace.toCategory();
+    }
     int ownArgumentCount = 1; // the other arguments are not for Qt
     const QCoreApplication application(ownArgumentCount, argv);
     try {

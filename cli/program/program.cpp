@@ -14,6 +14,7 @@
 #include "cli/verbs/measureverb.h"
 #include "cli/verbs/monitorverb.h"
 #include "cli/verbs/restartverb.h"
+#include "cli/verbs/stopverb.h"
 #include "cli/verbs/updateverb.h"
 #include "cli/words/exitstatus.h"
 #include "cli/words/format.h"
@@ -57,6 +58,7 @@ Program::Program() : _app(std::make_unique<CLI::App>(Description, "vesmar"))
     AddVerb<InfoVerb>();
     AddVerb<MonitorVerb>();
     AddVerb<MeasureVerb>();
+    AddVerb<StopVerb>();
     AddVerb<ClockVerb>();
     AddVerb<CalibrationVerb>();
     AddVerb<RestartVerb>();

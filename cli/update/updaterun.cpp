@@ -11,6 +11,7 @@ UpdateRun::UpdateRun(Connection& connection, UpdateView& view, const UpdateFiles
     : _connection(connection), _view(view), _files(files), _options(options)
 {
     connection.AcceptUpdateMode();
+    connection.ShowOn(view.Screen());
     connect(&connection, &Connection::Up, this, &UpdateRun::Begin);
     connect(&connection, &Connection::UpdateModeFound, this, &UpdateRun::Begin);
     connect(&connection, &Connection::Interrupted, this, &UpdateRun::Interrupt);

@@ -12,6 +12,8 @@ class UpdateView
 public:
     explicit UpdateView(bool isJson);
 
+    LiveScreen& Screen() { return _screen; }
+
     void ShowVersionBefore(const QString& version);
     void ShowPhase(VesmarClient::Phase phase);
     /// Shows the progress, of which a part may have been shown before.

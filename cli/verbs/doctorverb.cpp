@@ -1,5 +1,7 @@
 #include "cli/verbs/doctorverb.h"
 
+#include <QElapsedTimer>
+
 #include <unistd.h>
 
 #include <Vesmar/serialdevice.h>
@@ -10,6 +12,7 @@
 #include "cli/doctor/linerecord.h"
 #include "cli/output/event.h"
 #include "cli/output/output.h"
+#include "cli/words/text.h"
 #include "client/line/device.h"
 #include "client/line/deviceholders.h"
 
@@ -31,7 +34,7 @@ constexpr VerbTexts Texts{
     "Exit status: 0 link and instrument are sound; 1 bad usage; 2 no link; 3 the link is\n"
     "sound, but the instrument is in update mode or in another one that is not its normal\n"
     "mode, or the output cannot be written; 4 the link is unreliable or too slow, or the\n"
-    "instrument reports an error.\n"
+    "instrument reports an error; 6 a function is active that no program attends.\n"
     "\n"
     "Example, without an instrument:\n"
     "  vesmar-simulator run -- vesmar doctor\n"};
@@ -74,9 +77,14 @@ private:
         if (!_isJson) {
             Write("Asking for the status. This takes a second, and minutes where answers are late.\n");
         }
-        const LineProbe probe(_device.Descriptor());
+        LineProbe probe(_device.Descriptor());
         LineRecord line;
+        probe.OnLateAnswer([this, &line] { SayWhatIsAwaited(line); });
+        _asking.start();
         for (int request = 0; request < Requests && !line.IsHopeless(); ++request) {
+            if (_asking.hasExpired(LineProbe::PatienceOfPeople.count())) {
+                SayWhatIsAwaited(line);
+            }
             line.Add(probe.AskForStatus());
         }
         Show("answers", AnswersText(line), AnswersJson(line));
@@ -84,6 +92,17 @@ private:
             Show("condition", ConditionText(*line.Status()), ConditionJson(*line.Status()));
         }
         return DecideEnding(line);
+    }
+
+    /// Once, to somebody who waits.
+    void SayWhatIsAwaited(const LineRecord& line)
+    {
+        if (!_isWaitTold) {
+            _isWaitTold = true;
+            SayToTerminal(Text::tr("Waiting for the answer to request %1 of %2. Ctrl-C ends it.")
+                              .arg(line.Asked() + 1)
+                              .arg(Requests));
+        }
     }
 
     int Conclude(const Ending& ending)
@@ -107,6 +126,8 @@ private:
     bool _isJson;
     VesmarClient::Device _device;
     DeviceHolders _holders;
+    QElapsedTimer _asking;
+    bool _isWaitTold = false;
     Output _output{STDOUT_FILENO, Nothing};
     Output::Result _outputResult = Output::Result::Written;
 };

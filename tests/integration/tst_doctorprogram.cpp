@@ -84,6 +84,7 @@ void TestDoctorProgram::TroubleIsNamed_data()
     row("a byte too many", InScenario("wrong-length"), 2, "damaged", "damaged");
     row("slow, but not too slow", AtOnce("fault slow 60"), 0, "", "proper");
     row("error", AtOnce("error 4"), 4, "", "proper");
+    row("function that nobody attends", AtOnce("function 9"), 6, "unattended", "proper");
     row("update mode", AtOnce("mode 3"), 3, "update-mode", "proper");
     row("calibration mode", AtOnce("mode 1"), 3, "wrong-mode", "proper");
 }

@@ -87,6 +87,10 @@ private Q_SLOTS:
     void InfoAsJson();
     void InfoInUpdateMode();
     void InfoExplainsTheError();
+    void FunctionThatNobodyAttendsIsTold_data();
+    void FunctionThatNobodyAttendsIsTold();
+    void StopProvesThatNothingRuns();
+    void TerminalIsToldWhatIsAwaited();
     void MonitorShowsEveryChangeUntilItsTimeIsOver();
     void MonitorAsText();
     void MonitorEndsWithASignal_data();
@@ -171,6 +175,55 @@ void TestPrograms::InfoExplainsTheError()
                               "  Next step       Look the number up in the instrument's own manual; restart "
                               "the instrument (vesmar restart) and see whether it comes back.\n"),
         run.Output().constData());
+}
+
+void TestPrograms::FunctionThatNobodyAttendsIsTold_data()
+{
+    QTest::addColumn<QString>("verb");
+    QTest::newRow("info") << QStringLiteral("info");
+    QTest::newRow("monitor") << QStringLiteral("monitor --for 2");
+}
+
+void TestPrograms::FunctionThatNobodyAttendsIsTold()
+{
+    QFETCH(QString, verb);
+    ProgramRun run(SimulatorIn(Time::Virtual),
+                   SimulatedVesmar(verb.toLatin1().constData(), AtOnce("function 9")));
+    QCOMPARE(run.Finish(), 0);
+    QCOMPARE(run.Errors(),
+             QByteArray("vesmar: HVTest (9) is active at the instrument, Running (7), and no program attends "
+                        "it: a dangerous voltage may be present. Keep away from the appliance. It is told to "
+                        "stop; vesmar stop proves that it has.\n"
+                        "vesmar: HVTest (9) is not active any more.\n"));
+}
+
+void TestPrograms::StopProvesThatNothingRuns()
+{
+    ProgramRun run(SimulatorIn(Time::Virtual), SimulatedVesmar("stop --json", AtOnce("function 9")));
+    QCOMPARE(run.Finish(), 0);
+    QCOMPARE(run.Lines().size(), 4); // found, ended, proved, done
+    const QJsonObject stop = ObjectOf(run.Lines().at(2));
+    QCOMPARE(TextOf(stop, "event"), QByteArray("stop"));
+    QCOMPARE(NumberOf(PartOf(stop, "function"), "number"), 9);
+
+    ProgramRun idle(SimulatorIn(Time::Virtual), SimulatedVesmar("stop"));
+    idle.VerifySuccess();
+    QCOMPARE(idle.Output(), QByteArray("Nothing runs at the instrument, which it confirms.\n"));
+}
+
+void TestPrograms::TerminalIsToldWhatIsAwaited()
+{
+    const QString command = QStringLiteral("'%1' run --scenario silent -- '%2' %3")
+                                .arg(SimulatorIn(Time::Virtual), VesmarProgram);
+    const auto shown = [&command](const char* verb) {
+        ProgramRun terminal(QStringLiteral("script"),
+                            {QStringLiteral("--quiet"), QStringLiteral("--command"),
+                             command.arg(QLatin1String(verb)), QStringLiteral("/dev/null")});
+        terminal.Finish();
+        return terminal.Output();
+    };
+    VERIFY_CONTAINS(shown("info --timeout 1.5"), "Waiting for the instrument to answer, 1.5 s at the most.");
+    VERIFY_CONTAINS(shown("doctor"), "Waiting for the answer to request 1 of 50.");
 }
 
 void TestPrograms::MonitorShowsEveryChangeUntilItsTimeIsOver()

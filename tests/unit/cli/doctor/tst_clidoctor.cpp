@@ -486,12 +486,15 @@ void TestCliDoctor::DecidesOnTheEnding_data()
 
     row("update mode", Record(Update), 3, "update-mode", 15, "waits for firmware");
     row("another mode", Record(Calibration), 3, "wrong-mode", 15, "Calibration (1)");
-    row("another mode with an error", Record(CalibrationWithError), 3, "wrong-mode", 5, "Calibration (1)");
+    row("function in another mode", Record(CalibrationWithError), 6, "unattended", 5, "RISO (3) is active");
     row("another mode and unreliable", Record(Update, {Once(Noise)}), 4, "unreliable", 15, "unreliable");
     row("another mode and late", Record(Update, {Once(Update, 600)}), 4, "late", 15, "too slow");
 
     row("error", Record(InstrumentError), 4, "", 4, "reports DeviceError4 (4)");
-    row("error of a function that tests", Record(RcdError), 4, "", 2, "reports DeviceError2 (2)");
+    row("function that nobody attends", Record(RcdError), 6, "unattended", 2,
+        "RCD (10) is active at the instrument");
+    row("function that nobody attends, unreliable", Record(RcdError, {Once(Noise)}), 6, "unattended", 2,
+        "Run vesmar stop, or switch the instrument off.");
     row("error and unreliable", Record(InstrumentError, {Once(Noise)}), 4, "unreliable", 4, "unreliable");
     row("error that has gone", Record(Sound, {Once(InstrumentError)}), 0, "", 15, "sound");
 }

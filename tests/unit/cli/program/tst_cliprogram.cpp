@@ -1,12 +1,5 @@
-#include <QLoggingCategory>
-#include <QTemporaryFile>
 #include <QtTest>
 
-#include <unistd.h>
-
-#include <cstdio>
-
-#include "cli/program/tracefilter.h"
 #include "cli/verbs/calibrationverb.h"
 #include "cli/verbs/clockverb.h"
 #include "cli/verbs/monitorverb.h"
@@ -37,30 +30,6 @@ constexpr char DoctorUsage[] = "Usage: vesmar doctor [--json]\n";
 constexpr char DecodeUsage[] = "Usage: vesmar decode FILE [--scenario OUT] [--json]\n";
 constexpr char UpdateUsage[] = "Usage: vesmar update IMAGE --confirmation FILE [OPTIONS]\n";
 
-Q_LOGGING_CATEGORY(OtherCategory, "other")
-
-/// The messages that the filter lets through, of one message of each kind.
-QByteArray Passed(bool isTraceWanted)
-{
-    QTemporaryFile file;
-    if (!file.open()) {
-        return "no temporary file";
-    }
-    const int errorOutput = ::dup(STDERR_FILENO);
-    ::dup2(file.handle(), STDERR_FILENO);
-    Cli::InstallTraceFilter(isTraceWanted);
-    qDebug("debug");
-    qInfo("info");
-    qWarning("warning");
-    qCritical("critical");
-    qCWarning(OtherCategory, "warning");
-    qInstallMessageHandler(nullptr);
-    ::dup2(errorOutput, STDERR_FILENO);
-    ::close(errorOutput);
-    file.seek(0);
-    return file.readAll();
-}
-
 } // namespace
 
 class TestCliProgram : public QObject
@@ -85,8 +54,6 @@ private Q_SLOTS:
     void Version();
     void Help_data();
     void Help();
-    void TraceIsDropped();
-    void TraceIsShownWhenWanted();
 };
 
 void TestCliProgram::InfoWithItsDefaults()
@@ -339,16 +306,6 @@ void TestCliProgram::Help()
         QVERIFY2(line.Output().contains(part.toLatin1()), qPrintable(part));
     }
     QCOMPARE(line.Errors(), QByteArray());
-}
-
-void TestCliProgram::TraceIsDropped()
-{
-    QCOMPARE(Passed(false), QByteArray("critical\nother: warning\n"));
-}
-
-void TestCliProgram::TraceIsShownWhenWanted()
-{
-    QCOMPARE(Passed(true), QByteArray("debug\ninfo\nwarning\ncritical\nother: warning\n"));
 }
 
 QTEST_GUILESS_MAIN(TestCliProgram)

@@ -68,6 +68,7 @@ private Q_SLOTS:
     void InfoWaitsUntilTheClocksAreRead_data();
     void InfoWaitsUntilTheClocksAreRead();
     void InfoSaysUpdateMode();
+    void InfoTellsAFunctionThatDoesNotStop();
     void InfoExplainsARefusal();
     void InfoEndsQuietlyWithoutAReader();
     void MonitorShowsEveryChangeUntilASignal();
@@ -207,6 +208,18 @@ void TestCliReadVerbs::InfoSaysUpdateMode()
 }
 
 /// The library needs ten seconds to find out.
+void TestCliReadVerbs::InfoTellsAFunctionThatDoesNotStop()
+{
+    Answers running;
+    running.status = Wire::Status(9, 7);
+    const Outcome outcome = RunWith(Answering(running), "info --json");
+    QCOMPARE(outcome.status, 6);
+    QCOMPARE(outcome.Result("reason").toString(), QStringLiteral("unattended"));
+    QCOMPARE(outcome.CountOf("unattended"), 1);
+    QCOMPARE(outcome.CountOf("info"), 1);
+    QVERIFY2(outcome.errors.contains("It does not stop; run vesmar stop."), outcome.errors.constData());
+}
+
 void TestCliReadVerbs::InfoExplainsARefusal()
 {
     const Outcome outcome = RunWith(Refusing('s'), "info --timeout 15");

@@ -128,6 +128,14 @@ void TestCliSetVerbs::Ends_data()
            "not known whether the instrument has restarted"); // it goes on trying: no error yet
     AddEnd("restart into another mode", InUpdateMode(), "restart", 4, "update-mode", "update-mode",
            "vesmar update IMAGE --confirmation FILE");
+    Answers running;
+    running.status = Wire::Status(9, 7);
+    AddEnd("stop, function that does not end", Answering(running), "stop", 6, "failed", "stop-not-confirmed",
+           "It is not confirmed that the instrument has stopped");
+    AddEnd("stop, no link", Silent(), "stop --timeout 0.3", 2, "failed", "no-answer",
+           "The instrument did not answer within 0.3 s.");
+    AddEnd("stop, signal", SignalAt('s', SIGINT, Answering(running)), "stop", 128 + SIGINT, "interrupted",
+           "signal", "");
     AddEnd("restart, signal", SignalAt('x', SIGHUP), "restart", 128 + SIGHUP, "interrupted", "signal", "");
 }
 
