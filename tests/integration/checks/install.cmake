@@ -55,6 +55,8 @@ run("${simulator}" --version)
 expect("the version of vesmar-simulator" "${VERSION}")
 run("${simulator}" run -- "${vesmar}" info)
 expect("what vesmar info tells" "PAT")
+# Without its guard, which it finds by where it is installed itself, nothing would be measured.
+run("${CMAKE_COMMAND}" -E env --unset=VESMAR_GUARD "${simulator}" run -- "${vesmar}" measure hv --time 1 --time-offset 0)
 
 # An application with every header of the client.
 build_project("${SOURCE_FOLDER}/tests/integration/clientconsumer")
