@@ -4,8 +4,10 @@
 
 #include <Vesmar/continuousmeasurementsettings.h>
 #include <Vesmar/hvtestsettings.h>
+#include <Vesmar/rcdresults.h>
 
 #include "client/sessions/rcdsession.h"
+#include "client/words/readings.h"
 
 namespace VesmarClient
 {
@@ -39,6 +41,13 @@ std::unique_ptr<RCDSettings> ReSettingsOf(const MeasurementOrder& order)
     auto settings = std::make_unique<RCDSettings>(static_cast<RCDSettings&>(*order.settings));
     settings->SetMode(RCDSettings::RCDMode::UbRe);
     return settings;
+}
+
+bool AdoptRe(const Vesmar::MeasurementResults& results, const MeasurementOrder& order)
+{
+    const float resistance = static_cast<const Vesmar::RCDResults&>(results)._re;
+    static_cast<RCDSettings&>(*order.settings).SetRe(resistance);
+    return IsPresent(resistance);
 }
 
 bool IsContinuous(const MeasurementSettings& settings)

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 
+#include <Vesmar/measurementresults.h>
 #include <Vesmar/rcdsettings.h>
 
 #include <VesmarClient/measurement.h>
@@ -33,6 +34,9 @@ struct MeasurementOrder {
 
 /// The settings of the test that measures Re; null where none is to run.
 std::unique_ptr<Vesmar::RCDSettings> ReSettingsOf(const MeasurementOrder& order);
+
+/// Puts the Re that such a test has measured into the settings of the measurement. False if there is no Re.
+bool AdoptRe(const Vesmar::MeasurementResults& results, const MeasurementOrder& order);
 
 bool IsContinuous(const Vesmar::MeasurementSettings& settings);
 bool IsRcd(const Vesmar::MeasurementSettings& settings);

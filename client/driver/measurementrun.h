@@ -5,22 +5,21 @@
 #include <VesmarClient/result.h>
 
 #include "client/driver/gapmonitor.h"
-#include "client/driver/measuredresults.h"
 #include "client/driver/measurementorder.h"
 #include "client/driver/run.h"
+#include "client/driver/sessionrunner.h"
 
 namespace VesmarClient
 {
 
-/// Measures: carries out at the instrument what a session decides, and lets the session observe the
-/// instrument. A measurement whose Re another test measures runs that test first, in a session of its own.
+/// Measures, as long as the application asks for it. A measurement whose Re another test measures runs that
+/// test first, in a session of its own.
 class MeasurementRun : public Run
 {
     Q_OBJECT
 
 public:
     explicit MeasurementRun(MeasurementOrder order);
-    ~MeasurementRun() override;
 
     void Begin() override;
     void Abort() override;
@@ -40,35 +39,19 @@ Q_SIGNALS:
     void StopConfirmed();
 
 private:
-    using SessionPhase = MeasurementSession::Phase;
-    using Action = MeasurementSession::Action;
-
-    void WatchTester();
-    MeasurementPicture Picture();
     void BeginTest(Vesmar::MeasurementSettings& settings);
     void EndTest();
     void Finish();
-    void Observe();
-    void AcceptResults();
-    bool AdoptRe(const Vesmar::MeasurementResults& results) const;
+    bool ReceiveResults(const Vesmar::MeasurementResults& results);
     void MissKeepAlive();
-    void CarryOut(Action action);
-    void Leave();
-    void LeadOut();
-    void EnterPhase();
+    void EnterPhase(MeasurementSession::Phase phase);
     void BeginTime();
+    bool IsReTest() const { return &_test->Settings() == _reSettings.get(); }
 
     MeasurementOrder _order;
     std::unique_ptr<Vesmar::RCDSettings>
-        _reSettings; ///< Those of the test that measures Re; null without one.
-    Vesmar::MeasurementSettings* _settings = nullptr; ///< Those of the test under way.
-    Vesmar::Tester* _tester = nullptr;                ///< Null until the work begins.
-    std::optional<MeasuredResults> _results;
-    std::unique_ptr<MeasurementSession> _session;
-    std::optional<SessionPhase> _phase;
-    bool _hasResult = false; ///< Whether the test under way has a result.
-    QTimer _limit;           ///< Of the present phase.
-    QTimer _leadingOut;      ///< Of a driver that looks at nothing but a running test.
+        _reSettings;                      ///< Those of the test that measures Re; null without one.
+    std::unique_ptr<SessionRunner> _test; ///< Under way; null until the work begins.
     GapMonitor _gaps;
     QTimer _keepAlive;
     bool _isAborted = false; ///< Somebody has asked for it.
