@@ -1,3 +1,5 @@
+#include <QJsonArray>
+
 #include "integration/programrun.h"
 
 /// A run of `vesmar` at an instrument with faults, and how it ends.
@@ -101,6 +103,8 @@ private:
     {
         QJsonObject told = ObjectOf(LastLine(step));
         told.remove(QStringLiteral("time"));
+        const int gaps = ValueOf(told, "gaps").toArray().size(); // their durations depend on the time, too
+        told.insert(QStringLiteral("gaps"), gaps);
         return told;
     }
 
