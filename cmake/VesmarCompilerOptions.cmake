@@ -16,6 +16,11 @@ target_compile_options(
             -Wimplicit-fallthrough
             $<$<BOOL:${VESMAR_WARNINGS_AS_ERRORS}>:-Werror>)
 
+if(VESMAR_QT EQUAL 6)
+  # Sizes have 64 bits there. What is kept in this project is far below what an int holds.
+  target_compile_options(vesmar_compiler_options INTERFACE -Wno-conversion)
+endif()
+
 target_compile_definitions(
   vesmar_compiler_options
   INTERFACE QT_NO_CAST_FROM_ASCII

@@ -49,16 +49,18 @@ DecodeSession::DecodeSession(const Task& task, Output& output)
 int DecodeSession::Run()
 {
     if (Begin()) {
-        for (auto line = _reader.Next(); line; line = _reader.Next()) {
+        for (auto line = NextLine(); line; line = NextLine()) {
             DecodeLine(*line);
             if (_printed != Output::Result::Written) {
                 return PrintingStatus(_output, _printed);
             }
         }
         _history.Finish();
+        Flush();
         DecideEnding();
     }
     PrintEnd();
+    Flush();
     const int status = PrintingStatus(_output, _printed);
     return status != ExitStatus::Done ? status : _ending.status;
 }
@@ -114,6 +116,7 @@ void DecodeSession::ReportDamage(qint64 line, const QString& damage)
 {
     ++_damagedLines;
     if (_damagedLines <= MostComplaints) {
+        Flush();
         WriteError(
             QStringLiteral("%1, line %2: %3").arg(_task.logName, QString::number(line), Printable(damage)));
     }
@@ -191,9 +194,28 @@ QString DecodeSession::DoneText() const
     return decoded + QStringLiteral(", and %1 entries are recorded%2.").arg(_recording->Entries()).arg(links);
 }
 
+/// Whoever watches a log that grows sees all of it while the program waits for more.
+std::optional<Decode::LogLine> DecodeSession::NextLine()
+{
+    if (!_reader.HasLine()) {
+        Flush();
+    }
+    return _reader.Next();
+}
+
 void DecodeSession::Print(const QByteArray& text)
 {
-    _printed = _output.Write(text);
+    constexpr int MostKept = 65536;
+    _kept += text;
+    if (_kept.size() > MostKept) {
+        Flush();
+    }
+}
+
+void DecodeSession::Flush()
+{
+    _printed = _output.Write(_kept);
+    _kept.clear();
 }
 
 } // namespace Cli

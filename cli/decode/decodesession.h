@@ -42,11 +42,14 @@ private:
     void Fail(const char* reason, const QString& message);
     void DecideEnding();
     void PrintEnd();
+    std::optional<Decode::LogLine> NextLine();
     void Print(const QByteArray& text);
+    void Flush();
     QString DoneText() const;
 
     Task _task;
     Output& _output;
+    QByteArray _kept; ///< What is to be printed soon.
     Output::Result _printed = Output::Result::Written;
     Decode::LogReader _reader;
     Decode::History _history;

@@ -3,10 +3,9 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <QCoreApplication>
-
 #include "client/guard/channel.h"
 #include "client/guard/guardprogram.h"
+#include "client/words/translation.h"
 
 namespace VesmarClient
 {
@@ -19,13 +18,13 @@ Failure GuardMissing(const QString& reason)
     Failure failure;
     failure.name = QStringLiteral("guard-missing");
     failure.whatHappened =
-        QCoreApplication::translate("VesmarClient",
-                                    "The program vesmar-guard, which stops the instrument if this program "
-                                    "ends in the middle of a measurement, cannot be started: %1. Nothing "
-                                    "was sent.")
+        Translated(QT_TRANSLATE_NOOP("VesmarClient",
+                                     "The program vesmar-guard, which stops the instrument if this program "
+                                     "ends in the middle of a measurement, cannot be started: %1. Nothing "
+                                     "was sent."))
             .arg(reason);
-    failure.nextStep = QCoreApplication::translate(
-        "VesmarClient", "Install it with the library, as libexec/vesmar/vesmar-guard.");
+    failure.nextStep = Translated(
+        QT_TRANSLATE_NOOP("VesmarClient", "Install it with the library, as libexec/vesmar/vesmar-guard."));
     return failure;
 }
 

@@ -7,7 +7,7 @@
 namespace VesmarClient
 {
 
-/// A line of the system log.
+/// A line of the system log. It is English: no language of the application's is known here.
 struct Report {
     int priority; ///< As `syslog` has them.
     QByteArray text;

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include "client/words/printable.h"
+#include "client/words/translation.h"
 
 namespace VesmarClient
 {
@@ -138,7 +139,8 @@ QVector<DeviceHolder> FindLockHolders(const struct stat& device)
 
 QString ShowHolder(const DeviceHolder& holder)
 {
-    return QStringLiteral("%1 (process %2)").arg(Printable(holder.program), QString::number(holder.process));
+    return Translated(QT_TRANSLATE_NOOP("VesmarClient", "%1 (process %2)"))
+        .arg(Printable(holder.program), QString::number(holder.process));
 }
 
 QString ShowHolders(const QVector<DeviceHolder>& holders)
@@ -149,8 +151,11 @@ QString ShowHolders(const QVector<DeviceHolder>& holders)
         programs.append(ShowHolder(holder));
     }
     const int others = holders.size() - programs.size();
-    const QString last = others > 0 ? QStringLiteral("%1 more").arg(others) : programs.takeLast();
-    return programs.isEmpty() ? last : programs.join(QStringLiteral(", ")) + QStringLiteral(" and ") + last;
+    const QString last = others > 0 ? Translated(QT_TRANSLATE_NOOP("VesmarClient", "%1 more")).arg(others)
+                                    : programs.takeLast();
+    return programs.isEmpty() ? last
+                              : Translated(QT_TRANSLATE_NOOP("VesmarClient", "%1 and %2"))
+                                    .arg(programs.join(QStringLiteral(", ")), last);
 }
 
 } // namespace VesmarClient

@@ -32,6 +32,9 @@ public:
     /// The next line; none at the end, after a stop, and after a failed read (see `LastError()`).
     std::optional<LogLine> Next();
 
+    /// Whether a line is there already, so that `Next()` does not wait.
+    bool HasLine() const { return _piece.indexOf('\n', _position) >= 0; }
+
     /// The error number of the failed read, or 0.
     int LastError() const { return _error; }
 

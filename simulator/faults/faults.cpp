@@ -23,13 +23,13 @@ QByteArray WithBadChecksum(QByteArray answer)
 int FirstConcerned(const QByteArray& answer, const FaultEntry& fault)
 {
     const int first = fault.position < 0 ? answer.size() + fault.position : fault.position;
-    return std::clamp(first, 0, answer.size());
+    return std::clamp<int>(first, 0, answer.size());
 }
 
 QByteArray Flipped(QByteArray answer, const FaultEntry& fault)
 {
     const int first = FirstConcerned(answer, fault);
-    const int end = std::min(first + fault.length, answer.size());
+    const int end = std::min<int>(first + fault.length, answer.size());
     for (int i = first; i < end; ++i) {
         answer[i] = static_cast<char>(answer.at(i) ^ fault.mask);
     }

@@ -1,7 +1,6 @@
 #include "context/responseparser.h"
 
 #include <QDateTime>
-#include <QDebug>
 
 #include <Vesmar/rcdiecresults.h>
 #include <Vesmar/rcdresults.h>
@@ -10,6 +9,7 @@
 #include "context/replaceowned.h"
 #include "context/statemachinecontext.h"
 #include "link/crc16.h"
+#include "link/traceline.h"
 #include "protocol/classification.h"
 #include "protocol/dates.h"
 #include "protocol/frames.h"
@@ -23,7 +23,7 @@ namespace Vesmar
 namespace
 {
 
-bool ParseDate(const QByteArray& frame, ThreadSafeProperty<QDateTime>& cell, const QString& label)
+bool ParseDate(const QByteArray& frame, ThreadSafeProperty<QDateTime>& cell, const char* label)
 {
     if (frame.size() != DateFrameSize) {
         return false;
@@ -32,23 +32,16 @@ bool ParseDate(const QByteArray& frame, ThreadSafeProperty<QDateTime>& cell, con
     dateTime.setDate(DecodeDate(frame));
     dateTime.setTime(DecodeTime(frame));
     cell.Set(dateTime);
-    qWarning().noquote() << label + DateText(dateTime);
+    Trace::Line() << label << dateTime;
     return true;
-}
-
-QString ReadingText(float value)
-{
-    return QString::number(static_cast<double>(value), 'g', 6);
 }
 
 void TraceReadings(const ReadingsKind& kind, const Readings& readings)
 {
-    QString line;
+    Trace::Line line;
     for (size_t index = 0; index < readings.size() && kind.labels.at(index) != nullptr; ++index) {
-        line += QLatin1String(kind.labels.at(index));
-        line += ReadingText(readings.at(index));
+        line << kind.labels.at(index) << readings.at(index);
     }
-    qWarning().noquote() << line;
 }
 
 void PublishFunction(const Status& status, StateMachineContext& context)
@@ -71,10 +64,10 @@ void PublishProcess(const Status& status, StateMachineContext& context)
 /// Writes the line of a status. Only its beginning and one label differ among the kinds of status.
 void TraceStatus(const char* begin, const char* processLabel, const Status& status)
 {
-    qWarning().nospace() << begin << "DeviceMode: " << static_cast<int>(status.mode)
-                         << " MeasurementType: " << static_cast<int>(status.function)
-                         << " Error: " << static_cast<int>(status.error) << processLabel
-                         << status.processStatus << " NewMeasurement: " << (status.hasNewMeasurement ? 1 : 0);
+    Trace::Line() << begin << "DeviceMode: " << static_cast<int>(status.mode)
+                  << " MeasurementType: " << static_cast<int>(status.function)
+                  << " Error: " << static_cast<int>(status.error) << processLabel << status.processStatus
+                  << " NewMeasurement: " << (status.hasNewMeasurement ? 1 : 0);
 }
 
 /// Returns the earth resistance that the application gave with the settings of the RCD test.
@@ -108,9 +101,10 @@ bool ResponseParser::ParseVersionFrame(const QByteArray& frame, StateMachineCont
     }
     auto* information = new TesterInformation(nullptr);
     DecodeVersion(frame, *information);
-    qWarning().noquote() << information->DeviceName << information->DeviceCode << information->SerialNumber
-                         << information->Version << information->VersionCode << information->RevisionCode
-                         << information->BuildNumber;
+    Trace::Line() << information->DeviceName << " " << information->DeviceCode << " "
+                  << information->SerialNumber << " " << information->Version << " "
+                  << information->VersionCode << " " << information->RevisionCode << " "
+                  << information->BuildNumber;
     context.Replaced.Release(ReplaceOwned(context.DeviceInformation, information));
     return true;
 }
@@ -130,13 +124,13 @@ bool ResponseParser::ParseStatusFrame(const QByteArray& frame, StateMachineConte
 
 bool ResponseParser::ParseCurrentDateTimeFrame(const QByteArray& frame, StateMachineContext& context) const
 {
-    return ParseDate(frame, context.CurrentDateTime, QStringLiteral("CurrentTime: "));
+    return ParseDate(frame, context.CurrentDateTime, "CurrentTime: ");
 }
 
 bool ResponseParser::ParseCalibrationDateTimeFrame(const QByteArray& frame,
                                                    StateMachineContext& context) const
 {
-    return ParseDate(frame, context.CalibrationDateTime, QStringLiteral("CalibrationTime: "));
+    return ParseDate(frame, context.CalibrationDateTime, "CalibrationTime: ");
 }
 
 bool ResponseParser::ParseMeasurementResults(const QByteArray& frame, StateMachineContext& context,
@@ -166,7 +160,7 @@ bool ResponseParser::ParseRCDStatusResponse(const QByteArray& data, StateMachine
 {
     const Status status = DecodeStatus(data);
     if (!IsRCD(status.function)) {
-        qWarning("ResponseParser::ParseRCDStatusResponse(data, context) !RCD !RCDIEC");
+        Trace::Line() << "ResponseParser::ParseRCDStatusResponse(data, context) !RCD !RCDIEC";
         return ParseStatusFrame(data, context);
     }
     PublishFunction(status, context);
@@ -199,7 +193,7 @@ bool ResponseParser::ParseUbReMeasurementResponse(const QByteArray& data, StateM
     const float re = DecodeRe(data);
     auto* results = new RCDResults(re, MeasurementResults::NoValue, MeasurementResults::NoValue);
     results->_values.at(0) = re;
-    qWarning().noquote() << QStringLiteral("Re: ") + ReadingText(re);
+    Trace::Line() << "Re: " << re;
     context.Replaced.Release(ReplaceOwned<MeasurementResults>(context.TestResults, results));
     return true;
 }
@@ -213,8 +207,7 @@ bool ResponseParser::ParseIaTaMeasurementResponse(const QByteArray& data, StateM
     }
     results->_values.at(0) = readings.ia;
     results->_values.at(1) = readings.ta;
-    qWarning().noquote() << QStringLiteral("Ia: ") + ReadingText(readings.ia) + QStringLiteral(" Ta: ") +
-                                ReadingText(readings.ta);
+    Trace::Line() << "Ia: " << readings.ia << " Ta: " << readings.ta;
     context.Replaced.Release(ReplaceOwned(context.TestResults, results));
     return true;
 }

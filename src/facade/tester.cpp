@@ -17,23 +17,28 @@ namespace Vesmar
 namespace
 {
 
-void TraceOperation(const QString& text)
+void TraceOperation(const char* text)
 {
     Trace::WriteIn(Trace::Colour::Red, text);
 }
 
-/// Returns the text that ends with a function: one of the two single measurements by its name, every other
-/// function by its number.
-QString FunctionText(MeasurementType type, const QString& beforeName, const QString& beforeNumber)
+/// The text ends with a function: one of the two single measurements by its name, every other function by its
+/// number.
+void TraceOperation(const char* text, MeasurementType type, const char* beforeName, const char* beforeNumber)
 {
+    Trace::Line line;
+    line << Trace::Colour::Red << text;
     switch (type) {
     case MeasurementType::RLN:
-        return beforeName + QStringLiteral("RLN");
+        line << beforeName << "RLN";
+        break;
     case MeasurementType::IEC:
-        return beforeName + QStringLiteral("IEC");
+        line << beforeName << "IEC";
+        break;
     default:
-        return beforeNumber + QString::number(static_cast<int>(type));
+        line << beforeNumber << static_cast<int>(type);
     }
+    line << Trace::Colour::None;
 }
 
 } // namespace
@@ -197,14 +202,13 @@ bool Tester::GetIsMeasurementModeActive() const
 
 void Tester::SetIsMeasurementModeActive(bool active)
 {
-    TraceOperation(QStringLiteral("SET MEASUREMENT MODE"));
+    TraceOperation("SET MEASUREMENT MODE");
     Context().IsMeasurementModeActive.Set(active);
 }
 
 void Tester::PrepareMeasurement(MeasurementSettings& settings)
 {
-    TraceOperation(QStringLiteral("PREPARE MEASUREMENT") +
-                   FunctionText(settings.GetMeasurementType(), QStringLiteral(" : "), QStringLiteral(" : ")));
+    TraceOperation("PREPARE MEASUREMENT", settings.GetMeasurementType(), " : ", " : ");
     Context().Replaced.Hold(ReplaceOwned(Context().TestSettings, settings.Clone()));
     if (_stateMachine->GetSteppingRunner() == nullptr) {
         Context().Replaced.ReleaseHeld(); // There is no worker that could.
@@ -221,16 +225,15 @@ void Tester::StartMeasurement()
 
 void Tester::StartMeasurement(MeasurementSettings& settings)
 {
-    TraceOperation(QStringLiteral("QUICK START MEASUREMENT") +
-                   FunctionText(settings.GetMeasurementType(), QStringLiteral(" - PREPARE AND START "),
-                                QStringLiteral(" - PREPEARE AND START: ")));
+    TraceOperation("QUICK START MEASUREMENT", settings.GetMeasurementType(), " - PREPARE AND START ",
+                   " - PREPEARE AND START: ");
     PrepareMeasurement(settings);
     StartMeasurement();
 }
 
 void Tester::AbortMeasurement()
 {
-    TraceOperation(QStringLiteral("ABORT MEASUREMENT"));
+    TraceOperation("ABORT MEASUREMENT");
     StateMachineContext& context = Context();
     if (IsRCD(context.TestSettings.Get()->GetMeasurementType())) {
         context.AbortMeasurementRequested.Set(true);
@@ -241,7 +244,7 @@ void Tester::AbortMeasurement()
     case MeasurementState::Idle:
     case MeasurementState::Stopped:
         DropMeasurementRequests();
-        TraceOperation(QStringLiteral("STOPPED"));
+        TraceOperation("STOPPED");
         // The cell gets another value first, so that the application sees a change even when it held
         // `Stopped`.
         context.MeasurementStatus.Set(MeasurementState::Unknown);
@@ -334,7 +337,7 @@ void Tester::UpdateMeasurementStatus()
 
 void Tester::UpdateMeasurementTime()
 {
-    Trace::WriteIn(Trace::Colour::Blue, QStringLiteral("MEASUREMENT TIME: %1").arg(MeasurementTime()));
+    Trace::Line() << Trace::Colour::Blue << "MEASUREMENT TIME: " << MeasurementTime() << Trace::Colour::None;
     Q_EMIT MeasurementTimeChanged(MeasurementTime());
 }
 

@@ -1,8 +1,7 @@
 #include "link/commandbuilder.h"
 
-#include <QDebug>
-
 #include "link/crc16.h"
+#include "link/traceline.h"
 #include "protocol/dates.h"
 #include "protocol/frames.h"
 
@@ -50,14 +49,14 @@ QByteArray* CommandBuilder::CreateSetCurrentDateTimeFrame(const QDateTime& dateT
 {
     auto* frame =
         CreateFrame(Command::SetCurrentDate, EncodeDate(dateTime.date()) + EncodeTime(dateTime.time()));
-    qWarning().noquote() << QStringLiteral("Setting current date to: ") + DateText(dateTime);
+    Trace::Line() << "Setting current date to: " << dateTime;
     return frame;
 }
 
 QByteArray* CommandBuilder::CreateSetCalibrationDateTimeFrame(const QDateTime& dateTime) const
 {
     auto* frame = CreateFrame(Command::SetCalibrationDate, EncodeDate(dateTime.date()) + QByteArray(3, '\0'));
-    qWarning().noquote() << QStringLiteral("Setting calibration date to: ") + DateText(dateTime);
+    Trace::Line() << "Setting calibration date to: " << dateTime;
     return frame;
 }
 

@@ -1,8 +1,5 @@
 #include "link/trace.h"
 
-#include <QDateTime>
-#include <QDebug>
-
 #include "protocol/frames.h"
 #include "protocol/payload.h"
 
@@ -17,165 +14,162 @@ bool IsPrepare(const QByteArray& request)
     return request.startsWith(Command::PrepareMeasurement);
 }
 
-unsigned FunctionNumber(const QByteArray& prepareRequest)
+int FunctionNumber(const QByteArray& prepareRequest)
 {
-    return ByteAt(prepareRequest, 1);
+    return static_cast<int>(ByteAt(prepareRequest, 1));
 }
 
-QString FunctionOf(const QByteArray& request)
+Line& BeginExchange(Line& line, const QByteArray& request, const QByteArray& response)
 {
-    return IsPrepare(request) ? QStringLiteral(" Function prepare: %1").arg(FunctionNumber(request))
-                              : QString();
+    return line.Now() << "  " << Colour::Magenta << Hex{request} << " " << Colour::Yellow << Hex{response}
+                      << Colour::None << "[" << response.size() << "b]";
 }
 
-QString Hex(const QByteArray& bytes)
+void EndWithFunction(Line& line, const QByteArray& request)
 {
-    return QString::fromLatin1(bytes.toHex());
+    if (IsPrepare(request)) {
+        line << " Function prepare: " << FunctionNumber(request);
+    }
 }
 
-QString ColourBegin(Colour colour)
+/// Writes an exchange and what became of it.
+void WriteExchange(const QByteArray& request, const QByteArray& response, Colour colour, const char* word)
 {
-    return QStringLiteral("\033[0;%1m").arg(static_cast<int>(colour));
-}
-
-/// Ends a text in colour.
-QString Last(const QString& words)
-{
-    return words + QStringLiteral("\033[0m");
-}
-
-QString In(Colour colour, const QString& text)
-{
-    return ColourBegin(colour) + Last(text);
-}
-
-QString Exchange(const QByteArray& request, const QByteArray& response)
-{
-    return QLatin1Char(' ') + ColourBegin(Colour::Magenta) + Hex(request) + QLatin1Char(' ') +
-           In(Colour::Yellow, Hex(response)) + QStringLiteral("[%1b]").arg(response.size());
+    Line line;
+    BeginExchange(line, request, response) << colour << word << Colour::None;
 }
 
 /// Writes an exchange that failed although there was an answer.
-void WriteFailure(const QByteArray& request, const QByteArray& response, const QString& word)
+void WriteFailure(const QByteArray& request, const QByteArray& response, const char* word)
 {
-    Write(Exchange(request, response) + In(Colour::Red, word) + FunctionOf(request));
+    Line line;
+    BeginExchange(line, request, response) << Colour::Red << word << Colour::None;
+    EndWithFunction(line, request);
 }
 
-QString LineToNeutralVariant(int variant)
+/// The end of a line, its colour included. Of an unknown variant nothing is said.
+const char* LineToNeutralVariant(int variant)
 {
     switch (variant) {
     case 1:
-        return Last(QStringLiteral("Function variant: RLN"));
+        return "Function variant: RLN\033[0m";
     case 2:
-        return Last(QStringLiteral("Function variant: IEC"));
+        return "Function variant: IEC\033[0m";
     default:
-        return {};
+        return "";
     }
 }
 
-QString ResidualCurrentType(int type)
+const char* ResidualCurrentType(int type)
 {
     switch (type) {
     case 0:
-        return Last(QStringLiteral("Function type: Ub,Re"));
+        return "Ub,Re";
     case 1:
-        return Last(QStringLiteral("Function type: ta"));
+        return "ta";
     case 2:
-        return Last(QStringLiteral("Function type: Ia, tai"));
+        return "Ia, tai";
     default:
-        return Last(QStringLiteral("Function type: CLEAN UP"));
+        return "CLEAN UP";
     }
 }
 
-/// The log calls the mode of an RCD test its type.
-QString ResidualCurrentFunction(int type)
+/// Returns null for a function without a name, and for those with more than a name.
+const char* PlainName(MeasurementType function)
 {
-    return QStringLiteral("Function name: RCD_IEC (type=%1) ").arg(type) + ResidualCurrentType(type);
-}
-
-QString FunctionName(const QByteArray& request)
-{
-    constexpr int CodeSize = 1;
-    const auto payload = DecodePayload(request.mid(CodeSize, PreparePayloadSize));
-    switch (payload ? payload->function : MeasurementType::None) {
-    case MeasurementType::RLN:
-    case MeasurementType::IEC:
-        return QStringLiteral("Function name: RLN ") + LineToNeutralVariant(payload->variant);
+    switch (function) {
     case MeasurementType::RPE:
     case MeasurementType::IPE: // It has the name of RPE on purpose.
-        return Last(QStringLiteral("Function name: Rpe"));
+        return "Rpe";
     case MeasurementType::RISO:
-        return Last(QStringLiteral("Function name: Riso"));
+        return "Riso";
     case MeasurementType::ISUB:
-        return Last(QStringLiteral("Function name: Isub"));
+        return "Isub";
     case MeasurementType::IDELTA:
-        return Last(QStringLiteral("Function name: Idelta"));
+        return "Idelta";
     case MeasurementType::IT:
-        return Last(QStringLiteral("Function name: It"));
+        return "It";
     case MeasurementType::POWER:
-        return Last(QStringLiteral("Function name: S"));
+        return "S";
     case MeasurementType::HVTest:
-        return Last(QStringLiteral("Function name: HV"));
+        return "HV";
     case MeasurementType::RCD:
-        return Last(QStringLiteral("Function name: RCD"));
-    case MeasurementType::RCDIEC:
-        return ResidualCurrentFunction(payload->options.mode);
+        return "RCD";
     default:
-        return {};
+        return nullptr;
     }
 }
 
-void WriteAcknowledgedCommand(const QByteArray& request)
+void EndWithPayload(Line& line, const PreparePayload& payload)
 {
-    if (request.startsWith(Command::StartMeasurement)) {
-        Write(In(Colour::Green, QStringLiteral("Function run.")));
-    } else if (IsPrepare(request)) {
-        Write(ColourBegin(Colour::Green) +
-              QStringLiteral("Function prepare: %1 ").arg(FunctionNumber(request)) + FunctionName(request));
+    if (const char* name = PlainName(payload.function)) {
+        line << "Function name: " << name << Colour::None;
+    } else if (payload.function == MeasurementType::RLN || payload.function == MeasurementType::IEC) {
+        line << "Function name: RLN " << LineToNeutralVariant(payload.variant);
+    } else if (payload.function == MeasurementType::RCDIEC) {
+        const int type = payload.options.mode; // The log calls the mode of an RCD test its type.
+        line << "Function name: RCD_IEC (type=" << type << ") Function type: " << ResidualCurrentType(type)
+             << Colour::None;
+    }
+}
+
+void WritePreparation(const QByteArray& request)
+{
+    constexpr int CodeSize = 1;
+    Line line;
+    line.Now() << " " << Colour::Green << "Function prepare: " << FunctionNumber(request) << " ";
+    if (const auto payload = DecodePayload(request.mid(CodeSize, PreparePayloadSize))) {
+        EndWithPayload(line, *payload);
     }
 }
 
 } // namespace
 
-void WriteIn(Colour colour, const QString& text)
+void WriteIn(Colour colour, const char* text)
 {
-    qWarning().noquote() << In(colour, text);
+    Line() << colour << text << Colour::None;
 }
 
-void Write(const QString& text)
+void Write(const char* text)
 {
-    qWarning().noquote() << QDateTime::currentDateTimeUtc().toString(QStringLiteral("hh:mm:ss.zzz")) << text;
+    Line().Now() << " " << text;
 }
 
 void Data(const QByteArray& request, const QByteArray& response)
 {
-    Write(Exchange(request, response) + FunctionOf(request));
+    Line line;
+    BeginExchange(line, request, response);
+    EndWithFunction(line, request);
 }
 
 void Acknowledged(const QByteArray& request, const QByteArray& response)
 {
-    Write(Exchange(request, response) + In(Colour::Green, QStringLiteral(" ACK")));
-    WriteAcknowledgedCommand(request);
+    WriteExchange(request, response, Colour::Green, " ACK");
+    if (request.startsWith(Command::StartMeasurement)) {
+        Line().Now() << " " << Colour::Green << "Function run." << Colour::None;
+    } else if (IsPrepare(request)) {
+        WritePreparation(request);
+    }
 }
 
 void Refused(const QByteArray& request, const QByteArray& response)
 {
-    WriteFailure(request, response, QStringLiteral(" NACK"));
+    WriteFailure(request, response, " NACK");
 }
 
 void BadChecksum(const QByteArray& request, const QByteArray& response)
 {
-    WriteFailure(request, response, QStringLiteral(" CRC Invalid"));
+    WriteFailure(request, response, " CRC Invalid");
 }
 
 void NoResponse(const QByteArray& request, const QByteArray& response)
 {
-    Write(Exchange(request, response) + In(Colour::Red, QStringLiteral(" No response")));
+    WriteExchange(request, response, Colour::Red, " No response");
 }
 
 void ReadingBuffer(const QByteArray& buffer)
 {
-    Write(QStringLiteral("ReadingBuffer: ") + Hex(buffer));
+    Line().Now() << " ReadingBuffer: " << Hex{buffer};
 }
 
 } // namespace Vesmar::Trace

@@ -1,20 +1,18 @@
 #pragma once
 
 #include <QByteArray>
-#include <QString>
+
+#include "link/traceline.h"
 
 /// The lines of the log. Each is one warning.
 namespace Vesmar::Trace
 {
 
-/// The colours of a line, by their numbers on a terminal.
-enum class Colour { Black = 30, Red = 31, Green = 32, Yellow = 33, Blue = 34, Magenta = 35 };
-
 /// Writes a text in this colour, without the time.
-void WriteIn(Colour colour, const QString& text);
+void WriteIn(Colour colour, const char* text);
 
 /// Writes a text as it stands, after the UTC time.
-void Write(const QString& text);
+void Write(const char* text);
 
 /// Write an exchange, after the UTC time, by what became of it.
 void Data(const QByteArray& request, const QByteArray& response);

@@ -71,20 +71,20 @@ Transciever::~Transciever()
 
 bool Transciever::Open()
 {
-    Trace::Write(QStringLiteral("Transciever::Open"));
+    Trace::Write("Transciever::Open");
     if (_handle > Closed) {
-        Trace::Write(QStringLiteral("Transciever::Open: Serial port already opened."));
+        Trace::Write("Transciever::Open: Serial port already opened.");
         return true;
     }
     const int port = MovedAboveStandardStreams(::open(SerialDevicePath, O_RDWR | O_NOCTTY));
     _handle = port;
     if (port < Closed) {
-        Trace::Write(QStringLiteral("Transciever::Open: Serial port failed to open."));
+        Trace::Write("Transciever::Open: Serial port failed to open.");
         return false;
     }
     Configure(port);
     Read(port);
-    Trace::Write(QStringLiteral("Transciever::Open: Serial port opened successfully."));
+    Trace::Write("Transciever::Open: Serial port opened successfully.");
     return true;
 }
 
@@ -96,7 +96,7 @@ void Transciever::PrepareToClose()
 
 void Transciever::Close()
 {
-    Trace::Write(QStringLiteral("Transciever::Close"));
+    Trace::Write("Transciever::Close");
     const QMutexLocker lock(&_portMutex);
     if (_handle > Closed) {
         ::close(_handle.exchange(Closed));
@@ -308,7 +308,7 @@ bool Transciever::CollectUntilSilence(int port, int timeoutMs, QByteArray& respo
 void Transciever::Append(int received, QByteArray& response) const
 {
     if (received > 0) {
-        response.append(_receiveBuffer.data(), std::min(received, MaxCollectedBytes - response.size()));
+        response.append(_receiveBuffer.data(), std::min<int>(received, MaxCollectedBytes - response.size()));
     }
 }
 

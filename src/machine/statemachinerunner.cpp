@@ -77,8 +77,7 @@ State* StateMachineRunner::FindTransition(State* state) const
     for (State* level = state; level != nullptr; level = level->GetParentState()) {
         const auto transitions = _externalTransitions.constFind(level);
         if (transitions == _externalTransitions.constEnd()) {
-            Trace::WriteIn(Trace::Colour::Red,
-                           QStringLiteral("No transition map entry for a current state."));
+            Trace::WriteIn(Trace::Colour::Red, "No transition map entry for a current state.");
             return nullptr;
         }
         if (State* target = FirstThatHolds(*transitions, *_context)) {

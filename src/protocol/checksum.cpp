@@ -37,12 +37,13 @@ QVector<int> ChecksumTable()
 
 int Checksum(const QVector<int>& table, const QByteArray& bytes, int size)
 {
-    int crc = 0;
+    const int* const entries = table.constData();
+    unsigned crc = 0; // A signed index would be extended to a pointer's width for each byte.
     for (int position = 0; position < size; ++position) {
         const auto byte = static_cast<unsigned char>(bytes.at(position));
-        crc = table.at(byte ^ (crc >> 8)) ^ ((crc << 8) & 0xFFFF);
+        crc = static_cast<unsigned>(entries[byte ^ (crc >> 8U)]) ^ ((crc << 8U) & 0xFFFFU);
     }
-    return crc;
+    return static_cast<int>(crc);
 }
 
 bool EndsWithChecksum(const QVector<int>& table, const QByteArray& frame)

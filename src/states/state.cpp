@@ -109,10 +109,10 @@ void State::ReportError(Error error)
     }
 }
 
-void State::TraceBanner(const char* text)
+void State::TraceBanner(const char* text, const char* end)
 {
-    Trace::WriteIn(Trace::Colour::Blue,
-                   QStringLiteral("<<<                              ") + QLatin1String(text));
+    Trace::Line() << Trace::Colour::Blue << "<<<                              " << text << end
+                  << Trace::Colour::None;
 }
 
 void State::ClearPrepareRequest(const MeasurementSettings& sent)
@@ -176,7 +176,7 @@ bool State::RaiseErrorUnless(bool succeeded)
 void State::Announce(const char* passage) const
 {
     if (_banner != nullptr) {
-        TraceBanner(QByteArray(passage).append(_banner).constData());
+        TraceBanner(passage, _banner);
     }
 }
 

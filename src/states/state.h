@@ -69,7 +69,7 @@ public:
 
 protected:
     /// Writes a blue line that tells what the state is doing.
-    static void TraceBanner(const char* text);
+    static void TraceBanner(const char* text, const char* end = "");
 
     /// Runs one exchange, with retransmissions; with an `isWanted`, what waits for them or for the line is
     /// given up once that returns false.

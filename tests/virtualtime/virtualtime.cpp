@@ -397,22 +397,22 @@ extern "C" {
 int clock_gettime(clockid_t clock, timespec* time) noexcept
 {
     const Nanoseconds value = FirstOf(clock) + Time().Now();
-    time->tv_sec = value / PerSecond;
-    time->tv_nsec = value % PerSecond;
+    time->tv_sec = static_cast<time_t>(value / PerSecond);
+    time->tv_nsec = static_cast<long>(value % PerSecond);
     return 0;
 }
 
 int gettimeofday(timeval* time, void* /*zone*/) noexcept
 {
     const Nanoseconds value = FirstDate + Time().Now();
-    time->tv_sec = value / PerSecond;
-    time->tv_usec = value % PerSecond / PerMicrosecond;
+    time->tv_sec = static_cast<time_t>(value / PerSecond);
+    time->tv_usec = static_cast<suseconds_t>(value % PerSecond / PerMicrosecond);
     return 0;
 }
 
 time_t time(time_t* result) noexcept
 {
-    const time_t value = (FirstDate + Time().Now()) / PerSecond;
+    const auto value = static_cast<time_t>((FirstDate + Time().Now()) / PerSecond);
     if (result != nullptr) {
         *result = value;
     }

@@ -1,6 +1,7 @@
 #include "states/measurement/startingmeasurementstate.h"
 
 #include "context/statemachinecontext.h"
+#include "link/traceline.h"
 #include "protocol/functionstatesets.h"
 
 namespace Vesmar
@@ -26,13 +27,13 @@ void StartingMeasurementState::OnExit()
 
 void StartingMeasurementState::OnRunning()
 {
-    qWarning("StartingMeasurementState::OnRunning() IN");
+    Trace::Line() << "StartingMeasurementState::OnRunning() IN";
     RequestStatus();
     if (GetContext()->StartMeasurementRequested.Get() && !GetContext()->AbortMeasurementRequested.Get()) {
         Start();
     }
     WatchStart();
-    qWarning("StartingMeasurementState::OnRunning() OUT");
+    Trace::Line() << "StartingMeasurementState::OnRunning() OUT";
 }
 
 void StartingMeasurementState::Start()

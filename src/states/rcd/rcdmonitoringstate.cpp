@@ -1,8 +1,7 @@
 #include "states/rcd/rcdmonitoringstate.h"
 
-#include <QDebug>
-
 #include "context/statemachinecontext.h"
+#include "link/traceline.h"
 #include "model/settings/rcdmode.h"
 
 namespace Vesmar
@@ -11,10 +10,12 @@ namespace Vesmar
 namespace
 {
 
-/// Begins a line that tells how far a step came. Values may follow.
-QDebug Progress(const char* text)
+/// What a line begins with that tells how far a step came.
+constexpr const char* Progress = "<<<                              RUNING RCD MONITORING STATE ";
+
+const char* Word(bool value)
 {
-    return qWarning().noquote() << QLatin1String("<<<                              ") + QLatin1String(text);
+    return value ? "true" : "false";
 }
 
 } // namespace
@@ -36,7 +37,7 @@ void RCDMonitoringState::OnRunning()
     TraceBanner("RUNING RCD MONITORING STATE");
     if (!EndsWithAbort() && IsToBePrepared()) {
         const MeasurementState status = GetContext()->MeasurementStatus.Get();
-        Progress("RUNING RCD MONITORING STATE 5 - mesurmentState: ") << static_cast<int>(status);
+        Trace::Line() << Progress << "5 - mesurmentState:  " << static_cast<int>(status);
         ContinuePreparation(status);
     }
 }
@@ -81,20 +82,19 @@ void RCDMonitoringState::AbortRCDIEC()
 /// Only the Ub/Re test is prepared here, and only until it is started.
 bool RCDMonitoringState::IsToBePrepared()
 {
-    Progress("RUNING RCD MONITORING STATE 1 - status=")
-        << GetContext()->PrepareMeasurementRequested.Get() << GetContext()->StartMeasurementRequested.Get()
-        << static_cast<int>(GetContext()->MeasurementStatus.Get());
+    Trace::Line() << Progress << "1 - status= " << Word(GetContext()->PrepareMeasurementRequested.Get())
+                  << " " << Word(GetContext()->StartMeasurementRequested.Get()) << " "
+                  << static_cast<int>(GetContext()->MeasurementStatus.Get());
     if (GetContext()->StartMeasurementRequested.Get()) {
-        Progress("RUNING RCD MONITORING STATE 2");
+        Trace::Line() << Progress << "2";
         return false;
     }
     const MeasurementSettings* settings = GetContext()->TestSettings.Get();
-    Progress("RUNING RCD MONITORING STATE 3 - measurmentTyp=")
-        << static_cast<int>(settings->GetMeasurementType());
+    Trace::Line() << Progress << "3 - measurmentTyp= " << static_cast<int>(settings->GetMeasurementType());
     if (settings->GetMeasurementType() != MeasurementType::RCD) {
         return false;
     }
-    Progress("RUNING RCD MONITORING STATE 4");
+    Trace::Line() << Progress << "4";
     return ModeOfRCD(*settings) == RCDSettings::RCDMode::UbRe;
 }
 

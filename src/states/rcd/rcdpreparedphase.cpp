@@ -1,8 +1,7 @@
 #include "states/rcd/rcdpreparedphase.h"
 
-#include <QDebug>
-
 #include "context/statemachinecontext.h"
+#include "link/traceline.h"
 #include "link/transciever.h"
 #include "states/rcd/rcdtrace.h"
 
@@ -67,7 +66,8 @@ Error RCDPreparedPhase::ErrorOfUsedUpPolls() const
 int RCDPreparedPhase::Poll(Error* error)
 {
     if (RCDRules::TracesPolls[_run]) {
-        qWarning("<<< MeasurementState::Prepared: _lsaapCounter=%d _lsaap=%d", _lsaapCounter, _lsaap);
+        Trace::Line() << "<<< MeasurementState::Prepared: _lsaapCounter=" << _lsaapCounter
+                      << " _lsaap=" << _lsaap;
     }
     int result = 0;
     if (RCDRules::ReportsPollError[_run]) {

@@ -1,7 +1,5 @@
 #include "states/rcd/rcdtrace.h"
 
-#include <QDebug>
-
 #include "link/trace.h"
 
 namespace Vesmar::RCDTrace
@@ -56,13 +54,13 @@ const char* NameInCleanUp(MeasurementState phase)
 
 void Indented(Trace::Colour colour, const char* text)
 {
-    Trace::WriteIn(colour, QStringLiteral("       ") + QLatin1String(text));
+    Trace::Line() << colour << "       " << text << Trace::Colour::None;
 }
 
 void CleanUpPhase(MeasurementState phase)
 {
     if (const char* name = NameInCleanUp(phase)) {
-        qWarning("<<< MeasurementState::%s", name);
+        Trace::Line() << "<<< MeasurementState::" << name;
     }
 }
 
@@ -88,9 +86,9 @@ void Phase(RCDRules::PhaseWords words, MeasurementState phase)
 
 void Poll(int result, Error savedCheckObjectError)
 {
-    qWarning("<<< MeasurementState::Prepared: operationResult=%d", result);
+    Trace::Line() << "<<< MeasurementState::Prepared: operationResult=" << result;
     if (savedCheckObjectError == Error::NoErrors) {
-        qWarning("<<< MeasurementState::Prepared: _savedCheckObjectError==Error::NoErrors");
+        Trace::Line() << "<<< MeasurementState::Prepared: _savedCheckObjectError==Error::NoErrors";
     }
 }
 

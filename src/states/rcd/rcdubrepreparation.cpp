@@ -1,9 +1,9 @@
 #include "states/rcd/rcdubrepreparation.h"
 
-#include <QDebug>
 #include <QThread>
 
 #include "context/statemachinecontext.h"
+#include "link/traceline.h"
 #include "link/transciever.h"
 
 namespace Vesmar
@@ -68,13 +68,13 @@ void RCDUbRePreparation::DecideByReadiness()
 {
     const MeasurementType function = GetContext()->CurrentMeasurementType.Get();
     if (function != MeasurementType::Monitoring) {
-        qWarning().noquote() << "currentMesuarment type != monitoringMode:" << static_cast<int>(function);
+        Trace::Line() << "currentMesuarment type != monitoringMode: " << static_cast<int>(function);
         GetContext()->MeasurementStatus.Set(MeasurementState::Prepared);
         return;
     }
     const bool isFaultless = GetContext()->ErrorCode.Get() == Error::NoErrors;
-    qWarning().noquote() << (isFaultless ? "no Error, status:" : "Error else, status:")
-                         << static_cast<int>(GetContext()->StartTestStatus.Get());
+    Trace::Line() << (isFaultless ? "no Error, status: " : "Error else, status: ")
+                  << static_cast<int>(GetContext()->StartTestStatus.Get());
     if (isFaultless && HasPassedStartTest()) {
         GetContext()->MeasurementStatus.Set(MeasurementState::Prepared);
     } else {

@@ -26,7 +26,7 @@ void AwaitUpdateActionState::OnRunning()
         return;
     }
     if (GetContext()->TesterMode.Get() == OperationMode::Update) {
-        Trace::WriteIn(Trace::Colour::Red, QStringLiteral("Tester is in update mode."));
+        Trace::WriteIn(Trace::Colour::Red, "Tester is in update mode.");
         return;
     }
     EnterUpdateMode();
@@ -36,11 +36,10 @@ void AwaitUpdateActionState::EnterUpdateMode()
 {
     if (!ChangeTesterMode(OperationMode::Update)) {
         GetContext()->ErrorCode.Set(Error::UpdateModeChangeFailed);
-        Trace::WriteIn(Trace::Colour::Red,
-                       QStringLiteral("UPDATE ERROR - Tester mode could not be changed."));
+        Trace::WriteIn(Trace::Colour::Red, "UPDATE ERROR - Tester mode could not be changed.");
         return;
     }
-    Trace::WriteIn(Trace::Colour::Red, QStringLiteral("Change tester mode to update."));
+    Trace::WriteIn(Trace::Colour::Red, "Change tester mode to update.");
     QThread::msleep(ModeChangePauseMs);
 }
 

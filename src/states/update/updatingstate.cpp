@@ -1,6 +1,5 @@
 #include "states/update/updatingstate.h"
 
-#include <QDebug>
 #include <QThread>
 
 #include "link/commandbuilder.h"
@@ -52,25 +51,25 @@ void UpdatingState::OnRunning()
 void UpdatingState::RunUpdate()
 {
     if (_update->image.size() % SectorSize != 0) {
-        Fail(Error::UpdateDataInvalid, QStringLiteral("Update data is invalid."));
+        Fail(Error::UpdateDataInvalid, "Update data is invalid.");
         return;
     }
     if (_update->confirmation.size() < ConfirmationSize) {
-        Fail(Error::UpdateConfirmationDataInvalid, QStringLiteral("Update confirmation data is invalid."));
+        Fail(Error::UpdateConfirmationDataInvalid, "Update confirmation data is invalid.");
         return;
     }
     if (!InitializeUpdate()) {
-        Fail(Error::UpdateInitializationFailed, QStringLiteral("Update initialization error."));
+        Fail(Error::UpdateInitializationFailed, "Update initialization error.");
         return;
     }
-    Trace::WriteIn(Trace::Colour::Red, QStringLiteral("Iinitialization update OK."));
+    Trace::WriteIn(Trace::Colour::Red, "Iinitialization update OK.");
     GetContext()->OperationStatus.Set(OperationState::InProgress);
     if (!ProgramImage(_update->image)) {
-        Fail(Error::UpdateInitializationFailed, QStringLiteral("Sector data transfer issues."));
+        Fail(Error::UpdateInitializationFailed, "Sector data transfer issues.");
         return;
     }
     if (!FinishUpdate()) {
-        Fail(Error::UpdateConfirmationFailed, QStringLiteral("Confirmation error."));
+        Fail(Error::UpdateConfirmationFailed, "Confirmation error.");
         return;
     }
     QThread::msleep(InstallationPauseMs);
@@ -111,15 +110,15 @@ bool UpdatingState::ProgramImage(const QByteArray& image)
         offset += SectorSize;
         const int progress = Percent(offset, image.size());
         GetContext()->OperationProgress.Set(progress);
-        qWarning("Update progress: %d", progress);
+        Trace::Line() << "Update progress: " << progress;
     }
     return true;
 }
 
-void UpdatingState::Fail(Error error, const QString& message)
+void UpdatingState::Fail(Error error, const char* message)
 {
     GetContext()->ErrorCode.Set(error);
-    Trace::WriteIn(Trace::Colour::Red, QStringLiteral("UPDATE ERROR - ") + message);
+    Trace::Line() << Trace::Colour::Red << "UPDATE ERROR - " << message << Trace::Colour::None;
 }
 
 } // namespace Vesmar

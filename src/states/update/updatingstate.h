@@ -33,7 +33,7 @@ public:
 private:
     void RunUpdate();
     bool ProgramImage(const QByteArray& image);
-    void Fail(Error error, const QString& message);
+    void Fail(Error error, const char* message);
 
     std::optional<FirmwareUpdate> _update; ///< The data of the step under way.
 };

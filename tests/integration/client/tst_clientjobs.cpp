@@ -2,6 +2,7 @@
 
 #include "integration/client/clientbench.h"
 #include "integration/updating.h"
+#include "simulator/faults/faultfile.h"
 #include "support/wire.h"
 
 using VesmarClient::CalibrationJob;
@@ -48,7 +49,8 @@ private Q_SLOTS:
     void StopEndsAMeasurement();
     void StopEndsWhatAnotherProgramLeft();
     void StopRestartsAnInstrumentThatDoesNotStop();
-    void StopFailsWithoutAProof();
+    void StopIsNotProvedWithoutALink();
+    void StopFailsAtAnInstrumentThatDoesNotStop();
     void StopLeadsOutOfADriverThatWaits();
     void OneJobAtATime();
     void JobFailsWithoutALink();
@@ -114,7 +116,7 @@ void TestClientJobs::StopRestartsAnInstrumentThatDoesNotStop()
     QVERIFY(!bench.client.isUnattended());
 }
 
-void TestClientJobs::StopFailsWithoutAProof()
+void TestClientJobs::StopIsNotProvedWithoutALink()
 {
     ClientBench bench;
     bench.Connect();
@@ -124,6 +126,24 @@ void TestClientJobs::StopFailsWithoutAProof()
     VerifyEnd(*bench.client.stop(), Outcome::LinkLost, "stop-not-confirmed");
     QVERIFY(!bench.IsOff());
     bench.simulator.Plug();
+    VerifyCompletion(*bench.client.stop());
+    QVERIFY(bench.IsOff());
+}
+
+/// Every status has a function that runs, although the link is good and every stop is acknowledged.
+void TestClientJobs::StopFailsAtAnInstrumentThatDoesNotStop()
+{
+    ClientBench bench;
+    bench.Connect();
+    bench.simulator.AddFaults(
+        Simulator::ParseFaults(R"({"faults": [{"command": "function 9", "when": {"request": "s"}}]})"));
+    StopJob* const stop = bench.client.stop();
+    VerifyEnd(*stop, Outcome::Failed, "stop-not-confirmed");
+    QCOMPARE(bench.client.linkState(), LinkState::Up);
+    QVERIFY(bench.simulator.Sent().contains(Wire::StopMeasurement));
+    constexpr qint64 LeastMs = 19000; // Twenty seconds, by a timer that may be a twentieth early.
+    QVERIFY(stop->elapsed() >= LeastMs);
+    bench.simulator.ClearFaults();
     VerifyCompletion(*bench.client.stop());
     QVERIFY(bench.IsOff());
 }

@@ -101,6 +101,16 @@ private Q_SLOTS:
         QCOMPARE(OnlyLine(log), QStringLiteral("TTR A12 987654 1.05 XY Q7 2016"));
     }
 
+    void TheFieldsOfAVersionAreWrittenAsLatin1()
+    {
+        const LogCapture log;
+        QVERIFY(_parser.ParseVersionFrame(WithChecksum("\xC9\xFF\xA0\"%s\\\n\x1B\x7F\x80\x9F"
+                                                       "105XYQ72016"),
+                                          *_context));
+        QCOMPARE(OnlyLine(log),
+                 QString::fromLatin1("\xC9\xFF\xA0 \"%s \\\n\x1B\x7F\x80\x9F 1.05 XY Q7 2016"));
+    }
+
     void EachDateGoesToItsOwnCell()
     {
         QVERIFY(_parser.ParseCurrentDateTimeFrame(Frame("24 12 31 23 59 58"), *_context));

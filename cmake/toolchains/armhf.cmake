@@ -1,0 +1,5 @@
+# 32-bit ARM with a floating point unit, as Debian's armhf.
+set(triplet arm-linux-gnueabihf)
+set(CMAKE_SYSTEM_PROCESSOR armv7l)
+set(emulator qemu-arm-static)
+include("${CMAKE_CURRENT_LIST_DIR}/debian.cmake")
