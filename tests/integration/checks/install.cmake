@@ -1,5 +1,5 @@
 # Installs what was built into an empty folder, and uses it from there as somebody else would: an application with
-# every header, an application of the client, the examples, and the two programs.
+# every header, an application of the client, the examples, and the two programs. Removes it in the end.
 set(prefix "${WORK_FOLDER}/prefix")
 file(REMOVE_RECURSE "${WORK_FOLDER}")
 
@@ -42,6 +42,11 @@ function(expect_installed)
   endforeach()
 endfunction()
 
+# Whatever is installed belongs to a component, and so to a package.
+run("${CMAKE_COMMAND}" --install "${BUILD_FOLDER}" --prefix "${prefix}" --component Unspecified)
+if(EXISTS "${prefix}")
+  message(FATAL_ERROR "without a component is:\n${output}")
+endif()
 run("${CMAKE_COMMAND}" --install "${BUILD_FOLDER}" --prefix "${prefix}")
 
 build_project("${SOURCE_FOLDER}/tests/integration/consumer")
@@ -77,6 +82,32 @@ build_project("${SOURCE_FOLDER}/examples/mainsreadings")
 run("${simulator}" run -- "${WORK_FOLDER}/mainsreadings/mainsreadings")
 expect("what the example tells" "The mains: [0-9.]+ [0-9.]+\n")
 
+# The same by pkg-config.
+set(ENV{PKG_CONFIG_PATH} "${prefix}/${LIBRARIES}/pkgconfig")
+function(build_by_pkgconfig package source)
+  run("pkg-config" --exact-version=${VERSION} "${package}")
+  run("pkg-config" --cflags --libs "${package}")
+  separate_arguments(flags UNIX_COMMAND "${output}")
+  if(IS_SANITIZED)
+    list(APPEND flags "-fsanitize=address,undefined")
+  endif()
+  set(program "${WORK_FOLDER}/${package}")
+  run("${COMPILER}" -std=c++17 "${source}" -o "${program}" ${flags} "-Wl,-rpath,${prefix}/${LIBRARIES}")
+  run("${simulator}" run -- "${program}")
+endfunction()
+build_by_pkgconfig(vesmar "${SOURCE_FOLDER}/examples/mainsreadings/main.cpp")
+build_by_pkgconfig(vesmarclient "${SOURCE_FOLDER}/examples/measurement/main.cpp")
+
+build_project("${SOURCE_FOLDER}/examples/everyfunction")
+run("${simulator}" run -- "${WORK_FOLDER}/everyfunction/everyfunction" rpe)
+expect("what the example of every function tells" "protective earth: [0-9.]+ [0-9.]+ [0-9.]+\n")
+
+build_project("${SOURCE_FOLDER}/examples/service")
+run("${WORK_FOLDER}/service/service")
+expect("what the catalogue tells" "hv .*\(dangerous\)")
+run("${simulator}" run -- "${WORK_FOLDER}/service/service" clock)
+expect("what the example of a service tells" "The instrument says .*Outcome::Completed")
+
 build_project("${SOURCE_FOLDER}/examples/measurement")
 set(example "${WORK_FOLDER}/measurement/measurement")
 run("${simulator}" run -- "${example}")
@@ -97,4 +128,11 @@ if(HAS_QML)
   build_project("${SOURCE_FOLDER}/examples/quick")
   build_project("${SOURCE_FOLDER}/examples/widgets")
   expect_installed("${QML}/Vesmar/qmldir" "${QML}/Vesmar/libvesmarqml.so")
+endif()
+
+run("${CMAKE_COMMAND}" "-DMANIFEST=${BUILD_FOLDER}/install_manifest.txt" -P "${SOURCE_FOLDER}/cmake/uninstall.cmake")
+file(GLOB_RECURSE left LIST_DIRECTORIES true RELATIVE "${prefix}" "${prefix}/*")
+list(FILTER left INCLUDE REGEX "[Vv]esmar")
+if(left)
+  message(FATAL_ERROR "the removal leaves behind: ${left}")
 endif()
