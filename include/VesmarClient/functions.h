@@ -40,14 +40,14 @@ public:
     QString identifier;  ///< Such as "time"; the name of the command line's option without its dashes.
     QString title;       ///< For people, translated.
     QString description; ///< A line about it for people, translated.
-    OptionKind kind = OptionKind::Choice;
-    QVector<Choice> choices; ///< For `Choice`.
-    double minimum = 0;      ///< For `Integer` and `Decimal`.
-    double maximum = 0;      ///< For `Integer` and `Decimal`.
+    OptionKind kind = OptionKind::Choice; ///< What its values are.
+    QVector<Choice> choices;              ///< For `Choice`.
+    double minimum = 0;                   ///< For `Integer` and `Decimal`.
+    double maximum = 0;                   ///< For `Integer` and `Decimal`.
     QString special; ///< A word that is allowed beside the numbers: "unlimited" for the time; usually empty.
     QString unit;    ///< "s" where the value is a time; empty where the unit is the instrument's own.
-    QVariant defaultValue; ///< What holds while it is not set; invalid where there is no default.
-    bool mayStayUnset = true;
+    QVariant defaultValue;    ///< What holds while it is not set; invalid where there is no default.
+    bool mayStayUnset = true; ///< Whether one may measure without it.
 };
 
 /// What a function reads.
@@ -77,13 +77,13 @@ struct VESMARCLIENT_EXPORT FunctionInfo {
     Q_PROPERTY(QVector<VesmarClient::ReadingInfo> readings MEMBER readings CONSTANT)
 
 public:
-    Function function = Function::None;
-    QString identifier; ///< Such as "rpe"; the name of the command line's function.
-    QString title;      ///< For people, translated.
-    FunctionKind kind = FunctionKind::Single;
-    bool isDangerous = false; ///< Whether a dangerous voltage is present while it runs.
-    QVector<Option> options;
-    QVector<ReadingInfo> readings;
+    Function function = Function::None;       ///< Its number.
+    QString identifier;                       ///< Such as "rpe"; the name of the command line's function.
+    QString title;                            ///< For people, translated.
+    FunctionKind kind = FunctionKind::Single; ///< How it is measured.
+    bool isDangerous = false;                 ///< Whether a dangerous voltage is present while it runs.
+    QVector<Option> options;                  ///< In the order in which they are usually shown.
+    QVector<ReadingInfo> readings;            ///< In the order of a result.
 
     /// Whether this describes a function at all.
     bool isValid() const { return function != Function::None; }

@@ -51,6 +51,7 @@ public:
     /// How many milliseconds the instrument may take for what a job asks of it.
     static constexpr int UsualTimeLimit = 30000;
 
+    /// An instrument that is not opened yet.
     explicit Instrument(QObject* parent = nullptr);
     /// Closes the line first, which waits for a measurement that is under way to be stopped, and for an
     /// update to be sent. Call `close` and wait for `LinkState::Closed` to avoid that.
@@ -100,6 +101,7 @@ public:
     /// Sets the date of the calibration likewise.
     Q_INVOKABLE VesmarClient::CalibrationJob* setCalibrationDate(const QDateTime& value,
                                                                  int timeLimit = UsualTimeLimit);
+    /// Restarts the instrument, and waits until it is back.
     Q_INVOKABLE VesmarClient::RestartJob* restart(int timeLimit = UsualTimeLimit);
     /// Replaces the firmware. The image is a multiple of 512 bytes, the confirmation at least 2 bytes; what
     /// cannot work is refused before anything is sent. The time limit is for the change of the mode, and then

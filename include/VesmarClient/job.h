@@ -36,6 +36,7 @@ public:
     Outcome outcome() const;
     /// Why it has not been completed; empty where it was, or while it is under way.
     Failure failure() const;
+    /// Whether it is over, whatever its outcome.
     bool isFinished() const { return outcome() != Outcome::None; }
 
 public Q_SLOTS:
@@ -49,9 +50,11 @@ Q_SIGNALS:
     void phaseChanged(VesmarClient::Phase phase);
     /// Emitted about once a second.
     void elapsedChanged(qint64 milliseconds);
+    /// The job is over.
     void finished(VesmarClient::Outcome outcome);
 
 protected:
+    /// For the jobs of `Instrument`.
     explicit Job(QObject* parent);
 
 private:

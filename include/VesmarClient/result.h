@@ -42,8 +42,10 @@ class VESMARCLIENT_EXPORT Result
 
 public:
     Result() = default;
+    /// A result of a function, with readings in the order of the catalogue.
     Result(Function function, const QVector<Reading>& readings, const QDateTime& when);
 
+    /// What was measured.
     Function function() const { return _function; }
     /// In the order of the catalogue.
     const QVector<Reading>& readings() const { return _readings; }

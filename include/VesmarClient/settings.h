@@ -32,7 +32,9 @@ public:
     Settings() = default;
     /// Settings of the function with this identifier of the catalogue, such as "rpe".
     explicit Settings(const char* function);
+    /// The same, with options by their identifiers.
     explicit Settings(const QString& function, const QVariantMap& options = {});
+    /// Settings of this function.
     explicit Settings(Function function);
 
     /// The function's identifier, as it was given.
@@ -44,10 +46,12 @@ public:
 
     /// Sets an option by its identifier in the catalogue. An invalid value unsets it.
     Settings& set(const char* option, const QVariant& value);
+    /// The same, for an identifier that is a QString.
     Settings& set(const QString& option, const QVariant& value);
 
     /// Everything that is wrong; empty where nothing is.
     QVector<SettingsProblem> validate() const;
+    /// Whether nothing is wrong.
     bool isValid() const { return validate().isEmpty(); }
 
 private:
