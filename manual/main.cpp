@@ -15,6 +15,7 @@
 #include "client/words/names.h"
 #include "manual/completion.h"
 #include "manual/manpage.h"
+#include "panel/program/commandline.h"
 #include "simulator/control/scenarios.h"
 #include "simulator/program/commandline.h"
 
@@ -83,10 +84,13 @@ void WriteAll(const Folder& pages, const Folder& completions)
         WritePage(pages, page);
     }
     WritePage(pages, Manual::WholePage(*simulator, vesmar.get_name()));
+    const std::shared_ptr<const CLI::App> panel = Panel::declaredCommandLine();
+    WritePage(pages, Manual::WholePage(*panel, vesmar.get_name()));
     Write(completions / vesmar.get_name(),
           Manual::Completion(vesmar, {FilePlaceholders, {{"CODE", ErrorNumbers()}, {"NAME", ErrorNames()}}}));
     Write(completions / simulator->get_name(),
           Manual::Completion(*simulator, {FilePlaceholders, {{"NAME", ScenarioAndFaultNames()}}}));
+    Write(completions / panel->get_name(), Manual::Completion(*panel, {FilePlaceholders, {}}));
 }
 
 } // namespace

@@ -106,7 +106,8 @@ void TestManual::EveryVerbHasAPage()
     for (const QString& verb : verbs) {
         QVERIFY2(page.contains("*vesmar-" + verb.toUtf8() + "*(1)\n"), qPrintable(verb));
     }
-    QStringList files{QStringLiteral("vesmar.1.scd"), QStringLiteral("vesmar-simulator.1.scd")};
+    QStringList files{QStringLiteral("vesmar.1.scd"), QStringLiteral("vesmar-simulator.1.scd"),
+                      QStringLiteral("vesmar-panel.1.scd")};
     for (const QString& verb : verbs) {
         files.append(QStringLiteral("vesmar-%1.1.scd").arg(verb));
     }
