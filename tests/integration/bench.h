@@ -32,6 +32,9 @@ constexpr char Updating[] = "UPDATING";
 
 } // namespace Trace
 
+/// From a request of the driver until it has the answer, in virtual time.
+constexpr std::chrono::milliseconds AnswerTime{3};
+
 /// An application at a simulated instrument of its own.
 class Bench
 {

@@ -163,7 +163,8 @@ private Q_SLOTS:
         QElapsedTimer time;
         time.start();
         QCOMPARE(run.StepIn(Prepared), NoChange);
-        QVERIFY(time.elapsed() >= 500 && time.elapsed() < 4000);
+        constexpr qint64 Ms = 14 + 10 + 500 + 200; // The status, then the check with the pauses around it.
+        QCOMPARE(time.elapsed(), Ms + run.Pauses().toInt());
         QCOMPARE(run.peer.RequestBytes(), (QList<QByteArray>{Wire::ReadStatus, Wire::ReadMeasurement}));
     }
 
