@@ -33,7 +33,8 @@ ChoiceField::ChoiceField(const Option& option)
 
 void ChoiceField::addChoice(const QString& identifier, const QString& title)
 {
-    QPushButton* const button = createButton(title, "choice", "choice");
+    QPushButton* const button = createButton(title, "", "choice");
+    button->setObjectName(QStringLiteral("choice-") + identifier);
     button->setCheckable(true);
     button->setProperty("identifier", identifier);
     _buttons.addButton(button);

@@ -133,6 +133,7 @@ void FunctionPage::showEnd(const RecordPointer& record)
     _times->clear();
     _result.show(record);
     _live.refresh();
+    _live.show(record->failure);
     enableButtons();
 }
 

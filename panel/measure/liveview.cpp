@@ -21,23 +21,40 @@ ReadingTiles::Size sizeFor(const VesmarClient::FunctionInfo& function)
 using VesmarClient::FunctionInfo;
 using VesmarClient::FunctionKind;
 
-LiveView::LiveView(const FunctionInfo& function) : _readings(function, sizeFor(function))
+LiveView::LiveView(const FunctionInfo& function)
+    : _isPlotted(function.kind == FunctionKind::Continuous || function.kind == FunctionKind::HighVoltage),
+      _readings(function, sizeFor(function))
 {
-    const bool isPlotted =
-        function.kind == FunctionKind::Continuous || function.kind == FunctionKind::HighVoltage;
-    auto* const row = new QHBoxLayout(this);
+    setWidgetResizable(true);
+    setFrameShape(QFrame::NoFrame);
+    auto* const content = new QWidget;
+    auto* const row = new QHBoxLayout(content);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(8);
-    row->addWidget(&_readings, 2);
-    row->addWidget(&_plot, 3);
-    _plot.setVisible(isPlotted);
-    connect(&_readings, &ReadingTiles::chosen, this,
-            [this](int reading) { _plot.showOnly(_plot.onlyShown() == reading ? -1 : reading); });
+    row->addWidget(&_readings, 5);
+    row->addWidget(&_plot, 6);
+    row->addWidget(&_failure, 6);
+    setWidget(content);
+    connect(&_readings, &ReadingTiles::chosen, this, &LiveView::choose);
+}
+
+void LiveView::choose(int reading)
+{
+    const bool wasShown = _plot.isVisible();
+    show(VesmarClient::Failure());
+    _plot.showOnly(wasShown && _plot.onlyShown() == reading ? -1 : reading);
+}
+
+void LiveView::show(const VesmarClient::Failure& failure)
+{
+    _failure.show(failure);
+    _plot.setVisible(_isPlotted && !failure.isFailure());
 }
 
 void LiveView::show(const RecordPointer& record)
 {
     _record = record;
+    show(VesmarClient::Failure());
     _plot.show(record);
     refresh();
 }

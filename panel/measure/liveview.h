@@ -1,7 +1,8 @@
 #pragma once
 
-#include <QWidget>
+#include <QScrollArea>
 
+#include "panel/kit/failurecard.h"
 #include "panel/plot/readingplot.h"
 #include "panel/plot/readingtiles.h"
 
@@ -10,7 +11,7 @@ namespace Panel
 
 /// What a measurement reads: the latest values large and, for a continuous function, all of them against
 /// time.
-class LiveView : public QWidget
+class LiveView : public QScrollArea
 {
     Q_OBJECT
 
@@ -20,9 +21,15 @@ public:
     /// Shows this record from now on; call `refresh` when it has grown.
     void show(const RecordPointer& record);
     void refresh();
+    /// Shows it in place of the plot, until a reading is chosen.
+    void show(const VesmarClient::Failure& failure);
 
 private:
+    void choose(int reading);
+
+    bool _isPlotted;
     RecordPointer _record;
+    FailureCard _failure;
     ReadingTiles _readings;
     ReadingPlot _plot;
 };

@@ -66,7 +66,8 @@ void NumberField::step(int direction)
     _line->setText(locale.toString(qBound(_option.minimum, stepped, _option.maximum), 'g', 10));
 }
 
-/// What is no number is left as it is: the catalogue says what is wrong with it.
+/// The default is not set, because some options exclude others. What is no number is left as it is: the
+/// catalogue says what is wrong with it.
 QVariant NumberField::value() const
 {
     if (_special != nullptr && _special->isChecked()) {
@@ -77,7 +78,8 @@ QVariant NumberField::value() const
     if (!isNumber) {
         return _line->text();
     }
-    return QString::number(number, 'g', 10);
+    return number == _option.defaultValue.toDouble() ? QVariant()
+                                                     : QVariant(QString::number(number, 'g', 10));
 }
 
 } // namespace Panel

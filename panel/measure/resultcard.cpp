@@ -24,7 +24,6 @@ ResultCard::ResultCard(Session& session)
     row->addWidget(_stop, 1);
     row->addWidget(_again);
     column->addLayout(row);
-    column->addWidget(&_failure);
     connect(_again, &QPushButton::clicked, this, &ResultCard::stopAgain);
     connect(&_session, &Session::stopDoubtChanged, this, &ResultCard::showStop);
     hide();
@@ -35,7 +34,6 @@ void ResultCard::show(const RecordPointer& record)
     _record = record;
     _outcome->setText(words(record->outcome));
     setLook(_outcome, record->outcome == Outcome::Completed ? "titleGood" : "titleWarning");
-    _failure.show(record->failure);
     showStop();
     QWidget::show();
 }

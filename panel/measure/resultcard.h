@@ -1,8 +1,7 @@
 #pragma once
 
-#include <QFrame>
+#include <QLabel>
 
-#include "panel/kit/failurecard.h"
 #include "panel/session/session.h"
 
 class QPushButton;
@@ -10,8 +9,8 @@ class QPushButton;
 namespace Panel
 {
 
-/// How a measurement has ended: the outcome, whether the instrument is confirmed to have stopped, and what to
-/// do where it is not.
+/// How a measurement has ended: the outcome, whether the instrument is confirmed to have stopped, and a way
+/// to stop it again where it is not.
 class ResultCard : public QWidget
 {
     Q_OBJECT
@@ -30,7 +29,6 @@ private:
     QLabel* _outcome;
     QLabel* _stop;
     QPushButton* _again;
-    FailureCard _failure;
 };
 
 } // namespace Panel

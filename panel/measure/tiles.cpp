@@ -53,9 +53,9 @@ QWidget* Tiles::createTile(const FunctionInfo& function)
     tile->setAccessibleName(function.title);
     tile->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     auto* const column = new QVBoxLayout(tile);
-    column->setContentsMargins(10, 8, 10, 8);
+    column->setContentsMargins(8, 8, 4, 8);
     QLabel* const title = createText("tileTitle", function.title);
-    QLabel* const kind = createLabel(function.isDangerous ? "danger" : "muted", words(function.kind));
+    QLabel* const kind = createLabel(function.isDangerous ? "problem" : "muted", words(function.kind));
     for (QLabel* const label : {title, kind}) {
         label->setAttribute(Qt::WA_TransparentForMouseEvents);
         column->addWidget(label);

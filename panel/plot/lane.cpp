@@ -28,6 +28,7 @@ namespace
 constexpr double ShortestGap = 1;            ///< In seconds; the client's.
 constexpr double ShortestRangeInMinutes = 6; ///< In seconds; less is told in tenths of a second.
 constexpr int AxisWidth = 52;                ///< The same for all, so that times stand below each other.
+constexpr QSize SmallestSize{160, 32};
 constexpr int HeightOfTick = 28;
 constexpr int PointsOfBroadCurve = 2000; ///< A broad pen takes long for many points.
 
@@ -66,7 +67,8 @@ Lane::Lane(const ReadingInfo& reading, int number)
     _title->attach(this);
     setAxisScaleDraw(xBottom, new TimeScale);
     axisScaleDraw(yLeft)->setMinimumExtent(AxisWidth);
-    setMinimumHeight(TouchTarget);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
+    setMinimumSize(SmallestSize);
     setAxisMaxMinor(yLeft, 0);
     setAxisMaxMinor(xBottom, 0);
     setAxisMaxMajor(xBottom, 6);

@@ -21,7 +21,8 @@ constexpr double ZoomStep = 2;
 constexpr double WheelStep = 1.25;
 constexpr int ShortestTimeBetweenDrawings = 100; ///< In milliseconds.
 constexpr int LongestTimeBetweenDrawings = 1000;
-constexpr int DragDistance = 10; ///< In pixels; less is a tap.
+constexpr int HeightOfTimes = 28; ///< Of what stands below the lowest lane, in pixels.
+constexpr int DragDistance = 10;  ///< In pixels; less is a tap.
 
 } // namespace
 
@@ -88,7 +89,25 @@ void ReadingPlot::showOnly(int number)
         _lanes.at(i)->setVisible(number < 0 || i == number);
         _lanes.at(i)->showTimes(i == number || i == _lanes.size() - 1);
     }
+    shareHeight();
     draw();
+}
+
+/// All lanes are as high as each other, but the times stand below one of them.
+void ReadingPlot::shareHeight()
+{
+    const int count = _only < 0 ? _lanes.size() : 1;
+    const int each = std::max((_area->height() - HeightOfTimes) / std::max(count, 1), 1);
+    for (int i = 0; i < _lanes.size(); ++i) {
+        const bool hasTimes = i == _only || i == _lanes.size() - 1;
+        static_cast<QVBoxLayout*>(_area->layout())->setStretch(i, hasTimes ? each + HeightOfTimes : each);
+    }
+}
+
+void ReadingPlot::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    shareHeight();
 }
 
 void ReadingPlot::refresh()

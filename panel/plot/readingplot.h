@@ -32,9 +32,11 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     QWidget* createButtons();
+    void shareHeight();
     void draw();
     double end() const;
     double width() const;

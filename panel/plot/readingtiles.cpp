@@ -1,5 +1,7 @@
 #include "panel/plot/readingtiles.h"
 
+#include <QGridLayout>
+
 #include "panel/kit/theme.h"
 #include "panel/kit/widgets.h"
 #include "panel/kit/words.h"
@@ -14,11 +16,13 @@ using VesmarClient::Result;
 
 ReadingTiles::ReadingTiles(const FunctionInfo& function, Size size) : _function(function)
 {
-    auto* const column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(6);
+    auto* const grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setSpacing(6);
+    const int columns = size == Size::Small ? 2 : 1;
     for (int i = 0; i < function.readings.size(); ++i) {
-        column->addWidget(createTile(i, size));
+        grid->addWidget(createTile(i, size), i / columns, i % columns);
+        grid->setColumnStretch(i % columns, 1);
     }
     show({});
 }
@@ -33,12 +37,13 @@ QWidget* ReadingTiles::createTile(int number, Size size)
     tile->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     tile->setMinimumHeight(TouchTarget);
     tile->setMaximumHeight(140);
-    auto* const lines = new QBoxLayout(isLarge ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight, tile);
-    lines->setContentsMargins(10, 2, 10, 2);
+    auto* const lines = new QVBoxLayout(tile);
+    lines->setContentsMargins(8, 4, 8, 4);
+    lines->setSpacing(0);
     QLabel* const value = createLabel(isLarge ? "largeReading" : "reading");
     value->setObjectName(QStringLiteral("value-") + reading.identifier);
     value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    for (QLabel* const label : {createLabel("muted", reading.title), value}) {
+    for (QLabel* const label : {createLabel("readingTitle", reading.title), value}) {
         label->setAttribute(Qt::WA_TransparentForMouseEvents);
         lines->addWidget(label);
     }

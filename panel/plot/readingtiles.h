@@ -15,6 +15,7 @@ class ReadingTiles : public QWidget
     Q_OBJECT
 
 public:
+    /// Small ones stand in two columns.
     enum class Size { Small, Large };
 
     ReadingTiles(const VesmarClient::FunctionInfo& function, Size size);

@@ -571,19 +571,19 @@
     </message>
     <message>
         <source>Protective-earth resistance</source>
-        <translation>Schutzleiter-widerstand</translation>
+        <translation>Schutzleiter­widerstand</translation>
     </message>
     <message>
         <source>Insulation resistance</source>
-        <translation>Isolations-widerstand</translation>
+        <translation>Isolations­widerstand</translation>
     </message>
     <message>
         <source>Substitute leakage current</source>
-        <translation>Ersatzableitstrom</translation>
+        <translation>Ersatz­ableitstrom</translation>
     </message>
     <message>
         <source>Protective-conductor current</source>
-        <translation>Schutzleiterstrom</translation>
+        <translation>Schutzleiter­strom</translation>
     </message>
     <message>
         <source>Differential current</source>
@@ -591,7 +591,7 @@
     </message>
     <message>
         <source>Touch current</source>
-        <translation>Berührungsstrom</translation>
+        <translation>Berührungs­strom</translation>
     </message>
     <message>
         <source>Power</source>
@@ -599,15 +599,15 @@
     </message>
     <message>
         <source>High-voltage test</source>
-        <translation>Hochspannungs-prüfung</translation>
+        <translation>Hochspannungs­prüfung</translation>
     </message>
     <message>
         <source>Residual-current device: Ub/Re, or Ia/Ta</source>
-        <translation>FI-Schutzschalter: Ub/Re oder Ia/Ta</translation>
+        <translation>FI-Schutz­schalter: Ub/Re oder Ia/Ta</translation>
     </message>
     <message>
         <source>Residual-current device, IEC variant</source>
-        <translation>FI-Schutzschalter, IEC-Variante</translation>
+        <translation>FI-Schutz­schalter, IEC-Variante</translation>
     </message>
     <message>
         <source>Mains</source>
@@ -672,10 +672,6 @@
     <message>
         <source>Re</source>
         <translation>Re</translation>
-    </message>
-    <message>
-        <source>For ia-ta-1 and ia-ta-2: the Re that ub-re has given</source>
-        <translation>Für Ia/Ta: das Re, das Ub/Re ergeben hat</translation>
     </message>
     <message>
         <source>Measure Re first</source>
@@ -1524,6 +1520,10 @@
     <message>
         <source>Ta</source>
         <translation>Ta</translation>
+    </message>
+    <message>
+        <source>For ia-ta-1 and ia-ta-2: the Re that ub-re has given, in the instrument&apos;s own unit</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>

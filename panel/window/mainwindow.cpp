@@ -23,7 +23,7 @@ constexpr int RailWidth = 120;
 QHBoxLayout* createRow(QWidget* widget, int margin)
 {
     auto* const row = new QHBoxLayout(widget);
-    row->setContentsMargins(margin, 2, 2, 2);
+    row->setContentsMargins(margin, 2, margin, 2);
     return row;
 }
 
