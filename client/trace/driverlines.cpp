@@ -33,7 +33,8 @@ std::string_view NameIn(std::string_view signature)
 
 bool IsDriverLine(QtMsgType type, const QMessageLogContext& context)
 {
-    return type == QtWarningMsg && context.category != nullptr && context.category == DefaultCategory &&
+    const bool isMild = type == QtWarningMsg || type == QtDebugMsg;
+    return isMild && context.category != nullptr && context.category == DefaultCategory &&
            context.function != nullptr &&
            NameIn(context.function).substr(0, DriverNamespace.size()) == DriverNamespace;
 }

@@ -71,8 +71,8 @@ class TestClientTrace : public QObject
 private Q_SLOTS:
     void DriverIsToldByItsFunctions_data();
     void DriverIsToldByItsFunctions();
-    void OnlyItsWarningsAreTheTrace_data();
-    void OnlyItsWarningsAreTheTrace();
+    void NothingElseIsTheTrace_data();
+    void NothingElseIsTheTrace();
     void LinesAreCounted_data();
     void LinesAreCounted();
     void OwnMessagesGoWhereTheyWent();
@@ -113,20 +113,22 @@ void TestClientTrace::DriverIsToldByItsFunctions()
 {
     QFETCH(const QByteArray, signature);
     QFETCH(const bool, isDrivers);
-    QCOMPARE(IsDriverLine(QtWarningMsg, {"f.cpp", 1, signature.constData(), "default"}), isDrivers);
+    for (const QtMsgType type : {QtWarningMsg, QtDebugMsg}) {
+        QCOMPARE(IsDriverLine(type, {"f.cpp", 1, signature.constData(), "default"}), isDrivers);
+    }
 }
 
-void TestClientTrace::OnlyItsWarningsAreTheTrace_data()
+void TestClientTrace::NothingElseIsTheTrace_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<QByteArray>("category");
-    QTest::newRow("debug") << int(QtDebugMsg) << QByteArray("default");
+    QTest::newRow("info") << int(QtInfoMsg) << QByteArray("default");
     QTest::newRow("critical") << int(QtCriticalMsg) << QByteArray("default");
     QTest::newRow("category") << int(QtWarningMsg) << QByteArray("qt.core");
     QTest::newRow("no category") << int(QtWarningMsg) << QByteArray();
 }
 
-void TestClientTrace::OnlyItsWarningsAreTheTrace()
+void TestClientTrace::NothingElseIsTheTrace()
 {
     QFETCH(const int, type);
     QFETCH(const QByteArray, category);
