@@ -8,6 +8,8 @@
 
 #include <cerrno>
 
+#include "cli/words/text.h"
+
 namespace Cli
 {
 
@@ -36,7 +38,7 @@ QString ReadingsFile::Open()
         return qt_error_string(errno);
     }
     if (!S_ISREG(properties.st_mode)) {
-        return QStringLiteral("not a regular file");
+        return Text::tr("not a regular file");
     }
     return ::ftruncate(_descriptor, 0) != 0 ? qt_error_string(errno) : QString();
 }
@@ -56,7 +58,7 @@ void ReadingsFile::Write(const QByteArray& row)
 
 void ReadingsFile::FailWith(const QString& problem)
 {
-    _problem = QStringLiteral("cannot write the file %1: %2").arg(_path, problem);
+    _problem = Text::tr("cannot write the file %1: %2").arg(_path, problem);
 }
 
 } // namespace Cli

@@ -5,6 +5,7 @@
 #include "cli/kit/signalwatcher.h"
 #include "cli/output/output.h"
 #include "cli/words/exitstatus.h"
+#include "cli/words/text.h"
 
 namespace Cli
 {
@@ -65,9 +66,11 @@ void MeasureVerb::CheckFunction() const
 {
     const std::vector<std::string> extras = Command().remaining();
     if (_functions.Chosen() == nullptr) {
-        const std::string given =
-            extras.empty() ? "no function given" : "no function: \"" + extras.front() + "\"";
-        throw CLI::ValidationError("measure", given + "; it is one of " + _functions.Names());
+        const QString given =
+            extras.empty() ? Text::tr("no function given")
+                           : Text::tr("no function: \"%1\"").arg(QString::fromStdString(extras.front()));
+        const QString allowed = Text::tr("; it is one of %1").arg(QString::fromStdString(_functions.Names()));
+        throw CLI::ValidationError("measure", (given + allowed).toStdString());
     }
     if (!extras.empty()) {
         throw CLI::ExtrasError(extras);
