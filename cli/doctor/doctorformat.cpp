@@ -263,7 +263,9 @@ QByteArray ConditionText(const Vesmar::Status& status)
         text += InfoLine(QStringLiteral("Start test"), Show(*status.startTestResult).text);
     }
     text += InfoLine(QStringLiteral("Error"), Show(status.error).text);
-    return status.error == Error::NoErrors ? text : text + AdviceText(status.error);
+    return status.error == Error::NoErrors
+               ? text
+               : text + AdviceText(static_cast<VesmarClient::Error>(status.error));
 }
 
 QJsonObject ConditionJson(const Vesmar::Status& status)

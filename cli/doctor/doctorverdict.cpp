@@ -2,13 +2,14 @@
 
 #include <cerrno>
 
-#include <Vesmar/serialdevice.h>
+#include <VesmarClient/serialdevice.h>
 
 #include "cli/kit/failure.h"
 #include "cli/kit/unattended.h"
 #include "cli/words/exitstatus.h"
 #include "cli/words/format.h"
 #include "cli/words/text.h"
+#include "client/line/linelock.h"
 #include "client/words/errorguide.h"
 #include "client/words/names.h"
 
@@ -26,7 +27,8 @@ constexpr gid_t GroupOfRoot = 0;
 
 Ending Failed(int status, const Failure& failure, Error error = Error::NoErrors)
 {
-    return {status, Ending::Outcome::Failed, failure.message, failure.kind, error};
+    return {status, Ending::Outcome::Failed, failure.message, failure.kind,
+            static_cast<VesmarClient::Error>(error)};
 }
 
 Ending NoLink(const QString& reason, const QString& message)
@@ -34,14 +36,10 @@ Ending NoLink(const QString& reason, const QString& message)
     return Failed(ExitStatus::NoLink, {reason, message});
 }
 
-Failure DeviceFailure(int openError)
-{
-    return LinkNotUp({openError, false, OperationMode::Normal, Error::NoErrors}, {});
-}
-
 Failure LineFailure(Error error, const LineRecord& line)
 {
-    return LinkNotUp({0, false, OperationMode::Normal, error}, line.Asked() * LineProbe::UsualPatience);
+    return LinkNotUp({false, VesmarClient::Mode::Normal, static_cast<VesmarClient::Error>(error)},
+                     line.Asked() * LineProbe::UsualPatience);
 }
 
 Ending Missing(const DeviceFindings& device)
@@ -52,7 +50,7 @@ Ending Missing(const DeviceFindings& device)
                                      "adapter in, or let the link lead to the line that there is.")
                           .arg(DevicePath(), Printable(device.target)));
     }
-    return Failed(ExitStatus::NoLink, DeviceFailure(device.pathError));
+    return Failed(ExitStatus::NoLink, FailureOf(VesmarClient::NotOpened(device.pathError)));
 }
 
 Ending NoSerialLine(const QString& whatItIs)
@@ -173,7 +171,7 @@ Failure Reported(Error error)
 
 QString DevicePath()
 {
-    return QString::fromLatin1(Vesmar::SerialDevicePath);
+    return VesmarClient::SerialDevice::path();
 }
 
 QString GroupToJoin(const DeviceFindings& device)
@@ -203,7 +201,7 @@ std::optional<Ending> FindObstacle(const DeviceFindings& device, const DeviceHol
         return Held(holders);
     }
     if (device.openError != 0) {
-        return Failed(ExitStatus::NoLink, DeviceFailure(device.openError));
+        return Failed(ExitStatus::NoLink, FailureOf(VesmarClient::NotOpened(device.openError)));
     }
     return std::nullopt;
 }

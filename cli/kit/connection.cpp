@@ -6,6 +6,8 @@
 
 #include <csignal>
 
+#include <VesmarClient/serialdevice.h>
+
 #include "cli/words/advice.h"
 #include "cli/words/exitstatus.h"
 #include "cli/words/text.h"
@@ -152,13 +154,17 @@ void Connection::EndTimeLimit()
     }
 }
 
+/// The device may have gone meanwhile, such as with its adapter.
 void Connection::FailToComeUp()
 {
+    const VesmarClient::Failure problem = VesmarClient::SerialDevice::problem();
+    if (problem.isFailure()) {
+        FailToOpen(problem);
+        return;
+    }
     const bool hasAnswer = _instrument.identity() != VesmarClient::Identity();
-    Fail(ExitStatus::NoLink, LinkNotUp({VesmarClient::TryToOpenSerialDevice(), hasAnswer,
-                                        static_cast<Vesmar::OperationMode>(_instrument.mode()),
-                                        static_cast<Vesmar::Error>(_instrument.error())},
-                                       _options.timeout));
+    Fail(ExitStatus::NoLink,
+         LinkNotUp({hasAnswer, _instrument.mode(), _instrument.error()}, _options.timeout));
 }
 
 } // namespace Cli

@@ -44,9 +44,6 @@ public:
     /// Whether the end has been shown, or is left to the verb. A change that was on its way may still arrive.
     bool IsFinished() const { return _isFinished; }
 
-    /// Emits `Interrupted` for the signals that wait, while the event loop has no time to.
-    void EmitPendingSignals() { _signalWatcher.EmitPending(); }
-
     /// Prints the lines; after the end, nothing.
     void Print(const QByteArray& lines);
     /// Shows how the run has ended, and ends the work. The first end counts. No change of the instrument is

@@ -1,8 +1,8 @@
 #include "cli/kit/failure.h"
 
-#include <Vesmar/serialdevice.h>
+#include <VesmarClient/serialdevice.h>
 
-#include "client/words/names.h"
+#include "cli/words/values.h"
 
 namespace Cli
 {
@@ -10,15 +10,8 @@ namespace Cli
 namespace
 {
 
-using Vesmar::Error;
-using VesmarClient::LinkFailure;
-using VesmarClient::ReasonForLoss;
-using VesmarClient::Situation;
-
-QString Device()
-{
-    return QString::fromLatin1(Vesmar::SerialDevicePath);
-}
+using VesmarClient::Error;
+using VesmarClient::Mode;
 
 /// "10 s", "0.5 s".
 QString Seconds(std::chrono::milliseconds time)
@@ -32,23 +25,7 @@ Failure DeviceMissing()
             QStringLiteral("The serial device %1 does not exist. Check that the board's serial line has "
                            "this name, or try it without an instrument: "
                            "vesmar-simulator run -- vesmar info")
-                .arg(Device())};
-}
-
-Failure NoPermission()
-{
-    return {QStringLiteral("no-permission"),
-            QStringLiteral("No permission to open the serial device %1. Join the group that owns it "
-                           "(usually: sudo usermod -a -G dialout \"$USER\") and log in again.")
-                .arg(Device())};
-}
-
-Failure DeviceUnusable(int openError)
-{
-    return {QStringLiteral("device-unusable"),
-            QStringLiteral("The serial device %1 cannot be opened: %2. Check the line and its driver, "
-                           "and whether another program holds the device.")
-                .arg(Device(), qt_error_string(openError))};
+                .arg(VesmarClient::SerialDevice::path())};
 }
 
 Failure Refused()
@@ -67,12 +44,12 @@ Failure Damaged()
             Error::InvalidResponse};
 }
 
-Failure WrongMode(Vesmar::OperationMode mode)
+Failure WrongMode(Mode mode)
 {
     return {QStringLiteral("wrong-mode"),
             QStringLiteral("The instrument answers, but does not leave its mode %1. Switch it off and "
                            "on again.")
-                .arg(VesmarClient::NameAndNumber(mode))};
+                .arg(Show(mode).text)};
 }
 
 Failure FellSilent()
@@ -106,38 +83,35 @@ Failure NoAnswer(const QString& waited, Error error)
                            "cable is plugged in, or try it without an instrument: "
                            "vesmar-simulator run -- vesmar info")
                 .arg(waited),
-            ReasonForLoss(error)};
+            error == Error::NoResponse ? error : Error::NoErrors};
+}
+
+Failure OfAnsweringInstrument(const Situation& situation, const QString& waited)
+{
+    if (situation.mode != Mode::Normal) {
+        return WrongMode(situation.mode);
+    }
+    return situation.error == Error::NoResponse ? FellSilent() : Incomplete(waited);
 }
 
 } // namespace
 
 Failure LinkNotUp(const Situation& situation, std::chrono::milliseconds waited)
 {
-    switch (VesmarClient::Diagnose(situation)) {
-    case LinkFailure::DeviceMissing:
-        return DeviceMissing();
-    case LinkFailure::NoPermission:
-        return NoPermission();
-    case LinkFailure::DeviceUnusable:
-        return DeviceUnusable(situation.openError);
-    case LinkFailure::UpdateMode:
+    if (situation.mode == Mode::Update) {
         return InUpdateMode();
-    case LinkFailure::Refused:
-        return Refused();
-    case LinkFailure::Damaged:
-        return Damaged();
-    case LinkFailure::WrongMode:
-        return WrongMode(situation.mode);
-    case LinkFailure::FellSilent:
-        return FellSilent();
-    case LinkFailure::Incomplete:
-        return Incomplete(Seconds(waited));
-    case LinkFailure::NoProperAnswer:
-        return NoProperAnswer(Seconds(waited));
-    case LinkFailure::NoAnswer:
-        break;
     }
-    return NoAnswer(Seconds(waited), situation.error);
+    if (situation.error == Error::RequestRefused) {
+        return Refused();
+    }
+    if (situation.error == Error::InvalidResponse) {
+        return Damaged();
+    }
+    if (situation.hasAnswer) {
+        return OfAnsweringInstrument(situation, Seconds(waited));
+    }
+    return situation.error == Error::CommunicationRecovery ? NoProperAnswer(Seconds(waited))
+                                                           : NoAnswer(Seconds(waited), situation.error);
 }
 
 Failure FailureOf(const VesmarClient::Failure& failure)
@@ -147,8 +121,7 @@ Failure FailureOf(const VesmarClient::Failure& failure)
             return known;
         }
     }
-    return {failure.name, failure.whatHappened + QLatin1Char(' ') + failure.nextStep,
-            static_cast<Error>(failure.code)};
+    return {failure.name, failure.whatHappened + QLatin1Char(' ') + failure.nextStep, failure.code};
 }
 
 Failure InUpdateMode()
@@ -156,7 +129,7 @@ Failure InUpdateMode()
     return {QStringLiteral("update-mode"),
             QStringLiteral("The instrument is in update mode (%1) and waits for firmware; run "
                            "vesmar update IMAGE --confirmation FILE.")
-                .arg(static_cast<int>(Vesmar::OperationMode::Update)),
+                .arg(static_cast<int>(Mode::Update)),
             Error::NoErrors, Ending::Outcome::UpdateMode};
 }
 
@@ -168,11 +141,11 @@ Failure LinkLost(const VesmarClient::Failure& failure)
     return lost;
 }
 
-Failure LinkLost(const QString& notDone, Error error)
+Failure LinkLost(const QString& notDone)
 {
     return {QStringLiteral("link-lost"),
             notDone + QStringLiteral(" The link to it was lost; check cable and power, and try again."),
-            ReasonForLoss(error), Ending::Outcome::LinkLost};
+            Error::NoErrors, Ending::Outcome::LinkLost};
 }
 
 } // namespace Cli

@@ -4,12 +4,9 @@
 
 #include <chrono>
 
-#include <Vesmar/error.h>
-
 #include <VesmarClient/failure.h>
 
 #include "cli/output/event.h"
-#include "client/line/diagnosis.h"
 
 namespace Cli
 {
@@ -18,12 +15,20 @@ namespace Cli
 struct Failure {
     QString kind;
     QString message;
-    Vesmar::Error error = Vesmar::Error::NoErrors; ///< The error with which the library reports the same.
+    VesmarClient::Error error =
+        VesmarClient::Error::NoErrors; ///< The error with which the library reports the same.
     Ending::Outcome outcome = Ending::Outcome::Failed;
 };
 
+/// What is known of a link that has not come up, over a device that can be opened.
+struct Situation {
+    bool hasAnswer; ///< The instrument's identity was read at least once.
+    VesmarClient::Mode mode;
+    VesmarClient::Error error;
+};
+
 /// What is wrong with a link that has not come up in the time that was waited, and what to try.
-Failure LinkNotUp(const VesmarClient::Situation& situation, std::chrono::milliseconds waited);
+Failure LinkNotUp(const Situation& situation, std::chrono::milliseconds waited);
 
 /// A failure that the client tells.
 Failure FailureOf(const VesmarClient::Failure& failure);
@@ -34,8 +39,7 @@ Failure LinkLost(const VesmarClient::Failure& failure);
 /// The instrument answers, in the mode in which it only waits for firmware.
 Failure InUpdateMode();
 
-/// The link was lost before something was done, which the sentence names. The library's present error may
-/// say why.
-Failure LinkLost(const QString& notDone, Vesmar::Error error);
+/// The link was lost before something was done, which the sentence names.
+Failure LinkLost(const QString& notDone);
 
 } // namespace Cli

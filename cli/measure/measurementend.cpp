@@ -134,8 +134,7 @@ QString MessageOf(const QString& function, const MeasurementEnd& end)
 
 Ending EndingOf(const QString& function, const MeasurementEnd& end)
 {
-    return {StatusOf(end), OutcomeOf(end), MessageOf(function, end), ReasonOf(end),
-            static_cast<Vesmar::Error>(end.failure.code)};
+    return {StatusOf(end), OutcomeOf(end), MessageOf(function, end), ReasonOf(end), end.failure.code};
 }
 
 QJsonObject ResultFields(const QString& function, const MeasurementEnd& end,

@@ -25,6 +25,7 @@ MeasurementRun::MeasurementRun(Connection& connection, MeasurementView& view,
       _timeouts(timeouts),
       _isReNext(settings.value(QStringLiteral("with-ub-re")).toBool())
 {
+    connection.ShowOn(view.Screen());
     const Instrument* instrument = &connection.Instrument();
     connect(instrument, &Instrument::errorChanged, &view, &MeasurementView::ShowError);
     connect(instrument, &Instrument::linkStateChanged, this, &MeasurementRun::ReportLoss);
@@ -151,8 +152,7 @@ void MeasurementRun::EndUnbegun()
         _connection.Finish({ExitStatus::Aborted, Ending::Outcome::Aborted,
                             Text::tr("Aborted before the measurement began."), QString()});
     } else if (failure.name == QLatin1String("not-connected")) {
-        _connection.Fail(ExitStatus::LinkLost,
-                         LinkLost(Text::tr("Nothing was measured."), Vesmar::Error::NoErrors));
+        _connection.Fail(ExitStatus::LinkLost, LinkLost(Text::tr("Nothing was measured.")));
     } else {
         _connection.Fail(ExitStatus::NotDone, FailureOf(failure));
     }

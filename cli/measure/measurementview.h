@@ -24,6 +24,8 @@ public:
     /// The file may be null.
     MeasurementView(const VesmarClient::Settings& settings, bool isJson, ReadingsFile* file);
 
+    LiveScreen& Screen() { return _screen; }
+
     /// Warns of a dangerous voltage where there is going to be one.
     void WarnOfDanger();
     /// One of the measurement's tests begins; its mode distinguishes it.

@@ -1,7 +1,7 @@
 #include "cli/output/event.h"
 
 #include "cli/words/exitstatus.h"
-#include "cli/words/format.h"
+#include "cli/words/values.h"
 
 namespace Cli
 {
@@ -53,7 +53,7 @@ QByteArray EventLine(const QDateTime& time, const QString& event, const QJsonObj
 
 QByteArray ResultLine(const QDateTime& time, const Ending& ending, const QJsonObject& fields)
 {
-    const bool hasError = ending.error != Vesmar::Error::NoErrors;
+    const bool hasError = ending.error != VesmarClient::Error::NoErrors;
     QJsonObject json = fields;
     json.insert(QStringLiteral("status"), ending.status);
     json.insert(QStringLiteral("outcome"), Name(ending.outcome));

@@ -5,7 +5,7 @@
 #include <QJsonObject>
 #include <QString>
 
-#include <Vesmar/error.h>
+#include <VesmarClient/enumerations.h>
 
 /// The one form of JSON output: a line for each event. The last line shows how the run has ended.
 /// docs/events.md describes every event.
@@ -22,8 +22,8 @@ struct Ending {
     QString message; ///< For people, in a sentence or two.
     QString
         reason; ///< A word for what went wrong. Empty where nothing did, or where the error is the reason.
-    Vesmar::Error error =
-        Vesmar::Error::NoErrors; ///< The error that the instrument or the library reports with it.
+    VesmarClient::Error error =
+        VesmarClient::Error::NoErrors; ///< The error that the instrument or the library reports with it.
 };
 
 /// The ending of a run that has done what was asked for.

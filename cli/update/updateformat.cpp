@@ -155,13 +155,13 @@ Ending EndingOf(const UpdateEnd& end)
         return {ExitStatus::Signalled + end.signalNumber, Ending::Outcome::Interrupted,
                 InterruptionMessage(end), QStringLiteral("signal")};
     }
-    const auto error = static_cast<Vesmar::Error>(end.failure.code);
+    const Error error = end.failure.code;
     for (const KnownEnding& known : Endings) {
         if (end.failure.name == QLatin1String(known.failure)) {
             return {known.status, known.outcome, Text::tr(known.message), end.failure.name, error};
         }
     }
-    if (error != Vesmar::Error::NoErrors) {
+    if (error != Error::NoErrors) {
         return {ExitStatus::Failed, Ending::Outcome::Failed, FailureMessage(end), QString(), error};
     }
     return {ExitStatus::LinkLost, Ending::Outcome::LinkLost,

@@ -4,8 +4,6 @@
 
 #include <unistd.h>
 
-#include <Vesmar/serialdevice.h>
-
 #include "cli/doctor/doctorformat.h"
 #include "cli/doctor/doctorverdict.h"
 #include "cli/doctor/lineprobe.h"
@@ -45,7 +43,7 @@ constexpr int Requests = 50;
 class Examination
 {
 public:
-    explicit Examination(bool isJson) : _isJson(isJson), _device(Vesmar::SerialDevicePath) {}
+    explicit Examination(bool isJson) : _isJson(isJson), _device(DevicePath().toLatin1().constData()) {}
 
     int Run()
     {

@@ -8,7 +8,6 @@
 #include "cli/output/output.h"
 #include "cli/words/advice.h"
 #include "cli/words/format.h"
-#include "client/words/errorguide.h"
 
 namespace Cli
 {
@@ -39,7 +38,8 @@ constexpr VerbTexts Texts{
 QByteArray ExplanationText(Error error)
 {
     return NameAndNumber(error).toUtf8() + '\n' +
-           ExplanationLine(QStringLiteral("What happened"), Meaning(error)) + AdviceText(error);
+           ExplanationLine(QStringLiteral("What happened"), Meaning(error)) +
+           AdviceText(static_cast<VesmarClient::Error>(error));
 }
 
 QByteArray ExplanationJson(Error error)

@@ -2,9 +2,8 @@
 
 #include <optional>
 
-#include <Vesmar/error.h>
-
 #include "cli/kit/verb.h"
+#include "client/words/errorguide.h"
 
 namespace Cli
 {

@@ -5,11 +5,11 @@
 namespace Cli
 {
 
-using Vesmar::Error;
+using VesmarClient::Error;
 
 QByteArray AdviceText(Error error)
 {
-    const VesmarClient::ErrorAdvice advice = VesmarClient::Advice(error);
+    const VesmarClient::ErrorAdvice advice = VesmarClient::Advice(static_cast<Vesmar::Error>(error));
     QByteArray text;
     QString label = QStringLiteral("Likely causes");
     for (const QString& cause : advice.causes) {

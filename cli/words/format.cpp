@@ -3,8 +3,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
-#include <array>
-
 #include "client/words/errorguide.h"
 #include "client/words/readings.h"
 #include "decode/frames/words.h"
@@ -14,28 +12,6 @@ namespace Cli
 
 namespace
 {
-
-using Vesmar::MeasurementResults;
-using Vesmar::TesterInformation;
-using VesmarClient::DriverReading;
-using VesmarClient::Meaning;
-
-/// A text of the instrument's identity: its field, and what people call it.
-struct IdentityText {
-    const char* field;
-    const char* label;
-    QString TesterInformation::*text;
-};
-
-const std::array<IdentityText, 7> IdentityTexts{{
-    {"DeviceName", "Device name", &TesterInformation::DeviceName},
-    {"DeviceCode", "Device code", &TesterInformation::DeviceCode},
-    {"SerialNumber", "Serial number", &TesterInformation::SerialNumber},
-    {"Version", "Version", &TesterInformation::Version},
-    {"VersionCode", "Version code", &TesterInformation::VersionCode},
-    {"RevisionCode", "Revision code", &TesterInformation::RevisionCode},
-    {"BuildNumber", "Build number", &TesterInformation::BuildNumber},
-}};
 
 QByteArray Line(const QString& label, int width, const QString& text)
 {
@@ -72,45 +48,9 @@ Shown Show(Vesmar::Error value)
     shown.text = Decode::Text(value);
     QJsonObject json = shown.json.toObject();
     const VesmarClient::ErrorAdvice advice = VesmarClient::Advice(value);
-    json.insert(QStringLiteral("meaning"), Meaning(value));
+    json.insert(QStringLiteral("meaning"), VesmarClient::Meaning(value));
     json.insert(QStringLiteral("causes"), QJsonArray::fromStringList(advice.causes));
     json.insert(QStringLiteral("nextStep"), advice.nextStep);
-    shown.json = json;
-    return shown;
-}
-
-Shown Show(const TesterInformation* value)
-{
-    Shown shown;
-    QJsonObject json;
-    for (const IdentityText& entry : IdentityTexts) {
-        const QString& text = value->*entry.text;
-        shown.text += shown.text.isEmpty() ? QString() : QStringLiteral(", ");
-        shown.text += QString::fromLatin1(entry.label).toLower() + QLatin1Char(' ') + Printable(text);
-        json.insert(QLatin1String(entry.field), text);
-    }
-    shown.json = json;
-    return shown;
-}
-
-Shown Show(const Vesmar::MeasurementSettings* value)
-{
-    return Show(value->GetMeasurementType());
-}
-
-Shown Show(const MeasurementResults* value)
-{
-    Shown shown = Show(value->GetMeasurementType());
-    QJsonObject readings;
-    QString separator = QStringLiteral(": ");
-    for (const DriverReading& reading : VesmarClient::ReadingsOf(*value)) {
-        const Shown number = ShowReading(reading.value);
-        shown.text += separator + QLatin1String(reading.name) + QLatin1Char(' ') + number.text;
-        readings.insert(QLatin1String(reading.name), number.json);
-        separator = QStringLiteral(", ");
-    }
-    QJsonObject json = shown.json.toObject();
-    json.insert(QStringLiteral("readings"), readings);
     shown.json = json;
     return shown;
 }

@@ -8,10 +8,6 @@
 
 #include <type_traits>
 
-#include <Vesmar/measurementresults.h>
-#include <Vesmar/measurementsettings.h>
-#include <Vesmar/testerinformation.h>
-
 #include "client/words/names.h"
 #include "client/words/printable.h"
 
@@ -32,9 +28,6 @@ Shown Show(bool value);
 Shown Show(int value);
 Shown Show(const QDateTime& value);
 Shown Show(Vesmar::Error value);
-Shown Show(const Vesmar::TesterInformation* value);
-Shown Show(const Vesmar::MeasurementSettings* value);
-Shown Show(const Vesmar::MeasurementResults* value);
 
 /// Shows an enumerator with its name and number.
 template <typename Enumeration, std::enable_if_t<std::is_enum_v<Enumeration>, int> = 0>

@@ -30,7 +30,7 @@ QByteArray InfoText(const VesmarClient::Identity& identity, const Condition& con
     text += InfoLine(Text::tr("Mode"), Show(condition.mode).text);
     text += InfoLine(Text::tr("Error"), Show(condition.error).text);
     const bool hasError = condition.error != VesmarClient::Error::NoErrors;
-    return hasError ? text + AdviceText(static_cast<Vesmar::Error>(condition.error)) : text;
+    return hasError ? text + AdviceText(condition.error) : text;
 }
 
 QJsonObject InfoFields(const VesmarClient::Identity& identity, const Condition& condition)

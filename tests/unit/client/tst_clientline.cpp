@@ -11,6 +11,8 @@
 #include <cerrno>
 #include <cstdlib>
 
+#include <VesmarClient/serialdevice.h>
+
 #include "client/line/device.h"
 #include "client/line/deviceholders.h"
 #include "client/line/diagnosis.h"
@@ -115,8 +117,8 @@ private Q_SLOTS:
     void CharacterDeviceThatIsNoTerminal();
     void RegularFile();
     void DeviceWithoutPermission();
-    void OpeningReturnsTheErrorNumber_data();
-    void OpeningReturnsTheErrorNumber();
+    void DeviceThatCannotBeOpened_data();
+    void DeviceThatCannotBeOpened();
     void OpeningADeviceThatIsThere();
     void LinkErrors();
     void HeldByThisProgramOnly();
@@ -205,26 +207,27 @@ void TestClientLine::DeviceWithoutPermission()
     QVERIFY(!device.Findings().isWritable);
 }
 
-void TestClientLine::OpeningReturnsTheErrorNumber_data()
+void TestClientLine::DeviceThatCannotBeOpened_data()
 {
     QTest::addColumn<int>("error");
-    QTest::newRow("missing") << ENOENT;
-    QTest::newRow("no permission") << EACCES;
-    QTest::newRow("busy") << EBUSY;
+    QTest::addColumn<QString>("name");
+    QTest::newRow("missing") << ENOENT << "device-missing";
+    QTest::newRow("no permission") << EACCES << "no-permission";
+    QTest::newRow("busy") << EBUSY << "device-unusable";
 }
 
-void TestClientLine::OpeningReturnsTheErrorNumber()
+void TestClientLine::DeviceThatCannotBeOpened()
 {
     QFETCH(int, error);
     FailSerialDeviceOpen(error);
-    QCOMPARE(VesmarClient::TryToOpenSerialDevice(), error);
+    QTEST(VesmarClient::SerialDevice::problem().name, "name");
     RedirectSerialDevice(QByteArray());
 }
 
 void TestClientLine::OpeningADeviceThatIsThere()
 {
     const ScriptedPeer peer;
-    QCOMPARE(VesmarClient::TryToOpenSerialDevice(), 0);
+    QVERIFY(!VesmarClient::SerialDevice::problem().isFailure());
     QCOMPARE(RecordedSerialDevice().configurations, 0);
 }
 

@@ -416,7 +416,7 @@ void TestCliDoctor::FindsObstacles()
     QCOMPARE(obstacle->outcome, Cli::Ending::Outcome::Failed);
     QTEST(obstacle->reason, "reason");
     QVERIFY2(obstacle->message.contains(part), qPrintable(obstacle->message));
-    QVERIFY(obstacle->error == Error::NoErrors);
+    QVERIFY(obstacle->error == VesmarClient::Error::NoErrors);
 }
 
 void TestCliDoctor::FindsTheGroupToJoin_data()

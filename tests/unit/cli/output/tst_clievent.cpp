@@ -12,7 +12,7 @@ const QDateTime Noon(QDate(2026, 11, 21), QTime(12, 0, 0, 250), Qt::OffsetFromUT
 Cli::Ending Failure()
 {
     return {4, Cli::Ending::Outcome::Failed, QStringLiteral("It did not work."), QStringLiteral("not-set"),
-            Vesmar::Error::UpdateConfirmationFailed};
+            VesmarClient::Error::UpdateConfirmationFailed};
 }
 
 QByteArray ContentOf(const char* path)

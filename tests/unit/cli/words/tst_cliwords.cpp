@@ -1,12 +1,7 @@
 #include <QTimeZone>
 #include <QtTest>
 
-#include <limits>
 #include <sstream>
-
-#include <Vesmar/monitoringresults.h>
-#include <Vesmar/rlnresults.h>
-#include <Vesmar/rpesettings.h>
 
 #include "cli/output/event.h"
 #include "cli/program/program.h"
@@ -15,10 +10,8 @@
 #include "cli/words/format.h"
 #include "cli/words/info.h"
 
-using Vesmar::Error;
-using Vesmar::MeasurementResults;
-using Vesmar::MonitoringResults;
-using Vesmar::OperationMode;
+using VesmarClient::Error;
+using VesmarClient::Mode;
 namespace ExitStatus = Cli::ExitStatus;
 
 namespace
@@ -63,7 +56,7 @@ Cli::Condition GoodCondition()
 {
     return {Cli::Clocks{QDateTime(QDate(2024, 12, 31), QTime(23, 59, 58)),
                         QDateTime(QDate(2023, 1, 2), QTime(0, 0))},
-            VesmarClient::Mode::Normal, VesmarClient::Error::NoErrors};
+            Mode::Normal, Error::NoErrors};
 }
 
 } // namespace
@@ -83,11 +76,7 @@ private Q_SLOTS:
     void InvalidDate();
     void Identity();
     void IdentityWithControlCharacters();
-    void Settings();
-    void MainsReadings();
-    void ReadingsThatAreAbsent();
-    void ReadingIsTheShortestExactDecimal();
-    void ResultsWithoutNamedReadings();
+    void Readings();
     void Info();
     void InfoWithoutClocks();
     void InfoWithDatesThatDoNotExist();
@@ -116,14 +105,14 @@ void TestCliWords::TimeIsInUtc()
 
 void TestCliWords::Enumeration()
 {
-    const Cli::Shown shown = Cli::Show(OperationMode::Update);
+    const Cli::Shown shown = Cli::Show(Mode::Update);
     QCOMPARE(TextOf(shown), TextLine("Update (3)"));
     QCOMPARE(JsonOf(shown), JsonLineOf(R"({"name":"Update","number":3})"));
 }
 
 void TestCliWords::UnnamedEnumeration()
 {
-    const Cli::Shown shown = Cli::Show(static_cast<Vesmar::FunctionState>(12));
+    const Cli::Shown shown = Cli::Show(static_cast<VesmarClient::FunctionState>(12));
     QCOMPARE(TextOf(shown), TextLine("12"));
     QCOMPARE(JsonOf(shown), JsonLineOf(R"({"name":null,"number":12})"));
 }
@@ -186,48 +175,18 @@ void TestCliWords::IdentityWithControlCharacters()
     QVERIFY(JsonOf(Cli::Show(identity)).contains(R"("DeviceName":"A\u001b\n")"));
 }
 
-void TestCliWords::Settings()
+void TestCliWords::Readings()
 {
-    const Vesmar::RPESettings settings;
-    const Cli::Shown shown = Cli::Show(&settings);
-    QCOMPARE(TextOf(shown), TextLine("RPE (2)"));
-    QCOMPARE(JsonOf(shown), JsonLineOf(R"({"name":"RPE","number":2})"));
-}
-
-void TestCliWords::MainsReadings()
-{
-    const MonitoringResults results(230.5F, 0.25F, 50.0F);
-    const Cli::Shown shown = Cli::Show(&results);
-    QCOMPARE(TextOf(shown), TextLine("Monitoring (0): ULN 230.5, UNPE 0.25, frequency 50"));
+    const auto reading = [](const char* name, double value, bool isPresent = true) {
+        return VesmarClient::Reading{QString::fromLatin1(name), value, isPresent, QString(), -1};
+    };
+    const VesmarClient::Result results(
+        VesmarClient::Function::Monitoring,
+        {reading("ULN", 230.5), reading("UNPE", 0, false), reading("frequency", -3.4028235e+38)}, Moment);
+    const Cli::Shown shown = Cli::Show(results);
+    QCOMPARE(TextOf(shown), TextLine("Monitoring (0): ULN 230.5, UNPE -, frequency -3.4028235e+38"));
     QCOMPARE(JsonOf(shown), JsonLineOf(R"({"name":"Monitoring","number":0,"readings":)"
-                                       R"({"ULN":230.5,"UNPE":0.25,"frequency":50}})"));
-}
-
-void TestCliWords::ReadingsThatAreAbsent()
-{
-    const MonitoringResults results(std::numeric_limits<float>::quiet_NaN(), 3.4028235e38F,
-                                    -std::numeric_limits<float>::infinity());
-    const Cli::Shown shown = Cli::Show(&results);
-    QCOMPARE(TextOf(shown), TextLine("Monitoring (0): ULN -, UNPE -, frequency -"));
-    QCOMPARE(JsonOf(shown), JsonLineOf(R"({"name":"Monitoring","number":0,"readings":)"
-                                       R"({"ULN":null,"UNPE":null,"frequency":null}})"));
-}
-
-void TestCliWords::ReadingIsTheShortestExactDecimal()
-{
-    const MonitoringResults results(0.1F, -3.4028235e38F, 16777216.0F);
-    const Cli::Shown shown = Cli::Show(&results);
-    QCOMPARE(TextOf(shown), TextLine("Monitoring (0): ULN 0.1, UNPE -3.4028235e+38, frequency 16777216"));
-    QCOMPARE(JsonOf(shown), JsonLineOf(R"({"name":"Monitoring","number":0,"readings":)"
-                                       R"({"ULN":0.1,"UNPE":-3.4028235e+38,"frequency":16777216}})"));
-}
-
-void TestCliWords::ResultsWithoutNamedReadings()
-{
-    const MeasurementResults results(Vesmar::MeasurementType::None, nullptr);
-    const Cli::Shown shown = Cli::Show(&results);
-    QCOMPARE(TextOf(shown), TextLine("None (-1)"));
-    QCOMPARE(JsonOf(shown), JsonLineOf(R"({"name":"None","number":-1,"readings":{}})"));
+                                       R"({"ULN":230.5,"UNPE":null,"frequency":-3.4028235e+38}})"));
 }
 
 void TestCliWords::Info()
@@ -261,8 +220,7 @@ void TestCliWords::Info()
 void TestCliWords::InfoWithoutClocks()
 {
     const VesmarClient::Identity identity = GoodIdentity();
-    const Cli::Condition condition{std::nullopt, VesmarClient::Mode::Update,
-                                   VesmarClient::Error::DeviceError3};
+    const Cli::Condition condition{std::nullopt, Mode::Update, Error::DeviceError3};
     const QByteArray text = Cli::InfoText(identity, condition);
     QVERIFY(
         text.endsWith("Clock:            cannot be read\n"
@@ -291,24 +249,23 @@ void TestCliWords::InfoWithDatesThatDoNotExist()
 void TestCliWords::AdviceAsText()
 {
     QCOMPARE(
-        Cli::AdviceText(Vesmar::Error::UpdateConfirmationFailed),
+        Cli::AdviceText(Error::UpdateConfirmationFailed),
         QByteArray("  Likely causes   the confirmation file belongs to another image\n"
                    "                  the image arrived damaged\n"
                    "  Next step       The instrument waits in update mode: update it again with the image "
                    "and the confirmation that belong together.\n"));
-    QCOMPARE(Cli::AdviceText(Vesmar::Error::NoErrors),
-             QByteArray("  Next step       Nothing is to be done.\n"));
-    QCOMPARE(Cli::AdviceText(static_cast<Vesmar::Error>(16)), QByteArray());
+    QCOMPARE(Cli::AdviceText(Error::NoErrors), QByteArray("  Next step       Nothing is to be done.\n"));
+    QCOMPARE(Cli::AdviceText(static_cast<Error>(16)), QByteArray());
 }
 
 void TestCliWords::SentenceWithAdvice()
 {
     const QString sentence = QStringLiteral("It did not work.");
-    QCOMPARE(Cli::WithAdvice(sentence, Vesmar::Error::NoErrors), sentence);
-    QCOMPARE(Cli::WithAdvice(sentence, static_cast<Vesmar::Error>(16)), sentence);
-    QCOMPARE(Cli::WithAdvice(sentence, Vesmar::Error::UpdateDataInvalid),
+    QCOMPARE(Cli::WithAdvice(sentence, Error::NoErrors), sentence);
+    QCOMPARE(Cli::WithAdvice(sentence, static_cast<Error>(16)), sentence);
+    QCOMPARE(Cli::WithAdvice(sentence, Error::UpdateDataInvalid),
              sentence + QLatin1Char('\n') +
-                 QString::fromUtf8(Cli::AdviceText(Vesmar::Error::UpdateDataInvalid)).chopped(1));
+                 QString::fromUtf8(Cli::AdviceText(Error::UpdateDataInvalid)).chopped(1));
 }
 
 void TestCliWords::EveryStatusIsExplainedOnce()
