@@ -25,6 +25,7 @@ FunctionPage::FunctionPage(Session& session, const FunctionInfo& function)
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(12, 8, 12, 8);
     column->addWidget(createHeader());
+    _views.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Ignored); // scrolls: the buttons stay in sight
     _views.addWidget(&_form);
     _views.addWidget(&_live);
     column->addWidget(&_views, 1);

@@ -42,8 +42,8 @@ void ResultCard::showStop()
 {
     const bool isInDoubt = _session.isStopInDoubt();
     _stop->setText(
-        isInDoubt ? tr("It is not confirmed that the instrument has stopped. Treat it as if it still ran: "
-                       "do not touch the appliance, cut its mains supply, and stop again.")
+        isInDoubt ? tr("It is not confirmed that the instrument has stopped. Do not touch the appliance, "
+                       "and cut its mains supply.")
                   : tr("The instrument is confirmed to have stopped."));
     setLook(_stop, isInDoubt ? "danger" : "good");
     _again->setVisible(isInDoubt);

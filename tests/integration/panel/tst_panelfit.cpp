@@ -33,10 +33,20 @@ void VerifyView(PanelBench& bench, const QString& name)
     QVERIFY2(misfits.isEmpty(), qPrintable(name + QStringLiteral(": ") + misfits.join(QStringLiteral("; "))));
 }
 
+/// What starts and stops is never scrolled away.
+void VerifyButtons(PanelBench& bench)
+{
+    for (const char* const name : {"start", "stop"}) {
+        QWidget* const button = bench.Find(name);
+        QCOMPARE(button->visibleRegion().boundingRect(), button->rect());
+    }
+}
+
 void VerifyFunction(PanelBench& bench, const FunctionInfo& function, const QString& prefix)
 {
     bench.Click(qPrintable(QStringLiteral("tile-") + function.identifier));
     VerifyView(bench, prefix + function.identifier);
+    VerifyButtons(bench);
     bench.Click("back");
 }
 
@@ -47,9 +57,11 @@ void VerifyHighVoltage(PanelBench& bench, const QString& prefix)
     bench.Press("start");
     AWAIT(bench.session.record() && bench.session.record()->times.size() > 20);
     VerifyView(bench, prefix + QStringLiteral("voltage-on"));
+    VerifyButtons(bench);
     bench.Release("start");
     AWAIT(!bench.Text("outcome").isEmpty());
     VerifyView(bench, prefix + QStringLiteral("voltage-off"));
+    VerifyButtons(bench);
     bench.Click("back");
 }
 

@@ -19,6 +19,7 @@ private Q_SLOTS:
     void AnUnpluggedCableInTheMiddleIsTold();
     void AGapIsShown();
     void AResidualCurrentDeviceIsTested();
+    void TheOtherTestsOfAResidualCurrentDeviceAreMade();
     void TheKeyboardAloneIsEnough();
 
 private:
@@ -113,6 +114,25 @@ void TestPanelMeasuring::AResidualCurrentDeviceIsTested()
         QVERIFY2(bench.Text(value) != QStringLiteral("–"), value);
     }
     bench.Shoot("rcd");
+}
+
+void TestPanelMeasuring::TheOtherTestsOfAResidualCurrentDeviceAreMade()
+{
+    struct Test {
+        const char* mode;
+        const char* value; // that it gives; a clean-up gives none
+    };
+    PanelBench bench;
+    Open(bench, "tile-rcd-iec");
+    for (const Test& test : {Test{"choice-ia-ta-1", "value-Ta"}, Test{"choice-ia-ta-2", "value-Ta"},
+                             Test{"choice-clean-up", nullptr}}) {
+        bench.Click(test.mode);
+        bench.Click("start");
+        AWAIT_EQUAL(bench.Text("outcome"), QStringLiteral("Completed"));
+        QVERIFY(test.value == nullptr || bench.Text(test.value) != QStringLiteral("–"));
+        bench.Click("options");
+    }
+    bench.Shoot("rcd-iec");
 }
 
 /// Tab, the space bar, Enter and F2: no mouse.
