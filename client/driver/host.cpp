@@ -104,10 +104,7 @@ void Host::Close()
         return;
     }
     _isClosing = true;
-    if (_next) {
-        Q_EMIT _next->Finished(Outcome::Aborted, {});
-        _next.reset();
-    }
+    Await(nullptr);
     if (_run) {
         _run->AbortInTime();
     } else {
@@ -126,6 +123,10 @@ void Host::Quit()
 
 void Host::Begin(std::unique_ptr<Run> run)
 {
+    if (_isGoingOn && !_isClosing) {
+        Await(std::move(run));
+        return;
+    }
     if (_isClosing || !run->MayBegin(State())) {
         Q_EMIT run->Finished(Outcome::Failed, NotConnected(_isClosing ? LinkState::Closed : State()));
         return;
@@ -141,8 +142,17 @@ void Host::BeginAfterAbort(std::unique_ptr<Run> run)
         Begin(std::move(run));
         return;
     }
-    _next = std::move(run);
+    Await(std::move(run));
     _run->AbortInTime();
+}
+
+/// One that has waited until now never begins.
+void Host::Await(std::unique_ptr<Run> next)
+{
+    if (_next) {
+        Q_EMIT _next->Finished(Outcome::Aborted, {});
+    }
+    _next = std::move(next);
 }
 
 void Host::Watch(Run& run)
@@ -162,11 +172,13 @@ void Host::EndRun()
     _run.release()->deleteLater();
     _phase = Phase::Finished;
     TellUnattended();
+    _isGoingOn = true;
     QMetaObject::invokeMethod(this, &Host::GoOn, Qt::QueuedConnection);
 }
 
 void Host::GoOn()
 {
+    _isGoingOn = false;
     if (_isClosing) {
         EndClosing();
         return;

@@ -69,6 +69,7 @@ private:
     bool AreDatesRead() const;
     void TellUnattended();
     void TellFunctionState();
+    void Await(std::unique_ptr<Run> next);
     void Watch(Run& run);
     void EndRun();
     void GoOn();
@@ -84,6 +85,7 @@ private:
     std::unique_ptr<Run> _next; ///< The run that begins after it.
     Phase _phase = Phase::Waiting;
     QTimer _reopening;
+    bool _isGoingOn = false; ///< A run has ended, and what comes next has not begun.
     bool _isClosing = false;
     bool _isOpenedAgain = false; ///< Once it has been closed.
     bool _isQuitting = false;

@@ -47,6 +47,7 @@ class TestClientJobs : public QObject
 
 private Q_SLOTS:
     void StopEndsAMeasurement();
+    void StopTakesThePlaceOfTheOneThatWaits();
     void StopEndsWhatAnotherProgramLeft();
     void StopRestartsAnInstrumentThatDoesNotStop();
     void StopIsNotProvedWithoutALink();
@@ -86,6 +87,20 @@ void TestClientJobs::StopEndsAMeasurement()
     VerifyCompletion(*stop);
     QVERIFY(bench.IsOff());
     measured.VerifyAbort();
+    QVERIFY(!bench.client.isBusy());
+}
+
+void TestClientJobs::StopTakesThePlaceOfTheOneThatWaits()
+{
+    ClientBench bench;
+    bench.Connect();
+    const Measured measured(bench, "hv --time-offset 0");
+    measured.AwaitPhase(Phase::Running);
+    StopJob* const first = bench.client.stop();
+    StopJob* const second = bench.client.stop();
+    VerifyEnd(*first, Outcome::Aborted, "");
+    VerifyCompletion(*second);
+    QVERIFY(bench.IsOff());
     QVERIFY(!bench.client.isBusy());
 }
 
