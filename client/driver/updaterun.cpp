@@ -183,8 +183,7 @@ void UpdateRun::AwaitMode()
 
 void UpdateRun::Abort()
 {
-    constexpr int NoSignal = 0;
-    if (_session.Interrupt(Instrument().OperationStatus(), NoSignal)) {
+    if (_session.Interrupt(Instrument().OperationStatus())) {
         EnterPhase();
     }
 }

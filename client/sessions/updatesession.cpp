@@ -116,12 +116,11 @@ void UpdateSession::TimeOver(OperationState status)
     }
 }
 
-bool UpdateSession::Interrupt(OperationState status, int signalNumber)
+bool UpdateSession::Interrupt(OperationState status)
 {
     const bool mayEnd = _phase == Phase::Restarting ||
                         (_phase == Phase::ChangingMode && status == OperationState::Idle && !_isOffline);
     if (mayEnd) {
-        _signalNumber = signalNumber;
         End(Outcome::Interrupted);
     }
     return mayEnd;

@@ -42,7 +42,7 @@ public:
         StaysInUpdateMode, ///< All was confirmed, but the instrument did not leave update mode.
         NotBack,           ///< All was confirmed, but the instrument was not seen again.
         LinkLost,          ///< The link was lost before anything was sent.
-        Interrupted        ///< The signal `SignalNumber()` ended it, at a harmless moment.
+        Interrupted        ///< Somebody ended it, at a harmless moment.
     };
 
     UpdateSession(int sectors, bool isOffline);
@@ -60,7 +60,7 @@ public:
     void TimeOver(Vesmar::OperationState status);
     /// To be called when somebody wants the update to end. False where it must not end. The status is the
     /// present one.
-    bool Interrupt(Vesmar::OperationState status, int signalNumber);
+    bool Interrupt(Vesmar::OperationState status);
     /// To be called when the link has been closed. The picture shows an update that was cut short all the
     /// same.
     void LinkClosed(const UpdatePicture& picture);
@@ -70,7 +70,6 @@ public:
     Vesmar::Error FirstError() const { return _error; }
     /// The phase in which the update ended.
     Phase EndedIn() const { return _endedIn; }
-    int SignalNumber() const { return _signalNumber; }
     int Progress() const { return _progress; }
     int Sectors() const { return _sectors; }
     /// How many sectors were confirmed at least: one per cent may be more than one sector.
@@ -90,7 +89,6 @@ private:
     Outcome _outcome = Outcome::None;
     Vesmar::Error _error = Vesmar::Error::NoErrors;
     int _progress = 0;
-    int _signalNumber = 0;
 };
 
 } // namespace VesmarClient

@@ -297,7 +297,7 @@ void TestClientUpdateSession::InterruptedOnlyWhereItDoesNoHarm()
     QFETCH(int, status);
     QFETCH(bool, ends);
     VesmarClient::UpdateSession session = SessionIn(static_cast<Phase>(phase), isOffline);
-    QCOMPARE(session.Interrupt(static_cast<OperationState>(status), 15), ends);
+    QCOMPARE(session.Interrupt(static_cast<OperationState>(status)), ends);
     QCOMPARE(session.CurrentOutcome() == Outcome::Interrupted, ends);
     session.LinkClosed(Under(static_cast<OperationState>(status), 0));
     QCOMPARE(session.CurrentOutcome() == Outcome::Interrupted, ends);
@@ -307,7 +307,7 @@ void TestClientUpdateSession::InterruptedOnlyWhereItDoesNoHarm()
 void TestClientUpdateSession::InterruptedAMomentTooLate()
 {
     VesmarClient::UpdateSession session = SessionIn(Phase::ChangingMode);
-    QVERIFY(session.Interrupt(OperationState::Idle, 2));
+    QVERIFY(session.Interrupt(OperationState::Idle));
     session.LinkClosed(Under(OperationState::InProgress, 33));
     QVERIFY(session.CurrentOutcome() == Outcome::Failed);
     QVERIFY(session.FirstError() == Error::UpdateInitializationFailed);
@@ -323,7 +323,7 @@ void TestClientUpdateSession::NothingAfterTheEnd()
     session.IdentityRead(OperationMode::Update);
     session.CheckMode(Under(OperationState::Idle, 100));
     session.TimeOver(OperationState::Idle);
-    QVERIFY(!session.Interrupt(OperationState::Idle, 2));
+    QVERIFY(!session.Interrupt(OperationState::Idle));
     QVERIFY(session.CurrentOutcome() == Outcome::Updated);
 }
 
