@@ -143,9 +143,12 @@ void FunctionPage::enableButtons()
     const Instrument& instrument = _session.instrument();
     const bool isReady = instrument.linkState() == LinkState::Up && !instrument.isBusy() && _form.isValid();
     _start->setEnabled(isReady || _start->isDown()); // who holds it would otherwise lose it
-    _stop->setEnabled(isMeasuring());
     _back->setEnabled(!isMeasuring());
     _options->setEnabled(!isMeasuring() && _views.currentWidget() == &_live);
+    if (_stop->hasFocus() && !isMeasuring()) {
+        _options->setFocus();
+    }
+    _stop->setEnabled(isMeasuring());
 }
 
 } // namespace Panel

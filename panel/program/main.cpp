@@ -9,6 +9,7 @@
 #include "panel/program/language.h"
 #include "panel/program/simulated.h"
 #include "panel/window/mainwindow.h"
+#include "panel/window/pages.h"
 
 namespace
 {
@@ -32,8 +33,10 @@ int run(const Panel::CommandLine& commandLine)
     Panel::applyTheme(commandLine.theme == "dark" ? Panel::Theme::Dark : Panel::Theme::Light);
     Panel::Session session;
     Panel::MainWindow window(session);
-    if (!commandLine.page.empty()) {
-        window.showPage(QString::fromStdString(commandLine.page));
+    if (!commandLine.page.empty() && !window.showPage(QString::fromStdString(commandLine.page))) {
+        return fail(QStringLiteral("there is no page \"%1\"; it is one of %2")
+                        .arg(QString::fromStdString(commandLine.page),
+                             Panel::pageNames().join(QStringLiteral(", "))));
     }
     window.resize(1024, 640);
     if (commandLine.isFullScreen) {

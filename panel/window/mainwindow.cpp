@@ -42,7 +42,7 @@ MainWindow::MainWindow(Session& session) : _session(session), _stopKeys(session)
     connect(&_session, &Session::dangerChanged, this,
             [this] { _banner->setVisible(_session.isDangerous()); });
     showLink();
-    showPage(QLatin1String(pages().first().name));
+    showPage(pageNames().first());
 }
 
 void MainWindow::layOut()
@@ -135,14 +135,15 @@ void MainWindow::addShortcuts()
             [this] { setWindowState(windowState() ^ Qt::WindowFullScreen); });
 }
 
-void MainWindow::showPage(const QString& name)
+bool MainWindow::showPage(const QString& name)
 {
-    for (int i = 0; i < pages().size(); ++i) {
-        if (name == QLatin1String(pages().at(i).name)) {
-            _buttons.button(i)->setFocus();
-            _buttons.button(i)->click();
-        }
+    QAbstractButton* const button = _buttons.button(pageNames().indexOf(name));
+    if (button == nullptr) {
+        return false;
     }
+    button->setFocus();
+    button->click();
+    return true;
 }
 
 void MainWindow::showLink()

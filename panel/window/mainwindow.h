@@ -28,8 +28,8 @@ public:
     explicit MainWindow(Session& session);
 
 public Q_SLOTS:
-    /// Shows the page with this name.
-    void showPage(const QString& name);
+    /// Shows the page with this name; false where there is none.
+    bool showPage(const QString& name);
 
 protected:
     void closeEvent(QCloseEvent* event) override;

@@ -26,4 +26,13 @@ const QVector<PageEntry>& pages()
     return all;
 }
 
+QStringList pageNames()
+{
+    QStringList names;
+    for (const PageEntry& page : pages()) {
+        names.append(QLatin1String(page.name));
+    }
+    return names;
+}
+
 } // namespace Panel

@@ -16,5 +16,6 @@ struct PageEntry {
 
 /// All pages, in their order from top to bottom.
 const QVector<PageEntry>& pages();
+QStringList pageNames();
 
 } // namespace Panel
