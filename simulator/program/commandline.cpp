@@ -24,6 +24,7 @@ constexpr double LongestSeconds = 86400;
 constexpr int LowestBaud = 50;
 constexpr int HighestBaud = 4000000;
 
+constexpr char RunUsage[] = "Usage: vesmar-simulator run [OPTIONS] -- PROGRAM [ARG...]\n";
 constexpr char Usage[] = "Usage: vesmar-simulator [OPTIONS] --link PATH\n"
                          "       vesmar-simulator run [OPTIONS] -- PROGRAM [ARG...]\n"
                          "       vesmar-simulator confirmation IMAGE > FILE\n";
@@ -54,6 +55,33 @@ class HelpFormatter : public CLI::Formatter
 public:
     std::string make_usage(const CLI::App* /*app*/, std::string /*name*/) const override { return Usage; }
 };
+
+/// The help of a command whose options are those of the program.
+class RunHelpFormatter : public CLI::Formatter
+{
+public:
+    explicit RunHelpFormatter(const CLI::App& program) : _program(program) {}
+
+    std::string make_usage(const CLI::App* /*app*/, std::string /*name*/) const override { return RunUsage; }
+
+    std::string make_group(std::string group, bool isPositional,
+                           std::vector<const CLI::Option*> /*own*/) const override
+    {
+        const auto isForRun = [](const CLI::Option* option) {
+            return option->get_name() != "--link" && option->get_name() != "--version";
+        };
+        return CLI::Formatter::make_group(std::move(group), isPositional, _program.get_options(isForRun));
+    }
+
+private:
+    const CLI::App& _program;
+};
+
+/// A check whose type stays out of the help.
+CLI::Validator InRange(double least, double most)
+{
+    return CLI::Range(least, most).description("");
+}
 
 template <typename Table>
 std::string Described(const Table& table)
@@ -88,9 +116,7 @@ std::string ObjectionToName(const std::string& name)
 
 void AddTime(CLI::App* app, const char* name, double* milliseconds, const char* meaning)
 {
-    app->add_option(name, *milliseconds, meaning)
-        ->type_name("MS")
-        ->check(CLI::Range(0.0, LongestMilliseconds));
+    app->add_option(name, *milliseconds, meaning)->type_name("MS")->check(InRange(0, LongestMilliseconds));
 }
 
 void AddCourse(CLI::App* app, RawOptions* raw)
@@ -134,7 +160,7 @@ void AddBehaviour(CLI::App* app, RawOptions* raw)
     app->add_option("--baud", raw->baud,
                     "Let bytes take the time of a line of so many bits per second (default: no time)")
         ->type_name("N")
-        ->check(CLI::Range(LowestBaud, HighestBaud));
+        ->check(InRange(LowestBaud, HighestBaud));
     AddTime(app, "--answer-after", &raw->answerAfter, "Wait so long before each answer (default 0)");
 }
 
@@ -273,6 +299,7 @@ Declaration::Declaration()
     AddBehaviour(&app, &raw);
     run = app.add_subcommand("run", "Run a program that finds the instrument at its serial device")
               ->fallthrough();
+    run->formatter(std::make_shared<RunHelpFormatter>(app));
     CLI::App* confirmation =
         app.add_subcommand("confirmation", "Print the two bytes that confirm a firmware image");
     confirmation->footer("");

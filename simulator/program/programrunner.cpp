@@ -57,6 +57,18 @@ std::map<std::string, std::string> CurrentEnvironment()
     return environment;
 }
 
+/// The terminal stops its whole foreground, but an instrument does not stop with the program. Returns the
+/// signals that the program handles as usual all the same.
+sigset_t KeepRunning()
+{
+    sigset_t usual;
+    ::sigemptyset(&usual);
+    if (std::signal(SIGTSTP, SIG_IGN) != SIG_IGN) {
+        ::sigaddset(&usual, SIGTSTP);
+    }
+    return usual;
+}
+
 std::vector<char*> Pointers(std::vector<std::string>& texts)
 {
     std::vector<char*> pointers;
@@ -97,7 +109,9 @@ QString ProgramRunner::Start(const std::vector<std::string>& program, const sigs
     }
     posix_spawnattr_t attributes;
     ::posix_spawnattr_init(&attributes);
-    ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK);
+    ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+    const sigset_t usual = KeepRunning();
+    ::posix_spawnattr_setsigdefault(&attributes, &usual);
     ::posix_spawnattr_setsigmask(&attributes, &signalMask);
     const int failure = ::posix_spawnp(&_process, program.front().c_str(), nullptr, &attributes,
                                        Pointers(arguments).data(), Pointers(variables).data());
@@ -115,7 +129,13 @@ void ProgramRunner::Forward(int signalNumber) const
 std::optional<int> ProgramRunner::ExitStatus()
 {
     int status = 0;
-    if (::waitpid(_process, &status, WNOHANG) != _process) {
+    if (::waitpid(_process, &status, WNOHANG | WUNTRACED) != _process) {
+        return std::nullopt;
+    }
+    if (WIFSTOPPED(status)) {
+        if (WSTOPSIG(status) == SIGTSTP) {
+            ::kill(0, SIGCONT); // Everything in the foreground was stopped.
+        }
         return std::nullopt;
     }
     _process = -1;

@@ -14,7 +14,8 @@ namespace Simulator
 {
 
 /// Runs a program with the preloaded library that shows it the instrument as its serial device. The program
-/// inherits standard input, output, error and the process group.
+/// inherits standard input, output, error and the process group. Ctrl-Z stops neither: the shell behind them
+/// waits for the instrument.
 class ProgramRunner
 {
 public:

@@ -59,12 +59,19 @@ QStringList RunShell(const QString& script, const char* options = "")
 class Terminal
 {
 public:
-    explicit Terminal(const char* script)
+    enum class Shell { None, WithJobs };
+
+    explicit Terminal(const char* script, Shell shell = Shell::None)
     {
         const QByteArray program = QFile::encodeName(SimulatorProgram);
         _process = ::forkpty(&_terminal, nullptr, nullptr, nullptr);
-        if (_process == 0) {
+        if (_process == 0 && shell == Shell::WithJobs) {
+            ::execlp("bash", "bash", "-m", "-c", "\"$0\" run -- sh -c \"$1\"; echo status=$?",
+                     program.constData(), script, nullptr);
+        } else if (_process == 0) {
             ::execl(program.constData(), program.constData(), "run", "--", "sh", "-c", script, nullptr);
+        }
+        if (_process == 0) {
             ::_exit(99);
         }
     }
@@ -282,6 +289,20 @@ private Q_SLOTS:
         QVERIFY(terminal.Type("\x03"));
         QVERIFY(terminal.ReadUntil("count=1"));
         QCOMPARE(terminal.ExitStatus(), 5);
+    }
+
+    /// The shell would tell 148 if the simulator had stopped.
+    void ControlZStopsNothing()
+    {
+        Terminal terminal("exec 3<>/dev/ttycommunication; echo ready; read key; "
+                          "printf '\\163\\364\\116' >&3; head -c 2 <&3 | od -An -tx1; exit 5",
+                          Terminal::Shell::WithJobs);
+        QVERIFY(terminal.ReadUntil("ready"));
+        QVERIFY(terminal.Type("\x1A"));
+        QVERIFY(terminal.ReadUntil("^Z"));
+        QVERIFY(terminal.Type("\n"));
+        QVERIFY(terminal.ReadUntil("00 fe"));
+        QVERIFY(terminal.ReadUntil("status=5"));
     }
 
     void ClosedTerminalReachesTheProgram()
@@ -706,6 +727,9 @@ private Q_SLOTS:
         for (const Simulator::NamedFault& fault : Simulator::Faults) {
             QVERIFY2(_output.contains(fault.meaning), fault.name);
         }
+        _output.clear();
+        QCOMPARE(Run(Words("run|--help")), 0);
+        QVERIFY(_output.contains("\n  --scenario NAME ") && !_output.contains("  --link "));
         QCOMPARE(_errors, QByteArray());
     }
 
@@ -729,9 +753,7 @@ private Q_SLOTS:
         QRegularExpressionMatchIterator options = option.globalMatch(QString::fromUtf8(_output));
         QVERIFY(options.hasNext());
         while (options.hasNext()) {
-            // A limit stands behind the kind of value, between a colon and its type.
-            rows.append(
-                options.next().captured(1).remove(QRegularExpression(QStringLiteral(":(FLOAT|INT)$"))));
+            rows.append(options.next().captured(1));
         }
         for (const QString& row : rows) {
             QVERIFY2(document.contains(QStringLiteral("\n| `%1` |").arg(row)), qPrintable(row));
