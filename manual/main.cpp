@@ -19,15 +19,16 @@
 #include "simulator/control/scenarios.h"
 #include "simulator/program/commandline.h"
 
-// Writes sources of manual pages, for scdoc, and completions for bash, made of the programs' own command
-// lines. The arguments are the folder for the pages and the folder for the completions. Both have to exist.
+// Writes sources of manual pages, for scdoc, and completions for three shells, made of the programs' own
+// command lines. The arguments are the folder for the pages and the folder for the completions. Both have to
+// exist.
 
 namespace
 {
 
 using Folder = std::filesystem::path;
 
-const std::set<std::string> FilePlaceholders{"FILE", "IMAGE", "OUT", "PATH"};
+const std::set<std::string> FilePlaceholders{"FILE", "IMAGE", "LOG", "OUT", "PATH"};
 
 std::vector<std::string> ErrorNumbers()
 {
@@ -75,6 +76,18 @@ void WritePage(const Folder& folder, const Manual::ManPage& page)
     Write(folder / (page.name + ".1.scd"), page.text);
 }
 
+/// Each shell finds its script by a name and in a folder of its own.
+void WriteCompletions(const Folder& folder, const CLI::App& program, const Manual::Placeholders& placeholders)
+{
+    const std::string& name = program.get_name();
+    for (const char* shell : {"bash", "zsh", "fish"}) {
+        std::filesystem::create_directory(folder / shell);
+    }
+    Write(folder / "bash" / name, Manual::BashCompletion(program, placeholders));
+    Write(folder / "zsh" / ("_" + name), Manual::ZshCompletion(program, placeholders));
+    Write(folder / "fish" / (name + ".fish"), Manual::FishCompletion(program, placeholders));
+}
+
 void WriteAll(const Folder& pages, const Folder& completions)
 {
     const Cli::Program program;
@@ -86,11 +99,11 @@ void WriteAll(const Folder& pages, const Folder& completions)
     WritePage(pages, Manual::WholePage(*simulator, vesmar.get_name()));
     const std::shared_ptr<const CLI::App> panel = Panel::declaredCommandLine();
     WritePage(pages, Manual::WholePage(*panel, vesmar.get_name()));
-    Write(completions / vesmar.get_name(),
-          Manual::Completion(vesmar, {FilePlaceholders, {{"CODE", ErrorNumbers()}, {"NAME", ErrorNames()}}}));
-    Write(completions / simulator->get_name(),
-          Manual::Completion(*simulator, {FilePlaceholders, {{"NAME", ScenarioAndFaultNames()}}}));
-    Write(completions / panel->get_name(), Manual::Completion(*panel, {FilePlaceholders, {}}));
+    WriteCompletions(
+        completions, vesmar,
+        {FilePlaceholders, {{"CODE", ErrorNumbers()}, {"NAME", ErrorNames()}, {"DATETIME", {"now"}}}});
+    WriteCompletions(completions, *simulator, {FilePlaceholders, {{"NAME", ScenarioAndFaultNames()}}});
+    WriteCompletions(completions, *panel, {FilePlaceholders, {}});
 }
 
 } // namespace

@@ -3,7 +3,7 @@
 #include <QProcess>
 #include <QtTest>
 
-#include "unit/manual/bash.h"
+#include "unit/manual/shells.h"
 
 namespace
 {
@@ -55,12 +55,12 @@ QByteArray Content(const QString& name)
 
 QString VesmarScript()
 {
-    return ManualFile(QStringLiteral("completions/vesmar"));
+    return ManualFile(QStringLiteral("completions/bash/vesmar"));
 }
 
 QString SimulatorScript()
 {
-    return ManualFile(QStringLiteral("completions/vesmar-simulator"));
+    return ManualFile(QStringLiteral("completions/bash/vesmar-simulator"));
 }
 
 /// The page has every option of the help. The completion offers every option and every command.
@@ -186,6 +186,8 @@ void TestManual::Offers_data()
     row("vesmar measure riso --json --mode ''", "1 2 4");
     row("vesmar measure rpe --time u", "unlimited");
     row("vesmar clock s", "set");
+    row("vesmar clock set n", "now");
+    row("vesmar --js", "--json");
     row("vesmar calibration s", "set");
     row("vesmar calibration set --c", "--confirm-timeout");
     row("vesmar explain 3", "3 300 301 302 303 304 398");
@@ -221,9 +223,10 @@ void TestManual::OffersFiles()
 {
     QFETCH(const QByteArray, line);
     const QString script = line.startsWith("vesmar-simulator ") ? SimulatorScript() : VesmarScript();
-    QStringList offered = Completed(script, line.constData(), ManualFile(QStringLiteral("completions")));
+    QStringList offered = Completed(script, line.constData(), ManualFile(QStringLiteral("completions/bash")));
     offered.sort();
-    QCOMPARE(offered, (QStringList{QStringLiteral("vesmar"), QStringLiteral("vesmar-simulator")}));
+    QCOMPARE(offered, (QStringList{QStringLiteral("vesmar"), QStringLiteral("vesmar-panel"),
+                                   QStringLiteral("vesmar-simulator")}));
 }
 
 QTEST_GUILESS_MAIN(TestManual)

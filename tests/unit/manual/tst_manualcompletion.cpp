@@ -7,7 +7,7 @@
 
 #include <memory>
 
-#include "unit/manual/bash.h"
+#include "unit/manual/shells.h"
 
 namespace
 {
@@ -52,37 +52,37 @@ constexpr char Beginning[] =
 # What can be typed at a place. Status 1 where there is no such place.
 _my_tool_place()
 {
-    words= are_files_wanted= is_program_wanted=
+    offered= are_files_wanted= is_program_wanted=
     case "$1" in
     'my-tool --count' | \
     'my-tool run --count')
-        words=''
+        offered=''
         ;;
     'my-tool run')
-        words='-- --count --help --log -h -l'
+        offered='-- --count --help --log -h -l'
         ;;
     'my-tool')
-        words='--count --help --log -h -l dig run'
+        offered='--count --help --log -h -l dig run'
         ;;
     'my-tool dig deeper')
-        words='--fast --help --how -h'
+        offered='--fast --help --how -h'
         ;;
     'my-tool dig')
-        words='--help --how -h anywhere deeper garage garden'
+        offered='--help --how -h anywhere deeper garage garden'
         ;;
     'my-tool dig --how' | \
     'my-tool dig deeper --how')
-        words='by-2 by-hand'
+        offered='by-2 by-hand'
         ;;
     'my-tool --log' | \
     'my-tool -l' | \
     'my-tool run --log' | \
     'my-tool run -l')
-        words=''
+        offered=''
         are_files_wanted=yes
         ;;
     'my-tool run --')
-        words=''
+        offered=''
         is_program_wanted=yes
         ;;
     *)
@@ -107,6 +107,8 @@ private Q_SLOTS:
     void Places();
     void Offers_data();
     void Offers();
+    void OffersTheSameInOtherShells_data();
+    void OffersTheSameInOtherShells();
 
 private:
     void Write(const char* name, const QByteArray& text) const;
@@ -119,8 +121,10 @@ void TestManualCompletion::initTestCase()
 {
     QVERIFY(_folder.isValid());
     const Tool tool;
-    _script = Manual::Completion(tool.app, Placeholders);
+    _script = Manual::BashCompletion(tool.app, Placeholders);
     Write("my-tool", QByteArray::fromStdString(_script));
+    Write("zsh", QByteArray::fromStdString(Manual::ZshCompletion(tool.app, Placeholders)));
+    Write("fish", QByteArray::fromStdString(Manual::FishCompletion(tool.app, Placeholders)));
     Write("other", OtherScript);
     Write("a file", "");
 }
@@ -175,6 +179,38 @@ void TestManualCompletion::Offers()
         completed.removeDuplicates();
     }
     QCOMPARE(completed, offered);
+}
+
+void TestManualCompletion::OffersTheSameInOtherShells_data()
+{
+    QTest::addColumn<QStringList>("offered");
+    const auto row = [](const char* line, const char* offered) {
+        QTest::newRow(line) << QString::fromLatin1(offered).split(QLatin1Char(','), Qt::SkipEmptyParts);
+    };
+    row("my-tool d", "dig");
+    row("my-tool dig gar", "garage,garden");
+    row("my-tool dig --how ", "by-2,by-hand");
+    row("my-tool dig --how=by-h", "by-hand");
+    row("my-tool dig --how dig --", "--help,--how");
+    row("my-tool dig deeper --", "--fast,--help,--how");
+    row("my-tool --count 3 dig de", "deeper");
+    row("my-tool --count ", "");
+    row("my-tool -l a", "a file");
+    row("my-tool -- d", "dig");
+}
+
+void TestManualCompletion::OffersTheSameInOtherShells()
+{
+    QFETCH(const QStringList, offered);
+    const QString line = QString::fromLatin1(QTest::currentDataTag());
+    QStringList inZsh =
+        CompletedInZsh(_folder.filePath(QStringLiteral("zsh")), line.split(QLatin1Char(' ')), _folder.path());
+    QStringList inFish = CompletedInFish(_folder.filePath(QStringLiteral("fish")), line, _folder.path());
+    for (QString& word : inFish) {
+        word.remove(QStringLiteral("--how="));
+    }
+    QCOMPARE(inZsh, offered);
+    QCOMPARE(inFish, offered);
 }
 
 QTEST_GUILESS_MAIN(TestManualCompletion)
