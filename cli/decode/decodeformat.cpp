@@ -9,6 +9,7 @@
 
 #include "cli/output/event.h"
 #include "cli/words/format.h"
+#include "cli/words/text.h"
 #include "client/words/named.h"
 #include "client/words/translation.h"
 #include "decode/frames/requests.h"
@@ -63,7 +64,7 @@ QByteArray Block(const QString& head, const QStringList& pieces)
 
 QString Head(const Event& event)
 {
-    const QString within = event.within ? QStringLiteral("within %1 ms").arg(*event.within) : QString();
+    const QString within = event.within ? Text::tr("within %1 ms").arg(*event.within) : QString();
     return TimeText(event.at) + QStringLiteral("  ") + within.leftJustified(WithinColumns) +
            QStringLiteral("  ") + Decode::TitleOf(event).leftJustified(NameColumns) + QStringLiteral("  ");
 }

@@ -10,6 +10,7 @@
 #include "cli/decode/summaryformat.h"
 #include "cli/words/exitstatus.h"
 #include "cli/words/format.h"
+#include "cli/words/text.h"
 #include "decode/lines/logentry.h"
 
 namespace Cli
@@ -70,17 +71,17 @@ bool DecodeSession::Begin()
 {
     if (_task.logDescriptor < 0 && _task.openError == 0) {
         Fail("unreadable",
-             QStringLiteral("%1 is a device; name a file, or - for the standard input").arg(_task.logName));
+             Text::tr("%1 is a device; name a file, or - for the standard input").arg(_task.logName));
     } else if (_task.logDescriptor < 0) {
         Fail("unreadable",
-             QStringLiteral("cannot read %1: %2").arg(_task.logName, qt_error_string(_task.openError)));
+             Text::tr("cannot read %1: %2").arg(_task.logName, qt_error_string(_task.openError)));
     } else if (IsSameFile(_task.logDescriptor, _task.recordingPath)) {
-        Fail("cannot-record", QStringLiteral("%1 is the log itself; give the recording a name of its own")
+        Fail("cannot-record", Text::tr("%1 is the log itself; give the recording a name of its own")
                                   .arg(Printable(_task.recordingPath)));
     } else if (!_task.recordingPath.isEmpty()) {
         _recording.emplace(
             _task.recordingPath,
-            QStringLiteral("Recorded by vesmar decode from %1").arg(QFileInfo(_task.logName).fileName()));
+            Text::tr("Recorded by vesmar decode from %1").arg(QFileInfo(_task.logName).fileName()));
         if (!_recording->Problem().isEmpty()) {
             Fail("cannot-record", _recording->Problem());
         }
@@ -117,8 +118,7 @@ void DecodeSession::ReportDamage(qint64 line, const QString& damage)
     ++_damagedLines;
     if (_damagedLines <= MostComplaints) {
         Flush();
-        WriteError(
-            QStringLiteral("%1, line %2: %3").arg(_task.logName, QString::number(line), Printable(damage)));
+        WriteError(Text::tr("%1, line %2: %3").arg(_task.logName, QString::number(line), Printable(damage)));
     }
 }
 
@@ -135,26 +135,24 @@ void DecodeSession::DecideEnding()
 {
     const QString& log = _task.logName;
     if (_damagedLines > MostComplaints) {
-        WriteError(QStringLiteral("%1: %2 more lines are damaged")
+        WriteError(Text::tr("%1: %2 more lines are damaged")
                        .arg(log, QString::number(_damagedLines - MostComplaints)));
     }
     if (_reader.LastError() != 0) {
-        Fail("unreadable",
-             QStringLiteral("cannot read %1: %2").arg(log, qt_error_string(_reader.LastError())));
+        Fail("unreadable", Text::tr("cannot read %1: %2").arg(log, qt_error_string(_reader.LastError())));
     } else if (_reader.IsStopped() && _summary.Exchanges() == 0) {
         Fail("no-exchange",
-             QStringLiteral("%1: the reading was ended before an exchange with an instrument").arg(log));
+             Text::tr("%1: the reading was ended before an exchange with an instrument").arg(log));
     } else if (_isEmpty) {
-        Fail("empty", QStringLiteral("%1 is empty; check that it is the right file").arg(log));
+        Fail("empty", Text::tr("%1 is empty; check that it is the right file").arg(log));
     } else if (_damagedLines > 0) {
-        const QString notWritten = _recording ? QStringLiteral(", and no recording is written") : QString();
-        Fail("damaged-log",
-             QStringLiteral("%1: lines that are not decoded because they are damaged: %2%3; get the "
-                            "whole log, or remove them")
-                 .arg(log, QString::number(_damagedLines), notWritten));
+        const QString notWritten = _recording ? Text::tr(", and no recording is written") : QString();
+        Fail("damaged-log", Text::tr("%1: lines that are not decoded because they are damaged: %2%3; get the "
+                                     "whole log, or remove them")
+                                .arg(log, QString::number(_damagedLines), notWritten));
     } else if (_summary.Exchanges() == 0) {
         Fail("no-exchange",
-             QStringLiteral("%1 has no exchange with an instrument; check that it is a log of the library")
+             Text::tr("%1 has no exchange with an instrument; check that it is a log of the library")
                  .arg(log));
     }
     CloseRecording();
@@ -184,14 +182,14 @@ void DecodeSession::CloseRecording()
 
 QString DecodeSession::DoneText() const
 {
-    const QString decoded = _reader.IsStopped() ? QStringLiteral("The log is decoded as far as it was read")
-                                                : QStringLiteral("The log is decoded");
+    const QString decoded = _reader.IsStopped() ? Text::tr("The log is decoded as far as it was read")
+                                                : Text::tr("The log is decoded");
     if (!_recording) {
         return decoded + QLatin1Char('.');
     }
     const QString links =
-        _summary.Links() > 1 ? QStringLiteral(", of all %1 links").arg(_summary.Links()) : QString();
-    return decoded + QStringLiteral(", and %1 entries are recorded%2.").arg(_recording->Entries()).arg(links);
+        _summary.Links() > 1 ? Text::tr(", of all %1 links").arg(_summary.Links()) : QString();
+    return decoded + Text::tr(", and %1 entries are recorded%2.").arg(_recording->Entries()).arg(links);
 }
 
 /// Whoever watches a log that grows sees all of it while the program waits for more.

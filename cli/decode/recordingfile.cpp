@@ -5,6 +5,7 @@
 #include <QJsonObject>
 
 #include "cli/words/format.h"
+#include "cli/words/text.h"
 #include "decode/lines/logentry.h"
 
 namespace Cli
@@ -29,11 +30,11 @@ RecordingFile::RecordingFile(const QString& path, const QString& comment)
     : _path(Printable(path)), _file(path)
 {
     if (QFileInfo::exists(path) && !QFileInfo(path).isFile()) {
-        _problem = QStringLiteral("cannot write the file %1: not a regular file").arg(_path);
+        _problem = Text::tr("cannot write the file %1: not a regular file").arg(_path);
         return;
     }
     if (!_file.open(QIODevice::WriteOnly)) {
-        _problem = QStringLiteral("cannot write the file %1: %2").arg(_path, _file.errorString());
+        _problem = Text::tr("cannot write the file %1: %2").arg(_path, _file.errorString());
         return;
     }
     const QByteArray head = Compact({{QStringLiteral("comment"), comment}}).chopped(1);
@@ -48,11 +49,11 @@ void RecordingFile::Record(const Event& event)
         return;
     }
     if (event.request.size() > LongestFrame || event.answer.size() > LongestFrame) {
-        _problem = QStringLiteral(
-                       "line %1 has more than %2 bytes in one frame, which a recording cannot have; cut it "
-                       "out of the log")
-                       .arg(event.line)
-                       .arg(LongestFrame);
+        _problem =
+            Text::tr("line %1 has more than %2 bytes in one frame, which a recording cannot have; cut it "
+                     "out of the log")
+                .arg(event.line)
+                .arg(LongestFrame);
         return;
     }
     QJsonObject entry;
@@ -74,11 +75,11 @@ void RecordingFile::Append(const QJsonObject& entry)
     const QByteArray text = (_entries > 0 ? ",\n" : "\n") + Compact(entry);
     constexpr int EndSize = sizeof End - 1;
     if (_entries == MostEntries || _size + text.size() + EndSize > LargestFile) {
-        _problem = QStringLiteral(
-                       "the log has more than a recording can have, %1 exchanges and %2 bytes; cut it into "
-                       "parts")
-                       .arg(MostEntries)
-                       .arg(LargestFile);
+        _problem =
+            Text::tr("the log has more than a recording can have, %1 exchanges and %2 bytes; cut it into "
+                     "parts")
+                .arg(MostEntries)
+                .arg(LargestFile);
         return;
     }
     ++_entries;
@@ -89,7 +90,7 @@ void RecordingFile::Write(const QByteArray& text)
 {
     _size += text.size();
     if (_file.write(text) != text.size()) {
-        _problem = QStringLiteral("cannot write the file %1: %2").arg(_path, _file.errorString());
+        _problem = Text::tr("cannot write the file %1: %2").arg(_path, _file.errorString());
     }
 }
 
@@ -103,13 +104,13 @@ int RecordingFile::SinceEntryBefore(const QTime& at) const
 bool RecordingFile::Commit()
 {
     if (_problem.isEmpty() && _entries == 0) {
-        _problem = QStringLiteral("there is no exchange to record");
+        _problem = Text::tr("there is no exchange to record");
     }
     if (_problem.isEmpty()) {
         Write(End);
     }
     if (_problem.isEmpty() && !_file.commit()) {
-        _problem = QStringLiteral("cannot write the file %1: %2").arg(_path, _file.errorString());
+        _problem = Text::tr("cannot write the file %1: %2").arg(_path, _file.errorString());
     }
     return _problem.isEmpty();
 }

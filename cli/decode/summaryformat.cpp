@@ -3,6 +3,7 @@
 #include <QJsonArray>
 
 #include "cli/words/format.h"
+#include "cli/words/text.h"
 #include "client/words/names.h"
 
 namespace Cli
@@ -22,25 +23,28 @@ QByteArray SummaryLine(const QString& label, const QString& text)
 QByteArray SummaryText(const Decode::Summary& summary)
 {
     const auto count = [](const char* label, int number) {
-        return SummaryLine(QString::fromLatin1(label), QString::number(number));
+        return SummaryLine(Text::tr(label), QString::number(number));
     };
-    QByteArray text = "\nSummary\n" + count("exchanges", summary.Exchanges()) +
-                      count("refused", summary.Refused()) + count("damaged", summary.Damaged()) +
-                      count("without an answer", summary.Silent()) + count("cut short", summary.Cut()) +
-                      count("sent unasked", summary.Unasked()) + count("links", summary.Links());
+    QByteArray text = '\n' + Text::tr("Summary").toUtf8() + '\n' +
+                      count(QT_TRANSLATE_NOOP("Cli::Text", "exchanges"), summary.Exchanges()) +
+                      count(QT_TRANSLATE_NOOP("Cli::Text", "refused"), summary.Refused()) +
+                      count(QT_TRANSLATE_NOOP("Cli::Text", "damaged"), summary.Damaged()) +
+                      count(QT_TRANSLATE_NOOP("Cli::Text", "without an answer"), summary.Silent()) +
+                      count(QT_TRANSLATE_NOOP("Cli::Text", "cut short"), summary.Cut()) +
+                      count(QT_TRANSLATE_NOOP("Cli::Text", "sent unasked"), summary.Unasked()) +
+                      count(QT_TRANSLATE_NOOP("Cli::Text", "links"), summary.Links());
     if (summary.LongestLine() != 0) {
-        text += SummaryLine(
-            QStringLiteral("longest"),
-            QStringLiteral("within %1 ms, line %2").arg(summary.Longest()).arg(summary.LongestLine()));
+        text +=
+            SummaryLine(Text::tr("longest"),
+                        Text::tr("within %1 ms, line %2").arg(summary.Longest()).arg(summary.LongestLine()));
     }
     for (const Decode::FoundError& found : summary.Errors()) {
         text += SummaryLine(
-            QStringLiteral("error"),
-            QStringLiteral("%1, line %2").arg(VesmarClient::NameAndNumber(found.error)).arg(found.line));
+            Text::tr("error"),
+            Text::tr("%1, line %2").arg(VesmarClient::NameAndNumber(found.error)).arg(found.line));
         text += SummaryLine(QString(), VesmarClient::Meaning(found.error));
         text += SummaryLine(
-            QString(),
-            QStringLiteral("vesmar explain %1 tells what to do").arg(static_cast<int>(found.error)));
+            QString(), Text::tr("vesmar explain %1 tells what to do").arg(static_cast<int>(found.error)));
     }
     return text;
 }

@@ -78,7 +78,7 @@ void Connection::Print(const QByteArray& lines)
         EndWork(ExitStatus::Signalled + SIGPIPE);
         break;
     case Output::Result::Failed:
-        WriteError(Text::tr("cannot write the output: %1").arg(qt_error_string(_output.LastError())));
+        WriteError(CannotWrite(_output.LastError()));
         EndWork(ExitStatus::NotDone);
         break;
     }

@@ -8,6 +8,9 @@
 #include <memory>
 #include <utility>
 
+#include "cli/kit/units.h"
+#include "cli/words/text.h"
+
 namespace Cli
 {
 
@@ -33,8 +36,9 @@ std::chrono::milliseconds ParseSeconds(const char* name, const std::string& text
     bool isNumber = false;
     const double seconds = given.toDouble(&isNumber);
     if (!isNumber || !(seconds >= least && seconds <= LongestSeconds)) {
-        const QString complaint = QStringLiteral("\"%1\" is not a number of seconds from %2 to %3")
-                                      .arg(given, QString::number(least), QString::number(LongestSeconds));
+        const QString complaint =
+            Text::tr("\"%1\" is not a time from %2 to %3 seconds, such as 90, 1.5min or 500ms")
+                .arg(given, QString::number(least), QString::number(LongestSeconds));
         throw CLI::ValidationError(name, complaint.toStdString());
     }
     return std::chrono::milliseconds(std::llround(seconds * 1000));
@@ -90,7 +94,8 @@ void Verb::AddTime(const char* name, const char* description, double least,
     _app.add_option_function<std::string>(
             name, [name, least, accept](const std::string& text) { accept(ParseSeconds(name, text, least)); },
             description)
-        ->type_name("SECONDS");
+        ->transform(InSeconds())
+        ->type_name("TIME");
 }
 
 } // namespace Cli

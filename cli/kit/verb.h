@@ -42,6 +42,8 @@ public:
     bool IsChosen() const;
     std::string Usage() const { return _usage; }
     const LinkOptions& Options() const { return _options; }
+    /// The verb writes JSON, because the program is to do so.
+    void WriteJson() { _options.isJson = true; }
 
     /// Does it, while there is a Qt application. Returns the program's exit status.
     virtual int Run() = 0;
@@ -54,7 +56,7 @@ protected:
 
     CLI::App& Command() const { return _app; }
 
-    /// Adds an option for a number of seconds in a range, and keeps it in `target`, a time or an optional
+    /// Adds an option for a time in a range of seconds, and keeps it in `target`, a time or an optional
     /// one.
     template <typename Target>
     void AddSeconds(const char* name, const char* description, double least, Target& target)

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 
+#include "cli/kit/units.h"
 #include "cli/kit/verb.h"
 #include "cli/measure/measurementformat.h"
 #include "cli/words/text.h"
@@ -45,6 +46,11 @@ QString DescriptionOf(const Option& option)
     return option.special.isEmpty() ? text : text + Text::tr(", or \"%1\": until Ctrl-C").arg(option.special);
 }
 
+bool IsTime(const Option& option)
+{
+    return option.unit == QLatin1String("s");
+}
+
 std::string TypeNameOf(const Option& option)
 {
     QStringList words;
@@ -52,8 +58,7 @@ std::string TypeNameOf(const Option& option)
         words.append(choice.identifier);
     }
     if (option.kind != OptionKind::Choice) {
-        words.append(option.unit == QLatin1String("s") ? QStringLiteral("SECONDS")
-                                                       : QStringLiteral("NUMBER"));
+        words.append(IsTime(option) ? QStringLiteral("TIME") : QStringLiteral("NUMBER"));
     }
     if (!option.special.isEmpty()) {
         words.append(option.special);
@@ -72,8 +77,12 @@ void AddOption(CLI::App& command, const Option& option, Settings& settings)
     const auto accept = [&settings, option](const std::string& text) {
         settings.set(option.identifier, QString::fromLocal8Bit(text.c_str()));
     };
-    command.add_option_function<std::string>(name, accept, DescriptionOf(option).toStdString())
-        ->type_name(TypeNameOf(option));
+    auto* const added =
+        command.add_option_function<std::string>(name, accept, DescriptionOf(option).toStdString());
+    added->type_name(TypeNameOf(option));
+    if (IsTime(option)) {
+        added->transform(InSeconds());
+    }
 }
 
 /// Throws the error for the first option that cannot be measured.
@@ -130,7 +139,9 @@ void MeasureFunctions::AddCsv(const MeasureFunction& function)
         }
         _csvFile = QFile::decodeName(file.c_str());
     };
-    const std::string description = Text::tr("Write every reading to this file as it comes").toStdString();
+    const std::string description = Text::tr("Write every reading to this file as it comes; - for the "
+                                             "standard output, and then for nothing else")
+                                        .toStdString();
     function.command->add_option_function<std::string>("--csv", accept, description)
         ->type_name("FILE")
         ->group(isContinuous ? "Options" : "");

@@ -108,7 +108,7 @@ void MeasurementRun::Interrupt(int signalNumber)
 
 void MeasurementRun::EndUnseen()
 {
-    const QString reason = Text::tr("nobody reads the output");
+    const QString reason = _view.OutputLoss();
     if (_measurement != nullptr) {
         Abort(reason);
     } else {

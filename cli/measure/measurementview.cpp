@@ -30,15 +30,18 @@ std::optional<milliseconds> TotalTime(const VesmarClient::Settings& settings)
 
 } // namespace
 
-MeasurementView::MeasurementView(const VesmarClient::Settings& settings, bool isJson, ReadingsFile* file)
+MeasurementView::MeasurementView(const VesmarClient::Settings& settings, Form form, ReadingsFile* file)
     : _function(VesmarClient::Functions::find(settings.function())),
       _total(TotalTime(settings)),
-      _isJson(isJson),
+      _form(form),
       _file(file),
-      _screen(!isJson)
+      _screen(form == Form::Text)
 {
     connect(&_screen, &LiveScreen::Lost, this, &MeasurementView::OutputLost);
     connect(&_redraw, &QTimer::timeout, this, [this] { _screen.Draw(LiveText()); });
+    if (_form == Form::Csv) {
+        _screen.Write(CsvHeader(_function));
+    }
 }
 
 void MeasurementView::WarnOfDanger()
@@ -98,7 +101,7 @@ void MeasurementView::ShowError(VesmarClient::Error error)
 
 void MeasurementView::ShowEvent(const char* event, const QJsonObject& fields)
 {
-    if (_isJson) {
+    if (_form == Form::Json) {
         _screen.Write(EventLine(QDateTime::currentDateTime(), QString::fromLatin1(event), fields));
     }
 }
@@ -108,7 +111,7 @@ void MeasurementView::ShowLine(const QString& shown)
 {
     if (_screen.HasLiveLine()) {
         _screen.Draw(LiveText());
-    } else if (!_isJson) {
+    } else if (_form == Form::Text) {
         _screen.Write(TextLine(Elapsed(), IsDangerous(), shown));
     }
 }
@@ -121,10 +124,13 @@ void MeasurementView::ShowResult(const VesmarClient::Result& result)
     if (_file != nullptr) {
         _file->Write(CsvRow(now, Elapsed(), _readings));
     }
+    if (_form == Form::Csv) {
+        _screen.Write(CsvRow(now, Elapsed(), _readings));
+    }
     if (_phase == Phase::Running) {
         ShowStatus(MeasurementStatus::Measuring);
     }
-    if (_isJson) {
+    if (_form == Form::Json) {
         _screen.Write(ReadingJson(now, Elapsed(), _readings));
     }
     ShowLine(Listed(_readings));
@@ -172,17 +178,17 @@ int MeasurementView::ShowEnd(const MeasurementEnd& end)
         _readings.clear(); // The last one may be a reading of another function.
     }
     const Ending ending = EndingWithFile(end);
-    if (_isJson) {
+    if (_form == Form::Json) {
         const QJsonObject fields = ResultFields(_function.identifier, end, _readings);
         _screen.Write(ResultLine(QDateTime::currentDateTime(), ending, fields));
     }
     if (ending.status != ExitStatus::Done) {
-        Say(_isJson ? ending.message : WithAdvice(ending.message, ending.error));
-    } else if (!_isJson) {
+        Say(_form == Form::Json ? ending.message : WithAdvice(ending.message, ending.error));
+    } else if (_form == Form::Text) {
         _screen.Write(ending.message.toUtf8() + '\n');
     }
     const bool isMeasured = end.outcome == Outcome::Completed || end.outcome == Outcome::Interrupted;
-    if (isMeasured && !_isJson) {
+    if (isMeasured && _form == Form::Text) {
         _screen.Write(ResultText(_readings, end.gaps));
     }
     return ending.status;
@@ -204,9 +210,9 @@ Ending MeasurementView::EndingWithFile(const MeasurementEnd& end) const
     return ending;
 }
 
-bool MeasurementView::Finish()
+int MeasurementView::Finish(int exitStatus)
 {
-    return _screen.Finish();
+    return _screen.Finish(exitStatus);
 }
 
 } // namespace Cli

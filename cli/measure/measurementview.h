@@ -21,8 +21,11 @@ class MeasurementView : public QObject
     Q_OBJECT
 
 public:
+    /// What the standard output is for: people, programs, or the readings alone.
+    enum class Form { Text, Json, Csv };
+
     /// The file may be null.
-    MeasurementView(const VesmarClient::Settings& settings, bool isJson, ReadingsFile* file);
+    MeasurementView(const VesmarClient::Settings& settings, Form form, ReadingsFile* file);
 
     LiveScreen& Screen() { return _screen; }
 
@@ -40,8 +43,9 @@ public:
     /// Shows the end, and returns the program's exit status.
     int ShowEnd(const MeasurementEnd& end);
 
-    /// Writes what is left. False if not everything could be shown.
-    bool Finish();
+    /// Writes what is left. Returns the exit status, given that of a measurement whose output is complete.
+    int Finish(int exitStatus);
+    QString OutputLoss() const { return _screen.Loss(); }
 
 Q_SIGNALS:
     /// The output is lost: nobody sees any more what goes on.
@@ -62,7 +66,7 @@ private:
     std::optional<std::chrono::milliseconds> _total; ///< How long the function runs.
     QString _mode;                                   ///< Empty for a function that has only one test.
     VesmarClient::Phase _phase = VesmarClient::Phase::Waiting;
-    bool _isJson;
+    Form _form;
     ReadingsFile* _file;
     LiveScreen _screen;
     QTimer _redraw;

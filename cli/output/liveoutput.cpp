@@ -68,6 +68,7 @@ bool LiveOutput::WriteSome()
     const auto size = static_cast<size_t>(std::min(_kept.size(), MostAtOnce));
     const auto written = ::write(_descriptor, _kept.constData(), size);
     if (written < 0 && errno != EINTR && errno != EAGAIN) {
+        _error = errno == EPIPE ? 0 : errno;
         Lose();
         return false;
     }

@@ -22,6 +22,8 @@ public:
     void Write(const QByteArray& bytes);
     /// Waits up to the limit until all is written. True if all is.
     bool Flush(std::chrono::milliseconds limit);
+    /// The error number with which the writing has failed; 0 where it has not, and where the reader is gone.
+    int Error() const { return _error; }
 
 Q_SIGNALS:
     /// The output is lost: what is written from now on goes nowhere.
@@ -35,6 +37,7 @@ private:
     int _descriptor;
     QSocketNotifier _writable;
     QByteArray _kept;
+    int _error = 0;
     bool _isLost = false;
 };
 

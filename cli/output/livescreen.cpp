@@ -5,7 +5,10 @@
 
 #include <climits>
 
+#include "cli/output/output.h"
 #include "cli/output/wrapped.h"
+#include "cli/words/exitstatus.h"
+#include "cli/words/text.h"
 
 namespace Cli
 {
@@ -79,14 +82,22 @@ void LiveScreen::Erase()
     }
 }
 
-bool LiveScreen::Finish()
+QString LiveScreen::Loss() const
+{
+    return _output.Error() != 0 ? CannotWrite(_output.Error()) : Text::tr("nobody reads the output");
+}
+
+/// An output that cannot be written is a failure of its own, even where it has only aborted a measurement.
+int LiveScreen::Finish(int exitStatus)
 {
     const bool isShown = _output.Flush(LongestFlush);
+    const bool hasFailed = _output.Error() != 0;
     if (!isShown) {
-        Say(QStringLiteral("cannot write the output"));
+        Say(hasFailed ? CannotWrite(_output.Error()) : Text::tr("cannot write the output"));
     }
     _errors.Flush(LongestFlush);
-    return isShown;
+    const bool isWorse = exitStatus == ExitStatus::Done || (exitStatus == ExitStatus::Aborted && hasFailed);
+    return !isShown && isWorse ? ExitStatus::NotDone : exitStatus;
 }
 
 } // namespace Cli

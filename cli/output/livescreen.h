@@ -25,8 +25,12 @@ public:
     /// Erases the live line, and writes a sentence for the person who watches to the error output.
     void Say(const QString& text);
 
-    /// Writes what is left. If not all of the output could be written, it says so and returns false.
-    bool Finish();
+    /// Why the output is lost, to be said to whoever still sees the error output.
+    QString Loss() const;
+
+    /// Writes what is left, and says so if not all of the output could be written. Returns the exit status of
+    /// a run that has ended with this one otherwise.
+    int Finish(int exitStatus);
 
 Q_SIGNALS:
     /// The output is lost: nobody sees any more what goes on.

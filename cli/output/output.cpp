@@ -1,7 +1,5 @@
 #include "cli/output/output.h"
 
-#include <QString>
-
 #include <poll.h>
 #include <unistd.h>
 
@@ -12,6 +10,7 @@
 #include <iostream>
 
 #include "cli/words/exitstatus.h"
+#include "cli/words/text.h"
 
 namespace Cli
 {
@@ -74,7 +73,7 @@ int PrintingStatus(const Output& output, Output::Result result)
     case Output::Result::ReaderGone:
         return ExitStatus::Signalled + SIGPIPE;
     case Output::Result::Failed:
-        WriteError(QStringLiteral("cannot write the output: ") + qt_error_string(output.LastError()));
+        WriteError(CannotWrite(output.LastError()));
         break;
     case Output::Result::GivenUp:
         break;
@@ -87,6 +86,11 @@ void SayToTerminal(const QString& text)
     if (::isatty(STDERR_FILENO) != 0) {
         WriteError(text);
     }
+}
+
+QString CannotWrite(int error)
+{
+    return Text::tr("cannot write the output: %1").arg(qt_error_string(error));
 }
 
 void WriteError(const QString& text)

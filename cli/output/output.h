@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QString>
 
 namespace Cli
 {
@@ -40,6 +41,9 @@ private:
 /// The exit status of a program that only prints, given the result of its last output. Says why the output
 /// failed.
 int PrintingStatus(const Output& output, Output::Result result);
+
+/// Says that the output cannot be written, and why: the system's error number.
+QString CannotWrite(int error);
 
 /// Writes a line of the program's own to the error output.
 void WriteError(const QString& text);

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <exception>
 #include <iostream>
+#include <sstream>
 
 #include <VesmarClient/tracerouter.h>
 
@@ -14,6 +15,7 @@
 #include "cli/output/output.h"
 #include "cli/program/program.h"
 #include "cli/words/exitstatus.h"
+#include "decode/lines/colours.h"
 
 namespace
 {
@@ -30,13 +32,21 @@ void OccupyStandardStreams()
     ::close(descriptor);
 }
 
+/// Whether the reader of the error output can and wants to see colours.
+bool HasColours()
+{
+    static const bool hasColours = ::isatty(STDERR_FILENO) == 1 && qEnvironmentVariableIsEmpty("NO_COLOR");
+    return hasColours;
+}
+
 /// Writes the message log to the error output. The lines of the trace look as the driver has written them.
 void WriteMessage(QtMsgType type, const QMessageLogContext& context, const QString& text)
 {
     const bool isTrace = qstrcmp(context.category, VesmarClient::TraceRouter::Category) == 0;
     const QMessageLogContext shown(context.file, context.line, context.function,
                                    isTrace ? "default" : context.category);
-    std::fputs((qFormatLogMessage(type, shown, text).toLocal8Bit() + '\n').constData(), stderr);
+    const QByteArray line = qFormatLogMessage(type, shown, text).toLocal8Bit() + '\n';
+    std::fputs((HasColours() ? line : Decode::WithoutColours(line)).constData(), stderr);
 }
 
 int FailUnexpectedly(const Cli::Verb& verb, const QString& message)
@@ -51,6 +61,14 @@ int FailUnexpectedly(const Cli::Verb& verb, const QString& message)
     return ending.status;
 }
 
+/// Help and version count only if they are written.
+int Print(const std::string& text)
+{
+    constexpr int Nothing = -1;
+    Cli::Output output(STDOUT_FILENO, Nothing);
+    return Cli::PrintingStatus(output, output.Write(QByteArray::fromStdString(text)));
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -58,9 +76,10 @@ int main(int argc, char** argv)
     OccupyStandardStreams();
     Cli::Program program;
     int exitStatus = Cli::ExitStatus::Done;
-    Cli::Verb* verb = program.Parse(argc, argv, std::cout, std::cerr, &exitStatus);
+    std::ostringstream help;
+    Cli::Verb* verb = program.Parse(argc, argv, help, std::cerr, &exitStatus);
     if (verb == nullptr) {
-        return exitStatus;
+        return exitStatus == Cli::ExitStatus::Done ? Print(help.str()) : exitStatus;
     }
     std::signal(SIGPIPE, SIG_IGN); // a reader that has gone away shows as a failed write
     qInstallMessageHandler(WriteMessage);

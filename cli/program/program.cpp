@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <ostream>
 
+#include "cli/program/nearest.h"
 #include "cli/verbs/calibrationverb.h"
 #include "cli/verbs/clockverb.h"
 #include "cli/verbs/decodeverb.h"
@@ -13,11 +14,13 @@
 #include "cli/verbs/infoverb.h"
 #include "cli/verbs/measureverb.h"
 #include "cli/verbs/monitorverb.h"
+#include "cli/verbs/reportverb.h"
 #include "cli/verbs/restartverb.h"
 #include "cli/verbs/stopverb.h"
 #include "cli/verbs/updateverb.h"
 #include "cli/words/exitstatus.h"
 #include "cli/words/format.h"
+#include "cli/words/text.h"
 
 namespace Cli
 {
@@ -46,6 +49,29 @@ std::string OneLine(const std::string& text)
     return Printable(QString::fromStdString(text)).toStdString();
 }
 
+/// The options that can be given at the end of what was understood.
+std::vector<std::string> OptionsAt(const CLI::App& app)
+{
+    const std::vector<CLI::App*> chosen = app.get_subcommands();
+    std::vector<std::string> names = chosen.empty() ? std::vector<std::string>() : OptionsAt(*chosen.front());
+    if (chosen.empty() || chosen.front()->get_fallthrough()) {
+        for (const CLI::Option* option : app.get_options()) {
+            names.push_back(option->get_name());
+        }
+    }
+    return names;
+}
+
+/// The complaint with the word that was probably meant, or with the help that lists what there is.
+/// The complaint with the word that was probably meant, or with the help that lists what there is.
+std::string ThereIsNo(const QString& complaint, const std::string& nearest, const char* help)
+{
+    return (nearest.empty()
+                ? Text::tr("%1; %2 lists them").arg(complaint, QLatin1String(help))
+                : Text::tr("%1; did you mean %2?").arg(complaint, QString::fromStdString(nearest)))
+        .toStdString();
+}
+
 } // namespace
 
 Program::Program() : _app(std::make_unique<CLI::App>(Description, "vesmar"))
@@ -53,6 +79,7 @@ Program::Program() : _app(std::make_unique<CLI::App>(Description, "vesmar"))
     constexpr int MostVerbs = 1;
     _app->require_subcommand(0, MostVerbs);
     _app->set_version_flag("--version", Version);
+    _app->add_flag("--json", _isJson, "The same as behind the verb: write JSON");
     ShowUsage(*_app, Usage);
     _app->footer(Footer());
     AddVerb<InfoVerb>();
@@ -66,6 +93,7 @@ Program::Program() : _app(std::make_unique<CLI::App>(Description, "vesmar"))
     AddVerb<DoctorVerb>();
     AddVerb<DecodeVerb>();
     AddVerb<ExplainVerb>();
+    AddVerb<ReportVerb>();
 }
 
 Program::~Program() = default;
@@ -82,6 +110,9 @@ Verb* Program::Parse(int argumentCount, const char* const* arguments, std::ostre
     try {
         _app->parse(argumentCount, arguments);
         if (Verb* verb = ChosenVerb()) {
+            if (_isJson) {
+                verb->WriteJson();
+            }
             return verb;
         }
         throw CLI::ValidationError("no verb given; vesmar --help lists them");
@@ -89,7 +120,7 @@ Verb* Program::Parse(int argumentCount, const char* const* arguments, std::ostre
         *exitStatus = _app->exit(success, output, errors);
     } catch (const CLI::ParseError& error) {
         const Verb* verb = ChosenVerb();
-        errors << "vesmar: " << OneLine(Complaint(error.what())) << '\n'
+        errors << "vesmar: " << OneLine(Complaint(error)) << '\n'
                << (verb != nullptr ? verb->Usage() : Usage);
         *exitStatus = ExitStatus::BadUsage;
     }
@@ -97,12 +128,26 @@ Verb* Program::Parse(int argumentCount, const char* const* arguments, std::ostre
 }
 
 /// A word that stands where a verb belongs is meant as one.
-std::string Program::Complaint(const std::string& usual) const
+std::string Program::Complaint(const CLI::ParseError& error) const
 {
-    const std::vector<std::string> unknown = _app->remaining();
-    const bool isMeantAsVerb =
-        ChosenVerb() == nullptr && !unknown.empty() && unknown.front().rfind('-', 0) != 0;
-    return isMeantAsVerb ? "there is no verb " + unknown.front() + "; vesmar --help lists them" : usual;
+    const std::vector<std::string> unknown = _app->remaining(true);
+    if (unknown.empty() || dynamic_cast<const CLI::RequiredError*>(&error) != nullptr) {
+        return error.what();
+    }
+    const std::string& word = unknown.front();
+    if (word.rfind('-', 0) == 0) {
+        return ThereIsNo(Text::tr("there is no option %1").arg(QString::fromStdString(word)),
+                         NearestTo(word, OptionsAt(*_app)), "--help");
+    }
+    if (ChosenVerb() != nullptr) {
+        return error.what();
+    }
+    std::vector<std::string> verbs;
+    for (const CLI::App* verb : _app->get_subcommands({})) {
+        verbs.push_back(verb->get_name());
+    }
+    return ThereIsNo(Text::tr("there is no verb %1").arg(QString::fromStdString(word)),
+                     NearestTo(word, verbs), "vesmar --help");
 }
 
 Verb* Program::ChosenVerb() const

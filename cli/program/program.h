@@ -7,6 +7,11 @@
 
 #include "cli/kit/verb.h"
 
+namespace CLI
+{
+class ParseError;
+}
+
 namespace Cli
 {
 
@@ -28,10 +33,11 @@ public:
 private:
     template <typename ConcreteVerb>
     void AddVerb();
-    std::string Complaint(const std::string& usual) const;
+    std::string Complaint(const CLI::ParseError& error) const;
     Verb* ChosenVerb() const;
 
     std::unique_ptr<CLI::App> _app;
+    bool _isJson = false; ///< Given before the verb.
     std::vector<std::unique_ptr<Verb>> _verbs;
 };
 

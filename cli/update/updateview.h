@@ -25,7 +25,7 @@ public:
     void ShowEnd(const UpdateEnd& end);
 
     /// Writes what is left. False if not everything could be shown.
-    bool Finish() { return _screen.Finish(); }
+    int Finish(int exitStatus) { return _screen.Finish(exitStatus); }
 
 private:
     void ShowStatus(int number, const char* name);

@@ -15,7 +15,7 @@ namespace
 
 constexpr VerbTexts Texts{
     "info", "Show the instrument's identity and clocks",
-    "Usage: vesmar info [--json] [--timeout SECONDS] [--trace]\n",
+    "Usage: vesmar info [--json] [--timeout TIME] [--trace]\n",
     "Connects, waits until the identity and both clocks have been read, shows them with\n"
     "the instrument's mode and error, and ends. A function that is active while no program\n"
     "attends it is told on the error output, and told to stop.\n"

@@ -13,6 +13,8 @@ namespace Cli
 namespace
 {
 
+using Form = MeasurementView::Form;
+
 constexpr VerbTexts Texts{
     "measure", "Run a measurement, from its settings to its result",
     "Usage: vesmar measure FUNCTION [OPTIONS]\n"
@@ -75,6 +77,11 @@ void MeasureVerb::CheckFunction() const
     if (!extras.empty()) {
         throw CLI::ExtrasError(extras);
     }
+    if (OutputForm() == Form::Csv && Options().isJson) {
+        throw CLI::ValidationError("--csv",
+                                   "the standard output is either JSON or CSV; name a file, or leave "
+                                   "--json out");
+    }
 }
 
 VesmarClient::MeasurementTimeouts MeasureVerb::Timeouts() const
@@ -82,11 +89,20 @@ VesmarClient::MeasurementTimeouts MeasureVerb::Timeouts() const
     return {static_cast<int>(_prepareTimeout.count()), static_cast<int>(_stopTimeout.count())};
 }
 
+MeasurementView::Form MeasureVerb::OutputForm() const
+{
+    if (_functions.CsvFile() == QLatin1String("-")) {
+        return Form::Csv;
+    }
+    return Options().isJson ? Form::Json : Form::Text;
+}
+
 int MeasureVerb::Run()
 {
     const MeasureFunction& function = *_functions.Chosen();
     std::unique_ptr<ReadingsFile> file;
-    if (!_functions.CsvFile().isEmpty()) {
+    const Form form = OutputForm();
+    if (!_functions.CsvFile().isEmpty() && form != Form::Csv) {
         file = std::make_unique<ReadingsFile>(_functions.CsvFile(), CsvHeader(function.info));
         if (!file->Problem().isEmpty()) {
             WriteError(file->Problem());
@@ -95,11 +111,9 @@ int MeasureVerb::Run()
     }
     IgnoreHaltingSignals();
     Connection connection(Options());
-    MeasurementView view(function.settings, Options().isJson, file.get());
+    MeasurementView view(function.settings, form, file.get());
     const MeasurementRun run(connection, view, function.settings, Timeouts());
-    const int exitStatus = connection.Work();
-    const bool isWhole = view.Finish();
-    return exitStatus == ExitStatus::Done && !isWhole ? ExitStatus::NotDone : exitStatus;
+    return view.Finish(connection.Work());
 }
 
 } // namespace Cli

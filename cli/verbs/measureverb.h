@@ -21,6 +21,7 @@ public:
 
 private:
     void CheckFunction() const;
+    MeasurementView::Form OutputForm() const;
 
     std::chrono::milliseconds _prepareTimeout{VesmarClient::MeasurementTimeouts().prepare};
     std::chrono::milliseconds _stopTimeout{VesmarClient::MeasurementTimeouts().stop};

@@ -17,7 +17,7 @@ using VesmarClient::LinkState;
 
 constexpr VerbTexts Texts{
     "monitor", "Show every change of every property as it happens",
-    "Usage: vesmar monitor [--for SECONDS] [--json] [--timeout SECONDS] [--trace]\n",
+    "Usage: vesmar monitor [--for TIME] [--json] [--timeout TIME] [--trace]\n",
     "Connects, and shows each change with the time at which it was told, until Ctrl-C,\n"
     "SIGTERM, SIGHUP or the time given. A loss of the link shows as ErrorCode 103 and,\n"
     "if it lasts, 100, and the program goes on. Whenever the identity has been read, the\n"

@@ -17,7 +17,7 @@ using VesmarClient::StopJob;
 
 constexpr VerbTexts Texts{
     "stop", "End whatever runs at the instrument, and prove it",
-    "Usage: vesmar stop [--json] [--timeout SECONDS] [--trace]\n",
+    "Usage: vesmar stop [--json] [--timeout TIME] [--trace]\n",
     "Ends the function that is active at the instrument, whoever has started it, and waits\n"
     "for the proof: the instrument itself reports that no function is active any more. It\n"
     "begins as soon as the line is open, and gives the instrument 20 seconds. A program\n"

@@ -79,9 +79,7 @@ int UpdateVerb::Run()
     Connection connection(Options());
     UpdateView view(Options().isJson);
     const UpdateRun run(connection, view, files, _update);
-    const int exitStatus = connection.Work();
-    const bool isWhole = view.Finish();
-    return exitStatus == ExitStatus::Done && !isWhole ? ExitStatus::NotDone : exitStatus;
+    return view.Finish(connection.Work());
 }
 
 } // namespace Cli

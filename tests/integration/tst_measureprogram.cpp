@@ -164,6 +164,7 @@ private Q_SLOTS:
     void AbortLeavesNoOldReadingsBehind();
     void SignalAbortsTheMeasurement();
     void EndOfTheReaderAbortsTheMeasurement();
+    void OutputThatCannotBeWrittenAbortsTheMeasurement();
     void EndOfTheTerminalAbortsTheMeasurement();
     void UnconfirmedStopIsReported();
     void UnpluggedInstrumentLosesTheLink();
@@ -433,6 +434,14 @@ void TestMeasureProgram::EndOfTheReaderAbortsTheMeasurement()
     QCOMPARE(run->Finish(), 0);
     QCOMPARE(run->Lines().size(), 1);
     VERIFY_CONTAINS(run->Errors(), "nobody reads the output");
+    QVERIFY2(run.HasStopped(9), run.Log().join('\n').constData());
+}
+
+void TestMeasureProgram::OutputThatCannotBeWrittenAbortsTheMeasurement()
+{
+    MeasureRun run(QStringLiteral("hv --time 600 > /dev/full"));
+    QCOMPARE(run->Finish(), 3);
+    VERIFY_CONTAINS(run->Errors(), "(cannot write the output: No space left on device)");
     QVERIFY2(run.HasStopped(9), run.Log().join('\n').constData());
 }
 

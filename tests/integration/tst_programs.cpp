@@ -97,6 +97,12 @@ private Q_SLOTS:
     void MonitorEndsWithASignal();
     void MonitorEndsWithItsReader();
     void TraceOnlyWhenWanted();
+    void TraceHasColoursOnATerminal_data();
+    void TraceHasColoursOnATerminal();
+    void OutputThatCannotBeWritten_data();
+    void OutputThatCannotBeWritten();
+    void ReportHasWhatCanBeFoundOut();
+    void ReportWithoutAnInstrument();
     void DeviceMissing_data();
     void DeviceMissing();
     void LinkThatDoesNotComeUp_data();
@@ -301,12 +307,82 @@ void TestPrograms::TraceOnlyWhenWanted()
     ProgramRun run(SimulatorProgram, SimulatedVesmar("info --trace"));
     QCOMPARE(run.Finish(), 0);
     const QByteArray trace = run.Errors();
-    QVERIFY2(
-        trace.contains("\033[0;34m<<<                              ENTERING INITIALIZATION STATE\033[0m"),
-        trace.constData());
+    VERIFY_CONTAINS(trace, "\n<<<                              ENTERING INITIALIZATION STATE\n");
     VERIFY_CONTAINS(trace, "57122a");
     QVERIFY(!run.Output().contains('\033'));
     QCOMPARE(Shown(run.Lines(), "Serial number"), QByteArray("204815"));
+}
+
+/// The colours of the library are for a terminal alone.
+void TestPrograms::TraceHasColoursOnATerminal_data()
+{
+    QTest::addColumn<bool>("hasColours");
+    QTest::newRow("env -u NO_COLOR") << true;
+    QTest::newRow("env NO_COLOR=1") << false;
+}
+
+void TestPrograms::TraceHasColoursOnATerminal()
+{
+    QFETCH(const bool, hasColours);
+    const QString command =
+        QStringLiteral("%1 %2 run -- %3 info --trace")
+            .arg(QString::fromLatin1(QTest::currentDataTag()), SimulatorProgram, VesmarProgram);
+    ProgramRun terminal(QStringLiteral("script"), {QStringLiteral("--quiet"), QStringLiteral("--command"),
+                                                   command, QStringLiteral("/dev/null")});
+    QCOMPARE(terminal.Finish(), 0);
+    QCOMPARE(terminal.Output().contains("\033[0;34m<<<     "), hasColours);
+    VERIFY_CONTAINS(terminal.Output(), "ENTERING INITIALIZATION STATE");
+}
+
+void TestPrograms::OutputThatCannotBeWritten_data()
+{
+    QTest::addColumn<QString>("arguments");
+    for (const char* arguments : {"--help", "--version", "measure hv --help", "explain"}) {
+        QTest::newRow(arguments) << QString::fromLatin1(arguments);
+    }
+}
+
+void TestPrograms::OutputThatCannotBeWritten()
+{
+    QFETCH(const QString, arguments);
+    ProgramRun run(
+        QStringLiteral("sh"),
+        {QStringLiteral("-c"), QStringLiteral("exec \"$0\" %1 > /dev/full").arg(arguments), VesmarProgram});
+    QCOMPARE(run.Finish(), 3);
+    QCOMPARE(run.Errors(), QByteArray("vesmar: cannot write the output: No space left on device\n"));
+}
+
+void TestPrograms::ReportHasWhatCanBeFoundOut()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("report.txt"));
+    const QByteArray arguments = "report " + path.toLocal8Bit();
+    ProgramRun run(SimulatorProgram, SimulatedVesmar(arguments.constData()));
+    QCOMPARE(run.Finish(), 0);
+    QCOMPARE(run.Output(), "The report is in " + path.toLocal8Bit() + ".\n");
+    const QByteArray report = ContentOf(path);
+    int place = 0;
+    for (const char* part : {"\n== Versions ==\nvesmar ", "\nQt ", "\n== Doctor ==\n", "Exit status: 0\n",
+                             "\n== Instrument ==\n", "204815\n", "Exit status: 0\n", "\n== Trace ==\n",
+                             "read version", "The log is decoded.\n"}) {
+        place = report.indexOf(part, place);
+        QVERIFY2(place >= 0, part);
+    }
+    ProgramRun again(SimulatorProgram, SimulatedVesmar((arguments + " --json").constData()));
+    QCOMPARE(again.Finish(), 1);
+    VERIFY_CONTAINS(again.Errors(), "is there already; name another file, or add --overwrite");
+    QCOMPARE(ContentOf(path), report);
+}
+
+void TestPrograms::ReportWithoutAnInstrument()
+{
+    if (QFileInfo::exists(QLatin1String(SerialDevice))) {
+        QSKIP("This machine has such a serial device.");
+    }
+    ProgramRun run(VesmarProgram, Words(QStringLiteral("report - --log /no/log")));
+    QCOMPARE(run.Finish(), 0);
+    VERIFY_CONTAINS(run.Output(), "The serial device /dev/ttycommunication does not exist.");
+    VERIFY_ENDS(run.Output(), "\n== Trace ==\nNot there: cannot read /no/log: No such file or directory\n");
 }
 
 void TestPrograms::DeviceMissing_data()
@@ -428,7 +504,8 @@ void TestPrograms::BadUseOfAVerb_data()
         {"calibration set", "DATE is required"},
         {"calibration set 2026-02-29", "\"2026-02-29\" is not a date from 2001-01-01 to 2099-12-31"},
         {"calibration set now", "\"now\" is not a date"},
-        {"restart --confirm-timeout never", "\"never\" is not a number of seconds from 0.1 to 86400"},
+        {"restart --confirm-timeout never",
+         "\"never\" is not a time from 0.1 to 86400 seconds, such as 90, 1.5min or 500ms"},
         {"measure",
          "no function given; it is one of rln, iec, rpe, riso, isub, ipe, idelta, it, power, hv, rcd, "
          "rcd-iec"},
@@ -455,7 +532,7 @@ void TestPrograms::BadUseOfAVerb_data()
         {"measure rln --time 5", "--time"},
         {"measure iec --csv readings", "iec gives a single result"},
         {"measure rpe --stop-timeout 0",
-         "--stop-timeout: \"0\" is not a number of seconds from 0.1 to 86400"},
+         "--stop-timeout: \"0\" is not a time from 0.1 to 86400 seconds, such as 90, 1.5min or 500ms"},
         {"measure rcd", "--mode: It has to be given. It is one of ub-re, ia-ta-1, ia-ta-2"},
         {"measure rcd --mode clean-up",
          "--mode: \"clean-up\" is not allowed. It is one of ub-re, ia-ta-1, ia-ta-2."},
@@ -464,7 +541,7 @@ void TestPrograms::BadUseOfAVerb_data()
         {"measure rcd --mode ia-ta-1 --re -1",
          "--re: \"-1\" is not allowed. It is a number from 0 to 1000000."},
         {"measure rcd --mode ia-ta-1 --phase 4", "--phase: \"4\" is not allowed. It is one of 0, 1, 2, 3."},
-        {"measure rcd --mode ub-re --time 5", "not expected: "},
+        {"measure rcd --mode ub-re --time 5", "there is no option --time"},
         {"measure rcd-iec --swap-ln", "--mode: It has to be given. It is one of ia-ta-1, ia-ta-2, clean-up"},
         {"measure rcd-iec --mode ia-ta-1 --csv readings", "--csv: rcd-iec gives a single result"},
         {"measure rcd-iec --mode clean-up --clean-up-time 0",

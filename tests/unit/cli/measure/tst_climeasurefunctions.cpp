@@ -45,6 +45,7 @@ void TestCliMeasureFunctions::OptionsBecomeSettings_data()
         << QVariantMap{{QStringLiteral("time"), QStringLiteral("86400")},
                        {QStringLiteral("method"), QStringLiteral("1")},
                        {QStringLiteral("current"), QStringLiteral("2")}};
+    QTest::newRow("it --time 2min") << QVariantMap{{QStringLiteral("time"), QStringLiteral("120")}};
     QTest::newRow("hv --time unlimited --time-offset 0.5")
         << QVariantMap{{QStringLiteral("time"), QStringLiteral("unlimited")},
                        {QStringLiteral("time-offset"), QStringLiteral("0.5")}};
@@ -105,15 +106,19 @@ void TestCliMeasureFunctions::Refused_data()
     row("rcd --mode ia-ta-2 --re -1", "--re: \"-1\" is not allowed. It is a number from 0 to 1000000.");
     row("rcd --mode ub-re --csv x",
         "--csv: rcd gives a single result; only continuous functions have readings to write to a file");
-    row("rcd-iec --mode ia-ta-1 --with-ub-re", "The following argument was not expected: --with-ub-re");
-    row("rcd --mode ub-re --swap-ln", "The following argument was not expected: --swap-ln");
+    row("rcd-iec --mode ia-ta-1 --with-ub-re", "there is no option --with-ub-re; --help lists them");
+    row("rcd --mode ub-re --swap-ln", "there is no option --swap-ln; --help lists them");
     row("rln --csv x",
         "--csv: rln gives a single result; only continuous functions have readings to write to "
         "a file");
     row("iec --csv x",
         "--csv: iec gives a single result; only continuous functions have readings to write to "
         "a file");
-    row("rln --bad", "The following argument was not expected: --bad");
+    row("it --time 1x",
+        "--time: \"1x\" is not allowed. It is a whole number from 1 to 86400 s, or \"unlimited\".");
+    row("it --json --csv -",
+        "--csv: the standard output is either JSON or CSV; name a file, or leave --json out");
+    row("rln --bad", "there is no option --bad; --help lists them");
     row("rpe --current 4", "--current: \"4\" is not allowed. It is one of 0, 1, 2, 3.");
     row("riso --mode 3", "--mode: \"3\" is not allowed. It is one of 1, 2, 4.");
     row("it --time 1.5",
@@ -150,7 +155,7 @@ void TestCliMeasureFunctions::Help()
     QVERIFY(measure.Output().contains("switch it off at the instrument"));
     const QByteArray hv = Measure(QStringLiteral("hv --help")).Output();
     QVERIFY(
-        hv.contains("  --time SECONDS|unlimited    How long to measure (default 5), or \"unlimited\": until "
+        hv.contains("  --time TIME|unlimited       How long to measure (default 5), or \"unlimited\": until "
                     "Ctrl-C\n"));
     QVERIFY(hv.contains("  --mode 1|2                  The instrument's number (default 1)\n"));
     const QByteArray rcd = Measure(QStringLiteral("rcd --help")).Output();

@@ -64,9 +64,11 @@ Cli::MeasurementEnd LostWhilePreparing()
     return end;
 }
 
+using Form = Cli::MeasurementView::Form;
+
 /// What the view shows where the output is no terminal.
 template <typename Show>
-QByteArray Written(const VesmarClient::Settings& settings, bool isJson, const Show& show)
+QByteArray Written(const VesmarClient::Settings& settings, Form form, const Show& show)
 {
     QTemporaryFile file;
     QTemporaryFile errors;
@@ -76,9 +78,9 @@ QByteArray Written(const VesmarClient::Settings& settings, bool isJson, const Sh
     {
         const Redirection output(STDOUT_FILENO, file.handle());
         const Redirection errorOutput(STDERR_FILENO, errors.handle());
-        Cli::MeasurementView view(settings, isJson, nullptr);
+        Cli::MeasurementView view(settings, form, nullptr);
         show(view);
-        view.Finish();
+        view.Finish(0);
     }
     file.seek(0);
     return file.readAll();
@@ -107,6 +109,7 @@ private Q_SLOTS:
     void GapIsAnEvent();
     void FileIsOverwritten();
     void FileThatCannotBeWritten_data();
+    void ReadingsAlone();
     void FileThatCannotBeWritten();
 };
 
@@ -255,7 +258,7 @@ void TestCliMeasurement::ResultAsJson()
 void TestCliMeasurement::DangerLastsUntilTheStop()
 {
     const auto lineIn = [](const char* function, Phase phase) {
-        return Written(VesmarClient::Settings(function), false, [phase](Cli::MeasurementView& view) {
+        return Written(VesmarClient::Settings(function), Form::Text, [phase](Cli::MeasurementView& view) {
             view.ShowPhase(phase);
             view.ShowGap({0, 1000});
         });
@@ -269,18 +272,19 @@ void TestCliMeasurement::DangerLastsUntilTheStop()
 
 void TestCliMeasurement::EachStatusIsToldOnce()
 {
-    const QByteArray shown = Written(VesmarClient::Settings("it"), true, [](Cli::MeasurementView& view) {
-        for (const Phase phase : {Phase::Preparing, Phase::Starting, Phase::Running}) {
-            view.ShowPhase(phase);
-        }
-        const VesmarClient::Result result(VesmarClient::Function::IT, Readings, Noon());
-        view.ShowResult(result);
-        view.ShowResult(result);
-        view.ShowPhase(Phase::Stopping);
-        view.ShowResult(result);
-        view.ShowPhase(Phase::Confirming);
-        QCOMPARE(view.ShowEnd(EndWith(Outcome::Completed, true)), 0);
-    });
+    const QByteArray shown =
+        Written(VesmarClient::Settings("it"), Form::Json, [](Cli::MeasurementView& view) {
+            for (const Phase phase : {Phase::Preparing, Phase::Starting, Phase::Running}) {
+                view.ShowPhase(phase);
+            }
+            const VesmarClient::Result result(VesmarClient::Function::IT, Readings, Noon());
+            view.ShowResult(result);
+            view.ShowResult(result);
+            view.ShowPhase(Phase::Stopping);
+            view.ShowResult(result);
+            view.ShowPhase(Phase::Confirming);
+            QCOMPARE(view.ShowEnd(EndWith(Outcome::Completed, true)), 0);
+        });
     CheckRun(shown, 0);
     QByteArrayList statuses;
     for (const QByteArray& line : shown.split('\n')) {
@@ -295,9 +299,10 @@ void TestCliMeasurement::EachStatusIsToldOnce()
 
 void TestCliMeasurement::GapIsAnEvent()
 {
-    const QByteArray shown = Written(VesmarClient::Settings("it"), true, [](Cli::MeasurementView& view) {
-        view.ShowGap({1250, 1001});
-    });
+    const QByteArray shown =
+        Written(VesmarClient::Settings("it"), Form::Json, [](Cli::MeasurementView& view) {
+            view.ShowGap({1250, 1001});
+        });
     QVERIFY2(shown.startsWith(R"({"begin":1.25,"duration":1.001,"event":"gap","time":)"), shown.constData());
     QCOMPARE(ProblemOfEvent(shown), QString());
 }
@@ -323,6 +328,20 @@ void TestCliMeasurement::FileThatCannotBeWritten_data()
     QTest::newRow("folder missing") << QStringLiteral("/nonexistent/x") << QStringLiteral("No such file");
     QTest::newRow("a folder") << QStringLiteral("/") << QStringLiteral("directory");
     QTest::newRow("a device") << QStringLiteral("/dev/null") << QStringLiteral("not a regular file");
+}
+
+/// The standard output has the readings alone.
+void TestCliMeasurement::ReadingsAlone()
+{
+    const QByteArray shown = Written(VesmarClient::Settings("it"), Form::Csv, [](Cli::MeasurementView& view) {
+        view.ShowPhase(VesmarClient::Phase::Running);
+        view.ShowResult({VesmarClient::Function::IT, Readings, Noon()});
+    });
+    const QByteArrayList lines = shown.split('\n');
+    QCOMPARE(lines.size(), 3);
+    QVERIFY2(lines.first().contains(",current"), shown.constData());
+    QVERIFY2(lines.at(1).contains(",0.25"), shown.constData());
+    QCOMPARE(lines.last(), QByteArray());
 }
 
 void TestCliMeasurement::FileThatCannotBeWritten()

@@ -144,7 +144,7 @@ void TestCliLiveScreen::NoLiveLineWithoutATerminal()
         hasLiveLine = screen.HasLiveLine();
         screen.Write("one\ntwo\n");
         screen.Say(QStringLiteral("Three."));
-        isWhole = screen.Finish();
+        isWhole = screen.Finish(0) == 0;
     }
     QVERIFY(!hasLiveLine);
     QVERIFY(isWhole);
@@ -166,7 +166,7 @@ void TestCliLiveScreen::LiveLineGivesWayToOtherLines()
         screen.Write("two\n");
         screen.Draw(QStringLiteral("30 %"));
         screen.Say(QStringLiteral("Three."));
-        screen.Finish();
+        screen.Finish(0);
     }
     QVERIFY(hasLiveLine);
     QCOMPARE(ReadAll(_controller),
@@ -216,7 +216,7 @@ void TestCliLiveScreen::NarrowTerminalLosesNothing()
             shown.Write(QString::fromUtf8(ReadAll(_controller)));
             QCOMPARE(shown.lines, QStringList(QStringLiteral("before")) + Cli::Wrapped(LongText, width - 1));
         }
-        screen.Finish();
+        screen.Finish(0);
     }
 }
 
@@ -245,7 +245,7 @@ void TestCliLiveScreen::ReaderThatIsGone()
         screen.Write("one\n");
         isLostAtOnce = !lost.isEmpty();
         isLost = !lost.isEmpty() || lost.wait();
-        isWhole = screen.Finish();
+        isWhole = screen.Finish(0) == 0;
     }
     QVERIFY(!isLostAtOnce);
     QVERIFY(isLost);

@@ -18,9 +18,8 @@ QStringList Words(const char* words)
 }
 
 constexpr char ProgramUsage[] = "Usage: vesmar VERB [OPTIONS]\n       vesmar VERB --help\n";
-constexpr char InfoUsage[] = "Usage: vesmar info [--json] [--timeout SECONDS] [--trace]\n";
-constexpr char MonitorUsage[] =
-    "Usage: vesmar monitor [--for SECONDS] [--json] [--timeout SECONDS] [--trace]\n";
+constexpr char InfoUsage[] = "Usage: vesmar info [--json] [--timeout TIME] [--trace]\n";
+constexpr char MonitorUsage[] = "Usage: vesmar monitor [--for TIME] [--json] [--timeout TIME] [--trace]\n";
 constexpr char ClockUsage[] = "Usage: vesmar clock [OPTIONS]\n"
                               "       vesmar clock set [DATETIME|now] [OPTIONS]\n";
 constexpr char CalibrationUsage[] = "Usage: vesmar calibration [OPTIONS]\n"
@@ -46,6 +45,7 @@ private Q_SLOTS:
     void RestartWithItsOptions();
     void UpdateWithItsDefaults();
     void UpdateWithEveryOption();
+    void JsonBeforeTheVerb();
     void Seconds_data();
     void Seconds();
     void BadUsage_data();
@@ -164,6 +164,12 @@ void TestCliProgram::UpdateWithEveryOption()
     QVERIFY(update->Options().timeout == milliseconds(2000));
 }
 
+void TestCliProgram::JsonBeforeTheVerb()
+{
+    QVERIFY(ParsedLine(Words("--json info")).verb->Options().isJson);
+    QVERIFY(!ParsedLine(Words("info")).verb->Options().isJson);
+}
+
 void TestCliProgram::Seconds_data()
 {
     QTest::addColumn<QString>("given");
@@ -171,6 +177,10 @@ void TestCliProgram::Seconds_data()
     QTest::newRow("least") << QStringLiteral("0.1") << 100;
     QTest::newRow("most") << QStringLiteral("86400") << 86400000;
     QTest::newRow("exponent") << QStringLiteral("1e1") << 10000;
+    QTest::newRow("milliseconds") << QStringLiteral("500ms") << 500;
+    QTest::newRow("seconds") << QStringLiteral("5 s") << 5000;
+    QTest::newRow("minutes") << QStringLiteral("1.5min") << 90000;
+    QTest::newRow("hours") << QStringLiteral("24h") << 86400000;
     QTest::newRow("rounded") << QStringLiteral("0.1236") << 124;
 }
 
@@ -192,14 +202,17 @@ void TestCliProgram::BadUsage_data()
             << QString::fromLatin1(arguments) << "vesmar: " + QByteArray(complaint) + '\n' + usage;
     };
     row("", "no verb given; vesmar --help lists them", ProgramUsage);
-    row("measured", "there is no verb measured; vesmar --help lists them", ProgramUsage);
-    row("infoo --json", "there is no verb infoo; vesmar --help lists them", ProgramUsage);
+    row("measured", "there is no verb measured; did you mean measure?", ProgramUsage);
+    row("xyzzy", "there is no verb xyzzy; vesmar --help lists them", ProgramUsage);
+    row("info --tiemout 5", "there is no option --tiemout; did you mean --timeout?", InfoUsage);
+    row("clock set --timout 5", "there is no option --timout; did you mean --timeout?", ClockUsage);
+    row("infoo --json", "there is no verb infoo; did you mean info?", ProgramUsage);
     row("decode", "FILE is required", DecodeUsage);
-    row("--bad", "The following argument was not expected: --bad", ProgramUsage);
+    row("--bad", "there is no option --bad; --help lists them", ProgramUsage);
     row("info more", "The following argument was not expected: more", InfoUsage);
     row("info monitor", "The following argument was not expected: monitor", InfoUsage);
-    row("info --bad", "The following argument was not expected: --bad", InfoUsage);
-    row("info --timeout", "--timeout: 1 required SECONDS missing", InfoUsage);
+    row("info --bad", "there is no option --bad; --help lists them", InfoUsage);
+    row("info --timeout", "--timeout: 1 required TIME missing", InfoUsage);
     row("info --json=perhaps", "Could not convert: --json = perhaps", InfoUsage);
     row("clock now", "The following argument was not expected: now", ClockUsage);
     row("clock set soon",
@@ -207,12 +220,14 @@ void TestCliProgram::BadUsage_data()
         ClockUsage);
     row("clock set 1 2 3", "DATETIME: At Most 2 required but received 3", ClockUsage);
     row("clock set --confirm-timeout 0",
-        "--confirm-timeout: \"0\" is not a number of seconds from 0.1 to 86400", ClockUsage);
+        "--confirm-timeout: \"0\" is not a time from 0.1 to 86400 seconds, such as 90, 1.5min or 500ms",
+        ClockUsage);
     row("calibration set", "DATE is required", CalibrationUsage);
     row("calibration set 2000-12-31", "set: \"2000-12-31\" is not a date from 2001-01-01 to 2099-12-31",
         CalibrationUsage);
     row("calibration set 2026-11-21 --confirm-timeout 4.9",
-        "--confirm-timeout: \"4.9\" is not a number of seconds from 5 to 86400", CalibrationUsage);
+        "--confirm-timeout: \"4.9\" is not a time from 5 to 86400 seconds, such as 90, 1.5min or 500ms",
+        CalibrationUsage);
     row("calibration set 2026-11-21 more", "The following argument was not expected: more", CalibrationUsage);
     row("restart now", "The following argument was not expected: now", RestartUsage);
     row("update --confirmation file", "IMAGE is required", UpdateUsage);
@@ -222,13 +237,14 @@ void TestCliProgram::BadUsage_data()
     const char* const timeouts[] = {"0", "0.09", "-1", "nan", "inf", "1e99", "86401", "ten", "1x", "0x10"};
     for (const char* timeout : timeouts) {
         const QByteArray complaint =
-            "--timeout: \"" + QByteArray(timeout) + "\" is not a number of seconds from 0.1 to 86400";
+            "--timeout: \"" + QByteArray(timeout) +
+            "\" is not a time from 0.1 to 86400 seconds, such as 90, 1.5min or 500ms";
         row(("info --timeout " + QByteArray(timeout)).constData(), complaint.constData(), InfoUsage);
     }
     const char* const durations[] = {"-1", "-0.001", "nan", "-inf", "1e99", "86401", "long"};
     for (const char* duration : durations) {
-        const QByteArray complaint =
-            "--for: \"" + QByteArray(duration) + "\" is not a number of seconds from 0 to 86400";
+        const QByteArray complaint = "--for: \"" + QByteArray(duration) +
+                                     "\" is not a time from 0 to 86400 seconds, such as 90, 1.5min or 500ms";
         row(("monitor --for " + QByteArray(duration)).constData(), complaint.constData(), MonitorUsage);
     }
 }
@@ -247,8 +263,8 @@ void TestCliProgram::ErrorIsOneLine()
 {
     const ParsedLine line({QStringLiteral("info"), QStringLiteral("--timeout"), QStringLiteral("1\n2")});
     QCOMPARE(line.status, 1);
-    QCOMPARE(line.Errors(), QByteArray("vesmar: --timeout: \"1\\x0a2\" is not a number of seconds from "
-                                       "0.1 to 86400\n") +
+    QCOMPARE(line.Errors(), QByteArray("vesmar: --timeout: \"1\\x0a2\" is not a time from "
+                                       "0.1 to 86400 seconds, such as 90, 1.5min or 500ms\n") +
                                 InfoUsage);
 }
 
