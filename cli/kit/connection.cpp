@@ -133,7 +133,7 @@ void Connection::ShowUnattended(const QString& sentence, const QJsonObject& fiel
     _screen != nullptr ? _screen->Say(sentence) : WriteError(sentence);
 }
 
-void Connection::SayWhatIsAwaited()
+void Connection::SayWhatIsAwaited() const
 {
     const double limit = std::chrono::duration<double>(_options.timeout).count();
     SayToTerminal(

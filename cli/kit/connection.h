@@ -71,7 +71,7 @@ private:
     void ReceiveLinkState(VesmarClient::LinkState state);
     void FailToOpen(const VesmarClient::Failure& failure);
     void ShowUnattended(const QString& sentence, const QJsonObject& fields);
-    void SayWhatIsAwaited();
+    void SayWhatIsAwaited() const;
     void EndTimeLimit();
     void FailToComeUp();
 
