@@ -1,5 +1,7 @@
 #include "decode/events/event.h"
 
+#include <VesmarClient/functions.h>
+
 #include "client/words/printable.h"
 #include "decode/frames/requests.h"
 
@@ -44,6 +46,20 @@ QString AttemptText(const Event& event)
                                   : Words::tr("attempt %1: ").arg(event.attempt);
 }
 
+VesmarClient::Result ResultOf(const Readings& readings)
+{
+    const auto function = static_cast<VesmarClient::Function>(readings.function);
+    const auto known = VesmarClient::Functions::find(function).readings;
+    QVector<VesmarClient::Reading> values;
+    for (const VesmarClient::DriverReading& reading : readings.values) {
+        const VesmarClient::ReadingInfo info = known.value(values.size());
+        const bool isPresent = VesmarClient::IsPresent(reading.value);
+        values.append({QString::fromLatin1(reading.name), isPresent ? static_cast<double>(reading.value) : 0,
+                       isPresent, info.unit, info.decimals});
+    }
+    return {function, values, {}};
+}
+
 /// The banner without the words that every state has.
 QString StateName(QString banner)
 {
@@ -51,6 +67,20 @@ QString StateName(QString banner)
 }
 
 } // namespace
+
+VesmarClient::Result ResultOf(const Event& event)
+{
+    QVector<FrameWords> all = event.frames;
+    all.prepend(event.answerWords);
+    for (const FrameWords& words : qAsConst(all)) {
+        for (const Field& field : words.fields) {
+            if (const auto* const readings = std::get_if<Readings>(&field.value)) {
+                return ResultOf(*readings);
+            }
+        }
+    }
+    return {};
+}
 
 QString TitleOf(const Event& event)
 {

@@ -8,6 +8,8 @@
 
 #include <optional>
 
+#include <VesmarClient/result.h>
+
 #include "decode/frames/frame.h"
 #include "decode/frames/words.h"
 
@@ -63,6 +65,10 @@ struct Event {
         return kind == Kind::Exchange && HasFailed() && isRepeatedByLink && attempt == MostAttempts;
     }
 };
+
+/// What the event tells of readings; empty where it tells none. A log has no dates: the result has none
+/// either.
+VesmarClient::Result ResultOf(const Event& event);
 
 /// What the event is called: the request's name, the name of the state. Empty for a note.
 QString TitleOf(const Event& event);

@@ -30,10 +30,13 @@ FunctionPage::FunctionPage(Session& session, const FunctionInfo& function)
     _views.addWidget(&_live);
     column->addWidget(&_views, 1);
     column->addWidget(&_result);
+    column->addWidget(&_report);
+    _report.hide();
     column->addWidget(createButtons());
     connect(&session.instrument(), &Instrument::linkStateChanged, this, &FunctionPage::enableButtons);
     connect(&session.instrument(), &Instrument::isBusyChanged, this, &FunctionPage::enableButtons);
     connect(&_form, &OptionForm::changed, this, &FunctionPage::enableButtons);
+    connect(&_report, &ReportBar::failed, &session, &Session::failed);
     enableButtons();
 }
 
@@ -96,6 +99,7 @@ void FunctionPage::start()
         return;
     }
     _result.hide();
+    _report.hide();
     watch(_session.measure(_form.settings()));
     _live.show(_session.record());
     _views.setCurrentWidget(&_live);
@@ -133,6 +137,8 @@ void FunctionPage::showEnd(const RecordPointer& record)
     _phase->clear();
     _times->clear();
     _result.show(record);
+    _report.offer(planRecordOf(record));
+    _report.show();
     _live.refresh();
     _live.show(record->failure);
     enableButtons();

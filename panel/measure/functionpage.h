@@ -6,6 +6,7 @@
 #include "panel/measure/liveview.h"
 #include "panel/measure/optionform.h"
 #include "panel/measure/resultcard.h"
+#include "panel/report/reportbar.h"
 
 namespace Panel
 {
@@ -39,6 +40,7 @@ private:
     OptionForm _form;
     LiveView _live;
     ResultCard _result;
+    ReportBar _report;
     QLabel* _phase;
     QLabel* _times;
     QPushButton* _back;

@@ -15,6 +15,7 @@
 
 #include "panel/kit/theme.h"
 #include "panel/kit/words.h"
+#include "panel/plot/segments.h"
 
 namespace Panel
 {
@@ -25,7 +26,6 @@ using VesmarClient::ReadingInfo;
 namespace
 {
 
-constexpr double ShortestGap = 1;            ///< In seconds; the client's.
 constexpr double ShortestRangeInMinutes = 6; ///< In seconds; less is told in tenths of a second.
 constexpr int AxisWidth = 52;                ///< The same for all, so that times stand below each other.
 constexpr QSize SmallestSize{160, 32};
@@ -42,17 +42,6 @@ public:
                       : duration(std::llround(seconds * 1000));
     }
 };
-
-/// The first index behind `begin` at which the curve is broken.
-int endOfSegment(const QVector<double>& times, const QVector<double>& values, int begin)
-{
-    int end = begin + 1;
-    while (end < times.size() && !std::isnan(values.at(end)) &&
-           times.at(end) - times.at(end - 1) < ShortestGap) {
-        ++end;
-    }
-    return end;
-}
 
 } // namespace
 
@@ -99,21 +88,16 @@ void Lane::draw(const Record& record, double from, double to)
 void Lane::drawCurves()
 {
     const QColor colour = colours().curves.value(_number % colours().curves.size());
-    for (int begin = 0; begin < _values.size();) {
-        if (std::isnan(_values.at(begin))) {
-            ++begin;
-            continue;
-        }
-        const int end = endOfSegment(_times, _values, begin);
+    for (const Segment& segment : segmentsOf(_times, _values)) {
+        const int points = segment.end - segment.begin;
         auto* const curve = new QwtPlotCurve;
-        curve->setRawSamples(_times.constData() + begin, _values.constData() + begin, end - begin);
+        curve->setRawSamples(_times.constData() + segment.begin, _values.constData() + segment.begin, points);
         curve->setPaintAttribute(QwtPlotCurve::FilterPoints);
         curve->setPen(colour, _values.size() < PointsOfBroadCurve ? 2 : 1);
-        if (end - begin == 1) {
+        if (points == 1) {
             curve->setSymbol(new QwtSymbol(QwtSymbol::Ellipse, colour, colour, QSize(9, 9)));
         }
         curve->attach(this);
-        begin = end;
     }
 }
 

@@ -22,6 +22,7 @@ public:
 
     /// Shows this record from now on; call `refresh` when it has grown.
     void show(const RecordPointer& record);
+    const RecordPointer& record() const { return _record; }
     /// Draws soon: as soon as anything new could be seen, and not more often.
     void refresh();
     /// Shows the lane of one reading alone; all of them where the number is negative.

@@ -14,6 +14,7 @@ using VesmarClient::Phase;
 using VesmarClient::Result;
 using VesmarClient::Settings;
 using VesmarClient::StopJob;
+using VesmarClient::UpdateJob;
 
 namespace
 {
@@ -24,6 +25,7 @@ constexpr int TimeBetweenTries = 3000; ///< In milliseconds.
 
 Session::Session()
 {
+    _trace.toCategory();
     _nextTry.setInterval(TimeBetweenTries);
     connect(&_nextTry, &QTimer::timeout, &_instrument, &Instrument::open);
     connect(&_instrument, &Instrument::openFailed, this, &Session::setOpenFailure);
@@ -83,6 +85,12 @@ void Session::keepAlive()
     if (_measurement) {
         _measurement->keepAlive();
     }
+}
+
+UpdateJob* Session::update(const QByteArray& image, const QByteArray& confirmation)
+{
+    _update = _instrument.update(image, confirmation);
+    return _update;
 }
 
 void Session::stop()

@@ -7,6 +7,7 @@
 #include <VesmarClient/tracerouter.h>
 
 #include "panel/session/record.h"
+#include "panel/session/tracelines.h"
 
 namespace Panel
 {
@@ -21,7 +22,7 @@ public:
     Session();
 
     VesmarClient::Instrument& instrument() { return _instrument; }
-    VesmarClient::TraceRouter& trace() { return _trace; }
+    TraceLines& traceLines() { return _traceLines; }
 
     /// Why the line could not be taken; empty while it is open or being opened.
     VesmarClient::Failure openFailure() const { return _openFailure; }
@@ -34,6 +35,10 @@ public:
     /// `KeepAliveInterval`.
     VesmarClient::Measurement* measure(const VesmarClient::Settings& settings);
     static constexpr int KeepAliveInterval = 1000; ///< In milliseconds.
+
+    /// Replaces the firmware. Nothing may end that in the middle.
+    VesmarClient::UpdateJob* update(const QByteArray& image, const QByteArray& confirmation);
+    bool isUpdating() const { return _update && !_update->isFinished(); }
 
     /// The measurement under way; null where there is none.
     VesmarClient::Measurement* measurement() const { return _measurement; }
@@ -62,6 +67,8 @@ Q_SIGNALS:
     void measurementEnded(const Panel::RecordPointer& record);
     void dangerChanged();
     void stopDoubtChanged();
+    /// Something that a person asked for was not done. What the instrument tells is not among it.
+    void failed(const VesmarClient::Failure& failure);
 
 private:
     void setOpenFailure(const VesmarClient::Failure& failure);
@@ -70,11 +77,13 @@ private:
     void decideDanger();
     void setStopInDoubt(bool isInDoubt);
 
+    TraceLines _traceLines; // before the router
     VesmarClient::TraceRouter _trace;
     VesmarClient::Instrument _instrument;
     VesmarClient::Failure _openFailure;
     QTimer _nextTry;
     QPointer<VesmarClient::Measurement> _measurement;
+    QPointer<VesmarClient::UpdateJob> _update;
     QSharedPointer<Record> _record;
     QVector<RecordPointer> _records;
     bool _isDangerous = false;

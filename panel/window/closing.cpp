@@ -17,8 +17,12 @@ void Closing::begin()
 {
     if (_step == Step::None) {
         _step = Step::Stopping;
-        _curtain.show("title", tr("Closing …"),
-                      tr("Whatever is under way is being ended. The window closes when that is done."));
+        _curtain.show(
+            "title", tr("Closing …"),
+            _session.isUpdating()
+                ? tr("Firmware is being sent, which must not be ended in the middle: do not switch the "
+                     "instrument off. The window closes when it is installed.")
+                : tr("Whatever is under way is being ended. The window closes when that is done."));
         _session.stop();
         goOn();
     }

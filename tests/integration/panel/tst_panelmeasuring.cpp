@@ -1,6 +1,6 @@
-#include <QtTest>
-
 #include <QLineEdit>
+#include <QTemporaryDir>
+#include <QtTest>
 
 #include "integration/panel/panelbench.h"
 #include "panel/kit/theme.h"
@@ -14,7 +14,7 @@ class TestPanelMeasuring : public QObject
 
 private Q_SLOTS:
     void initTestCase() { Panel::applyTheme(Panel::Theme::Light); }
-    void FromTheTileToTheResult();
+    void FromTheTileToTheReport();
     void WhatIsWrongStandsBesideTheField();
     void AnUnpluggedCableInTheMiddleIsTold();
     void AGapIsShown();
@@ -43,7 +43,7 @@ void TestPanelMeasuring::Begin(PanelBench& bench)
     AWAIT(bench.session.record()->times.size() > 10);
 }
 
-void TestPanelMeasuring::FromTheTileToTheResult()
+void TestPanelMeasuring::FromTheTileToTheReport()
 {
     PanelBench bench;
     Open(bench, "tile-rpe");
@@ -56,6 +56,11 @@ void TestPanelMeasuring::FromTheTileToTheResult()
     QCOMPARE(bench.Text("stopped"), QStringLiteral("The instrument is confirmed to have stopped."));
     bench.Click("lane"); // sets the cursor
     bench.Shoot("result");
+    const QTemporaryDir folder;
+    bench.Find<QLineEdit>("reportFolder")->setText(folder.path());
+    bench.Click("report");
+    AWAIT(bench.Text("reportWritten").contains(QStringLiteral(".pdf")));
+    bench.Shoot("reported");
 }
 
 void TestPanelMeasuring::WhatIsWrongStandsBesideTheField()

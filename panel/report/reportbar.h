@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QFutureWatcher>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QWidget>
+
+#include "panel/kit/failurecard.h"
+#include "panel/report/reportfiles.h"
+
+namespace Panel
+{
+
+/// Writes the report of what was measured: the folder, the button, and what has become of it.
+class ReportBar : public QWidget
+{
+    Q_OBJECT
+
+public:
+    ReportBar();
+    ~ReportBar() override;
+
+    /// From now on there is this to report. Only what has ended is.
+    void offer(const PlanRecord& plan);
+    /// From now on there is nothing to report.
+    void withdraw();
+
+Q_SIGNALS:
+    void failed(const VesmarClient::Failure& failure);
+
+private:
+    void write();
+    void tell();
+    void showButton();
+
+    PlanRecord _plan;
+    QLineEdit* _folder;
+    QPushButton* _write;
+    QLabel* _written;
+    FailureCard _failure;
+    QFutureWatcher<WrittenReport> _writing;
+};
+
+} // namespace Panel
