@@ -60,6 +60,7 @@ run("${simulator}" --version)
 expect("the version of vesmar-simulator" "${VERSION}")
 run("${simulator}" run -- "${vesmar}" info)
 expect("what vesmar info tells" "PAT")
+run("${prefix}/${BINARIES}/vesmar-appliance-test" --help)
 # Without its guard, which it finds by where it is installed itself, nothing would be measured.
 run("${CMAKE_COMMAND}" -E env --unset=VESMAR_GUARD "${simulator}" run -- "${vesmar}" measure hv --time 1 --time-offset 0)
 
@@ -73,7 +74,9 @@ run("${simulator}" run --faults "${prefix}/${scenario}" -- "${vesmar}" info)
 
 if(HAS_MANUAL)
   expect_installed("${MANUAL}/vesmar.1" "${MANUAL}/vesmar-measure.1" "${MANUAL}/vesmar-simulator.1"
-                   "${COMPLETIONS}/vesmar" "${COMPLETIONS}/vesmar-simulator")
+                   "${COMPLETIONS}/vesmar" "${COMPLETIONS}/vesmar-simulator"
+                   "${COMPLETIONS}/../../zsh/vendor-completions/_vesmar"
+                   "${COMPLETIONS}/../../fish/vendor_completions.d/vesmar-simulator.fish")
   file(READ "${prefix}/${MANUAL}/vesmar.1" output)
   expect("the version on the page of vesmar" "\"vesmar ${VERSION}\"")
 endif()

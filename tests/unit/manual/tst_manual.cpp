@@ -94,6 +94,8 @@ private Q_SLOTS:
     void EveryPageIsMade();
     void Offers_data();
     void Offers();
+    void OffersInOtherShells_data();
+    void OffersInOtherShells();
     void OffersFiles_data();
     void OffersFiles();
 };
@@ -206,6 +208,25 @@ void TestManual::Offers()
     const QByteArray line = QTest::currentDataTag();
     const QString script = line.startsWith("vesmar-simulator ") ? SimulatorScript() : VesmarScript();
     QCOMPARE(Completed(script, line.constData()).join(QLatin1Char(' ')), offered);
+}
+
+void TestManual::OffersInOtherShells_data()
+{
+    QTest::addColumn<QString>("offered");
+    QTest::newRow("vesmar clock set n") << QStringLiteral("now");
+    QTest::newRow("vesmar measure rcd --mode ") << QStringLiteral("ia-ta-1 ia-ta-2 ub-re");
+    QTest::newRow("vesmar-simulator ru") << QStringLiteral("run");
+}
+
+void TestManual::OffersInOtherShells()
+{
+    QFETCH(const QString, offered);
+    const QString line = QString::fromLatin1(QTest::currentDataTag());
+    const QString program = line.section(QLatin1Char(' '), 0, 0);
+    const QString inZsh = ManualFile(QStringLiteral("completions/zsh/_") + program);
+    const QString inFish = ManualFile(QStringLiteral("completions/fish/%1.fish").arg(program));
+    QCOMPARE(CompletedInZsh(inZsh, line.split(QLatin1Char(' '))).join(QLatin1Char(' ')), offered);
+    QCOMPARE(CompletedInFish(inFish, line).join(QLatin1Char(' ')), offered);
 }
 
 void TestManual::OffersFiles_data()
