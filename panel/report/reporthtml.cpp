@@ -154,7 +154,7 @@ QString plots(const Record& record)
         QBuffer png;
         png.open(QIODevice::WriteOnly);
         plotImage(record, i).save(&png, "PNG");
-        html += QStringLiteral("<p><img width=\"640\" src=\"data:image/png;base64,%1\"></p>")
+        html += QStringLiteral("<p><img width=\"640\" height=\"180\" src=\"data:image/png;base64,%1\"></p>")
                     .arg(QString::fromLatin1(png.data().toBase64()));
     }
     return html;

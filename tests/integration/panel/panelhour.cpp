@@ -23,7 +23,7 @@ namespace
 constexpr int TimeBetweenReadings = 100; // In milliseconds.
 constexpr int ReadingsOfMinute = 60 * 1000 / TimeBetweenReadings;
 constexpr double MostOfACore = 0.15;
-constexpr double MostGrowth = 3; // In MiB for an hour, whose readings themselves are 2 MiB.
+constexpr double MostGrowth = 1; // In MiB, from the end of the first record to that of the last one.
 
 double processorSeconds()
 {
@@ -53,20 +53,19 @@ Result readingAt(int number)
     return {VesmarClient::Function::POWER, readings, {}};
 }
 
-/// Feeds the view until the readings are all there, and says what it has cost.
+/// Feeds the view with one record after the other, and says what that has cost.
 class Feeder : public QObject
 {
 public:
-    explicit Feeder(int minutes) : _minutes(minutes)
+    Feeder(int records, int minutes) : _records(records), _minutes(minutes)
     {
-        _record->settings = VesmarClient::Settings("power");
         _view.resize(660, 330);
-        _view.show(_record);
+        beginRecord();
         _view.QWidget::show();
         startTimer(TimeBetweenReadings, Qt::PreciseTimer);
     }
 
-    bool isCheap() const { return _share < MostOfACore && _last - _first < 1 + MostGrowth * _minutes / 60; }
+    bool isCheap() const { return _share < MostOfACore && _memory.last() - _memory.first() < MostGrowth; }
 
 protected:
     void timerEvent(QTimerEvent* /*event*/) override
@@ -74,33 +73,39 @@ protected:
         const int number = _record->times.size();
         _record->append(number * TimeBetweenReadings / 1000.0, readingAt(number));
         _view.refresh();
-        const int minutes = _record->times.size() / ReadingsOfMinute;
-        if (_record->times.size() % ReadingsOfMinute == 0 &&
-            (minutes % 10 == 0 || minutes == 1 || minutes == _minutes)) {
-            tell(minutes);
+        if (_record->times.size() == _minutes * ReadingsOfMinute) {
+            tell();
+            beginRecord();
         }
-        if (minutes == _minutes) {
+        if (_memory.size() == _records) {
             QApplication::quit();
         }
     }
 
 private:
-    void tell(int minutes)
+    void beginRecord()
     {
-        _last = residentMebibytes();
-        _first = _first > 0 ? _first : _last; // Once everything has been drawn.
-        _share = (processorSeconds() - _before) / (minutes * 60);
-        std::printf("%3d min: %.1f %% of a core, %.1f MiB\n", minutes, _share * 100, _last);
+        _record.reset(new Panel::Record);
+        _record->settings = VesmarClient::Settings("power");
+        _view.show(_record);
+    }
+
+    void tell()
+    {
+        _memory.append(residentMebibytes());
+        _share = (processorSeconds() - _before) / (_memory.size() * _minutes * 60);
+        std::printf("%d min: %.1f %% of a core, %.1f MiB\n", _memory.size() * _minutes, _share * 100,
+                    _memory.last());
         std::fflush(stdout);
     }
 
+    int _records;
     int _minutes;
     Panel::LiveView _view{Functions::find(VesmarClient::Function::POWER)};
-    QSharedPointer<Panel::Record> _record{new Panel::Record};
+    QSharedPointer<Panel::Record> _record;
     double _before = processorSeconds();
     double _share = 0;
-    double _first = 0;
-    double _last = 0;
+    QVector<double> _memory; // after each record
 };
 
 } // namespace
@@ -111,7 +116,7 @@ int main(int argc, char** argv)
     qputenv("QT_NO_GLIB", "1"); // Its loop would be one more that has to wait in virtual time.
     QApplication application(argc, argv);
     Panel::applyTheme(Panel::Theme::Light);
-    Feeder feeder(argc > 1 ? QByteArray(argv[1]).toInt() : 60);
+    Feeder feeder(3, argc > 1 ? QByteArray(argv[1]).toInt() : 60);
     QApplication::exec();
     return feeder.isCheap() ? 0 : 1;
 }
