@@ -18,13 +18,14 @@ BareLink::~BareLink()
     close(_port);
 }
 
-void BareLink::Exchange()
+void BareLink::Exchange(const QByteArray& request)
 {
     while (_gapTimer.elapsed() < 10) {
         usleep(1000);
     }
     Read();
-    [[maybe_unused]] const auto written = write(_port, "\x73\xF4\x4E", 3);
+    [[maybe_unused]] const auto written =
+        write(_port, request.constData(), static_cast<size_t>(request.size()));
     tcdrain(_port);
     _responseTimer.start();
     int received = 0;

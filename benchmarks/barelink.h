@@ -5,15 +5,16 @@
 #include <QByteArray>
 #include <QElapsedTimer>
 
-/// A status exchange with the waits that the line needs and nothing else: no checksum, no trace, no answer
-/// kept.
+/// An exchange with the waits that the line needs and nothing else: no checksum, no trace, no answer kept.
 class BareLink
 {
 public:
     explicit BareLink(const QByteArray& devicePath);
     ~BareLink();
+    BareLink(const BareLink&) = delete;
+    BareLink& operator=(const BareLink&) = delete;
 
-    void Exchange();
+    void Exchange(const QByteArray& request);
 
 private:
     int Read();
