@@ -74,9 +74,14 @@ void MeasureReadings()
     RunUntil([&] { return instrument.linkState() == VesmarClient::LinkState::Up; });
     auto* measurement =
         instrument.measure(VesmarClient::Settings(QStringLiteral("rpe")).set(QStringLiteral("time"), 3700));
+    int readings = 0;
+    QObject::connect(measurement, &VesmarClient::Measurement::reading, [&] { ++readings; });
     RunFor(Minute);
     const Memory before = Present();
     RunFor(60 * Minute);
+    if (readings < 10000) {
+        qFatal("The instrument has given too few readings.");
+    }
     PrintGrowth("Client: an hour of readings", before);
     measurement->abort();
     RunUntil([&] { return measurement->isFinished(); });

@@ -101,8 +101,8 @@ Waits MeasureDriver()
     for (int round = 0; round < Rounds() / 3; ++round) {
         tester->Disable();
         waits.opening.Add(TimeToEnable(*tester, peer));
+        RunFor(500); // Until the driver has left its first states, in which it forgets requests.
     }
-    RunFor(500); // The driver begins with forgetting requests.
     for (int round = 0; round < Rounds(); ++round) {
         StartWithDriver(*tester);
         waits.aborts.Add(TimeToStop(peer, round, [&] { tester->AbortMeasurement(); }));
@@ -117,10 +117,16 @@ Waits MeasureDriver()
     return waits;
 }
 
-void Open(Instrument& instrument)
+/// Returns how long it took, in ms.
+double Open(Instrument& instrument)
 {
+    double time = 0;
+    QObject context;
+    const auto start = Peer::Clock::now();
+    QObject::connect(&instrument, &Instrument::linkStateChanged, &context, [&] { time = MsSince(start); });
     instrument.open();
     RunUntil([&] { return instrument.linkState() == VesmarClient::LinkState::Up; });
+    return time;
 }
 
 void Close(Instrument& instrument)
@@ -150,15 +156,8 @@ Waits MeasureClient()
     Peer peer(Delay);
     RedirectSerialDevice(peer.DevicePath());
     Instrument instrument;
-    Peer::Clock::time_point start;
-    QObject::connect(&instrument, &Instrument::linkStateChanged, [&](VesmarClient::LinkState state) {
-        if (state == VesmarClient::LinkState::Up) {
-            waits.opening.Add(MsSince(start));
-        }
-    });
     for (int round = 0; round < Rounds() / 3; ++round) {
-        start = Peer::Clock::now();
-        Open(instrument);
+        waits.opening.Add(Open(instrument));
         Close(instrument);
     }
     Open(instrument);
