@@ -48,7 +48,7 @@ bool HoldButton::event(QEvent* event)
         return true;
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
-        return keyEvent(static_cast<QKeyEvent*>(event)) || QWidget::event(event);
+        return keyEvent(static_cast<QKeyEvent*>(event)) || QPushButton::event(event);
     case QEvent::EnabledChange:
     case QEvent::FocusOut:
     case QEvent::Hide:
@@ -62,9 +62,13 @@ bool HoldButton::event(QEvent* event)
     }
 }
 
-/// The space bar is not the button's: it stops.
+/// Returns whether the key is dealt with. The space bar is not the button's: it stops.
 bool HoldButton::keyEvent(QKeyEvent* event)
 {
+    if (event->key() == Qt::Key_Space) {
+        event->ignore();
+        return true;
+    }
     if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
         return false;
     }

@@ -35,7 +35,7 @@ OptionForm::OptionForm(const FunctionInfo& function) : _function(function.identi
     grid->setHorizontalSpacing(16);
     int place = 0;
     for (const Option& option : function.options) {
-        const bool isWide = option.choices.size() > 0 && option.choices.first().title.size() > 3;
+        const bool isWide = !option.choices.isEmpty() && option.choices.first().title.size() > 3;
         place += isWide ? place % Columns : 0;
         grid->addWidget(createRow(option), place / Columns, place % Columns, 1, isWide ? Columns : 1);
         place += isWide ? Columns : 1;

@@ -72,7 +72,8 @@ void ReadingPlot::show(const RecordPointer& record)
     _pause->setChecked(false);
     clear(_area->layout());
     _lanes.clear();
-    const auto readings = record ? record->function().readings : QVector<VesmarClient::ReadingInfo>();
+    const auto readings =
+        !record.isNull() ? record->function().readings : QVector<VesmarClient::ReadingInfo>();
     for (int i = 0; i < readings.size(); ++i) {
         auto* const lane = new Lane(readings.at(i), i);
         lane->canvas()->installEventFilter(this);
@@ -121,8 +122,8 @@ void ReadingPlot::refresh()
 
 double ReadingPlot::end() const
 {
-    return _record && !_record->times.isEmpty() ? std::max(_record->times.last(), ShortestWidth)
-                                                : ShortestWidth;
+    return !_record.isNull() && !_record->times.isEmpty() ? std::max(_record->times.last(), ShortestWidth)
+                                                          : ShortestWidth;
 }
 
 double ReadingPlot::width() const
@@ -132,7 +133,7 @@ double ReadingPlot::width() const
 
 void ReadingPlot::draw()
 {
-    if (!_record) {
+    if (_record.isNull()) {
         return;
     }
     const double right = _right < 0 ? end() : _right;
@@ -219,7 +220,7 @@ bool ReadingPlot::eventFilter(QObject* watched, QEvent* event)
 /// The arrow keys move the cursor, + and - zoom.
 void ReadingPlot::keyPressEvent(QKeyEvent* event)
 {
-    if (!_record || _record->times.isEmpty()) {
+    if (_record.isNull() || _record->times.isEmpty()) {
         return;
     }
     const int last = _record->times.size() - 1;

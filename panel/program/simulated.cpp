@@ -43,6 +43,7 @@ QString becomeSimulated(int argumentCount, char** arguments)
         }
     }
     std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
     for (std::string& word : words) {
         pointers.push_back(word.data());
     }

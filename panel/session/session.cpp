@@ -82,7 +82,7 @@ Measurement* Session::measure(const Settings& settings)
 
 void Session::keepAlive()
 {
-    if (_measurement) {
+    if (_measurement != nullptr) {
         _measurement->keepAlive();
     }
 }
@@ -95,7 +95,7 @@ UpdateJob* Session::update(const QByteArray& image, const QByteArray& confirmati
 
 void Session::stop()
 {
-    if (_measurement) {
+    if (_measurement != nullptr) {
         _measurement->abort();
     }
 }
@@ -135,9 +135,9 @@ void Session::setStopInDoubt(bool isInDoubt)
 
 void Session::decideDanger()
 {
-    const bool isLastDangerous = _record && _record->function().isDangerous;
+    const bool isLastDangerous = !_record.isNull() && _record->function().isDangerous;
     const bool isActive = Functions::find(_instrument.activeFunction()).isDangerous;
-    const bool isDangerous = isActive || (isLastDangerous && (_measurement || _isStopInDoubt));
+    const bool isDangerous = isActive || (isLastDangerous && (_measurement != nullptr || _isStopInDoubt));
     if (isDangerous != _isDangerous) {
         _isDangerous = isDangerous;
         Q_EMIT dangerChanged();

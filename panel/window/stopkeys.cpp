@@ -22,10 +22,15 @@ bool StopKeys::isStop(const QEvent& event) const
 
 bool StopKeys::eventFilter(QObject* /*watched*/, QEvent* event)
 {
-    if (_session.measurement() == nullptr || !isStop(*event)) {
+    const bool isMeasuring = _session.measurement() != nullptr;
+    if ((!isMeasuring && !_session.isDangerous()) || !isStop(*event)) {
         return false;
     }
-    _session.stop();
+    if (isMeasuring) {
+        _session.stop();
+    } else if (!_session.instrument().isBusy()) {
+        _session.proveStop();
+    }
     return true;
 }
 

@@ -5,8 +5,9 @@
 namespace Panel
 {
 
-/// The keys that end a measurement, whatever has the keyboard: Escape any, the space bar one with a dangerous
-/// voltage.
+/// The keys that end a measurement, whatever has the keyboard: Escape any, the space bar whatever has a
+/// dangerous voltage. Both ask an instrument to stop that runs without a measurement, or is not known to have
+/// stopped.
 class StopKeys : public QObject
 {
     Q_OBJECT
