@@ -13,7 +13,8 @@ namespace
 
 enum Column { NameColumn, StateColumn, ReadingsColumn, ColumnCount };
 
-QColor colourOf(StepState state)
+/// None for the plain text, whose colour is that of the theme.
+QVariant colourOf(StepState state)
 {
     switch (state) {
     case StepState::Passed:
@@ -26,7 +27,7 @@ QColor colourOf(StepState state)
     case StepState::Running:
         return colours().accent;
     default:
-        return colours().text;
+        return {};
     }
 }
 
@@ -60,7 +61,7 @@ void StepTable::showStep(int step, const StepRecord& record)
 {
     item(step, NameColumn)->setText(record.step.name);
     item(step, StateColumn)->setText(words(record.state));
-    item(step, StateColumn)->setForeground(colourOf(record.state));
+    item(step, StateColumn)->setData(Qt::ForegroundRole, colourOf(record.state));
     QString text = readingsOf(record);
     if (record.state == StepState::NotMeasured) {
         text = record.record->failure.whatHappened + QLatin1Char(' ') + record.record->failure.nextStep;
