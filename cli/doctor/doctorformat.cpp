@@ -1,7 +1,6 @@
 #include "cli/doctor/doctorformat.h"
 
 #include <QJsonArray>
-#include <QStringList>
 
 #include <algorithm>
 #include <cmath>
@@ -9,6 +8,7 @@
 #include "cli/doctor/doctorverdict.h"
 #include "cli/words/advice.h"
 #include "cli/words/format.h"
+#include "cli/words/text.h"
 
 namespace Cli
 {
@@ -27,38 +27,34 @@ constexpr mode_t PermissionBits = 07777;
 QString Kind(const DeviceFindings& device)
 {
     if (!device.IsCharacterDevice()) {
-        return QStringLiteral("no character device");
+        return Text::tr("no character device");
     }
     if (device.openError != 0) {
-        return QStringLiteral("a character device that cannot be opened: ") +
-               qt_error_string(device.openError);
+        return Text::tr("a character device that cannot be opened: %1")
+            .arg(qt_error_string(device.openError));
     }
-    return device.isTerminal ? QStringLiteral("a terminal")
-                             : QStringLiteral("a character device, but no terminal");
+    return device.isTerminal ? Text::tr("a terminal") : Text::tr("a character device, but no terminal");
 }
 
 QString Rights(mode_t bits)
 {
-    QStringList rights;
-    if ((bits & ReadBit) != 0) {
-        rights.append(QStringLiteral("read"));
-    }
+    const bool isReadable = (bits & ReadBit) != 0;
     if ((bits & WriteBit) != 0) {
-        rights.append(QStringLiteral("write"));
+        return isReadable ? Text::tr("read and write") : Text::tr("write");
     }
-    return rights.isEmpty() ? QStringLiteral("nothing") : rights.join(QStringLiteral(" and "));
+    return isReadable ? Text::tr("read") : Text::tr("nothing");
 }
 
 /// What this user may do.
 QString OwnRights(const DeviceFindings& device)
 {
     if (device.isReadable && device.isWritable) {
-        return QStringLiteral("may read and write");
+        return Text::tr("may read and write");
     }
     if (!device.isReadable && !device.isWritable) {
-        return QStringLiteral("may neither read nor write");
+        return Text::tr("may neither read nor write");
     }
-    return device.isReadable ? QStringLiteral("may only read") : QStringLiteral("may only write");
+    return device.isReadable ? Text::tr("may only read") : Text::tr("may only write");
 }
 
 /// The time to a tenth of a millisecond.
@@ -82,8 +78,8 @@ QByteArray BarLine(const TimeBucket& bucket)
 {
     constexpr int NumberWidth = 4;
     constexpr int LabelWidth = 13;
-    const QString limit = bucket.below ? QStringLiteral("below %1 ms").arg(*bucket.below, NumberWidth)
-                                       : QStringLiteral("later");
+    const QString limit =
+        bucket.below ? Text::tr("below %1 ms").arg(*bucket.below, NumberWidth) : Text::tr("later");
     const QString count = QString::number(bucket.count).rightJustified(NumberWidth);
     const QString bar =
         bucket.count > 0 ? QStringLiteral("  ") + QString(bucket.count, QLatin1Char('#')) : QString();
@@ -136,15 +132,15 @@ QByteArray DeviceText(const DeviceFindings& device)
 {
     QString text = DevicePath();
     if (!device.IsThere()) {
-        text +=
-            device.target.isEmpty() ? QString() : QStringLiteral(" is a link to ") + Printable(device.target);
-        return InfoLine(QStringLiteral("Device"),
-                        text + QStringLiteral(": ") + qt_error_string(device.pathError));
+        if (!device.target.isEmpty()) {
+            text = Text::tr("%1 is a link to %2").arg(text, Printable(device.target));
+        }
+        return InfoLine(Text::tr("Device"), text + QStringLiteral(": ") + qt_error_string(device.pathError));
     }
     if (device.target != text) {
-        text += QStringLiteral(" leads to ") + Printable(device.target);
+        text = Text::tr("%1 leads to %2").arg(text, Printable(device.target));
     }
-    return InfoLine(QStringLiteral("Device"), text + QStringLiteral(", ") + Kind(device));
+    return InfoLine(Text::tr("Device"), text + QStringLiteral(", ") + Kind(device));
 }
 
 QJsonObject DeviceJson(const DeviceFindings& device)
@@ -161,13 +157,13 @@ QJsonObject DeviceJson(const DeviceFindings& device)
 QByteArray PermissionsText(const DeviceFindings& device)
 {
     const mode_t mode = device.identity.st_mode;
-    QByteArray text = InfoLine(QStringLiteral("Permissions"),
-                               QStringLiteral("owner %1: %2; group %3: %4; others: %5")
-                                   .arg(device.owner, Rights(mode >> OwnerShift), device.group,
-                                        Rights(mode >> GroupShift), Rights(mode)));
+    QByteArray text =
+        InfoLine(Text::tr("Permissions"), Text::tr("owner %1: %2; group %3: %4; others: %5")
+                                              .arg(device.owner, Rights(mode >> OwnerShift), device.group,
+                                                   Rights(mode >> GroupShift), Rights(mode)));
     const QString group = GroupToJoin(device);
-    const QString advice = group.isEmpty() ? QString() : QStringLiteral("; members of %1 may").arg(group);
-    return text + InfoLine(QStringLiteral("This user"), OwnRights(device) + advice);
+    const QString advice = group.isEmpty() ? QString() : Text::tr("; members of %1 may").arg(group);
+    return text + InfoLine(Text::tr("This user"), OwnRights(device) + advice);
 }
 
 QJsonObject PermissionsJson(const DeviceFindings& device)
@@ -188,13 +184,13 @@ QByteArray HoldersText(const DeviceHolders& holders)
 {
     QByteArray text;
     for (const VesmarClient::DeviceHolder& holder : holders.programs) {
-        text += InfoLine(QStringLiteral("Held by"), VesmarClient::ShowHolder(holder));
+        text += InfoLine(Text::tr("Held by"), VesmarClient::ShowHolder(holder));
     }
     const QString nobody =
         holders.isComplete
-            ? QStringLiteral("nobody else")
-            : QStringLiteral("nobody else that can be seen; programs of other users show to root only");
-    return text.isEmpty() ? InfoLine(QStringLiteral("Held by"), nobody) : text;
+            ? Text::tr("nobody else")
+            : Text::tr("nobody else that can be seen; programs of other users show to root only");
+    return text.isEmpty() ? InfoLine(Text::tr("Held by"), nobody) : text;
 }
 
 QJsonObject HoldersJson(const DeviceHolders& holders)
@@ -209,27 +205,26 @@ QJsonObject HoldersJson(const DeviceHolders& holders)
 
 QByteArray AnswersText(const LineRecord& line)
 {
-    QByteArray text = InfoLine(QStringLiteral("Answers"),
-                               QStringLiteral("of %1 requests %2 proper, %3 refused, %4 damaged, %5 silent")
-                                   .arg(line.Asked())
-                                   .arg(line.Count(LineAnswer::Proper))
-                                   .arg(line.Count(LineAnswer::Refused))
-                                   .arg(line.Count(LineAnswer::Damaged))
-                                   .arg(line.Count(LineAnswer::Silent)));
+    QByteArray text =
+        InfoLine(Text::tr("Answers"), Text::tr("of %1 requests %2 proper, %3 refused, %4 damaged, %5 silent")
+                                          .arg(line.Asked())
+                                          .arg(line.Count(LineAnswer::Proper))
+                                          .arg(line.Count(LineAnswer::Refused))
+                                          .arg(line.Count(LineAnswer::Damaged))
+                                          .arg(line.Count(LineAnswer::Silent)));
     if (line.LineError() != 0) {
-        text +=
-            InfoLine(QStringLiteral("Line"), QStringLiteral("broken: ") + qt_error_string(line.LineError()));
+        text += InfoLine(Text::tr("Line"), Text::tr("broken: %1").arg(qt_error_string(line.LineError())));
     }
     if (const std::optional<TimeRange> times = line.Times()) {
-        text += InfoLine(QStringLiteral("Answer times"),
-                         QStringLiteral("fastest %1, median %2, slowest %3")
+        text += InfoLine(Text::tr("Answer times"),
+                         Text::tr("fastest %1, median %2, slowest %3")
                              .arg(Milliseconds(times->fastest), Milliseconds(times->median),
                                   Milliseconds(times->slowest)));
         text += HistogramText(line.Histogram());
     }
     if (line.LateCount() > 0) {
-        text += InfoLine(QStringLiteral("Too late"),
-                         QStringLiteral("%1 later than %2 ms; a lost link does not return with them")
+        text += InfoLine(Text::tr("Too late"),
+                         Text::tr("%1 later than %2 ms; a lost link does not return with them")
                              .arg(line.LateCount())
                              .arg(LineRecord::LatestForRecovery));
     }
@@ -254,15 +249,15 @@ QJsonObject AnswersJson(const LineRecord& line)
 
 QByteArray ConditionText(const Vesmar::Status& status)
 {
-    QByteArray text = InfoLine(QStringLiteral("Mode"), Show(status.mode).text) +
-                      InfoLine(QStringLiteral("Function"), Show(status.function).text);
+    QByteArray text = InfoLine(Text::tr("Mode"), Show(status.mode).text) +
+                      InfoLine(Text::tr("Function"), Show(status.function).text);
     if (status.functionState) {
-        text += InfoLine(QStringLiteral("Function state"), Show(*status.functionState).text);
+        text += InfoLine(Text::tr("Function state"), Show(*status.functionState).text);
     }
     if (status.startTestResult) {
-        text += InfoLine(QStringLiteral("Start test"), Show(*status.startTestResult).text);
+        text += InfoLine(Text::tr("Start test"), Show(*status.startTestResult).text);
     }
-    text += InfoLine(QStringLiteral("Error"), Show(status.error).text);
+    text += InfoLine(Text::tr("Error"), Show(status.error).text);
     return status.error == Error::NoErrors
                ? text
                : text + AdviceText(static_cast<VesmarClient::Error>(status.error));

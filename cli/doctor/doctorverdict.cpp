@@ -46,8 +46,8 @@ Ending Missing(const DeviceFindings& device)
 {
     if (device.pathError == ENOENT && !device.target.isEmpty()) {
         return NoLink(QStringLiteral("device-missing"),
-                      QStringLiteral("The serial device %1 is a link to %2, which does not exist. Plug the "
-                                     "adapter in, or let the link lead to the line that there is.")
+                      Text::tr("The serial device %1 is a link to %2, which does not exist. Plug the "
+                               "adapter in, or let the link lead to the line that there is.")
                           .arg(DevicePath(), Printable(device.target)));
     }
     return Failed(ExitStatus::NoLink, FailureOf(VesmarClient::NotOpened(device.pathError)));
@@ -55,47 +55,46 @@ Ending Missing(const DeviceFindings& device)
 
 Ending NoSerialLine(const QString& whatItIs)
 {
-    return NoLink(
-        QStringLiteral("device-unusable"),
-        QStringLiteral("%1 is no serial line: it is %2. Let this name lead to the serial line that the "
-                       "instrument is wired to.")
-            .arg(DevicePath(), whatItIs));
+    return NoLink(QStringLiteral("device-unusable"),
+                  Text::tr("%1 is no serial line: it is %2. Let this name lead to the serial line that the "
+                           "instrument is wired to.")
+                      .arg(DevicePath(), whatItIs));
 }
 
 Ending NotPermitted(const DeviceFindings& device)
 {
     const QString group = GroupToJoin(device);
-    const QString whatToDo =
-        group.isEmpty() ? QStringLiteral("Let the administrator give the device a group that may read and "
-                                         "write it, and join that.")
-                        : QStringLiteral("Join the group %1 (sudo usermod -a -G %1 \"$USER\") and log in "
-                                         "again.")
-                              .arg(group);
-    return NoLink(QStringLiteral("no-permission"),
-                  QStringLiteral("No permission to read and write the serial device %1. %2")
-                      .arg(DevicePath(), whatToDo));
+    const QString whatToDo = group.isEmpty()
+                                 ? Text::tr("Let the administrator give the device a group that may read and "
+                                            "write it, and join that.")
+                                 : Text::tr("Join the group %1 (sudo usermod -a -G %1 \"$USER\") and log in "
+                                            "again.")
+                                       .arg(group);
+    return NoLink(
+        QStringLiteral("no-permission"),
+        Text::tr("No permission to read and write the serial device %1. %2").arg(DevicePath(), whatToDo));
 }
 
 Ending Held(const DeviceHolders& holders)
 {
     return NoLink(QStringLiteral("held"),
-                  QStringLiteral("The serial device %1 is held by %2, so nothing was sent: a measurement may "
-                                 "be running. End that program, and run vesmar doctor again.")
+                  Text::tr("The serial device %1 is held by %2, so nothing was sent: a measurement may "
+                           "be running. End that program, and run vesmar doctor again.")
                       .arg(DevicePath(), VesmarClient::ShowHolders(holders.programs)));
 }
 
 Failure Broken(const LineRecord& line)
 {
     return {QStringLiteral("line-broken"),
-            QStringLiteral("The line broke while the instrument was asked: %1. Check the adapter and its "
-                           "plug, and run vesmar doctor again.")
+            Text::tr("The line broke while the instrument was asked: %1. Check the adapter and its "
+                     "plug, and run vesmar doctor again.")
                 .arg(qt_error_string(line.LineError()))};
 }
 
 /// What the requests got that have no proper answer.
 QString WhatOthersGot(const LineRecord& line)
 {
-    return QStringLiteral("%1 got a refusal, %2 a damaged answer and %3 none")
+    return Text::tr("%1 got a refusal, %2 a damaged answer and %3 none")
         .arg(line.Count(LineAnswer::Refused))
         .arg(line.Count(LineAnswer::Damaged))
         .arg(line.Count(LineAnswer::Silent));
@@ -114,28 +113,27 @@ Ending WithoutProperAnswer(const LineRecord& line)
         return Failed(ExitStatus::NoLink, LineFailure(Error::InvalidResponse, line));
     }
     return NoLink(QStringLiteral("no-proper-answer"),
-                  QStringLiteral("None of %1 requests got a proper answer: %2. Check cable and power, and "
-                                 "that the instrument is of the right kind.")
+                  Text::tr("None of %1 requests got a proper answer: %2. Check cable and power, and "
+                           "that the instrument is of the right kind.")
                       .arg(asked)
                       .arg(WhatOthersGot(line)));
 }
 
 Failure Unreliable(const LineRecord& line)
 {
-    return {
-        QStringLiteral("unreliable"),
-        QStringLiteral("The link is unreliable: of %1 requests, %2. Check cable, shield and plugs, and run "
-                       "vesmar doctor again.")
-            .arg(line.Asked())
-            .arg(WhatOthersGot(line))};
+    return {QStringLiteral("unreliable"),
+            Text::tr("The link is unreliable: of %1 requests, %2. Check cable, shield and plugs, and run "
+                     "vesmar doctor again.")
+                .arg(line.Asked())
+                .arg(WhatOthersGot(line))};
 }
 
 Failure Late(const LineRecord& line)
 {
     return {QStringLiteral("late"),
-            QStringLiteral("The link is too slow: %1 of %2 answers came later than %3 ms, and a lost link "
-                           "would not come back with those. Check whether the adapter or another load of "
-                           "this computer delays them, and switch the instrument off and on again.")
+            Text::tr("The link is too slow: %1 of %2 answers came later than %3 ms, and a lost link "
+                     "would not come back with those. Check whether the adapter or another load of "
+                     "this computer delays them, and switch the instrument off and on again.")
                 .arg(line.LateCount())
                 .arg(line.Asked())
                 .arg(LineRecord::LatestForRecovery)};
@@ -147,8 +145,8 @@ Failure WrongMode(OperationMode mode)
         return InUpdateMode();
     }
     return {QStringLiteral("wrong-mode"),
-            QStringLiteral("The link is sound, but the instrument is in the mode %1, in which it does not "
-                           "measure. Run vesmar restart.")
+            Text::tr("The link is sound, but the instrument is in the mode %1, in which it does not "
+                     "measure. Run vesmar restart.")
                 .arg(NameAndNumber(mode))};
 }
 
@@ -163,7 +161,7 @@ Failure Unattended(const Vesmar::Status& status)
 
 Failure Reported(Error error)
 {
-    return {QString(), QStringLiteral("The link is sound, but the instrument reports %1. %2")
+    return {QString(), Text::tr("The link is sound, but the instrument reports %1. %2")
                            .arg(NameAndNumber(error), VesmarClient::Advice(error).nextStep)};
 }
 
@@ -189,13 +187,13 @@ std::optional<Ending> FindObstacle(const DeviceFindings& device, const DeviceHol
         return Missing(device);
     }
     if (!device.IsCharacterDevice()) {
-        return NoSerialLine(QStringLiteral("no character device"));
+        return NoSerialLine(Text::tr("no character device"));
     }
     if (!device.isReadable || !device.isWritable) {
         return NotPermitted(device);
     }
     if (device.IsNoTerminal()) {
-        return NoSerialLine(QStringLiteral("no terminal"));
+        return NoSerialLine(Text::tr("no terminal"));
     }
     if (!holders.programs.isEmpty()) {
         return Held(holders);
@@ -231,8 +229,8 @@ Ending DecideEnding(const LineRecord& line)
         return Failed(ExitStatus::Failed, Reported(status.error), status.error);
     }
     return DoneWith(
-        QStringLiteral("The link is sound, and the instrument is in its normal mode and reports no error. "
-                       "There is nothing to be done."));
+        Text::tr("The link is sound, and the instrument is in its normal mode and reports no error. "
+                 "There is nothing to be done."));
 }
 
 } // namespace Cli

@@ -2,6 +2,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include "cli/words/text.h"
+
 namespace Cli
 {
 
@@ -15,9 +17,9 @@ bool IsKnownToTheInstrument(const QDate& date)
     return date.isValid() && date.year() >= FirstYear && date.year() <= LastYear;
 }
 
-[[noreturn]] void Refuse(const std::string& text, const char* allowed)
+[[noreturn]] void Refuse(const std::string& text, const QString& complaint)
 {
-    throw CLI::ValidationError("set", "\"" + text + "\" is not " + allowed);
+    throw CLI::ValidationError("set", complaint.arg(QString::fromLocal8Bit(text.c_str())).toStdString());
 }
 
 QDate DateIn(const QString& text)
@@ -43,7 +45,9 @@ QDateTime ParseDateTime(const std::string& text)
     const QDate date = DateIn(given.section(QLatin1Char('T'), 0, 0));
     const QTime time = QTime::fromString(given.section(QLatin1Char('T'), 1), QStringLiteral("HH:mm:ss"));
     if (!IsKnownToTheInstrument(date) || !time.isValid()) {
-        Refuse(text, "a date and time from 2001-01-01T00:00:00 to 2099-12-31T23:59:59, nor now");
+        Refuse(text,
+               Text::tr(
+                   "\"%1\" is not a date and time from 2001-01-01T00:00:00 to 2099-12-31T23:59:59, nor now"));
     }
     return {date, time, Qt::UTC};
 }
@@ -52,7 +56,7 @@ QDate ParseDate(const std::string& text)
 {
     const QDate date = DateIn(QString::fromLocal8Bit(text.c_str()));
     if (!IsKnownToTheInstrument(date)) {
-        Refuse(text, "a date from 2001-01-01 to 2099-12-31");
+        Refuse(text, Text::tr("\"%1\" is not a date from 2001-01-01 to 2099-12-31"));
     }
     return date;
 }

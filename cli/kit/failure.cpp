@@ -2,6 +2,7 @@
 
 #include <VesmarClient/serialdevice.h>
 
+#include "cli/words/text.h"
 #include "cli/words/values.h"
 
 namespace Cli
@@ -22,66 +23,66 @@ QString Seconds(std::chrono::milliseconds time)
 Failure DeviceMissing()
 {
     return {QStringLiteral("device-missing"),
-            QStringLiteral("The serial device %1 does not exist. Check that the board's serial line has "
-                           "this name, or try it without an instrument: "
-                           "vesmar-simulator run -- vesmar info")
+            Text::tr("The serial device %1 does not exist. Check that the board's serial line has "
+                     "this name, or try it without an instrument: "
+                     "vesmar-simulator run -- vesmar info")
                 .arg(VesmarClient::SerialDevice::path())};
 }
 
 Failure Refused()
 {
     return {QStringLiteral("refused"),
-            QStringLiteral("The instrument refuses every request. Switch it off and on again, and check "
-                           "that it is of the right kind."),
+            Text::tr("The instrument refuses every request. Switch it off and on again, and check "
+                     "that it is of the right kind."),
             Error::RequestRefused};
 }
 
 Failure Damaged()
 {
     return {QStringLiteral("damaged"),
-            QStringLiteral("The instrument's answers arrive damaged. Check the cable and its shield, and "
-                           "that no other program uses the line."),
+            Text::tr("The instrument's answers arrive damaged. Check the cable and its shield, and "
+                     "that no other program uses the line."),
             Error::InvalidResponse};
 }
 
 Failure WrongMode(Mode mode)
 {
     return {QStringLiteral("wrong-mode"),
-            QStringLiteral("The instrument answers, but does not leave its mode %1. Switch it off and "
-                           "on again.")
+            Text::tr("The instrument answers, but does not leave its mode %1. Switch it off and "
+                     "on again.")
                 .arg(Show(mode).text)};
 }
 
 Failure FellSilent()
 {
     return {QStringLiteral("no-answer"),
-            QStringLiteral("The instrument answered, but fell silent. Check cable and power, and start "
-                           "again."),
+            Text::tr("The instrument answered, but fell silent. Check cable and power, and start "
+                     "again."),
             Error::NoResponse};
 }
 
 Failure Incomplete(const QString& waited)
 {
     return {QStringLiteral("incomplete"),
-            QStringLiteral("The instrument answers, but its clocks could not be read within %1. Check the "
-                           "cable, and give it more time with --timeout.")
+            Text::tr("The instrument answers, but its clocks could not be read within %1. Check the "
+                     "cable, and give it more time with --timeout.")
                 .arg(waited)};
 }
 
 Failure NoProperAnswer(const QString& waited)
 {
     return {QStringLiteral("no-proper-answer"),
-            QStringLiteral("The instrument gave no proper answer within %1: it refuses, answers damaged "
-                           "or falls silent. Check cable and power; --timeout 30 finds out which.")
+            Text::tr("The instrument gave no proper answer within %1: it refuses, answers damaged "
+                     "or falls silent. Check cable and power; --timeout 30 finds out which.")
                 .arg(waited)};
 }
 
 Failure NoAnswer(const QString& waited, Error error)
 {
     return {QStringLiteral("no-answer"),
-            QStringLiteral("The instrument did not answer within %1. Check that it is switched on and the "
-                           "cable is plugged in, or try it without an instrument: "
-                           "vesmar-simulator run -- vesmar info")
+            Text::tr("The instrument did not answer within %1. Check that it is switched on and the "
+                     "cable is plugged in, or try it without an instrument: "
+                     "vesmar-simulator run -- vesmar info")
                 .arg(waited),
             error == Error::NoResponse ? error : Error::NoErrors};
 }
@@ -127,8 +128,8 @@ Failure FailureOf(const VesmarClient::Failure& failure)
 Failure InUpdateMode()
 {
     return {QStringLiteral("update-mode"),
-            QStringLiteral("The instrument is in update mode (%1) and waits for firmware; run "
-                           "vesmar update IMAGE --confirmation FILE.")
+            Text::tr("The instrument is in update mode (%1) and waits for firmware; run "
+                     "vesmar update IMAGE --confirmation FILE.")
                 .arg(static_cast<int>(Mode::Update)),
             Error::NoErrors, Ending::Outcome::UpdateMode};
 }
@@ -144,7 +145,8 @@ Failure LinkLost(const VesmarClient::Failure& failure)
 Failure LinkLost(const QString& notDone)
 {
     return {QStringLiteral("link-lost"),
-            notDone + QStringLiteral(" The link to it was lost; check cable and power, and try again."),
+            notDone + QLatin1Char(' ') +
+                Text::tr("The link to it was lost; check cable and power, and try again."),
             Error::NoErrors, Ending::Outcome::LinkLost};
 }
 

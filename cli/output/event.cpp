@@ -1,6 +1,7 @@
 #include "cli/output/event.h"
 
 #include "cli/words/exitstatus.h"
+#include "cli/words/text.h"
 #include "cli/words/values.h"
 
 namespace Cli
@@ -40,7 +41,7 @@ Ending DoneWith(const QString& message)
 Ending EndedBySignal(int signalNumber)
 {
     return {ExitStatus::Signalled + signalNumber, Outcome::Interrupted,
-            QStringLiteral("Ended by signal %1.").arg(signalNumber), QStringLiteral("signal")};
+            Text::tr("Ended by signal %1.").arg(signalNumber), QStringLiteral("signal")};
 }
 
 QByteArray EventLine(const QDateTime& time, const QString& event, const QJsonObject& fields)

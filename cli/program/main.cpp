@@ -13,6 +13,7 @@
 
 #include "cli/output/event.h"
 #include "cli/output/output.h"
+#include "cli/program/language.h"
 #include "cli/program/program.h"
 #include "cli/words/exitstatus.h"
 #include "decode/lines/colours.h"
@@ -74,6 +75,9 @@ int Print(const std::string& text)
 int main(int argc, char** argv)
 {
     OccupyStandardStreams();
+    int ownArgumentCount = 1; // the other arguments are not for Qt
+    const QCoreApplication application(ownArgumentCount, argv);
+    Cli::ChooseLanguage(argc, argv);
     Cli::Program program;
     int exitStatus = Cli::ExitStatus::Done;
     std::ostringstream help;
@@ -87,8 +91,6 @@ int main(int argc, char** argv)
     if (verb->Options().isTraceWanted) {
         trace.toCategory();
     }
-    int ownArgumentCount = 1; // the other arguments are not for Qt
-    const QCoreApplication application(ownArgumentCount, argv);
     try {
         return verb->Run();
     } catch (const std::exception& error) {

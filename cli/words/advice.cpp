@@ -1,5 +1,6 @@
 #include "cli/words/advice.h"
 
+#include "cli/words/text.h"
 #include "client/words/errorguide.h"
 
 namespace Cli
@@ -11,13 +12,12 @@ QByteArray AdviceText(Error error)
 {
     const VesmarClient::ErrorAdvice advice = VesmarClient::Advice(static_cast<Vesmar::Error>(error));
     QByteArray text;
-    QString label = QStringLiteral("Likely causes");
+    QString label = Text::tr("Likely causes");
     for (const QString& cause : advice.causes) {
         text += ExplanationLine(label, cause);
         label.clear();
     }
-    return advice.nextStep.isEmpty() ? text
-                                     : text + ExplanationLine(QStringLiteral("Next step"), advice.nextStep);
+    return advice.nextStep.isEmpty() ? text : text + ExplanationLine(Text::tr("Next step"), advice.nextStep);
 }
 
 QString WithAdvice(const QString& sentence, Error error)

@@ -1,21 +1,25 @@
 #include "cli/words/exitstatus.h"
 
+#include "cli/words/text.h"
+
 namespace Cli::ExitStatus
 {
 
 const std::vector<Explained>& All()
 {
     static const std::vector<Explained> all{
-        {Done, "what was asked for was done"},
-        {BadUsage, "bad usage, or a file that cannot be used; nothing was sent"},
-        {NoLink, "the link did not come up in time"},
-        {NotDone, "not done: update mode, or the output cannot be written in full"},
-        {Failed, "the instrument failed; a measurement has stopped"},
-        {Aborted, "a measurement was aborted, and has stopped"},
-        {StopNotConfirmed, "a measurement may still be running: switch the instrument off"},
-        {LinkLost, "the link was lost in the middle of it"},
-        {Interrupted, "a measurement is done, but for a while no reading came"},
-        {Signalled, "and a signal's number: ended by it; 141: nobody reads the output"},
+        {Done, Text::tr("what was asked for was done").toStdString()},
+        {BadUsage, Text::tr("bad usage, or a file that cannot be used; nothing was sent").toStdString()},
+        {NoLink, Text::tr("the link did not come up in time").toStdString()},
+        {NotDone, Text::tr("not done: update mode, or the output cannot be written in full").toStdString()},
+        {Failed, Text::tr("the instrument failed; a measurement has stopped").toStdString()},
+        {Aborted, Text::tr("a measurement was aborted, and has stopped").toStdString()},
+        {StopNotConfirmed,
+         Text::tr("a measurement may still be running: switch the instrument off").toStdString()},
+        {LinkLost, Text::tr("the link was lost in the middle of it").toStdString()},
+        {Interrupted, Text::tr("a measurement is done, but for a while no reading came").toStdString()},
+        {Signalled,
+         Text::tr("and a signal's number: ended by it; 141: nobody reads the output").toStdString()},
     };
     return all;
 }

@@ -3,6 +3,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
+#include "cli/words/text.h"
 #include "client/words/errorguide.h"
 #include "client/words/readings.h"
 #include "decode/frames/words.h"
@@ -28,7 +29,7 @@ Shown ShowReading(float reading)
 
 Shown Show(bool value)
 {
-    return {value ? QStringLiteral("yes") : QStringLiteral("no"), value};
+    return {value ? Text::tr("yes") : Text::tr("no"), value};
 }
 
 Shown Show(int value)

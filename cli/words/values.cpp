@@ -1,6 +1,7 @@
 #include "cli/words/values.h"
 
 #include "cli/words/text.h"
+#include "decode/frames/words.h"
 
 namespace Cli
 {
@@ -18,13 +19,11 @@ QVector<IdentityText> TextsOf(const VesmarClient::Identity& identity)
 
 Shown Show(const VesmarClient::Identity& value)
 {
-    QStringList words;
     QJsonObject json;
     for (const IdentityText& entry : TextsOf(value)) {
-        words.append(entry.label.toLower() + QLatin1Char(' ') + Printable(entry.text));
         json.insert(QLatin1String(entry.field), entry.text);
     }
-    return {words.join(QStringLiteral(", ")), json};
+    return {Decode::Text(value), json};
 }
 
 Shown Show(VesmarClient::Error value)

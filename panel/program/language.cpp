@@ -26,7 +26,9 @@ void speak(const std::string& language)
     const QLocale locale = language.empty() ? QLocale::system() : QLocale(QString::fromStdString(language));
     QLocale::setDefault(locale);
     install(locale, "qtbase", QLibraryInfo::location(QLibraryInfo::TranslationsPath));
-    install(locale, "vesmar-panel", QStringLiteral(":/panel"));
+    for (const char* const file : {"vesmar-client", "vesmar-decode", "vesmar-panel"}) {
+        install(locale, file, QStringLiteral(":/vesmar/translations"));
+    }
 }
 
 } // namespace Panel
