@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <array>
 #include <cmath>
 #include <memory>
 #include <utility>
@@ -19,10 +20,36 @@ namespace
 
 constexpr double LongestSeconds = 86400;
 
+/// The words of the help that are not this program's own.
+constexpr std::array<const char*, 7> Words{
+    QT_TRANSLATE_NOOP("Cli::Text", "FILE"),        QT_TRANSLATE_NOOP("Cli::Text", "LOG"),
+    QT_TRANSLATE_NOOP("Cli::Text", "OUT"),         QT_TRANSLATE_NOOP("Cli::Text", "Options"),
+    QT_TRANSLATE_NOOP("Cli::Text", "Positionals"), QT_TRANSLATE_NOOP("Cli::Text", "REQUIRED"),
+    QT_TRANSLATE_NOOP("Cli::Text", "Subcommands")};
+
 class HelpFormatter : public CLI::Formatter
 {
 public:
-    explicit HelpFormatter(std::string usage) : _usage(std::move(usage)) {}
+    explicit HelpFormatter(std::string usage) : _usage(std::move(usage))
+    {
+        for (const char* const word : Words) {
+            label(word, Text::tr(word).toStdString());
+        }
+    }
+
+    std::string make_group(std::string group, bool isPositional,
+                           std::vector<const CLI::Option*> options) const override
+    {
+        return Formatter::make_group(get_label(group), isPositional, std::move(options));
+    }
+
+    std::string make_subcommands(const CLI::App* app, CLI::AppFormatMode mode) const override
+    {
+        const std::string title = "Subcommands";
+        std::string text = Formatter::make_subcommands(app, mode);
+        const std::size_t found = text.find(title);
+        return found == std::string::npos ? text : text.replace(found, title.size(), get_label(title));
+    }
 
     std::string make_usage(const CLI::App* /*app*/, std::string /*name*/) const override { return _usage; }
 
@@ -52,11 +79,12 @@ void ShowUsage(CLI::App& command, const std::string& usage)
 }
 
 Verb::Verb(CLI::App& program, const VerbTexts& texts, Reach reach)
-    : _app(*program.add_subcommand(texts.name, texts.description)), _usage(texts.usage)
+    : _app(*program.add_subcommand(texts.name, Text::tr(texts.description).toStdString())),
+      _usage(Text::tr(texts.usage).toStdString())
 {
     ShowUsage(_app, _usage);
-    _app.footer(texts.footer);
-    _app.add_flag("--json", _options.isJson, "Write JSON, one object on each line");
+    _app.footer(Text::tr(texts.footer).toStdString());
+    _app.add_flag("--json", _options.isJson, Text::tr("Write JSON, one object on each line").toStdString());
     if (reach == Reach::Instrument) {
         AddInstrumentOptions();
     }
@@ -69,23 +97,28 @@ bool Verb::IsChosen() const
 
 void Verb::AddInstrumentOptions()
 {
-    _app.add_flag("--trace", _options.isTraceWanted, "Show the library's own trace on the error output");
-    AddSeconds("--timeout", "How long the link may take to come up (default 10)", ShortestTimeout,
-               _options.timeout);
+    _app.add_flag("--trace", _options.isTraceWanted,
+                  Text::tr("Show the library's own trace on the error output").toStdString());
+    AddSeconds("--timeout",
+               QT_TRANSLATE_NOOP("Cli::Text", "How long the link may take to come up (default 10)"),
+               ShortestTimeout, _options.timeout);
 }
 
 CLI::App& Verb::AddSetCommand(const char* description)
 {
-    CLI::App* set = _app.add_subcommand("set", description)->fallthrough();
+    CLI::App* set = _app.add_subcommand("set", Text::tr(description).toStdString())->fallthrough();
     ShowUsage(*set, _usage);
-    set->footer("\nvesmar " + _app.get_name() + " --help tells of its options and of everything else.\n");
+    const QString help = Text::tr("vesmar %1 --help tells of its options and of everything else.");
+    set->footer('\n' + help.arg(QString::fromStdString(_app.get_name())).toStdString() + '\n');
     return *set;
 }
 
 void Verb::AddConfirmTimeout(std::chrono::milliseconds& target, double least)
 {
-    AddSeconds("--confirm-timeout", "How long the instrument may take to report it as done (default 30)",
-               least, target);
+    AddSeconds(
+        "--confirm-timeout",
+        QT_TRANSLATE_NOOP("Cli::Text", "How long the instrument may take to report it as done (default 30)"),
+        least, target);
 }
 
 void Verb::AddTime(const char* name, const char* description, double least,
@@ -93,9 +126,9 @@ void Verb::AddTime(const char* name, const char* description, double least,
 {
     _app.add_option_function<std::string>(
             name, [name, least, accept](const std::string& text) { accept(ParseSeconds(name, text, least)); },
-            description)
+            Text::tr(description).toStdString())
         ->transform(InSeconds())
-        ->type_name("TIME");
+        ->type_name(Text::tr("TIME").toStdString());
 }
 
 } // namespace Cli

@@ -25,13 +25,19 @@ using VesmarClient::Option;
 using VesmarClient::OptionKind;
 using VesmarClient::Settings;
 
+/// Without the places where a window may break it.
+QString TitleOf(const FunctionInfo& function)
+{
+    return QString(function.title).remove(QChar::SoftHyphen);
+}
+
 QString DescriptionOf(const FunctionInfo& function)
 {
     if (function.isDangerous) {
-        return Text::tr("%1; a dangerous voltage is present while it runs").arg(function.title);
+        return Text::tr("%1; a dangerous voltage is present while it runs").arg(TitleOf(function));
     }
-    return function.kind == FunctionKind::Single ? Text::tr("%1, a single measurement").arg(function.title)
-                                                 : function.title;
+    return function.kind == FunctionKind::Single ? Text::tr("%1, a single measurement").arg(TitleOf(function))
+                                                 : TitleOf(function);
 }
 
 QString DescriptionOf(const Option& option)
@@ -58,7 +64,7 @@ std::string TypeNameOf(const Option& option)
         words.append(choice.identifier);
     }
     if (option.kind != OptionKind::Choice) {
-        words.append(IsTime(option) ? QStringLiteral("TIME") : QStringLiteral("NUMBER"));
+        words.append(IsTime(option) ? Text::tr("TIME") : Text::tr("NUMBER"));
     }
     if (!option.special.isEmpty()) {
         words.append(option.special);
@@ -116,8 +122,11 @@ void MeasureFunctions::Add(CLI::App& measure, const FunctionInfo& info)
 {
     const std::string name = info.identifier.toStdString();
     CLI::App* command = measure.add_subcommand(name, DescriptionOf(info).toStdString())->fallthrough();
-    ShowUsage(*command, "Usage: vesmar measure " + name + " [OPTIONS]\n");
-    command->footer("\nvesmar measure --help tells of the options that all functions have.\n");
+    ShowUsage(*command,
+              Text::tr("Usage: vesmar measure %1 [OPTIONS]").arg(info.identifier).toStdString() + '\n');
+    command->footer(
+        '\n' + Text::tr("vesmar measure --help tells of the options that all functions have.").toStdString() +
+        '\n');
     _functions.push_back({info, command, Settings(info.identifier)});
     Settings& settings = _functions.back().settings;
     AddCsv(_functions.back());

@@ -2,7 +2,10 @@
 
 #include <CLI/CLI.hpp>
 
+#include <QRegularExpression>
+
 #include <algorithm>
+#include <array>
 #include <ostream>
 
 #include "cli/program/nearest.h"
@@ -28,20 +31,50 @@ namespace Cli
 namespace
 {
 
-constexpr char Description[] = "Drives a portable appliance tester on the serial line.";
 constexpr char Version[] = "vesmar " VESMAR_VERSION;
-constexpr char Usage[] = "Usage: vesmar VERB [OPTIONS]\n"
-                         "       vesmar VERB --help\n";
+/// Complaints of the library that reads the command line.
+struct Usual {
+    const char* pattern;
+    const char* text;
+};
+constexpr std::array<Usual, 3> UsualComplaints{{
+    {"^(.+) is required$", QT_TRANSLATE_NOOP("Cli::Text", "%1 is required")},
+    {"^(.+): 1 required (.+) missing$", QT_TRANSLATE_NOOP("Cli::Text", "%1: 1 required %2 missing")},
+    {"^The following argument was not expected: (.+)$",
+     QT_TRANSLATE_NOOP("Cli::Text", "The following argument was not expected: %1")},
+}};
+
+QString Translated(const QString& complaint)
+{
+    for (const Usual& usual : UsualComplaints) {
+        const QRegularExpressionMatch match =
+            QRegularExpression(QLatin1String(usual.pattern)).match(complaint);
+        if (match.hasMatch()) {
+            const QString text = Text::tr(usual.text).arg(match.captured(1));
+            return match.lastCapturedIndex() > 1 ? text.arg(match.captured(2)) : text;
+        }
+    }
+    return complaint;
+}
+
+std::string Usage()
+{
+    return Text::tr("Usage: vesmar VERB [OPTIONS]\n"
+                    "       vesmar VERB --help\n")
+        .toStdString();
+}
 
 std::string Footer()
 {
-    std::string footer = "\nExit status; VERB --help tells what it means there:\n";
+    std::string footer =
+        '\n' + Text::tr("Exit status; VERB --help tells what it means there:").toStdString() + '\n';
     for (const ExitStatus::Explained& each : ExitStatus::All()) {
         const std::string number = std::to_string(each.status);
         constexpr std::size_t Width = 5;
         footer += "  " + number + std::string(Width - number.size(), ' ') + each.words + '\n';
     }
-    return footer + "\nExample, without an instrument:\n  vesmar-simulator run -- vesmar info\n";
+    return footer + '\n' + Text::tr("Example, without an instrument:").toStdString() +
+           "\n  vesmar-simulator run -- vesmar info\n";
 }
 
 std::string OneLine(const std::string& text)
@@ -74,13 +107,17 @@ std::string ThereIsNo(const QString& complaint, const std::string& nearest, cons
 
 } // namespace
 
-Program::Program() : _app(std::make_unique<CLI::App>(Description, "vesmar"))
+Program::Program()
+    : _app(std::make_unique<CLI::App>(
+          Text::tr("Drives a portable appliance tester on the serial line.").toStdString(), "vesmar"))
 {
     constexpr int MostVerbs = 1;
     _app->require_subcommand(0, MostVerbs);
-    _app->set_version_flag("--version", Version);
-    _app->add_flag("--json", _isJson, "The same as behind the verb: write JSON");
-    ShowUsage(*_app, Usage);
+    _app->set_help_flag("-h,--help", Text::tr("Print this help message and exit").toStdString());
+    _app->set_version_flag("--version", Version,
+                           Text::tr("Display program version information and exit").toStdString());
+    _app->add_flag("--json", _isJson, Text::tr("The same as behind the verb: write JSON").toStdString());
+    ShowUsage(*_app, Usage());
     _app->footer(Footer());
     AddVerb<InfoVerb>();
     AddVerb<MonitorVerb>();
@@ -115,13 +152,13 @@ Verb* Program::Parse(int argumentCount, const char* const* arguments, std::ostre
             }
             return verb;
         }
-        throw CLI::ValidationError("no verb given; vesmar --help lists them");
+        throw CLI::ValidationError(Text::tr("no verb given; vesmar --help lists them").toStdString());
     } catch (const CLI::Success& success) {
         *exitStatus = _app->exit(success, output, errors);
     } catch (const CLI::ParseError& error) {
         const Verb* verb = ChosenVerb();
         errors << "vesmar: " << OneLine(Complaint(error)) << '\n'
-               << (verb != nullptr ? verb->Usage() : Usage);
+               << (verb != nullptr ? verb->Usage() : Usage());
         *exitStatus = ExitStatus::BadUsage;
     }
     return nullptr;
@@ -132,7 +169,7 @@ std::string Program::Complaint(const CLI::ParseError& error) const
 {
     const std::vector<std::string> unknown = _app->remaining(true);
     if (unknown.empty() || dynamic_cast<const CLI::RequiredError*>(&error) != nullptr) {
-        return error.what();
+        return Translated(QString::fromStdString(error.what())).toStdString();
     }
     const std::string& word = unknown.front();
     if (word.rfind('-', 0) == 0) {
@@ -140,7 +177,7 @@ std::string Program::Complaint(const CLI::ParseError& error) const
                          NearestTo(word, OptionsAt(*_app)), "--help");
     }
     if (ChosenVerb() != nullptr) {
-        return error.what();
+        return Translated(QString::fromStdString(error.what())).toStdString();
     }
     std::vector<std::string> verbs;
     for (const CLI::App* verb : _app->get_subcommands({})) {

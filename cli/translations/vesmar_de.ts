@@ -947,5 +947,569 @@
         <source>The report is in %1.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>FILE</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>LOG</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>OUT</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Options</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Positionals</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>REQUIRED</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Subcommands</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Write JSON, one object on each line</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show the library&apos;s own trace on the error output</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>How long the link may take to come up (default 10)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>vesmar %1 --help tells of its options and of everything else.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>How long the instrument may take to report it as done (default 30)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>TIME</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>NUMBER</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Usage: vesmar measure %1 [OPTIONS]</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>vesmar measure --help tells of the options that all functions have.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is required</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: 1 required %2 missing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The following argument was not expected: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Usage: vesmar VERB [OPTIONS]
+       vesmar VERB --help
+</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Exit status; VERB --help tells what it means there:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Example, without an instrument:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drives a portable appliance tester on the serial line.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Print this help message and exit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Display program version information and exit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The same as behind the verb: write JSON</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>no verb given; vesmar --help lists them</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show or set the date of the last calibration</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Usage: vesmar calibration [OPTIONS]
+       vesmar calibration set DATE [OPTIONS]
+</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>
+Shows the date of the last calibration. &quot;set&quot; sets it to DATE, as in 2026-11-21, in
+the years 2001 to 2099. The instrument is restarted twice for it, by way of its
+calibration mode, which takes a few seconds; a signal does not cut that short. It
+succeeds only when the instrument itself has then reported that date.
+
+JSON: see docs/events.md; events calibration and result.
+
+Exit status: 0 shown, or set; 1 bad usage; 2 the link did not come up in time; 3 the
+instrument is in update mode, or the output cannot be written; 4 the instrument does
+not report the date set; 7 the link was lost before it did; 128 and the signal&apos;s
+number where a signal came first.
+
+Example, without an instrument:
+  vesmar-simulator run -- vesmar calibration set 2026-11-21
+</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Set the date</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>What to set it to</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show or set the instrument&apos;s clock</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Usage: vesmar clock [OPTIONS]
+       vesmar clock set [DATETIME|now] [OPTIONS]
+</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>
+Shows the instrument&apos;s clock, and by how many seconds it is ahead of this computer&apos;s
+or behind it. The instrument knows no time zone: both are what a clock on the wall
+shows. &quot;set&quot; sets it to DATETIME, as in 2026-11-21T18:00:00 or with a blank, in the
+years 2001 to 2099, or without one to this computer&apos;s; it succeeds only when the
+instrument itself has then reported that time, running, to within 2 seconds.
+
+JSON: see docs/events.md; events clock and result.
+
+Exit status: 0 shown, or set; 1 bad usage; 2 the link did not come up in time; 3 the
+instrument is in update mode, or the output cannot be written; 4 the instrument does
+not report the time set; 7 the link was lost before it did; 128 and the signal&apos;s
+number where a signal came first.
+
+Example, without an instrument:
+  vesmar-simulator run -- vesmar clock set 2026-11-21T18:00:00
+</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Set the clock</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>What to set it to (default: now)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tell in words what a log of the library has kept</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Usage: vesmar decode FILE [--scenario OUT] [--json]
+</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reads a log of the library, of a field unit or of vesmar VERB --trace 2&gt; FILE; &quot;-&quot; is
+the standard input. Tells each exchange with the instrument in words, what was wrong
+with it and how long it took, and at the end what was found. Lines of others, their
+beginnings of lines and colours do not matter. No instrument is needed. Ctrl-C ends the
+reading of a log that still grows.
+
+--scenario records the exchanges for vesmar-simulator --playback OUT.
+
+JSON: see docs/events.md; events exchange, unasked, note and result.
+
+Exit status: 0 decoded; 1 bad usage, a file that cannot be read or written, or a damaged
+log: what is whole is told all the same, but not recorded; 3 the output cannot be
+written.
+
+Example:
+  vesmar-simulator run -- vesmar info --trace 2&gt; log
+  vesmar decode log
+</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the standard input</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The log; - for the standard input</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Record the exchanges for vesmar-simulator --playback</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a file needs a name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Find out what is wrong with the link</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Usage: vesmar doctor [--json]
+</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Looks at the serial device, who may use it and who holds it, asks the instrument for
+its status 50 times, shows how it answered and how long that took, and says what is
+wrong and what to do. Where another program holds the device, nothing is sent.
+
+JSON: see docs/events.md; events device, permissions, holders, answers, condition,
+and result.
+
+Exit status: 0 link and instrument are sound; 1 bad usage; 2 no link; 3 the link is
+sound, but the instrument is in update mode or in another one that is not its normal
+mode, or the output cannot be written; 4 the link is unreliable or too slow, or the
+instrument reports an error; 6 a function is active that no program attends.
+
+Example, without an instrument:
+  vesmar-simulator run -- vesmar doctor
+</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tell what an error means and what to do</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Usage: vesmar explain [CODE|NAME] [--json]
+</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tells what has happened when ErrorCode is CODE (or has that NAME), what is likely to
+have caused it, and the next step. Without one, lists every error. No instrument is
+needed.
+
+JSON: see docs/events.md; events explanation, one for each error, and result.
+
+Exit status: 0 told; 1 bad usage, an unknown error included; 3 the output cannot be
+written.
+
+Examples:
+  vesmar explain 303
+  vesmar explain CommunicationRecovery
+</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>What happened</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The error&apos;s number or name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is no error &quot;%1&quot;; vesmar explain lists them</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Everything was told.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show the instrument&apos;s identity and clocks</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Usage: vesmar info [--json] [--timeout TIME] [--trace]
+</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Connects, waits until the identity and both clocks have been read, shows them with
+the instrument&apos;s mode and error, and ends. A function that is active while no program
+attends it is told on the error output, and told to stop.
+
+JSON: see docs/events.md; events unattended, info and result.
+
+Exit status: 0 shown; 1 bad usage; 2 the link did not come up in time; 3 the
+instrument is in update mode, where its clocks cannot be read, or the output cannot
+be written; 6 a function that no program attends does not stop.
+
+Example, without an instrument:
+  vesmar-simulator run -- vesmar info --json
+</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Run a measurement, from its settings to its result</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Usage: vesmar measure FUNCTION [OPTIONS]
+       vesmar measure FUNCTION --help
+</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>
+Connects, prepares and starts the function, watches it to its end, and waits until
+the instrument is confirmed to have stopped. Readings are in the instrument&apos;s own
+units; a dash is no value. --csv takes a regular file, and overwrites it.
+
+While hv runs, a DANGEROUS VOLTAGE is present. When no reading comes for a second or
+longer, the program says so while that lasts, and in the result.
+
+Ctrl-C, SIGTERM, SIGHUP (a closed terminal) and an output that nobody reads any more
+abort the measurement; the program ends once the instrument is confirmed to have
+stopped. A second signal does not cut that short. Ctrl-Z and Ctrl-\ do nothing. If the
+program is killed during hv, the program vesmar-guard stops the instrument.
+
+JSON: see docs/events.md; events status, error, reading, gap and result.
+
+Exit status:
+  0  measured, and the instrument has stopped
+  1  bad usage, or a file that cannot be written; nothing was sent
+  2  the link did not come up in time
+  3  the instrument is in update mode, vesmar-guard is missing, or not all of the output
+     could be written
+  4  the measurement failed (the error is told); the instrument has stopped
+  5  aborted; the instrument has stopped
+  6  the stop is not confirmed: the instrument may still be running, and high voltage
+     may be on; switch it off at the instrument
+  7  the link was lost; the message tells whether it came back and the instrument has
+     stopped, or its state is unknown
+  8  measured, and the instrument has stopped, but for a while no reading came
+  128 and the signal&apos;s number where a signal came before the link was up
+
+Example, without an instrument:
+  vesmar-simulator run -- vesmar measure rpe --current 2 --method 1 --time 3
+</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>How long preparing, and then starting, may take (default 10)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>How long stopping, or the way back of a lost link, may take (default 15)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show every change of every property as it happens</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Usage: vesmar monitor [--for TIME] [--json] [--timeout TIME] [--trace]
+</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Connects, and shows each change with the time at which it was told, until Ctrl-C,
+SIGTERM, SIGHUP or the time given. A loss of the link shows as ErrorCode 103 and,
+if it lasts, 100, and the program goes on. Whenever the identity has been read, the
+mode, the error and the calibration date are shown as they stand, changed or not. An
+instrument in update mode is pointed out on the error output.
+A function that is active while no program attends it is told there, too, and told to
+stop. Readings are in the instrument&apos;s own units.
+
+JSON: see docs/events.md; events unattended, change and result.
+
+Exit status: 0 ended by a signal or after the time given; 1 bad usage; 2 the link
+did not come up in time; 3 the output cannot be written; 128 and the signal&apos;s
+number where a signal came before the link was up, 141 where the output&apos;s reader
+went away.
+
+Example, without an instrument, its plug pulled after 3 s and put back after 25 s:
+  vesmar-simulator run --at 3:unplug --at 25:plug -- vesmar monitor --for 40
+</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>End after so long, counted from the moment that the link is up</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Write one file for a report of a bug</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Usage: vesmar report [FILE] [--log LOG] [--overwrite] [--json]
+</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Writes a text with the versions, with what vesmar doctor finds, with the instrument&apos;s
+identity and with the latest trace, decoded. What cannot be found out, without an
+instrument for example, stands in the file in so many words. The report is in English.
+
+FILE is vesmar-report-DATE-TIME.txt unless it is given; - is the standard output. The
+trace is the end of LOG, which is kept by a field unit or by vesmar VERB --trace 2&gt; LOG;
+without --log, it is that of a connection that is made for it.
+
+JSON: see docs/events.md; event result.
+
+Exit status: 0 written; 1 bad usage, or a file that is there already or cannot be
+written; 3 the output cannot be written.
+
+Example, without an instrument:
+  vesmar-simulator run -- vesmar report -
+</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Where to write it; - for the standard output</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The log with the trace</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Overwrite the file if it is there already</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the standard output is either JSON or the report; name a file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Restart the instrument into its normal mode</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Usage: vesmar restart [OPTIONS]
+</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Restarts the instrument, waits until its identity has been read anew and it is in its
+normal mode, and says how long that took. It also brings back an instrument that was
+left in update mode with its firmware still whole.
+
+JSON: see docs/events.md; events restart and result.
+
+Exit status: 0 restarted; 1 bad usage; 2 the link did not come up in time; 3 the
+output cannot be written; 4 the instrument does not reach its normal mode in time; 7
+the link was lost; 128 and the signal&apos;s number where a signal came first.
+
+Example, without an instrument:
+  vesmar-simulator run --restart-time 1500 -- vesmar restart
+</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>End whatever runs at the instrument, and prove it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Usage: vesmar stop [--json] [--timeout TIME] [--trace]
+</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ends the function that is active at the instrument, whoever has started it, and waits
+for the proof: the instrument itself reports that no function is active any more. It
+begins as soon as the line is open, and gives the instrument 20 seconds. A program
+that holds the line is named; end that program first.
+
+JSON: see docs/events.md; events unattended, stop and result.
+
+Exit status: 0 it is proved that nothing runs; 1 bad usage; 2 the link did not come up
+in time, or another program holds the line, so that nothing is known; 3 the instrument
+is in update mode, or the output cannot be written; 6, 7 it is not proved that nothing
+runs (7: the link is lost): switch the instrument off; 128 and the signal&apos;s number
+where a signal came first.
+
+Example, without an instrument:
+  vesmar-simulator run --at 0:&quot;function 9&quot; -- vesmar stop
+</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Send the instrument new firmware</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Usage: vesmar update IMAGE --confirmation FILE [OPTIONS]
+</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>
+Checks both files before anything is sent: the image is a whole number of sectors of
+512 bytes, the confirmation has 2 bytes or more. Then shows the instrument&apos;s version,
+sends it the image in update mode, and waits until it is back in its normal mode with
+the version that it now reports. An instrument that was left in update mode is taken
+up there.
+
+An image that is cut short leaves the instrument without firmware. So while it is sent,
+Ctrl-C, SIGTERM and SIGHUP (a closed terminal) do nothing but get an answer, and Ctrl-Z
+and Ctrl-\ do nothing at all. Do not switch the instrument off.
+
+--offline sends the image without the library&apos;s machine behind it: for an instrument
+that does not tell its version any more. It does not insist on the link before, and no
+signal ends it once it has begun.
+
+JSON: see docs/events.md; events status, error, progress and result.
+
+Exit status:
+  0  the instrument is back with its firmware
+  1  bad usage, or a file that cannot be used; nothing was sent
+  2  the link did not come up in time
+  3  done, but not all of the output could be written
+  4  the update failed (the error is told), or the instrument stays in update mode
+  7  the link was lost before the first sector, or the instrument did not come back
+  128 and the signal&apos;s number where a signal ended it before the first sector, or after
+  the confirmation
+
+Example, without an instrument:
+  head -c 4096 /dev/urandom &gt; image; vesmar-simulator confirmation image &gt; confirmation
+  vesmar-simulator run -- vesmar update image --confirmation confirmation
+</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The firmware</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file that confirms the firmware; its last two bytes are sent</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Send it without the library&apos;s machine behind it</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

@@ -17,24 +17,25 @@ namespace
 using VesmarClient::DateJob;
 
 constexpr VerbTexts Texts{
-    "calibration", "Show or set the date of the last calibration",
-    "Usage: vesmar calibration [OPTIONS]\n"
-    "       vesmar calibration set DATE [OPTIONS]\n",
-    "\n"
-    "Shows the date of the last calibration. \"set\" sets it to DATE, as in 2026-11-21, in\n"
-    "the years 2001 to 2099. The instrument is restarted twice for it, by way of its\n"
-    "calibration mode, which takes a few seconds; a signal does not cut that short. It\n"
-    "succeeds only when the instrument itself has then reported that date.\n"
-    "\n"
-    "JSON: see docs/events.md; events calibration and result.\n"
-    "\n"
-    "Exit status: 0 shown, or set; 1 bad usage; 2 the link did not come up in time; 3 the\n"
-    "instrument is in update mode, or the output cannot be written; 4 the instrument does\n"
-    "not report the date set; 7 the link was lost before it did; 128 and the signal's\n"
-    "number where a signal came first.\n"
-    "\n"
-    "Example, without an instrument:\n"
-    "  vesmar-simulator run -- vesmar calibration set 2026-11-21\n"};
+    "calibration", QT_TRANSLATE_NOOP("Cli::Text", "Show or set the date of the last calibration"),
+    QT_TRANSLATE_NOOP("Cli::Text", "Usage: vesmar calibration [OPTIONS]\n"
+                                   "       vesmar calibration set DATE [OPTIONS]\n"),
+    QT_TRANSLATE_NOOP(
+        "Cli::Text", "\n"
+                     "Shows the date of the last calibration. \"set\" sets it to DATE, as in 2026-11-21, in\n"
+                     "the years 2001 to 2099. The instrument is restarted twice for it, by way of its\n"
+                     "calibration mode, which takes a few seconds; a signal does not cut that short. It\n"
+                     "succeeds only when the instrument itself has then reported that date.\n"
+                     "\n"
+                     "JSON: see docs/events.md; events calibration and result.\n"
+                     "\n"
+                     "Exit status: 0 shown, or set; 1 bad usage; 2 the link did not come up in time; 3 the\n"
+                     "instrument is in update mode, or the output cannot be written; 4 the instrument does\n"
+                     "not report the date set; 7 the link was lost before it did; 128 and the signal's\n"
+                     "number where a signal came first.\n"
+                     "\n"
+                     "Example, without an instrument:\n"
+                     "  vesmar-simulator run -- vesmar calibration set 2026-11-21\n")};
 
 class CalibrationWork : public QObject
 {
@@ -108,9 +109,10 @@ private:
 
 CalibrationVerb::CalibrationVerb(CLI::App& program) : Verb(program, Texts)
 {
-    AddSetCommand("Set the date")
+    AddSetCommand(QT_TRANSLATE_NOOP("Cli::Text", "Set the date"))
         .add_option_function<std::string>(
-            "DATE", [this](const std::string& text) { _wanted = ParseDate(text); }, "What to set it to")
+            "DATE", [this](const std::string& text) { _wanted = ParseDate(text); },
+            Text::tr("What to set it to").toStdString())
         ->required()
         ->type_name("");
     constexpr double Least = 5; // a shorter time would end between the two restarts

@@ -19,25 +19,26 @@ namespace
 using VesmarClient::DateJob;
 
 constexpr VerbTexts Texts{
-    "clock", "Show or set the instrument's clock",
-    "Usage: vesmar clock [OPTIONS]\n"
-    "       vesmar clock set [DATETIME|now] [OPTIONS]\n",
-    "\n"
-    "Shows the instrument's clock, and by how many seconds it is ahead of this computer's\n"
-    "or behind it. The instrument knows no time zone: both are what a clock on the wall\n"
-    "shows. \"set\" sets it to DATETIME, as in 2026-11-21T18:00:00 or with a blank, in the\n"
-    "years 2001 to 2099, or without one to this computer's; it succeeds only when the\n"
-    "instrument itself has then reported that time, running, to within 2 seconds.\n"
-    "\n"
-    "JSON: see docs/events.md; events clock and result.\n"
-    "\n"
-    "Exit status: 0 shown, or set; 1 bad usage; 2 the link did not come up in time; 3 the\n"
-    "instrument is in update mode, or the output cannot be written; 4 the instrument does\n"
-    "not report the time set; 7 the link was lost before it did; 128 and the signal's\n"
-    "number where a signal came first.\n"
-    "\n"
-    "Example, without an instrument:\n"
-    "  vesmar-simulator run -- vesmar clock set 2026-11-21T18:00:00\n"};
+    "clock", QT_TRANSLATE_NOOP("Cli::Text", "Show or set the instrument's clock"),
+    QT_TRANSLATE_NOOP("Cli::Text", "Usage: vesmar clock [OPTIONS]\n"
+                                   "       vesmar clock set [DATETIME|now] [OPTIONS]\n"),
+    QT_TRANSLATE_NOOP(
+        "Cli::Text", "\n"
+                     "Shows the instrument's clock, and by how many seconds it is ahead of this computer's\n"
+                     "or behind it. The instrument knows no time zone: both are what a clock on the wall\n"
+                     "shows. \"set\" sets it to DATETIME, as in 2026-11-21T18:00:00 or with a blank, in the\n"
+                     "years 2001 to 2099, or without one to this computer's; it succeeds only when the\n"
+                     "instrument itself has then reported that time, running, to within 2 seconds.\n"
+                     "\n"
+                     "JSON: see docs/events.md; events clock and result.\n"
+                     "\n"
+                     "Exit status: 0 shown, or set; 1 bad usage; 2 the link did not come up in time; 3 the\n"
+                     "instrument is in update mode, or the output cannot be written; 4 the instrument does\n"
+                     "not report the time set; 7 the link was lost before it did; 128 and the signal's\n"
+                     "number where a signal came first.\n"
+                     "\n"
+                     "Example, without an instrument:\n"
+                     "  vesmar-simulator run -- vesmar clock set 2026-11-21T18:00:00\n")};
 
 /// The clock has no fractions of a second.
 QDateTime NearestSecond(const QDateTime& value)
@@ -123,12 +124,13 @@ private:
 
 } // namespace
 
-ClockVerb::ClockVerb(CLI::App& program) : Verb(program, Texts), _set(AddSetCommand("Set the clock"))
+ClockVerb::ClockVerb(CLI::App& program)
+    : Verb(program, Texts), _set(AddSetCommand(QT_TRANSLATE_NOOP("Cli::Text", "Set the clock")))
 {
     constexpr int MostWords = 2; // with a blank in between
     _set.add_option_function<std::vector<std::string>>(
             "DATETIME", [this](const std::vector<std::string>& words) { ParseWanted(words); },
-            "What to set it to (default: now)")
+            Text::tr("What to set it to (default: now)").toStdString())
         ->expected(0, MostWords)
         ->type_name("");
     AddConfirmTimeout(_confirmTimeout);

@@ -15,6 +15,7 @@
 #include "cli/kit/signalwatcher.h"
 #include "cli/words/exitstatus.h"
 #include "cli/words/format.h"
+#include "cli/words/text.h"
 
 namespace Cli
 {
@@ -23,25 +24,27 @@ namespace
 {
 
 constexpr VerbTexts Texts{
-    "decode", "Tell in words what a log of the library has kept",
-    "Usage: vesmar decode FILE [--scenario OUT] [--json]\n",
-    "Reads a log of the library, of a field unit or of vesmar VERB --trace 2> FILE; \"-\" is\n"
-    "the standard input. Tells each exchange with the instrument in words, what was wrong\n"
-    "with it and how long it took, and at the end what was found. Lines of others, their\n"
-    "beginnings of lines and colours do not matter. No instrument is needed. Ctrl-C ends the\n"
-    "reading of a log that still grows.\n"
-    "\n"
-    "--scenario records the exchanges for vesmar-simulator --playback OUT.\n"
-    "\n"
-    "JSON: see docs/events.md; events exchange, unasked, note and result.\n"
-    "\n"
-    "Exit status: 0 decoded; 1 bad usage, a file that cannot be read or written, or a damaged\n"
-    "log: what is whole is told all the same, but not recorded; 3 the output cannot be\n"
-    "written.\n"
-    "\n"
-    "Example:\n"
-    "  vesmar-simulator run -- vesmar info --trace 2> log\n"
-    "  vesmar decode log\n"};
+    "decode", QT_TRANSLATE_NOOP("Cli::Text", "Tell in words what a log of the library has kept"),
+    QT_TRANSLATE_NOOP("Cli::Text", "Usage: vesmar decode FILE [--scenario OUT] [--json]\n"),
+    QT_TRANSLATE_NOOP(
+        "Cli::Text",
+        "Reads a log of the library, of a field unit or of vesmar VERB --trace 2> FILE; \"-\" is\n"
+        "the standard input. Tells each exchange with the instrument in words, what was wrong\n"
+        "with it and how long it took, and at the end what was found. Lines of others, their\n"
+        "beginnings of lines and colours do not matter. No instrument is needed. Ctrl-C ends the\n"
+        "reading of a log that still grows.\n"
+        "\n"
+        "--scenario records the exchanges for vesmar-simulator --playback OUT.\n"
+        "\n"
+        "JSON: see docs/events.md; events exchange, unasked, note and result.\n"
+        "\n"
+        "Exit status: 0 decoded; 1 bad usage, a file that cannot be read or written, or a damaged\n"
+        "log: what is whole is told all the same, but not recorded; 3 the output cannot be\n"
+        "written.\n"
+        "\n"
+        "Example:\n"
+        "  vesmar-simulator run -- vesmar info --trace 2> log\n"
+        "  vesmar decode log\n")};
 
 /// A device is not read: /dev/zero has no end, and the bytes of a serial line are another program's.
 bool IsDevice(const QString& path)
@@ -89,18 +92,24 @@ private:
 
 QString LogName(const QString& path)
 {
-    return path == QLatin1String("-") ? QStringLiteral("the standard input") : Printable(path);
+    return path == QLatin1String("-") ? Text::tr("the standard input") : Printable(path);
 }
 
 } // namespace
 
 DecodeVerb::DecodeVerb(CLI::App& program) : Verb(program, Texts, Reach::ProgramOnly)
 {
-    Command().add_option("FILE", _log, "The log; - for the standard input")->type_name("")->required();
     Command()
-        .add_option("--scenario", _recording, "Record the exchanges for vesmar-simulator --playback")
+        .add_option("FILE", _log, Text::tr("The log; - for the standard input").toStdString())
+        ->type_name("")
+        ->required();
+    Command()
+        .add_option("--scenario", _recording,
+                    Text::tr("Record the exchanges for vesmar-simulator --playback").toStdString())
         ->type_name("OUT")
-        ->check([](const std::string& path) { return path.empty() ? "a file needs a name" : std::string(); });
+        ->check([](const std::string& path) {
+            return path.empty() ? Text::tr("a file needs a name").toStdString() : std::string();
+        });
 }
 
 int DecodeVerb::Run()

@@ -21,21 +21,23 @@ namespace
 {
 
 constexpr VerbTexts Texts{
-    "doctor", "Find out what is wrong with the link", "Usage: vesmar doctor [--json]\n",
-    "Looks at the serial device, who may use it and who holds it, asks the instrument for\n"
-    "its status 50 times, shows how it answered and how long that took, and says what is\n"
-    "wrong and what to do. Where another program holds the device, nothing is sent.\n"
-    "\n"
-    "JSON: see docs/events.md; events device, permissions, holders, answers, condition,\n"
-    "and result.\n"
-    "\n"
-    "Exit status: 0 link and instrument are sound; 1 bad usage; 2 no link; 3 the link is\n"
-    "sound, but the instrument is in update mode or in another one that is not its normal\n"
-    "mode, or the output cannot be written; 4 the link is unreliable or too slow, or the\n"
-    "instrument reports an error; 6 a function is active that no program attends.\n"
-    "\n"
-    "Example, without an instrument:\n"
-    "  vesmar-simulator run -- vesmar doctor\n"};
+    "doctor", QT_TRANSLATE_NOOP("Cli::Text", "Find out what is wrong with the link"),
+    QT_TRANSLATE_NOOP("Cli::Text", "Usage: vesmar doctor [--json]\n"),
+    QT_TRANSLATE_NOOP("Cli::Text",
+                      "Looks at the serial device, who may use it and who holds it, asks the instrument for\n"
+                      "its status 50 times, shows how it answered and how long that took, and says what is\n"
+                      "wrong and what to do. Where another program holds the device, nothing is sent.\n"
+                      "\n"
+                      "JSON: see docs/events.md; events device, permissions, holders, answers, condition,\n"
+                      "and result.\n"
+                      "\n"
+                      "Exit status: 0 link and instrument are sound; 1 bad usage; 2 no link; 3 the link is\n"
+                      "sound, but the instrument is in update mode or in another one that is not its normal\n"
+                      "mode, or the output cannot be written; 4 the link is unreliable or too slow, or the\n"
+                      "instrument reports an error; 6 a function is active that no program attends.\n"
+                      "\n"
+                      "Example, without an instrument:\n"
+                      "  vesmar-simulator run -- vesmar doctor\n")};
 
 constexpr int Requests = 50;
 

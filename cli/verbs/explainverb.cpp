@@ -8,6 +8,7 @@
 #include "cli/output/output.h"
 #include "cli/words/advice.h"
 #include "cli/words/format.h"
+#include "cli/words/text.h"
 
 namespace Cli
 {
@@ -21,24 +22,25 @@ using VesmarClient::Name;
 using VesmarClient::NameAndNumber;
 
 constexpr VerbTexts Texts{
-    "explain", "Tell what an error means and what to do", "Usage: vesmar explain [CODE|NAME] [--json]\n",
-    "Tells what has happened when ErrorCode is CODE (or has that NAME), what is likely to\n"
-    "have caused it, and the next step. Without one, lists every error. No instrument is\n"
-    "needed.\n"
-    "\n"
-    "JSON: see docs/events.md; events explanation, one for each error, and result.\n"
-    "\n"
-    "Exit status: 0 told; 1 bad usage, an unknown error included; 3 the output cannot be\n"
-    "written.\n"
-    "\n"
-    "Examples:\n"
-    "  vesmar explain 303\n"
-    "  vesmar explain CommunicationRecovery\n"};
+    "explain", QT_TRANSLATE_NOOP("Cli::Text", "Tell what an error means and what to do"),
+    QT_TRANSLATE_NOOP("Cli::Text", "Usage: vesmar explain [CODE|NAME] [--json]\n"),
+    QT_TRANSLATE_NOOP("Cli::Text",
+                      "Tells what has happened when ErrorCode is CODE (or has that NAME), what is likely to\n"
+                      "have caused it, and the next step. Without one, lists every error. No instrument is\n"
+                      "needed.\n"
+                      "\n"
+                      "JSON: see docs/events.md; events explanation, one for each error, and result.\n"
+                      "\n"
+                      "Exit status: 0 told; 1 bad usage, an unknown error included; 3 the output cannot be\n"
+                      "written.\n"
+                      "\n"
+                      "Examples:\n"
+                      "  vesmar explain 303\n"
+                      "  vesmar explain CommunicationRecovery\n")};
 
 QByteArray ExplanationText(Error error)
 {
-    return NameAndNumber(error).toUtf8() + '\n' +
-           ExplanationLine(QStringLiteral("What happened"), Meaning(error)) +
+    return NameAndNumber(error).toUtf8() + '\n' + ExplanationLine(Text::tr("What happened"), Meaning(error)) +
            AdviceText(static_cast<VesmarClient::Error>(error));
 }
 
@@ -63,7 +65,8 @@ ExplainVerb::ExplainVerb(CLI::App& program) : Verb(program, Texts, Reach::Progra
 {
     Command()
         .add_option_function<std::string>(
-            "error", [this](const std::string& text) { ParseWanted(text); }, "The error's number or name")
+            "error", [this](const std::string& text) { ParseWanted(text); },
+            Text::tr("The error's number or name").toStdString())
         ->type_name("CODE|NAME");
 }
 
@@ -73,7 +76,7 @@ void ExplainVerb::ParseWanted(const std::string& numberOrName)
     _wanted = VesmarClient::FindError(given);
     if (!_wanted) {
         const QString complaint =
-            QStringLiteral("there is no error \"%1\"; vesmar explain lists them").arg(Printable(given));
+            Text::tr("there is no error \"%1\"; vesmar explain lists them").arg(Printable(given));
         throw CLI::ValidationError(complaint.toStdString());
     }
 }
@@ -89,7 +92,7 @@ int ExplainVerb::Run()
         }
     }
     if (Options().isJson) {
-        text += ResultLine(QDateTime::currentDateTime(), DoneWith(QStringLiteral("Everything was told.")));
+        text += ResultLine(QDateTime::currentDateTime(), DoneWith(Text::tr("Everything was told.")));
     }
     constexpr int Nothing = -1;
     Output output(STDOUT_FILENO, Nothing);

@@ -14,20 +14,21 @@ namespace
 {
 
 constexpr VerbTexts Texts{
-    "info", "Show the instrument's identity and clocks",
-    "Usage: vesmar info [--json] [--timeout TIME] [--trace]\n",
-    "Connects, waits until the identity and both clocks have been read, shows them with\n"
-    "the instrument's mode and error, and ends. A function that is active while no program\n"
-    "attends it is told on the error output, and told to stop.\n"
-    "\n"
-    "JSON: see docs/events.md; events unattended, info and result.\n"
-    "\n"
-    "Exit status: 0 shown; 1 bad usage; 2 the link did not come up in time; 3 the\n"
-    "instrument is in update mode, where its clocks cannot be read, or the output cannot\n"
-    "be written; 6 a function that no program attends does not stop.\n"
-    "\n"
-    "Example, without an instrument:\n"
-    "  vesmar-simulator run -- vesmar info --json\n"};
+    "info", QT_TRANSLATE_NOOP("Cli::Text", "Show the instrument's identity and clocks"),
+    QT_TRANSLATE_NOOP("Cli::Text", "Usage: vesmar info [--json] [--timeout TIME] [--trace]\n"),
+    QT_TRANSLATE_NOOP(
+        "Cli::Text", "Connects, waits until the identity and both clocks have been read, shows them with\n"
+                     "the instrument's mode and error, and ends. A function that is active while no program\n"
+                     "attends it is told on the error output, and told to stop.\n"
+                     "\n"
+                     "JSON: see docs/events.md; events unattended, info and result.\n"
+                     "\n"
+                     "Exit status: 0 shown; 1 bad usage; 2 the link did not come up in time; 3 the\n"
+                     "instrument is in update mode, where its clocks cannot be read, or the output cannot\n"
+                     "be written; 6 a function that no program attends does not stop.\n"
+                     "\n"
+                     "Example, without an instrument:\n"
+                     "  vesmar-simulator run -- vesmar info --json\n")};
 
 /// Waits until everything has been read, and shows it.
 class InfoReader : public QObject

@@ -16,25 +16,27 @@ using VesmarClient::Instrument;
 using VesmarClient::LinkState;
 
 constexpr VerbTexts Texts{
-    "monitor", "Show every change of every property as it happens",
-    "Usage: vesmar monitor [--for TIME] [--json] [--timeout TIME] [--trace]\n",
-    "Connects, and shows each change with the time at which it was told, until Ctrl-C,\n"
-    "SIGTERM, SIGHUP or the time given. A loss of the link shows as ErrorCode 103 and,\n"
-    "if it lasts, 100, and the program goes on. Whenever the identity has been read, the\n"
-    "mode, the error and the calibration date are shown as they stand, changed or not. An\n"
-    "instrument in update mode is pointed out on the error output.\n"
-    "A function that is active while no program attends it is told there, too, and told to\n"
-    "stop. Readings are in the instrument's own units.\n"
-    "\n"
-    "JSON: see docs/events.md; events unattended, change and result.\n"
-    "\n"
-    "Exit status: 0 ended by a signal or after the time given; 1 bad usage; 2 the link\n"
-    "did not come up in time; 3 the output cannot be written; 128 and the signal's\n"
-    "number where a signal came before the link was up, 141 where the output's reader\n"
-    "went away.\n"
-    "\n"
-    "Example, without an instrument, its plug pulled after 3 s and put back after 25 s:\n"
-    "  vesmar-simulator run --at 3:unplug --at 25:plug -- vesmar monitor --for 40\n"};
+    "monitor", QT_TRANSLATE_NOOP("Cli::Text", "Show every change of every property as it happens"),
+    QT_TRANSLATE_NOOP("Cli::Text",
+                      "Usage: vesmar monitor [--for TIME] [--json] [--timeout TIME] [--trace]\n"),
+    QT_TRANSLATE_NOOP(
+        "Cli::Text", "Connects, and shows each change with the time at which it was told, until Ctrl-C,\n"
+                     "SIGTERM, SIGHUP or the time given. A loss of the link shows as ErrorCode 103 and,\n"
+                     "if it lasts, 100, and the program goes on. Whenever the identity has been read, the\n"
+                     "mode, the error and the calibration date are shown as they stand, changed or not. An\n"
+                     "instrument in update mode is pointed out on the error output.\n"
+                     "A function that is active while no program attends it is told there, too, and told to\n"
+                     "stop. Readings are in the instrument's own units.\n"
+                     "\n"
+                     "JSON: see docs/events.md; events unattended, change and result.\n"
+                     "\n"
+                     "Exit status: 0 ended by a signal or after the time given; 1 bad usage; 2 the link\n"
+                     "did not come up in time; 3 the output cannot be written; 128 and the signal's\n"
+                     "number where a signal came before the link was up, 141 where the output's reader\n"
+                     "went away.\n"
+                     "\n"
+                     "Example, without an instrument, its plug pulled after 3 s and put back after 25 s:\n"
+                     "  vesmar-simulator run --at 3:unplug --at 25:plug -- vesmar monitor --for 40\n")};
 
 class Monitor : public QObject
 {
@@ -122,7 +124,10 @@ private:
 MonitorVerb::MonitorVerb(CLI::App& program) : Verb(program, Texts)
 {
     constexpr double Least = 0;
-    AddSeconds("--for", "End after so long, counted from the moment that the link is up", Least, _duration);
+    AddSeconds(
+        "--for",
+        QT_TRANSLATE_NOOP("Cli::Text", "End after so long, counted from the moment that the link is up"),
+        Least, _duration);
 }
 
 int MonitorVerb::Run()

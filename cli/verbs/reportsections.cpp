@@ -31,6 +31,7 @@ Outcome RunVesmar(const QStringList& arguments, const QByteArray& input = {})
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
+    environment.remove(QStringLiteral("LANGUAGE"));
     process.setProcessEnvironment(environment);
     process.start(QCoreApplication::applicationFilePath(), arguments);
     process.write(input);

@@ -21,35 +21,41 @@ namespace
 {
 
 constexpr VerbTexts Texts{
-    "report", "Write one file for a report of a bug",
-    "Usage: vesmar report [FILE] [--log LOG] [--overwrite] [--json]\n",
-    "Writes a text with the versions, with what vesmar doctor finds, with the instrument's\n"
-    "identity and with the latest trace, decoded. What cannot be found out, without an\n"
-    "instrument for example, stands in the file in so many words. The report is in English.\n"
-    "\n"
-    "FILE is vesmar-report-DATE-TIME.txt unless it is given; - is the standard output. The\n"
-    "trace is the end of LOG, which is kept by a field unit or by vesmar VERB --trace 2> LOG;\n"
-    "without --log, it is that of a connection that is made for it.\n"
-    "\n"
-    "JSON: see docs/events.md; event result.\n"
-    "\n"
-    "Exit status: 0 written; 1 bad usage, or a file that is there already or cannot be\n"
-    "written; 3 the output cannot be written.\n"
-    "\n"
-    "Example, without an instrument:\n"
-    "  vesmar-simulator run -- vesmar report -\n"};
+    "report", QT_TRANSLATE_NOOP("Cli::Text", "Write one file for a report of a bug"),
+    QT_TRANSLATE_NOOP("Cli::Text", "Usage: vesmar report [FILE] [--log LOG] [--overwrite] [--json]\n"),
+    QT_TRANSLATE_NOOP(
+        "Cli::Text",
+        "Writes a text with the versions, with what vesmar doctor finds, with the instrument's\n"
+        "identity and with the latest trace, decoded. What cannot be found out, without an\n"
+        "instrument for example, stands in the file in so many words. The report is in English.\n"
+        "\n"
+        "FILE is vesmar-report-DATE-TIME.txt unless it is given; - is the standard output. The\n"
+        "trace is the end of LOG, which is kept by a field unit or by vesmar VERB --trace 2> LOG;\n"
+        "without --log, it is that of a connection that is made for it.\n"
+        "\n"
+        "JSON: see docs/events.md; event result.\n"
+        "\n"
+        "Exit status: 0 written; 1 bad usage, or a file that is there already or cannot be\n"
+        "written; 3 the output cannot be written.\n"
+        "\n"
+        "Example, without an instrument:\n"
+        "  vesmar-simulator run -- vesmar report -\n")};
 
 } // namespace
 
 ReportVerb::ReportVerb(CLI::App& program) : Verb(program, Texts, Reach::ProgramOnly)
 {
-    Command().add_option("FILE", _file, "Where to write it; - for the standard output")->type_name("");
-    Command().add_option("--log", _log, "The log with the trace")->type_name("LOG");
-    Command().add_flag("--overwrite", _isOverwritten, "Overwrite the file if it is there already");
+    Command()
+        .add_option("FILE", _file, Text::tr("Where to write it; - for the standard output").toStdString())
+        ->type_name("");
+    Command().add_option("--log", _log, Text::tr("The log with the trace").toStdString())->type_name("LOG");
+    Command().add_flag("--overwrite", _isOverwritten,
+                       Text::tr("Overwrite the file if it is there already").toStdString());
     Command().final_callback([this] {
         if (_file == "-" && Options().isJson) {
-            throw CLI::ValidationError("--json",
-                                       "the standard output is either JSON or the report; name a file");
+            throw CLI::ValidationError(
+                "--json",
+                Text::tr("the standard output is either JSON or the report; name a file").toStdString());
         }
     });
 }

@@ -14,19 +14,21 @@ namespace
 using VesmarClient::Job;
 
 constexpr VerbTexts Texts{
-    "restart", "Restart the instrument into its normal mode", "Usage: vesmar restart [OPTIONS]\n",
-    "Restarts the instrument, waits until its identity has been read anew and it is in its\n"
-    "normal mode, and says how long that took. It also brings back an instrument that was\n"
-    "left in update mode with its firmware still whole.\n"
-    "\n"
-    "JSON: see docs/events.md; events restart and result.\n"
-    "\n"
-    "Exit status: 0 restarted; 1 bad usage; 2 the link did not come up in time; 3 the\n"
-    "output cannot be written; 4 the instrument does not reach its normal mode in time; 7\n"
-    "the link was lost; 128 and the signal's number where a signal came first.\n"
-    "\n"
-    "Example, without an instrument:\n"
-    "  vesmar-simulator run --restart-time 1500 -- vesmar restart\n"};
+    "restart", QT_TRANSLATE_NOOP("Cli::Text", "Restart the instrument into its normal mode"),
+    QT_TRANSLATE_NOOP("Cli::Text", "Usage: vesmar restart [OPTIONS]\n"),
+    QT_TRANSLATE_NOOP(
+        "Cli::Text", "Restarts the instrument, waits until its identity has been read anew and it is in its\n"
+                     "normal mode, and says how long that took. It also brings back an instrument that was\n"
+                     "left in update mode with its firmware still whole.\n"
+                     "\n"
+                     "JSON: see docs/events.md; events restart and result.\n"
+                     "\n"
+                     "Exit status: 0 restarted; 1 bad usage; 2 the link did not come up in time; 3 the\n"
+                     "output cannot be written; 4 the instrument does not reach its normal mode in time; 7\n"
+                     "the link was lost; 128 and the signal's number where a signal came first.\n"
+                     "\n"
+                     "Example, without an instrument:\n"
+                     "  vesmar-simulator run --restart-time 1500 -- vesmar restart\n")};
 
 class RestartWork : public QObject
 {

@@ -16,23 +16,25 @@ using VesmarClient::Outcome;
 using VesmarClient::StopJob;
 
 constexpr VerbTexts Texts{
-    "stop", "End whatever runs at the instrument, and prove it",
-    "Usage: vesmar stop [--json] [--timeout TIME] [--trace]\n",
-    "Ends the function that is active at the instrument, whoever has started it, and waits\n"
-    "for the proof: the instrument itself reports that no function is active any more. It\n"
-    "begins as soon as the line is open, and gives the instrument 20 seconds. A program\n"
-    "that holds the line is named; end that program first.\n"
-    "\n"
-    "JSON: see docs/events.md; events unattended, stop and result.\n"
-    "\n"
-    "Exit status: 0 it is proved that nothing runs; 1 bad usage; 2 the link did not come up\n"
-    "in time, or another program holds the line, so that nothing is known; 3 the instrument\n"
-    "is in update mode, or the output cannot be written; 6, 7 it is not proved that nothing\n"
-    "runs (7: the link is lost): switch the instrument off; 128 and the signal's number\n"
-    "where a signal came first.\n"
-    "\n"
-    "Example, without an instrument:\n"
-    "  vesmar-simulator run --at 0:\"function 9\" -- vesmar stop\n"};
+    "stop", QT_TRANSLATE_NOOP("Cli::Text", "End whatever runs at the instrument, and prove it"),
+    QT_TRANSLATE_NOOP("Cli::Text", "Usage: vesmar stop [--json] [--timeout TIME] [--trace]\n"),
+    QT_TRANSLATE_NOOP(
+        "Cli::Text",
+        "Ends the function that is active at the instrument, whoever has started it, and waits\n"
+        "for the proof: the instrument itself reports that no function is active any more. It\n"
+        "begins as soon as the line is open, and gives the instrument 20 seconds. A program\n"
+        "that holds the line is named; end that program first.\n"
+        "\n"
+        "JSON: see docs/events.md; events unattended, stop and result.\n"
+        "\n"
+        "Exit status: 0 it is proved that nothing runs; 1 bad usage; 2 the link did not come up\n"
+        "in time, or another program holds the line, so that nothing is known; 3 the instrument\n"
+        "is in update mode, or the output cannot be written; 6, 7 it is not proved that nothing\n"
+        "runs (7: the link is lost): switch the instrument off; 128 and the signal's number\n"
+        "where a signal came first.\n"
+        "\n"
+        "Example, without an instrument:\n"
+        "  vesmar-simulator run --at 0:\"function 9\" -- vesmar stop\n")};
 
 class StopWork : public QObject
 {
