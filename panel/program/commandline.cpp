@@ -8,8 +8,9 @@ namespace Panel
 namespace
 {
 
-const char Footer[] = "\nThe panel needs neither a mouse nor a keyboard, and runs without a window manager:\n"
-                      "\n  QT_QPA_PLATFORM=linuxfb vesmar-panel --full-screen\n";
+const char Footer[] =
+    "\nTouch alone is enough, and so is a keyboard. Neither X nor a window manager is needed:\n"
+    "\n  QT_QPA_PLATFORM=linuxfb vesmar-panel --full-screen\n";
 
 std::shared_ptr<CLI::App> declare(CommandLine* commandLine)
 {

@@ -6,6 +6,7 @@
 
 #include "panel/kit/theme.h"
 #include "panel/program/commandline.h"
+#include "panel/program/endsignals.h"
 #include "panel/program/language.h"
 #include "panel/program/simulated.h"
 #include "panel/window/mainwindow.h"
@@ -44,6 +45,7 @@ int run(const Panel::CommandLine& commandLine)
     } else {
         window.show();
     }
+    const Panel::EndSignals endSignals([&window] { window.close(); });
     session.open();
     return QApplication::exec();
 }

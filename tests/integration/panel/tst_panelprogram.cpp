@@ -2,8 +2,6 @@
 
 #include <QProcess>
 
-#include <csignal>
-
 #include "integration/patience.h"
 
 /// The program as it is started.
@@ -43,9 +41,9 @@ void TestPanelProgram::RunsAtASimulatorOfItsOwn()
     QProcess program;
     program.start(QStringLiteral(PANEL_PROGRAM), {QStringLiteral("--simulator")});
     AWAIT(ChildOf(program.processId()) > 0 && HoldsPseudoTerminal(ChildOf(program.processId())));
-    program.terminate(); // which the simulator passes on
+    program.terminate(); // which the simulator passes on, and which closes the window
     QVERIFY(program.waitForFinished(Patience));
-    QCOMPARE(program.exitCode(), 128 + SIGTERM);
+    QCOMPARE(program.exitCode(), 0);
 }
 
 void TestPanelProgram::WhatIsWrongIsSaid()
