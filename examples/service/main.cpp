@@ -2,6 +2,7 @@
 // and "service clock" sets the clock; jobs.h says what else there is.
 #include <QCoreApplication>
 #include <QDebug>
+#include <VesmarClient/serialdevice.h>
 #include <VesmarClient/tracerouter.h>
 
 #include "catalogue.h"
@@ -41,6 +42,7 @@ int main(int argc, char** argv)
     const QStringList words = QCoreApplication::arguments().mid(1);
     if (words.isEmpty()) {
         printCatalogue();
+        qInfo().noquote() << SerialDevice::path() << SerialDevice::problem().whatHappened;
         return 0;
     }
     const TraceRouter router; // The driver's trace goes nowhere, and is counted.
