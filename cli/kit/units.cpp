@@ -22,7 +22,7 @@ CLI::Validator InSeconds()
         }
         return std::string();
     };
-    return CLI::Validator(convert, "");
+    return {convert, ""};
 }
 
 } // namespace Cli

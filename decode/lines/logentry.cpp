@@ -82,12 +82,13 @@ LogEntry UnstampedEntry(string_view text)
 
 LogEntry ParseLogLine(const QByteArray& line)
 {
-    const QByteArray text = WithoutColours(line);
+    const QByteArray plain = WithoutColours(line);
     LogEntry entry;
-    if (Scanner::FindTime(View(text), 0) != string_view::npos) {
-        entry = StampedEntry(line, text);
+    if (Scanner::FindTime(View(plain), 0) != string_view::npos) {
+        entry = StampedEntry(line, plain);
     }
-    return entry.kind == LogEntry::Kind::Other && entry.damage.isEmpty() ? UnstampedEntry(View(text)) : entry;
+    return entry.kind == LogEntry::Kind::Other && entry.damage.isEmpty() ? UnstampedEntry(View(plain))
+                                                                         : entry;
 }
 
 std::optional<int> MillisecondsBetween(const QTime& before, const QTime& after)

@@ -35,7 +35,7 @@ LogEntry DamagedExchange(LogEntry entry, const QString& damage)
 }
 
 /// An exchange with the digits of its frames, and the count and the rest behind the answer.
-LogEntry CheckedExchange(LogEntry entry, bool isWhole, string_view count, string_view rest)
+LogEntry CheckedExchange(const LogEntry& entry, bool isWhole, string_view count, string_view rest)
 {
     if (!isWhole) {
         return DamagedExchange(entry, Words::tr("a hexadecimal digit is missing or too many"));
@@ -137,9 +137,9 @@ bool IsBeginningOfExchange(const QByteArray& coloured, const QByteArray& text)
 
 } // namespace
 
-LogEntry StampedEntry(const QByteArray& coloured, const QByteArray& line)
+LogEntry StampedEntry(const QByteArray& coloured, const QByteArray& plain)
 {
-    const string_view text = View(line);
+    const string_view text = View(plain);
     for (auto* const entryIn : {ExchangeIn, UnaskedIn, EchoIn, LinkNoteIn}) {
         for (auto at = Scanner::FindTime(text, 0); at != string_view::npos;
              at = Scanner::FindTime(text, at + 1)) {
@@ -149,7 +149,7 @@ LogEntry StampedEntry(const QByteArray& coloured, const QByteArray& line)
         }
     }
     LogEntry entry;
-    if (IsBeginningOfExchange(coloured, line)) {
+    if (IsBeginningOfExchange(coloured, plain)) {
         entry.damage = Words::tr("the exchange is damaged: its end is missing");
     }
     return entry;
