@@ -38,7 +38,7 @@ public:
 
     /// Replaces the firmware. Nothing may end that in the middle.
     VesmarClient::UpdateJob* update(const QByteArray& image, const QByteArray& confirmation);
-    bool isUpdating() const { return _update && !_update->isFinished(); }
+    bool isUpdating() const { return _update != nullptr && !_update->isFinished(); }
 
     /// The measurement under way; null where there is none.
     VesmarClient::Measurement* measurement() const { return _measurement; }
