@@ -269,7 +269,7 @@
     </message>
     <message>
         <source>The instrument is in update mode (%1) and waits for firmware; run vesmar update IMAGE --confirmation FILE.</source>
-        <translation>Das Gerät ist im Update-Modus (%1) und wartet auf Firmware; rufen Sie vesmar update ABBILD --confirmation DATEI auf.</translation>
+        <translation>Das Gerät ist im Update-Modus (%1) und wartet auf Firmware; rufen Sie vesmar update IMAGE --confirmation DATEI auf.</translation>
     </message>
     <message>
         <source>The link to it was lost; check cable and power, and try again.</source>
@@ -1743,6 +1743,10 @@ Beispiel, ohne Gerät:
     <message>
         <source>Send it without the library&apos;s machine behind it</source>
         <translation>Ohne den Zustandsautomaten der Bibliothek senden</translation>
+    </message>
+    <message>
+        <source>Asking for the status. This takes a second, and minutes where answers are late.</source>
+        <translation>Der Status wird abgefragt. Das dauert eine Sekunde, und Minuten, wenn Antworten spät kommen.</translation>
     </message>
 </context>
 </TS>

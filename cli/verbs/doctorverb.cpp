@@ -75,7 +75,9 @@ private:
     Ending AskInstrument()
     {
         if (!_isJson) {
-            Write("Asking for the status. This takes a second, and minutes where answers are late.\n");
+            Write(Text::tr("Asking for the status. This takes a second, and minutes where answers are late.")
+                      .toUtf8() +
+                  '\n');
         }
         LineProbe probe(_device.Descriptor());
         LineRecord line;

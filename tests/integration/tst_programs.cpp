@@ -17,6 +17,15 @@ QStringList SimulatedVesmar(const char* arguments, const QStringList& simulatorO
            QStringList{VesmarProgram} + Words(QLatin1String(arguments));
 }
 
+/// Without the language's locale, which a machine need not have.
+QProcessEnvironment InLanguage(const QString& language)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
+    environment.insert(QStringLiteral("LANGUAGE"), language);
+    return environment;
+}
+
 QJsonValue At(const QJsonObject& object, const char* outer, const char* inner)
 {
     return ValueOf(PartOf(object, outer), inner);
@@ -118,6 +127,10 @@ private Q_SLOTS:
     void SignalEndsTheReadingOfALog_data();
     void SignalEndsTheReadingOfALog();
     void SignalEndsTheReadingBeforeAnExchange();
+    void LanguageIsTheReaders_data();
+    void LanguageIsTheReaders();
+    void JsonIsTheSameInEveryLanguage_data();
+    void JsonIsTheSameInEveryLanguage();
     void MonitorShowsTheLossAndTheReturn();
     void ProgramBesideAMeasurementIsRefused();
 };
@@ -618,6 +631,62 @@ void TestPrograms::SignalEndsTheReadingBeforeAnExchange()
     QCOMPARE(run.Errors(), QByteArray("vesmar: the standard input: the reading was ended before an exchange "
                                       "with an instrument\n"));
     QVERIFY(QDir(folder.path()).isEmpty());
+}
+
+void TestPrograms::LanguageIsTheReaders_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("arguments");
+    QTest::addColumn<QByteArray>("text");
+    QTest::newRow("German") << "de"
+                            << "explain 100" << QByteArray("das Gerät antwortet nicht");
+    QTest::newRow("of Austria") << "de_AT"
+                                << "info --help" << QByteArray("Aufruf: vesmar info");
+    QTest::newRow("of the decoder") << "de"
+                                    << "decode -" << QByteArray("Status lesen");
+    QTest::newRow("option without a value") << "de"
+                                            << "info --timeout" << QByteArray("--timeout: ZEIT fehlt");
+    QTest::newRow("English before German") << "en:de"
+                                           << "explain 100" << QByteArray("does not answer");
+    QTest::newRow("unknown") << "tlh"
+                             << "explain 100" << QByteArray("does not answer");
+}
+
+void TestPrograms::LanguageIsTheReaders()
+{
+    QFETCH(const QString, arguments);
+    QFETCH(const QByteArray, text);
+    QFETCH(const QString, language);
+    ProgramRun run(VesmarProgram, Words(arguments), InLanguage(language));
+    run.WriteLine("20:51:40.316  73f44e 00fed10e[4b]");
+    run.CloseInput();
+    QVERIFY(run.Finish() >= 0);
+    VERIFY_CONTAINS(run.Output() + run.Errors(), text);
+}
+
+void TestPrograms::JsonIsTheSameInEveryLanguage_data()
+{
+    QTest::addColumn<QString>("arguments");
+    QTest::newRow("explain") << "explain --json";
+    QTest::newRow("decode") << "--json decode -";
+    QTest::newRow("doctor without a device") << "doctor --json";
+}
+
+void TestPrograms::JsonIsTheSameInEveryLanguage()
+{
+    QFETCH(const QString, arguments);
+    QByteArrayList outputs;
+    for (const char* const language : {"en", "de"}) {
+        ProgramRun run(VesmarProgram, Words(arguments), InLanguage(QLatin1String(language)));
+        run.WriteLine("20:51:40.316  73f44e 00fed10e[4b]");
+        run.WriteLine("20:51:40.416  73f44e ");
+        run.CloseInput();
+        QVERIFY(run.Finish() >= 0);
+        static const QRegularExpression time(QStringLiteral("\"time\":\"[^\"]*\""));
+        outputs.append(QString::fromUtf8(run.Output()).remove(time).toUtf8() + run.Errors());
+    }
+    QVERIFY(outputs.first().contains("\"event\":\"result\""));
+    QCOMPARE(outputs.last(), outputs.first());
 }
 
 void TestPrograms::MonitorShowsTheLossAndTheReturn()
