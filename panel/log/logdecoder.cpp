@@ -72,7 +72,7 @@ void LogDecoder::record(const Decode::Event& event)
         return;
     }
     const Settings settings(result.function());
-    if (!_record || _record->settings != settings) {
+    if (_record.isNull() || _record->settings != settings) {
         _record.reset(new Record);
         _record->settings = settings;
         _recordBegan = event.at;

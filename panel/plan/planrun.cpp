@@ -58,7 +58,7 @@ void PlanRun::hold()
 /// The button may be released late: when its step is over.
 void PlanRun::release()
 {
-    if (_measured && _plan.steps.at(_present).isDangerous()) {
+    if (!_measured.isNull() && _plan.steps.at(_present).isDangerous()) {
         _session.stop();
     }
 }
@@ -73,7 +73,7 @@ void PlanRun::measure()
 
 void PlanRun::stop()
 {
-    if (_measured) {
+    if (!_measured.isNull()) {
         _session.stop();
     } else if (_present >= 0) {
         finish();
@@ -83,7 +83,7 @@ void PlanRun::stop()
 /// Other measurements may end as well: those that were begun by hand.
 void PlanRun::end(const RecordPointer& record)
 {
-    if (!_measured || record != _measured) {
+    if (_measured.isNull() || record != _measured) {
         return;
     }
     _measured.reset();

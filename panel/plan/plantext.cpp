@@ -14,12 +14,12 @@ namespace
 {
 
 constexpr int Version = 1;
-constexpr QLatin1String VersionMember("version");
-constexpr QLatin1String Name("name");
-constexpr QLatin1String OnFailedStep("onFailedStep");
-constexpr QLatin1String Stop("stop");
-constexpr QLatin1String Continue("continue");
-constexpr QLatin1String Steps("steps");
+const QLatin1String VersionMember("version");
+const QLatin1String Name("name");
+const QLatin1String OnFailedStep("onFailedStep");
+const QLatin1String Stop("stop");
+const QLatin1String Continue("continue");
+const QLatin1String Steps("steps");
 
 QString translated(const char* text)
 {

@@ -60,7 +60,7 @@ QString words(Verdict verdict)
 QString readingsOf(const StepRecord& step)
 {
     QStringList texts;
-    if (step.record) {
+    if (!step.record.isNull()) {
         for (const ReadingInfo& info : step.record->function().readings) {
             const Reading reading = step.record->latest.reading(info.identifier);
             const double value = reading.isPresent ? reading.value : std::nan("");

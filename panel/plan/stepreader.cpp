@@ -13,12 +13,12 @@ using Path = JsonChecker::Path;
 namespace
 {
 
-constexpr QLatin1String Name("name");
-constexpr QLatin1String Function("function");
-constexpr QLatin1String Options("options");
-constexpr QLatin1String Criteria("criteria");
-constexpr QLatin1String Minimum("min");
-constexpr QLatin1String Maximum("max");
+const QLatin1String Name("name");
+const QLatin1String Function("function");
+const QLatin1String Options("options");
+const QLatin1String Criteria("criteria");
+const QLatin1String Minimum("min");
+const QLatin1String Maximum("max");
 
 } // namespace
 

@@ -48,7 +48,7 @@ QByteArray csvOf(const PlanRecord& plan)
     QString text = QStringLiteral("step,name,function,at,seconds,reading,value,unit\n");
     for (int i = 0; i < plan.steps.size(); ++i) {
         const StepRecord& step = plan.steps.at(i);
-        if (step.record) {
+        if (!step.record.isNull()) {
             const QString front =
                 QStringLiteral("%1,%2,%3")
                     .arg(QString::number(i + 1), quoted(step.step.name), step.step.settings.function());

@@ -69,8 +69,8 @@ QString textOf(const ReadingInfo& info, double value)
 /// Those of the first step that was measured: a plan is measured with one instrument.
 QString instrumentTable(const PlanRecord& plan)
 {
-    const auto measured = std::find_if(plan.steps.cbegin(), plan.steps.cend(),
-                                       [](const StepRecord& step) { return !step.record.isNull(); });
+    const auto* const measured = std::find_if(plan.steps.cbegin(), plan.steps.cend(),
+                                              [](const StepRecord& step) { return !step.record.isNull(); });
     const bool isMeasured = measured != plan.steps.cend();
     const Identity identity = isMeasured ? measured->record->identity : Identity();
     const QDateTime calibration = isMeasured ? measured->record->calibrationDate : QDateTime();
@@ -138,7 +138,7 @@ QString readingTable(const StepRecord& step)
             highest = std::fmax(highest, value);
         }
         const Reading last = step.record->latest.reading(info.identifier);
-        const auto criterion =
+        const auto* const criterion =
             std::find_if(step.step.criteria.cbegin(), step.step.criteria.cend(),
                          [&info](const Criterion& each) { return each.reading == info.identifier; });
         rows += row({info.title, last.text(), textOf(info, lowest), textOf(info, highest),

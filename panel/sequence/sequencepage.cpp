@@ -157,8 +157,8 @@ void SequencePage::showButtons()
         _verdict->setText(tr("Step %1 of %2").arg(present + 1).arg(_plan.steps.size()));
         setLook(_verdict, "title");
     } else {
-        const Verdict verdict = _run ? _run->record().verdict() : Verdict::None;
-        _verdict->setText(_run ? words(verdict) : QString());
+        const Verdict verdict = !_run.isNull() ? _run->record().verdict() : Verdict::None;
+        _verdict->setText(!_run.isNull() ? words(verdict) : QString());
         setLook(_verdict, verdict == Verdict::Passed ? "good"
                           : verdict == Verdict::None ? "title"
                                                      : "danger");

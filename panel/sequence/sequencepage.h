@@ -32,7 +32,7 @@ private:
     void showStep(int step);
     void showButtons();
     void showReadings();
-    bool isRunning() const { return _run && !_run->isFinished(); }
+    bool isRunning() const { return !_run.isNull() && !_run->isFinished(); }
 
     Session& _session;
     QComboBox* _plans;

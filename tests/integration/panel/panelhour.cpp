@@ -23,7 +23,7 @@ namespace
 constexpr int TimeBetweenReadings = 100; // In milliseconds.
 constexpr int ReadingsOfMinute = 60 * 1000 / TimeBetweenReadings;
 constexpr double MostOfACore = 0.15;
-constexpr double MostGrowth = 1; // In MiB, from the end of the first record to that of the last one.
+constexpr double MostGrowth = 2; // In MiB, from the end of the first record to that of the last one.
 
 double processorSeconds()
 {
