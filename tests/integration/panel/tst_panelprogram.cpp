@@ -24,8 +24,14 @@ qint64 ChildOf(qint64 process)
     return children.open(QIODevice::ReadOnly) ? children.readAll().trimmed().toLongLong() : 0;
 }
 
-bool HoldsPseudoTerminal(qint64 process)
+/// Whether the process has become the panel, and has opened its line. Until then it has the simulator's
+/// descriptors.
+bool HasOpenedTheLine(qint64 process)
 {
+    if (QFileInfo(QStringLiteral("/proc/%1/exe").arg(process)).symLinkTarget() !=
+        QStringLiteral(PANEL_PROGRAM)) {
+        return false;
+    }
     const QDir files(QStringLiteral("/proc/%1/fd").arg(process));
     const QFileInfoList links = files.entryInfoList(QDir::Files | QDir::System);
     return std::any_of(links.cbegin(), links.cend(), [](const QFileInfo& link) {
@@ -40,7 +46,7 @@ void TestPanelProgram::RunsAtASimulatorOfItsOwn()
 {
     QProcess program;
     program.start(QStringLiteral(PANEL_PROGRAM), {QStringLiteral("--simulator")});
-    AWAIT(ChildOf(program.processId()) > 0 && HoldsPseudoTerminal(ChildOf(program.processId())));
+    AWAIT(ChildOf(program.processId()) > 0 && HasOpenedTheLine(ChildOf(program.processId())));
     program.terminate(); // which the simulator passes on, and which closes the window
     QVERIFY(program.waitForFinished(Patience));
     QCOMPARE(program.exitCode(), 0);
