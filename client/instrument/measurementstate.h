@@ -4,7 +4,7 @@
 
 #include <VesmarClient/measurement.h>
 
-#include "client/driver/measurementrun.h"
+#include "client/measuring/measurementrun.h"
 
 namespace VesmarClient
 {

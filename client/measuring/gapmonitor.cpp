@@ -1,4 +1,4 @@
-#include "client/driver/gapmonitor.h"
+#include "client/measuring/gapmonitor.h"
 
 namespace VesmarClient
 {

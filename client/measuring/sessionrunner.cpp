@@ -1,4 +1,4 @@
-#include "client/driver/sessionrunner.h"
+#include "client/measuring/sessionrunner.h"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "client/driver/measuredresults.h"
+#include "client/measuring/measuredresults.h"
 
 namespace VesmarClient
 {

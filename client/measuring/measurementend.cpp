@@ -1,4 +1,4 @@
-#include "client/driver/measurementend.h"
+#include "client/measuring/measurementend.h"
 
 #include <array>
 

@@ -1,4 +1,4 @@
-#include "client/driver/measurementorder.h"
+#include "client/measuring/measurementorder.h"
 
 #include <cmath>
 

@@ -1,8 +1,8 @@
-#include "client/driver/measurementrun.h"
+#include "client/measuring/measurementrun.h"
 
 #include "client/catalogue/conversions.h"
-#include "client/driver/measurementend.h"
 #include "client/guard/guard.h"
+#include "client/measuring/measurementend.h"
 
 namespace VesmarClient
 {

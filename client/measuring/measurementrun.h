@@ -4,10 +4,10 @@
 
 #include <VesmarClient/result.h>
 
-#include "client/driver/gapmonitor.h"
-#include "client/driver/measurementorder.h"
 #include "client/driver/run.h"
-#include "client/driver/sessionrunner.h"
+#include "client/measuring/gapmonitor.h"
+#include "client/measuring/measurementorder.h"
+#include "client/measuring/sessionrunner.h"
 
 namespace VesmarClient
 {

@@ -4,8 +4,8 @@
 
 #include <functional>
 
-#include "client/driver/measuredresults.h"
-#include "client/driver/measurementorder.h"
+#include "client/measuring/measuredresults.h"
+#include "client/measuring/measurementorder.h"
 
 namespace VesmarClient
 {
