@@ -1,5 +1,9 @@
 #include "figures.h"
 
+#include <sched.h>
+
+#include <thread>
+
 #include <QLoggingCategory>
 
 #include <Vesmar/tester.h>
@@ -50,6 +54,17 @@ void MeasureBlock(Use& driver, Use& bare, Samples& applicationWakeUps)
     bare.Add(StepMarks::OfBareMachine(), firstOfBare);
 }
 
+/// Keeps this thread, and those that it starts, on as many cores.
+void RunOnCores(size_t count)
+{
+    cpu_set_t cores;
+    CPU_ZERO(&cores);
+    for (size_t core = 0; core < count; ++core) {
+        CPU_SET(core, &cores);
+    }
+    sched_setaffinity(0, sizeof(cores), &cores);
+}
+
 } // namespace
 
 void MeasureSteps()
@@ -58,6 +73,7 @@ void MeasureSteps()
     const Peer peer(Delay);
     const Peer barePeer(Delay);
     RedirectSerialDevice(peer.DevicePath());
+    RunOnCores(1); // One core may be slower than the other.
     Vesmar::Tester* tester = Vesmar::Tester::Instance();
     tester->Enable();
     RunUntil([&] { return peer.Count('T') > 0; });
@@ -74,6 +90,7 @@ void MeasureSteps()
         QLoggingCategory::setFilterRules({});
     }
     delete tester;
+    RunOnCores(std::thread::hardware_concurrency());
     const char* const what = "bare loop";
     Print({"Idle step: period", "ms", traced.period.Median(), bare.period.Median(), what});
     Print({"Idle step: processor time, trace to nowhere", "us", traced.processor.Median(),
