@@ -146,10 +146,12 @@ void DecodeSession::DecideEnding()
     } else if (_isEmpty) {
         Fail("empty", Text::tr("%1 is empty; check that it is the right file").arg(log));
     } else if (_damagedLines > 0) {
-        const QString notWritten = _recording ? Text::tr(", and no recording is written") : QString();
-        Fail("damaged-log", Text::tr("%1: lines that are not decoded because they are damaged: %2%3; get the "
-                                     "whole log, or remove them")
-                                .arg(log, QString::number(_damagedLines), notWritten));
+        const QString message =
+            _recording ? Text::tr("%1: lines that are not decoded because they are damaged: %2, and no "
+                                  "recording is written; get the whole log, or remove them")
+                       : Text::tr("%1: lines that are not decoded because they are damaged: %2; get the "
+                                  "whole log, or remove them");
+        Fail("damaged-log", message.arg(log, QString::number(_damagedLines)));
     } else if (_summary.Exchanges() == 0) {
         Fail("no-exchange",
              Text::tr("%1 has no exchange with an instrument; check that it is a log of the library")
@@ -187,9 +189,10 @@ QString DecodeSession::DoneText() const
     if (!_recording) {
         return decoded + QLatin1Char('.');
     }
-    const QString links =
-        _summary.Links() > 1 ? Text::tr(", of all %1 links").arg(_summary.Links()) : QString();
-    return decoded + Text::tr(", and %1 entries are recorded%2.").arg(_recording->Entries()).arg(links);
+    const QString entries = QString::number(_recording->Entries());
+    return _summary.Links() > 1 ? Text::tr("%1, and %2 entries are recorded, of all %3 links.")
+                                      .arg(decoded, entries, QString::number(_summary.Links()))
+                                : Text::tr("%1, and %2 entries are recorded.").arg(decoded, entries);
 }
 
 /// Whoever watches a log that grows sees all of it while the program waits for more.

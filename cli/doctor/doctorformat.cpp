@@ -162,8 +162,9 @@ QByteArray PermissionsText(const DeviceFindings& device)
                                               .arg(device.owner, Rights(mode >> OwnerShift), device.group,
                                                    Rights(mode >> GroupShift), Rights(mode)));
     const QString group = GroupToJoin(device);
-    const QString advice = group.isEmpty() ? QString() : Text::tr("; members of %1 may").arg(group);
-    return text + InfoLine(Text::tr("This user"), OwnRights(device) + advice);
+    const QString rights = OwnRights(device);
+    return text + InfoLine(Text::tr("This user"),
+                           group.isEmpty() ? rights : Text::tr("%1; members of %2 may").arg(rights, group));
 }
 
 QJsonObject PermissionsJson(const DeviceFindings& device)

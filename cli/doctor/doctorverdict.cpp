@@ -91,10 +91,10 @@ Failure Broken(const LineRecord& line)
                 .arg(qt_error_string(line.LineError()))};
 }
 
-/// What the requests got that have no proper answer.
-QString WhatOthersGot(const LineRecord& line)
+/// The sentence with the number of all requests, and what those got that have no proper answer.
+QString WithCounts(const QString& sentence, const LineRecord& line)
 {
-    return Text::tr("%1 got a refusal, %2 a damaged answer and %3 none")
+    return sentence.arg(line.Asked())
         .arg(line.Count(LineAnswer::Refused))
         .arg(line.Count(LineAnswer::Damaged))
         .arg(line.Count(LineAnswer::Silent));
@@ -113,19 +113,19 @@ Ending WithoutProperAnswer(const LineRecord& line)
         return Failed(ExitStatus::NoLink, LineFailure(Error::InvalidResponse, line));
     }
     return NoLink(QStringLiteral("no-proper-answer"),
-                  Text::tr("None of %1 requests got a proper answer: %2. Check cable and power, and "
-                           "that the instrument is of the right kind.")
-                      .arg(asked)
-                      .arg(WhatOthersGot(line)));
+                  WithCounts(Text::tr("None of %1 requests got a proper answer: %2 got a refusal, %3 a "
+                                      "damaged answer and %4 none. Check cable and power, and that the "
+                                      "instrument is of the right kind."),
+                             line));
 }
 
 Failure Unreliable(const LineRecord& line)
 {
     return {QStringLiteral("unreliable"),
-            Text::tr("The link is unreliable: of %1 requests, %2. Check cable, shield and plugs, and run "
-                     "vesmar doctor again.")
-                .arg(line.Asked())
-                .arg(WhatOthersGot(line))};
+            WithCounts(Text::tr("The link is unreliable: of %1 requests, %2 got a refusal, %3 a damaged "
+                                "answer and %4 none. Check cable, shield and plugs, and run vesmar doctor "
+                                "again."),
+                       line)};
 }
 
 Failure Late(const LineRecord& line)

@@ -20,12 +20,14 @@ namespace
 
 constexpr double LongestSeconds = 86400;
 
-/// The words of the help that are not this program's own.
-constexpr std::array<const char*, 7> Words{
-    QT_TRANSLATE_NOOP("Cli::Text", "FILE"),        QT_TRANSLATE_NOOP("Cli::Text", "LOG"),
+/// The words of the help that stand for what is given there, and those that are not this program's own.
+constexpr std::array<const char*, 12> Words{
+    QT_TRANSLATE_NOOP("Cli::Text", "CODE|NAME"),   QT_TRANSLATE_NOOP("Cli::Text", "DATE"),
+    QT_TRANSLATE_NOOP("Cli::Text", "DATETIME"),    QT_TRANSLATE_NOOP("Cli::Text", "FILE"),
+    QT_TRANSLATE_NOOP("Cli::Text", "IMAGE"),       QT_TRANSLATE_NOOP("Cli::Text", "LOG"),
     QT_TRANSLATE_NOOP("Cli::Text", "OUT"),         QT_TRANSLATE_NOOP("Cli::Text", "Options"),
-    QT_TRANSLATE_NOOP("Cli::Text", "Positionals"), QT_TRANSLATE_NOOP("Cli::Text", "REQUIRED"),
-    QT_TRANSLATE_NOOP("Cli::Text", "Subcommands")};
+    QT_TRANSLATE_NOOP("Cli::Text", "REQUIRED"),    QT_TRANSLATE_NOOP("Cli::Text", "Positionals"),
+    QT_TRANSLATE_NOOP("Cli::Text", "Subcommands"), QT_TRANSLATE_NOOP("Cli::Text", "error")};
 
 class HelpFormatter : public CLI::Formatter
 {
@@ -49,6 +51,11 @@ public:
         std::string text = Formatter::make_subcommands(app, mode);
         const std::size_t found = text.find(title);
         return found == std::string::npos ? text : text.replace(found, title.size(), get_label(title));
+    }
+
+    std::string make_option_name(const CLI::Option* option, bool isPositional) const override
+    {
+        return get_label(Formatter::make_option_name(option, isPositional));
     }
 
     std::string make_usage(const CLI::App* /*app*/, std::string /*name*/) const override { return _usage; }

@@ -44,12 +44,13 @@ QString DescriptionOf(const Option& option)
 {
     QString text = option.description;
     if (!option.mayStayUnset) {
-        text += Text::tr("; required");
+        text = Text::tr("%1; required").arg(text);
     }
     if (option.defaultValue.isValid()) {
-        text += Text::tr(" (default %1)").arg(option.defaultValue.toString());
+        text = Text::tr("%1 (default %2)").arg(text, option.defaultValue.toString());
     }
-    return option.special.isEmpty() ? text : text + Text::tr(", or \"%1\": until Ctrl-C").arg(option.special);
+    return option.special.isEmpty() ? text
+                                    : Text::tr("%1, or \"%2\": until Ctrl-C").arg(text, option.special);
 }
 
 bool IsTime(const Option& option)
@@ -100,11 +101,11 @@ void Check(const Settings& settings)
     }
     const VesmarClient::SettingsProblem& problem = problems.first();
     const QVariant given = settings.options().value(problem.option);
-    const QString refusal = given.type() == QVariant::String
-                                ? Text::tr("\"%1\" is not allowed. ").arg(given.toString())
-                                : QString();
-    throw CLI::ValidationError("--" + problem.option.toStdString(),
-                               (refusal + problem.message).toStdString());
+    const QString complaint =
+        given.type() == QVariant::String
+            ? Text::tr("\"%1\" is not allowed. %2").arg(given.toString(), problem.message)
+            : problem.message;
+    throw CLI::ValidationError("--" + problem.option.toStdString(), complaint.toStdString());
 }
 
 } // namespace

@@ -8,6 +8,7 @@
 #include "cli/output/wrapped.h"
 #include "cli/words/format.h"
 #include "cli/words/text.h"
+#include "cli/words/values.h"
 
 namespace Cli
 {
@@ -46,12 +47,6 @@ QString Danger()
     return Text::tr("DANGEROUS VOLTAGE");
 }
 
-/// In the language of the people; the identifier is for programs.
-QString NameOf(const Reading& reading)
-{
-    return QCoreApplication::translate("VesmarClient", reading.name.toUtf8().constData());
-}
-
 /// As the instrument has sent it.
 QString NumberOf(Reading reading)
 {
@@ -74,13 +69,10 @@ bool IsContinuous(const VesmarClient::FunctionInfo& function)
 
 QString LiveLine(const MeasurementProgress& progress, bool isDangerous, const QString& shown)
 {
-    QString line = Elapsed(progress.elapsed);
+    QString line = Bound(Elapsed(progress.elapsed));
     if (progress.total) {
-        line += Text::tr(" of %1 s").arg(Seconds(*progress.total));
-    }
-    line = Bound(line);
-    if (progress.total) {
-        line += QLatin1Char(' ') + Bar(ShareOf(progress));
+        line = Bound(Text::tr("%1 of %2 s").arg(line).arg(Seconds(*progress.total))) + QLatin1Char(' ') +
+               Bar(ShareOf(progress));
     }
     if (isDangerous) {
         line += QStringLiteral("  ") + Bound(Danger());

@@ -108,11 +108,9 @@ void MeasurementRun::Interrupt(int signalNumber)
 
 void MeasurementRun::EndUnseen()
 {
-    const QString reason = _view.OutputLoss();
     if (_measurement != nullptr) {
-        Abort(reason);
+        Abort(_view.OutputLoss());
     } else {
-        _view.Say(reason);
         _connection.EndWork(ExitStatus::NotDone);
     }
 }

@@ -37,9 +37,11 @@ struct Usual {
     const char* pattern;
     const char* text;
 };
-constexpr std::array<Usual, 3> UsualComplaints{{
+constexpr std::array<Usual, 4> UsualComplaints{{
     {"^(.+) is required$", QT_TRANSLATE_NOOP("Cli::Text", "%1 is required")},
     {"^(.+): 1 required (.+) missing$", QT_TRANSLATE_NOOP("Cli::Text", "%1: 1 required %2 missing")},
+    {"^(.+): At Most 1 required but received .+$",
+     QT_TRANSLATE_NOOP("Cli::Text", "%1 is given more than once")},
     {"^The following argument was not expected: (.+)$",
      QT_TRANSLATE_NOOP("Cli::Text", "The following argument was not expected: %1")},
 }};
@@ -50,8 +52,9 @@ QString Translated(const QString& complaint)
         const QRegularExpressionMatch match =
             QRegularExpression(QLatin1String(usual.pattern)).match(complaint);
         if (match.hasMatch()) {
-            const QString text = Text::tr(usual.text).arg(match.captured(1));
-            return match.lastCapturedIndex() > 1 ? text.arg(match.captured(2)) : text;
+            const QString text = Text::tr(usual.text).arg(Text::tr(match.captured(1).toUtf8().constData()));
+            return match.lastCapturedIndex() > 1 ? text.arg(Text::tr(match.captured(2).toUtf8().constData()))
+                                                 : text;
         }
     }
     return complaint;
@@ -95,7 +98,6 @@ std::vector<std::string> OptionsAt(const CLI::App& app)
     return names;
 }
 
-/// The complaint with the word that was probably meant, or with the help that lists what there is.
 /// The complaint with the word that was probably meant, or with the help that lists what there is.
 std::string ThereIsNo(const QString& complaint, const std::string& nearest, const char* help)
 {

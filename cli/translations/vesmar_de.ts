@@ -80,10 +80,6 @@
         <translation>Eigentümer %1: %2; Gruppe %3: %4; andere: %5</translation>
     </message>
     <message>
-        <source>; members of %1 may</source>
-        <translation>; Mitglieder von %1 dürfen es</translation>
-    </message>
-    <message>
         <source>This user</source>
         <translation>Dieser Nutzer</translation>
     </message>
@@ -180,18 +176,6 @@
         <translation>Die Leitung fiel aus, während das Gerät gefragt wurde: %1. Prüfen Sie den Adapter und seinen Stecker und rufen Sie vesmar doctor erneut auf.</translation>
     </message>
     <message>
-        <source>%1 got a refusal, %2 a damaged answer and %3 none</source>
-        <translation>%1 wurden abgelehnt, %2 beschädigt beantwortet und %3 gar nicht</translation>
-    </message>
-    <message>
-        <source>None of %1 requests got a proper answer: %2. Check cable and power, and that the instrument is of the right kind.</source>
-        <translation>Keine von %1 Anfragen wurde richtig beantwortet: %2. Prüfen Sie Kabel und Versorgung, und ob es die richtige Art von Gerät ist.</translation>
-    </message>
-    <message>
-        <source>The link is unreliable: of %1 requests, %2. Check cable, shield and plugs, and run vesmar doctor again.</source>
-        <translation>Die Verbindung ist unzuverlässig: Von %1 Anfragen: %2. Prüfen Sie Kabel, Schirm und Stecker und rufen Sie vesmar doctor erneut auf.</translation>
-    </message>
-    <message>
         <source>The link is too slow: %1 of %2 answers came later than %3 ms, and a lost link would not come back with those. Check whether the adapter or another load of this computer delays them, and switch the instrument off and on again.</source>
         <translation>Die Verbindung ist zu langsam: %1 von %2 Antworten kamen später als %3 ms, und damit käme eine verlorene Verbindung nicht zurück. Prüfen Sie, ob der Adapter oder eine andere Last dieses Rechners sie verzögert, und schalten Sie das Gerät aus und wieder ein.</translation>
     </message>
@@ -269,7 +253,7 @@
     </message>
     <message>
         <source>The instrument is in update mode (%1) and waits for firmware; run vesmar update IMAGE --confirmation FILE.</source>
-        <translation>Das Gerät ist im Update-Modus (%1) und wartet auf Firmware; rufen Sie vesmar update IMAGE --confirmation DATEI auf.</translation>
+        <translation>Das Gerät ist im Update-Modus (%1) und wartet auf Firmware; rufen Sie vesmar update ABBILD --confirmation DATEI auf.</translation>
     </message>
     <message>
         <source>The link to it was lost; check cable and power, and try again.</source>
@@ -298,22 +282,6 @@
     <message>
         <source>%1, a single measurement</source>
         <translation>%1, eine einzelne Messung</translation>
-    </message>
-    <message>
-        <source>; required</source>
-        <translation>; erforderlich</translation>
-    </message>
-    <message>
-        <source> (default %1)</source>
-        <translation> (sonst %1)</translation>
-    </message>
-    <message>
-        <source>, or &quot;%1&quot;: until Ctrl-C</source>
-        <translation>, oder „%1“: bis Strg-C</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; is not allowed. </source>
-        <translation>„%1“ ist nicht erlaubt. </translation>
     </message>
     <message>
         <source>%1 gives a single result; only continuous functions have readings to write to a file</source>
@@ -366,10 +334,6 @@
     <message>
         <source>DANGEROUS VOLTAGE</source>
         <translation>GEFÄHRLICHE SPANNUNG</translation>
-    </message>
-    <message>
-        <source> of %1 s</source>
-        <translation> von %1 s</translation>
     </message>
     <message>
         <source>no reading for %1 s</source>
@@ -656,18 +620,6 @@
         <translation>Es stoppt nicht; rufen Sie vesmar stop auf.</translation>
     </message>
     <message>
-        <source>no function given</source>
-        <translation>keine Funktion angegeben</translation>
-    </message>
-    <message>
-        <source>no function: &quot;%1&quot;</source>
-        <translation>keine Funktion: „%1“</translation>
-    </message>
-    <message>
-        <source>; it is one of %1</source>
-        <translation>; möglich ist: %1</translation>
-    </message>
-    <message>
         <source>Monitored for the time given.</source>
         <translation>Die angegebene Zeit lang beobachtet.</translation>
     </message>
@@ -685,7 +637,7 @@
     </message>
     <message>
         <source>Nothing runs at the instrument, which it confirms.</source>
-        <translation>Am Gerät läuft nichts, wie es bestätigt.</translation>
+        <translation>Am Gerät läuft nichts; das Gerät bestätigt es.</translation>
     </message>
     <message>
         <source>Likely causes</source>
@@ -773,7 +725,7 @@
     </message>
     <message>
         <source>Build number</source>
-        <translation>Build-Nummer</translation>
+        <translation>Buildnummer</translation>
     </message>
     <message>
         <source>within %1 ms</source>
@@ -808,14 +760,6 @@
         <translation>%1 ist leer; prüfen Sie, ob es die richtige Datei ist</translation>
     </message>
     <message>
-        <source>, and no recording is written</source>
-        <translation>, und keine Aufzeichnung wird geschrieben</translation>
-    </message>
-    <message>
-        <source>%1: lines that are not decoded because they are damaged: %2%3; get the whole log, or remove them</source>
-        <translation>%1: Zeilen, die nicht entschlüsselt sind, weil sie beschädigt sind: %2%3; besorgen Sie das ganze Protokoll, oder entfernen Sie sie</translation>
-    </message>
-    <message>
         <source>%1 has no exchange with an instrument; check that it is a log of the library</source>
         <translation>%1 enthält keinen Austausch mit einem Gerät; prüfen Sie, ob es ein Protokoll der Bibliothek ist</translation>
     </message>
@@ -826,14 +770,6 @@
     <message>
         <source>The log is decoded</source>
         <translation>Das Protokoll ist entschlüsselt</translation>
-    </message>
-    <message>
-        <source>, of all %1 links</source>
-        <translation>, aus allen %1 Verbindungen</translation>
-    </message>
-    <message>
-        <source>, and %1 entries are recorded%2.</source>
-        <translation>, und %1 Einträge sind aufgezeichnet%2.</translation>
     </message>
     <message>
         <source>cannot write the file %1: not a regular file</source>
@@ -973,7 +909,7 @@
     </message>
     <message>
         <source>Subcommands</source>
-        <translation>Verben</translation>
+        <translation>Unterbefehle</translation>
     </message>
     <message>
         <source>Write JSON, one object on each line</source>
@@ -1068,7 +1004,7 @@
        vesmar calibration set DATE [OPTIONS]
 </source>
         <translation>Aufruf: vesmar calibration [OPTIONEN]
-        vesmar calibration set DATE [OPTIONEN]
+        vesmar calibration set DATUM [OPTIONEN]
 </translation>
     </message>
     <message>
@@ -1089,7 +1025,7 @@ Example, without an instrument:
   vesmar-simulator run -- vesmar calibration set 2026-11-21
 </source>
         <translation>
-Zeigt das Datum der letzten Kalibrierung. „set“ stellt es auf DATE, wie 2026-11-21, in
+Zeigt das Datum der letzten Kalibrierung. „set“ stellt es auf DATUM, wie 2026-11-21, in
 den Jahren 2001 bis 2099. Dafür wird das Gerät zweimal neu gestartet, auf dem Weg über
 seinen Kalibriermodus, was einige Sekunden dauert; ein Signal kürzt das nicht ab. Es
 gelingt nur, wenn danach das Gerät selbst dieses Datum gemeldet hat.
@@ -1122,7 +1058,7 @@ Beispiel, ohne Gerät:
        vesmar clock set [DATETIME|now] [OPTIONS]
 </source>
         <translation>Aufruf: vesmar clock [OPTIONEN]
-        vesmar clock set [DATETIME|now] [OPTIONEN]
+        vesmar clock set [ZEITPUNKT|now] [OPTIONEN]
 </translation>
     </message>
     <message>
@@ -1146,7 +1082,7 @@ Example, without an instrument:
         <translation>
 Zeigt die Uhr des Geräts, und um wie viele Sekunden sie der dieses Rechners voraus oder
 hinterher ist. Das Gerät kennt keine Zeitzone: Beide zeigen, was eine Uhr an der Wand
-zeigt. „set“ stellt sie auf DATETIME, wie 2026-11-21T18:00:00 oder mit Leerzeichen, in
+zeigt. „set“ stellt sie auf ZEITPUNKT, wie 2026-11-21T18:00:00 oder mit Leerzeichen, in
 den Jahren 2001 bis 2099, oder ohne Angabe auf die dieses Rechners; es gelingt nur, wenn
 danach das Gerät selbst diese Zeit, laufend, auf 2 Sekunden genau gemeldet hat.
 
@@ -1176,7 +1112,7 @@ Beispiel, ohne Gerät:
     <message>
         <source>Usage: vesmar decode FILE [--scenario OUT] [--json]
 </source>
-        <translation>Aufruf: vesmar decode FILE [--scenario AUSGABE] [--json]
+        <translation>Aufruf: vesmar decode DATEI [--scenario AUSGABE] [--json]
 </translation>
     </message>
     <message>
@@ -1199,7 +1135,7 @@ Example:
   vesmar decode log
 </source>
         <translation>Liest ein Protokoll der Bibliothek, von einem Gerät im Einsatz oder von
-vesmar VERB --trace 2&gt; FILE; „-“ ist die Standardeingabe. Sagt jeden Austausch mit dem
+vesmar VERB --trace 2&gt; DATEI; „-“ ist die Standardeingabe. Sagt jeden Austausch mit dem
 Gerät in Worten, was daran falsch war und wie lange er dauerte, und am Ende, was gefunden
 wurde. Zeilen anderer Herkunft, Zeilenanfänge und Farben stören nicht. Ein Gerät ist nicht
 nötig. Strg-C beendet das Lesen eines Protokolls, das noch wächst.
@@ -1284,7 +1220,7 @@ Beispiel, ohne Gerät:
     <message>
         <source>Usage: vesmar explain [CODE|NAME] [--json]
 </source>
-        <translation>Aufruf: vesmar explain [CODE|NAME] [--json]
+        <translation>Aufruf: vesmar explain [NUMMER|NAME] [--json]
 </translation>
     </message>
     <message>
@@ -1301,7 +1237,7 @@ Examples:
   vesmar explain 303
   vesmar explain CommunicationRecovery
 </source>
-        <translation>Sagt, was geschehen ist, wenn ErrorCode CODE ist (oder diesen NAMEN hat), was die Ursache
+        <translation>Sagt, was geschehen ist, wenn ErrorCode NUMMER ist (oder diesen NAMEN hat), was die Ursache
 sein kann, und was zu tun ist. Ohne Angabe werden alle Fehler aufgezählt. Ein Gerät ist
 nicht nötig.
 
@@ -1519,7 +1455,7 @@ Beispiel, ohne Gerät, mit einem Stecker, der nach 3 s gezogen und nach 25 s ges
     <message>
         <source>Usage: vesmar report [FILE] [--log LOG] [--overwrite] [--json]
 </source>
-        <translation>Aufruf: vesmar report [FILE] [--log PROTOKOLL] [--overwrite] [--json]
+        <translation>Aufruf: vesmar report [DATEI] [--log PROTOKOLL] [--overwrite] [--json]
 </translation>
     </message>
     <message>
@@ -1543,7 +1479,7 @@ Example, without an instrument:
 des Geräts und mit der letzten Mitschrift, entschlüsselt. Was nicht herauszufinden ist,
 etwa ohne Gerät, steht ausdrücklich in der Datei. Der Bericht ist auf Englisch.
 
-FILE ist ohne Angabe vesmar-report-DATUM-ZEIT.txt; - ist die Standardausgabe. Die
+DATEI ist ohne Angabe vesmar-report-DATUM-ZEIT.txt; - ist die Standardausgabe. Die
 Mitschrift ist das Ende von PROTOKOLL, wie es ein Gerät im Einsatz oder
 vesmar VERB --trace 2&gt; PROTOKOLL führt; ohne --log ist es die einer Verbindung, die dafür
 aufgebaut wird.
@@ -1664,7 +1600,7 @@ Beispiel, ohne Gerät:
     <message>
         <source>Usage: vesmar update IMAGE --confirmation FILE [OPTIONS]
 </source>
-        <translation>Aufruf: vesmar update IMAGE --confirmation DATEI [OPTIONEN]
+        <translation>Aufruf: vesmar update ABBILD --confirmation DATEI [OPTIONEN]
 </translation>
     </message>
     <message>
@@ -1747,6 +1683,82 @@ Beispiel, ohne Gerät:
     <message>
         <source>Asking for the status. This takes a second, and minutes where answers are late.</source>
         <translation>Der Status wird abgefragt. Das dauert eine Sekunde, und Minuten, wenn Antworten spät kommen.</translation>
+    </message>
+    <message>
+        <source>%1: lines that are not decoded because they are damaged: %2, and no recording is written; get the whole log, or remove them</source>
+        <translation>%1: Zeilen, die nicht entschlüsselt sind, weil sie beschädigt sind: %2, und keine Aufzeichnung wird geschrieben; besorgen Sie das ganze Protokoll, oder entfernen Sie sie</translation>
+    </message>
+    <message>
+        <source>%1: lines that are not decoded because they are damaged: %2; get the whole log, or remove them</source>
+        <translation>%1: Zeilen, die nicht entschlüsselt sind, weil sie beschädigt sind: %2; besorgen Sie das ganze Protokoll, oder entfernen Sie sie</translation>
+    </message>
+    <message>
+        <source>%1, and %2 entries are recorded, of all %3 links.</source>
+        <translation>%1, und %2 Einträge sind aufgezeichnet, aus allen %3 Verbindungen.</translation>
+    </message>
+    <message>
+        <source>%1, and %2 entries are recorded.</source>
+        <translation>%1, und %2 Einträge sind aufgezeichnet.</translation>
+    </message>
+    <message>
+        <source>%1; members of %2 may</source>
+        <translation>%1; Mitglieder von %2 dürfen es</translation>
+    </message>
+    <message>
+        <source>CODE|NAME</source>
+        <translation>NUMMER|NAME</translation>
+    </message>
+    <message>
+        <source>DATE</source>
+        <translation>DATUM</translation>
+    </message>
+    <message>
+        <source>DATETIME</source>
+        <translation>ZEITPUNKT</translation>
+    </message>
+    <message>
+        <source>IMAGE</source>
+        <translation>ABBILD</translation>
+    </message>
+    <message>
+        <source>%1; required</source>
+        <translation>%1; erforderlich</translation>
+    </message>
+    <message>
+        <source>%1 (default %2)</source>
+        <translation>%1 (sonst %2)</translation>
+    </message>
+    <message>
+        <source>%1, or &quot;%2&quot;: until Ctrl-C</source>
+        <translation>%1, oder „%2“: bis Strg-C</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not allowed. %2</source>
+        <translation>„%1“ ist nicht erlaubt. %2</translation>
+    </message>
+    <message>
+        <source>%1 of %2 s</source>
+        <translation>%1 von %2 s</translation>
+    </message>
+    <message>
+        <source>no function given; it is one of %1</source>
+        <translation>keine Funktion angegeben; möglich ist: %1</translation>
+    </message>
+    <message>
+        <source>no function: &quot;%1&quot;; it is one of %2</source>
+        <translation>keine Funktion: „%1“; möglich ist: %2</translation>
+    </message>
+    <message>
+        <source>None of %1 requests got a proper answer: %2 got a refusal, %3 a damaged answer and %4 none. Check cable and power, and that the instrument is of the right kind.</source>
+        <translation>Keine von %1 Anfragen wurde richtig beantwortet: %2 wurden abgelehnt, %3 beschädigt beantwortet und %4 gar nicht. Prüfen Sie Kabel und Versorgung, und ob es die richtige Art von Gerät ist.</translation>
+    </message>
+    <message>
+        <source>The link is unreliable: of %1 requests, %2 got a refusal, %3 a damaged answer and %4 none. Check cable, shield and plugs, and run vesmar doctor again.</source>
+        <translation>Die Verbindung ist unzuverlässig: Von %1 Anfragen wurden %2 abgelehnt, %3 beschädigt beantwortet und %4 gar nicht. Prüfen Sie Kabel, Schirm und Stecker und rufen Sie vesmar doctor erneut auf.</translation>
+    </message>
+    <message>
+        <source>%1 is given more than once</source>
+        <translation>%1 ist mehrfach angegeben</translation>
     </message>
 </context>
 </TS>

@@ -73,11 +73,11 @@ void MeasureVerb::CheckFunction() const
 {
     const std::vector<std::string> extras = Command().remaining();
     if (_functions.Chosen() == nullptr) {
-        const QString given =
-            extras.empty() ? Text::tr("no function given")
-                           : Text::tr("no function: \"%1\"").arg(QString::fromStdString(extras.front()));
-        const QString allowed = Text::tr("; it is one of %1").arg(QString::fromStdString(_functions.Names()));
-        throw CLI::ValidationError("measure", (given + allowed).toStdString());
+        const QString names = QString::fromStdString(_functions.Names());
+        const QString complaint = extras.empty() ? Text::tr("no function given; it is one of %1").arg(names)
+                                                 : Text::tr("no function: \"%1\"; it is one of %2")
+                                                       .arg(QString::fromStdString(extras.front()), names);
+        throw CLI::ValidationError("measure", complaint.toStdString());
     }
     if (!extras.empty()) {
         throw CLI::ExtrasError(extras);

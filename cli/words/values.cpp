@@ -1,6 +1,7 @@
 #include "cli/words/values.h"
 
 #include "cli/words/text.h"
+#include "client/words/translation.h"
 #include "decode/frames/words.h"
 
 namespace Cli
@@ -51,13 +52,18 @@ Shown Show(VesmarClient::StartTestResult value)
     return Show(static_cast<Vesmar::StartTestResult>(value));
 }
 
+QString NameOf(const VesmarClient::Reading& reading)
+{
+    return VesmarClient::Translated(reading.name.toUtf8().constData());
+}
+
 Shown Show(const VesmarClient::Result& value)
 {
     Shown shown = Show(value.function());
     QJsonObject readings;
     QStringList words;
     for (const VesmarClient::Reading& reading : value.readings()) {
-        words.append(reading.name + QLatin1Char(' ') + reading.text());
+        words.append(NameOf(reading) + QLatin1Char(' ') + reading.text());
         readings.insert(reading.name, reading.isPresent ? QJsonValue(reading.value) : QJsonValue());
     }
     QJsonObject json = shown.json.toObject();

@@ -29,4 +29,7 @@ Shown Show(VesmarClient::FunctionState value);
 Shown Show(VesmarClient::StartTestResult value);
 Shown Show(const VesmarClient::Result& value);
 
+/// What people call the reading; its own name is for programs.
+QString NameOf(const VesmarClient::Reading& reading);
+
 } // namespace Cli

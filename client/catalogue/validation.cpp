@@ -64,7 +64,7 @@ QString RangeOf(const Option& option)
             .arg(QString::number(option.minimum, 'g', 10), QString::number(option.maximum, 'g', 10) + unit);
     return option.special.isEmpty()
                ? range
-               : range + Translated(QT_TRANSLATE_NOOP("VesmarClient", ", or \"%1\"")).arg(option.special);
+               : Translated(QT_TRANSLATE_NOOP("VesmarClient", "%1, or \"%2\"")).arg(range, option.special);
 }
 
 /// What the option may be, as a sentence.

@@ -57,7 +57,7 @@
     </message>
     <message>
         <source>The instrument&apos;s number</source>
-        <translation>Die Nummer des Geräts</translation>
+        <translation>Nummer, wie das Gerät sie kennt</translation>
     </message>
     <message>
         <source>Mode</source>
@@ -218,10 +218,6 @@
     <message>
         <source>from %1 to %2</source>
         <translation>von %1 bis %2</translation>
-    </message>
-    <message>
-        <source>, or &quot;%1&quot;</source>
-        <translation> oder „%1“</translation>
     </message>
     <message>
         <source>It is one of %1.</source>
@@ -773,11 +769,11 @@
     </message>
     <message>
         <source>the link is lost: the instrument does not answer</source>
-        <translation>die Verbindung ist verloren: das Gerät antwortet nicht</translation>
+        <translation>die Verbindung ist verloren: Das Gerät antwortet nicht</translation>
     </message>
     <message>
         <source>the link is lost: the instrument keeps refusing requests</source>
-        <translation>die Verbindung ist verloren: das Gerät lehnt Anfragen ab</translation>
+        <translation>die Verbindung ist verloren: Das Gerät lehnt Anfragen ab</translation>
     </message>
     <message>
         <source>the link is lost: answers keep arriving damaged</source>
@@ -978,6 +974,10 @@
     <message>
         <source>%1 and %2</source>
         <translation>%1 und %2</translation>
+    </message>
+    <message>
+        <source>%1, or &quot;%2&quot;</source>
+        <translation>%1 oder „%2“</translation>
     </message>
 </context>
 </TS>

@@ -39,11 +39,14 @@ QString AnswerText(const Event& event)
 
 QString AttemptText(const Event& event)
 {
+    const QString answer = AnswerText(event);
+    const QString attempt = QString::number(event.attempt);
     if (event.attempt == 1) {
-        return {};
+        return answer;
     }
-    return event.isRepeatedByLink ? Words::tr("attempt %1 of %2: ").arg(event.attempt).arg(MostAttempts)
-                                  : Words::tr("attempt %1: ").arg(event.attempt);
+    return event.isRepeatedByLink
+               ? Words::tr("attempt %1 of %2: %3").arg(attempt, QString::number(MostAttempts), answer)
+               : Words::tr("attempt %1: %2").arg(attempt, answer);
 }
 
 VesmarClient::Result ResultOf(const Readings& readings)
@@ -104,7 +107,7 @@ QStringList PiecesOf(const Event& event)
         if (!event.requestWords.text.isEmpty()) {
             pieces.append(event.requestWords.text);
         }
-        pieces.append(AttemptText(event) + AnswerText(event));
+        pieces.append(AttemptText(event));
     } else if (event.kind == Event::Kind::Note) {
         pieces.append(VesmarClient::Printable(event.text));
     }

@@ -162,17 +162,19 @@ FrameWords WordsOfStatus(const QByteArray& frame, std::optional<bool> isOfTest)
     if (hasErrorOfTest && isOfTest.value_or(false)) {
         status.error = Vesmar::ErrorInRCDTest(error);
     }
-    const QString inTest =
-        isCertain ? QString()
-                  : Words::tr("; or, in an RCD test, %1").arg(NameAndNumber(Vesmar::ErrorInRCDTest(error)));
+    const QString told = ErrorText(status.error);
+    const QString errorText =
+        isCertain
+            ? told
+            : Words::tr("%1; or, in an RCD test, %2").arg(told, NameAndNumber(Vesmar::ErrorInRCDTest(error)));
     const bool isIdle = status.startTestResult.has_value();
     const QString process = isIdle ? Words::tr("start test %1").arg(static_cast<int>(*status.startTestResult))
                                    : Text(*status.functionState);
 
     FrameWords words;
-    words.text = Text(status.mode) + QStringLiteral(", ") + Text(status.function) + QStringLiteral(", ") +
-                 process + QStringLiteral(", ") + ErrorText(status.error) + inTest +
-                 (status.hasNewMeasurement ? Words::tr(", new reading") : QString());
+    const QString comma = QStringLiteral(", ");
+    words.text = Text(status.mode) + comma + Text(status.function) + comma + process + comma + errorText +
+                 (status.hasNewMeasurement ? comma + Words::tr("new reading") : QString());
     words.fields = {{"TesterMode", status.mode},
                     {"CurrentMeasurementType", status.function},
                     isIdle ? Field{"StartTestStatus", *status.startTestResult}

@@ -4,6 +4,7 @@
 #include <charconv>
 
 #include "client/words/printable.h"
+#include "client/words/translation.h"
 
 namespace Decode
 {
@@ -67,7 +68,7 @@ QString Text(const Readings& readings)
     QString text = Text(readings.function);
     QString separator = QStringLiteral(": ");
     for (const VesmarClient::DriverReading& reading : readings.values) {
-        text += separator + QLatin1String(reading.name) + QLatin1Char(' ') + Text(reading.value);
+        text += separator + VesmarClient::Translated(reading.name) + QLatin1Char(' ') + Text(reading.value);
         separator = QStringLiteral(", ");
     }
     return text;

@@ -6,6 +6,8 @@
 #include <array>
 #include <cerrno>
 
+#include "decode/frames/words.h"
+
 namespace Decode
 {
 
@@ -21,13 +23,13 @@ void AppendBounded(QByteArray& text, const char* bytes, int size)
 QString DamageOf(const QByteArray& text, bool hasEnd)
 {
     if (text.size() > LogReader::LongestLine) {
-        return QStringLiteral("the line has more than %1 bytes; check that this is a log of the library")
+        return Words::tr("the line has more than %1 bytes; check that this is a log of the library")
             .arg(LogReader::LongestLine);
     }
     if (text.contains('\0')) {
-        return QStringLiteral("there are bytes that are no text; check that this is a log of the library");
+        return Words::tr("there are bytes that are no text; check that this is a log of the library");
     }
-    return hasEnd ? QString() : QStringLiteral("the line has no end; get the rest of the log");
+    return hasEnd ? QString() : Words::tr("the line has no end; get the rest of the log");
 }
 
 } // namespace

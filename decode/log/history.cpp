@@ -123,7 +123,7 @@ void History::CountSector(Event& event)
         ++*_sector;
     }
     const QString number = _sector ? QString::number(*_sector) : Words::tr("of an unknown number");
-    event.requestWords.text.prepend(Words::tr("sector %1, ").arg(number));
+    event.requestWords.text = Words::tr("sector %1, %2").arg(number, event.requestWords.text);
     event.requestWords.fields.append({"sector", _sector ? Value(*_sector) : Value()});
 }
 

@@ -24,14 +24,6 @@
         <translation>noch keine Antwort</translation>
     </message>
     <message>
-        <source>attempt %1 of %2: </source>
-        <translation>Versuch %1 von %2: </translation>
-    </message>
-    <message>
-        <source>attempt %1: </source>
-        <translation>Versuch %1: </translation>
-    </message>
-    <message>
         <source>sent unasked</source>
         <translation>ungefragt gesendet</translation>
     </message>
@@ -84,20 +76,12 @@
         <translation>eine Quittung ist fällig: Die Bibliothek nimmt keine Daten an</translation>
     </message>
     <message>
-        <source>; or, in an RCD test, %1</source>
-        <translation>; oder, in einer FI-Prüfung, %1</translation>
-    </message>
-    <message>
         <source>start test %1</source>
         <translation>Starttest %1</translation>
     </message>
     <message>
-        <source>, new reading</source>
-        <translation>, neuer Messwert</translation>
-    </message>
-    <message>
         <source>result of an RCD test that was prepared before the log: Re %1, or Ia %2 and Ta %3</source>
-        <translation>Ergebnis einer FI-Prüfung, die vor der Mitschrift vorbereitet wurde: Re %1, oder Ia %2 und Ta %3</translation>
+        <translation>Ergebnis einer FI-Prüfung, die vor dem Protokoll vorbereitet wurde: Re %1, oder Ia %2 und Ta %3</translation>
     </message>
     <message>
         <source>read status</source>
@@ -265,19 +249,15 @@
     </message>
     <message>
         <source>the log says %1 where the bytes mean %2</source>
-        <translation>die Mitschrift sagt %1, wo die Bytes %2 bedeuten</translation>
+        <translation>das Protokoll sagt %1, wo die Bytes %2 bedeuten</translation>
     </message>
     <message>
         <source>of an unknown number</source>
         <translation>unbekannter Nummer</translation>
     </message>
     <message>
-        <source>sector %1, </source>
-        <translation>Sektor %1, </translation>
-    </message>
-    <message>
         <source>no whole frame yet, or a damaged one; bytes so far: %1</source>
-        <translation>noch kein ganzer Rahmen oder ein beschädigter; Bytes bisher: %1</translation>
+        <translation>noch kein ganzes Telegramm oder ein beschädigtes; Bytes bisher: %1</translation>
     </message>
     <message>
         <source>the exchange is damaged: %1</source>
@@ -306,6 +286,38 @@
     <message>
         <source>the exchange is damaged: its end is missing</source>
         <translation>der Austausch ist beschädigt: Sein Ende fehlt</translation>
+    </message>
+    <message>
+        <source>attempt %1 of %2: %3</source>
+        <translation>Versuch %1 von %2: %3</translation>
+    </message>
+    <message>
+        <source>attempt %1: %2</source>
+        <translation>Versuch %1: %2</translation>
+    </message>
+    <message>
+        <source>%1; or, in an RCD test, %2</source>
+        <translation>%1; oder, in einer FI-Prüfung, %2</translation>
+    </message>
+    <message>
+        <source>new reading</source>
+        <translation>neuer Messwert</translation>
+    </message>
+    <message>
+        <source>the line has more than %1 bytes; check that this is a log of the library</source>
+        <translation>die Zeile hat mehr als %1 Bytes; prüfen Sie, ob dies ein Protokoll der Bibliothek ist</translation>
+    </message>
+    <message>
+        <source>there are bytes that are no text; check that this is a log of the library</source>
+        <translation>es sind Bytes darin, die kein Text sind; prüfen Sie, ob dies ein Protokoll der Bibliothek ist</translation>
+    </message>
+    <message>
+        <source>the line has no end; get the rest of the log</source>
+        <translation>die Zeile hat kein Ende; besorgen Sie den Rest des Protokolls</translation>
+    </message>
+    <message>
+        <source>sector %1, %2</source>
+        <translation>Sektor %1, %2</translation>
     </message>
 </context>
 </TS>

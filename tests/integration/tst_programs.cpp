@@ -651,13 +651,22 @@ void TestPrograms::LanguageIsTheReaders_data()
     QTest::addColumn<QString>("arguments");
     QTest::addColumn<QByteArray>("text");
     QTest::newRow("German") << "de"
-                            << "explain 100" << QByteArray("das Gerät antwortet nicht");
+                            << "explain 100" << QByteArray("Das Gerät antwortet nicht");
     QTest::newRow("of Austria") << "de_AT"
                                 << "info --help" << QByteArray("Aufruf: vesmar info");
     QTest::newRow("of the decoder") << "de"
                                     << "decode LOG" << QByteArray("Status lesen");
     QTest::newRow("option without a value") << "de"
                                             << "info --timeout" << QByteArray("--timeout: ZEIT fehlt");
+    QTest::newRow("positional") << "de"
+                                << "decode" << QByteArray("DATEI ist erforderlich");
+    QTest::newRow("positional in the help") << "de"
+                                            << "clock set --help" << QByteArray("  ZEITPUNKT ");
+    QTest::newRow("default in the help") << "de"
+                                         << "measure rpe --help" << QByteArray("(sonst 5)");
+    QTest::newRow("option given twice")
+        << "de"
+        << "info --timeout 1 --timeout 2" << QByteArray("--timeout ist mehrfach angegeben");
     QTest::newRow("English before German") << "en:de"
                                            << "explain 100" << QByteArray("does not answer");
     QTest::newRow("unknown") << "tlh"
