@@ -160,8 +160,8 @@ void MainWindow::showLink()
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    event->setAccepted(_closing->isDone());
     _closing->begin();
+    event->setAccepted(_closing->isDone());
 }
 
 } // namespace Panel

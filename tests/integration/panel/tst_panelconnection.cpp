@@ -28,6 +28,7 @@ private Q_SLOTS:
     void TheInstrumentIsShown();
     void AnUnpluggedCableIsTold();
     void ASecondPanelIsRefused();
+    void TheWindowClosesWithoutALink();
 };
 
 void TestPanelConnection::TheInstrumentIsShown()
@@ -70,6 +71,13 @@ void TestPanelConnection::ASecondPanelIsRefused()
     first.kill();
     QVERIFY(first.waitForFinished());
     AWAIT_EQUAL(bench.Text("state"), QStringLiteral("●  Connected"));
+}
+
+void TestPanelConnection::TheWindowClosesWithoutALink()
+{
+    PanelBench bench;
+    bench.Show();
+    QVERIFY(bench.window.close());
 }
 
 QTEST_MAIN(TestPanelConnection)
