@@ -9,9 +9,11 @@
 class LastingInstrument
 {
 public:
-    LastingInstrument()
-        : _simulator(QStringLiteral(SIMULATOR_PROGRAM),
-                     {QStringLiteral("--link"), Path("line"), QStringLiteral("--log"), Path("log")})
+    /// The simulator is given these options.
+    explicit LastingInstrument(const QStringList& options = {})
+        : _simulator(QStringLiteral(SIMULATOR_PROGRAM), QStringList{QStringLiteral("--link"), Path("line"),
+                                                                    QStringLiteral("--log"), Path("log")} +
+                                                            options)
     {
     }
 
@@ -20,6 +22,13 @@ public:
 
     /// A command of the simulator.
     void Command(const QByteArray& command) { _simulator.WriteLine(command); }
+
+    /// Sends bytes over the line, behind whatever programs have sent.
+    void Send(const QByteArray& bytes) const
+    {
+        QFile line(Path("line"));
+        QVERIFY(line.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && line.write(bytes) == bytes.size());
+    }
 
     /// The environment of a program that uses it.
     QProcessEnvironment Environment() const
@@ -74,6 +83,23 @@ private:
 
     QTemporaryDir _folder; // first: everything is in it
     ProgramRun _simulator;
+};
+
+/// Holds a process up, and lets it go on at the end.
+class HeldUp
+{
+public:
+    explicit HeldUp(pid_t process) : _process(process) {}
+    ~HeldUp() { LetGoOn(); }
+    HeldUp(const HeldUp&) = delete;
+    HeldUp& operator=(const HeldUp&) = delete;
+
+    bool IsHeld() const { return _isHeld; }
+    bool LetGoOn() const { return ::kill(_process, SIGCONT) == 0; }
+
+private:
+    pid_t _process;
+    bool _isHeld = _process > 0 && ::kill(_process, SIGSTOP) == 0;
 };
 
 /// `vesmar measure hv` with further options, at such an instrument.
