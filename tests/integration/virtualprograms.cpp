@@ -4,6 +4,7 @@
 
 #include <unistd.h>
 
+#include <atomic>
 #include <csignal>
 #include <exception>
 #include <iostream>
@@ -61,6 +62,48 @@ std::vector<std::thread> BeginSchedule(const std::vector<TimedCommand>& schedule
     return threads;
 }
 
+/// Sends this program the signal that the environment names, such as "2 function 10 running", once the
+/// instrument's log has the line behind its number.
+class Interruption
+{
+public:
+    explicit Interruption(const QString& logPath) : _log(logPath)
+    {
+        if (!_wanted.isEmpty()) {
+            _thread = std::thread([this] { AwaitMoment(); });
+        }
+    }
+    ~Interruption()
+    {
+        _isOver = true;
+        if (_thread.joinable()) {
+            _thread.join();
+        }
+    }
+    Interruption(const Interruption&) = delete;
+    Interruption& operator=(const Interruption&) = delete;
+
+private:
+    void AwaitMoment()
+    {
+        constexpr std::chrono::milliseconds BetweenLooks{10};
+        const int blank = _wanted.indexOf(' ');
+        _log.open(QIODevice::ReadOnly);
+        for (QByteArray text; !_isOver; text += _log.readAll()) {
+            if (text.contains(_wanted.mid(blank) + '\n')) {
+                ::kill(::getpid(), _wanted.left(blank).toInt());
+                return;
+            }
+            std::this_thread::sleep_for(BetweenLooks);
+        }
+    }
+
+    const QByteArray _wanted = qgetenv("VESMAR_TEST_INTERRUPTION");
+    QFile _log;
+    std::atomic<bool> _isOver{false};
+    std::thread _thread;
+};
+
 int RunVesmar(std::vector<std::string>& program)
 {
     std::vector<char*> arguments;
@@ -85,6 +128,7 @@ int Run(CommandLine& commandLine)
     instrument.SetLineListener(attach);
     std::vector<std::thread> threads = BeginSchedule(commandLine.schedule, instrument);
     instrument.AddFaults(commandLine.faults);
+    const Interruption interruption(commandLine.instrument.logPath);
     ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
     const int status = RunVesmar(commandLine.program);
     for (std::thread& thread : threads) {
