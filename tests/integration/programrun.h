@@ -142,12 +142,17 @@ public:
         return lines;
     }
 
-    void WriteLine(const QByteArray& line) { _process.write(line + '\n'); }
+    void WriteLine(const QByteArray& line)
+    {
+        _process.write(line + '\n');
+        _process.waitForBytesWritten(Patience);
+    }
     void CloseInput() { _process.closeWriteChannel(); }
 
     bool Signal(int signalNumber) const
     {
-        return ::kill(static_cast<pid_t>(_process.processId()), signalNumber) == 0;
+        const auto process = static_cast<pid_t>(_process.processId()); // 0 when it has ended
+        return process > 0 && ::kill(process, signalNumber) == 0;
     }
 
 private:
