@@ -1,7 +1,5 @@
 #include "panel/errors/errorspage.h"
 
-#include <QScrollArea>
-
 #include "panel/kit/failurecard.h"
 #include "panel/kit/widgets.h"
 
@@ -40,9 +38,7 @@ ErrorsPage::ErrorsPage(Session& session)
     inside->addLayout(_errors);
     inside->addStretch();
     auto* const area = new QScrollArea;
-    area->setWidgetResizable(true);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setWidget(content);
+    fillScrollArea(area, content);
     auto* const column = new QVBoxLayout(this);
     column->addWidget(createHeader());
     column->addWidget(_none);

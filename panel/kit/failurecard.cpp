@@ -16,6 +16,7 @@ FailureCard::FailureCard()
     for (QLabel* const label : {_whatHappened, _causes, _nextStep}) {
         column->addWidget(label);
     }
+    column->addStretch();
     hide();
 }
 

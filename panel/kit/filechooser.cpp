@@ -1,7 +1,5 @@
 #include "panel/kit/filechooser.h"
 
-#include <QKeyEvent>
-
 #include "panel/kit/theme.h"
 #include "panel/kit/widgets.h"
 
@@ -15,42 +13,36 @@ QString lastFolder;
 
 } // namespace
 
-FileChooser::FileChooser(QWidget* window, const QString& title, const QStringList& filters)
-    : QWidget(window), _path(createLabel("muted")), _entries(new QListWidget)
+FileChooser::FileChooser(QWidget* window, const QString& title, Wanted wanted, const QStringList& filters)
+    : Dialog(window, title), _path(createLabel("muted")), _entries(new QListWidget)
 {
+    setObjectName(QStringLiteral("fileChooser"));
+    _entries->setObjectName(QStringLiteral("entries"));
+    column()->addWidget(_path);
+    _entries->setVerticalScrollMode(QListWidget::ScrollPerPixel);
+    scrollByTouch(_entries);
+    column()->addWidget(_entries, 1);
     _folder.setNameFilters(filters);
     _folder.setFilter(QDir::AllDirs | QDir::Files | QDir::NoDot);
     _folder.setSorting(QDir::DirsFirst | QDir::Name | QDir::IgnoreCase);
-    layOut(title);
+    connect(addButton(tr("Open"), "openChoice"), &QPushButton::clicked, this, &FileChooser::choose);
+    if (wanted == Wanted::Folder) {
+        _folder.setFilter(QDir::AllDirs | QDir::NoDot);
+        connect(addButton(tr("Use this folder"), "useFolder"), &QPushButton::clicked, this,
+                [this] { finish(_folder.path()); });
+    }
     connect(_entries, &QListWidget::itemActivated, this, &FileChooser::choose);
-    enter(lastFolder.isEmpty() ? QDir::homePath() : lastFolder);
-    setGeometry(window->rect());
-    show();
-    raise();
-    _entries->setFocus();
+    enter(QFileInfo(lastFolder).isReadable() ? lastFolder : QDir::homePath());
+    showWith(_entries);
 }
 
-void FileChooser::layOut(const QString& title)
-{
-    setAutoFillBackground(true);
-    setObjectName(QStringLiteral("fileChooser"));
-    _entries->setObjectName(QStringLiteral("entries"));
-    auto* const cancel = createButton(tr("Cancel"), "cancelChoice");
-    connect(cancel, &QPushButton::clicked, this, &QObject::deleteLater);
-    auto* const open = createButton(tr("Open"), "openChoice");
-    connect(open, &QPushButton::clicked, this, &FileChooser::choose);
-    auto* const row = new QHBoxLayout;
-    row->addWidget(createLabel("title", title), 1);
-    row->addWidget(cancel);
-    row->addWidget(open);
-    auto* const column = new QVBoxLayout(this);
-    column->addLayout(row);
-    column->addWidget(_path);
-    column->addWidget(_entries, 1);
-}
-
+/// A folder that cannot be read would have no way out of it.
 void FileChooser::enter(const QString& folder)
 {
+    if (!QFileInfo(folder).isReadable()) {
+        _path->setText(tr("The folder %1 cannot be read.").arg(folder));
+        return;
+    }
     _folder.setPath(folder);
     _folder.makeAbsolute();
     lastFolder = _folder.absolutePath();
@@ -75,18 +67,14 @@ void FileChooser::choose()
     if (entry.isDir()) {
         enter(QDir::cleanPath(entry.filePath()));
     } else {
-        deleteLater();
-        Q_EMIT chosen(entry.filePath());
+        finish(entry.filePath());
     }
 }
 
-void FileChooser::keyPressEvent(QKeyEvent* event)
+void FileChooser::finish(const QString& path)
 {
-    if (event->key() == Qt::Key_Escape) {
-        deleteLater();
-    } else {
-        QWidget::keyPressEvent(event);
-    }
+    deleteLater();
+    Q_EMIT chosen(path);
 }
 
 } // namespace Panel

@@ -1,31 +1,32 @@
 #pragma once
 
 #include <QDir>
-#include <QLabel>
 #include <QListWidget>
+
+#include "panel/kit/dialog.h"
 
 namespace Panel
 {
 
-/// Asks for a file, over the whole window: a dialog would need a window manager. It deletes itself.
-class FileChooser : public QWidget
+/// Asks for a file or a folder.
+class FileChooser : public Dialog
 {
     Q_OBJECT
 
 public:
-    /// The filters are such as "*.json". It begins with the folder that the last one has ended with.
-    FileChooser(QWidget* window, const QString& title, const QStringList& filters);
+    enum class Wanted { File, Folder };
+
+    /// Begins with the folder that the last one has ended with. The filter is such as "*.json".
+    FileChooser(QWidget* window, const QString& title, Wanted wanted = Wanted::File,
+                const QStringList& filters = {});
 
 Q_SIGNALS:
     void chosen(const QString& path);
 
-protected:
-    void keyPressEvent(QKeyEvent* event) override;
-
 private:
-    void layOut(const QString& title);
     void enter(const QString& folder);
     void choose();
+    void finish(const QString& path);
 
     QDir _folder;
     QLabel* _path;

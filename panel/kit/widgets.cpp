@@ -1,6 +1,8 @@
 #include "panel/kit/widgets.h"
 
+#include <QScroller>
 #include <QStyle>
+#include <QStyledItemDelegate>
 #include <QVariant>
 
 namespace Panel
@@ -38,6 +40,27 @@ QPushButton* createButton(const QString& text, const char* name, const char* loo
     button->setObjectName(QLatin1String(name));
     setLook(button, look);
     return button;
+}
+
+QComboBox* createComboBox(const char* name)
+{
+    auto* const box = new QComboBox;
+    box->setObjectName(QLatin1String(name));
+    box->setItemDelegate(new QStyledItemDelegate(box)); // The one that the style sheet reaches.
+    return box;
+}
+
+void scrollByTouch(QAbstractScrollArea* area)
+{
+    QScroller::grabGesture(area->viewport());
+}
+
+void fillScrollArea(QScrollArea* area, QWidget* content)
+{
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidget(content);
+    scrollByTouch(area);
 }
 
 QFrame* createCard()

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QBoxLayout>
+#include <QComboBox>
 #include <QFrame>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollArea>
 
 namespace Panel
 {
@@ -15,6 +17,11 @@ QLabel* createLabel(const char* look, const QString& text = {});
 /// A label of several lines, as many as its text needs.
 QLabel* createText(const char* look, const QString& text = {});
 QPushButton* createButton(const QString& text, const char* name, const char* look = "");
+QComboBox* createComboBox(const char* name);
+/// Has a finger scroll it that moves over what is shown.
+void scrollByTouch(QAbstractScrollArea* area);
+/// Fills the area with what is to be scrolled.
+void fillScrollArea(QScrollArea* area, QWidget* content);
 /// A framed area on which things stand below each other.
 QFrame* createCard();
 /// Removes everything from a layout, and deletes its widgets.

@@ -15,7 +15,7 @@ LogPage::LogPage(Session& session)
       _showLive(createButton(tr("Live"), "liveLog")),
       _open(createButton(tr("Open …"), "openLog")),
       _filter(new QLineEdit),
-      _measurements(new QComboBox),
+      _measurements(createComboBox("logMeasurements")),
       _views(new QStackedWidget),
       _table(new QTableView),
       _plot(new ReadingPlot),
@@ -47,7 +47,6 @@ QLayout* LogPage::createHeader()
     _filter->setObjectName(QStringLiteral("logFilter"));
     _filter->setPlaceholderText(tr("Only rows with …"));
     _filter->setClearButtonEnabled(true);
-    _measurements->setObjectName(QStringLiteral("logMeasurements"));
     _showLive->setCheckable(true);
     auto* const row = new QHBoxLayout;
     row->addWidget(_showLive);
@@ -67,6 +66,8 @@ void LogPage::setUpTable()
     _table->setObjectName(QStringLiteral("log"));
     _table->setModel(&_filtered);
     _table->setWordWrap(false);
+    _table->setVerticalScrollMode(QTableView::ScrollPerPixel);
+    scrollByTouch(_table);
     _table->setSelectionBehavior(QAbstractItemView::SelectRows);
     _table->setSelectionMode(QAbstractItemView::SingleSelection);
     _table->horizontalHeader()->setStretchLastSection(true);
@@ -100,7 +101,7 @@ void LogPage::showLive()
 
 void LogPage::askForLog()
 {
-    auto* const chooser = new FileChooser(window(), tr("Open a recorded log"), {});
+    auto* const chooser = new FileChooser(window(), tr("Open a recorded log"));
     connect(chooser, &FileChooser::chosen, this, &LogPage::openLog);
 }
 

@@ -1,6 +1,6 @@
 #include "panel/measure/liveview.h"
 
-#include <QHBoxLayout>
+#include "panel/kit/widgets.h"
 
 namespace Panel
 {
@@ -25,8 +25,6 @@ LiveView::LiveView(const FunctionInfo& function)
     : _isPlotted(function.kind == FunctionKind::Continuous || function.kind == FunctionKind::HighVoltage),
       _readings(function, sizeFor(function))
 {
-    setWidgetResizable(true);
-    setFrameShape(QFrame::NoFrame);
     auto* const content = new QWidget;
     auto* const row = new QHBoxLayout(content);
     row->setContentsMargins(0, 0, 0, 0);
@@ -34,7 +32,7 @@ LiveView::LiveView(const FunctionInfo& function)
     row->addWidget(&_readings, 5);
     row->addWidget(&_plot, 6);
     row->addWidget(&_failure, 6);
-    setWidget(content);
+    fillScrollArea(this, content);
     connect(&_readings, &ReadingTiles::chosen, this, &LiveView::choose);
 }
 

@@ -2,8 +2,10 @@
 
 #include <cmath>
 
+#include <QEvent>
 #include <QLocale>
 
+#include "panel/kit/keypad.h"
 #include "panel/kit/widgets.h"
 
 namespace Panel
@@ -33,6 +35,7 @@ NumberField::NumberField(const Option& option) : _option(option), _line(new QLin
     _line->setObjectName(QStringLiteral("number"));
     _line->setAlignment(Qt::AlignRight);
     _line->setMinimumWidth(64);
+    _line->installEventFilter(this);
     row->addWidget(createStep(QStringLiteral("−"), "less", -1));
     row->addWidget(_line, 1);
     row->addWidget(createStep(QStringLiteral("+"), "more", 1));
@@ -46,6 +49,15 @@ NumberField::NumberField(const Option& option) : _option(option), _line(new QLin
         });
     }
     connect(_line, &QLineEdit::textChanged, this, &NumberField::changed);
+}
+
+bool NumberField::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::MouseButtonRelease && _line->isEnabled()) {
+        const auto* const keypad = new Keypad(window(), _option.title, _line->text());
+        connect(keypad, &Keypad::entered, _line, &QLineEdit::setText);
+    }
+    return OptionField::eventFilter(watched, event);
 }
 
 QPushButton* NumberField::createStep(const QString& text, const char* name, int direction)

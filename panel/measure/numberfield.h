@@ -8,8 +8,8 @@
 namespace Panel
 {
 
-/// A number that is typed, or reached with two buttons that go faster the larger it is. A word that is
-/// allowed beside the numbers has a button of its own.
+/// A number that is typed, also on a keypad that a tap opens, or reached with two buttons that go faster the
+/// larger it is. A word that is allowed beside the numbers has a button of its own.
 class NumberField : public OptionField
 {
     Q_OBJECT
@@ -18,6 +18,9 @@ public:
     explicit NumberField(const VesmarClient::Option& option);
 
     QVariant value() const override;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     QPushButton* createStep(const QString& text, const char* name, int direction);

@@ -26,8 +26,6 @@ QString titleOf(const Option& option)
 
 OptionForm::OptionForm(const FunctionInfo& function) : _function(function.identifier)
 {
-    setWidgetResizable(true);
-    setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     auto* const content = new QWidget;
     auto* const grid = new QGridLayout(content);
@@ -44,7 +42,7 @@ OptionForm::OptionForm(const FunctionInfo& function) : _function(function.identi
         grid->setColumnStretch(column, 1);
     }
     grid->setRowStretch(grid->rowCount(), 1);
-    setWidget(content);
+    fillScrollArea(this, content);
     showProblems();
 }
 

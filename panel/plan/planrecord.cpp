@@ -82,7 +82,7 @@ QStringList missesOf(const PlanStep& step, const Result& result)
 PlanRecord planRecordOf(const RecordPointer& record)
 {
     const bool isMeasured = record->outcome == Outcome::Completed || record->outcome == Outcome::Interrupted;
-    const QString title = record->function().title;
+    const QString title = record->function().title.remove(QChar(QChar::SoftHyphen));
     const StepRecord step{
         {title, record->settings, {}}, isMeasured ? StepState::Measured : StepState::NotMeasured, record, {}};
     return {title, record->begun, QDateTime::currentDateTime(), {step}};

@@ -46,7 +46,7 @@ QString words(Verdict verdict)
 {
     switch (verdict) {
     case Verdict::None:
-        return Texts::tr("No verdict");
+        return Texts::tr("Measured, without limits");
     case Verdict::Passed:
         return Texts::tr("Passed");
     case Verdict::Failed:

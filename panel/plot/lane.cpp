@@ -29,6 +29,7 @@ namespace
 constexpr double ShortestRangeInMinutes = 6; ///< In seconds; less is told in tenths of a second.
 constexpr int AxisWidth = 52;                ///< The same for all, so that times stand below each other.
 constexpr QSize SmallestSize{160, 32};
+constexpr int HalfOfLabel = 7; ///< What of the lowest value stands below the curve.
 constexpr int HeightOfTick = 28;
 constexpr int PointsOfBroadCurve = 2000; ///< A broad pen takes long for many points.
 
@@ -145,6 +146,7 @@ void Lane::drawCursor(const Record& record, int index)
 void Lane::showTimes(bool areShown)
 {
     enableAxis(xBottom, areShown);
+    setContentsMargins(0, 0, 0, areShown ? 0 : HalfOfLabel);
 }
 
 } // namespace Panel

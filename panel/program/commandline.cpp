@@ -10,7 +10,7 @@ namespace
 
 const char Footer[] =
     "\nTouch alone is enough, and so is a keyboard. Neither X nor a window manager is needed:\n"
-    "\n  QT_QPA_PLATFORM=linuxfb vesmar-panel --full-screen\n";
+    "\n  QT_QPA_PLATFORM=linuxfb vesmar-panel\n";
 
 std::shared_ptr<CLI::App> declare(CommandLine* commandLine)
 {
@@ -18,7 +18,7 @@ std::shared_ptr<CLI::App> declare(CommandLine* commandLine)
     app->set_version_flag("--version", "vesmar-panel " VESMAR_VERSION, "Print the version");
     app->add_flag("--simulator", commandLine->isSimulated,
                   "Show it all at a simulated instrument of its own");
-    app->add_flag("--full-screen", commandLine->isFullScreen, "Fill the screen");
+    app->add_flag("--full-screen", commandLine->isFullScreen, "Fill the screen, as on a small one");
     app->add_option("--theme", commandLine->theme, "How it looks: light or dark (default light)")
         ->type_name("light|dark")
         ->check(CLI::IsMember({"light", "dark"}));

@@ -1,6 +1,7 @@
 #include <iostream>
 
 #include <QApplication>
+#include <QScreen>
 
 #include <VesmarClient/functions.h>
 
@@ -14,6 +15,8 @@
 
 namespace
 {
+
+constexpr QSize UsualSize{1024, 640};
 
 int fail(const QString& reason)
 {
@@ -29,6 +32,20 @@ QString readUnits(const std::string& path)
     return failure.whatHappened;
 }
 
+/// A small screen is filled. Without a window manager nobody else gives the window its size and the keyboard.
+void showOn(const QScreen& screen, QWidget& window, bool isFullScreen)
+{
+    const bool isSmall = screen.size().boundedTo(UsualSize) != UsualSize;
+    if (isFullScreen || isSmall) {
+        window.setGeometry(screen.geometry());
+        window.showFullScreen();
+    } else {
+        window.resize(UsualSize);
+        window.show();
+    }
+    window.activateWindow();
+}
+
 int run(const Panel::CommandLine& commandLine)
 {
     Panel::applyTheme(commandLine.theme == "dark" ? Panel::Theme::Dark : Panel::Theme::Light);
@@ -39,12 +56,7 @@ int run(const Panel::CommandLine& commandLine)
                         .arg(QString::fromStdString(commandLine.page),
                              Panel::pageNames().join(QStringLiteral(", "))));
     }
-    window.resize(1024, 640);
-    if (commandLine.isFullScreen) {
-        window.showFullScreen();
-    } else {
-        window.show();
-    }
+    showOn(*window.screen(), window, commandLine.isFullScreen);
     const Panel::EndSignals endSignals([&window] { window.close(); });
     session.open();
     return QApplication::exec();

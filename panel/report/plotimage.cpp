@@ -37,6 +37,7 @@ QImage plotImage(const Record& record, int reading)
 {
     const ReadingInfo info = record.function().readings.at(reading);
     QwtPlot plot;
+    plot.setPalette(QPalette(Qt::white)); // paper, whatever the theme of the window
     plot.setAxisTitle(QwtPlot::xBottom, QStringLiteral("s"));
     plot.setAxisTitle(QwtPlot::yLeft,
                       info.unit.isEmpty() ? info.title : info.title + QStringLiteral(" / ") + info.unit);

@@ -4,6 +4,7 @@
 #include <QStandardPaths>
 #include <QtConcurrent>
 
+#include "panel/kit/filechooser.h"
 #include "panel/kit/widgets.h"
 
 namespace Panel
@@ -19,16 +20,19 @@ ReportBar::ReportBar()
     _written->setObjectName(QStringLiteral("reportWritten"));
     _written->hide();
     auto* const row = new QHBoxLayout;
+    QPushButton* const choose = createButton(tr("Folder …"), "chooseFolder");
     row->addWidget(_folder, 1);
+    row->addWidget(choose);
     row->addWidget(_write);
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->addLayout(row);
     column->addWidget(_written);
     column->addWidget(&_failure);
+    connect(choose, &QPushButton::clicked, this, &ReportBar::askForFolder);
     connect(_write, &QPushButton::clicked, this, &ReportBar::write);
     connect(&_writing, &QFutureWatcherBase::finished, this, &ReportBar::tell);
-    showButton();
+    withdraw();
 }
 
 ReportBar::~ReportBar()
@@ -41,7 +45,7 @@ void ReportBar::offer(const PlanRecord& plan)
     _plan = plan;
     _written->hide();
     _failure.show({});
-    showButton();
+    _write->setEnabled(plan.ended.isValid());
 }
 
 void ReportBar::withdraw()
@@ -49,12 +53,23 @@ void ReportBar::withdraw()
     offer({});
 }
 
+void ReportBar::askForFolder()
+{
+    const auto* const chooser =
+        new FileChooser(window(), tr("Folder of the reports"), FileChooser::Wanted::Folder);
+    connect(chooser, &FileChooser::chosen, _folder, &QLineEdit::setText);
+}
+
 /// The plots are drawn here; what takes long is done beside, so that everything else goes on.
 void ReportBar::write()
 {
+    if (_writing.isRunning()) {
+        return;
+    }
+    _written->setText(tr("Writing …"));
+    _written->show();
     QDir().mkpath(_folder->text());
     _writing.setFuture(QtConcurrent::run(writeReport, reportFilesOf(_plan, _folder->text())));
-    showButton();
 }
 
 void ReportBar::tell()
@@ -71,12 +86,6 @@ void ReportBar::tell()
     if (written.failure.isFailure()) {
         Q_EMIT failed(written.failure);
     }
-    showButton();
-}
-
-void ReportBar::showButton()
-{
-    _write->setEnabled(_plan.ended.isValid() && !_writing.isRunning());
 }
 
 } // namespace Panel

@@ -12,7 +12,7 @@
 namespace Panel
 {
 
-/// Writes the report of what was measured: the folder, the button, and what has become of it.
+/// Writes the report of what was measured: the folder, the buttons, and what has become of it.
 class ReportBar : public QWidget
 {
     Q_OBJECT
@@ -30,9 +30,9 @@ Q_SIGNALS:
     void failed(const VesmarClient::Failure& failure);
 
 private:
+    void askForFolder();
     void write();
     void tell();
-    void showButton();
 
     PlanRecord _plan;
     QLineEdit* _folder;

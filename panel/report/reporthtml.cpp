@@ -55,15 +55,9 @@ QString dateTime(const QDateTime& time)
     return time.isValid() ? time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")) : QStringLiteral("-");
 }
 
-/// A value as the reading shows it: with its unit and its decimals.
 QString textOf(const ReadingInfo& info, double value)
 {
-    Reading reading;
-    reading.value = value;
-    reading.isPresent = !std::isnan(value);
-    reading.unit = info.unit;
-    reading.decimals = info.decimals;
-    return reading.text();
+    return shownValue(value, info.unit, info.decimals);
 }
 
 /// Those of the first step that was measured: a plan is measured with one instrument.
@@ -141,7 +135,8 @@ QString readingTable(const StepRecord& step)
         const auto* const criterion =
             std::find_if(step.step.criteria.cbegin(), step.step.criteria.cend(),
                          [&info](const Criterion& each) { return each.reading == info.identifier; });
-        rows += row({info.title, last.text(), textOf(info, lowest), textOf(info, highest),
+        const double lastValue = last.isPresent ? last.value : std::nan("");
+        rows += row({info.title, textOf(info, lastValue), textOf(info, lowest), textOf(info, highest),
                      criterion != step.step.criteria.cend() ? rangeOf(*criterion, last) : QString()});
     }
     return tagged("table", rows);

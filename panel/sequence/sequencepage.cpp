@@ -23,9 +23,10 @@ const char Shipped[] = ":/panel/appliance-test.json";
 
 SequencePage::SequencePage(Session& session)
     : _session(session),
-      _plans(new QComboBox),
+      _plans(createComboBox("plans")),
       _open(createButton(tr("Open …"), "openPlan")),
       _steps(new StepTable),
+      _result(session),
       _verdict(createText("title")),
       _start(createButton(tr("Start"), "startPlan", "start")),
       _hold(new HoldButton(tr("Hold to measure"), "holdStep")),
@@ -43,7 +44,6 @@ SequencePage::SequencePage(Session& session)
 
 void SequencePage::layOut()
 {
-    _plans->setObjectName(QStringLiteral("plans"));
     _verdict->setObjectName(QStringLiteral("verdict"));
     auto* const choice = new QHBoxLayout;
     choice->addWidget(_plans, 1);
@@ -52,6 +52,7 @@ void SequencePage::layOut()
     column->addLayout(choice);
     column->addWidget(&_failure);
     column->addWidget(_steps, 1);
+    column->addWidget(&_result);
     column->addLayout(createButtons());
     column->addWidget(_report);
 }
@@ -91,26 +92,32 @@ void SequencePage::openPlan(const QString& path)
     }
     _plans->setCurrentIndex(_plans->findData(path));
     _plan = file.plan;
+    reset();
+    showButtons();
+}
+
+/// Nothing of the plan is measured yet.
+void SequencePage::reset()
+{
     delete _run;
     _steps->showPlan(_plan);
+    _result.hide();
     _report->withdraw();
-    showButtons();
 }
 
 void SequencePage::askForPlan()
 {
-    auto* const chooser = new FileChooser(window(), tr("Open a test plan"), {QStringLiteral("*.json")});
+    auto* const chooser = new FileChooser(window(), tr("Open a test plan"), FileChooser::Wanted::File,
+                                          {QStringLiteral("*.json")});
     connect(chooser, &FileChooser::chosen, this, &SequencePage::openPlan);
 }
 
 void SequencePage::start()
 {
-    delete _run;
+    reset();
     _run = new PlanRun(_session, _plan, this);
     connect(_run, &PlanRun::stepChanged, this, &SequencePage::showStep);
     connect(_run, &PlanRun::finished, this, &SequencePage::end);
-    _steps->showPlan(_plan);
-    _report->withdraw();
     _run->start();
     showButtons();
 }
@@ -118,6 +125,9 @@ void SequencePage::start()
 void SequencePage::end()
 {
     _report->offer(_run->record());
+    if (_session.isStopInDoubt()) {
+        _result.show(_session.record());
+    }
     showButtons();
     _start->setFocus();
 }

@@ -4,6 +4,7 @@
 #include <QPointer>
 
 #include "panel/kit/holdbutton.h"
+#include "panel/measure/resultcard.h"
 #include "panel/plan/planrun.h"
 #include "panel/report/reportbar.h"
 #include "panel/sequence/steptable.h"
@@ -27,6 +28,7 @@ private:
     QLayout* createButtons();
     void connectButtons();
     void askForPlan();
+    void reset();
     void start();
     void end();
     void showStep(int step);
@@ -39,6 +41,7 @@ private:
     QPushButton* _open;
     FailureCard _failure;
     StepTable* _steps;
+    ResultCard _result; // of the step after which the instrument is not known to have stopped
     QLabel* _verdict;
     QPushButton* _start;
     HoldButton* _hold;

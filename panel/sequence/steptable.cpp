@@ -3,6 +3,7 @@
 #include <QHeaderView>
 
 #include "panel/kit/theme.h"
+#include "panel/kit/widgets.h"
 #include "panel/plan/planwords.h"
 
 namespace Panel
@@ -44,6 +45,7 @@ StepTable::StepTable() : QTableWidget(0, ColumnCount)
     setEditTriggers(NoEditTriggers);
     setSelectionMode(NoSelection);
     setVerticalScrollMode(ScrollPerPixel);
+    scrollByTouch(this);
 }
 
 void StepTable::showPlan(const Plan& plan)

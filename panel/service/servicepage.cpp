@@ -1,7 +1,5 @@
 #include "panel/service/servicepage.h"
 
-#include <QScrollArea>
-
 #include "panel/kit/widgets.h"
 
 namespace Panel
@@ -45,9 +43,7 @@ void ServicePage::layOut()
     connect(
         _update, &UpdateCard::begun, area, [this, area] { area->ensureWidgetVisible(_update); },
         Qt::QueuedConnection); // Once the progress has its place.
-    area->setWidgetResizable(true);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setWidget(content);
+    fillScrollArea(area, content);
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(area);

@@ -100,6 +100,15 @@ void Session::stop()
     }
 }
 
+void Session::stopAny()
+{
+    if (_measurement != nullptr) {
+        stop();
+    } else if (!_instrument.isBusy()) {
+        proveStop();
+    }
+}
+
 StopJob* Session::proveStop()
 {
     StopJob* const job = _instrument.stop();
@@ -121,7 +130,6 @@ void Session::endRecord()
     _record->gaps = _measurement->gaps();
     _measurement->deleteLater();
     _measurement = nullptr;
-    _records.append(_record);
     setStopInDoubt(_hasBegun && !_record->isStopConfirmed);
     Q_EMIT measurementEnded(_record);
 }

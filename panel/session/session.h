@@ -12,8 +12,8 @@
 namespace Panel
 {
 
-/// What the pages share: the instrument, the measurement under way, and the records of all since the program
-/// was started. Every measurement of the panel begins here.
+/// What the pages share: the instrument, and the measurement under way with its record. Every measurement of
+/// the panel begins here.
 class Session : public QObject
 {
     Q_OBJECT
@@ -44,8 +44,6 @@ public:
     VesmarClient::Measurement* measurement() const { return _measurement; }
     /// The record of the measurement under way; that of the last one where there is none.
     RecordPointer record() const { return _record; }
-    /// Those that have ended, the latest one last.
-    const QVector<RecordPointer>& records() const { return _records; }
 
     /// Whether a dangerous voltage is present, or may be: a function with one is under way, whoever has
     /// started it, or the last one is not known to have stopped.
@@ -57,6 +55,8 @@ public:
     void keepAlive();
     /// Ends the measurement under way.
     void stop();
+    /// Ends the measurement under way or, where there is none, whatever else runs at the instrument.
+    void stopAny();
     /// Ends whatever runs at the instrument, and proves it: the way out of a stop in doubt.
     VesmarClient::StopJob* proveStop();
 
@@ -85,7 +85,6 @@ private:
     QPointer<VesmarClient::Measurement> _measurement;
     QPointer<VesmarClient::UpdateJob> _update;
     QSharedPointer<Record> _record;
-    QVector<RecordPointer> _records;
     bool _isDangerous = false;
     bool _isStopInDoubt = false;
     bool _hasBegun = false; // whether anything was sent for the measurement

@@ -204,6 +204,13 @@
     </message>
 </context>
 <context>
+    <name>Panel::Dialog</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
     <name>Panel::ErrorsPage</name>
     <message>
         <source>Nothing has gone wrong so far.</source>
@@ -232,12 +239,16 @@
 <context>
     <name>Panel::FileChooser</name>
     <message>
-        <source>Cancel</source>
-        <translation>Abbrechen</translation>
-    </message>
-    <message>
         <source>Open</source>
         <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>Use this folder</source>
+        <translation>Diesen Ordner verwenden</translation>
+    </message>
+    <message>
+        <source>The folder %1 cannot be read.</source>
+        <translation>Der Ordner %1 ist nicht lesbar.</translation>
     </message>
 </context>
 <context>
@@ -284,6 +295,13 @@
     <message>
         <source>%1 left</source>
         <translation>noch %1</translation>
+    </message>
+</context>
+<context>
+    <name>Panel::Keypad</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
     </message>
 </context>
 <context>
@@ -370,8 +388,8 @@
         <translation>⚡  Hochspannung. Prüfling nicht berühren.</translation>
     </message>
     <message>
-        <source>Space bar or Esc stops.</source>
-        <translation>Leertaste oder Esc stoppt.</translation>
+        <source>Stop (Esc)</source>
+        <translation>Stopp (Esc)</translation>
     </message>
 </context>
 <context>
@@ -491,8 +509,8 @@
         <translation>nicht beendet</translation>
     </message>
     <message>
-        <source>No verdict</source>
-        <translation>Ohne Urteil</translation>
+        <source>Measured, without limits</source>
+        <translation>Gemessen, ohne Grenzwerte</translation>
     </message>
     <message>
         <source>Passed</source>
@@ -508,11 +526,11 @@
     </message>
     <message>
         <source>The instrument is confirmed to have stopped.</source>
-        <translation>Es ist bestätigt, dass das Gerät angehalten hat.</translation>
+        <translation>Es ist bestätigt, dass das Gerät gestoppt hat.</translation>
     </message>
     <message>
         <source>It is NOT confirmed that the instrument has stopped.</source>
-        <translation>Es ist NICHT bestätigt, dass das Gerät angehalten hat.</translation>
+        <translation>Es ist NICHT bestätigt, dass das Gerät gestoppt hat.</translation>
     </message>
     <message>
         <source>A step of a plan has to end by itself: give &quot;%1&quot; a number.</source>
@@ -623,6 +641,14 @@
         <source>Written: %1</source>
         <translation>Geschrieben: %1</translation>
     </message>
+    <message>
+        <source>Folder …</source>
+        <translation>Ordner …</translation>
+    </message>
+    <message>
+        <source>Writing …</source>
+        <translation>Wird geschrieben …</translation>
+    </message>
 </context>
 <context>
     <name>Panel::ResultCard</name>
@@ -632,7 +658,7 @@
     </message>
     <message>
         <source>The instrument is confirmed to have stopped.</source>
-        <translation>Das Gerät hat bestätigt gestoppt.</translation>
+        <translation>Es ist bestätigt, dass das Gerät gestoppt hat.</translation>
     </message>
     <message>
         <source>It is not confirmed that the instrument has stopped. Do not touch the appliance, and cut its mains supply.</source>

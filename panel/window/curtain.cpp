@@ -1,7 +1,5 @@
 #include "panel/window/curtain.h"
 
-#include <QEvent>
-
 #include "panel/kit/widgets.h"
 
 namespace Panel
@@ -15,7 +13,7 @@ constexpr int Width = 560;
 }
 
 Curtain::Curtain(QWidget* parent)
-    : QWidget(parent), _title(createText("title")), _text(createText("")), _answers(new QWidget)
+    : Overlay(parent), _title(createText("title")), _text(createText("")), _answers(new QWidget)
 {
     setLook(this, "curtain");
     setObjectName(QStringLiteral("curtain"));
@@ -30,8 +28,6 @@ Curtain::Curtain(QWidget* parent)
     _answers->layout()->setContentsMargins(0, 0, 0, 0);
     auto* const column = new QVBoxLayout(this);
     column->addWidget(card, 0, Qt::AlignCenter);
-    parent->installEventFilter(this);
-    hide();
 }
 
 void Curtain::show(const char* look, const QString& title, const QString& text, const QStringList& answers)
@@ -48,21 +44,8 @@ void Curtain::show(const char* look, const QString& title, const QString& text, 
         });
         _answers->layout()->addWidget(button);
     }
-    setGeometry(parentWidget()->rect());
-    QWidget::show();
-    raise();
-    setFocus();
-    if (QWidget* const first = _answers->findChild<QPushButton*>()) {
-        first->setFocus();
-    }
-}
-
-bool Curtain::eventFilter(QObject* watched, QEvent* event)
-{
-    if (watched == parent() && event->type() == QEvent::Resize) {
-        setGeometry(parentWidget()->rect());
-    }
-    return false;
+    QWidget* const first = _answers->findChild<QPushButton*>();
+    showWith(first != nullptr ? first : this);
 }
 
 } // namespace Panel

@@ -1,14 +1,14 @@
 #pragma once
 
 #include <QLabel>
-#include <QPushButton>
-#include <QWidget>
+
+#include "panel/kit/overlay.h"
 
 namespace Panel
 {
 
-/// A message over the whole window, which is part of it: a dialog would need a window manager.
-class Curtain : public QWidget
+/// A message over the whole window.
+class Curtain : public Overlay
 {
     Q_OBJECT
 
@@ -22,9 +22,6 @@ public:
 Q_SIGNALS:
     /// The curtain is hidden, and this was the answer.
     void answered(int answer);
-
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     QLabel* _title;

@@ -117,8 +117,10 @@ QWidget* MainWindow::createBanner()
     setLook(_banner, "banner");
     QHBoxLayout* const row = createRow(_banner, 16);
     row->addWidget(createLabel("", tr("⚡  High voltage. Do not touch the appliance.")), 1);
-    row->addWidget(createLabel("", tr("Space bar or Esc stops.")));
-    _banner->setFixedHeight(TouchTarget);
+    QPushButton* const stop = createButton(tr("Stop (Esc)"), "stopAny", "bannerStop");
+    stop->setFocusPolicy(Qt::NoFocus); // The keyboard has keys for it, and may be holding another button.
+    connect(stop, &QPushButton::clicked, &_session, &Session::stopAny);
+    row->addWidget(stop);
     _banner->hide();
     return _banner;
 }

@@ -22,15 +22,11 @@ bool StopKeys::isStop(const QEvent& event) const
 
 bool StopKeys::eventFilter(QObject* /*watched*/, QEvent* event)
 {
-    const bool isMeasuring = _session.measurement() != nullptr;
-    if ((!isMeasuring && !_session.isDangerous()) || !isStop(*event)) {
+    const bool runs = _session.measurement() != nullptr || _session.isDangerous();
+    if (!runs || !isStop(*event)) {
         return false;
     }
-    if (isMeasuring) {
-        _session.stop();
-    } else if (!_session.instrument().isBusy()) {
-        _session.proveStop();
-    }
+    _session.stopAny();
     return true;
 }
 

@@ -3,8 +3,11 @@
 #include <QAbstractButton>
 #include <QLabel>
 #include <QLayout>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QVariant>
+
+#include "panel/kit/theme.h"
 
 namespace
 {
@@ -39,6 +42,12 @@ bool HasRoom(const QWidget& widget)
     return button == nullptr || HasRoom(*button);
 }
 
+bool CanBeHit(const QWidget& widget)
+{
+    return qobject_cast<const QPushButton*>(&widget) == nullptr ||
+           (widget.width() >= Panel::TouchTarget && widget.height() >= Panel::TouchTarget);
+}
+
 /// What is scrolled may be larger than what shows it, but not broader.
 bool IsInside(const QWidget& widget)
 {
@@ -60,6 +69,9 @@ QStringList Misfits(const QWidget& window)
         }
         if (!HasRoom(*widget)) {
             found.append(Described(*widget) + QStringLiteral(" is cut off"));
+        }
+        if (!CanBeHit(*widget)) {
+            found.append(Described(*widget) + QStringLiteral(" is too small for a finger"));
         }
         if (!IsInside(*widget)) {
             found.append(Described(*widget) + QStringLiteral(" stands out"));

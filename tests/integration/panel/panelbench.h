@@ -34,6 +34,8 @@ public:
     /// The text of the label or the button with this name; empty where none can be seen.
     QString Text(const char* name);
 
+    /// Waits until the button can be hit, and says where it is in the window.
+    QPoint AwaitHit(const char* button);
     /// Waits until the button can be hit, and does.
     void Click(const char* button);
     void Press(const char* button);
@@ -48,7 +50,5 @@ public:
     Panel::MainWindow window{session};
 
 private:
-    QPoint AwaitHit(const char* button);
-
     QProcess _simulator;
 };

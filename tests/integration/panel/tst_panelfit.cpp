@@ -43,11 +43,23 @@ void VerifyButtons(PanelBench& bench)
     }
 }
 
+/// What is asked for over the whole window.
+void VerifyOverlay(PanelBench& bench, const char* opener, const QString& prefix)
+{
+    bench.Click(opener);
+    VerifyView(bench, prefix + QLatin1String(opener));
+    bench.Click("cancel");
+    AWAIT(bench.Find("cancel") == nullptr);
+}
+
 void VerifyFunction(PanelBench& bench, const FunctionInfo& function, const QString& prefix)
 {
     bench.Click(qPrintable(QStringLiteral("tile-") + function.identifier));
     VerifyView(bench, prefix + function.identifier);
     VerifyButtons(bench);
+    if (bench.Find("number") != nullptr) {
+        VerifyOverlay(bench, "number", prefix);
+    }
     bench.Click("back");
 }
 
@@ -83,6 +95,9 @@ void TestPanelFit::VerifyFit(const char* language, Panel::Theme theme)
         bench.Click(page.name);
         VerifyView(bench, prefix + QLatin1String(page.name));
     }
+    bench.Click("sequence");
+    VerifyOverlay(bench, "openPlan", prefix);
+    VerifyOverlay(bench, "chooseFolder", prefix);
     bench.Click("measure");
     for (const FunctionInfo& function : Functions::all()) {
         VerifyFunction(bench, function, prefix);

@@ -19,6 +19,8 @@ private Q_SLOTS:
     void TheEnterKeyHolds();
     void ABlockedScreenStops();
     void ClosingTheWindowStops();
+    void WhatNobodyAttendsIsStopped_data();
+    void WhatNobodyAttendsIsStopped();
     void AStopThatIsNotConfirmedIsTold();
     void TheWindowDoesNotCloseUntold();
 
@@ -126,6 +128,31 @@ void TestPanelHighVoltage::ClosingTheWindowStops()
     AWAIT(!bench.window.isVisible());
     QCOMPARE(bench.session.record()->outcome, Outcome::Aborted);
     QVERIFY(bench.session.record()->isStopConfirmed);
+}
+
+void TestPanelHighVoltage::WhatNobodyAttendsIsStopped_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::newRow("with Escape") << static_cast<int>(Qt::Key_Escape);
+    QTest::newRow("with the space bar") << static_cast<int>(Qt::Key_Space);
+    QTest::newRow("with the button") << 0;
+}
+
+/// Somebody has started a high-voltage test at the instrument itself.
+void TestPanelHighVoltage::WhatNobodyAttendsIsStopped()
+{
+    QFETCH(int, key);
+    PanelBench bench;
+    bench.Connect();
+    bench.Execute("function 9");
+    AWAIT(bench.Find("banner") != nullptr);
+    if (key != 0) {
+        bench.PressKey(static_cast<Qt::Key>(key));
+    } else {
+        bench.Click("stopAny");
+    }
+    AWAIT(bench.Find("banner") == nullptr);
+    QVERIFY(!bench.session.isDangerous());
 }
 
 void TestPanelHighVoltage::AStopThatIsNotConfirmedIsTold()

@@ -3,7 +3,9 @@
 #include <QtTest>
 
 #include "integration/panel/panelbench.h"
+#include "panel/kit/files.h"
 #include "panel/kit/theme.h"
+#include "panel/plot/lane.h"
 
 using VesmarClient::Outcome;
 
@@ -21,10 +23,19 @@ private Q_SLOTS:
     void AResidualCurrentDeviceIsTested();
     void TheOtherTestsOfAResidualCurrentDeviceAreMade();
     void TheKeyboardAloneIsEnough();
+    void AFingerAloneIsEnough();
+    void ThePlotIsZoomedAndMoved();
+    void ThePlotIsPaused();
+    void ReadingsHaveTheUnitsOfAFile();
 
 private:
     static void Open(PanelBench& bench, const char* tile);
     static void Begin(PanelBench& bench);
+    /// The times that the plot shows.
+    static QwtInterval Shown(PanelBench& bench)
+    {
+        return bench.Find<QwtPlot>("lane")->axisInterval(QwtPlot::xBottom);
+    }
 };
 
 void TestPanelMeasuring::Open(PanelBench& bench, const char* tile)
@@ -162,6 +173,77 @@ void TestPanelMeasuring::TheKeyboardAloneIsEnough()
     AWAIT_EQUAL(bench.Text("phase"), QStringLiteral("Measuring"));
     bench.PressKey(Qt::Key_Escape);
     AWAIT_EQUAL(bench.Text("outcome"), QStringLiteral("Aborted"));
+}
+
+/// A number is typed on a keypad.
+void TestPanelMeasuring::AFingerAloneIsEnough()
+{
+    PanelBench bench;
+    Open(bench, "tile-rpe");
+    bench.Click("number");
+    bench.Shoot("keypad");
+    for (const char* const key : {"key-7", "key-1", "key-2", "backspace"}) {
+        bench.Click(key);
+    }
+    bench.Click("enter");
+    AWAIT(bench.Find("keypad") == nullptr);
+    QCOMPARE(bench.Find<QLineEdit>("number")->text(), QStringLiteral("71"));
+    bench.Click("number");
+    bench.Click("key-8");
+    bench.Click("cancel");
+    AWAIT(bench.Find("keypad") == nullptr);
+    bench.Click("start");
+    AWAIT_EQUAL(bench.Text("phase"), QStringLiteral("Measuring"));
+    QCOMPARE(bench.session.record()->settings.value(QStringLiteral("time")).toInt(), 71);
+}
+
+void TestPanelMeasuring::ThePlotIsZoomedAndMoved()
+{
+    PanelBench bench;
+    Begin(bench);
+    AWAIT(bench.session.record()->times.last() > 3);
+    bench.Click("stop");
+    AWAIT_EQUAL(bench.Text("outcome"), QStringLiteral("Aborted"));
+    const QwtInterval all = Shown(bench);
+    QCOMPARE(all, QwtInterval(0, bench.session.record()->times.last()));
+    bench.Click("zoomIn");
+    QCOMPARE(Shown(bench), QwtInterval(all.maxValue() / 2, all.maxValue()));
+    const QPoint middle = bench.AwaitHit("lane");
+    QTest::mousePress(bench.window.windowHandle(), Qt::LeftButton, {}, middle);
+    QTest::mouseMove(bench.window.windowHandle(), middle + QPoint(60, 0));
+    QTest::mouseRelease(bench.window.windowHandle(), Qt::LeftButton, {}, middle + QPoint(60, 0));
+    QVERIFY(Shown(bench).maxValue() < all.maxValue());
+    QCOMPARE(Shown(bench).width(), all.width() / 2);
+    bench.Click("zoomOut");
+    QCOMPARE(Shown(bench), all);
+    bench.Click("zoomIn");
+    bench.Click("zoomAll");
+    QCOMPARE(Shown(bench), all);
+}
+
+void TestPanelMeasuring::ThePlotIsPaused()
+{
+    PanelBench bench;
+    Begin(bench);
+    bench.Click("pause");
+    const QwtInterval paused = Shown(bench);
+    const int before = bench.session.record()->times.size();
+    AWAIT(bench.session.record()->times.size() > before + 10);
+    QCOMPARE(Shown(bench), paused);
+    bench.Click("pause");
+    AWAIT(Shown(bench).maxValue() > paused.maxValue() + 1);
+}
+
+void TestPanelMeasuring::ReadingsHaveTheUnitsOfAFile()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("units.json"));
+    QVERIFY(!Panel::writeNewFile(path, R"({"rpe": {"current": {"unit": "mA", "decimals": 1}}})").isFailure());
+    QVERIFY(!VesmarClient::Functions::readUnits(path).isFailure());
+    PanelBench bench;
+    Begin(bench);
+    QVERIFY2(bench.Text("value-current").contains(QRegularExpression(QStringLiteral("^\\d+\\.\\d\u00a0mA$"))),
+             qPrintable(bench.Text("value-current")));
 }
 
 QTEST_MAIN(TestPanelMeasuring)

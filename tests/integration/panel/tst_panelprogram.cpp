@@ -11,6 +11,7 @@ class TestPanelProgram : public QObject
 
 private Q_SLOTS:
     void RunsAtASimulatorOfItsOwn();
+    void WhatIsWrongIsSaid_data();
     void WhatIsWrongIsSaid();
 };
 
@@ -52,14 +53,26 @@ void TestPanelProgram::RunsAtASimulatorOfItsOwn()
     QCOMPARE(program.exitCode(), 0);
 }
 
+void TestPanelProgram::WhatIsWrongIsSaid_data()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<QByteArray>("said");
+    QTest::newRow("page") << QStringList{QStringLiteral("--page"), QStringLiteral("attic")}
+                          << QByteArray("there is no page \"attic\"; it is one of connection, measure");
+    QTest::newRow("units") << QStringList{QStringLiteral("--units"), QStringLiteral("/nowhere.json")}
+                           << QByteArray("/nowhere.json");
+}
+
 void TestPanelProgram::WhatIsWrongIsSaid()
 {
+    QFETCH(QStringList, options);
+    QFETCH(QByteArray, said);
     QProcess program;
-    program.start(QStringLiteral(PANEL_PROGRAM), {QStringLiteral("--page"), QStringLiteral("attic")});
+    program.start(QStringLiteral(PANEL_PROGRAM), options);
     QVERIFY(program.waitForFinished(Patience));
     QCOMPARE(program.exitCode(), 1);
-    QVERIFY(program.readAllStandardError().contains(
-        "there is no page \"attic\"; it is one of connection, measure"));
+    const QByteArray error = program.readAllStandardError();
+    QVERIFY2(error.contains(said), error.constData());
 }
 
 QTEST_GUILESS_MAIN(TestPanelProgram)

@@ -21,6 +21,7 @@ private Q_SLOTS:
     void AFailedStepLetsThePlanGoOnWhereItSaysSo();
     void AHighVoltageStepWaitsForTheHand();
     void AStoppedPlanIsNotComplete();
+    void AStopThatIsNotConfirmedEndsThePlan();
     void ADamagedPlanIsRefused();
 
 private:
@@ -82,6 +83,9 @@ QString TestPanelSequence::ReadingsOf(PanelBench& bench, int step)
 void TestPanelSequence::APlanIsMeasuredAndReported()
 {
     PanelBench bench;
+    int readings = 0;
+    connect(&bench.session, &Panel::Session::measurementEnded, &bench.window,
+            [&readings](const auto& record) { readings += record->times.size() * record->values.size(); });
     Open(bench, Earth + ',' + Touch);
     bench.Click("startPlan");
     AWAIT_EQUAL(bench.Text("verdict"), QStringLiteral("Passed"));
@@ -102,10 +106,6 @@ void TestPanelSequence::APlanIsMeasuredAndReported()
         QVERIFY2(html.contains(part), qPrintable(part));
     }
     QCOMPARE(html.count(QStringLiteral("data:image/png")), 4); // Three readings, and one.
-    int readings = 0;
-    for (const Panel::RecordPointer& record : bench.session.records()) {
-        readings += record->times.size() * record->values.size();
-    }
     QCOMPARE(ContentOf(folder.path(), ".csv").count('\n'), readings + 1);
     QVERIFY(ContentOf(folder.path(), ".pdf").startsWith("%PDF"));
     bench.Click("report"); // Under another name.
@@ -167,6 +167,21 @@ void TestPanelSequence::AStoppedPlanIsNotComplete()
     QCOMPARE(StateOf(bench, 1), QStringLiteral("not completed"));
 }
 
+/// It is as red as after a single measurement, and has the same way out.
+void TestPanelSequence::AStopThatIsNotConfirmedEndsThePlan()
+{
+    PanelBench bench({QStringLiteral("--run-on"), QStringLiteral("600000")});
+    bench.Execute("scenario runs-on-after-stop");
+    Open(bench, Earth + ',' + Touch);
+    bench.Click("startPlan");
+    AWAIT(bench.Text("stopped").startsWith(QStringLiteral("It is not confirmed")));
+    QCOMPARE(StateOf(bench, 1), QStringLiteral("not measured yet"));
+    QCOMPARE(bench.Text("verdict"), QStringLiteral("Not complete"));
+    bench.Shoot("sequence-not-stopped");
+    bench.Click("stopAgain");
+    AWAIT_EQUAL(bench.Text("stopped"), QStringLiteral("The instrument is confirmed to have stopped."));
+}
+
 void TestPanelSequence::ADamagedPlanIsRefused()
 {
     PanelBench bench;
@@ -180,13 +195,6 @@ void TestPanelSequence::ADamagedPlanIsRefused()
     QVERIFY(bench.Find("startPlan")->isEnabled()); // With the plan that was there before.
 }
 
-int main(int argc, char** argv)
-{
-    const QTemporaryDir home;
-    qputenv("HOME", home.path().toUtf8());
-    QApplication application(argc, argv);
-    TestPanelSequence test;
-    return QTest::qExec(&test, argc, argv);
-}
+QTEST_MAIN(TestPanelSequence)
 
 #include "tst_panelsequence.moc"

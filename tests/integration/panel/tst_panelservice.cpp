@@ -43,6 +43,16 @@ void Write(const QTemporaryDir& folder, const char* name, const QByteArray& cont
     QVERIFY(!Panel::writeNewFile(folder.filePath(QLatin1String(name)), content).isFailure());
 }
 
+/// Returns the options of a simulator that stores this firmware, at a line that takes its time.
+QStringList WriteFirmware(const QTemporaryDir& folder)
+{
+    Write(folder, "image", Image(40));
+    Write(folder, "confirmation", Confirmation);
+    return {QStringLiteral("--confirmation"),  QStringLiteral("AB12"),
+            QStringLiteral("--save-firmware"), folder.filePath(QStringLiteral("firmware")),
+            QStringLiteral("--baud"),          QStringLiteral("57600")};
+}
+
 } // namespace
 
 void TestPanelService::Update(PanelBench& bench, const QTemporaryDir& folder)
@@ -85,11 +95,7 @@ void TestPanelService::TheInstrumentRestarts()
 void TestPanelService::FirmwareIsInstalled()
 {
     const QTemporaryDir folder;
-    Write(folder, "image", Image(40));
-    Write(folder, "confirmation", Confirmation);
-    PanelBench bench({QStringLiteral("--confirmation"), QStringLiteral("AB12"),
-                      QStringLiteral("--save-firmware"), folder.filePath(QStringLiteral("firmware")),
-                      QStringLiteral("--baud"), QStringLiteral("57600")});
+    PanelBench bench(WriteFirmware(folder));
     Update(bench, folder);
     AWAIT(bench.Text("updateDetails").contains(QStringLiteral("left")));
     QVERIFY(bench.Text("updateDetails").contains(QStringLiteral("of 40")));
@@ -106,11 +112,7 @@ void TestPanelService::FirmwareIsInstalled()
 void TestPanelService::AnUpdateIsNotClosedInTheMiddle()
 {
     const QTemporaryDir folder;
-    Write(folder, "image", Image(40));
-    Write(folder, "confirmation", Confirmation);
-    PanelBench bench({QStringLiteral("--confirmation"), QStringLiteral("AB12"),
-                      QStringLiteral("--save-firmware"), folder.filePath(QStringLiteral("firmware")),
-                      QStringLiteral("--baud"), QStringLiteral("57600")});
+    PanelBench bench(WriteFirmware(folder));
     Update(bench, folder);
     AWAIT(bench.Text("updateDetails").contains(QStringLiteral("left")));
     QVERIFY(!bench.window.close());

@@ -58,7 +58,7 @@ private Q_SLOTS:
     void ADamagedPlanIsRefused_data();
     void ADamagedPlanIsRefused();
     void AFileIsToldWithItsLine();
-    void ThePlanOfTheProgramIsRead();
+    void ThePlansOfTheProgramDifferByTheirLanguage();
     void TheSchemaKnowsEveryFunction();
     void CriteriaDecide();
 };
@@ -150,11 +150,18 @@ void TestPanelPlan::AFileIsToldWithItsLine()
     QCOMPARE(readFile(path, 1000).bytes, damaged);
 }
 
-void TestPanelPlan::ThePlanOfTheProgramIsRead()
+void TestPanelPlan::ThePlansOfTheProgramDifferByTheirLanguage()
 {
-    const PlanFile file = readPlan(QStringLiteral(PLAN_FOLDER "/appliance-test.json"));
-    QVERIFY2(!file.failure.isFailure(), qPrintable(file.failure.whatHappened));
-    QCOMPARE(file.plan.steps.size(), 7);
+    const PlanFile english = readPlan(QStringLiteral(PLAN_FOLDER "/appliance-test.json"));
+    const PlanFile german = readPlan(QStringLiteral(PLAN_FOLDER "/appliance-test_de.json"));
+    QVERIFY2(!english.failure.isFailure(), qPrintable(english.failure.whatHappened));
+    QVERIFY2(!german.failure.isFailure(), qPrintable(german.failure.whatHappened));
+    QCOMPARE(english.plan.steps.size(), 7);
+    QCOMPARE(german.plan.steps.size(), 7);
+    for (int i = 0; i < 7; ++i) {
+        QCOMPARE(german.plan.steps.at(i).settings, english.plan.steps.at(i).settings);
+        QCOMPARE(german.plan.steps.at(i).criteria.size(), english.plan.steps.at(i).criteria.size());
+    }
 }
 
 void TestPanelPlan::TheSchemaKnowsEveryFunction()
