@@ -178,6 +178,7 @@ void TestPanelSequence::AStopThatIsNotConfirmedEndsThePlan()
     QCOMPARE(StateOf(bench, 1), QStringLiteral("not measured yet"));
     QCOMPARE(bench.Text("verdict"), QStringLiteral("Not complete"));
     bench.Shoot("sequence-not-stopped");
+    bench.Execute("restart 0"); // as if somebody had switched it off and on
     bench.Click("stopAgain");
     AWAIT_EQUAL(bench.Text("stopped"), QStringLiteral("The instrument is confirmed to have stopped."));
 }
