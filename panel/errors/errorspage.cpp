@@ -52,7 +52,7 @@ ErrorsPage::ErrorsPage(Session& session)
     connect(&session, &Session::failed, this, &ErrorsPage::add);
 }
 
-QWidget* ErrorsPage::createHeader()
+QWidget* ErrorsPage::createHeader() const
 {
     auto* const header = new QWidget;
     auto* const row = new QHBoxLayout(header);

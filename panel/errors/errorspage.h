@@ -19,7 +19,7 @@ public:
     explicit ErrorsPage(Session& session);
 
 private:
-    QWidget* createHeader();
+    QWidget* createHeader() const;
     void add(const VesmarClient::Failure& failure);
     void removeAll();
 

@@ -44,6 +44,17 @@ public:
     }
 };
 
+/// Where there is little room, only the first and the last value.
+class ValueScale : public QwtScaleDraw
+{
+public:
+    QwtText label(double value) const override
+    {
+        const bool isEnd = value == scaleDiv().lowerBound() || value == scaleDiv().upperBound();
+        return isEnd || length() > 2 * HeightOfTick ? QwtScaleDraw::label(value) : QwtText();
+    }
+};
+
 } // namespace
 
 Lane::Lane(const ReadingInfo& reading, int number)
@@ -56,6 +67,7 @@ Lane::Lane(const ReadingInfo& reading, int number)
     _cursor->attach(this);
     _title->attach(this);
     setAxisScaleDraw(xBottom, new TimeScale);
+    setAxisScaleDraw(yLeft, new ValueScale);
     axisScaleDraw(yLeft)->setMinimumExtent(AxisWidth);
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
     setMinimumSize(SmallestSize);

@@ -26,6 +26,7 @@ void JobStatus::watch(Job* job, const QString& done)
     connect(job, &Job::phaseChanged, this, &JobStatus::showPhase);
     connect(job, &Job::finished, this, [this, done] { showEnd(done); });
     _text->show();
+    setFocus(); // The button that has begun it is disabled, and the keyboard would go anywhere.
     showPhase();
 }
 
