@@ -124,6 +124,15 @@ void Connection::Fail(const VesmarClient::Job& job)
     }
 }
 
+void Connection::Fail(const VesmarClient::DateJob& job, const QString& notSet)
+{
+    if (job.failure().name == QLatin1String("not-set")) {
+        Fail(ExitStatus::Failed, {job.failure().name, notSet});
+    } else {
+        Fail(job);
+    }
+}
+
 void Connection::ShowUnattended(const QString& sentence, const QJsonObject& fields)
 {
     if (IsJson()) {

@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QTimer>
 
+#include <VesmarClient/datejobs.h>
 #include <VesmarClient/instrument.h>
 
 #include "cli/kit/failure.h"
@@ -55,6 +56,8 @@ public:
     void Fail(int exitStatus, const Failure& failure);
     /// The same for a job that has not been completed.
     void Fail(const VesmarClient::Job& job);
+    /// The same for one that has set a date. The sentence tells of another date that the instrument reports.
+    void Fail(const VesmarClient::DateJob& job, const QString& notSet);
 
 Q_SIGNALS:
     /// The link has come up for the first time: the instrument's identity and both clocks have been read.

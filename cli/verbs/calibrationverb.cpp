@@ -4,7 +4,6 @@
 
 #include "cli/kit/connection.h"
 #include "cli/kit/dates.h"
-#include "cli/words/exitstatus.h"
 #include "cli/words/format.h"
 #include "cli/words/text.h"
 
@@ -65,14 +64,10 @@ private:
     {
         if (job.outcome() == VesmarClient::Outcome::Completed) {
             Show(job.reported());
-        } else if (job.failure().name == QLatin1String("not-set")) {
-            _connection.Fail(
-                ExitStatus::Failed,
-                {job.failure().name,
-                 Text::tr("The instrument did not take the date %1: it was last calibrated at %2.")
-                     .arg(_verb.Wanted().toString(Qt::ISODate), Cli::Show(job.reported()).text)});
         } else {
-            _connection.Fail(job);
+            _connection.Fail(
+                job, Text::tr("The instrument did not take the date %1: it was last calibrated at %2.")
+                         .arg(_verb.Wanted().toString(Qt::ISODate), Cli::Show(job.reported()).text));
         }
     }
 

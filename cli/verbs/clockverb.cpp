@@ -6,7 +6,6 @@
 
 #include "cli/kit/connection.h"
 #include "cli/kit/dates.h"
-#include "cli/words/exitstatus.h"
 #include "cli/words/format.h"
 #include "cli/words/text.h"
 
@@ -87,13 +86,9 @@ private:
     {
         if (job.outcome() == VesmarClient::Outcome::Completed) {
             Show(job.reported());
-        } else if (job.failure().name == QLatin1String("not-set")) {
-            _connection.Fail(
-                ExitStatus::Failed,
-                {job.failure().name, Text::tr("The instrument did not take the time %1: its clock shows %2.")
-                                         .arg(Cli::Show(_value).text, Cli::Show(job.reported()).text)});
         } else {
-            _connection.Fail(job);
+            _connection.Fail(job, Text::tr("The instrument did not take the time %1: its clock shows %2.")
+                                      .arg(Cli::Show(_value).text, Cli::Show(job.reported()).text));
         }
     }
 
