@@ -14,6 +14,7 @@ namespace
 {
 
 using std::chrono::milliseconds;
+using Vesmar::MeasurementState;
 using VesmarClient::Outcome;
 using VesmarClient::Phase;
 
@@ -26,6 +27,24 @@ std::optional<milliseconds> TotalTime(const VesmarClient::Settings& settings)
     const double seconds = settings.value(QStringLiteral("time")).toDouble(&isKnown);
     const double before = settings.value(QStringLiteral("time-offset")).toDouble();
     return isKnown ? std::make_optional(milliseconds(std::llround((seconds + before) * 1000))) : std::nullopt;
+}
+
+/// What a measurement comes to with this phase, in order, as the driver names it.
+QVector<MeasurementState> StatusesOf(Phase phase)
+{
+    switch (phase) {
+    case Phase::Preparing:
+        return {MeasurementState::Preparing};
+    case Phase::Starting:
+        return {MeasurementState::Prepared, MeasurementState::Starting};
+    case Phase::Running:
+        return {MeasurementState::Running};
+    case Phase::Stopping:
+    case Phase::Confirming:
+        return {MeasurementState::Stopping};
+    default:
+        return {};
+    }
 }
 
 } // namespace
@@ -65,7 +84,7 @@ void MeasurementView::ShowPhase(Phase phase)
     if (!_time.isValid() || (phase == Phase::Running && _mode.isEmpty())) {
         BeginTime();
     }
-    for (const MeasurementStatus status : StatusesOf(phase)) {
+    for (const MeasurementState status : StatusesOf(phase)) {
         ShowStatus(status);
     }
     if (_screen.HasLiveLine() || !_mode.isEmpty()) {
@@ -86,11 +105,11 @@ milliseconds MeasurementView::Elapsed() const
     return milliseconds(_time.isValid() ? _time.elapsed() : 0);
 }
 
-void MeasurementView::ShowStatus(MeasurementStatus status)
+void MeasurementView::ShowStatus(MeasurementState status)
 {
     if (status != _status) {
         _status = status;
-        ShowEvent("status", {{QStringLiteral("value"), Json(status)}});
+        ShowEvent("status", {{QStringLiteral("value"), Show(status).json}});
     }
 }
 
@@ -128,7 +147,7 @@ void MeasurementView::ShowResult(const VesmarClient::Result& result)
         _screen.Write(CsvRow(now, Elapsed(), _readings));
     }
     if (_phase == Phase::Running) {
-        ShowStatus(MeasurementStatus::Measuring);
+        ShowStatus(MeasurementState::Measuring);
     }
     if (_form == Form::Json) {
         _screen.Write(ReadingJson(now, Elapsed(), _readings));
@@ -172,7 +191,7 @@ int MeasurementView::ShowEnd(const MeasurementEnd& end)
 {
     _redraw.stop();
     if (end.isStopConfirmed) {
-        ShowStatus(MeasurementStatus::Stopped);
+        ShowStatus(MeasurementState::Stopped);
     }
     if (end.failure.name == QLatin1String("function-lost")) {
         _readings.clear(); // The last one may be a reading of another function.

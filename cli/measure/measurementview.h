@@ -8,9 +8,9 @@
 
 #include "cli/measure/measurementend.h"
 #include "cli/measure/measurementformat.h"
-#include "cli/measure/measurementstatus.h"
 #include "cli/measure/readingsfile.h"
 #include "cli/output/livescreen.h"
+#include "cli/words/format.h"
 
 namespace Cli
 {
@@ -54,7 +54,7 @@ Q_SIGNALS:
 private:
     std::chrono::milliseconds Elapsed() const;
     void BeginTime();
-    void ShowStatus(MeasurementStatus status);
+    void ShowStatus(Vesmar::MeasurementState status);
     void ShowEvent(const char* event, const QJsonObject& fields);
     void ShowLine(const QString& shown);
     QString PhaseText() const;
@@ -72,8 +72,8 @@ private:
     QTimer _redraw;
     QElapsedTimer _time;
     QVector<VesmarClient::Reading> _readings;
-    std::optional<VesmarClient::Gap> _gap; ///< Since the last reading.
-    MeasurementStatus _status = MeasurementStatus::Stopped;
+    std::optional<VesmarClient::Gap> _gap;                                ///< Since the last reading.
+    Vesmar::MeasurementState _status = Vesmar::MeasurementState::Stopped; ///< Stopped once that is confirmed.
 };
 
 } // namespace Cli

@@ -8,6 +8,7 @@
 namespace Cli
 {
 
+using Vesmar::OperationState;
 using VesmarClient::Phase;
 
 UpdateView::UpdateView(bool isJson) : _isJson(isJson), _screen(!isJson) {}
@@ -17,7 +18,6 @@ void UpdateView::ShowVersionBefore(const QString& version)
     ShowLine(InfoLine(Text::tr("Version before"), VersionText(version)));
 }
 
-/// The numbers and names are those of the driver's operation state.
 void UpdateView::ShowPhase(Phase phase)
 {
     if (phase == _phase) {
@@ -29,19 +29,19 @@ void UpdateView::ShowPhase(Phase phase)
         ShowLine(Text::tr("Changing the instrument to update mode.").toUtf8() + '\n');
         break;
     case Phase::Initializing:
-        ShowStatus(1, "Started");
+        ShowStatus(OperationState::Started);
         break;
     case Phase::Sending:
-        ShowStatus(2, "InProgress");
+        ShowStatus(OperationState::InProgress);
         ShowLine(Text::tr("Sending the firmware. Do not switch the instrument off.").toUtf8() + '\n');
         break;
     case Phase::Restarting:
-        ShowStatus(3, "Finished");
+        ShowStatus(OperationState::Finished);
         ShowLine(Text::tr("The firmware is confirmed. Waiting for the instrument to come back.").toUtf8() +
                  '\n');
         break;
     case Phase::Finished:
-        ShowStatus(0, "Idle");
+        ShowStatus(OperationState::Idle);
         break;
     default:
         break;
@@ -67,10 +67,9 @@ void UpdateView::ShowProgress(const UpdateProgress& progress)
     }
 }
 
-void UpdateView::ShowStatus(int number, const char* name)
+void UpdateView::ShowStatus(OperationState state)
 {
-    ShowEvent("status",
-              QJsonObject{{QStringLiteral("name"), QLatin1String(name)}, {QStringLiteral("number"), number}});
+    ShowEvent("status", Cli::Show(state).json);
 }
 
 void UpdateView::ShowError(VesmarClient::Error error)

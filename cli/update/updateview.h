@@ -2,6 +2,7 @@
 
 #include "cli/output/livescreen.h"
 #include "cli/update/updateformat.h"
+#include "cli/words/format.h"
 
 namespace Cli
 {
@@ -28,7 +29,7 @@ public:
     int Finish(int exitStatus) { return _screen.Finish(exitStatus); }
 
 private:
-    void ShowStatus(int number, const char* name);
+    void ShowStatus(Vesmar::OperationState state);
     void ShowEvent(const char* event, const QJsonValue& value);
     void ShowLine(const QByteArray& line);
 
