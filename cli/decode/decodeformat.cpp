@@ -1,17 +1,16 @@
 #include "cli/decode/decodeformat.h"
 
-#include <QJsonArray>
-#include <QJsonObject>
-#include <QMetaProperty>
+#include <QByteArrayList>
+#include <QHash>
 #include <QStringList>
 
 #include <array>
 
-#include "cli/output/event.h"
+#include "cli/decode/jsontext.h"
 #include "cli/words/format.h"
 #include "cli/words/text.h"
+#include "cli/words/values.h"
 #include "client/words/named.h"
-#include "client/words/translation.h"
 #include "decode/frames/requests.h"
 
 namespace Cli
@@ -22,7 +21,6 @@ namespace
 
 using Decode::AnswerKind;
 using Decode::Event;
-using Decode::Hex;
 using Kind = Event::Kind;
 
 constexpr int Columns = 120;
@@ -30,9 +28,25 @@ constexpr int TimeColumns = 12;
 constexpr int WithinColumns = 14;
 constexpr int NameColumns = 21;
 
+/// "20:51:40.316". A log has so many of them that what QTime needs to write one would show.
+QByteArray Digits(const QTime& at)
+{
+    QByteArray text = QByteArrayLiteral("00:00:00.000");
+    const auto write = [&text](int last, int number) {
+        for (int place = last; number > 0; --place, number /= 10) {
+            text[place] = static_cast<char>('0' + number % 10);
+        }
+    };
+    write(1, at.hour());
+    write(4, at.minute());
+    write(7, at.second());
+    write(11, at.msec());
+    return text;
+}
+
 QString TimeText(const QTime& at)
 {
-    return at.toString(QStringLiteral("HH:mm:ss.zzz")).leftJustified(TimeColumns);
+    return (at.isValid() ? QString::fromLatin1(Digits(at)) : QString()).leftJustified(TimeColumns);
 }
 
 /// Where a line is broken that may have so many columns: at its last blank or, without one, at its end.
@@ -69,14 +83,19 @@ QString Head(const Event& event)
            QStringLiteral("  ") + Decode::TitleOf(event).leftJustified(NameColumns) + QStringLiteral("  ");
 }
 
-QJsonValue TimeJson(const QTime& at)
+QByteArray Null()
 {
-    return at.isValid() ? QJsonValue(at.toString(QStringLiteral("HH:mm:ss.zzz"))) : QJsonValue();
+    return QByteArrayLiteral("null");
 }
 
-QJsonValue ProblemJson(const Event& event)
+QByteArray TimeJson(const QTime& at)
 {
-    return event.problem.isEmpty() ? QJsonValue() : QJsonValue(event.problem);
+    return at.isValid() ? Quoted(Digits(at)) : Null();
+}
+
+QByteArray ProblemJson(const Event& event)
+{
+    return event.problem.isEmpty() ? Null() : JsonText(event.problem);
 }
 
 constexpr std::array<VesmarClient::Named<AnswerKind>, 6> AnswerKinds{{
@@ -88,88 +107,100 @@ constexpr std::array<VesmarClient::Named<AnswerKind>, 6> AnswerKinds{{
     {AnswerKind::Cut, "cut"},
 }};
 
-QJsonValue Json(std::monostate /*unknown*/)
+/// Of these, a log has many and each of them often: the text of one is composed once.
+template <typename Enumeration, std::enable_if_t<std::is_enum_v<Enumeration>, int> = 0>
+QByteArray Json(Enumeration value)
 {
-    return {};
-}
-
-QJsonValue Json(const QString& text)
-{
+    static QHash<int, QByteArray> texts;
+    QByteArray& text = texts[static_cast<int>(value)];
+    if (text.isEmpty()) {
+        text = JsonText(Show(value).json);
+    }
     return text;
 }
 
-QJsonValue Json(const VesmarClient::Identity& identity)
+QByteArray Json(std::monostate /*unknown*/)
 {
-    const QMetaObject& kind = VesmarClient::Identity::staticMetaObject;
-    QJsonObject json;
-    for (int i = 0; i < kind.propertyCount(); ++i) {
-        const QMetaProperty property = kind.property(i);
-        json.insert(VesmarClient::Capitalized(QString::fromLatin1(property.name())),
-                    property.readOnGadget(&identity).toString());
-    }
-    return json;
+    return Null();
 }
 
-QJsonValue Json(const Decode::Readings& readings)
+QByteArray Json(const QString& text)
 {
-    QJsonObject values;
+    return JsonText(text);
+}
+
+QByteArray Json(int number)
+{
+    return JsonText(number);
+}
+
+QByteArray Json(bool value)
+{
+    return value ? QByteArrayLiteral("true") : QByteArrayLiteral("false");
+}
+
+QByteArray Json(const QDateTime& date)
+{
+    return JsonText(Show(date).json);
+}
+
+QByteArray Json(const VesmarClient::Identity& identity)
+{
+    return JsonText(Show(identity).json);
+}
+
+/// A function, as of any other value, with its readings behind its name and its number.
+QByteArray Json(const Decode::Readings& readings)
+{
+    JsonObjectText values;
     for (const VesmarClient::DriverReading& reading : readings.values) {
-        values.insert(QLatin1String(reading.name), ShowReading(reading.value).json);
+        values.Insert(reading.name, JsonText(ShowReading(reading.value).json));
     }
-    QJsonObject json = Show(readings.function).json.toObject();
-    json.insert(QStringLiteral("readings"), values);
-    return json;
+    return Json(readings.function).chopped(1) + ",\"readings\":" + values.Text() + '}';
 }
 
-QJsonValue Json(const Decode::Settings& settings)
+QByteArray Json(const Decode::Settings& settings)
 {
-    QJsonObject json;
+    JsonObjectText json;
     for (const auto& [name, value] : settings) {
-        json.insert(QLatin1String(name), value);
+        json.Insert(name, JsonText(value));
     }
-    return json;
+    return json.Text();
 }
 
-template <typename Value>
-QJsonValue Json(const Value& value)
+JsonObjectText Fields(const Decode::FrameWords& frame)
 {
-    return Show(value).json;
-}
-
-QJsonObject Fields(const Decode::FrameWords& frame)
-{
-    QJsonObject json;
+    JsonObjectText json;
     for (const Decode::Field& field : frame.fields) {
-        json.insert(QLatin1String(field.name),
-                    std::visit([](const auto& value) { return Json(value); }, field.value));
+        json.Insert(field.name, std::visit([](const auto& value) { return Json(value); }, field.value));
     }
     return json;
 }
 
-QJsonObject ExchangeFields(const Event& event)
+void InsertExchange(JsonObjectText& json, const Event& event)
 {
-    QJsonObject request = Fields(event.requestWords);
-    request.insert(QStringLiteral("name"), Decode::NameOfRequest(event.request));
-    request.insert(QStringLiteral("bytes"), Hex(event.request));
-    QJsonObject answer = Fields(event.answerWords);
-    answer.insert(QStringLiteral("kind"), VesmarClient::NameIn(AnswerKinds, event.outcome));
-    answer.insert(QStringLiteral("bytes"), Hex(event.answer));
-    return {{QStringLiteral("request"), request},
-            {QStringLiteral("answer"), answer},
-            {QStringLiteral("within"), event.within ? QJsonValue(*event.within) : QJsonValue()},
-            {QStringLiteral("attempt"), event.attempt},
-            {QStringLiteral("problem"), ProblemJson(event)}};
+    JsonObjectText request = Fields(event.requestWords);
+    request.Insert("name", JsonText(Decode::NameOfRequest(event.request)));
+    request.Insert("bytes", Quoted(event.request.toHex()));
+    JsonObjectText answer = Fields(event.answerWords);
+    answer.Insert("kind", Quoted(VesmarClient::FindRow(AnswerKinds, event.outcome)->name));
+    answer.Insert("bytes", Quoted(event.answer.toHex()));
+    json.Insert("answer", answer.Text());
+    json.Insert("attempt", JsonText(event.attempt));
+    json.Insert("problem", ProblemJson(event));
+    json.Insert("request", request.Text());
+    json.Insert("within", event.within ? JsonText(*event.within) : Null());
 }
 
-QJsonObject UnaskedFields(const Event& event)
+void InsertUnasked(JsonObjectText& json, const Event& event)
 {
-    QJsonArray frames;
+    QByteArrayList frames;
     for (const Decode::FrameWords& frame : event.frames) {
-        frames.append(Fields(frame));
+        frames.append(Fields(frame).Text());
     }
-    return {{QStringLiteral("bytes"), Hex(event.answer)},
-            {QStringLiteral("frames"), frames},
-            {QStringLiteral("problem"), ProblemJson(event)}};
+    json.Insert("bytes", Quoted(event.answer.toHex()));
+    json.Insert("frames", '[' + frames.join(',') + ']');
+    json.Insert("problem", ProblemJson(event));
 }
 
 } // namespace
@@ -188,20 +219,28 @@ QByteArray DecodedText(const Event& event)
     return Block(TimeText(event.at) + QStringLiteral("  "), Decode::PiecesOf(event));
 }
 
-QByteArray DecodedJson(const QDateTime& time, const Event& event)
+QByteArray DecodedJson(const QByteArray& time, const Event& event)
 {
-    QString name = QStringLiteral("note");
-    QJsonObject fields{{QStringLiteral("text"), event.text}};
-    if (event.kind == Kind::Exchange) {
-        name = QStringLiteral("exchange");
-        fields = ExchangeFields(event);
-    } else if (event.kind == Kind::Unasked) {
-        name = QStringLiteral("unasked");
-        fields = UnaskedFields(event);
+    JsonObjectText json;
+    switch (event.kind) {
+    case Kind::Exchange:
+        json.Insert("event", Quoted("exchange"));
+        InsertExchange(json, event);
+        break;
+    case Kind::Unasked:
+        json.Insert("event", Quoted("unasked"));
+        InsertUnasked(json, event);
+        break;
+    case Kind::Note:
+    case Kind::State:
+        json.Insert("event", Quoted("note"));
+        json.Insert("text", JsonText(event.text));
+        break;
     }
-    fields.insert(QStringLiteral("line"), event.line);
-    fields.insert(QStringLiteral("at"), TimeJson(event.at));
-    return EventLine(time, name, fields);
+    json.Insert("line", JsonText(event.line));
+    json.Insert("at", TimeJson(event.at));
+    json.Insert("time", time);
+    return json.Text().append('\n');
 }
 
 } // namespace Cli

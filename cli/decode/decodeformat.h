@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QByteArray>
-#include <QDateTime>
 
 #include "decode/events/event.h"
 
@@ -11,7 +10,7 @@ namespace Cli
 /// An event of a log for people, in lines of 120 columns at most.
 QByteArray DecodedText(const Decode::Event& event);
 
-/// The same for programs, on one line. The time is that at which the event is shown.
-QByteArray DecodedJson(const QDateTime& time, const Decode::Event& event);
+/// The same for programs, on one line. The time is that at which the event is shown, in JSON.
+QByteArray DecodedJson(const QByteArray& time, const Decode::Event& event);
 
 } // namespace Cli

@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 
 #include "cli/decode/decodeformat.h"
+#include "cli/decode/jsontext.h"
 #include "cli/decode/summaryformat.h"
 #include "cli/words/exitstatus.h"
 #include "cli/words/format.h"
@@ -21,11 +22,6 @@ namespace
 
 /// Limits what is written about a file that is no log at all.
 constexpr int MostComplaints = 20;
-
-QDateTime Now()
-{
-    return QDateTime::currentDateTimeUtc();
-}
 
 /// Whether the path leads to the open file, under whatever name.
 bool IsSameFile(int descriptor, const QString& path)
@@ -110,7 +106,18 @@ void DecodeSession::ShowEvent(const Decode::Event& event)
     if (_recording) {
         _recording->Record(event);
     }
-    Print(_task.isJson ? DecodedJson(Now(), event) : DecodedText(event));
+    Print(_task.isJson ? DecodedJson(TimeJson(), event) : DecodedText(event));
+}
+
+/// The present time. Within a millisecond, many events are shown.
+const QByteArray& DecodeSession::TimeJson()
+{
+    const qint64 now = QDateTime::currentMSecsSinceEpoch();
+    if (now != _now) {
+        _now = now;
+        _timeJson = JsonText(TimeStamp(QDateTime::fromMSecsSinceEpoch(now, Qt::UTC)));
+    }
+    return _timeJson;
 }
 
 void DecodeSession::ReportDamage(qint64 line, const QString& damage)
@@ -169,7 +176,7 @@ void DecodeSession::PrintEnd()
     if (_task.isJson) {
         QJsonObject fields = SummaryFields(_summary);
         fields.insert(QStringLiteral("damagedLines"), _damagedLines);
-        Print(ResultLine(Now(), _ending, fields));
+        Print(ResultLine(QDateTime::currentDateTimeUtc(), _ending, fields));
     } else if (_summary.Exchanges() > 0) {
         Print(SummaryText(_summary) + (isDone ? _ending.message.toUtf8() + '\n' : QByteArray()));
     }

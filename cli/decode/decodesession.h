@@ -4,12 +4,12 @@
 
 #include <optional>
 
-#include "cli/decode/recordingfile.h"
 #include "cli/output/event.h"
 #include "cli/output/output.h"
 #include "decode/events/event.h"
 #include "decode/lines/logreader.h"
 #include "decode/log/history.h"
+#include "decode/log/recording.h"
 #include "decode/log/summary.h"
 
 namespace Cli
@@ -37,6 +37,7 @@ private:
     bool Begin();
     void DecodeLine(const Decode::LogLine& line);
     void ShowEvent(const Decode::Event& event);
+    const QByteArray& TimeJson();
     void ReportDamage(qint64 line, const QString& damage);
     void CloseRecording();
     void Fail(const char* reason, const QString& message);
@@ -54,10 +55,12 @@ private:
     Decode::LogReader _reader;
     Decode::History _history;
     Decode::Summary _summary;
-    std::optional<RecordingFile> _recording;
+    std::optional<Decode::Recording> _recording;
     bool _isEmpty = true;
     int _damagedLines = 0;
     Ending _ending;
+    qint64 _now = 0; ///< In milliseconds; what `_timeJson` tells.
+    QByteArray _timeJson;
 };
 
 } // namespace Cli

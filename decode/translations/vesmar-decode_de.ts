@@ -319,5 +319,25 @@
         <source>sector %1, %2</source>
         <translation>Sektor %1, %2</translation>
     </message>
+    <message>
+        <source>cannot write the file %1: not a regular file</source>
+        <translation>Die Datei %1 kann nicht geschrieben werden: keine gewöhnliche Datei</translation>
+    </message>
+    <message>
+        <source>cannot write the file %1: %2</source>
+        <translation>Die Datei %1 kann nicht geschrieben werden: %2</translation>
+    </message>
+    <message>
+        <source>line %1 has more than %2 bytes in one frame, which a recording cannot have; cut it out of the log</source>
+        <translation>Zeile %1 hat mehr als %2 Bytes in einem Telegramm, was eine Aufzeichnung nicht haben kann; schneiden Sie sie aus dem Protokoll heraus</translation>
+    </message>
+    <message>
+        <source>the log has more than a recording can have, %1 exchanges and %2 bytes; cut it into parts</source>
+        <translation>das Protokoll hat mehr, als eine Aufzeichnung haben kann, %1 Austausche und %2 Bytes; zerteilen Sie es</translation>
+    </message>
+    <message>
+        <source>there is no exchange to record</source>
+        <translation>es gibt keinen Austausch, der aufgezeichnet werden könnte</translation>
+    </message>
 </context>
 </TS>

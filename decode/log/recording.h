@@ -6,12 +6,12 @@
 
 #include "decode/events/event.h"
 
-namespace Cli
+namespace Decode
 {
 
 /// A file that the simulated instrument can play back: what the instrument was asked and what it said. The
 /// file appears whole or not at all, and a file that was there before stays until then.
-class RecordingFile
+class Recording
 {
 public:
     static constexpr int MostEntries = 100000;
@@ -19,11 +19,11 @@ public:
     static constexpr int LongestFrame = 2048;                       ///< In bytes.
 
     /// The comment tells people where the recording comes from. `Problem()` tells what went wrong.
-    RecordingFile(const QString& path, const QString& comment);
+    Recording(const QString& path, const QString& comment);
 
     /// Only what went over the line is recorded. What was sent unasked before the first exchange is not, nor
     /// is an exchange that was cut short by the closing of the link.
-    void Record(const Decode::Event& event);
+    void Record(const Event& event);
 
     /// Makes the file appear. False where a problem, of now or of before, prevents it.
     bool Commit();
@@ -45,4 +45,4 @@ private:
     QTime _previousTime;
 };
 
-} // namespace Cli
+} // namespace Decode

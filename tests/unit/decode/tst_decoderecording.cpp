@@ -1,4 +1,4 @@
-#include "cli/decode/recordingfile.h"
+#include "decode/log/recording.h"
 
 #include <QDir>
 #include <QFile>
@@ -9,10 +9,10 @@
 
 #include "unit/decode/logfiles.h"
 
-using Cli::RecordingFile;
 using Decode::Event;
+using Decode::Recording;
 
-class TestCliRecordingFile : public QObject
+class TestDecodeRecording : public QObject
 {
     Q_OBJECT
 
@@ -41,15 +41,15 @@ private:
     std::unique_ptr<QTemporaryDir> _folder;
 };
 
-void TestCliRecordingFile::init()
+void TestDecodeRecording::init()
 {
     _folder = std::make_unique<QTemporaryDir>();
     QVERIFY(_folder->isValid());
 }
 
-void TestCliRecordingFile::WritesWhatWentOverTheLine()
+void TestDecodeRecording::WritesWhatWentOverTheLine()
 {
-    RecordingFile recording(Path(), QStringLiteral("From \"a\" log"));
+    Recording recording(Path(), QStringLiteral("From \"a\" log"));
     for (const Event& event :
          EventsOf({"12:00:00.000 Transciever::Open", "12:00:00.100  73f44e 00f5babf[4b]",
                    "12:00:04.100  73f44e [0b] No response", "12:00:04.400  53966a 06c660[3b] ACK",
@@ -67,9 +67,9 @@ void TestCliRecordingFile::WritesWhatWentOverTheLine()
                                    "]}\n"));
 }
 
-void TestCliRecordingFile::LeavesOutWhatCannotBePlayed()
+void TestDecodeRecording::LeavesOutWhatCannotBePlayed()
 {
-    RecordingFile recording(Path(), QString());
+    Recording recording(Path(), QString());
     for (const Event& event :
          EventsOf({"12:00:00.000 ReadingBuffer: 0af73370", "12:00:00.100  73f44e 00f5babf[4b]",
                    "12:00:00.200  73f44e [0b] No response", "12:00:00.200 Transciever::Close"})) {
@@ -82,20 +82,20 @@ void TestCliRecordingFile::LeavesOutWhatCannotBePlayed()
             "{\"comment\":\"\", \"exchanges\": [\n{\"answer\":\"00f5babf\",\"request\":\"73f44e\"}\n]}\n"));
 }
 
-void TestCliRecordingFile::IsNotThereBeforeItIsWhole()
+void TestDecodeRecording::IsNotThereBeforeItIsWhole()
 {
     QFile before(Path());
     QVERIFY(before.open(QIODevice::WriteOnly) && before.write("before") == 6);
     before.close();
     {
-        RecordingFile recording(Path(), QString());
+        Recording recording(Path(), QString());
         recording.Record(EventsOf({"12:00:00.100  73f44e 00f5babf[4b]"}).first());
     }
     QCOMPARE(Content(), QByteArray("before"));
     QCOMPARE(QDir(_folder->path()).entryList(QDir::Files).size(), 1);
 }
 
-void TestCliRecordingFile::BoundsPauses_data()
+void TestDecodeRecording::BoundsPauses_data()
 {
     QTest::addColumn<QByteArray>("before");
     QTest::addColumn<QByteArray>("time");
@@ -108,12 +108,12 @@ void TestCliRecordingFile::BoundsPauses_data()
                                     << QByteArray("0");
 }
 
-void TestCliRecordingFile::BoundsPauses()
+void TestDecodeRecording::BoundsPauses()
 {
     QFETCH(const QByteArray, before);
     QFETCH(const QByteArray, time);
     QFETCH(const QByteArray, after);
-    RecordingFile recording(Path(), QString());
+    Recording recording(Path(), QString());
     for (const Event& event :
          EventsOf({before + "  73f44e 00f5babf[4b]", time + " ReadingBuffer: 0af73370"})) {
         recording.Record(event);
@@ -122,9 +122,9 @@ void TestCliRecordingFile::BoundsPauses()
     QVERIFY2(Content().contains("{\"after\":" + after + ",\"unasked\""), Content().constData());
 }
 
-void TestCliRecordingFile::RefusesTooManyEntries()
+void TestDecodeRecording::RefusesTooManyEntries()
 {
-    RecordingFile recording(Path(), QString());
+    Recording recording(Path(), QString());
     const Event event = EventsOf({"12:00:00.000  73f44e 00f5babf[4b]"}).first();
     for (int i = 0; i < 100000; ++i) {
         recording.Record(event);
@@ -137,9 +137,9 @@ void TestCliRecordingFile::RefusesTooManyEntries()
     QVERIFY(!QFile::exists(Path()));
 }
 
-void TestCliRecordingFile::RefusesTooManyBytes()
+void TestDecodeRecording::RefusesTooManyBytes()
 {
-    RecordingFile recording(Path(), QString());
+    Recording recording(Path(), QString());
     Event event = EventsOf({"12:00:00.000  73f44e 00f5babf[4b]"}).first();
     event.request = QByteArray(2048, 'F');
     event.answer = QByteArray(2048, 'F');
@@ -155,9 +155,9 @@ void TestCliRecordingFile::RefusesTooManyBytes()
     QVERIFY(!QFile::exists(Path()));
 }
 
-void TestCliRecordingFile::RefusesALongFrame()
+void TestDecodeRecording::RefusesALongFrame()
 {
-    RecordingFile recording(Path(), QString());
+    Recording recording(Path(), QString());
     Event event = EventsOf({"12:00:00.000  73f44e 00f5babf[4b]"}).first();
     event.line = 7;
     event.answer = QByteArray(2049, '\0');
@@ -167,22 +167,22 @@ void TestCliRecordingFile::RefusesALongFrame()
     QVERIFY(!recording.Commit());
 }
 
-void TestCliRecordingFile::RefusesToBeEmpty()
+void TestDecodeRecording::RefusesToBeEmpty()
 {
-    RecordingFile recording(Path(), QString());
+    Recording recording(Path(), QString());
     QVERIFY(!recording.Commit());
     QCOMPARE(recording.Problem(), QStringLiteral("there is no exchange to record"));
     QVERIFY(!QFile::exists(Path()));
 }
 
-void TestCliRecordingFile::SaysWhyItCannotWrite()
+void TestDecodeRecording::SaysWhyItCannotWrite()
 {
-    const RecordingFile nowhere(_folder->filePath(QStringLiteral("no/folder")), QString());
+    const Recording nowhere(_folder->filePath(QStringLiteral("no/folder")), QString());
     QVERIFY2(nowhere.Problem().contains(QLatin1String("No such file or directory")),
              qPrintable(nowhere.Problem()));
-    const RecordingFile folder(_folder->path(), QString());
+    const Recording folder(_folder->path(), QString());
     QVERIFY2(folder.Problem().contains(QLatin1String("not a regular file")), qPrintable(folder.Problem()));
 }
 
-QTEST_APPLESS_MAIN(TestCliRecordingFile)
-#include "tst_clirecordingfile.moc"
+QTEST_APPLESS_MAIN(TestDecodeRecording)
+#include "tst_decoderecording.moc"
