@@ -772,22 +772,6 @@
         <translation>Das Protokoll ist entschlüsselt</translation>
     </message>
     <message>
-        <source>cannot write the file %1: not a regular file</source>
-        <translation>Die Datei %1 kann nicht geschrieben werden: keine gewöhnliche Datei</translation>
-    </message>
-    <message>
-        <source>line %1 has more than %2 bytes in one frame, which a recording cannot have; cut it out of the log</source>
-        <translation>Zeile %1 hat mehr als %2 Bytes in einem Telegramm, was eine Aufzeichnung nicht haben kann; schneiden Sie sie aus dem Protokoll heraus</translation>
-    </message>
-    <message>
-        <source>the log has more than a recording can have, %1 exchanges and %2 bytes; cut it into parts</source>
-        <translation>das Protokoll hat mehr, als eine Aufzeichnung haben kann, %1 Austausche und %2 Bytes; zerteilen Sie es</translation>
-    </message>
-    <message>
-        <source>there is no exchange to record</source>
-        <translation>es gibt keinen Austausch, der aufgezeichnet werden könnte</translation>
-    </message>
-    <message>
         <source>Summary</source>
         <translation>Zusammenfassung</translation>
     </message>
@@ -809,11 +793,11 @@
     </message>
     <message>
         <source>cut short</source>
-        <translation>abgekürzt</translation>
+        <translation>abgeschnitten</translation>
     </message>
     <message>
         <source>sent unasked</source>
-        <translation>unverlangt</translation>
+        <translation>ungefragt</translation>
     </message>
     <message>
         <source>links</source>

@@ -85,6 +85,9 @@ QByteArray EndOf(const QString& path, QByteArray& problem)
 
 QByteArray TraceInWords(const QByteArray& trace)
 {
+    if (trace.isEmpty()) {
+        return {};
+    }
     const Outcome decoded = RunVesmar({QStringLiteral("decode"), QStringLiteral("-")}, trace);
     return decoded.output + decoded.errors;
 }

@@ -123,6 +123,7 @@ private Q_SLOTS:
     void OutputThatCannotBeWritten_data();
     void OutputThatCannotBeWritten();
     void ReportHasWhatCanBeFoundOut();
+    void ReportLeavesAFunctionThatNobodyAttends();
     void ReportWithoutAnInstrument();
     void DeviceMissing_data();
     void DeviceMissing();
@@ -397,6 +398,14 @@ void TestPrograms::ReportHasWhatCanBeFoundOut()
     QCOMPARE(again.Finish(), 1);
     VERIFY_CONTAINS(again.Errors(), "is there already; name another file, or add --overwrite");
     QCOMPARE(ContentOf(path), report);
+}
+
+void TestPrograms::ReportLeavesAFunctionThatNobodyAttends()
+{
+    ProgramRun run(SimulatorProgram, SimulatedVesmar("report -", AtOnce("function 9")));
+    QCOMPARE(run.Finish(), 0);
+    VERIFY_ENDS(run.Output(), "\n== Instrument ==\nNot there: a function runs that no program attends, and "
+                              "connecting would stop it.\n\n== Trace ==\nnothing\n");
 }
 
 void TestPrograms::ReportWithoutAnInstrument()
