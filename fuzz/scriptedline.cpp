@@ -191,7 +191,8 @@ TAKES_PLACE ssize_t write(int descriptor, const void* bytes, size_t size)
 TAKES_PLACE int usleep(useconds_t microseconds)
 {
     if (line == nullptr) {
-        const timespec duration{microseconds / PerSecond, microseconds % PerSecond * 1000};
+        const timespec duration{static_cast<time_t>(microseconds / PerSecond),
+                                static_cast<long>(microseconds % PerSecond * 1000)};
         return static_cast<int>(syscall(SYS_nanosleep, &duration, nullptr));
     }
     line->Sleep(microseconds);
@@ -203,8 +204,8 @@ TAKES_PLACE int clock_gettime(clockid_t clock, timespec* time) noexcept
     if (line == nullptr || clock != CLOCK_MONOTONIC) { // The fuzzer watches the date for its own time limits.
         return static_cast<int>(syscall(SYS_clock_gettime, clock, time));
     }
-    time->tv_sec = FirstSecond + line->Now() / PerSecond;
-    time->tv_nsec = line->Now() % PerSecond * 1000;
+    time->tv_sec = static_cast<time_t>(FirstSecond + line->Now() / PerSecond);
+    time->tv_nsec = static_cast<long>(line->Now() % PerSecond * 1000);
     return 0;
 }
 

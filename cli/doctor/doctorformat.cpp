@@ -90,10 +90,11 @@ QByteArray BarLine(const TimeBucket& bucket)
 /// A mark for each answer, from the first bucket with an answer to the last one.
 QByteArray HistogramText(const QVector<TimeBucket>& histogram)
 {
-    const auto* const first = std::find_if(histogram.cbegin(), histogram.cend(), IsFilled);
-    const auto* const behindLast = std::find_if(histogram.crbegin(), histogram.crend(), IsFilled).base();
+    using Bucket = QVector<TimeBucket>::const_iterator;
+    const Bucket first = std::find_if(histogram.cbegin(), histogram.cend(), IsFilled);
+    const Bucket behindLast = std::find_if(histogram.crbegin(), histogram.crend(), IsFilled).base();
     QByteArray text;
-    for (const auto* bucket = first; bucket < behindLast; ++bucket) {
+    for (Bucket bucket = first; bucket < behindLast; ++bucket) {
         text += BarLine(*bucket);
     }
     return text;

@@ -64,7 +64,7 @@ QVector<TimeBucket> LineRecord::Histogram() const
         histogram.append({limit, all - counted});
         counted = all;
     }
-    histogram.append({std::nullopt, _times.size() - counted});
+    histogram.append({std::nullopt, static_cast<int>(_times.size()) - counted});
     return histogram;
 }
 

@@ -102,7 +102,7 @@ void Check(const Settings& settings)
     const VesmarClient::SettingsProblem& problem = problems.first();
     const QVariant given = settings.options().value(problem.option);
     const QString complaint =
-        given.type() == QVariant::String
+        given.userType() == QMetaType::QString
             ? Text::tr("\"%1\" is not allowed. %2").arg(given.toString(), problem.message)
             : problem.message;
     throw CLI::ValidationError("--" + problem.option.toStdString(), complaint.toStdString());

@@ -46,9 +46,9 @@ QDebug WriteIdentified(QDebug debug, const char* name, const QString& identifier
 
 Option FunctionInfo::option(const QString& name) const
 {
-    const auto* const found = std::find_if(options.cbegin(), options.cend(), [&name](const Option& option) {
-        return option.identifier == name;
-    });
+    const QVector<Option>::const_iterator found =
+        std::find_if(options.cbegin(), options.cend(),
+                     [&name](const Option& option) { return option.identifier == name; });
     return found != options.cend() ? *found : Option();
 }
 

@@ -153,7 +153,7 @@ UnitsText ReadUnits(const QByteArray& json)
     QJsonParseError error{};
     const QJsonDocument document = QJsonDocument::fromJson(json, &error);
     if (error.error != QJsonParseError::NoError) {
-        return {{}, error.errorString(), json.left(error.offset).count('\n') + 1};
+        return {{}, error.errorString(), static_cast<int>(json.left(error.offset).count('\n')) + 1};
     }
     if (!document.isObject()) {
         return {{}, Translated(QT_TRANSLATE_NOOP("VesmarClient", "it has to be an object of functions"))};

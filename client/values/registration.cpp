@@ -9,6 +9,8 @@
 #include <VesmarClient/result.h>
 #include <VesmarClient/settings.h>
 
+#include "client/values/valueoperators.h"
+
 namespace VesmarClient
 {
 
@@ -27,8 +29,7 @@ void RegisterValue()
 {
     qRegisterMetaType<Value>();
     qRegisterMetaType<QVector<Value>>();
-    QMetaType::registerEqualsComparator<Value>();
-    QMetaType::registerDebugStreamOperator<Value>();
+    RegisterOperators<Value>();
 }
 
 template <typename... Value>

@@ -57,8 +57,9 @@ Result::Result(Function function, const QVector<Reading>& readings, const QDateT
 
 Reading Result::reading(const QString& name) const
 {
-    const auto* const found = std::find_if(_readings.cbegin(), _readings.cend(),
-                                           [&name](const Reading& reading) { return reading.name == name; });
+    const QVector<Reading>::const_iterator found =
+        std::find_if(_readings.cbegin(), _readings.cend(),
+                     [&name](const Reading& reading) { return reading.name == name; });
     if (found != _readings.cend()) {
         return *found;
     }

@@ -229,10 +229,11 @@ std::optional<Error> FindError(const QString& numberOrName)
     const QVector<Error> errors = AllErrors();
     bool isNumber = false;
     const int number = numberOrName.toInt(&isNumber);
-    const auto* const found = std::find_if(errors.cbegin(), errors.cend(), [&](Error error) {
-        return isNumber ? static_cast<int>(error) == number
-                        : Name(error).compare(numberOrName, Qt::CaseInsensitive) == 0;
-    });
+    const QVector<Error>::const_iterator found =
+        std::find_if(errors.cbegin(), errors.cend(), [&](Error error) {
+            return isNumber ? static_cast<int>(error) == number
+                            : Name(error).compare(numberOrName, Qt::CaseInsensitive) == 0;
+        });
     return found != errors.cend() ? std::make_optional(*found) : std::nullopt;
 }
 

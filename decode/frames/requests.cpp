@@ -53,7 +53,8 @@ FrameWords WordsOfRequestData(char letter, const QByteArray& data)
     case Command::SetCalibrationDate:
         return ValueWords("CalibrationDateTime", DateIn(data));
     case Command::ProgramFlashSector:
-        return {Words::tr("%1 bytes").arg(data.size()), {{"size", data.size()}}, QString(), {}};
+        return {
+            Words::tr("%1 bytes").arg(data.size()), {{"size", static_cast<int>(data.size())}}, QString(), {}};
     case Command::FinishUpdate:
         return {Words::tr("confirmation %1").arg(Hex(data)), {{"confirmation", Hex(data)}}, QString(), {}};
     default:

@@ -33,8 +33,8 @@ void WaitReadable(int line, int wake, const std::optional<TimePoint>& deadline)
     if (deadline) {
         const auto left = std::max(*deadline - Clock::now(), Clock::duration::zero());
         const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(left);
-        timeout.tv_sec = seconds.count();
-        timeout.tv_nsec = std::chrono::nanoseconds(left - seconds).count();
+        timeout.tv_sec = static_cast<time_t>(seconds.count());
+        timeout.tv_nsec = static_cast<long>(std::chrono::nanoseconds(left - seconds).count());
     }
     ::ppoll(descriptors.data(), descriptors.size(), deadline ? &timeout : nullptr, nullptr);
     eventfd_t wakes = 0;

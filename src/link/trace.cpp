@@ -22,7 +22,7 @@ int FunctionNumber(const QByteArray& prepareRequest)
 Line& BeginExchange(Line& line, const QByteArray& request, const QByteArray& response)
 {
     return line.Now() << "  " << Colour::Magenta << Hex{request} << " " << Colour::Yellow << Hex{response}
-                      << Colour::None << "[" << response.size() << "b]";
+                      << Colour::None << "[" << static_cast<int>(response.size()) << "b]";
 }
 
 void EndWithFunction(Line& line, const QByteArray& request)

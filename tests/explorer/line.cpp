@@ -182,8 +182,8 @@ TAKES_PLACE int clock_gettime(clockid_t clock, timespec* time) noexcept
     if (clock != CLOCK_MONOTONIC) {
         return systemClock(clock, time);
     }
-    time->tv_sec = now / PerSecond;
-    time->tv_nsec = now % PerSecond;
+    time->tv_sec = static_cast<time_t>(now / PerSecond);
+    time->tv_nsec = static_cast<long>(now % PerSecond);
     return 0;
 }
 

@@ -43,7 +43,7 @@ Usage PresentUsage()
 void SleepUntil(Nanoseconds time)
 {
     const auto whole = std::chrono::duration_cast<std::chrono::seconds>(time);
-    const timespec end{whole.count(), (time - whole).count()};
+    const timespec end{static_cast<time_t>(whole.count()), static_cast<long>((time - whole).count())};
     while (clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &end, nullptr) != 0) {
     }
 }

@@ -31,7 +31,7 @@ void Publish(const Counts& counts, Tally& tally)
     tally.exchanges = counts.exchanges;
     tally.faults = std::accumulate(counts.kinds.begin(), counts.kinds.end(), 0L,
                                    [](long sum, const auto& kind) { return sum + kind.second; });
-    tally.heldUpMs = std::chrono::duration_cast<milliseconds>(FairClock::HeldUp()).count();
+    tally.heldUpMs = static_cast<long>(std::chrono::duration_cast<milliseconds>(FairClock::HeldUp()).count());
 }
 
 void RunRound(std::uint64_t seed, Counts& counts, Tally& tally)

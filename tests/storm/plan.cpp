@@ -55,7 +55,7 @@ Aim Plan::NextKind(std::uint64_t seed, const std::vector<const Kind*>& kinds) co
 {
     constexpr std::uint64_t TurnsWithMixed = 4;
     const bool isMixed = _kinds.size() > 1 && seed / kinds.size() % TurnsWithMixed == TurnsWithMixed - 1;
-    return {isMixed ? nullptr : kinds.at(seed % kinds.size()), _onlyState};
+    return {isMixed ? nullptr : kinds.at(static_cast<std::size_t>(seed % kinds.size())), _onlyState};
 }
 
 std::optional<Aim> Plan::NextPair()

@@ -439,7 +439,7 @@ TAKES_PLACE int clock_gettime(clockid_t clock, timespec* time) noexcept
     const int result = systemTime(clock, time);
     if (clock == CLOCK_REALTIME) {
         const auto lock = SerialLine::Lock();
-        time->tv_sec += SerialLine::Get().trouble.clockOffsetSeconds;
+        time->tv_sec += static_cast<time_t>(SerialLine::Get().trouble.clockOffsetSeconds);
     }
     return result;
 }

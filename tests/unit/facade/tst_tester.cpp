@@ -229,6 +229,9 @@ private Q_SLOTS:
 
     void PointerTypesAreRegisteredAndEnumerationsAreNot()
     {
+        if (QT_VERSION_MAJOR > 5) {
+            QSKIP("Qt 6 registers the type of every property by itself.");
+        }
         const QMetaObject& meta = Tester::staticMetaObject;
         for (int index = meta.propertyOffset(); index < meta.propertyCount(); ++index) {
             const QMetaProperty property = meta.property(index);

@@ -612,7 +612,8 @@ void TestVirtualTime::NothingIsAwaitedThatWasNotWritten()
 
 void TestVirtualTime::DeadlockIsTold()
 {
-    QCOMPARE(OutputOfADeadlock(), QByteArray("VirtualTime: all threads wait, and nobody wakes them.\n"));
+    const QByteArray output = OutputOfADeadlock(); // An emulator adds what it saw.
+    QVERIFY2(output.startsWith("VirtualTime: all threads wait, and nobody wakes them.\n"), output.constData());
 }
 
 int main(int argc, char** argv)
