@@ -1,5 +1,5 @@
-// Loaded into every program that qemu emulates, by the sysroot's /etc/ld.so.preload. It takes away what Qt asks the kernel
-// for, and qemu cannot do.
+// Loaded into every program that qemu emulates, by the sysroot's /etc/ld.so.preload. It takes away what Qt
+// asks the kernel for, and qemu cannot do.
 
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -10,8 +10,9 @@
 
 #include "support/systemfunction.h"
 
-/// QProcess asks the kernel whether it may wait for a descriptor of a process. It then takes for granted that qemu can
-/// begin a process with such a descriptor; where that fails, it would end process -1, which are all processes.
+/// QProcess asks the kernel whether it may wait for a descriptor of a process. It then takes for granted that
+/// qemu can begin a process with such a descriptor; where that fails, it would end process -1, which are all
+/// processes.
 extern "C" __attribute__((visibility("default"))) long syscall(long number, ...) noexcept
 {
     va_list list;

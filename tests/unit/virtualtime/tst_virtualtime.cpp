@@ -613,7 +613,8 @@ void TestVirtualTime::NothingIsAwaitedThatWasNotWritten()
 void TestVirtualTime::DeadlockIsTold()
 {
     const QByteArray output = OutputOfADeadlock(); // An emulator adds what it saw.
-    QVERIFY2(output.startsWith("VirtualTime: all threads wait, and nobody wakes them.\n"), output.constData());
+    QVERIFY2(output.startsWith("VirtualTime: all threads wait, and nobody wakes them.\n"),
+             output.constData());
 }
 
 int main(int argc, char** argv)
