@@ -39,6 +39,7 @@ ErrorsPage::ErrorsPage(Session& session)
     inside->addStretch();
     auto* const area = new QScrollArea;
     fillScrollArea(area, content);
+    scrollByTouch(area);
     auto* const column = new QVBoxLayout(this);
     column->addWidget(createHeader());
     column->addWidget(_none);

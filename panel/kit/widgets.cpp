@@ -60,7 +60,6 @@ void fillScrollArea(QScrollArea* area, QWidget* content)
     area->setWidgetResizable(true);
     area->setFrameShape(QFrame::NoFrame);
     area->setWidget(content);
-    scrollByTouch(area);
 }
 
 QFrame* createCard()

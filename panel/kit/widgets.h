@@ -18,7 +18,7 @@ QLabel* createLabel(const char* look, const QString& text = {});
 QLabel* createText(const char* look, const QString& text = {});
 QPushButton* createButton(const QString& text, const char* name, const char* look = "");
 QComboBox* createComboBox(const char* name);
-/// Has a finger scroll it that moves over what is shown.
+/// Has a finger scroll it that moves over what is shown. Nothing in it can then be dragged.
 void scrollByTouch(QAbstractScrollArea* area);
 /// Fills the area with what is to be scrolled.
 void fillScrollArea(QScrollArea* area, QWidget* content);

@@ -43,6 +43,7 @@ OptionForm::OptionForm(const FunctionInfo& function) : _function(function.identi
     }
     grid->setRowStretch(grid->rowCount(), 1);
     fillScrollArea(this, content);
+    scrollByTouch(this);
     showProblems();
 }
 

@@ -53,7 +53,7 @@ Verdict PlanRecord::verdict() const
     return hasAny(StepState::Passed) ? Verdict::Passed : Verdict::None;
 }
 
-QString rangeOf(const Criterion& criterion, Reading reading)
+QString rangeOf(const Criterion& criterion, const Reading& reading)
 {
     if (criterion.minimum && criterion.maximum) {
         return Texts::tr("%1 to %2")

@@ -46,7 +46,7 @@ struct PlanRecord {
 QStringList missesOf(const PlanStep& step, const VesmarClient::Result& result);
 
 /// "0.1 to 0.3 Ω", "at most 0.3 Ω", with the unit and the decimals of the reading.
-QString rangeOf(const Criterion& criterion, VesmarClient::Reading reading);
+QString rangeOf(const Criterion& criterion, const VesmarClient::Reading& reading);
 
 /// A single measurement as a plan's record.
 PlanRecord planRecordOf(const RecordPointer& record);

@@ -169,9 +169,9 @@ void SequencePage::showButtons()
     } else {
         const Verdict verdict = !_run.isNull() ? _run->record().verdict() : Verdict::None;
         _verdict->setText(!_run.isNull() ? words(verdict) : QString());
-        setLook(_verdict, verdict == Verdict::Passed ? "good"
+        setLook(_verdict, verdict == Verdict::Passed ? "titleGood"
                           : verdict == Verdict::None ? "title"
-                                                     : "danger");
+                                                     : "titleDanger");
     }
 }
 

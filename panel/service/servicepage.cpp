@@ -44,6 +44,7 @@ void ServicePage::layOut()
         _update, &UpdateCard::begun, area, [this, area] { area->ensureWidgetVisible(_update); },
         Qt::QueuedConnection); // Once the progress has its place.
     fillScrollArea(area, content);
+    scrollByTouch(area);
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(area);

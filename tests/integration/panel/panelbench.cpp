@@ -87,6 +87,19 @@ void PanelBench::Release(const char* button)
     QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, AwaitHit(button));
 }
 
+void PanelBench::Drag(const char* widget, const QPoint& way)
+{
+    static QTouchDevice* const screen = QTest::createTouchDevice();
+    constexpr int Steps = 4;
+    QWindow* const target = window.windowHandle();
+    const QPoint from = AwaitHit(widget);
+    QTest::touchEvent(target, screen).press(0, from, target);
+    for (int step = 1; step <= Steps; ++step) {
+        QTest::touchEvent(target, screen).move(0, from + way * step / Steps, target);
+    }
+    QTest::touchEvent(target, screen).release(0, from + way, target);
+}
+
 void PanelBench::PressKey(Qt::Key key)
 {
     QTest::keyPress(window.windowHandle(), key);

@@ -34,12 +34,12 @@ public:
     /// The text of the label or the button with this name; empty where none can be seen.
     QString Text(const char* name);
 
-    /// Waits until the button can be hit, and says where it is in the window.
-    QPoint AwaitHit(const char* button);
     /// Waits until the button can be hit, and does.
     void Click(const char* button);
     void Press(const char* button);
     void Release(const char* button);
+    /// Moves a finger from the middle of the widget.
+    void Drag(const char* widget, const QPoint& way);
     void PressKey(Qt::Key key);
     void ReleaseKey(Qt::Key key);
 
@@ -50,5 +50,7 @@ public:
     Panel::MainWindow window{session};
 
 private:
+    QPoint AwaitHit(const char* button);
+
     QProcess _simulator;
 };

@@ -208,10 +208,7 @@ void TestPanelMeasuring::ThePlotIsZoomedAndMoved()
     QCOMPARE(all, QwtInterval(0, bench.session.record()->times.last()));
     bench.Click("zoomIn");
     QCOMPARE(Shown(bench), QwtInterval(all.maxValue() / 2, all.maxValue()));
-    const QPoint middle = bench.AwaitHit("lane");
-    QTest::mousePress(bench.window.windowHandle(), Qt::LeftButton, {}, middle);
-    QTest::mouseMove(bench.window.windowHandle(), middle + QPoint(60, 0));
-    QTest::mouseRelease(bench.window.windowHandle(), Qt::LeftButton, {}, middle + QPoint(60, 0));
+    bench.Drag("lane", QPoint(60, 0));
     QVERIFY(Shown(bench).maxValue() < all.maxValue());
     QCOMPARE(Shown(bench).width(), all.width() / 2);
     bench.Click("zoomOut");

@@ -17,6 +17,7 @@ private Q_SLOTS:
     void initTestCase() { Panel::applyTheme(Panel::Theme::Light); }
     void TheDatesAreSet();
     void TheInstrumentRestarts();
+    void AFingerScrolls();
     void FirmwareIsInstalled();
     void AnUpdateIsNotClosedInTheMiddle();
     void AnUpdateThatFailsIsTold();
@@ -25,6 +26,8 @@ private Q_SLOTS:
 private:
     /// Fills in both files of an update, and begins it.
     static void Update(PanelBench& bench, const QTemporaryDir& folder);
+    /// Where the button for a restart is in the window.
+    static int Top(PanelBench& bench) { return bench.Find("restart")->mapTo(&bench.window, QPoint()).y(); }
 };
 
 namespace
@@ -90,6 +93,18 @@ void TestPanelService::TheInstrumentRestarts()
     bench.Click("service");
     bench.Click("restart");
     AWAIT_EQUAL(bench.Text("jobStatus"), QStringLiteral("The instrument has restarted."));
+}
+
+/// It hits nothing on its way.
+void TestPanelService::AFingerScrolls()
+{
+    PanelBench bench;
+    bench.Connect();
+    bench.Click("service");
+    const int before = Top(bench);
+    bench.Drag("restart", QPoint(0, -100));
+    AWAIT(Top(bench) < before - 50);
+    QVERIFY(!bench.session.instrument().isBusy());
 }
 
 void TestPanelService::FirmwareIsInstalled()
