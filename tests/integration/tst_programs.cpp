@@ -389,9 +389,9 @@ void TestPrograms::ReportHasWhatCanBeFoundOut()
     const QByteArray report = ContentOf(path);
     int place = 0;
     // The doctor's status is not 0 where the answers are late, as on a busy machine.
-    for (const char* part : {"\n== Versions ==\nvesmar ", "\nQt ", "\n== Doctor ==\n", "Exit status: ",
-                             "\n== Instrument ==\n", "204815\n", "Exit status: 0\n", "\n== Trace ==\n",
-                             "read version", "The log is decoded.\n"}) {
+    for (const char* part :
+         {"\n== Versions ==\nvesmar ", "\nQt ", "\n== Doctor ==\n", "Exit status: ", "\n== Instrument ==\n",
+          "204815\n", "Exit status: 0\n", "\n== Trace ==\n", "read version", "The log is decoded.\n"}) {
         place = report.indexOf(part, place);
         QVERIFY2(place >= 0, part);
     }
