@@ -84,8 +84,11 @@ void TestPanelSequence::APlanIsMeasuredAndReported()
 {
     PanelBench bench;
     int readings = 0;
-    connect(&bench.session, &Panel::Session::measurementEnded, &bench.window,
-            [&readings](const auto& record) { readings += record->times.size() * record->values.size(); });
+    int plots = 0; // Three readings, and one, unless a busy machine has shown them only once.
+    connect(&bench.session, &Panel::Session::measurementEnded, &bench.window, [&](const auto& record) {
+        readings += record->times.size() * record->values.size();
+        plots += record->times.size() > 1 ? record->values.size() : 0;
+    });
     Open(bench, Earth + ',' + Touch);
     bench.Click("startPlan");
     AWAIT_EQUAL(bench.Text("verdict"), QStringLiteral("Passed"));
@@ -105,7 +108,7 @@ void TestPanelSequence::APlanIsMeasuredAndReported()
                                 QStringLiteral("Earth"), QStringLiteral("Touch current")}) {
         QVERIFY2(html.contains(part), qPrintable(part));
     }
-    QCOMPARE(html.count(QStringLiteral("data:image/png")), 4); // Three readings, and one.
+    QCOMPARE(html.count(QStringLiteral("data:image/png")), plots);
     QCOMPARE(ContentOf(folder.path(), ".csv").count('\n'), readings + 1);
     QVERIFY(ContentOf(folder.path(), ".pdf").startsWith("%PDF"));
     bench.Click("report"); // Under another name.
