@@ -29,6 +29,8 @@ Overlay::Overlay(QWidget* window) : QWidget(window)
 
 Overlay::~Overlay()
 {
+    // QWidget gives the keyboard away once more, when this is no overlay any longer.
+    disconnect(qApp, nullptr, this, nullptr);
     if (!_before.isNull()) {
         _before->setFocus();
     }
