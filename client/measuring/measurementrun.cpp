@@ -115,9 +115,10 @@ void MeasurementRun::KeepAlive()
     }
 }
 
+/// Nobody has to say that they are there while what they have aborted ends.
 void MeasurementRun::MissKeepAlive()
 {
-    _isKeepAliveMissed = true;
+    _isKeepAliveMissed = !_isAborted;
     Abort();
 }
 

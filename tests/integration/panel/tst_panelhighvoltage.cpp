@@ -57,6 +57,7 @@ void TestPanelHighVoltage::ReleasingTheButtonStops()
     bench.Shoot("high-voltage");
     bench.Release("start");
     VerifyStopped(bench);
+    QVERIFY(!bench.session.record()->failure.isFailure());
     bench.Shoot("high-voltage-off");
 }
 
