@@ -39,11 +39,11 @@ QString AnswerText(const Event& event)
 
 QString AttemptText(const Event& event)
 {
+    if (event.attempt == 1) {
+        return AnswerText(event);
+    }
     const QString answer = AnswerText(event);
     const QString attempt = QString::number(event.attempt);
-    if (event.attempt == 1) {
-        return answer;
-    }
     return event.isRepeatedByLink
                ? Words::tr("attempt %1 of %2: %3").arg(attempt, QString::number(MostAttempts), answer)
                : Words::tr("attempt %1: %2").arg(attempt, answer);
