@@ -11,6 +11,7 @@
 #include <qwt_plot_textlabel.h>
 #include <qwt_plot_zoneitem.h>
 #include <qwt_scale_draw.h>
+#include <qwt_scale_widget.h>
 #include <qwt_symbol.h>
 
 #include "panel/kit/theme.h"
@@ -28,8 +29,8 @@ namespace
 
 constexpr double ShortestRangeInMinutes = 6; ///< In seconds; less is told in tenths of a second.
 constexpr int AxisWidth = 52;                ///< The same for all, so that times stand below each other.
-constexpr QSize SmallestSize{160, 32};
-constexpr int HalfOfLabel = 7; ///< What of the lowest value stands below the curve.
+constexpr QSize SmallestSize{160, 22};       ///< Without the times: six of them fit a small screen.
+constexpr int HalfOfLabel = 7;               ///< What of the lowest value stands below the curve.
 constexpr int HeightOfTick = 28;
 constexpr int PointsOfBroadCurve = 2000; ///< A broad pen takes long for many points.
 
@@ -159,6 +160,8 @@ void Lane::showTimes(bool areShown)
 {
     enableAxis(xBottom, areShown);
     setContentsMargins(0, 0, 0, areShown ? 0 : HalfOfLabel);
+    const int heightOfTimes = areShown ? axisWidget(xBottom)->minimumSizeHint().height() : 0;
+    setMinimumHeight(SmallestSize.height() + heightOfTimes);
 }
 
 } // namespace Panel

@@ -21,7 +21,7 @@ constexpr double ZoomStep = 2;
 constexpr double WheelStep = 1.25;
 constexpr int ShortestTimeBetweenDrawings = 100; ///< In milliseconds.
 constexpr int LongestTimeBetweenDrawings = 1000;
-constexpr int HeightOfTimes = 28; ///< Of what stands below the lowest lane, in pixels.
+constexpr int HeightOfTimes = 18; ///< By which the lane with the times is higher than the others, in pixels.
 constexpr int DragDistance = 10;  ///< In pixels; less is a tap.
 
 } // namespace
