@@ -199,7 +199,11 @@ private Q_SLOTS:
         for (const Property& expected : Properties) {
             const QMetaProperty property = meta.property(index++);
             QCOMPARE(property.name(), expected.name);
-            QCOMPARE(property.typeName(), expected.type);
+            QByteArray type = property.typeName();
+            if (QT_VERSION_MAJOR > 5) {
+                type.replace("Vesmar::", ""); // Qt 6 tells the whole name.
+            }
+            QCOMPARE(type, QByteArray(expected.type));
             QVERIFY(property.isReadable());
             QVERIFY(!property.isWritable());
             QVERIFY(!property.isResettable());
