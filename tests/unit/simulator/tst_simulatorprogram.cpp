@@ -254,7 +254,8 @@ private Q_SLOTS:
         other.write("go\n");
         QCOMPARE(Finish(), 0);
         QVERIFY(other.waitForFinished(Patience));
-        QCOMPARE(Hex(_output.mid(5)).left(4), QByteArray("00fe"));
+        // The first byte tells of a new reading, which there is after a while.
+        QCOMPARE(Hex(_output.mid(5)).mid(2, 2), QByteArray("fe"));
         QCOMPARE(Hex(other.readAllStandardOutput().mid(5)), QByteArray("214334"));
     }
 
