@@ -363,7 +363,8 @@ void TestPrograms::TraceHasColoursOnATerminal()
 void TestPrograms::OutputThatCannotBeWritten_data()
 {
     QTest::addColumn<QString>("arguments");
-    for (const char* arguments : {"--help", "--version", "measure hv --help", "explain"}) {
+    for (const char* arguments :
+         {"--help", "--version", "measure hv --help", "explain", "measure it --csv -"}) {
         QTest::newRow(arguments) << QString::fromLatin1(arguments);
     }
 }
