@@ -113,7 +113,10 @@ void CheckJson(const QByteArray& text)
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const QByteArray text = Input(data, size).Rest();
-    RequireEnding(DecodeLog(text, QString(), false), text);
-    CheckJson(text);
+    if (text.size() % 2 == 0) { // both forms of each input would take twice as long
+        RequireEnding(DecodeLog(text, QString(), false), text);
+    } else {
+        CheckJson(text);
+    }
     return 0;
 }
