@@ -59,6 +59,13 @@ QString Printed(const Value& value)
     return text.trimmed();
 }
 
+/// Without the class of the list, which has another name in Qt 6.
+QString Printed(const QVector<Reading>& readings)
+{
+    const QString text = Printed<QVector<Reading>>(readings);
+    return text.mid(text.indexOf(QLatin1Char('(')));
+}
+
 const QDateTime When({2026, 11, 22}, {7, 15, 1, 5});
 
 } // namespace
@@ -137,7 +144,7 @@ void TestClientValues::ValuesArePrinted()
                         {{QStringLiteral("current"), 0.12, true, {}, -1},
                          {QStringLiteral("voltage"), 0, false, QStringLiteral("V"), 1}},
                         When);
-    QCOMPARE(Printed(result.readings()), QStringLiteral("QVector(current=0.12, voltage=-)"));
+    QCOMPARE(Printed(result.readings()), QStringLiteral("(current=0.12, voltage=-)"));
     QCOMPARE(Printed(result), QStringLiteral("Result(VesmarClient::Function::ISUB, 2026-11-22T07:15:01.005, "
                                              "current=0.12, voltage=-)"));
     QCOMPARE(Printed(Failure{Error::NoErrors,
@@ -184,12 +191,12 @@ void TestClientValues::ResultsAreConverted()
         ResultOf(Vesmar::RCDResults(12.1F, 0.0F, Vesmar::MeasurementResults::NoValue), When);
     QCOMPARE(result.function(), Function::RCD);
     QCOMPARE(result.when(), When);
-    QCOMPARE(Printed(result.readings()), QStringLiteral("QVector(Re=12.1, Ia=0, Ta=-)"));
+    QCOMPARE(Printed(result.readings()), QStringLiteral("(Re=12.1, Ia=0, Ta=-)"));
     QCOMPARE(result.readings().at(0).value, 12.1);
     QCOMPARE(result.readings().at(2).value, 0.0);
     const Vesmar::RPEResults infinite(std::numeric_limits<float>::infinity(), 0.1F, std::nanf(""));
     QCOMPARE(Printed(ResultOf(infinite, When).readings()),
-             QStringLiteral("QVector(resistance=-, voltage=0.1, current=-)"));
+             QStringLiteral("(resistance=-, voltage=0.1, current=-)"));
 }
 
 void TestClientValues::ResultsWithoutReadingsAreEmpty()
