@@ -23,7 +23,8 @@ namespace
 constexpr int TimeBetweenReadings = 100; // In milliseconds.
 constexpr int ReadingsOfMinute = 60 * 1000 / TimeBetweenReadings;
 constexpr double MostOfACore = 0.15;
-constexpr double MostGrowth = 2; // In MiB, from the end of the first record to that of the last one.
+// In MiB, from the end of the second record to that of the last one. Up to then the heap finds its size.
+constexpr double MostGrowth = 2;
 
 double processorSeconds()
 {
@@ -65,7 +66,7 @@ public:
         startTimer(TimeBetweenReadings, Qt::PreciseTimer);
     }
 
-    bool isCheap() const { return _share < MostOfACore && _memory.last() - _memory.first() < MostGrowth; }
+    bool isCheap() const { return _share < MostOfACore && _memory.last() - _memory.at(1) < MostGrowth; }
 
 protected:
     void timerEvent(QTimerEvent* /*event*/) override
