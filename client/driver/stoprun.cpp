@@ -98,7 +98,7 @@ bool StopRun::IsIdle() const
 /// an abort can leave it. A restart of the instrument leads out of both.
 void StopRun::LeadOut()
 {
-    if (!_isIdentityRead && !IsLinkError(Instrument().ErrorCode())) {
+    if (!IsLinkError(Instrument().ErrorCode())) {
         Instrument().RestartTester();
     }
 }

@@ -156,6 +156,7 @@ void TestClientJobs::StopFailsAtAnInstrumentThatDoesNotStop()
     VerifyEnd(*stop, Outcome::Failed, "stop-not-confirmed");
     QCOMPARE(bench.client.linkState(), LinkState::Up);
     QVERIFY(bench.simulator.Sent().contains(Wire::StopMeasurement));
+    QVERIFY(bench.simulator.Sent().contains(Wire::ChangeToNormalMode)); // a restart
     constexpr qint64 LeastMs = 19000; // Twenty seconds, by a timer that may be a twentieth early.
     QVERIFY(stop->elapsed() >= LeastMs);
     bench.simulator.ClearFaults();
