@@ -58,7 +58,10 @@ QWidget* ReadingPlot::createButtons()
         _width = 0;
         moveTo(-1);
     });
-    _pause = add(tr("Pause"), "pause", [this] { draw(); });
+    _pause = add(tr("Pause"), "pause", [this] {
+        _timer.stop(); // A drawing that is still due would move the plot once more.
+        draw();
+    });
     _pause->setCheckable(true);
     return buttons;
 }
