@@ -91,17 +91,18 @@ bool MeasurementRun::ReceiveResults(const MeasurementResults& results)
     return isResult;
 }
 
-/// A test that is ending already is the last one then.
+/// A test that is ending already is the last one then. After an abort, a missed keep-alive is no failure.
 void MeasurementRun::Abort()
 {
     _isAborted = true;
+    _keepAlive.stop();
     _test->Abort();
 }
 
 void MeasurementRun::SetKeepAliveInterval(int milliseconds)
 {
     _keepAlive.setInterval(milliseconds);
-    if (milliseconds > 0 && _test) {
+    if (milliseconds > 0 && _test && !_isAborted) {
         _keepAlive.start();
     } else {
         _keepAlive.stop();
@@ -115,10 +116,9 @@ void MeasurementRun::KeepAlive()
     }
 }
 
-/// Nobody has to say that they are there while what they have aborted ends.
 void MeasurementRun::MissKeepAlive()
 {
-    _isKeepAliveMissed = !_isAborted;
+    _isKeepAliveMissed = true;
     Abort();
 }
 

@@ -48,6 +48,7 @@ private Q_SLOTS:
     void FrozenApplicationDoesNotProlongTheMeasurement();
     void FrozenApplicationDoesNotHoldTheMeasurement();
     void ApplicationThatIsThereHoldsTheMeasurement();
+    void AbortedMeasurementNeedsNobodyThere();
     void LostAnswersLeaveAGap_data();
     void LostAnswersLeaveAGap();
     void SlowAnswersLeaveGaps();
@@ -164,6 +165,19 @@ void TestClientMeasuring::ApplicationThatIsThereHoldsTheMeasurement()
     connect(&button, &QTimer::timeout, measured.operator->(), &VesmarClient::Measurement::keepAlive);
     button.start(50);
     measured.VerifyEnd(Outcome::Completed, "");
+}
+
+void TestClientMeasuring::AbortedMeasurementNeedsNobodyThere()
+{
+    ClientBench bench;
+    bench.Connect();
+    const Measured measured(bench, "hv --time 600");
+    measured.AwaitPhase(Phase::Running);
+    measured->setKeepAliveInterval(100);
+    measured->abort();
+    VirtualTime::Sleep(150ms);
+    measured->setKeepAliveInterval(100);
+    measured.VerifyAbort();
 }
 
 void TestClientMeasuring::LostAnswersLeaveAGap_data()
