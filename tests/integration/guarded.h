@@ -95,7 +95,7 @@ public:
     HeldUp& operator=(const HeldUp&) = delete;
 
     bool IsHeld() const { return _isHeld; }
-    bool LetGoOn() const { return ::kill(_process, SIGCONT) == 0; }
+    bool LetGoOn() const { return _isHeld && ::kill(_process, SIGCONT) == 0; }
 
 private:
     pid_t _process;

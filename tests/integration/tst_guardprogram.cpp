@@ -44,7 +44,8 @@ void TestGuardProgram::EndOfTheMeasurementEndsTheGuard()
     AWAIT(instrument.IsThere());
     GuardedRun run(instrument, QStringLiteral("--time 1 --prepare-timeout 60 --stop-timeout 60"));
     AWAIT_EQUAL(instrument.State(), QByteArray("preparing"));
-    const HeldUp guard(instrument.Guards().value(0));
+    QCOMPARE(instrument.Guards().size(), 1);
+    const HeldUp guard(instrument.Guards().first());
     QVERIFY(guard.IsHeld());
     instrument.Command("scenario none");
     const int status = run.Finish();
@@ -102,7 +103,8 @@ void TestGuardProgram::ProgramThatHasTakenTheLineIsLeftAlone()
     AWAIT(instrument.IsThere());
     GuardedRun run(instrument);
     AWAIT_EQUAL(instrument.State(), QByteArray("running"));
-    const HeldUp guard(instrument.Guards().value(0));
+    QCOMPARE(instrument.Guards().size(), 1);
+    const HeldUp guard(instrument.Guards().first());
     QVERIFY(guard.IsHeld());
     QVERIFY(run.Signal(SIGKILL));
     QCOMPARE(run.Finish(), -1);
