@@ -91,12 +91,12 @@ QString LiveScreen::Loss() const
 int LiveScreen::Finish(int exitStatus)
 {
     const bool isShown = _output.Flush(LongestFlush);
-    const bool hasFailed = _output.Error() != 0;
     if (!isShown) {
-        Say(hasFailed ? CannotWrite(_output.Error()) : Text::tr("cannot write the output"));
+        Say(Loss());
     }
     _errors.Flush(LongestFlush);
-    const bool isWorse = exitStatus == ExitStatus::Done || (exitStatus == ExitStatus::Aborted && hasFailed);
+    const bool isWorse =
+        exitStatus == ExitStatus::Done || (exitStatus == ExitStatus::Aborted && _output.Error() != 0);
     return !isShown && isWorse ? ExitStatus::NotDone : exitStatus;
 }
 

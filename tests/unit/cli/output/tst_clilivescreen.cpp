@@ -250,7 +250,7 @@ void TestCliLiveScreen::ReaderThatIsGone()
     QVERIFY(!isLostAtOnce);
     QVERIFY(isLost);
     QVERIFY(!isWhole);
-    QCOMPARE(ReadAll(_errors[0]), QByteArray("vesmar: cannot write the output\n"));
+    QCOMPARE(ReadAll(_errors[0]), QByteArray("vesmar: nobody reads the output\n"));
 }
 
 QTEST_GUILESS_MAIN(TestCliLiveScreen)
