@@ -832,10 +832,6 @@
         <translation>Jeden Messwert gleich in diese Datei schreiben; - für die Standardausgabe, auf der dann nichts anderes steht</translation>
     </message>
     <message>
-        <source>cannot write the output</source>
-        <translation>die Ausgabe kann nicht geschrieben werden</translation>
-    </message>
-    <message>
         <source>%1; %2 lists them</source>
         <translation>%1; %2 zeigt, was es gibt</translation>
     </message>
@@ -1743,6 +1739,10 @@ Beispiel, ohne Gerät:
     <message>
         <source>%1 is given more than once</source>
         <translation>%1 ist mehrfach angegeben</translation>
+    </message>
+    <message>
+        <source>the standard output is either JSON or CSV; name a file, or leave --json out</source>
+        <translation>die Standardausgabe ist entweder JSON oder CSV; eine Datei nennen oder --json weglassen</translation>
     </message>
 </context>
 </TS>

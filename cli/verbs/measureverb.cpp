@@ -83,9 +83,10 @@ void MeasureVerb::CheckFunction() const
         throw CLI::ExtrasError(extras);
     }
     if (OutputForm() == Form::Csv && Options().isJson) {
-        throw CLI::ValidationError("--csv",
-                                   "the standard output is either JSON or CSV; name a file, or leave "
-                                   "--json out");
+        throw CLI::ValidationError(
+            "--csv", Text::tr("the standard output is either JSON or CSV; name a file, or leave "
+                              "--json out")
+                         .toStdString());
     }
 }
 
