@@ -6,6 +6,7 @@
 #include <QVector>
 
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 namespace Cli
@@ -15,6 +16,10 @@ namespace Cli
 QByteArray JsonText(const QJsonValue& value);
 QByteArray JsonText(const QString& text);
 QByteArray JsonText(qint64 number);
+/// A fraction or a truth value would become another number.
+template <typename Other,
+          typename = std::enable_if_t<std::is_floating_point_v<Other> || std::is_same_v<Other, bool>>>
+QByteArray JsonText(Other) = delete;
 /// A text that has nothing to escape.
 QByteArray Quoted(const QByteArray& text);
 

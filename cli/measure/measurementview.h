@@ -73,7 +73,7 @@ private:
     QElapsedTimer _time;
     QVector<VesmarClient::Reading> _readings;
     std::optional<VesmarClient::Gap> _gap;                                ///< Since the last reading.
-    Vesmar::MeasurementState _status = Vesmar::MeasurementState::Stopped; ///< Stopped once that is confirmed.
+    Vesmar::MeasurementState _status = Vesmar::MeasurementState::Stopped; ///< What was told last.
 };
 
 } // namespace Cli

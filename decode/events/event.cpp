@@ -37,7 +37,7 @@ QString AnswerText(const Event& event)
     return event.answerWords.text.isEmpty() ? ShortHex(event.answer) : event.answerWords.text;
 }
 
-QString AttemptText(const Event& event)
+QString AnswerWithAttempt(const Event& event)
 {
     if (event.attempt == 1) {
         return AnswerText(event);
@@ -107,7 +107,7 @@ QStringList PiecesOf(const Event& event)
         if (!event.requestWords.text.isEmpty()) {
             pieces.append(event.requestWords.text);
         }
-        pieces.append(AttemptText(event));
+        pieces.append(AnswerWithAttempt(event));
     } else if (event.kind == Event::Kind::Note) {
         pieces.append(VesmarClient::Printable(event.text));
     }
