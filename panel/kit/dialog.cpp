@@ -7,8 +7,22 @@
 namespace Panel
 {
 
-Dialog::Dialog(QWidget* window, const QString& title)
-    : Overlay(window), _column(new QVBoxLayout(this)), _head(new QHBoxLayout)
+namespace
+{
+
+/// The child of the window that this widget is in.
+QWidget* partOfWindow(QWidget* widget)
+{
+    while (!widget->parentWidget()->isWindow()) {
+        widget = widget->parentWidget();
+    }
+    return widget;
+}
+
+} // namespace
+
+Dialog::Dialog(QWidget* asker, const QString& title)
+    : Overlay(partOfWindow(asker)), _column(new QVBoxLayout(this)), _head(new QHBoxLayout)
 {
     setAutoFillBackground(true);
     _head->addWidget(createText("title", title), 1);

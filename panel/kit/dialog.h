@@ -10,14 +10,14 @@ class QPushButton;
 namespace Panel
 {
 
-/// Asks for something over the whole window. It deletes itself; Escape and a button leave it without an
-/// answer.
+/// Asks for something over that part of the window that asks: what stands above the pages, a warning with its
+/// button, stays. It deletes itself; Escape and a button leave it without an answer.
 class Dialog : public Overlay
 {
     Q_OBJECT
 
 protected:
-    Dialog(QWidget* window, const QString& title);
+    Dialog(QWidget* asker, const QString& title);
 
     /// Adds a button beside that which leaves the dialog.
     QPushButton* addButton(const QString& text, const char* name);

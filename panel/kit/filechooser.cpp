@@ -13,8 +13,8 @@ QString lastFolder;
 
 } // namespace
 
-FileChooser::FileChooser(QWidget* window, const QString& title, Wanted wanted, const QStringList& filters)
-    : Dialog(window, title), _path(createLabel("muted")), _entries(new QListWidget)
+FileChooser::FileChooser(QWidget* asker, const QString& title, Wanted wanted, const QStringList& filters)
+    : Dialog(asker, title), _path(createLabel("muted")), _entries(new QListWidget)
 {
     setObjectName(QStringLiteral("fileChooser"));
     _entries->setObjectName(QStringLiteral("entries"));

@@ -17,7 +17,7 @@ public:
     enum class Wanted { File, Folder };
 
     /// Begins with the folder that the last one has ended with. The filter is such as "*.json".
-    FileChooser(QWidget* window, const QString& title, Wanted wanted = Wanted::File,
+    FileChooser(QWidget* asker, const QString& title, Wanted wanted = Wanted::File,
                 const QStringList& filters = {});
 
 Q_SIGNALS:

@@ -24,8 +24,8 @@ QPushButton* createKey(const QString& text)
 
 } // namespace
 
-Keypad::Keypad(QWidget* window, const QString& title, const QString& number)
-    : Dialog(window, title), _line(new QLineEdit(number))
+Keypad::Keypad(QWidget* asker, const QString& title, const QString& number)
+    : Dialog(asker, title), _line(new QLineEdit(number))
 {
     setObjectName(QStringLiteral("keypad"));
     _line->setObjectName(QStringLiteral("typed"));

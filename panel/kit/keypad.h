@@ -16,7 +16,7 @@ class Keypad : public Dialog
 
 public:
     /// Begins with this number, which the first digit replaces.
-    Keypad(QWidget* window, const QString& title, const QString& number);
+    Keypad(QWidget* asker, const QString& title, const QString& number);
 
 Q_SIGNALS:
     /// What was typed, which may be no number.

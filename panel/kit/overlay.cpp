@@ -6,22 +6,9 @@
 namespace Panel
 {
 
-namespace
+Overlay::Overlay(QWidget* parent) : QWidget(parent)
 {
-
-bool isInOverlay(const QWidget* widget)
-{
-    while (widget != nullptr && qobject_cast<const Overlay*>(widget) == nullptr) {
-        widget = widget->parentWidget();
-    }
-    return widget != nullptr;
-}
-
-} // namespace
-
-Overlay::Overlay(QWidget* window) : QWidget(window)
-{
-    window->installEventFilter(this);
+    parent->installEventFilter(this);
     connect(qApp, &QApplication::focusChanged, this,
             [this](const QWidget* /*before*/, const QWidget* present) { keepFocus(present); });
     hide();
@@ -54,10 +41,21 @@ bool Overlay::eventFilter(QObject* watched, QEvent* event)
     return QWidget::eventFilter(watched, event);
 }
 
-/// Another overlay may lie above this one.
+/// The later one of two in the window lies above the other.
+bool Overlay::isTopmost() const
+{
+    const Overlay* topmost = nullptr;
+    for (const Overlay* const overlay : window()->findChildren<Overlay*>()) {
+        topmost = overlay->isVisible() ? overlay : topmost;
+    }
+    return topmost == this;
+}
+
 void Overlay::keepFocus(const QWidget* present)
 {
-    if (isVisible() && present != nullptr && present->window() == window() && !isInOverlay(present)) {
+    const bool isOutside =
+        present != nullptr && present->window() == window() && present != this && !isAncestorOf(present);
+    if (isOutside && isTopmost() && !_first.isNull()) {
         _first->setFocus();
     }
 }

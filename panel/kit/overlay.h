@@ -6,14 +6,14 @@
 namespace Panel
 {
 
-/// Lies over the whole window while it is visible, and keeps the keyboard. It is part of the window, because
-/// a window of its own would need a window manager.
+/// Lies over the whole of its parent while it is visible, and the topmost one keeps the keyboard of the
+/// window. It is part of the window, because a window of its own would need a window manager.
 class Overlay : public QWidget
 {
     Q_OBJECT
 
 public:
-    explicit Overlay(QWidget* window);
+    explicit Overlay(QWidget* parent);
     /// Gives the keyboard back to what had it.
     ~Overlay() override;
 
@@ -23,6 +23,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    bool isTopmost() const;
     void keepFocus(const QWidget* present);
 
     QPointer<QWidget> _before; // had the keyboard

@@ -101,7 +101,7 @@ void LogPage::showLive()
 
 void LogPage::askForLog()
 {
-    auto* const chooser = new FileChooser(window(), tr("Open a recorded log"));
+    auto* const chooser = new FileChooser(this, tr("Open a recorded log"));
     connect(chooser, &FileChooser::chosen, this, &LogPage::openLog);
 }
 

@@ -54,7 +54,7 @@ NumberField::NumberField(const Option& option) : _option(option), _line(new QLin
 bool NumberField::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::MouseButtonRelease && _line->isEnabled()) {
-        const auto* const keypad = new Keypad(window(), _option.title, _line->text());
+        const auto* const keypad = new Keypad(this, _option.title, _line->text());
         connect(keypad, &Keypad::entered, _line, &QLineEdit::setText);
     }
     return OptionField::eventFilter(watched, event);

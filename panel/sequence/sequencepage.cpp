@@ -107,8 +107,8 @@ void SequencePage::reset()
 
 void SequencePage::askForPlan()
 {
-    auto* const chooser = new FileChooser(window(), tr("Open a test plan"), FileChooser::Wanted::File,
-                                          {QStringLiteral("*.json")});
+    auto* const chooser =
+        new FileChooser(this, tr("Open a test plan"), FileChooser::Wanted::File, {QStringLiteral("*.json")});
     connect(chooser, &FileChooser::chosen, this, &SequencePage::openPlan);
 }
 

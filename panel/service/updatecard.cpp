@@ -70,7 +70,7 @@ QWidget* UpdateCard::createFile(QLineEdit* path, const QString& title, const cha
     QPushButton* const choose = createButton(tr("Choose …"), "");
     choose->setObjectName(QLatin1String(name) + QStringLiteral("Choose"));
     connect(choose, &QPushButton::clicked, this, [this, path, title] {
-        auto* const chooser = new FileChooser(window(), title);
+        auto* const chooser = new FileChooser(this, title);
         connect(chooser, &FileChooser::chosen, path, &QLineEdit::setText);
     });
     auto* const file = new QWidget;

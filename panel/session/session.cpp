@@ -104,17 +104,17 @@ void Session::stopAny()
 {
     if (_measurement != nullptr) {
         stop();
-    } else if (!_instrument.isBusy()) {
+    } else if (!isUpdating() && (_stopJob == nullptr || _stopJob->isFinished())) {
         proveStop();
     }
 }
 
 StopJob* Session::proveStop()
 {
-    StopJob* const job = _instrument.stop();
-    connect(job, &StopJob::finished, this,
+    _stopJob = _instrument.stop();
+    connect(_stopJob, &StopJob::finished, this,
             [this](Outcome outcome) { setStopInDoubt(_isStopInDoubt && outcome != Outcome::Completed); });
-    return job;
+    return _stopJob;
 }
 
 void Session::keepResult(const Result& result)

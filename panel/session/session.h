@@ -55,7 +55,8 @@ public:
     void keepAlive();
     /// Ends the measurement under way.
     void stop();
-    /// Ends the measurement under way or, where there is none, whatever else runs at the instrument.
+    /// Ends the measurement under way or, where there is none, whatever else runs at the instrument. Any job
+    /// but an update gives way to it.
     void stopAny();
     /// Ends whatever runs at the instrument, and proves it: the way out of a stop in doubt.
     VesmarClient::StopJob* proveStop();
@@ -84,6 +85,7 @@ private:
     QTimer _nextTry;
     QPointer<VesmarClient::Measurement> _measurement;
     QPointer<VesmarClient::UpdateJob> _update;
+    QPointer<VesmarClient::StopJob> _stopJob;
     QSharedPointer<Record> _record;
     bool _isDangerous = false;
     bool _isStopInDoubt = false;

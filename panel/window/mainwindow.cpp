@@ -53,21 +53,23 @@ void MainWindow::layOut()
     column->setSpacing(0);
     column->addWidget(createBar());
     column->addWidget(createBanner());
-    auto* const row = new QHBoxLayout;
+    auto* const area = new QWidget; // What is asked for lies over it, and leaves the banner.
+    auto* const row = new QHBoxLayout(area);
+    row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
     row->addWidget(createRail());
     _pages = new QStackedWidget;
     for (const PageEntry& entry : pages()) {
         QWidget* const page = entry.create(_session);
-        auto* const area = new QScrollArea; // for a page that is larger than the screen
-        area->setWidgetResizable(true);
-        area->setFrameShape(QFrame::NoFrame);
-        area->setFocusPolicy(Qt::NoFocus);
-        area->setWidget(page);
-        _pages->addWidget(area);
+        auto* const scroller = new QScrollArea; // for a page that is larger than the screen
+        scroller->setWidgetResizable(true);
+        scroller->setFrameShape(QFrame::NoFrame);
+        scroller->setFocusPolicy(Qt::NoFocus);
+        scroller->setWidget(page);
+        _pages->addWidget(scroller);
     }
     row->addWidget(_pages, 1);
-    column->addLayout(row, 1);
+    column->addWidget(area, 1);
     auto* const curtain = new Curtain(this);
     _closing = std::make_unique<Closing>(_session, *curtain);
     connect(_closing.get(), &Closing::done, this, &QWidget::close);

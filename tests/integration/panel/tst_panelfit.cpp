@@ -43,11 +43,15 @@ void VerifyButtons(PanelBench& bench)
     }
 }
 
-/// What is asked for over the whole window.
-void VerifyOverlay(PanelBench& bench, const char* opener, const QString& prefix)
+/// What is asked for leaves the banner, when somebody starts a high-voltage test at the instrument meanwhile.
+void VerifyDialog(PanelBench& bench, const char* opener, const QString& prefix)
 {
     bench.Click(opener);
+    bench.Execute("function 9");
+    AWAIT(bench.Find("banner") != nullptr);
     VerifyView(bench, prefix + QLatin1String(opener));
+    bench.Click("stopAny");
+    AWAIT(bench.Find("banner") == nullptr);
     bench.Click("cancel");
     AWAIT(bench.Find("cancel") == nullptr);
 }
@@ -58,7 +62,7 @@ void VerifyFunction(PanelBench& bench, const FunctionInfo& function, const QStri
     VerifyView(bench, prefix + function.identifier);
     VerifyButtons(bench);
     if (bench.Find("number") != nullptr) {
-        VerifyOverlay(bench, "number", prefix);
+        VerifyDialog(bench, "number", prefix);
     }
     bench.Click("back");
 }
@@ -96,8 +100,8 @@ void TestPanelFit::VerifyFit(const char* language, Panel::Theme theme)
         VerifyView(bench, prefix + QLatin1String(page.name));
     }
     bench.Click("sequence");
-    VerifyOverlay(bench, "openPlan", prefix);
-    VerifyOverlay(bench, "chooseFolder", prefix);
+    VerifyDialog(bench, "openPlan", prefix);
+    VerifyDialog(bench, "chooseFolder", prefix);
     bench.Click("measure");
     for (const FunctionInfo& function : Functions::all()) {
         VerifyFunction(bench, function, prefix);

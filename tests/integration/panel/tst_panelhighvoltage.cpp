@@ -1,6 +1,7 @@
 #include <QtTest>
 
 #include "integration/panel/panelbench.h"
+#include "panel/kit/keypad.h"
 #include "panel/kit/theme.h"
 
 using VesmarClient::Outcome;
@@ -21,6 +22,7 @@ private Q_SLOTS:
     void ClosingTheWindowStops();
     void WhatNobodyAttendsIsStopped_data();
     void WhatNobodyAttendsIsStopped();
+    void AStopComesBeforeADate();
     void AStopThatIsNotConfirmedIsTold();
     void TheWindowDoesNotCloseUntold();
 
@@ -156,6 +158,19 @@ void TestPanelHighVoltage::WhatNobodyAttendsIsStopped()
     QVERIFY(!bench.session.isDangerous());
 }
 
+/// A job that is under way does not swallow it.
+void TestPanelHighVoltage::AStopComesBeforeADate()
+{
+    PanelBench bench;
+    bench.Connect();
+    bench.Execute("function 9");
+    AWAIT(bench.Find("banner") != nullptr);
+    bench.session.instrument().setCalibrationDate(QDateTime::currentDateTime());
+    QVERIFY(bench.session.instrument().isBusy());
+    bench.session.stopAny();
+    AWAIT(bench.Find("banner") == nullptr);
+}
+
 void TestPanelHighVoltage::AStopThatIsNotConfirmedIsTold()
 {
     PanelBench bench({QStringLiteral("--run-on"), QStringLiteral("600000")});
@@ -175,8 +190,13 @@ void TestPanelHighVoltage::TheWindowDoesNotCloseUntold()
     PanelBench bench({QStringLiteral("--run-on"), QStringLiteral("600000")});
     bench.Execute("scenario runs-on-after-stop");
     Begin(bench);
+    new Panel::Keypad(bench.Find("start"), QStringLiteral("Under the curtain"), {});
     QVERIFY(!bench.window.close());
     AWAIT(bench.Find("answer") != nullptr);
+    for (int i = 0; i < 5; ++i) {
+        QCOMPARE(bench.window.focusWidget()->objectName(), QStringLiteral("answer"));
+        bench.PressKey(Qt::Key_Tab);
+    }
     QVERIFY(bench.Text("curtainText").startsWith(QStringLiteral("It is not confirmed")));
     bench.Shoot("closing-not-stopped");
     bench.Click("answer"); // to stop again
