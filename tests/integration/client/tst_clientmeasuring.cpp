@@ -171,12 +171,13 @@ void TestClientMeasuring::AbortedMeasurementNeedsNobodyThere()
 {
     ClientBench bench;
     bench.Connect();
+    bench.Execute("scenario runs-on-after-stop");
     const Measured measured(bench, "hv --time 600");
     measured.AwaitPhase(Phase::Running);
     measured->setKeepAliveInterval(100);
     measured->abort();
     VirtualTime::Sleep(150ms);
-    measured->setKeepAliveInterval(100);
+    measured->setKeepAliveInterval(200);
     measured.VerifyAbort();
 }
 
