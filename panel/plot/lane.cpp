@@ -156,12 +156,16 @@ void Lane::drawCursor(const Record& record, int index)
     replot();
 }
 
+int Lane::heightOfTimes() const
+{
+    return axisWidget(xBottom)->minimumSizeHint().height() - HalfOfLabel;
+}
+
 void Lane::showTimes(bool areShown)
 {
     enableAxis(xBottom, areShown);
     setContentsMargins(0, 0, 0, areShown ? 0 : HalfOfLabel);
-    const int heightOfTimes = areShown ? axisWidget(xBottom)->minimumSizeHint().height() : 0;
-    setMinimumHeight(SmallestSize.height() + heightOfTimes);
+    setMinimumHeight(SmallestSize.height() + (areShown ? heightOfTimes() + HalfOfLabel : 0));
 }
 
 } // namespace Panel

@@ -25,6 +25,8 @@ public:
     /// Draws the cursor at one of the times of the record; none where the index is negative.
     void drawCursor(const Record& record, int index);
     void showTimes(bool areShown);
+    /// By how much the lane with the times is higher than the others.
+    int heightOfTimes() const;
 
 private:
     void drawCurves();

@@ -21,8 +21,7 @@ constexpr double ZoomStep = 2;
 constexpr double WheelStep = 1.25;
 constexpr int ShortestTimeBetweenDrawings = 100; ///< In milliseconds.
 constexpr int LongestTimeBetweenDrawings = 1000;
-constexpr int HeightOfTimes = 18; ///< By which the lane with the times is higher than the others, in pixels.
-constexpr int DragDistance = 10;  ///< In pixels; less is a tap.
+constexpr int DragDistance = 10; ///< In pixels; less is a tap.
 
 } // namespace
 
@@ -101,10 +100,11 @@ void ReadingPlot::showOnly(int number)
 void ReadingPlot::shareHeight()
 {
     const int count = _only < 0 ? _lanes.size() : 1;
-    const int each = std::max((_area->height() - HeightOfTimes) / std::max(count, 1), 1);
+    const int heightOfTimes = _lanes.isEmpty() ? 0 : _lanes.last()->heightOfTimes();
+    const int each = std::max((_area->height() - heightOfTimes) / std::max(count, 1), 1);
     for (int i = 0; i < _lanes.size(); ++i) {
         const bool hasTimes = i == _only || i == _lanes.size() - 1;
-        static_cast<QVBoxLayout*>(_area->layout())->setStretch(i, hasTimes ? each + HeightOfTimes : each);
+        static_cast<QVBoxLayout*>(_area->layout())->setStretch(i, hasTimes ? each + heightOfTimes : each);
     }
 }
 

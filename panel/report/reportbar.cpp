@@ -43,9 +43,15 @@ ReportBar::~ReportBar()
 void ReportBar::offer(const PlanRecord& plan)
 {
     _plan = plan;
+    _isAsked = false;
     _written->hide();
     _failure.show({});
-    _write->setEnabled(plan.ended.isValid());
+    enableWrite();
+}
+
+void ReportBar::enableWrite()
+{
+    _write->setEnabled(_plan.ended.isValid() && _writing.isFinished());
 }
 
 void ReportBar::withdraw()
@@ -56,25 +62,32 @@ void ReportBar::withdraw()
 void ReportBar::askForFolder()
 {
     const auto* const chooser =
-        new FileChooser(window(), tr("Folder of the reports"), FileChooser::Wanted::Folder);
+        new FileChooser(this, tr("Folder of the reports"), FileChooser::Wanted::Folder);
     connect(chooser, &FileChooser::chosen, _folder, &QLineEdit::setText);
 }
 
 /// The plots are drawn here; what takes long is done beside, so that everything else goes on.
 void ReportBar::write()
 {
-    if (_writing.isRunning()) {
-        return;
-    }
+    _isAsked = true;
     _written->setText(tr("Writing …"));
     _written->show();
     QDir().mkpath(_folder->text());
     _writing.setFuture(QtConcurrent::run(writeReport, reportFilesOf(_plan, _folder->text())));
+    setFocus(); // The button is disabled, and the keyboard would go anywhere.
+    enableWrite();
 }
 
 void ReportBar::tell()
 {
     const WrittenReport written = _writing.result();
+    enableWrite();
+    if (written.failure.isFailure()) {
+        Q_EMIT failed(written.failure);
+    }
+    if (!_isAsked) {
+        return;
+    }
     QStringList names;
     for (const QString& path : written.paths) {
         const QFileInfo file(path);
@@ -83,9 +96,6 @@ void ReportBar::tell()
     _written->setText(tr("Written: %1").arg(names.join(QStringLiteral(", "))));
     _written->setVisible(!names.isEmpty());
     _failure.show(written.failure);
-    if (written.failure.isFailure()) {
-        Q_EMIT failed(written.failure);
-    }
 }
 
 } // namespace Panel

@@ -31,10 +31,12 @@ Q_SIGNALS:
 
 private:
     void askForFolder();
+    void enableWrite();
     void write();
     void tell();
 
     PlanRecord _plan;
+    bool _isAsked = false; // whether what is being written, or was, is the report of this plan
     QLineEdit* _folder;
     QPushButton* _write;
     QLabel* _written;

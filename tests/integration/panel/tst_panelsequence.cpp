@@ -8,6 +8,7 @@
 #include "integration/panel/panelbench.h"
 #include "panel/kit/files.h"
 #include "panel/kit/theme.h"
+#include "panel/report/reportbar.h"
 
 /// Test plans, from the choice of a file to the files of the report.
 class TestPanelSequence : public QObject
@@ -17,6 +18,7 @@ class TestPanelSequence : public QObject
 private Q_SLOTS:
     void initTestCase() { Panel::applyTheme(Panel::Theme::Light); }
     void APlanIsMeasuredAndReported();
+    void AnotherReportIsNotToldOf();
     void AFailedStepEndsThePlan();
     void AFailedStepLetsThePlanGoOnWhereItSaysSo();
     void AHighVoltageStepWaitsForTheHand();
@@ -108,6 +110,7 @@ void TestPanelSequence::APlanIsMeasuredAndReported()
                                 QStringLiteral("Earth"), QStringLiteral("Touch current")}) {
         QVERIFY2(html.contains(part), qPrintable(part));
     }
+    QVERIFY(plots > 0);
     QCOMPARE(html.count(QStringLiteral("data:image/png")), plots);
     QCOMPARE(ContentOf(folder.path(), ".csv").count('\n'), readings + 1);
     QVERIFY(ContentOf(folder.path(), ".pdf").startsWith("%PDF"));
@@ -116,6 +119,27 @@ void TestPanelSequence::APlanIsMeasuredAndReported()
     bench.Find<QLineEdit>("reportFolder")->setText(QStringLiteral("/proc"));
     bench.Click("report");
     AWAIT(bench.Find("failure") != nullptr);
+}
+
+/// While a report is being written, another one is offered.
+void TestPanelSequence::AnotherReportIsNotToldOf()
+{
+    const QTemporaryDir folder;
+    Panel::PlanRecord plan;
+    plan.name = QStringLiteral("Two steps");
+    plan.begun = plan.ended = QDateTime::currentDateTime();
+    Panel::ReportBar bar;
+    bar.offer(plan);
+    bar.findChild<QLineEdit*>(QStringLiteral("reportFolder"))->setText(folder.path());
+    const auto* const told = bar.findChild<QLabel*>(QStringLiteral("reportWritten"));
+    auto* const button = bar.findChild<QPushButton*>(QStringLiteral("report"));
+    button->click();
+    QVERIFY(!told->isHidden());
+    bar.offer(plan);
+    QVERIFY(!button->isEnabled());
+    AWAIT(button->isEnabled());
+    QVERIFY(told->isHidden());
+    QVERIFY(!ContentOf(folder.path(), ".csv").isEmpty());
 }
 
 void TestPanelSequence::AFailedStepEndsThePlan()
