@@ -34,7 +34,9 @@ Job* update(Instrument& instrument, const QStringList& words)
 Job* measure(Instrument& instrument, const Settings& settings)
 {
     check(settings); // What is not valid fails before anything is sent.
-    Measurement* measurement = instrument.measure(settings);
+    MeasurementTimeouts timeouts;
+    timeouts.prepare = 20000; // Twice the usual time.
+    Measurement* measurement = instrument.measure(settings, timeouts);
     QObject::connect(measurement, &Measurement::reading, [](const Result& result) {
         for (const Reading& reading : result.readings()) {
             qInfo().noquote() << reading.name << reading.text();
