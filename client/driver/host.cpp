@@ -77,7 +77,7 @@ void Host::StartDriver()
     WatchLink();
     TellNothingKnown();
     TellLinkState();
-    _tester->Enable();
+    EnableDriver(*_tester);
 }
 
 void Host::StopDriver()
@@ -219,7 +219,7 @@ void Host::ReopenReplacedDevice()
     _tester->Disable();
     _line.GiveBack();
     if (!_line.Take().isFailure()) {
-        _tester->Enable();
+        EnableDriver(*_tester);
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "client/driver/updatefailure.h"
 #include "client/line/diagnosis.h"
+#include "client/line/serialline.h"
 
 namespace VesmarClient
 {
@@ -112,7 +113,7 @@ void UpdateRun::SendBlindly()
     Instrument().UpdateTester(_image, _confirmation);
     ObserveInstrument();
     if (_session.CurrentPhase() != SessionPhase::Ended) {
-        Instrument().Enable();
+        EnableDriver(Instrument());
     }
 }
 

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 
+#include <fcntl.h>
 #include <sys/sysmacros.h>
 #include <unistd.h>
 
@@ -45,16 +46,20 @@ QByteArray ContentOf(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+/// Links that lead to no file, as of a socket, are only listed as something of the system.
+QStringList DescriptorsIn(const QString& folder)
+{
+    return QDir(folder + QStringLiteral("/fd"))
+        .entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
+}
+
 /// Examines what one program has open.
 class ProcessExamination
 {
 public:
     ProcessExamination(const QString& folder, const struct stat& device) : _folder(folder), _device(device)
     {
-        const QDir descriptors(folder + QStringLiteral("/fd"));
-        // Links that lead to no file, as of a socket, are only listed as something of the system.
-        for (const QString& descriptor :
-             descriptors.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)) {
+        for (const QString& descriptor : DescriptorsIn(folder)) {
             Examine(descriptor);
         }
     }
@@ -118,6 +123,17 @@ DeviceHolders FindHolders(const struct stat& device)
         }
     }
     return holders;
+}
+
+void KeepFromPrograms(const struct stat& device)
+{
+    for (const QString& name : DescriptorsIn(QStringLiteral("/proc/self"))) {
+        const int descriptor = name.toInt();
+        struct stat file = {};
+        if (::fstat(descriptor, &file) == 0 && IsSameDevice(device, file)) {
+            ::fcntl(descriptor, F_SETFD, FD_CLOEXEC);
+        }
+    }
 }
 
 QVector<DeviceHolder> FindLockHolders(const struct stat& device)

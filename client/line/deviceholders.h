@@ -37,4 +37,7 @@ QString ShowHolders(const QVector<DeviceHolder>& holders);
 /// at its other end.
 DeviceHolders FindHolders(const struct stat& device);
 
+/// Keeps the programs that this one starts from inheriting what it has open of the device.
+void KeepFromPrograms(const struct stat& device);
+
 } // namespace VesmarClient

@@ -5,6 +5,7 @@
 #include <Vesmar/serialdevice.h>
 
 #include "client/line/device.h"
+#include "client/line/deviceholders.h"
 #include "client/words/translation.h"
 
 namespace VesmarClient
@@ -66,6 +67,12 @@ bool SerialLine::IsReplaced() const
 {
     const Device present(Vesmar::SerialDevicePath);
     return present.Descriptor() >= 0 && !IsSame(present.Findings().identity, _device);
+}
+
+void EnableDriver(Vesmar::Tester& tester)
+{
+    tester.Enable();
+    KeepFromPrograms(Device(Vesmar::SerialDevicePath).Findings().identity);
 }
 
 } // namespace VesmarClient

@@ -2,6 +2,8 @@
 
 #include <sys/stat.h>
 
+#include <Vesmar/tester.h>
+
 #include <VesmarClient/failure.h>
 
 #include "client/line/linelock.h"
@@ -9,9 +11,8 @@
 namespace VesmarClient
 {
 
-/// The serial line as the driver uses it: taken by one program, and by one instrument of
-/// it, at a time. To be taken
-/// before the driver opens the device, and to be given back after the driver has closed it.
+/// The serial line as the driver uses it: taken by one program, and by one instrument of it, at a time. To be
+/// taken before the driver opens the device, and to be given back after the driver has closed it.
 class SerialLine
 {
 public:
@@ -32,5 +33,9 @@ private:
     LineLock _lock;
     struct stat _device = {};
 };
+
+/// Enables the driver, which opens the device. Programs that are started later would inherit that, and hold
+/// the line for as long as they run: they are kept from it.
+void EnableDriver(Vesmar::Tester& tester);
 
 } // namespace VesmarClient

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "client/line/serialline.h"
+
 namespace VesmarClient
 {
 
@@ -115,7 +117,7 @@ void SessionRunner::Leave()
 void SessionRunner::LeadOut()
 {
     _tester.Disable();
-    _tester.Enable();
+    EnableDriver(_tester);
 }
 
 void SessionRunner::EnterPhase()

@@ -2,6 +2,7 @@
 #include <sys/file.h>
 #include <unistd.h>
 
+#include <QProcess>
 #include <QSignalSpy>
 
 #include <VesmarClient/tracerouter.h>
@@ -61,6 +62,7 @@ private Q_SLOTS:
     void DeviceThatCannotBeTakenIsTold_data();
     void DeviceThatCannotBeTakenIsTold();
     void LineOfAnotherProgramIsLeftAlone();
+    void ProgramsThatAreStartedDoNotHoldTheLine();
     void SecondInstrumentIsRefused();
     void LossIsToldAndHeals();
     void ReplacedDeviceIsOpenedAnew();
@@ -131,6 +133,20 @@ void TestClientLink::LineOfAnotherProgramIsLeftAlone()
     QCOMPARE(bench.simulator.Sent(), QByteArrayList());
     ::close(other);
     bench.Connect();
+}
+
+/// Such as the viewer of a report, which goes on when the line is closed.
+void TestClientLink::ProgramsThatAreStartedDoNotHoldTheLine()
+{
+    ClientBench bench;
+    bench.Connect();
+    QProcess program;
+    program.start(QStringLiteral("cat"), QStringList());
+    bench.client.close();
+    AWAIT_EQUAL(bench.client.linkState(), LinkState::Closed);
+    bench.Connect();
+    program.closeWriteChannel();
+    AWAIT_EQUAL(program.state(), QProcess::NotRunning);
 }
 
 void TestClientLink::SecondInstrumentIsRefused()
