@@ -208,11 +208,11 @@ void Host::EndClosing()
     }
 }
 
-/// The driver opens the device only when it is enabled. A run that waits for the proof of a stop gets it only
-/// over the new device; no other run is disturbed.
+/// The driver opens the device only when it is enabled. A run that waits for a stop and its proof gets them
+/// only over the new device; no other run is disturbed.
 void Host::ReopenReplacedDevice()
 {
-    const bool isDisturbed = _run && _phase != Phase::Confirming;
+    const bool isDisturbed = _run && _phase != Phase::Confirming && _phase != Phase::AwaitingIdle;
     if (isDisturbed || !IsLinkError(_tester->ErrorCode()) || !_line.IsReplaced()) {
         return;
     }

@@ -3,6 +3,7 @@
 #include "integration/client/clientbench.h"
 #include "integration/updating.h"
 #include "simulator/faults/faultfile.h"
+#include "support/serialdevice.h"
 #include "support/wire.h"
 
 using VesmarClient::CalibrationJob;
@@ -51,6 +52,7 @@ private Q_SLOTS:
     void StopEndsWhatAnotherProgramLeft();
     void StopRestartsAnInstrumentThatDoesNotStop();
     void StopIsNotProvedWithoutALink();
+    void StopIsProvedOverAReplacedDevice();
     void StopFailsAtAnInstrumentThatDoesNotStop();
     void StopLeadsOutOfADriverThatWaits();
     void OneJobAtATime();
@@ -142,6 +144,23 @@ void TestClientJobs::StopIsNotProvedWithoutALink()
     QVERIFY(!bench.IsOff());
     bench.simulator.Plug();
     VerifyCompletion(*bench.client.stop());
+    QVERIFY(bench.IsOff());
+}
+
+/// As with an adapter that was pulled out in the middle of a measurement, and is plugged in again.
+void TestClientJobs::StopIsProvedOverAReplacedDevice()
+{
+    ClientBench bench;
+    bench.Connect();
+    const Measured measured(bench, "hv --time-offset 0");
+    measured.AwaitPhase(Phase::Running);
+    bench.Execute("fault hang-up");
+    RedirectSerialDevice({});
+    measured.AwaitEnd();
+    StopJob* const stop = bench.client.stop();
+    AWAIT_EQUAL(stop->phase(), Phase::AwaitingIdle);
+    bench.Plug();
+    VerifyCompletion(*stop);
     QVERIFY(bench.IsOff());
 }
 
