@@ -49,13 +49,13 @@ Guard::~Guard()
 Failure Guard::Watch()
 {
     if (_channel >= 0 && !IsAcknowledged()) { // somebody has ended it
-        Close();
+        GiveUp();
     }
     if (_channel < 0) {
         const GuardStart start = StartGuard();
         _channel = start.channel;
         if (_channel < 0 || !IsAcknowledged()) {
-            Close();
+            GiveUp();
             return GuardMissing(qt_error_string(start.error));
         }
     }
@@ -76,6 +76,13 @@ bool Guard::IsAcknowledged() const
     GuardMessage answer{};
     return Send(_channel, GuardMessage::Watch) &&
            ::recv(_channel, &answer, sizeof(answer), 0) == sizeof(answer) && answer == GuardMessage::Watch;
+}
+
+/// One that is merely late must not take the end of its channel for that of this process.
+void Guard::GiveUp()
+{
+    Send(_channel, GuardMessage::Release);
+    Close();
 }
 
 void Guard::Close()

@@ -32,6 +32,7 @@ public:
 
 private:
     bool IsAcknowledged() const;
+    void GiveUp();
     void Close();
 
     int _channel = -1; ///< Negative while there is no guard.

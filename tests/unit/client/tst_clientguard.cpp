@@ -44,6 +44,7 @@ private Q_SLOTS:
     void IsNobodysChildAndInheritsNothing();
     void OneGuardWatchesManyMeasurements();
     void GuardThatHasGoneIsReplaced();
+    void GuardThatIsGivenUpDoesNotWatch();
     void CannotBeStarted_data();
     void CannotBeStarted();
     void Reports_data();
@@ -114,6 +115,26 @@ void TestClientGuard::GuardThatHasGoneIsReplaced()
     QVERIFY(guard.IsWatching());
     QCOMPARE(Guards().size(), 1);
     guard.Release();
+}
+
+/// It may only be late, and would take over a line that the application has merely given back.
+void TestClientGuard::GuardThatIsGivenUpDoesNotWatch()
+{
+    const QTemporaryDir folder;
+    const QString told = folder.filePath(QStringLiteral("told"));
+    QFile program(folder.filePath(QStringLiteral("guard")));
+    QVERIFY(program.open(QIODevice::WriteOnly));
+    program.write("#!/bin/sh\nexec 3<&0\n{ printf x >&3; cat <&3 > '" + QFile::encodeName(told) + "'; } &\n");
+    QVERIFY(program.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
+    program.close();
+    ::setenv(VesmarClient::GuardVariable, QFile::encodeName(program.fileName()).constData(), 1);
+    Guard guard;
+    QCOMPARE(guard.Watch().name, QStringLiteral("guard-missing"));
+    const auto messages = [&told] {
+        QFile file(told);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    QTRY_COMPARE_WITH_TIMEOUT(messages(), QByteArray("wr"), Patience);
 }
 
 void TestClientGuard::CannotBeStarted_data()
