@@ -65,7 +65,7 @@ void LiveOutput::Drain()
 bool LiveOutput::WriteSome()
 {
     constexpr int MostAtOnce = 128; // a pipe or a terminal that can be written to takes this much at once
-    const auto size = static_cast<size_t>(std::min(_kept.size(), MostAtOnce));
+    const auto size = static_cast<size_t>(qMin(_kept.size(), MostAtOnce));
     const auto written = ::write(_descriptor, _kept.constData(), size);
     if (written < 0 && errno != EINTR && errno != EAGAIN) {
         _error = errno == EPIPE ? 0 : errno;
