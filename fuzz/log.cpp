@@ -81,7 +81,7 @@ void RequireReason(const QByteArray& text, const QByteArray& errors)
 void RequireEnding(const Decoded& decoded, const QByteArray& text)
 {
     for (const char byte : decoded.printed) {
-        Require(byte == '\n' || byte < '\0' || byte >= ' ', "no control character is printed");
+        Require(byte == '\n' || static_cast<uchar>(byte) >= ' ', "no control character is printed");
     }
     if (decoded.status == 0) {
         Require(decoded.errors.isEmpty() && !decoded.printed.isEmpty(),
