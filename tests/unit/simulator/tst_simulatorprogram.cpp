@@ -361,15 +361,15 @@ private Q_SLOTS:
                                awaitState.arg(AskState, QStringLiteral("f7")) + AskStop +
                                awaitState.arg(AskState, QStringLiteral("f9"));
         QCOMPARE(Run(RunShell(script, "--log|log|--start-delay|400")), 0);
-        QDateTime startedAt;
+        QDateTime preparedAt;
         QDateTime startingAt;
         QByteArrayList changes;
         for (const QByteArray& line : Content("log").split('\n')) {
             const QDateTime time =
                 QDateTime::fromString(QString::fromLatin1(line.left(24)), Qt::ISODateWithMs);
             const QByteArray text = line.mid(25);
-            if (text.startsWith("53966a")) {
-                startedAt = time;
+            if (text == "function 9 prepared") {
+                preparedAt = time;
             } else if (text == "function 9 starting") {
                 startingAt = time;
             }
@@ -380,7 +380,8 @@ private Q_SLOTS:
         QCOMPARE(changes.join(','),
                  QByteArray("function 9 preparing,function 9 prepared,function 9 starting,function 9 running,"
                             "function 9 stopping,function 9 stopped by request"));
-        QVERIFY(startedAt.msecsTo(startingAt) >= 399); // both times are rounded down
+        // The start comes after the first. Its own line may be late by what a busy machine takes to write it.
+        QVERIFY(preparedAt.msecsTo(startingAt) >= 399); // both times are rounded down
     }
 
     void UpdateInTheLog()
