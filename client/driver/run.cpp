@@ -10,12 +10,16 @@ Run::Run()
 
 void Run::BeginUnlessAborted()
 {
-    if (_stage == Stage::Aborted) {
+    const bool isAborted = _stage == Stage::Aborted;
+    if (isAborted && !IsEndProved()) {
         Q_EMIT Finished(Outcome::Aborted, {});
         return;
     }
     _stage = Stage::UnderWay;
     Begin();
+    if (isAborted) {
+        AbortInTime();
+    }
 }
 
 void Run::AbortInTime()

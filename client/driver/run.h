@@ -29,6 +29,10 @@ public:
     /// Ends the work as soon as that is safe. May be called at any time after `Begin`, and more than once.
     virtual void Abort() = 0;
 
+    /// Whether even an end before the beginning is to be proved, so that the work begins all the same and is
+    /// aborted at once.
+    virtual bool IsEndProved() const { return false; }
+
     /// Begins the work, or ends it where an abort was asked for before.
     void BeginUnlessAborted();
     /// Aborts the work now, or instead of beginning it.

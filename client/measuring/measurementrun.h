@@ -21,6 +21,7 @@ class MeasurementRun : public Run
 public:
     explicit MeasurementRun(MeasurementOrder order);
 
+    bool IsEndProved() const override { return true; }
     void Begin() override;
     void Abort() override;
 

@@ -1,10 +1,16 @@
+#include <QSignalSpy>
+
 #include <Vesmar/hvtestsettings.h>
 
+#include "client/driver/host.h"
+#include "client/driver/stoprun.h"
+#include "client/measuring/measurementrun.h"
 #include "integration/client/clientbench.h"
 #include "integration/rcdmeasuring.h"
 #include "support/wire.h"
 #include "virtualtime/virtualtime.h"
 
+using VesmarClient::LinkState;
 using VesmarClient::Outcome;
 using VesmarClient::Phase;
 
@@ -95,6 +101,7 @@ private Q_SLOTS:
     void AbortBeforeTheStartNeverRunsATest_data();
     void AbortBeforeTheStartNeverRunsATest();
     void AbortBetweenTwoPhasesRunsNoSecond();
+    void AbortOfTheNextMeasurementIsProved();
     void AbortEndsACleanUp();
     void AbortEndsAnEndlessTest_data();
     void AbortEndsAnEndlessTest();
@@ -226,6 +233,36 @@ void TestClientAborts::AbortBetweenTwoPhasesRunsNoSecond()
     QCOMPARE(bench.simulator.Log().count("function 10 running"), 1);
 }
 
+/// It is asked for, and aborted, when the run before has ended and is still to be cleared away.
+void TestClientAborts::AbortOfTheNextMeasurementIsProved()
+{
+    LineInstrument simulator;
+    VesmarClient::Host host;
+    LinkState link = LinkState::Closed;
+    connect(&host, &VesmarClient::Host::LinkStateChanged, this, [&link](LinkState state) { link = state; });
+    host.Open();
+    AWAIT_EQUAL(link, LinkState::Up);
+    VesmarClient::MeasurementOrder order;
+    order.settings = std::make_unique<Vesmar::HVTestSettings>();
+    auto next = std::make_unique<VesmarClient::MeasurementRun>(std::move(order));
+    const QSignalSpy confirmed(next.get(), &VesmarClient::MeasurementRun::StopConfirmed);
+    Outcome outcome = Outcome::None;
+    connect(next.get(), &VesmarClient::Run::Finished, this,
+            [&outcome](Outcome reached) { outcome = reached; });
+    auto first = std::make_unique<VesmarClient::StopRun>();
+    VesmarClient::Run& before = *first;
+    host.Begin(std::move(first));
+    connect(&before, &VesmarClient::Run::Finished, this, [&] {
+        VesmarClient::Run& waiting = *next;
+        host.Begin(std::move(next));
+        waiting.AbortInTime();
+    });
+    before.AbortInTime();
+    AWAIT_EQUAL(outcome, Outcome::Aborted);
+    QCOMPARE(confirmed.size(), 1);
+    QCOMPARE(simulator.Status().function, 0);
+}
+
 void TestClientAborts::AbortEndsACleanUp()
 {
     ClientBench bench;
@@ -260,7 +297,7 @@ void TestClientAborts::AbortEndsAnEndlessTest()
     measured.VerifyAbort();
     const qint64 time = measured->elapsed() - before;
     QVERIFY2(time < MostTime, QByteArray::number(time));
-    QCOMPARE(bench.client.linkState(), VesmarClient::LinkState::Up);
+    QCOMPARE(bench.client.linkState(), LinkState::Up);
 }
 
 void TestClientAborts::StartThatAnAbortLeavesPendingIsNoTrap_data()
