@@ -1,5 +1,9 @@
 #include "integration/client/clientbench.h"
 
+#include <algorithm>
+
+#include "support/wire.h"
+
 using VesmarClient::Instrument;
 using VesmarClient::LinkState;
 using VesmarClient::Measurement;
@@ -21,6 +25,14 @@ void ClientBench::Execute(const char* command)
     if (parsed) {
         simulator.Execute(*parsed);
     }
+}
+
+bool ClientBench::HasPrepared() const
+{
+    const QByteArrayList requests = simulator.Sent();
+    return std::any_of(requests.cbegin(), requests.cend(), [](const QByteArray& request) {
+        return request.front() == Wire::PrepareNothing.front();
+    });
 }
 
 void ClientBench::Plug()

@@ -25,6 +25,8 @@ public:
     void Execute(const char* command);
     /// Ends a fault of the line, where it has hung up with a new line at the old path.
     void Plug();
+    /// Whether the instrument has been asked to prepare anything.
+    bool HasPrepared() const;
     /// Whether no function is selected at the instrument, so that its output is off.
     bool IsOff() { return simulator.Status().function == 0; }
 

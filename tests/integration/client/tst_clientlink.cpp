@@ -199,7 +199,7 @@ void TestClientLink::InstrumentInUpdateModeIsFound()
     const Measured measured(bench, "rpe");
     measured.AwaitEnd();
     QCOMPARE(measured->failure().name, QStringLiteral("update-mode"));
-    QVERIFY(!bench.simulator.Sent().contains(Wire::PrepareRpe));
+    QVERIFY(!bench.HasPrepared());
     bench.Execute("mode 0");
     AWAIT_EQUAL(link.states,
                 (LinkStates{LinkState::Opening, LinkState::UpdateMode, LinkState::Opening, LinkState::Up}));
