@@ -1,5 +1,7 @@
 #include "client/driver/host.h"
 
+#include <thread>
+
 #include <QThread>
 
 #include "client/catalogue/conversions.h"
@@ -17,6 +19,8 @@ namespace
 {
 
 constexpr std::chrono::milliseconds TimeBetweenReopenings{2000};
+/// After so long, no answer comes any more to a request that the driver's end has cut short.
+constexpr std::chrono::milliseconds QuietTime{1000};
 
 /// Whether a run in this phase has a function at the instrument that is its own.
 bool IsMeasuring(Phase phase)
@@ -77,6 +81,7 @@ void Host::StartDriver()
     WatchLink();
     TellNothingKnown();
     TellLinkState();
+    AwaitQuietLine();
     EnableDriver(*_tester);
 }
 
@@ -84,7 +89,16 @@ void Host::StopDriver()
 {
     _tester->disconnect(this);
     _tester.reset();
+    _sinceStop.start();
     TellNothingKnown();
+}
+
+/// A late answer would count as one to the first request.
+void Host::AwaitQuietLine() const
+{
+    if (_sinceStop.isValid() && !_sinceStop.hasExpired(QuietTime.count())) {
+        std::this_thread::sleep_for(QuietTime - std::chrono::milliseconds(_sinceStop.elapsed()));
+    }
 }
 
 /// Of what is known of the instrument, this holds only while the driver watches it.

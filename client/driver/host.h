@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDateTime>
+#include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
 
@@ -59,6 +60,7 @@ private:
     LinkState State() const;
     void StartDriver();
     void StopDriver();
+    void AwaitQuietLine() const;
     void TellNothingKnown();
     void WatchTester();
     void WatchLink();
@@ -85,7 +87,8 @@ private:
     std::unique_ptr<Run> _next; ///< The run that begins after it.
     Phase _phase = Phase::Waiting;
     QTimer _reopening;
-    bool _isGoingOn = false; ///< A run has ended, and what comes next has not begun.
+    QElapsedTimer _sinceStop; ///< Valid once the driver was stopped.
+    bool _isGoingOn = false;  ///< A run has ended, and what comes next has not begun.
     bool _isClosing = false;
     bool _isOpenedAgain = false; ///< Once it has been closed.
     bool _isQuitting = false;

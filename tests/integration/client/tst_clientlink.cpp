@@ -64,6 +64,7 @@ private Q_SLOTS:
     void LineOfAnotherProgramIsLeftAlone();
     void ProgramsThatAreStartedDoNotHoldTheLine();
     void SecondInstrumentIsRefused();
+    void SlowInstrumentIsFoundAgain();
     void LossIsToldAndHeals();
     void ReplacedDeviceIsOpenedAnew();
     void InstrumentInUpdateModeIsFound();
@@ -159,6 +160,20 @@ void TestClientLink::SecondInstrumentIsRefused()
     AWAIT_EQUAL(bench.client.linkState(), LinkState::Closed);
     second.open();
     AWAIT_EQUAL(second.linkState(), LinkState::Up);
+}
+
+/// The answer that the closing has cut off must not count as one to the first request.
+void TestClientLink::SlowInstrumentIsFoundAgain()
+{
+    ClientBench bench;
+    bench.simulator.SetFault(Simulator::Fault::Slow, std::chrono::milliseconds(600));
+    bench.Connect();
+    AWAIT(!bench.client.mains().isEmpty());
+    QTest::qWait(300); // The next request is on its way.
+    const LinkRecord link(bench.client);
+    bench.client.close();
+    bench.client.open();
+    AWAIT_EQUAL(link.states, (LinkStates{LinkState::Closed, LinkState::Opening, LinkState::Up}));
 }
 
 void TestClientLink::LossIsToldAndHeals()
