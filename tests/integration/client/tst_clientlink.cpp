@@ -143,6 +143,7 @@ void TestClientLink::ProgramsThatAreStartedDoNotHoldTheLine()
     bench.Connect();
     QProcess program;
     program.start(QStringLiteral("cat"), QStringList());
+    QVERIFY(program.waitForStarted());
     bench.client.close();
     AWAIT_EQUAL(bench.client.linkState(), LinkState::Closed);
     bench.Connect();
