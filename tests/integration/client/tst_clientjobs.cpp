@@ -369,11 +369,16 @@ void TestClientJobs::FirmwareIsReplaced()
     AWAIT_EQUAL(bench.client.linkState(), state);
     UpdateJob* const job = Update(bench, ImageOf(3));
     QVector<int> confirmed;
-    connect(job, &UpdateJob::progressChanged, this, [&] { confirmed.append(job->sectorsConfirmed()); });
+    QVector<qint64> left;
+    connect(job, &UpdateJob::progressChanged, this, [&] {
+        confirmed.append(job->sectorsConfirmed());
+        left.append(job->timeLeft());
+    });
     QCOMPARE(job->sectors(), 3);
     QCOMPARE(job->timeLeft(), qint64(-1));
     VerifyCompletion(*job);
     QCOMPARE(confirmed, (QVector<int>{1, 2, 3}));
+    QVERIFY(left.at(0) > left.at(1) && left.at(1) > 0);
     QCOMPARE(job->timeLeft(), qint64(0));
     QCOMPARE(job->versionBefore(), QStringLiteral("1.05"));
     QCOMPARE(job->versionAfter(), QStringLiteral("1.06"));
