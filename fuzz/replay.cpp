@@ -1,4 +1,5 @@
 #include <cstdio>
+#include <ctime>
 #include <random>
 #include <vector>
 
@@ -11,6 +12,8 @@ namespace
 {
 
 constexpr int ChangesPerFile = 200;
+/// Processor time, which all targets together make a minute of.
+constexpr std::clock_t Time = 5 * CLOCKS_PER_SEC;
 
 void Run(const QByteArray& input)
 {
@@ -26,10 +29,9 @@ void RunEveryBeginning(const QByteArray& input)
     }
 }
 
-/// The same changes to the same input: a byte becomes another, is lost, or comes twice.
-void RunChanged(const QByteArray& input)
+/// A byte becomes another, is lost, or comes twice.
+void RunChanged(const QByteArray& input, std::mt19937& random)
 {
-    std::mt19937 random(1);
     for (int i = 0; i < ChangesPerFile && !input.isEmpty(); ++i) {
         QByteArray changed = input;
         const auto at = static_cast<int>(random() % static_cast<unsigned>(input.size()));
@@ -46,13 +48,19 @@ int main(int argumentCount, char** arguments)
 {
     const QDir corpus(argumentCount == 2 ? QString::fromLocal8Bit(arguments[1]) : QString());
     const QStringList names = corpus.entryList(QDir::Files, QDir::Name);
+    std::vector<QByteArray> inputs;
     for (const QString& name : names) {
         QFile file(corpus.filePath(name));
         Require(file.open(QIODevice::ReadOnly), "every file of the corpus can be read");
-        const QByteArray input = file.readAll();
-        RunEveryBeginning(input);
-        RunChanged(input);
+        inputs.push_back(file.readAll());
+        RunEveryBeginning(inputs.back());
     }
+    std::mt19937 random(1); // The same changes each time, as many as there is time for.
+    do {
+        for (const QByteArray& input : inputs) {
+            RunChanged(input, random);
+        }
+    } while (std::clock() < Time);
     std::printf("%d files of %s\n", static_cast<int>(names.size()), qPrintable(corpus.path()));
     return names.isEmpty() ? 1 : 0;
 }
