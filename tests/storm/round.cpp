@@ -462,8 +462,8 @@ void Round::EndTrouble()
     SerialLine::Get().EndTrouble();
 }
 
-/// An abort waits for ever while the state of no function is known, and an instrument stays in update mode
-/// (docs/oddities.md). A restart is the way out of both.
+/// An abort waits for ever while the state of no function is known (docs/oddities.md), and an instrument
+/// stays in update mode once an update has failed (docs/errors.md). A restart is the way out of both.
 bool Round::IsStuckByOddity() const
 {
     const auto lock = SerialLine::Lock();
