@@ -713,6 +713,17 @@ private Q_SLOTS:
         QVERIFY(line.peer.RequestBytes().size() <= 1);
     }
 
+    void ClosingLeavesNothingOfAResponse()
+    {
+        TroubledLine line(Trouble::Babble);
+        auto query = line.BeginQuery(EndlessMs, 0);
+        QCOMPARE(query.wait_for(std::chrono::milliseconds(50)), std::future_status::timeout);
+        line.transciever.PrepareToClose();
+        const Outcome outcome = query.get();
+        QCOMPARE(outcome.result, 3);
+        QCOMPARE(outcome.Bytes(), QByteArray());
+    }
+
     void AnExchangeWaitsForTheEndOfAnother()
     {
         Line line;

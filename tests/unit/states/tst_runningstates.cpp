@@ -273,12 +273,11 @@ private Q_SLOTS:
     {
         QFETCH(const int, kind);
         constexpr int Patience = 60000;
-        constexpr double CoarseTimer = 0.95; // A tick may come that much early.
         QElapsedTimer sinceEntry;
         sinceEntry.start();
         Run run(kind, TimedSettings(kind, 1, 0.5F));
         QTRY_VERIFY_WITH_TIMEOUT(run.context.MeasurementTimeElapsed.Get(), Patience);
-        QVERIFY(static_cast<double>(sinceEntry.elapsed()) >= (kind == HVTest ? 1500 : 1000) * CoarseTimer);
+        QVERIFY(sinceEntry.elapsed() >= (kind == HVTest ? 1500 : 1000));
         QCOMPARE(run.context.MeasurementTime.Get(), 1);
         QVERIFY(!run.context.GetMeasurementTimer()->isActive());
     }
