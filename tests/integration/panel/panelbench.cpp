@@ -12,8 +12,11 @@ PanelBench::PanelBench(const QStringList& simulator, const QSize& size)
     window.resize(size);
     _simulator.setProcessChannelMode(QProcess::ForwardedChannels);
     const QString path = qEnvironmentVariable("VESMAR_SIMULATOR_DEVICE");
-    _simulator.start(QStringLiteral(SIMULATOR_PROGRAM),
-                     QStringList{QStringLiteral("--link"), path} + simulator);
+    // It ends with this program, also when that crashes.
+    _simulator.start(QStringLiteral("setpriv"),
+                     QStringList{QStringLiteral("--pdeathsig"), QStringLiteral("TERM"),
+                                 QStringLiteral(SIMULATOR_PROGRAM), QStringLiteral("--link"), path} +
+                         simulator);
     QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(path), Patience);
 }
 
