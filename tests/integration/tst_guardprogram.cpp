@@ -49,7 +49,8 @@ void TestGuardProgram::EndOfTheMeasurementEndsTheGuard()
     QVERIFY(guard.IsHeld());
     instrument.Command("scenario none");
     const int status = run.Finish();
-    QVERIFY2(status == 0 || status == 8, run.Errors()); // a busy machine may leave a gap in the readings
+    const bool hasGap = status == 8 && run.Errors().contains("there was no reading"); // on a busy machine
+    QVERIFY2(status == 0 || hasGap, run.Errors());
     instrument.Send("?");
     AWAIT(instrument.Log().last().contains(" 3f "));
     const int lines = instrument.Log().size();
@@ -96,7 +97,7 @@ void TestGuardProgram::KilledProgramWhoseDeviceOthersHaveOpen()
     QVERIFY(other.Finish() != -1);
 }
 
-/// A program that waits for the line has it before the guard.
+/// A program that waits for the line has it before the guard, which has a second to make a mistake.
 void TestGuardProgram::ProgramThatHasTakenTheLineIsLeftAlone()
 {
     LastingInstrument instrument;
