@@ -20,6 +20,20 @@ QVariantList Catalogue::functions() const
     return Listed(VesmarClient::Functions::all());
 }
 
+VesmarClient::Failure Catalogue::unitsFailure() const
+{
+    return VesmarClient::Functions::unitsFailure();
+}
+
+VesmarClient::Failure Catalogue::readUnits(const QString& path)
+{
+    VesmarClient::Failure failure = VesmarClient::Functions::readUnits(path);
+    if (!failure.isFailure()) {
+        Q_EMIT unitsChanged();
+    }
+    return failure;
+}
+
 VesmarClient::FunctionInfo Catalogue::find(const QString& identifier) const
 {
     return VesmarClient::Functions::find(identifier);

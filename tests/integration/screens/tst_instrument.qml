@@ -16,6 +16,11 @@ TestCase {
         signalName: "reading"
     }
 
+    SignalSpy {
+        id: units
+        signalName: "unitsChanged"
+    }
+
     function init() {
         instrument.open()
         tryCompare(instrument, "linkState", Vesmar.LinkState.Up, 20000)
@@ -72,6 +77,17 @@ TestCase {
         const job = instrument.stop()
         tryCompare(job, "isFinished", true, 30000)
         compare(job.outcome, Vesmar.Outcome.Completed)
+    }
+
+    function test_unitsComeFromAFile() {
+        const path = name => Qt.resolvedUrl(name).toString().replace("file://", "")
+        verify(!Catalogue.unitsFailure.isFailure)
+        compare(Catalogue.readUnits(path("tst_instrument.qml")).name, "units-damaged")
+        compare(Catalogue.find("rpe").readings[0].unit, "")
+        units.target = Catalogue
+        verify(!Catalogue.readUnits(path("units.json")).isFailure)
+        compare(units.count, 1)
+        compare(Catalogue.find("rpe").readings[0].unit, "Ω")
     }
 
     function test_catalogue() {
