@@ -143,12 +143,13 @@ void TestClientLink::ProgramsThatAreStartedDoNotHoldTheLine()
     bench.Connect();
     QProcess program;
     program.start(QStringLiteral("cat"), QStringList());
+    QVERIFY(program.waitForStarted(-1)); // In real time, as everything of another program.
     QVERIFY(program.waitForStarted());
     bench.client.close();
     AWAIT_EQUAL(bench.client.linkState(), LinkState::Closed);
     bench.Connect();
     program.closeWriteChannel();
-    AWAIT_EQUAL(program.state(), QProcess::NotRunning);
+    QVERIFY(program.waitForFinished(-1));
 }
 
 void TestClientLink::SecondInstrumentIsRefused()
