@@ -1,5 +1,5 @@
-// Loaded into every program that qemu emulates, by the sysroot's /etc/ld.so.preload. It takes away what Qt
-// asks the kernel for, and qemu cannot do.
+// Linked into the programs that start others, where qemu emulates them. It takes away what Qt asks the kernel
+// for, and qemu cannot do.
 
 #include <sys/syscall.h>
 #include <sys/wait.h>
