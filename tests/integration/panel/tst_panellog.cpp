@@ -1,3 +1,5 @@
+#include <memory>
+
 #include <QComboBox>
 #include <QDir>
 #include <QLineEdit>
@@ -49,14 +51,14 @@ void TestPanelLog::Open(PanelBench& bench, const QByteArray& content)
 
 QByteArray TestPanelLog::Recorded(PanelBench& bench, int seconds)
 {
-    QByteArray lines;
+    const auto lines = std::make_shared<QByteArray>(); // what is under way comes after the disconnection
     connect(&bench.session.traceLines(), &Panel::TraceLines::line, &bench.window,
-            [&lines](const QByteArray& line) { lines += line + '\n'; });
+            [lines](const QByteArray& line) { *lines += line + '\n'; });
     bench.Connect();
     bench.session.measure(VesmarClient::Settings("rpe").set("time", seconds));
     [&] { AWAIT(bench.session.measurement() == nullptr); }();
     bench.session.traceLines().disconnect(&bench.window);
-    return lines;
+    return *lines;
 }
 
 Panel::RecordPointer TestPanelLog::Plotted(PanelBench& bench)
