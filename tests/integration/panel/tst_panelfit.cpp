@@ -51,7 +51,7 @@ void VerifyDialog(PanelBench& bench, const char* opener, const QString& prefix)
     AWAIT(bench.Find("banner") != nullptr);
     VerifyView(bench, prefix + QLatin1String(opener));
     bench.Click("stopAny");
-    AWAIT(bench.Find("banner") == nullptr);
+    AWAIT(bench.Find("banner") == nullptr && !bench.session.instrument().isBusy());
     bench.Click("cancel");
     AWAIT(bench.Find("cancel") == nullptr);
 }
