@@ -22,6 +22,7 @@ constexpr const char* HoldsNoStart = "**A preparation that comes when the start 
 constexpr const char* WaitsForItsOwn =
     "An RCD test whose start was decided upon does nothing while the settings are those of another function";
 constexpr const char* EntersAgain = "Measurement mode that is left and entered again";
+constexpr const char* IsOverAtOnce = "**An abort right after an acknowledged start is over at once";
 
 bool IsIn(const Configuration& configuration, StateId state)
 {
@@ -31,6 +32,11 @@ bool IsIn(const Configuration& configuration, StateId state)
 bool HasSettings(const Configuration& configuration, std::string_view name)
 {
     return AllSettings.at(static_cast<std::size_t>(configuration.settings)).name == name;
+}
+
+bool IsStopped(const Configuration& configuration)
+{
+    return configuration.measurementStatus == static_cast<int>(Vesmar::MeasurementState::Stopped);
 }
 
 bool IsCleanUpLeftBehind(const Configuration& /*begin*/, const Configuration& end)
@@ -52,6 +58,12 @@ bool IsForeignMeasured(const Configuration& /*begin*/, const Configuration& end)
 bool IsRunningInPreparing(const Configuration& /*begin*/, const Configuration& end)
 {
     return IsIn(end, StateId::PreparingMeasurement);
+}
+
+/// An abort has just ended in measurement mode, before the start showed.
+bool IsAbortedBeforeItShows(const Configuration& begin, const Configuration& end)
+{
+    return IsIn(begin, StateId::MeasurementMode) && IsStopped(begin) && IsRunningInPreparing(begin, end);
 }
 
 bool HasRcdSettings(const Configuration& configuration)
@@ -86,11 +98,13 @@ const std::vector<Oddity> Oddities{
      }},
     {NeverEnds, SendsNoStop, IsTestLeftBehind},
     {NeverEnds, CountsForeign, IsForeignMeasured},
+    {NeverEnds, IsOverAtOnce, IsAbortedBeforeItShows},
     {NeverEnds, EntersAgain, IsRunningInPreparing},
     {NeverEnds, HoldsNoStart, IsFormerMeasured, TakesTwoFunctions},
     {NeverEnds, WaitsForItsOwn, IsWaitingUnderOtherSettings, TakesTwoFunctions},
     {AbortFails, IgnoresAborts, IsCleanUpLeftBehind},
     {AbortFails, SendsNoStop, IsTestLeftBehind},
+    {AbortFails, IsOverAtOnce, IsAbortedBeforeItShows},
     {AbortFails, EntersAgain, IsRunningInPreparing},
     {AbortFails, WaitsForItsOwn, IsWaitingUnderOtherSettings, TakesTwoFunctions},
     {StartsInSpite, IgnoresAborts,

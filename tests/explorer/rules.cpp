@@ -71,6 +71,20 @@ std::size_t Next(const Graph& graph, std::size_t index)
     return IsCounting(graph.At(index)) ? graph.After(index, Rules::Wait) : graph.StepFrom(index).target;
 }
 
+/// Whether it starts or measures a function outside of an RCD test.
+bool IsMeasuring(const Configuration& configuration)
+{
+    switch (static_cast<Vesmar::StateId>(configuration.state)) {
+    case Vesmar::StateId::StartingMeasurement:
+    case Vesmar::StateId::SingleMeasurementRunning:
+    case Vesmar::StateId::ContinuousMeasurementRunning:
+    case Vesmar::StateId::HVTestContinuousMeasurementRunning:
+        return true;
+    default:
+        return false;
+    }
+}
+
 /// Lets the machine alone until the condition holds, with patience. Returns the configuration that it comes
 /// to.
 template <typename Condition>
@@ -121,7 +135,14 @@ void Check(const Graph& graph, const std::function<void(const Finding&)>& report
     const std::vector<bool> isRecoverable = FindRecoverable(graph);
     const auto isOff = [&graph](std::size_t index) { return !IsOutputOn(graph.At(index)); };
     const auto isOffOrStops = [&](std::size_t index) {
-        return isOff(index) || graph.StepFrom(index).sendsStop;
+        const Graph::UsualStep& step = graph.StepFrom(index);
+        return isOff(index) || step.sendsStop || isOff(step.target);
+    };
+    // While a function is measured, the next step sees the abort and the one after that stops: 225 ms.
+    const auto endOfAbort = [&](std::size_t index) {
+        const std::size_t aborted = graph.After(index, Abort);
+        return IsMeasuring(graph.At(index)) ? graph.StepFrom(aborted).target
+                                            : PassUntil(graph, aborted, isOffOrStops);
     };
     const auto isDone = [&graph](std::size_t index) {
         return !HasRequest(graph.At(index)) || MayWait(graph.At(index));
@@ -134,7 +155,7 @@ void Check(const Graph& graph, const std::function<void(const Finding&)>& report
         if (const auto end = PassUntil(graph, index, endsOrMayGoOn); !endsOrMayGoOn(end)) {
             report({"a measurement never ends", index, end, ""});
         }
-        if (const auto end = PassUntil(graph, graph.After(index, Abort), isOffOrStops); !isOffOrStops(end)) {
+        if (const auto end = endOfAbort(index); !isOffOrStops(end)) {
             report({"an abort does not stop the instrument", index, end, "the application aborts"});
         }
         if (const auto end = PassUntil(graph, index, isDone); !isDone(end)) {
